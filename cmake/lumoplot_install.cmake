@@ -1,0 +1,1 @@
+# Installation of the libraries, the programs and the CMake package.

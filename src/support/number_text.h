@@ -1,0 +1,36 @@
+// Numbers as texts and back, independent of the locale: the decimal sign written is always ".", and no text
+// that is not wholly a number is ever taken for one.
+#pragma once
+
+#include "support/export.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lumoplot {
+
+/// The shortest text that reads back to the same double. Not-a-number is "nan", infinities are "inf" and
+/// "-inf".
+XYGRAPH_EXPORT std::string FormatShortest(double value);
+
+/// General format with `precision` significant digits (1 to 17): "0.5", "1234", "1.235E10", "1E-7".
+/// Scientific when the value needs more than `precision` digits before the point or is below 0.00001.
+XYGRAPH_EXPORT std::string FormatGeneral(double value, int precision);
+
+/// The number that the whole text (blanks around it allowed) stands for, or nothing. A lone "," is accepted
+/// as the decimal sign; "nan", "inf" and "-inf" are numbers. Values beyond the range become infinite or 0.
+XYGRAPH_EXPORT std::optional<double> TryParseFloat(std::string_view text);
+
+/// As TryParseFloat. Throws EConvertError "'TEXT' is not a valid floating point value".
+XYGRAPH_EXPORT double ParseFloat(std::string_view text);
+
+/// A decimal 32-bit integer, blanks around it allowed. Throws EConvertError "'TEXT' is not a valid integer
+/// value".
+XYGRAPH_EXPORT int ParseInteger(std::string_view text);
+XYGRAPH_EXPORT std::optional<int> TryParseInteger(std::string_view text);
+
+/// The text without leading and trailing blanks, tabs and control characters.
+XYGRAPH_EXPORT std::string_view Trimmed(std::string_view text);
+
+} // namespace lumoplot

@@ -1,0 +1,22 @@
+// Files are replaced whole: the bytes go to a file beside the target, are flushed to the disk, and take the
+// target's name only when complete. A full disk or a crash leaves the old file.
+#pragma once
+
+#include "support/export.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+/// Writes the bytes to the file of that name (UTF-8), replacing one that exists and keeping its permissions;
+/// a link keeps pointing at the file that it names. What is no regular file (a device, a pipe) is written in
+/// place. Throws EFileError "Can not save to file NAME"; the old file is then untouched.
+XYGRAPH_EXPORT void ReplaceFile(const std::string& name, std::span<const std::uint8_t> bytes);
+
+/// The whole content of a file. Throws EFileError "Can not open file NAME" or "Can not read file NAME".
+XYGRAPH_EXPORT std::vector<std::uint8_t> ReadWholeFile(const std::string& name);
+
+} // namespace lumoplot

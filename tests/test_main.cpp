@@ -1,0 +1,12 @@
+// Every test program's main: tests of windows and of drawing need an application object, the others do not
+// mind it.
+#include <QApplication>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("lumoplot-tests"));
+    return RUN_ALL_TESTS();
+}
