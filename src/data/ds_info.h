@@ -1,0 +1,94 @@
+// Where the points of a data set come from and how its rows are read: the data source description. A plain
+// record with setters; the suppliers in sources/ read it. Owned by its data series.
+#pragma once
+
+#include "support/export.h"
+
+#include <string>
+
+namespace lumoplot {
+
+enum class TSourceKind { Manual = 0, TextFile = 1, DataFile = 2, LumoSheet = 3 };
+enum class TRowChoice { All = 0, ByNumber = 1, ByX = 2 };
+enum class TColumnFormat { Number = 0, DateTime = 1 };
+
+class XYGRAPH_EXPORT TDSInfo {
+public:
+    /// Row number that FileHasHeaders holds while the header rows are found from the text.
+    static constexpr int kFindHeaders = -1;
+
+    TSourceKind Kind() const { return m_kind; }
+    /// File name or table name; empty for manual data.
+    const std::string& SourceName() const { return m_sourceName; }
+    bool DivideTextByWidth() const { return m_divideTextByWidth; }
+    /// Number of header rows; kFindHeaders (the default) finds it from the text.
+    int FileHasHeaders() const { return m_fileHasHeaders; }
+    /// Separator characters; empty (the default) finds the separator from the text.
+    const std::string& TextSeparators() const { return m_textSeparators; }
+    /// Quote characters.
+    const std::string& TextMarkers() const { return m_textMarkers; }
+    /// Columns by number from 1 or by header name; empty (the default) finds them from the text.
+    const std::string& XDataColumn() const { return m_xDataColumn; }
+    const std::string& YDataColumn() const { return m_yDataColumn; }
+    /// Every n-th row is used, n >= 1; while AutoRowHitFreq is on it is computed from the budget of points.
+    int RowSamplingFrequency() const { return m_rowSamplingFrequency; }
+    bool AutoRowHitFreq() const { return m_autoRowHitFreq; }
+    /// Width in characters of the columns of a text that is divided by width, at least 1.
+    int ColumnWidth() const { return m_columnWidth; }
+    TRowChoice RowChoiceMode() const { return m_rowChoiceMode; }
+    double RowChoiceValue1() const { return m_rowChoiceValue1; }
+    double RowChoiceValue2() const { return m_rowChoiceValue2; }
+    TColumnFormat XFormat() const { return m_xFormat; }
+    TColumnFormat YFormat() const { return m_yFormat; }
+    /// The description has changed since the points were last read from the source. Not filed.
+    bool NeedsReload() const { return m_needsReload; }
+
+    // Setters do nothing for an equal value, keep the old value where the new one is out of its range, and
+    // otherwise store and set NeedsReload.
+    void SetKind(TSourceKind value);
+    void SetSourceName(const std::string& value);
+    void SetDivideTextByWidth(bool value);
+    void SetFileHasHeaders(int value);
+    void SetTextSeparators(const std::string& value);
+    void SetTextMarkers(const std::string& value);
+    void SetXDataColumn(const std::string& value);
+    void SetYDataColumn(const std::string& value);
+    void SetRowSamplingFrequency(int value);
+    void SetAutoRowHitFreq(bool value);
+    void SetColumnWidth(int value);
+    void SetRowChoiceMode(TRowChoice value);
+    void SetRowChoiceValue1(double value);
+    void SetRowChoiceValue2(double value);
+    void SetXFormat(TColumnFormat value);
+    void SetYFormat(TColumnFormat value);
+    /// Clears or sets the reload flag: a supplier clears it when it has filled the data set.
+    void SetNeedsReload(bool value) { m_needsReload = value; }
+    /// Stores the frequency that a supplier worked out from its budget; no reload is needed for that.
+    void NoteRowSamplingFrequency(int value) { m_rowSamplingFrequency = value; }
+
+    bool operator==(const TDSInfo&) const = default;
+
+private:
+    template <class TField, class TValue>
+    void Store(TField& field, const TValue& value);
+
+    TSourceKind m_kind = TSourceKind::Manual;
+    std::string m_sourceName;
+    bool m_divideTextByWidth = false;
+    int m_fileHasHeaders = kFindHeaders;
+    std::string m_textSeparators;
+    std::string m_textMarkers = "\"";
+    std::string m_xDataColumn;
+    std::string m_yDataColumn;
+    int m_rowSamplingFrequency = 1;
+    bool m_autoRowHitFreq = true;
+    int m_columnWidth = 10;
+    TRowChoice m_rowChoiceMode = TRowChoice::All;
+    double m_rowChoiceValue1 = 0;
+    double m_rowChoiceValue2 = 0;
+    TColumnFormat m_xFormat = TColumnFormat::Number;
+    TColumnFormat m_yFormat = TColumnFormat::Number;
+    bool m_needsReload = false;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,207 @@
+#include "fit/cur_fit.h"
+
+#include "support/message_sink.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace lumoplot {
+namespace {
+
+bool EqualNames(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
+    return std::ranges::equal(a, b, [&](char x, char y) { return lower(x) == lower(y); });
+}
+
+void TellAlreadyDefined(const std::string& name) {
+    ShowMessage("Parameter \"" + name + "\" Already Defined!", TMessageKind::Error);
+}
+
+} // namespace
+
+void TDBLParameter::SetName(const std::string& name) {
+    if (name.empty() || name == m_name) return;
+    if (m_owner && m_owner->IsParameter(name) && !EqualNames(name, m_name)) return TellAlreadyDefined(name);
+    m_name = name;
+    if (m_owner) m_owner->Changed(true);
+}
+
+void TDBLParameter::SetValue(double value) {
+    if (value == m_value) return;
+    m_value = value;
+    if (m_owner) m_owner->Changed(true);
+}
+
+void TDBLParameter::SetVary(bool vary) {
+    if (vary == m_vary) return;
+    m_vary = vary;
+    if (m_owner) m_owner->Changed(true);
+}
+
+template <class TField, class TValue>
+bool TCurFit::Store(TField& field, const TValue& value) {
+    if (field == value) return false;
+    field = value;
+    return true;
+}
+
+void TCurFit::Changed(bool modified) {
+    m_modified = modified;
+    if (!modified) return;
+    m_stale = true;
+    if (OnChange) OnChange(*this);
+}
+
+void TCurFit::NotifyDisplay() {
+    if (OnChange) OnChange(*this);
+}
+
+void TCurFit::SetXVarName(const std::string& value) {
+    if (!value.empty() && Store(m_xVarName, value)) Changed(true);
+}
+
+void TCurFit::SetExpression(const std::string& value) {
+    if (!value.empty() && Store(m_expression, value)) Changed(true);
+}
+
+void TCurFit::SetTolerance(double value) {
+    if (value > 0 && Store(m_tolerance, value)) Changed(true);
+}
+
+void TCurFit::SetIterMax(int value) {
+    if (value > 0 && Store(m_iterMax, value)) Changed(true);
+}
+
+void TCurFit::SetProcType(int value) {
+    if (Store(m_procType, value)) Changed(true);
+}
+
+void TCurFit::SetUseLeftMargin(bool value) {
+    if (Store(m_useLeftMargin, value)) Changed(true);
+}
+
+void TCurFit::SetUseRightMargin(bool value) {
+    if (Store(m_useRightMargin, value)) Changed(true);
+}
+
+void TCurFit::SetLeftMargin(double value) {
+    if (Store(m_leftMargin, value) && m_useLeftMargin) Changed(true);
+}
+
+void TCurFit::SetRightMargin(double value) {
+    if (Store(m_rightMargin, value) && m_useRightMargin) Changed(true);
+}
+
+void TCurFit::SetStatus(int value) {
+    if (Store(m_status, value)) NotifyDisplay();
+}
+
+void TCurFit::SetNPoints(int value) {
+    if (Store(m_nPoints, value)) NotifyDisplay();
+}
+
+void TCurFit::SetShowCurve(bool value) {
+    if (Store(m_showCurve, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveColor(TColor value) {
+    if (Store(m_curveColor, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveStyle(int value) {
+    if (Store(m_curveStyle, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveWidth(int value) {
+    if (Store(m_curveWidth, value)) NotifyDisplay();
+}
+
+TDBLParameter* TCurFit::Parameter(int number) const {
+    return number >= 1 && number <= NParams() ? m_parameters[static_cast<std::size_t>(number - 1)].get()
+                                              : nullptr;
+}
+
+bool TCurFit::IsParameter(std::string_view name) const {
+    return std::ranges::any_of(m_parameters, [&](const auto& p) { return EqualNames(p->Name(), name); });
+}
+
+void TCurFit::AddParameter(std::unique_ptr<TDBLParameter> parameter) {
+    if (IsParameter(parameter->Name())) return TellAlreadyDefined(parameter->Name());
+    parameter->m_owner = this;
+    m_parameters.push_back(std::move(parameter));
+    Changed(true);
+}
+
+void TCurFit::DeleteParameter(int number) {
+    if (!Parameter(number)) return;
+    m_parameters.erase(m_parameters.begin() + (number - 1));
+    Changed(true);
+}
+
+void TCurFit::ClearParameters() {
+    m_parameters.clear();
+    Changed(true);
+}
+
+void TCurFit::CopyParameterValues(const TCurFit& other) {
+    if (NParams() != other.NParams()) return;
+    for (int i = 1; i <= NParams(); ++i) Parameter(i)->m_value = other.Parameter(i)->m_value;
+    Changed(true);
+}
+
+TDBLFunction* TCurFit::Template(int number) const {
+    return IsTemplate(number) ? m_templates[static_cast<std::size_t>(number - 1)].get() : nullptr;
+}
+
+void TCurFit::AddTemplate(std::unique_ptr<TDBLFunction> function) {
+    m_templates.push_back(std::move(function));
+}
+
+void TCurFit::DeleteTemplate(int number) {
+    if (!IsTemplate(number)) return;
+    m_templates.erase(m_templates.begin() + (number - 1));
+    Changed(true);
+}
+
+void TCurFit::TemplateToTop(int number) {
+    if (number < 2 || !IsTemplate(number)) return;
+    std::rotate(m_templates.begin(), m_templates.begin() + (number - 1), m_templates.begin() + number);
+    Changed(true);
+}
+
+void TCurFit::TemplateUp(int number) {
+    if (number < 2 || !IsTemplate(number)) return;
+    std::swap(m_templates[static_cast<std::size_t>(number - 2)],
+              m_templates[static_cast<std::size_t>(number - 1)]);
+    Changed(true);
+}
+
+void TCurFit::TemplateDown(int number) {
+    if (number > 0) TemplateUp(number + 1);
+}
+
+void TCurFit::ClearTemplates() {
+    m_templates.clear();
+}
+
+void TCurFit::ResetSettings() {
+    const TCurFit defaults;
+    m_xVarName = defaults.m_xVarName;
+    m_expression = defaults.m_expression;
+    m_status = defaults.m_status;
+    m_useLeftMargin = defaults.m_useLeftMargin;
+    m_useRightMargin = defaults.m_useRightMargin;
+    m_leftMargin = defaults.m_leftMargin;
+    m_rightMargin = defaults.m_rightMargin;
+    m_nPoints = defaults.m_nPoints;
+    m_showCurve = defaults.m_showCurve;
+    m_curveColor = defaults.m_curveColor;
+    m_curveStyle = defaults.m_curveStyle;
+    m_curveWidth = defaults.m_curveWidth;
+    m_tolerance = defaults.m_tolerance;
+    m_iterMax = defaults.m_iterMax;
+    m_procType = defaults.m_procType;
+    m_modified = false;
+}
+
+} // namespace lumoplot

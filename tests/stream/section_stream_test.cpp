@@ -1,0 +1,316 @@
+#include "data/stream/reader.h"
+#include "data/stream/section.h"
+#include "data/stream/writer.h"
+#include "fit/cur_fit.h"
+#include "support/errors.h"
+
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+std::string Hex(const TBytes& bytes) {
+    std::string text;
+    char buffer[4];
+    for (const auto byte : bytes) {
+        std::snprintf(buffer, sizeof buffer, "%02X ", byte);
+        text += buffer;
+    }
+    return text;
+}
+
+TBytes Written(TEncoding encoding, const std::function<void(TxyWriter&)>& write) {
+    TBytes bytes;
+    TxyWriter writer(bytes, encoding);
+    write(writer);
+    return bytes;
+}
+
+template <class TResult>
+TResult Read(const TBytes& bytes, const std::function<TResult(TxyReader&)>& read) {
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    return read(reader);
+}
+
+std::string ErrorOf(const TBytes& bytes, const std::function<void(TxyReader&)>& read) {
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    try {
+        read(reader);
+    } catch (const ELumoError& error) {
+        return error.what();
+    }
+    return "none";
+}
+
+TEST(StreamWriter, CompactItemsHaveTheseBytes) {
+    const TBytes bytes = Written(TEncoding::Compact, [](TxyWriter& writer) {
+        writer.WriteString(1, "SeriesName", "Run 1");
+        writer.WriteInteger(7, "Value", 100);
+        writer.WriteInteger(42, "Value", -300);
+        writer.WriteInteger(8, "Value", 70000);
+        writer.WriteBoolean(3, "Flag", true);
+        writer.WriteFloat(5, "ZeroValue", 1.0);
+        writer.WriteEndOfSection();
+    });
+    EXPECT_EQ(Hex(bytes), "06 03 20 31 53 06 05 52 75 6E 20 31 "
+                          "06 03 20 37 49 02 64 "
+                          "06 03 34 32 49 03 D4 FE "
+                          "06 03 20 38 49 04 70 11 01 00 "
+                          "06 03 20 33 42 09 "
+                          "06 03 20 35 44 05 00 00 00 00 00 00 00 80 FF 3F "
+                          "06 03 20 30 42 08 ");
+}
+
+TEST(StreamWriter, TextEncodingWritesNamesAndStrings) {
+    const TBytes bytes = Written(TEncoding::Text, [](TxyWriter& writer) {
+        writer.WriteFloat(2, "NumericalTolerance", 0.001);
+        writer.WriteEndOfSection();
+        writer.WritePointHeader(1);
+        writer.WritePoint(1, 2.5);
+    });
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    for (const char* expected : {"NumericalTolerance 2S", "0.001", "EndOfSection 0S", "false",
+                                 "NumberOfPoints 1S", "1", "EntriesPerPoint 2S", "2", "S", "1", "2.5"})
+        EXPECT_EQ(reader.ReadBareString(), expected);
+    EXPECT_EQ(source.Remaining(), 0u);
+}
+
+TEST(StreamWriter, ALongTextTakesTheLongForm) {
+    const TBytes bytes =
+        Written(TEncoding::Compact, [](TxyWriter& writer) { writer.WriteBareString(std::string(256, 'x')); });
+    EXPECT_EQ(Hex({bytes.begin(), bytes.begin() + 6}), "0C 00 01 00 00 78 ");
+    EXPECT_EQ(bytes.size(), 261u);
+}
+
+TEST(StreamWriter, KeysHaveTwoDigits) {
+    TBytes bytes;
+    TxyWriter writer(bytes);
+    EXPECT_THROW(writer.WriteInteger(100, "", 1), EStreamError);
+    EXPECT_THROW(writer.WriteInteger(-1, "", 1), EStreamError);
+}
+
+using TWrite = std::function<void(TxyWriter&)>;
+
+struct TConversionCase {
+    TWrite write;
+    std::string asString;
+    int asInteger;
+    double asFloat;
+    bool asBoolean;
+};
+
+TEST(StreamReader, ConvertsStoredTypes) {
+    const TConversionCase cases[] = {
+        {[](TxyWriter& w) { w.WriteBoolean(1, "", true); }, "true", 1, 1.0, true},
+        {[](TxyWriter& w) { w.WriteInteger(1, "", 2); }, "2", 2, 2.0, false},
+        {[](TxyWriter& w) { w.WriteInteger(1, "", 1); }, "1", 1, 1.0, true},
+        {[](TxyWriter& w) { w.WriteString(1, "", "12"); }, "12", 12, 12.0, false},
+    };
+    for (const auto& c : cases) {
+        const TBytes bytes = Written(TEncoding::Compact, c.write);
+        EXPECT_EQ(Read<std::string>(bytes,
+                                    [](TxyReader& r) {
+                                        std::string s;
+                                        r.ReadKey();
+                                        r.ReadAsString(s);
+                                        return s;
+                                    }),
+                  c.asString);
+        EXPECT_EQ(Read<int>(bytes,
+                            [](TxyReader& r) {
+                                r.ReadKey();
+                                return r.ReadAsInteger();
+                            }),
+                  c.asInteger);
+        EXPECT_EQ(Read<double>(bytes,
+                               [](TxyReader& r) {
+                                   r.ReadKey();
+                                   return r.ReadAsFloat();
+                               }),
+                  c.asFloat);
+        EXPECT_EQ(Read<bool>(bytes,
+                             [](TxyReader& r) {
+                                 r.ReadKey();
+                                 return r.ReadAsBoolean();
+                             }),
+                  c.asBoolean);
+    }
+}
+
+TEST(StreamReader, FloatsAreTruncatedTowardZero) {
+    for (const auto& [value, whole] : {std::pair{2.7, 2}, {-2.7, -2}})
+        EXPECT_EQ(Read<int>(Written(TEncoding::Compact, [&](TxyWriter& w) { w.WriteFloat(1, "", value); }),
+                            [](TxyReader& r) {
+                                r.ReadKey();
+                                return r.ReadAsInteger();
+                            }),
+                  whole);
+    EXPECT_EQ(ErrorOf(Written(TEncoding::Compact, [](TxyWriter& w) { w.WriteFloat(1, "", 1e10); }),
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadAsInteger();
+                      }),
+              "conversion error");
+}
+
+TEST(StreamReader, OnlyLowerCaseTrueIsTrue) {
+    for (const auto& [text, value] : {std::pair{"True", false}, {"true", true}, {"1", false}})
+        EXPECT_EQ(Read<bool>(Written(TEncoding::Compact, [&](TxyWriter& w) { w.WriteString(1, "", text); }),
+                             [](TxyReader& r) {
+                                 r.ReadKey();
+                                 return r.ReadAsBoolean();
+                             }),
+                  value);
+}
+
+TEST(StreamReader, ProtocolFaultsHaveTheirOwnTexts) {
+    const TBytes number = Written(TEncoding::Compact, [](TxyWriter& w) {
+        w.WriteFloat(1, "", 2);
+        w.WriteFloat(2, "", 3);
+    });
+    EXPECT_EQ(ErrorOf(number,
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadKey();
+                      }),
+              "reading error 1");
+    EXPECT_EQ(ErrorOf(number, [](TxyReader& r) { r.ReadAsFloat(); }), "reading error 2");
+    EXPECT_EQ(ErrorOf(number,
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadFont();
+                      }),
+              "conversion error");
+    // A float that was asked for as Boolean stays in the stream.
+    EXPECT_EQ(ErrorOf(number,
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadAsBoolean();
+                          r.ReadKey();
+                      }),
+              "conversion error");
+    const TBytes font = Written(TEncoding::Compact, [](TxyWriter& w) { w.WriteFont(1, "", {}); });
+    EXPECT_EQ(ErrorOf(font,
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadAsInteger();
+                      }),
+              "conversion error");
+    const TBytes text = Written(TEncoding::Compact, [](TxyWriter& w) { w.WriteString(1, "", "x1"); });
+    EXPECT_EQ(ErrorOf(text,
+                      [](TxyReader& r) {
+                          r.ReadKey();
+                          r.ReadAsFloat();
+                      }),
+              "'x1' is not a valid floating point value");
+}
+
+TEST(StreamReader, UnknownEntriesAreSkipped) {
+    const TBytes bytes = Written(TEncoding::Compact, [](TxyWriter& w) {
+        w.WriteInteger(30, "", 5);
+        w.WriteFont(31, "", {.Name = "Serif", .Size = 12});
+        w.WriteString(32, "", "text");
+        w.WriteEndOfSection();
+    });
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    TCurFit fit;
+    ReadEntries(reader, CurFitRows(), fit);
+    EXPECT_EQ(source.Remaining(), 0u);
+}
+
+TEST(StreamReader, PointBlocksAreChecked) {
+    const auto header = [](int key1, int count, int key2) {
+        return Written(TEncoding::Compact, [=](TxyWriter& w) {
+            w.WriteInteger(key1, "", count);
+            w.WriteInteger(key2, "", 2);
+            w.WriteBareString("D");
+        });
+    };
+    const auto read = [](TxyReader& r) { r.ReadPointHeader(); };
+    EXPECT_EQ(ErrorOf(header(2, 0, 2), read), "Stream read Error");
+    EXPECT_EQ(ErrorOf(header(1, 0, 1), read), "Stream Read Error");
+    EXPECT_EQ(ErrorOf(header(1, -1, 2), read), "Stream read Error");
+    EXPECT_EQ(ErrorOf(header(1, 1000000000, 2), read), "Stream read Error"); // more than the stream holds
+    EXPECT_EQ(ErrorOf(header(1, 0, 2), read), "none");
+}
+
+TEST(StreamReader, FurtherEntriesOfAPointAreDropped) {
+    const TBytes bytes = Written(TEncoding::Text, [](TxyWriter& w) {
+        w.WriteInteger(1, "NumberOfPoints", 2);
+        w.WriteInteger(2, "EntriesPerPoint", 3);
+        for (const char* item : {"S", "1", "10", "x", "2", "20", "y"}) w.WriteBareString(item);
+    });
+    double xs[2], ys[2];
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    ASSERT_EQ(reader.ReadPointHeader(), 2);
+    reader.ReadPoints(xs, ys);
+    EXPECT_EQ(ys[0], 10);
+    EXPECT_EQ(xs[1], 2);
+    EXPECT_EQ(ys[1], 20);
+}
+
+TEST(StreamReader, LengthsBeyondTheStreamAreRefused) {
+    TBytes bytes = {static_cast<std::uint8_t>(TItemTag::LongString), 0xFF, 0xFF, 0xFF, 0x7F, 'a'};
+    EXPECT_EQ(ErrorOf(bytes, [](TxyReader& r) { r.ReadBareString(); }), "Stream read Error");
+    bytes[4] = 0xFF;
+    EXPECT_EQ(ErrorOf(bytes, [](TxyReader& r) { r.ReadBareString(); }), "Stream read Error");
+}
+
+TEST(SectionStream, FontsAreTypedInBothEncodings) {
+    const TFontSpec font{"Sérif", 14, 0x123456, true, false, true, false};
+    for (const TEncoding encoding : {TEncoding::Compact, TEncoding::Text}) {
+        const TBytes bytes = Written(encoding, [&](TxyWriter& w) { w.WriteFont(16, "Font", font); });
+        EXPECT_EQ(Read<TFontSpec>(bytes,
+                                  [](TxyReader& r) {
+                                      r.ReadKey();
+                                      return r.ReadFont();
+                                  }),
+                  font);
+    }
+}
+
+std::unique_ptr<TDBLParameter> MakeParameter(const char* name, double value) {
+    auto parameter = std::make_unique<TDBLParameter>();
+    parameter->SetName(name);
+    parameter->SetValue(value);
+    parameter->Units = "s";
+    return parameter;
+}
+
+TEST(CurFitRecord, ComesBackInBothEncodings) {
+    TCurFit fit;
+    fit.SetExpression("a*exp(-b*x)");
+    fit.SetTolerance(1e-9);
+    fit.SetUseLeftMargin(true);
+    fit.AddParameter(MakeParameter("a", 1.25));
+    fit.AddParameter(MakeParameter("b", -3));
+    fit.Parameter(2)->SetVary(true);
+    fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{"f", "a*x", "a line"}));
+    for (const TEncoding encoding : {TEncoding::Compact, TEncoding::Text}) {
+        const TBytes bytes = Written(encoding, [&](TxyWriter& w) { fit.SaveToStream(w); });
+        TCurFit back;
+        TByteSource source(bytes);
+        TxyReader reader(source);
+        back.LoadFromStream(reader);
+        EXPECT_EQ(source.Remaining(), 0u);
+        EXPECT_EQ(back.Expression(), fit.Expression());
+        EXPECT_EQ(back.Tolerance(), fit.Tolerance());
+        ASSERT_EQ(back.NParams(), 2);
+        EXPECT_EQ(back.Parameter(2)->Value(), -3);
+        EXPECT_TRUE(back.Parameter(2)->Vary());
+        ASSERT_EQ(back.NTemplates(), 1);
+        // The text encoding carries two strings a template, the compact one three.
+        EXPECT_EQ(back.Template(1)->Description, encoding == TEncoding::Compact ? "a line" : "");
+        EXPECT_FALSE(back.Modified());
+    }
+}
+
+} // namespace
+} // namespace lumoplot
