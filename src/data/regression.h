@@ -30,8 +30,9 @@ struct TRegressionSettings {
 
 struct TRegressionResult {
     TRegressionCoefficients Coefficients; ///< of the types 1 to 3, else 0
-    std::vector<double> Derived;          ///< one a point; empty when the type gives the points nothing
-    std::vector<TCurveSample> Curve;      ///< of Spline
+    /// One a point, of Spline the second derivatives; empty when the type gives the points nothing.
+    std::vector<double> Derived;
+    std::vector<TCurveSample> Curve; ///< of Spline
 };
 
 /// The regression of the points in chain order; `x` and `y` have the same length and Y is raw, without the

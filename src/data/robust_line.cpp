@@ -3,6 +3,7 @@
 #include "data/slope_selection.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -21,7 +22,7 @@ double MedianIntercept(const TFinitePoints& points, double slope) {
 TFittedCurve FitRobustLine(std::span<const double> x, std::span<const double> y) {
     const TFinitePoints points = FinitePoints(x, y);
     const std::optional<double> slope = MedianSlope(points.x, points.y);
-    if (!slope) return FitLine(points.x, points.y);
+    if (!slope || !std::isfinite(*slope)) return TFittedCurve({MeanOf(points.y).high, 0, 0});
     return TFittedCurve({MedianIntercept(points, *slope), *slope, 0});
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kHalfUlp = 0x1p-53;
 // Where the largest coordinates are brought: high enough that low parts of products stay normal numbers, low
-// enough that products with a factor of at most 1 stay splittable.
+// enough that their products with factors below 2 can still be split.
 constexpr int kNormalExponent = 400;
 constexpr double kLargestCoordinate = 0x1p+401;
 

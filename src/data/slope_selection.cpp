@@ -27,8 +27,8 @@ constexpr double kNarrow = 0x1p-46;
 
 constexpr int kMostNarrowings = 40;
 
-double MarginAt(double slope, double relative) {
-    return std::abs(slope) * relative + kSmallestMargin;
+double MarginAt(double slope) {
+    return std::abs(slope) * kMargin + kSmallestMargin;
 }
 
 // Steele, Lea and Flood 2014.
@@ -114,9 +114,9 @@ public:
 private:
     std::uint64_t Pairs() const { return m_upper.below - m_lower.below; }
     std::uint64_t RankBetween() const { return m_rank - m_lower.below; } // from 1
+    void EncloseAll();
     bool IsNarrow() const;
     void Narrow();
-    void Widen(double relative);
     void MoveTo(TBound& bound, double slope);
     void Enclose(double slope);
     std::vector<double> PickSlopes(std::uint64_t picks);
@@ -144,25 +144,26 @@ TSlopeSelector::TSlopeSelector(TSlopePoints& points, std::uint64_t pairs,
     constexpr std::uint64_t kFewPairs = 4096;
     m_listed = options.listedPairs != 0 ? options.listedPairs
                                         : std::max(kListedPairsPerPoint * points.Count(), kFewPairs);
-    m_lower.slope = -kInfinity;
-    m_points.OrderAt(m_lower.slope, m_lower.order);
-    m_upper.slope = kInfinity;
-    m_points.OrderAt(m_upper.slope, m_upper.order);
-    m_upper.below = pairs;
 }
 
+// Rounding can leave a listed slope in doubt, very rarely: then another sample is tried, and up to
+// kMostListedPairs are listed.
 double TSlopeSelector::Select() {
-    double margin = kMargin;
-    for (;;) {
+    constexpr int kMostAttempts = 4;
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        EncloseAll();
         for (int i = 0; Pairs() > m_listed && !IsNarrow() && i < kMostNarrowings; ++i) Narrow();
         m_listed = std::max(m_listed, kMostListedPairs);
-        if (Pairs() > m_listed) return BisectExactSlopes();
+        if (Pairs() > m_listed) break;
         const double slope = ListedSlope();
         if (IsCertain(slope)) return slope;
-        margin *= 8;
-        if (margin > 1) return BisectExactSlopes();
-        Widen(margin);
     }
+    return BisectExactSlopes();
+}
+
+void TSlopeSelector::EncloseAll() {
+    MoveTo(m_lower, -kInfinity);
+    MoveTo(m_upper, kInfinity);
 }
 
 bool TSlopeSelector::IsNarrow() const {
@@ -191,11 +192,11 @@ void TSlopeSelector::Narrow() {
     m_guess = at(middle);
     if (middle - spread >= 0) {
         const double low = at(middle - spread);
-        Enclose(low - MarginAt(low, kMargin));
+        Enclose(low - MarginAt(low));
     }
     if (middle + spread < sampled) {
         const double high = at(middle + spread);
-        Enclose(high + MarginAt(high, kMargin));
+        Enclose(high + MarginAt(high));
     }
 }
 
@@ -204,11 +205,6 @@ void TSlopeSelector::Enclose(double slope) {
     if (!(slope > m_lower.slope && slope < m_upper.slope)) return;
     MoveTo(m_spare, slope);
     std::swap(m_spare, m_spare.below < m_rank ? m_lower : m_upper);
-}
-
-void TSlopeSelector::Widen(double relative) {
-    MoveTo(m_lower, m_lower.slope - MarginAt(m_lower.slope, relative));
-    MoveTo(m_upper, m_upper.slope + MarginAt(m_upper.slope, relative));
 }
 
 void TSlopeSelector::MoveTo(TBound& bound, double slope) {
@@ -269,7 +265,8 @@ std::optional<double> MedianSlope(std::span<const double> x, std::span<const dou
     TSlopePoints points(x, y);
     const std::uint64_t pairs = points.PairCount();
     if (pairs == 0) return std::nullopt;
-    return points.InGivenUnits(TSlopeSelector(points, pairs, options).Select());
+    const double slope = TSlopeSelector(points, pairs, options).Select();
+    return points.InGivenUnits(slope) + 0.0; // no negative zero
 }
 
 } // namespace lumoplot

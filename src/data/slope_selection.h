@@ -23,7 +23,7 @@ struct TSlopeSelectionOptions {
 /// finite and of the same length, in any order.
 ///
 /// Exact: the result is one of these slopes, the one that sorting them all would give. Only where more than
-/// 2,097,152 pairs (those of 2,048 points) agree with the median to about 12 digits, as on points of a
+/// 2,097,152 pairs (those of 2,048 points) agree with the median to about 13 digits, as on points of a
 /// rounded straight line, is it the k-th smallest of the slopes before rounding, rounded down. Slopes that
 /// lie beyond the range of doubles are infinite; coordinates smaller than 2^-1400 of the largest may count as
 /// 0.

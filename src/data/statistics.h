@@ -23,8 +23,9 @@ struct TStatistics {
     double Variance = 0; ///< of a sample, divided by Count − 1; not its square root
     double Skew = 0;     ///< Σd³ / (Count · Variance³) with d = value − Mean
     double Kurtosis = 0; ///< Σd⁴ / (Count · (Σd²)²) − 3
-    double Quantile20 =
-        0; ///< positions Count div 5 and Count div 4 from either end; 0 when that is position 0
+    /// The values at the positions Count div 5 and Count − Count div 5, then Count div 4 and Count − Count
+    /// div 4, counted from 1; 0 for position 0.
+    double Quantile20 = 0;
     double Quantile80 = 0;
     double Quantile25 = 0;
     double Quantile75 = 0;

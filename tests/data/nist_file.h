@@ -20,13 +20,11 @@ public:
         EXPECT_TRUE(file) << name;
         bool inData = false;
         for (std::string line; std::getline(file, line);) {
-            // "Data:" also heads the description; the rows follow the one that names the columns.
-            const bool heading = line.starts_with("Data:") &&
-                                 line.find_first_of("yY", 5) != std::string::npos &&
-                                 line.find("Variable") == std::string::npos;
-            if (inData && line.find_first_of("0123456789") != std::string::npos) m_rows.push_back(line);
-            if (!inData) m_head.push_back(line);
-            inData = inData || (heading && line.find_first_of("0123456789") == std::string::npos);
+            if (!inData)
+                m_head.push_back(line);
+            else if (line.find_first_of("0123456789") != std::string::npos)
+                m_rows.push_back(line);
+            inData = inData || NamesColumns(line);
         }
     }
 
@@ -55,6 +53,13 @@ public:
     }
 
 private:
+    // "Data:" heads the description too, there followed by words or a number of variables.
+    static bool NamesColumns(const std::string& line) {
+        std::istringstream words(line);
+        std::string word;
+        return words >> word && word == "Data:" && words >> word && (word == "y" || word == "Y");
+    }
+
     std::vector<std::string> m_head;
     std::vector<std::string> m_rows;
 };

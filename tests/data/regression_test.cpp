@@ -5,10 +5,12 @@
 #include "data/smoothing.h"
 #include "data/spline.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace lumoplot {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
@@ -156,6 +157,7 @@ TEST(RobustLine, SmallCasesMatchHandArithmetic) {
         {{{3, 0, 2, 1}, {90, 0, 2, 1}}, 1, 0}, // the same in another order
         {{{0, 1, 2, 3, 4}, {0, kNaN, 2, kInfinity, 4}}, 1, 0}, // not finite: left out
         {{{0, kNaN, 1, 2}, {1, 7, 1, 1}}, 0, 1},
+        {{{0, 5e-324}, {1, 3}}, 0, 2}, // no double holds the slope
     };
     for (const TLineCase& c : cases) {
         const TRegressionCoefficients line = FitRobustLine(c.points.x, c.points.y).Coefficients();
