@@ -27,7 +27,7 @@ class TPointBlock {
 public:
     /// Large enough that splits and their relinking of Ids are rare, small enough that moving the points
     /// behind an insertion costs less than the search.
-    static constexpr std::size_t kCapacity = 512;
+    static constexpr std::size_t kCapacity = 256;
 
     /// An empty block with room for `capacity` points; MakeRoom enlarges it up to kCapacity.
     explicit TPointBlock(std::size_t capacity);

@@ -85,11 +85,12 @@ bool TPointChain::Add(double x, double y, const TMergeRule& rule) {
     return true;
 }
 
-bool TPointChain::SetY(std::int32_t id, double y) {
+std::optional<double> TPointChain::SetY(std::int32_t id, double y) {
     TPointBlock* block = m_ids.BlockOf(id);
-    if (!block) return false;
-    block->SetY(block->PlaceOf(id), y);
-    return true;
+    if (!block) return std::nullopt;
+    const std::size_t place = block->PlaceOf(id);
+    block->SetY(place, y);
+    return block->X()[place];
 }
 
 std::optional<TSeriesPoint> TPointChain::Erase(std::int32_t id) {
