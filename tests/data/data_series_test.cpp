@@ -272,6 +272,11 @@ TEST(DataSeries, AYThatIsNoNumberCountsForNothing) {
         plain.AddPoint(3, bad);
         EXPECT_TRUE(plain.MinY() == 5 && plain.MaxY() == 5) << "0 is no Y of this series";
         EXPECT_EQ(plain.PositiveMinY(), 5);
+        plain.DeletePoint(2);
+        plain.RecalcExtents();
+        EXPECT_TRUE(plain.MinY() == 0 && plain.MaxY() == 0);
+        plain.AddPoint(2, 6);
+        EXPECT_TRUE(plain.MinY() == 6 && plain.MaxY() == 6);
         EXPECT_EQ(plain.AddPoint(bad, 1), 3);
     }
 }
