@@ -18,6 +18,8 @@ namespace lumoplot {
 
 class TCurFit;
 class TDSInfo;
+class TxyReader;
+class TxyWriter;
 
 /// The corrected Y of a point is Y − ZeroValue − BaseLineSlope·X. Points keep the raw Y; extents are of the
 /// corrected one.
@@ -144,6 +146,11 @@ public:
     const TDSInfo& DataSourceInfo() const { return *m_dataSourceInfo; }
     TCurFit& CurveFit() { return *m_curveFit; }
     const TCurFit& CurveFit() const { return *m_curveFit; }
+    /// Writes the series record and the point block (docs/stream-format.md), empty without points.
+    virtual void WriteToStream(TxyWriter& writer, bool withPoints) const;
+    /// Reads what WriteToStream wrote: settings go through the setters, points through AddPoint.
+    virtual void ReadFromStream(TxyReader& reader);
+
     /// The name and the fit's parameters that are shown: "Run 1 (k=0.25 1/s; A=3 V)".
     std::string LegendText() const;
 
