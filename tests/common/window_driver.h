@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -55,7 +56,7 @@ void WhenModal(std::function<void(TWindow&)> action) {
     auto* timer = new QTimer(qApp);
     QObject::connect(timer, &QTimer::timeout, qApp, [timer, action] {
         auto* window = qobject_cast<TWindow*>(QApplication::activeModalWidget());
-        if (!window) return;
+        if (!window || !window->windowHandle() || !window->windowHandle()->isExposed()) return;
         timer->deleteLater();
         timer->stop();
         action(*window);
