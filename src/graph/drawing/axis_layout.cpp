@@ -147,8 +147,12 @@ void TAxisLayout::PlaceTexts(const QRectF& plot, const TAxisFonts& fonts) {
     const QRectF inner = labels.isNull() ? plot : labels | plot;
     switch (m_side) {
     case TAxisSide::Below: m_titlePlace = {plot.left(), inner.bottom() + offset, plot.width(), height}; break;
-    case TAxisSide::Above: m_titlePlace = {plot.left(), inner.top() - offset - height, plot.width(), height}; break;
-    case TAxisSide::Left: m_titlePlace = {inner.left() - offset - height, plot.top(), height, plot.height()}; break;
+    case TAxisSide::Above:
+        m_titlePlace = {plot.left(), inner.top() - offset - height, plot.width(), height};
+        break;
+    case TAxisSide::Left:
+        m_titlePlace = {inner.left() - offset - height, plot.top(), height, plot.height()};
+        break;
     case TAxisSide::Right: m_titlePlace = {inner.right() + offset, plot.top(), height, plot.height()}; break;
     }
     m_textPlace |= m_titlePlace;

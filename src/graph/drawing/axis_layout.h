@@ -25,8 +25,8 @@ struct TAxisFonts {
 
 class XYGRAPH_EXPORT TAxisLayout {
 public:
-    /// The map covers the whole side of the plot rectangle; `crossing` is that of the axis at right angles. The
-    /// graph's axis must have a consistent range.
+    /// The map covers the whole side of the plot rectangle; `crossing` is that of the axis at right angles.
+    /// The graph's axis must have a consistent range.
     TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap& crossing, const TAxisFonts& fonts);
 
     const TAxis& Axis() const { return *m_axis; }
@@ -67,8 +67,8 @@ private:
 
 /// The scale map of an axis along its side of the plot rectangle.
 XYGRAPH_EXPORT TScaleMap MapOf(const TAxis& axis, const QRectF& plot);
-/// The title that an axis is drawn with: with EnableAutoTitle, the name of the only data set on a Y axis (of the X
-/// data set on the X axis) stands in for an empty title or the one of a new graph.
+/// The title that an axis is drawn with: with EnableAutoTitle, the name of the only data set on a Y axis (of
+/// the X data set on the X axis) stands in for an empty title or the one of a new graph.
 XYGRAPH_EXPORT QString TitleOf(const TAxis& axis);
 
 } // namespace lumoplot

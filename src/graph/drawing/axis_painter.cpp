@@ -56,8 +56,8 @@ void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts
         if (tick.Label.IsEmpty()) continue;
         const QRectF place = axis.LabelPlace(tick, fonts);
         // Beside a vertical axis the digits, not the whole line of text, are centred on the tick.
-        const double baseline = axis.IsHorizontal() ? place.top() + style.Ascent()
-                                                    : place.center().y() + style.CapHeight() / 2;
+        const double baseline =
+            axis.IsHorizontal() ? place.top() + style.Ascent() : place.center().y() + style.CapHeight() / 2;
         style.Draw(canvas, {place.left(), baseline}, tick.Label);
     }
     const auto orientation = axis.IsHorizontal() ? Qt::Horizontal : Qt::Vertical;

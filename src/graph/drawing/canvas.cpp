@@ -12,7 +12,8 @@ constexpr int kLargestFont = 1000;
 
 bool HasPixels(const QPainter& painter) {
     const QTransform device = painter.deviceTransform();
-    const bool upright = device.type() <= QTransform::TxScale && device.m11() > 0 && device.m11() == device.m22();
+    const bool upright =
+        device.type() <= QTransform::TxScale && device.m11() > 0 && device.m11() == device.m22();
     return upright && painter.paintEngine()->type() == QPaintEngine::Raster;
 }
 

@@ -60,7 +60,8 @@ private:
             return;
         }
         qsizetype length = 1;
-        while (m_place + length < m_format.size() && m_format[m_place + length].toLower() == c.toLower()) ++length;
+        while (m_place + length < m_format.size() && m_format[m_place + length].toLower() == c.toLower())
+            ++length;
         m_place += length;
         m_text += Token(letter, length);
         m_lastToken = letter;
@@ -85,8 +86,11 @@ private:
     QString Token(char letter, qsizetype length) const {
         switch (letter) {
         case 'd': return Day(length);
-        case 'm': return m_lastToken == 'h' ? Digits(m_moment.Minute, std::min<qsizetype>(length, 2)) : Month(length);
-        case 'y': return length <= 2 ? Digits(m_moment.Date.year() % 100, 2) : Digits(m_moment.Date.year(), 4);
+        case 'm':
+            return m_lastToken == 'h' ? Digits(m_moment.Minute, std::min<qsizetype>(length, 2))
+                                      : Month(length);
+        case 'y':
+            return length <= 2 ? Digits(m_moment.Date.year() % 100, 2) : Digits(m_moment.Date.year(), 4);
         case 'h': return Digits(Hour(), std::min<qsizetype>(length, 2));
         case 'n': return Digits(m_moment.Minute, std::min<qsizetype>(length, 2));
         case 's': return Digits(m_moment.Second, std::min<qsizetype>(length, 2));

@@ -17,10 +17,10 @@ inline constexpr double kLastDateValue = 2958466;
 XYGRAPH_EXPORT double ValueOfDate(const QDate& date);
 XYGRAPH_EXPORT QDate DateOfValue(double value);
 
-/// The value, rounded to a millisecond, in a format made of the tokens d dd ddd dddd (day, name of the weekday),
-/// m mm mmm mmmm (month), yy yyyy, h hh, n nn (minute; also m right behind h), s ss, zzz (millisecond), am/pm and
-/// a/p (which make h count to 12), letter case ignored; 'text' and "text" stand as they are, as do all other
-/// characters. Names are English. Empty for a value without a date.
+/// The value, rounded to a millisecond, in a format made of the tokens d dd ddd dddd (day, name of the
+/// weekday), m mm mmm mmmm (month), yy yyyy, h hh, n nn (minute; also m right behind h), s ss, zzz
+/// (millisecond), am/pm and a/p (which make h count to 12), letter case ignored; 'text' and "text" stand as
+/// they are, as do all other characters. Names are English. Empty for a value without a date.
 XYGRAPH_EXPORT QString DateText(double value, std::string_view format);
 
 } // namespace lumoplot

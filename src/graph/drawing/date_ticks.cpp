@@ -1,5 +1,5 @@
-// Ticks of date axes. The axis asks for a unit; where its ticks would crowd, the next larger unit of the calendar
-// takes its place.
+// Ticks of date axes. The axis asks for a unit; where its ticks would crowd, the next larger unit of the
+// calendar takes its place.
 #include "graph/drawing/date_text.h"
 #include "graph/drawing/ticks.h"
 
@@ -28,20 +28,31 @@ struct TCalendarStep {
 };
 
 constexpr int kYear = 12;
-constexpr std::array kLadder = {
-    TCalendarStep{TCalendarUnit::Minute, 1},          TCalendarStep{TCalendarUnit::Minute, 5},
-    TCalendarStep{TCalendarUnit::Minute, 15},         TCalendarStep{TCalendarUnit::Minute, 30},
-    TCalendarStep{TCalendarUnit::Minute, 60},         TCalendarStep{TCalendarUnit::Minute, 180},
-    TCalendarStep{TCalendarUnit::Minute, 360},        TCalendarStep{TCalendarUnit::Minute, 720},
-    TCalendarStep{TCalendarUnit::Day, 1},             TCalendarStep{TCalendarUnit::Week, 1},
-    TCalendarStep{TCalendarUnit::Week, 2},            TCalendarStep{TCalendarUnit::Month, 1},
-    TCalendarStep{TCalendarUnit::Month, 2},           TCalendarStep{TCalendarUnit::Month, 3},
-    TCalendarStep{TCalendarUnit::Month, 6},           TCalendarStep{TCalendarUnit::Month, kYear},
-    TCalendarStep{TCalendarUnit::Month, 2 * kYear},   TCalendarStep{TCalendarUnit::Month, 5 * kYear},
-    TCalendarStep{TCalendarUnit::Month, 10 * kYear},  TCalendarStep{TCalendarUnit::Month, 20 * kYear},
-    TCalendarStep{TCalendarUnit::Month, 50 * kYear},  TCalendarStep{TCalendarUnit::Month, 100 * kYear},
-    TCalendarStep{TCalendarUnit::Month, 200 * kYear}, TCalendarStep{TCalendarUnit::Month, 500 * kYear},
-    TCalendarStep{TCalendarUnit::Month, 1000 * kYear}};
+constexpr std::array kLadder = {TCalendarStep{TCalendarUnit::Minute, 1},
+                                TCalendarStep{TCalendarUnit::Minute, 5},
+                                TCalendarStep{TCalendarUnit::Minute, 15},
+                                TCalendarStep{TCalendarUnit::Minute, 30},
+                                TCalendarStep{TCalendarUnit::Minute, 60},
+                                TCalendarStep{TCalendarUnit::Minute, 180},
+                                TCalendarStep{TCalendarUnit::Minute, 360},
+                                TCalendarStep{TCalendarUnit::Minute, 720},
+                                TCalendarStep{TCalendarUnit::Day, 1},
+                                TCalendarStep{TCalendarUnit::Week, 1},
+                                TCalendarStep{TCalendarUnit::Week, 2},
+                                TCalendarStep{TCalendarUnit::Month, 1},
+                                TCalendarStep{TCalendarUnit::Month, 2},
+                                TCalendarStep{TCalendarUnit::Month, 3},
+                                TCalendarStep{TCalendarUnit::Month, 6},
+                                TCalendarStep{TCalendarUnit::Month, kYear},
+                                TCalendarStep{TCalendarUnit::Month, 2 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 5 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 10 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 20 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 50 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 100 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 200 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 500 * kYear},
+                                TCalendarStep{TCalendarUnit::Month, 1000 * kYear}};
 
 TCalendarStep StepOf(TAxis::Dateticks type) {
     using enum TCalendarUnit;

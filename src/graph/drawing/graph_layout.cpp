@@ -66,13 +66,15 @@ TAxisLayouts TGraphLayout::LayOutAxes() const {
 void TGraphLayout::PlaceTitle() {
     m_titlePlace = {};
     if (m_graph.Appearance()->GraphTitle().empty()) return;
-    const double top = std::min(m_plot.top(), m_axes.X.TextPlace().isNull() ? m_plot.top() : m_axes.X.TextPlace().top());
+    const double top =
+        std::min(m_plot.top(), m_axes.X.TextPlace().isNull() ? m_plot.top() : m_axes.X.TextPlace().top());
     const double height = m_titleStyle.Height();
     const double offset = m_graph.Dimensions()->GraphTitleOffset();
     m_titlePlace = {m_bounds.left() + kEdge, top - offset - height, m_bounds.width() - 2 * kEdge, height};
     // A title is centred over the plot as long as it fits there.
     const double width = m_titleStyle.Width(QString::fromStdString(m_graph.Appearance()->GraphTitle()));
-    const double room = 2 * std::min(m_plot.center().x() - m_bounds.left(), m_bounds.right() - m_plot.center().x());
+    const double room =
+        2 * std::min(m_plot.center().x() - m_bounds.left(), m_bounds.right() - m_plot.center().x());
     if (width <= room - 2 * kEdge)
         m_titlePlace = {m_plot.center().x() - room / 2, m_titlePlace.top(), room, height};
 }
@@ -86,8 +88,10 @@ bool TGraphLayout::GrowMargins() {
                                   -std::max(0.0, texts.right() - room.right()),
                                   -std::max(0.0, texts.bottom() - room.bottom()));
     // Where the texts need too much, the plot keeps its place in that direction and they are cut off.
-    if (plot.width() < kFairShare * m_bounds.width()) plot = {m_plot.left(), plot.top(), m_plot.width(), plot.height()};
-    if (plot.height() < kFairShare * m_bounds.height()) plot = {plot.left(), m_plot.top(), plot.width(), m_plot.height()};
+    if (plot.width() < kFairShare * m_bounds.width())
+        plot = {m_plot.left(), plot.top(), m_plot.width(), plot.height()};
+    if (plot.height() < kFairShare * m_bounds.height())
+        plot = {plot.left(), m_plot.top(), plot.width(), m_plot.height()};
     if (plot == m_plot) return false;
     m_plot = plot;
     return true;

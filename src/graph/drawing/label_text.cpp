@@ -9,10 +9,10 @@ namespace lumoplot {
 namespace {
 
 constexpr int kMostDecimals = 15;
-constexpr double kFixedLimit = 1e6;      // from here on, Auto labels are powers of ten
-constexpr double kSmallLimit = 1e-3;     // so they are when everything is below this
+constexpr double kFixedLimit = 1e6;       // from here on, Auto labels are powers of ten
+constexpr double kSmallLimit = 1e-3;      // so they are when everything is below this
 constexpr double kUnreadableFixed = 1e16; // no format writes out more digits than a double holds
-constexpr double kNoise = 1e-6;          // part of a step that is rounding noise
+constexpr double kNoise = 1e-6;           // part of a step that is rounding noise
 
 const QChar kMinus(0x2212);
 const QChar kTimes(0x00D7);
@@ -69,7 +69,8 @@ TNumberLabels::TNumberLabels(const TNumberFormat& format, double step, double la
     : m_step(step) {
     using enum TAxis::TLabelFormat;
     const bool outOfRange = largest >= kFixedLimit || largest < kSmallLimit;
-    m_usesPowers = format.Format == lfExp || (format.Format == lfAuto && outOfRange) || largest >= kUnreadableFixed;
+    m_usesPowers =
+        format.Format == lfExp || (format.Format == lfAuto && outOfRange) || largest >= kUnreadableFixed;
     int needed = std::max(DecimalsOf(step), origin == 0 ? 0 : DecimalsOf(origin));
     if (m_usesPowers) {
         const int exponent = ExponentOf(largest);

@@ -30,9 +30,9 @@ XYGRAPH_EXPORT int DecimalsOf(double step);
 /// Labels of one axis whose ticks lie `step` apart and reach up to `largest` in magnitude.
 class XYGRAPH_EXPORT TNumberLabels {
 public:
-    /// Fixed and Exp show the format's decimals unless AutoDecimals is set; Auto shows at least those that tell
-    /// the ticks apart and turns to powers of ten from 1 million on and below 1 thousandth.
-    /// `origin` is where ticks are counted from; its decimals count as well.
+    /// Fixed and Exp show the format's decimals unless AutoDecimals is set; Auto shows at least those that
+    /// tell the ticks apart and turns to powers of ten from 1 million on and below 1 thousandth. `origin` is
+    /// where ticks are counted from; its decimals count as well.
     TNumberLabels(const TNumberFormat& format, double step, double largest, double origin = 0);
 
     TLabelText Text(double value) const;

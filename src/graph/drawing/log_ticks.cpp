@@ -8,8 +8,8 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kReach = 1e-9;         // ends of the range, relative
-constexpr double kMinorSpacing = 3;     // units between the two nearest minor ticks of a decade
+constexpr double kReach = 1e-9;     // ends of the range, relative
+constexpr double kMinorSpacing = 3; // units between the two nearest minor ticks of a decade
 constexpr int kMostDivisions = 20;
 constexpr double kPlainFrom = 1e-4; // labels between these are written out
 constexpr double kPlainTo = 1e5;
@@ -22,7 +22,8 @@ class TLogLabels {
 public:
     explicit TLogLabels(const TTickRules& rules) {
         using enum TAxis::TLabelFormat;
-        const bool shortNumbers = rules.Min >= kPlainFrom * (1 - kReach) && rules.Max <= kPlainTo * (1 + kReach);
+        const bool shortNumbers =
+            rules.Min >= kPlainFrom * (1 - kReach) && rules.Max <= kPlainTo * (1 + kReach);
         m_isPlain = rules.Numbers.Format == lfFixed || (rules.Numbers.Format == lfAuto && shortNumbers);
     }
     TLabelText Text(double mantissa, int exponent) const {
@@ -67,7 +68,8 @@ int DecadeStride(int coarseness) {
     return kStrides[std::min<int>(coarseness, std::size(kStrides) - 1)];
 }
 
-void AddDecade(TLogTickList& list, int exponent, const TTickRules& rules, double decadeLength, int coarseness) {
+void AddDecade(TLogTickList& list, int exponent, const TTickRules& rules, double decadeLength,
+               int coarseness) {
     const bool labelsParts = coarseness == 0;
     const auto divisions = DivisionsOf(rules.LogCycleDivisions);
     if (labelsParts)
@@ -75,7 +77,8 @@ void AddDecade(TLogTickList& list, int exponent, const TTickRules& rules, double
     if (decadeLength * (1 - std::log10(9.0)) < kMinorSpacing) return;
     for (int digit = 2; digit <= 9; ++digit) {
         const auto isDigit = [digit](double mantissa) { return std::abs(mantissa - digit) < 1e-9; };
-        if (!labelsParts || std::ranges::none_of(divisions, isDigit)) list.Add(digit, exponent, TTickKind::Minor);
+        if (!labelsParts || std::ranges::none_of(divisions, isDigit))
+            list.Add(digit, exponent, TTickKind::Minor);
     }
 }
 

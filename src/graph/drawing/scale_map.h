@@ -33,9 +33,9 @@ private:
     double m_max;
     double m_from;
     double m_to;
-    double m_start;     ///< min, or its logarithm
-    double m_length;    ///< max − min, or the difference of the logarithms
-    double m_shrink;    ///< below 1 when max − min is beyond the range of doubles
+    double m_start;  ///< min, or its logarithm
+    double m_length; ///< max − min, or the difference of the logarithms
+    double m_shrink; ///< below 1 when max − min is beyond the range of doubles
     TScaleKind m_kind;
 };
 

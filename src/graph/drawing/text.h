@@ -1,5 +1,5 @@
-// Texts of a graph in one font: how large they are and how they are drawn. Lengths are units of 1/96 inch and the
-// same on every device.
+// Texts of a graph in one font: how large they are and how they are drawn. Lengths are units of 1/96 inch and
+// the same on every device.
 #pragma once
 
 #include "graph/drawing/canvas.h"

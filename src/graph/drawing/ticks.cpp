@@ -10,11 +10,11 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kReach = 1e-6;           // ticks so near to an end of the range, in steps, lie on it
-constexpr double kMinorSpacing = 5;       // units between minor ticks, at least
-constexpr double kMajorSpacing = 3;       // and between major ones
+constexpr double kReach = 1e-6;     // ticks so near to an end of the range, in steps, lie on it
+constexpr double kMinorSpacing = 5; // units between minor ticks, at least
+constexpr double kMajorSpacing = 3; // and between major ones
 constexpr double kMostTicks = 20000;
-constexpr double kLargestCount = 4e15;    // steps that a double still counts exactly
+constexpr double kLargestCount = 4e15; // steps that a double still counts exactly
 
 struct TStepGrid {
     double Origin;
@@ -26,7 +26,8 @@ struct TStepGrid {
 };
 
 TStepGrid GridOf(double min, double max, double step, double origin) {
-    return {origin, step, std::ceil((min - origin) / step - kReach), std::floor((max - origin) / step + kReach)};
+    return {origin, step, std::ceil((min - origin) / step - kReach),
+            std::floor((max - origin) / step + kReach)};
 }
 
 bool IsCountable(const TStepGrid& grid) {
@@ -57,7 +58,8 @@ double UsableStep(const TTickRules& rules) {
     return TickStep(rules.Min, rules.Max, rules.MinSteps).value_or((rules.Max / 2 - rules.Min / 2) / 2.5);
 }
 
-void AddMinorTicks(std::vector<TTick>& ticks, const TStepGrid& grid, const TTickRules& rules, double spacing) {
+void AddMinorTicks(std::vector<TTick>& ticks, const TStepGrid& grid, const TTickRules& rules,
+                   double spacing) {
     const int parts = PartsOf(grid.Step);
     if (parts == 1 || spacing / parts < kMinorSpacing) return;
     const TStepGrid fine = GridOf(rules.Min, rules.Max, grid.Step / parts, grid.Origin);

@@ -1,5 +1,5 @@
-// Where the ticks of an axis lie and what their labels say: linear, logarithmic and date axes. Plain functions of
-// the numbers in TTickRules; nothing here measures texts or paints.
+// Where the ticks of an axis lie and what their labels say: linear, logarithmic and date axes. Plain
+// functions of the numbers in TTickRules; nothing here measures texts or paints.
 #pragma once
 
 #include "graph/drawing/label_text.h"
@@ -40,8 +40,8 @@ XYGRAPH_EXPORT TTickRules TickRulesOf(const TAxis& axis);
 inline constexpr int kCoarsest = 30;
 
 /// Ticks in ascending order for an axis that is `length` units long. A coarseness of 1, 2, … labels fewer and
-/// fewer of them, for labels that would overlap; those left out become minor ticks. Never more ticks than fit,
-/// empty for a range that is none.
+/// fewer of them, for labels that would overlap; those left out become minor ticks. Never more ticks than
+/// fit, empty for a range that is none.
 XYGRAPH_EXPORT std::vector<TTick> ChooseTicks(const TTickRules& rules, double length, int coarseness);
 
 // The three kinds of axis behind ChooseTicks.
