@@ -69,8 +69,8 @@ QString TitleOf(const TAxis& axis) {
     return name.isEmpty() || IsDefaultName(name) ? title : name;
 }
 
-TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap& crossing,
-                         const TAxisFonts& fonts)
+TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& bounds, const QRectF& plot,
+                         const TScaleMap& crossing, const TAxisFonts& fonts)
     : m_axis(&axis), m_map(MapOf(axis, plot)) {
     const TAppearance& appearance = *axis.Graph().Appearance();
     const TDimensions& dimensions = *axis.Graph().Dimensions();
@@ -80,7 +80,8 @@ TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap&
     m_showsLabels = axis.ShowAxis() && appearance.ShowGraphLabels();
     if (m_showsLabels) m_title = TitleOf(axis);
     FitTicks(IsHorizontal() ? plot.width() : plot.height(), fonts);
-    PlaceTexts(plot, fonts);
+    DropLabelsOnLines(plot);
+    PlaceTexts(bounds, plot, fonts);
 }
 
 void TAxisLayout::ChooseSide(const QRectF& plot, const TScaleMap& crossing) {
@@ -133,7 +134,19 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
     return {m_line + distance, place - height / 2, width, height};
 }
 
-void TAxisLayout::PlaceTexts(const QRectF& plot, const TAxisFonts& fonts) {
+// Beside an axis that runs through the plot, the labels at its two ends would lie on the lines of other axes.
+void TAxisLayout::DropLabelsOnLines(const QRectF& plot) {
+    const bool isInside = IsHorizontal() ? m_line > plot.top() + 1 && m_line < plot.bottom() - 1
+                                         : m_line > plot.left() + 1 && m_line < plot.right() - 1;
+    if (!isInside) return;
+    const double reach = 1 / (IsHorizontal() ? plot.width() : plot.height());
+    for (TTick& tick : m_ticks) {
+        const double fraction = m_map.Fraction(tick.Value);
+        if (fraction < reach || fraction > 1 - reach) tick.Label = {};
+    }
+}
+
+void TAxisLayout::PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAxisFonts& fonts) {
     if (!m_showsLabels) return;
     QRectF labels;
     for (const TTick& tick : m_ticks)
@@ -145,15 +158,15 @@ void TAxisLayout::PlaceTexts(const QRectF& plot, const TAxisFonts& fonts) {
     const double height = fonts.Titles.Height();
     // A title lies behind the labels and never inside the plot.
     const QRectF inner = labels.isNull() ? plot : labels | plot;
+    // It is centred on the plot; one that is longer than the plot may use the whole side of the graph.
+    const double width = fonts.Titles.Width(m_title);
+    const QRectF& x = width > plot.width() ? bounds : plot;
+    const QRectF& y = width > plot.height() ? bounds : plot;
     switch (m_side) {
-    case TAxisSide::Below: m_titlePlace = {plot.left(), inner.bottom() + offset, plot.width(), height}; break;
-    case TAxisSide::Above:
-        m_titlePlace = {plot.left(), inner.top() - offset - height, plot.width(), height};
-        break;
-    case TAxisSide::Left:
-        m_titlePlace = {inner.left() - offset - height, plot.top(), height, plot.height()};
-        break;
-    case TAxisSide::Right: m_titlePlace = {inner.right() + offset, plot.top(), height, plot.height()}; break;
+    case TAxisSide::Below: m_titlePlace = {x.left(), inner.bottom() + offset, x.width(), height}; break;
+    case TAxisSide::Above: m_titlePlace = {x.left(), inner.top() - offset - height, x.width(), height}; break;
+    case TAxisSide::Left: m_titlePlace = {inner.left() - offset - height, y.top(), height, y.height()}; break;
+    case TAxisSide::Right: m_titlePlace = {inner.right() + offset, y.top(), height, y.height()}; break;
     }
     m_textPlace |= m_titlePlace;
 }

@@ -23,8 +23,9 @@ QPen LinePen(const TCanvas& canvas, const TSeries& series) {
 void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositions& positions,
               const QRectF& visible) {
     const QPen pen = LinePen(canvas, series);
-    // Beyond the visible part a line goes on far enough for its caps and joins to stay out of sight.
-    const double beyond = 4 * pen.widthF() * canvas.PixelsPerUnit() + 2;
+    // Beyond the visible part a line goes on far enough for its caps and joins to stay out of sight. Not
+    // every vector format cuts off what lies outside a clip rectangle, so there it ends at the edge.
+    const double beyond = canvas.IsRaster() ? 4 * pen.widthF() * canvas.PixelsPerUnit() + 2 : 0;
     const QRectF reach = ToDevice(canvas, visible).adjusted(-beyond, -beyond, beyond, beyond);
     TColumnReducer reducer(reach.left(), reach.right());
     positions.ForEachRun([&](std::span<const double> x, std::span<const double> y) { reducer.Add(x, y); });
