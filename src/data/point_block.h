@@ -1,0 +1,110 @@
+// A run of neighbouring points of a chain, kept as one array per field so that a scan reads contiguous
+// doubles. Owned by its TPointChain, which decides where points go; a block only keeps its arrays in step.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace lumoplot {
+
+/// A copy of one point of a chain.
+struct TSeriesPoint {
+    std::int32_t Id = 0;
+    double X = 0;
+    double Y = 0;
+    double Derived = 0;
+};
+
+/// The first place whose value is not below `key`, or the size; `values` ascend, `key` is a number.
+std::size_t FirstNotBelow(std::span<const double> values, double key);
+
+class TPointBlock {
+public:
+    /// Large enough that splits and their relinking of Ids are rare, small enough that moving the points
+    /// behind an insertion costs less than the search.
+    static constexpr std::size_t kCapacity = 512;
+
+    /// An empty block with room for `capacity` points; MakeRoom enlarges it up to kCapacity.
+    explicit TPointBlock(std::size_t capacity);
+
+    std::size_t Count() const { return m_x.size(); }
+    bool IsEmpty() const { return m_x.empty(); }
+    bool IsFull() const { return m_x.size() == kCapacity; }
+    std::span<const std::int32_t> Ids() const { return m_ids; }
+    std::span<const double> X() const { return m_x; }
+    std::span<const double> Y() const { return m_y; }
+    /// Empty while the Derived of every point is 0.
+    std::span<const double> Derived() const { return m_derived; }
+    TSeriesPoint Point(std::size_t place) const {
+        return {m_ids[place], m_x[place], m_y[place], m_derived.empty() ? 0 : m_derived[place]};
+    }
+    /// Minus infinity in an empty block.
+    double MaxX() const { return m_maxX; }
+
+    /// Where the block was last seen in its chain; only a hint.
+    std::size_t Position() const { return m_position; }
+    void SetPosition(std::size_t position) { m_position = position; }
+
+    /// The first place whose X is not below `key`, or the count, whatever the order of the points.
+    std::size_t FirstAtLeast(double key) const;
+    /// The place of the point with that Id, or the count.
+    std::size_t PlaceOf(std::int32_t id) const;
+
+    /// Prepares one insertion. All that allocates happens here, so an insertion is done wholly or not at all.
+    void MakeRoom();
+    /// Inserts before `place` a point whose Derived is 0. Needs the room.
+    void Insert(std::size_t place, std::int32_t id, double x, double y);
+    void Overwrite(std::size_t place, double x, double y);
+    void SetY(std::size_t place, double y) { m_y[place] = y; }
+    void Erase(std::size_t place);
+    /// One value a point, or none at all, which makes them 0.
+    void SetDerived(std::span<const double> values);
+
+    /// Moves the points from `place` on into a new block.
+    std::unique_ptr<TPointBlock> SplitOff(std::size_t place);
+    /// Appends the points of `next`; both together fit into one block.
+    void Absorb(const TPointBlock& next);
+
+    /// Removes, from first to last, the points for which `erase(x, id)` is true, and returns how many.
+    template <class TPredicate>
+    std::size_t EraseIf(TPredicate erase);
+
+private:
+    void Reserve(std::size_t capacity);
+    void Resize(std::size_t count);
+    void Renew();
+
+    std::vector<double> m_x;
+    std::vector<double> m_y;
+    std::vector<std::int32_t> m_ids;
+    std::vector<double> m_derived;
+    double m_maxX = -std::numeric_limits<double>::infinity();
+    std::size_t m_position = 0;
+    bool m_ordered = true; ///< X ascends; false may also mean that this is not known
+};
+
+template <class TPredicate>
+std::size_t TPointBlock::EraseIf(TPredicate erase) {
+    const std::size_t count = Count();
+    std::size_t kept = 0;
+    for (std::size_t place = 0; place < count; ++place) {
+        if (erase(m_x[place], m_ids[place])) continue;
+        m_x[kept] = m_x[place];
+        m_y[kept] = m_y[place];
+        m_ids[kept] = m_ids[place];
+        if (!m_derived.empty()) m_derived[kept] = m_derived[place];
+        ++kept;
+    }
+    if (kept < count) {
+        Resize(kept);
+        Renew();
+    }
+    return count - kept;
+}
+
+} // namespace lumoplot

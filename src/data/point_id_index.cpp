@@ -1,0 +1,23 @@
+#include "data/point_id_index.h"
+
+#include <algorithm>
+
+namespace lumoplot {
+
+void TPointIdIndex::MakeRoom() {
+    if (static_cast<std::size_t>(m_lastId) == m_pages.size() << kPageBits) {
+        m_pages.emplace_back();
+        if (m_pages.size() > 1) m_pages.back().Blocks.reserve(kPageSize);
+    }
+    auto& blocks = m_pages.back().Blocks;
+    if (blocks.size() < blocks.capacity()) return;
+    blocks.reserve(std::clamp<std::size_t>(2 * blocks.size(), 8, kPageSize));
+}
+
+void TPointIdIndex::Remove(std::int32_t id) {
+    TPage& page = m_pages[PageOf(id)];
+    page.Blocks[SlotOf(id)] = nullptr;
+    if (--page.Live == 0 && page.Blocks.size() == kPageSize) page.Blocks = {};
+}
+
+} // namespace lumoplot

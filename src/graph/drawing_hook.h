@@ -1,0 +1,20 @@
+// How the component reaches its drawing without knowing it: graph/drawing installs its function when the
+// library is loaded, and the panel calls it to paint itself.
+#pragma once
+
+#include "support/export.h"
+
+#include <QRectF>
+
+class QPainter;
+
+namespace lumoplot {
+
+class TxyGraph;
+
+/// Draws a prepared graph, without its child graphs (they paint themselves), into a rectangle of the painter.
+using TDrawPanel = void (*)(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle);
+
+XYGRAPH_EXPORT void InstallDrawing(TDrawPanel draw);
+
+} // namespace lumoplot
