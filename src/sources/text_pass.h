@@ -28,9 +28,11 @@ private:
     void Start(int samplingFrequency, const TPointSink& sink, TTextReport& report);
     const char* TakeRows(const TTextWindow& window);
     const char* TakeRow(const char* text, const char* end, TTextEnd textEnd);
-    const char* TakeFastRow(const char* text, const char* end);
+    const char* TakeFastRows(const char* text);
+    bool IsFast(const char* text) const;
     const char* TakeSplitRow(const char* text, const char* end, TTextEnd textEnd);
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
+    bool UsesRow() const { return m_byX || (m_untilHit == 0 && m_frequency != kCountOnly); }
     bool IsHit();
     void Add(double x, double y);
     void TakeColumns();
@@ -60,6 +62,7 @@ private:
     std::int64_t m_dataRow = 0;       ///< number of the last data row among the data rows
     const char* m_linesEnd = nullptr; ///< behind the last line of the window that is whole
     std::vector<TTextCell> m_cells;
+    std::size_t m_count = 0; ///< rows in the block that is being filled
     std::vector<double> m_x;
     std::vector<double> m_y;
     std::vector<std::int64_t> m_rows;

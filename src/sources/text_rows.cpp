@@ -40,6 +40,7 @@ TRowSplitter::TRowSplitter(const TTextFormat& format)
     : m_columnWidth(static_cast<std::size_t>(std::max(format.columnWidth, 0))),
       m_utf8(format.encoding != TTextEncoding::CodePage) {
     m_classes[' '] = m_classes['\t'] = kBlank;
+    m_classes['\n'] = m_classes['\r'] = kLineEnd;
     m_classes['\x1A'] = kBlank; // ends the text of some old programs
     if (m_columnWidth > 0) return;
     for (const char c : format.separators)
