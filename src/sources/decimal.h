@@ -17,7 +17,7 @@ struct TDecimal {
     static constexpr int kMaxDigits = 19; ///< any so many digits fit into 64 bits
 
     std::uint64_t mantissa = 0;
-    int digits = 0;
+    int digits = 0; ///< with zeros in front where they are few
     int exponent = 0;
     bool negative = false;
 };
@@ -87,17 +87,28 @@ inline const char* TakeExponent(const char* text, TDecimal& number) {
     return text;
 }
 
+/// Without the zeros in front of the digits, which do not fill the mantissa.
+inline int SignificantDigits(const char* digits, char decimalSign, int count) {
+    for (; *digits == '0' || *digits == decimalSign; ++digits)
+        if (*digits == '0') --count;
+    return count;
+}
+
 /// Takes the number at `text` apart; returns where it ends, or null when there is none.
 inline const char* Take(const char* text, char decimalSign, TDecimal& number) {
     number.negative = *text == '-';
     if (*text == '-' || *text == '+') ++text;
+    const char* first = text;
     text = TakeDigits(text, number);
     if (*text == decimalSign) {
         const int before = number.digits;
         text = TakeDigits(text + 1, number);
         number.exponent = before - number.digits;
     }
-    return number.digits == 0 ? nullptr : TakeExponent(text, number);
+    if (number.digits == 0) return nullptr;
+    if (number.digits > TDecimal::kMaxDigits)
+        number.digits = SignificantDigits(first, decimalSign, number.digits);
+    return TakeExponent(text, number);
 }
 
 #if defined(__SIZEOF_INT128__)
@@ -133,10 +144,10 @@ inline double Quotient(std::uint64_t mantissa, int digits) {
         static_cast<TWide>(by.reciprocal) * static_cast<std::uint64_t>(numerator >> 64) + numerator;
     std::uint64_t quotient = static_cast<std::uint64_t>(estimate >> 64) + 1;
     std::uint64_t rest = static_cast<std::uint64_t>(numerator) - quotient * by.divisor;
-    if (rest > static_cast<std::uint64_t>(estimate)) {
-        --quotient;
-        rest += by.divisor;
-    }
+    // Taken in half of the cases: arithmetic is faster than a branch.
+    const std::uint64_t isAbove = -std::uint64_t{rest > static_cast<std::uint64_t>(estimate)};
+    quotient += isAbove;
+    rest += isAbove & by.divisor;
     if (rest >= by.divisor) {
         ++quotient;
         rest -= by.divisor;

@@ -32,7 +32,7 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
 }
 
 // Over whole cells; null when the row ends before, or has a quote.
-inline const char* TFastRows::SkipCells(const char* text, int count) const {
+[[gnu::always_inline]] inline const char* TFastRows::SkipCells(const char* text, int count) const {
     for (; count > 0; --count) {
         while (m_blanksSeparate && IsBlank(*text)) ++text;
         while (!m_splitter.IsSpecial(*text)) ++text;
@@ -43,7 +43,7 @@ inline const char* TFastRows::SkipCells(const char* text, int count) const {
 }
 
 // The number of the cell at `text`; returns the separator or line end behind it.
-inline const char* TFastRows::ReadCell(const char* text, double& value) const {
+[[gnu::always_inline]] inline const char* TFastRows::ReadCell(const char* text, double& value) const {
     while (IsBlank(*text) && (m_blanksSeparate || !m_splitter.IsSeparator(*text))) ++text;
     TDecimal number;
     const char* end = decimal::Take(text, m_decimalSign, number);
@@ -55,7 +55,7 @@ inline const char* TFastRows::ReadCell(const char* text, double& value) const {
 }
 
 // The line end of the row; null when there is a quote before it.
-inline const char* TFastRows::SkipRest(const char* text, const char* end) const {
+[[gnu::always_inline]] inline const char* TFastRows::SkipRest(const char* text, const char* end) const {
     if (IsLineEnd(*text)) return text;
     const char* lineEnd = FindLineEnd(text, end);
     for (const char quote : m_splitter.Quotes())
@@ -63,7 +63,8 @@ inline const char* TFastRows::SkipRest(const char* text, const char* end) const 
     return lineEnd;
 }
 
-inline const char* TFastRows::ReadRow(const char* text, const char* end, double& x, double& y) const {
+[[gnu::always_inline]] inline const char* TFastRows::ReadRow(const char* text, const char* end, double& x,
+                                                             double& y) const {
     if (m_firstColumn > 0) {
         const char* first = text;
         while (IsBlank(*first)) ++first;

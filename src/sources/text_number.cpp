@@ -13,17 +13,23 @@
 namespace lumoplot {
 namespace {
 
+std::optional<double> FromChars(std::string_view text) {
+    if (text.starts_with('+')) text.remove_prefix(1);
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    return result.ec == std::errc() ? std::optional(value) : std::nullopt;
+}
+
 // Any number, by the library. Nothing for one beyond the range of doubles.
 std::optional<double> LibraryValue(std::string_view text, char decimalSign) {
+    const auto isForeign = [decimalSign](char c) {
+        return c == 'd' || c == 'D' || (c == decimalSign && c != '.');
+    };
+    if (std::none_of(text.begin(), text.end(), isForeign)) return FromChars(text);
     std::string plain(text);
-    for (char& c : plain) {
-        if (c == decimalSign) c = '.';
-        if (c == 'd' || c == 'D') c = 'e';
-    }
-    const char* first = plain.data() + (plain.starts_with('+') ? 1 : 0);
-    double value = 0;
-    const auto result = std::from_chars(first, plain.data() + plain.size(), value);
-    return result.ec == std::errc() ? std::optional(value) : std::nullopt;
+    for (char& c : plain)
+        if (isForeign(c)) c = c == decimalSign ? '.' : 'e';
+    return FromChars(plain);
 }
 
 bool IsNotFinite(std::string_view text) {
@@ -34,13 +40,15 @@ bool IsNotFinite(std::string_view text) {
     return false;
 }
 
-// Whether a number beyond the range of doubles is too large rather than too small. Leading zeros do not
-// count.
-bool IsTooLarge(const TDecimal& number, std::string_view text) {
-    const std::size_t zeros = text.find_first_of("123456789");
-    const std::size_t leading = static_cast<std::size_t>(
-        std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(zeros), '0'));
-    return number.exponent + number.digits - static_cast<int>(leading) > 0;
+// A number beyond the range of doubles is too large rather than too small when it is above 1.
+bool IsTooLarge(const TDecimal& number, std::string_view text, char decimalSign) {
+    const std::size_t first = text.find_first_of("0123456789");
+    const std::size_t end = std::min(text.find_first_of("eEdD"), text.size());
+    const auto digits = std::count_if(text.begin() + static_cast<std::ptrdiff_t>(first),
+                                      text.begin() + static_cast<std::ptrdiff_t>(end), decimal::IsDigit);
+    const int significant =
+        decimal::SignificantDigits(text.data() + first, decimalSign, static_cast<int>(digits));
+    return number.exponent + significant > 0;
 }
 
 } // namespace
@@ -75,7 +83,8 @@ TNumberReading ParseNumber(std::string_view cell, char decimalSign) {
     if (IsNotFinite(cell))
         reading.state = TNumberState::NotFinite;
     else if (decimal::Take(text, decimalSign, number) == text + cell.size())
-        reading.state = IsTooLarge(number, cell) ? TNumberState::TooLarge : TNumberState::TooSmall;
+        reading.state = IsTooLarge(number, {text, cell.size()}, decimalSign) ? TNumberState::TooLarge
+                                                                             : TNumberState::TooSmall;
     reading.value = 0;
     return reading;
 }
