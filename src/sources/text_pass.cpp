@@ -1,5 +1,7 @@
 #include "sources/text_pass.h"
 
+#include "sources/decimal.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -15,6 +17,10 @@ std::int64_t RowBound(double value) {
 const char* BehindLastLineEnd(const char* begin, const char* end) {
     while (end > begin && end[-1] != '\n' && end[-1] != '\r') --end;
     return end;
+}
+
+const char* BehindLineEnd(const char* lineEnd) {
+    return lineEnd + (lineEnd[0] == '\r' && lineEnd[1] == '\n' ? 2 : 1);
 }
 
 } // namespace
@@ -71,6 +77,9 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
     // Half of a CRLF may follow.
     if (m_linesEnd == end && m_linesEnd > text && end[-1] == '\r')
         m_linesEnd = BehindLastLineEnd(text, end - 1);
+    const std::string_view whole(text, static_cast<std::size_t>(end - text));
+    m_hasQuotes = std::any_of(m_splitter.Quotes().begin(), m_splitter.Quotes().end(),
+                              [whole](char quote) { return whole.find(quote) != std::string_view::npos; });
     while (text < end && m_row <= m_lastRow) {
         if (IsFast(text)) text = TakeFastRows(text);
         if (text == end || m_row > m_lastRow) break;
@@ -131,9 +140,17 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
     return row.next;
 }
 
+// A whole row whose first character tells that it is one of data, and that ends with its line.
+bool TTextPass::IsPlainData(const char* text) const {
+    return text < m_linesEnd && !m_hasQuotes && !m_splitter.IsSpecial(*text) &&
+           (decimal::IsDigit(*text) || *text == '-');
+}
+
 // A row that is only passed over; one behind the headers counts.
 const char* TTextPass::PassRow(const char* text, const char* end, TTextEnd textEnd) {
-    const TTextRow row = m_splitter.Scan(text, end, textEnd);
+    const TTextRow row = IsPlainData(text)
+                             ? TTextRow{TRowKind::Data, BehindLineEnd(FindLineEnd(text, m_linesEnd))}
+                             : m_splitter.Scan(text, end, textEnd);
     if (row.kind != TRowKind::Data || m_row <= m_format.headerRows) return row.next;
     ++m_dataRow;
     if (m_row >= m_firstRow) IsHit();

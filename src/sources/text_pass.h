@@ -29,6 +29,7 @@ private:
     const char* TakeRows(const TTextWindow& window);
     const char* TakeRow(const char* text, const char* end, TTextEnd textEnd);
     const char* TakeFastRows(const char* text);
+    bool IsPlainData(const char* text) const;
     bool IsFast(const char* text) const;
     const char* TakeSplitRow(const char* text, const char* end, TTextEnd textEnd);
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
@@ -61,6 +62,7 @@ private:
     std::int64_t m_row = 1;           ///< number of the next row in the file
     std::int64_t m_dataRow = 0;       ///< number of the last data row among the data rows
     const char* m_linesEnd = nullptr; ///< behind the last line of the window that is whole
+    bool m_hasQuotes = false;         ///< in the window
     std::vector<TTextCell> m_cells;
     std::size_t m_count = 0; ///< rows in the block that is being filled
     std::vector<double> m_x;
