@@ -161,9 +161,10 @@ private:
             Handler; ///< shared, so that one replaced while it runs outlives its call
     };
 
-    void NoteDataChange();
+    void MarkResultsStale();
     void MarkFitStale();
-    void InvalidateCaches();
+    template <class TValue>
+    void StoreRegressionSetting(TValue& field, TValue value);
     void StartExtents(double x, double y);
     void WidenExtents(double x, double y);
     void WidenY(double corrected);

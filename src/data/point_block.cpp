@@ -40,10 +40,6 @@ TPointBlock::TPointBlock(std::size_t capacity) {
     Reserve(capacity);
 }
 
-TSeriesPoint TPointBlock::Point(std::size_t place) const {
-    return {m_ids[place], m_x[place], m_y[place], m_derived.empty() ? 0 : m_derived[place]};
-}
-
 std::size_t TPointBlock::FirstAtLeast(double key) const {
     if (m_ordered) return FirstNotBelow(m_x, key);
     const auto found = std::find_if(m_x.begin(), m_x.end(), [key](double x) { return x >= key; });

@@ -40,7 +40,9 @@ public:
     std::span<const double> Y() const { return m_y; }
     /// Empty while the Derived of every point is 0.
     std::span<const double> Derived() const { return m_derived; }
-    TSeriesPoint Point(std::size_t place) const;
+    TSeriesPoint Point(std::size_t place) const {
+        return {m_ids[place], m_x[place], m_y[place], m_derived.empty() ? 0 : m_derived[place]};
+    }
     /// Minus infinity in an empty block.
     double MaxX() const { return m_maxX; }
 
