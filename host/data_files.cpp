@@ -82,6 +82,7 @@ bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
     TAppearance& appearance = *m_graph.Appearance();
     if (appearance.GraphTitle().empty()) appearance.SetGraphTitle(file.completeBaseName().toStdString());
     appearance.SetCurrSerIndex(series.SeriesIndex());
+    if (m_graph.Series().size() == 2) m_graph.Legend()->Setvisible(true);
     added.Keep();
     return true;
 }

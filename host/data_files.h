@@ -18,9 +18,9 @@ public:
     explicit TDataFiles(TxyGraph& graph) : m_graph(graph) {}
 
     /// Adds a data set that is fed from the file, named and styled, and makes it the current one; the first
-    /// one also gives the graph and its X axis their titles. Points with equal X are all kept. Rows that can
-    /// not be read are told. False when the user cancelled; throws what reading throws. The graph is then as
-    /// it was.
+    /// one also gives the graph and its X axis their titles, the second one shows the legend. Points with
+    /// equal X are all kept. Rows that can not be read are told. False when the user cancelled; throws what
+    /// reading throws. The graph is then as it was.
     bool Add(const QString& fileName, TProgress& progress);
 
     /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled;

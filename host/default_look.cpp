@@ -36,9 +36,14 @@ void ApplyDefaultLook(TxyGraph& graph) {
     dimensions.SetXAxisTitleOffset(8);
     dimensions.SetYAxisTitleOffset(8);
     dimensions.SetGraphTitleOffset(16);
-    graph.Legend()->Setfont(Font(13));
-    graph.Legend()->Settop(dimensions.TopMargin() + 8);
-    graph.Legend()->Setleft(dimensions.LeftMargin() + 8);
+    TLegend& legend = *graph.Legend();
+    legend.Setfont(Font(13));
+    legend.SetLayout(TLegend::lsDown);
+    legend.SetborderStyle(TLegend::bsSingle);
+    legend.Setleft(dimensions.LeftMargin() + 12);
+    legend.Settop(dimensions.TopMargin() + 12);
+    legend.Setwidth(0);
+    legend.Setheight(0);
 }
 
 void ApplyDefaultStyle(TSeries& series) {
@@ -47,6 +52,7 @@ void ApplyDefaultStyle(TSeries& series) {
     series.SetPointSize(6);
     series.SetPointBorderWidth(1);
     series.SetLineWidth(1);
+    series.SetShowInLegend(true);
     series.SetPointsShown(fewPoints);
     series.SetLinesShown(!fewPoints || !series.DuplicatesAllowed());
     series.SetUpdateDepth(false);
