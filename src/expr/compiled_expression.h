@@ -11,12 +11,14 @@
 
 namespace lumoplot {
 
-/// `Records` holds every step of the formula, arguments before their step, the whole formula's last. The
-/// chain leaves out the steps whose result never changes and those that a later record does as well; their
-/// own arguments stay in place, and Word says what each of them computes.
+/// `Records` holds every step of the formula as it is written, arguments before their step and the whole
+/// formula's last; Word says what a step computes. The steps whose result never changes hold it and are not
+/// linked. `Merged` holds the shorter chain that is evaluated, unless the formula is Ordered.
 struct TCompiledExpression {
     std::string Text;
     std::vector<TEvalRecord> Records;
+    std::vector<TEvalRecord> Merged;
+    /// The first record of the chain that Evaluate runs.
     TEvalRecord* First = nullptr;
     /// True when a step has effects or an origin that is not known here, so that order and number of the
     /// evaluations matter: ":=" and words that are not built in.
@@ -37,7 +39,8 @@ struct TCompiledExpression {
 /// operand/function".
 void CompileWords(const TExprCollection& words, TCompiledExpression& expression);
 
-/// Merges neighbouring steps of the chain into one record where the result stays the same to the last bit.
+/// Replaces the chain by one with fewer records: shapes of steps that are frequent in models, such as
+/// b*exp(-c*x), become one record each. The arithmetic and so the result stay the same to the last bit.
 void MergeSteps(TCompiledExpression& expression);
 
 } // namespace lumoplot
