@@ -1,0 +1,13 @@
+// The commands of the tool. Each function adds one to the program with its arguments, its help and its work,
+// which runs when the whole command line has been understood. Work that fails throws.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace lumoplot {
+
+void AddInfoCommand(CLI::App& program);
+void AddConvertCommand(CLI::App& program);
+void AddAxisCommand(CLI::App& program);
+
+} // namespace lumoplot
