@@ -70,8 +70,8 @@ public:
     int AddSeries();
     /// Appends a data set under a number of the caller's choice, which no data set has.
     TSeries* AddSeriesNumbered(int number);
-    /// Puts a new data set at the first place and renumbers.
-    TSeries* InsertSeriesFirst();
+    /// Makes the data set with that number the first one and renumbers; false when there is none.
+    bool MoveSeriesToFirst(int number);
     /// Deletes the data set with that number and renumbers; false when there is none.
     bool DeleteSeries(int number);
     /// Numbers the data sets 1, 2, … in chain order. The X data set keeps its role under its new number.
@@ -171,7 +171,7 @@ protected:
 private:
     friend class TGraphFile;
 
-    TSeries* Append(std::unique_ptr<TSeries> series, std::size_t place);
+    std::vector<std::unique_ptr<TSeries>>::iterator Place(int number);
     void Relink();
     void Rescale();
     void CollectExtents();

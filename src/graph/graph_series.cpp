@@ -32,17 +32,8 @@ TSeries* TxyGraph::FindSeries(int number) const {
     return found != m_series.end() ? found->get() : nullptr;
 }
 
-TSeries* TxyGraph::Append(std::unique_ptr<TSeries> series, std::size_t place) {
-    TSeries* added = series.get();
-    m_highestNumber = std::max(m_highestNumber, added->SeriesIndex());
-    if (place == m_series.size() && !m_series.empty()) m_series.back()->m_next = added;
-    const bool last = place == m_series.size();
-    m_series.insert(m_series.begin() + static_cast<std::ptrdiff_t>(place), std::move(series));
-    if (!last) Relink();
-    NeedRescale();
-    Q_EMIT OnNewSeries(added);
-    RequestRepaint(true);
-    return added;
+std::vector<std::unique_ptr<TSeries>>::iterator TxyGraph::Place(int number) {
+    return std::ranges::find(m_series, number, [](const auto& series) { return series->SeriesIndex(); });
 }
 
 void TxyGraph::Relink() {
@@ -55,18 +46,27 @@ int TxyGraph::AddSeries() {
 }
 
 TSeries* TxyGraph::AddSeriesNumbered(int number) {
-    return Append(std::make_unique<TSeries>(*this, number), m_series.size());
+    m_series.push_back(std::make_unique<TSeries>(*this, number));
+    TSeries* added = m_series.back().get();
+    if (m_series.size() > 1) m_series[m_series.size() - 2]->m_next = added;
+    m_highestNumber = std::max(m_highestNumber, number);
+    NeedRescale();
+    Q_EMIT OnNewSeries(added);
+    RequestRepaint(true);
+    return added;
 }
 
-TSeries* TxyGraph::InsertSeriesFirst() {
-    TSeries* series = Append(std::make_unique<TSeries>(*this, m_highestNumber + 1), 0);
+bool TxyGraph::MoveSeriesToFirst(int number) {
+    const auto found = Place(number);
+    if (found == m_series.end()) return false;
+    std::rotate(m_series.begin(), found, found + 1);
     RenumberSeries();
-    return series;
+    RequestRepaint(true);
+    return true;
 }
 
 bool TxyGraph::DeleteSeries(int number) {
-    const auto found =
-        std::ranges::find(m_series, number, [](const auto& series) { return series->SeriesIndex(); });
+    const auto found = Place(number);
     if (found == m_series.end()) return false;
     Q_EMIT OnDeleteSeries(found->get());
     if (m_appearance->XAxisSerIndex() == number) m_appearance->SetXAxisSerIndex(0);

@@ -1,0 +1,65 @@
+#include "dialog/number_edit.h"
+
+#include "support/errors.h"
+#include "support/number_text.h"
+
+#include <QPalette>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kShownDigits = 4;
+constexpr const char* kPlainToolTip = "plainToolTip";
+
+// A blend of the theme's own base and red, so that the mark is readable in light and dark.
+QColor MarkedBase(const QPalette& palette) {
+    const QColor base = palette.color(QPalette::Base);
+    return QColor((base.red() * 2 + 255) / 3, base.green() * 2 / 3, base.blue() * 2 / 3);
+}
+
+template <class TValue, class TParse>
+std::optional<TValue> ValueIn(QLineEdit& edit, TParse parse) {
+    const std::string text = edit.text().toStdString();
+    try {
+        const bool empty = text.empty() || text == ".";
+        const std::optional<TValue> value = empty ? std::nullopt : std::optional<TValue>(parse(text));
+        MarkEdit(edit, {});
+        return value;
+    } catch (const EConvertError& error) {
+        MarkEdit(edit, QString::fromUtf8(error.what()));
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void MarkEdit(QLineEdit& edit, const QString& reason) {
+    const bool wasMarked = edit.property(kPlainToolTip).isValid();
+    if (reason.isEmpty() && !wasMarked) return;
+    if (reason.isEmpty()) {
+        edit.setToolTip(edit.property(kPlainToolTip).toString());
+        edit.setProperty(kPlainToolTip, {});
+        edit.setPalette({});
+        return;
+    }
+    if (!wasMarked) edit.setProperty(kPlainToolTip, edit.toolTip());
+    edit.setToolTip(reason);
+    QPalette palette = edit.palette();
+    if (!wasMarked) palette.setColor(QPalette::Base, MarkedBase(palette));
+    edit.setPalette(palette);
+}
+
+std::optional<double> NumberIn(QLineEdit& edit) {
+    return ValueIn<double>(edit, [](const std::string& text) { return ParseFloat(text); });
+}
+
+std::optional<int> IntegerIn(QLineEdit& edit) {
+    return ValueIn<int>(edit, [](const std::string& text) { return ParseInteger(text); });
+}
+
+void ShowNumber(QLineEdit& edit, double value) {
+    edit.setText(QString::fromStdString(FormatGeneral(value, kShownDigits)));
+    MarkEdit(edit, {});
+}
+
+} // namespace lumoplot

@@ -1,0 +1,20 @@
+// Edits that hold a number: what a text means, and how one that is no number is shown.
+#pragma once
+
+#include <QLineEdit>
+#include <optional>
+
+namespace lumoplot {
+
+/// The number in the edit. An empty text and a lone "." give nothing, any other text that is no number gives
+/// nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
+std::optional<double> NumberIn(QLineEdit& edit);
+std::optional<int> IntegerIn(QLineEdit& edit);
+
+/// Shows a number in general format with 4 significant digits.
+void ShowNumber(QLineEdit& edit, double value);
+
+/// Marks the edit with a reason, or takes the mark away for an empty one.
+void MarkEdit(QLineEdit& edit, const QString& reason);
+
+} // namespace lumoplot

@@ -1,0 +1,46 @@
+#include "dialogs/message_box_sink.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace lumoplot {
+namespace {
+
+QMessageBox::Icon IconOf(TMessageKind kind) {
+    switch (kind) {
+    case TMessageKind::Information: return QMessageBox::Information;
+    case TMessageKind::Warning: return QMessageBox::Warning;
+    case TMessageKind::Error: return QMessageBox::Critical;
+    case TMessageKind::Confirmation: return QMessageBox::Question;
+    }
+    return QMessageBox::NoIcon;
+}
+
+int Run(TMessageKind kind, const std::string& text, QMessageBox::StandardButtons buttons) {
+    QWidget* parent = QApplication::activeModalWidget();
+    if (!parent) parent = QApplication::activeWindow();
+    QMessageBox box(IconOf(kind), parent ? parent->windowTitle() : QString(), QString::fromStdString(text),
+                    buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+}
+
+} // namespace
+
+void TMessageBoxSink::Show(TMessageKind kind, const std::string& text) {
+    Run(kind, text, QMessageBox::Ok);
+}
+
+bool TMessageBoxSink::Ask(TMessageKind kind, const std::string& text) {
+    return Run(kind, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+TMessageBoxScope::TMessageBoxScope() : m_before(InstallMessageSink(&m_sink)) {
+    if (m_before) InstallMessageSink(m_before);
+}
+
+TMessageBoxScope::~TMessageBoxScope() {
+    InstallMessageSink(m_before);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,97 @@
+#include "editor/editxydata.h"
+
+#include "dialog/data_wizard.h"
+#include "dialogs/message_box_sink.h"
+#include "graph/source_loading.h"
+#include "support/errors.h"
+#include "support/number_text.h"
+
+#include <QApplication>
+#include <QScreen>
+
+namespace lumoplot {
+namespace {
+
+// Lives among the application object's children under the editor's name and owns the dialog, which is a
+// window of its own and can have no parent that is no widget.
+class TEditorHolder : public QObject {
+public:
+    explicit TEditorHolder(QObject* application) : QObject(application) {}
+
+    TxyDataWizard Wizard;
+};
+
+QString HolderName() {
+    return qApp->objectName() + QStringLiteral("dataEdit");
+}
+
+TEditorHolder* FindHolder() {
+    if (!QCoreApplication::instance()) return nullptr;
+    return dynamic_cast<TEditorHolder*>(qApp->findChild<QObject*>(HolderName(), Qt::FindDirectChildrenOnly));
+}
+
+TxyDataWizard& FindOrCreateWizard() {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        throw ELumoError("The data editor needs an application object");
+    TEditorHolder* holder = FindHolder();
+    if (!holder) {
+        holder = new TEditorHolder(qApp);
+        holder->setObjectName(HolderName());
+        holder->Wizard.setObjectName(HolderName());
+        holder->Wizard.setWindowIcon(QApplication::windowIcon());
+    }
+    return holder->Wizard;
+}
+
+void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
+    workGraph.CopyFrom(host);
+    workGraph.SetEditorMode(true);
+    workGraph.SetHolderID({});
+    for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
+}
+
+void CentreOnScreen(QWidget& window) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    window.adjustSize();
+    window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
+}
+
+void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
+    if (name.empty()) return;
+    const std::string shown(Trimmed(name));
+    if (AskYesNo("Save graph to template \"" + shown + "\"  permanently?"))
+        workGraph.SaveTemplate(name, TPoints::LeaveOut);
+}
+
+bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
+              const TShortString& sourceFile, bool openWithSource, int startPage) {
+    TxyDataWizard& wizard = FindOrCreateWizard();
+    const TMessageBoxScope messages;
+    wizard.SetStartPage(startPage);
+    CopyIn(wizard.WorkGraph(), graph);
+    wizard.SetTemplateName(FromShortString(templateName));
+    CentreOnScreen(wizard);
+    if (openWithSource) {
+        wizard.NewSeries();
+        wizard.AttachSource(FromShortString(sourceFile));
+    }
+    const int result = wizard.exec();
+    if (result == TxyDataWizard::kCancel) return false;
+    templateName = ToShortString(wizard.TemplateName(), templateNameMax);
+    graph.CopyFrom(wizard.WorkGraph());
+    LoadThinnedAgain(graph, wizard.WorkGraph());
+    if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
+    return true;
+}
+
+} // namespace
+} // namespace lumoplot
+
+bool editxyData(lumoplot::TxyGraph& Graph, lumoplot::TShortString& TemplateName, int TemplateNameMax,
+                lumoplot::TShortString SourceFile, bool OpenWithSource, int StartPage) {
+    return lumoplot::EditData(Graph, TemplateName, TemplateNameMax, SourceFile, OpenWithSource, StartPage);
+}
+
+void deleteDataEditor() {
+    delete lumoplot::FindHolder();
+}

@@ -1,0 +1,37 @@
+// The two functions that a host calls, exported by their C names. They run on the host's user-interface
+// thread.
+#pragma once
+
+#include "graph/graph.h"
+#include "support/short_string.h"
+
+#if defined(_WIN32)
+#if defined(XYDATAEDITOR_BUILDING)
+#define XYDATAEDITOR_EXPORT __declspec(dllexport)
+#else
+#define XYDATAEDITOR_EXPORT __declspec(dllimport)
+#endif
+#else
+#define XYDATAEDITOR_EXPORT __attribute__((visibility("default")))
+#endif
+
+extern "C" {
+
+/// Runs the modal data editor on a copy of `Graph` and writes it back unless the user cancels.
+///
+/// Graph            the host's graph; untouched on Cancel and when an exception passes before the dialog
+/// closed TemplateName     shown in the caption and used by "Set as Default"; written back, cut to
+/// `TemplateNameMax`
+///                  characters, when the graph is
+/// SourceFile       a data file that a new data set is fed from; read only when `OpenWithSource` is true
+/// StartPage        the page shown first (General 0, Data Source 1, …); negative keeps the last page
+///
+/// True when the graph was written back. Throws lumoplot::ELumoError when there is no application object or
+/// the template cannot be saved (the graph has been written back by then).
+XYDATAEDITOR_EXPORT bool editxyData(lumoplot::TxyGraph& Graph, lumoplot::TShortString& TemplateName,
+                                    int TemplateNameMax, lumoplot::TShortString SourceFile,
+                                    bool OpenWithSource, int StartPage);
+
+/// Destroys the dialog that the library keeps between calls; does nothing when there is none.
+XYDATAEDITOR_EXPORT void deleteDataEditor();
+}
