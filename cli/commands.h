@@ -9,5 +9,8 @@ namespace lumoplot {
 void AddInfoCommand(CLI::App& program);
 void AddConvertCommand(CLI::App& program);
 void AddAxisCommand(CLI::App& program);
+void AddEvalCommand(CLI::App& program);
+void AddStatsCommand(CLI::App& program);
+void AddRegressCommand(CLI::App& program);
 
 } // namespace lumoplot

@@ -94,16 +94,20 @@ TDocument CurveFitDocument(const TCurFit& fit) {
             {"Templates", TemplatesDocument(fit)}};
 }
 
-TDocument SeriesDocument(const TSeries& series) {
-    TDocument document = TDocument::object();
-    AppendSection(document, SeriesRows(), series);
-    AppendSection<TDataSeries>(document, SeriesRecordRows(), series);
+void AppendPoints(TDocument& document, const TDataSeries& series) {
     document["NumberOfPoints"] = series.Count();
     if (series.Count() > 0)
         document["Extents"] = {{"MinX", series.MinX()},
                                {"MaxX", series.MaxX()},
                                {"MinY", series.MinY()},
                                {"MaxY", series.MaxY()}};
+}
+
+TDocument SeriesDocument(const TSeries& series) {
+    TDocument document = TDocument::object();
+    AppendSection(document, SeriesRows(), series);
+    AppendSection<TDataSeries>(document, SeriesRecordRows(), series);
+    AppendPoints(document, series);
     return document;
 }
 

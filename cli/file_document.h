@@ -13,6 +13,8 @@ class TCurFit;
 TDocument GraphDocument(const TxyGraph& graph);
 /// The entries of the Series section and of the series record as one object, and the extent of the points.
 TDocument SeriesDocument(const TSeries& series);
+/// Adds the number of points and, where there are any, their extents.
+void AppendPoints(TDocument& document, const TDataSeries& series);
 /// The fields of the curve fit's three composite records as one object.
 TDocument CurveFitDocument(const TCurFit& fit);
 

@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "cli/file_document.h"
+#include "cli/text_document.h"
 #include "fit/cur_fit.h"
 
 #include <memory>
@@ -23,7 +24,15 @@ struct TInfoCommand {
             return WithKind("function", {{"CurveFit", CurveFitDocument(*LoadFunction(data.file))}});
         case TFileKind::Text: break;
         }
-        return LoadGraph(data), TDocument();
+        return WithKind("text", TextFileDocument());
+    }
+
+private:
+    TDocument TextFileDocument() const {
+        TDataSeries series;
+        TDocument document = TextDocument(LoadTextData(series, data.file, data.text));
+        AppendPoints(document, series);
+        return document;
     }
 
     static TDocument WithKind(const char* kind, const TDocument& content) {
@@ -39,6 +48,7 @@ void AddInfoCommand(CLI::App& program) {
     const auto info = std::make_shared<TInfoCommand>();
     CLI::App& command = *program.add_subcommand("info", "Show what a file holds, every section and key");
     command.add_option("FILE", info->data.file, "Graph, data set, function or text file")->required();
+    AddTextOptions(command, info->data.text);
     AddJson(command, info->form);
     command.callback([info] { Print(info->Document(), info->form); });
 }

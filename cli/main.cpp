@@ -12,6 +12,10 @@ using namespace lumoplot;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
+/// In the order in which --help lists them.
+constexpr void (*kCommands[])(CLI::App&) = {&AddInfoCommand,  &AddConvertCommand, &AddEvalCommand,
+                                            &AddStatsCommand, &AddRegressCommand, &AddAxisCommand};
+
 /// Messages of the model go to standard error; there is nobody to answer a question.
 class TStandardErrorSink final : public TMessageSink {
 public:
@@ -57,7 +61,6 @@ void Describe(CLI::App& program) {
     program.get_formatter()->column_width(34);
     for (const char* label : {"TEXT", "REQUIRED"}) program.get_formatter()->label(label, "");
     program.get_formatter()->label("SUBCOMMAND", "COMMAND …");
-    program.get_formatter()->label("Subcommands", "Commands");
     program.get_formatter()->label("Positionals", "Arguments");
     program.footer("xydata COMMAND --help shows a command's arguments.\n"
                    "Exit status: 0 done, 1 the work failed, 2 wrong usage.");
@@ -69,7 +72,14 @@ std::string UsageMessage(const CLI::App& program, const CLI::ParseError& error) 
     return std::string(error.what()) + " (see xydata" + command + " --help)";
 }
 
+void CheckCommand(const CLI::App& program, const std::string& name) {
+    const auto commands = program.get_subcommands([&](const CLI::App* c) { return c->get_name() == name; });
+    if (commands.empty()) throw EUsage("there is no command '" + name + "'");
+}
+
 void Run(CLI::App& program, std::vector<std::string> arguments) {
+    if (arguments.empty()) throw EUsage("a command is needed");
+    if (!arguments.back().starts_with('-')) CheckCommand(program, arguments.back());
     try {
         program.parse(std::move(arguments));
     } catch (const CLI::Success& wish) {
@@ -85,9 +95,8 @@ int main(int count, char** values) {
     InstallMessageSink(&sink);
     CLI::App program("", "xydata");
     Describe(program);
-    AddInfoCommand(program);
-    AddConvertCommand(program);
-    AddAxisCommand(program);
+    for (const auto add : kCommands) add(program);
+    for (CLI::App* command : program.get_subcommands({})) command->group("Commands");
     try {
         Run(program, ReversedArguments(count, values));
         return 0;
