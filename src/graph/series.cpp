@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -16,6 +17,19 @@ TColor ColorOfNumber(int number) {
                                                        kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
                                                        kSkyBlue, kGray,  kMoneyGreen, kPurple};
     return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
+}
+
+// How many standard deviations away from the mean bounds lie.
+std::vector<int> DistancesOf(TBoundsType type) {
+    switch (type) {
+    case TBoundsType::OneSD: return {-1, 1};
+    case TBoundsType::TwoSD: return {-2, 2};
+    case TBoundsType::ThreeSD: return {-3, 3};
+    case TBoundsType::AllSD: return {-3, -2, -1, 1, 2, 3};
+    case TBoundsType::None:
+    case TBoundsType::SetValues: break;
+    }
+    return {};
 }
 
 TPointShape ShapeOfNumber(int number) {
@@ -81,6 +95,17 @@ void TSeries::SetPointShape(TPointShape value) {
 
 void TSeries::SetPointSize(int value) {
     Store(m_pointSize, FittingSize(value));
+}
+
+std::vector<double> TSeries::BoundLevels() const {
+    std::vector<double> levels;
+    if (m_boundsType == TBoundsType::SetValues) levels = {m_lowerBound, m_upperBound};
+    const std::vector<int> distances = DistancesOf(m_boundsType);
+    const auto spread = distances.empty() ? std::nullopt : CorrectedSpread();
+    if (spread)
+        for (const int distance : distances) levels.push_back(spread->Mean + distance * spread->Deviation);
+    std::erase_if(levels, [](double level) { return !std::isfinite(level); });
+    return levels;
 }
 
 void TSeries::SetUpdateDepth(bool value) {
