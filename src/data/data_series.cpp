@@ -52,12 +52,9 @@ int TDataSeries::AddPoint(double x, double y) {
 }
 
 void TDataSeries::SetPointY(std::int32_t id, double y) {
-    const auto point = m_points.Find(id);
-    if (point)
-        m_points.SetY(id, y);
-    else
-        y = 0;
-    if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(point ? point->X : 0, y));
+    const std::optional<double> x = m_points.SetY(id, y);
+    if (!x) y = 0;
+    if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(x.value_or(0), y));
     MarkResultsStale();
     Changed(kPointChanged);
 }

@@ -30,8 +30,7 @@ class XYGRAPH_EXPORT TDataSeries {
 public:
     // Reasons of a change.
     static constexpr int kDestroyed = 0;
-    static constexpr int kPointChanged =
-        1; ///< a Y was set, points were deleted, merged or replaced as a whole
+    static constexpr int kPointChanged = 1; ///< a Y was set, or points were deleted, merged or replaced
     static constexpr int kBaselineChanged = 2;
     static constexpr int kRegressionChanged = 4;
     static constexpr int kCurveFitChanged = 5;

@@ -103,13 +103,14 @@ void TSeries::CopyFrom(const TSeries& other) {
     if (&other == this) return;
     TBytes bytes;
     TxyWriter writer(bytes, TEncoding::Compact);
-    WriteSeries(writer, other, TPoints::Include);
+    WriteSeries(writer, other, TPoints::LeaveOut);
     TByteSource source(bytes);
     TxyReader reader(source);
     const bool held = m_updateDepth;
     SetUpdateDepth(true);
     Clear();
     ReadSeries(reader, *this);
+    CopyPointsFrom(other);
     m_isThinned = other.m_isThinned;
     SetUpdateDepth(held);
 }

@@ -1,0 +1,43 @@
+// The first rows of a text file as the loader would read them, for a person to look at.
+#pragma once
+
+#include "sources/text_detect.h"
+#include "sources/text_rows.h"
+#include "support/export.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+enum class TCellState {
+    Ok,
+    Header,
+    Rejected, ///< in the X or Y column (or that of the times) and no value: the row gives no point
+    Skipped   ///< of a comment, or of a row outside the choice by number
+};
+
+struct TPreviewCell {
+    std::string text;
+    TCellState state = TCellState::Ok;
+};
+
+struct TPreviewRow {
+    std::int64_t number = 0; ///< in the file, from 1
+    TRowKind kind = TRowKind::Data;
+    std::vector<TPreviewCell> cells; ///< a rejected cell that is missing in the file is added, empty
+};
+
+struct TTextPreview {
+    TTextReadings readings;
+    std::vector<TPreviewRow> rows;
+    std::vector<std::string> messages; ///< "row N: …" for each rejected row that is shown
+};
+
+/// The first `maxRows` rows at most, fewer when they are very long. Throws EFileError when the file can not
+/// be read or is no text; a file without numbers has its rows and readings.best.problem.
+XYGRAPH_EXPORT TTextPreview PreviewText(const std::string& fileName, const TDSInfo& info, int maxRows,
+                                        const TTextWishes& wishes = {});
+
+} // namespace lumoplot
