@@ -20,7 +20,7 @@ struct TGraphMark {
     double X2 = 0;
     double Y2 = 0;
     TColor Color = kBlack;
-    std::string Caption;
+    std::string Caption = {};
     TMarkType TypeOfMark = TMarkType::VerticalLine;
     TMarkDrawing WhenDrawn = TMarkDrawing::XAndY;
 

@@ -1,0 +1,43 @@
+// What the regressions of a data series have in common: their coefficients, sampled curves and errors.
+#pragma once
+
+#include "support/errors.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace lumoplot {
+
+/// The curve C2·x² + C1·x + C0.
+struct TRegressionCoefficients {
+    double C0 = 0;
+    double C1 = 0;
+    double C2 = 0;
+};
+
+/// A point of a curve that is sampled on a grid of its own.
+struct TCurveSample {
+    double X = 0;
+    double Derived = 0;
+};
+
+/// A regression that its settings do not allow: "Unknown regression type", "internal error: regression",
+/// "Invalid Running Average limit".
+class XYGRAPH_EXPORT ERegressionError : public ELumoError {
+public:
+    using ELumoError::ELumoError;
+};
+
+/// The points that a fit can use.
+struct TFinitePoints {
+    std::vector<double> x;
+    std::vector<double> y;
+
+    std::size_t Count() const { return x.size(); }
+};
+
+/// The points whose X and Y are both finite, in the order given. `x` and `y` have the same length.
+TFinitePoints FinitePoints(std::span<const double> x, std::span<const double> y);
+
+} // namespace lumoplot
