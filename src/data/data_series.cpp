@@ -52,12 +52,9 @@ int TDataSeries::AddPoint(double x, double y) {
 }
 
 void TDataSeries::SetPointY(std::int32_t id, double y) {
-    const auto point = m_points.Find(id);
-    if (point)
-        m_points.SetY(id, y);
-    else
-        y = 0;
-    if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(point ? point->X : 0, y));
+    const std::optional<double> x = m_points.SetY(id, y);
+    if (!x) y = 0;
+    if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(x.value_or(0), y));
     MarkResultsStale();
     Changed(kPointChanged);
 }
@@ -105,7 +102,8 @@ TPointChain TDataSeries::SwapPoints(TPointChain points) {
 
 /// What follows from the data is out of date.
 void TDataSeries::MarkResultsStale() {
-    m_regressionStale = true;
+    m_results.ClearStatistics();
+    MarkRegressionStale();
     MarkFitStale();
 }
 
@@ -140,7 +138,8 @@ template <class TValue>
 void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
     if (value == field || value != value) return;
     field = value;
-    MarkResultsStale();
+    MarkRegressionStale();
+    MarkFitStale();
     Changed(kRegressionChanged);
 }
 
@@ -159,6 +158,7 @@ void TDataSeries::SetRegressionControlValue2(double value) {
 void TDataSeries::SetDuplicatesAllowed(bool value) {
     if (value == m_duplicatesAllowed) return;
     m_duplicatesAllowed = value;
+    MarkRegressionStale();
     if (!value) RemoveDuplicates();
 }
 

@@ -1,91 +1,97 @@
 #include "data/point_block.h"
 
 #include <cassert>
+#include <cstring>
 
 namespace lumoplot {
 
 namespace {
 
+/// Moves what stands from `place` on, up to `count`, one place to the right.
 template <class TValue>
-void InsertAt(std::vector<TValue>& values, std::size_t place, TValue value) {
-    values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), value);
+void OpenGap(TValue* values, std::size_t place, std::size_t count) {
+    std::memmove(values + place + 1, values + place, (count - place) * sizeof(TValue));
 }
 
 template <class TValue>
-void EraseAt(std::vector<TValue>& values, std::size_t place) {
-    values.erase(values.begin() + static_cast<std::ptrdiff_t>(place));
-}
-
-template <class TValue>
-void AppendAll(std::vector<TValue>& values, std::span<const TValue> more) {
-    values.insert(values.end(), more.begin(), more.end());
+void CloseGap(TValue* values, std::size_t place, std::size_t count) {
+    std::memmove(values + place, values + place + 1, (count - place - 1) * sizeof(TValue));
 }
 
 } // namespace
 
 std::size_t FirstNotBelow(std::span<const double> values, double key) {
-    // Halving without a branch on the data: the processor cannot guess where a random key goes.
+    // Eight parts at a time, without a branch on the data: the seven probes miss the cache together and not
+    // one after the other, and the processor need not guess where a random key goes.
+    constexpr std::size_t kParts = 8;
     const double* base = values.data();
     std::size_t count = values.size();
-    if (count == 0) return 0;
-    while (count > 1) {
-        const std::size_t half = count / 2;
-        base += base[half - 1] < key ? half : 0;
-        count -= half;
+    while (count > 2 * kParts) {
+        const std::size_t part = count / kParts;
+        std::size_t below = 0;
+        for (std::size_t i = 1; i < kParts; ++i) below += base[i * part - 1] < key;
+        base += below * part;
+        count = below == kParts - 1 ? count - below * part : part;
     }
-    return static_cast<std::size_t>(base - values.data()) + (*base < key ? 1 : 0);
+    std::size_t below = 0;
+    for (std::size_t i = 0; i < count; ++i) below += base[i] < key;
+    return static_cast<std::size_t>(base - values.data()) + below;
 }
 
 TPointBlock::TPointBlock(std::size_t capacity) {
     Reserve(capacity);
 }
 
+TPointBlock::TPointBlock(const TPointBlock& other) : TPointBlock(other.m_capacity) {
+    m_ordered = other.m_ordered;
+    Append(other, 0);
+}
+
 std::size_t TPointBlock::FirstAtLeast(double key) const {
-    if (m_ordered) return FirstNotBelow(m_x, key);
-    const auto found = std::find_if(m_x.begin(), m_x.end(), [key](double x) { return x >= key; });
-    return static_cast<std::size_t>(found - m_x.begin());
+    const auto x = X();
+    if (m_ordered) return FirstNotBelow(x, key);
+    const auto found = std::find_if(x.begin(), x.end(), [key](double value) { return value >= key; });
+    return static_cast<std::size_t>(found - x.begin());
 }
 
 std::size_t TPointBlock::PlaceOf(std::int32_t id) const {
     // Points that were appended one after the other stand where their Ids say.
-    const std::size_t count = Count();
-    const auto guess = static_cast<std::size_t>(static_cast<std::int64_t>(id) - (count ? m_ids[0] : 0));
-    if (guess < count && m_ids[guess] == id) return guess;
+    const auto ids = Ids();
+    const std::size_t count = ids.size();
+    const auto guess = static_cast<std::size_t>(static_cast<std::int64_t>(id) - (count ? ids[0] : 0));
+    if (guess < count && ids[guess] == id) return guess;
 
     constexpr std::size_t kStride = 32; // a stride without an exit is compared by whole vectors
     std::size_t place = 0;
     for (; place + kStride <= count; place += kStride) {
         bool isHere = false;
-        for (std::size_t i = 0; i < kStride; ++i) isHere |= m_ids[place + i] == id;
+        for (std::size_t i = 0; i < kStride; ++i) isHere |= ids[place + i] == id;
         if (isHere) break;
     }
-    while (place < count && m_ids[place] != id) ++place;
+    while (place < count && ids[place] != id) ++place;
     return place;
 }
 
 void TPointBlock::MakeRoom() {
     assert(!IsFull());
-    if (Count() < m_x.capacity()) return;
-    Reserve(std::clamp<std::size_t>(2 * Count(), 8, kCapacity));
+    if (m_count == m_capacity) Reserve(std::clamp<std::size_t>(2 * m_count, 8, kCapacity));
 }
 
 void TPointBlock::Insert(std::size_t place, std::int32_t id, double x, double y) {
-    assert(Count() < m_x.capacity());
-    if (place > 0 && !(m_x[place - 1] <= x)) m_ordered = false;
-    if (place < Count() && !(x <= m_x[place])) m_ordered = false;
-    InsertAt(m_x, place, x);
-    InsertAt(m_y, place, y);
-    InsertAt(m_ids, place, id);
-    if (!m_derived.empty()) InsertAt(m_derived, place, 0.0);
+    assert(m_count < m_capacity);
+    OpenGap(XData(), place, m_count);
+    OpenGap(YData(), place, m_count);
+    OpenGap(IdData(), place, m_count);
+    if (!m_derived.empty()) m_derived.insert(m_derived.begin() + static_cast<std::ptrdiff_t>(place), 0.0);
+    IdData()[place] = id;
+    ++m_count;
+    Place(place, x, y);
     m_maxX = std::max(m_maxX, x);
 }
 
 void TPointBlock::Overwrite(std::size_t place, double x, double y) {
-    if (place > 0 && !(m_x[place - 1] <= x)) m_ordered = false;
-    if (place + 1 < Count() && !(x <= m_x[place + 1])) m_ordered = false;
-    const double old = m_x[place];
-    m_x[place] = x;
-    m_y[place] = y;
+    const double old = XData()[place];
+    Place(place, x, y);
     if (x >= m_maxX)
         m_maxX = x;
     else if (old == m_maxX)
@@ -93,11 +99,12 @@ void TPointBlock::Overwrite(std::size_t place, double x, double y) {
 }
 
 void TPointBlock::Erase(std::size_t place) {
-    const bool wasLargest = m_x[place] == m_maxX;
-    EraseAt(m_x, place);
-    EraseAt(m_y, place);
-    EraseAt(m_ids, place);
-    if (!m_derived.empty()) EraseAt(m_derived, place);
+    const bool wasLargest = XData()[place] == m_maxX;
+    CloseGap(XData(), place, m_count);
+    CloseGap(YData(), place, m_count);
+    CloseGap(IdData(), place, m_count);
+    if (!m_derived.empty()) m_derived.erase(m_derived.begin() + static_cast<std::ptrdiff_t>(place));
+    --m_count;
     if (wasLargest) Renew();
 }
 
@@ -107,62 +114,76 @@ void TPointBlock::SetDerived(std::span<const double> values) {
         m_derived = {};
         return;
     }
-    m_derived.reserve(m_x.capacity());
+    m_derived.reserve(m_capacity);
     m_derived.assign(values.begin(), values.end());
 }
 
 std::unique_ptr<TPointBlock> TPointBlock::SplitOff(std::size_t place) {
     auto rest = std::make_unique<TPointBlock>(kCapacity);
-    if (!m_derived.empty()) rest->m_derived.reserve(kCapacity);
-    AppendAll(rest->m_x, X().subspan(place));
-    AppendAll(rest->m_y, Y().subspan(place));
-    AppendAll(rest->m_ids, Ids().subspan(place));
-    if (!m_derived.empty()) AppendAll(rest->m_derived, Derived().subspan(place));
     rest->m_ordered = m_ordered;
-    rest->Renew();
-    Resize(place);
-    Renew();
+    rest->Append(*this, place);
+    Truncate(place);
     return rest;
 }
 
 void TPointBlock::Absorb(const TPointBlock& next) {
-    const std::size_t count = Count() + next.Count();
-    assert(count <= kCapacity);
-    if (m_derived.empty() && !next.m_derived.empty()) {
-        m_derived.reserve(kCapacity);
-        m_derived.assign(Count(), 0);
-    }
-    if (count > m_x.capacity()) Reserve(kCapacity);
+    assert(Count() + next.Count() <= kCapacity);
     m_ordered = m_ordered && next.m_ordered && !(MaxX() > next.X().front());
-    AppendAll(m_x, next.X());
-    AppendAll(m_y, next.Y());
-    AppendAll(m_ids, next.Ids());
-    AppendAll(m_derived, next.Derived());
-    if (!m_derived.empty()) m_derived.resize(count, 0);
-    Renew();
+    Append(next, 0);
+}
+
+/// Sets X and Y of a point, and notes when it is out of order there.
+void TPointBlock::Place(std::size_t place, double x, double y) {
+    double* all = XData();
+    if (place > 0 && !(all[place - 1] <= x)) m_ordered = false;
+    if (place + 1 < m_count && !(x <= all[place + 1])) m_ordered = false;
+    all[place] = x;
+    YData()[place] = y;
 }
 
 void TPointBlock::Reserve(std::size_t capacity) {
-    m_y.reserve(capacity);
-    m_ids.reserve(capacity);
     if (!m_derived.empty()) m_derived.reserve(capacity);
-    m_x.reserve(capacity); // last: its capacity stands for that of all
+    auto arrays = std::make_unique_for_overwrite<std::byte[]>(capacity * kBytesPerPoint);
+    auto* x = reinterpret_cast<double*>(arrays.get());
+    std::copy_n(XData(), m_count, x);
+    std::copy_n(YData(), m_count, x + capacity);
+    std::copy_n(IdData(), m_count, reinterpret_cast<std::int32_t*>(x + 2 * capacity));
+    m_arrays = std::move(arrays);
+    m_capacity = static_cast<std::uint32_t>(capacity);
 }
 
-void TPointBlock::Resize(std::size_t count) {
-    m_x.resize(count);
-    m_y.resize(count);
-    m_ids.resize(count);
+/// Appends the other block's points from `from` on; the caller has seen to m_ordered.
+void TPointBlock::Append(const TPointBlock& other, std::size_t from) {
+    const std::size_t added = other.Count() - from;
+    const std::size_t count = Count() + added;
+    if (count > m_capacity) Reserve(kCapacity);
+    if (!m_derived.empty() || !other.m_derived.empty()) {
+        m_derived.reserve(m_capacity);
+        m_derived.resize(count, 0);
+    }
+    std::copy_n(other.XData() + from, added, XData() + m_count);
+    std::copy_n(other.YData() + from, added, YData() + m_count);
+    std::copy_n(other.IdData() + from, added, IdData() + m_count);
+    if (!other.m_derived.empty())
+        std::copy_n(other.m_derived.data() + from, added, m_derived.data() + m_count);
+    m_count = static_cast<std::uint32_t>(count);
+    Renew();
+}
+
+void TPointBlock::Truncate(std::size_t count) {
+    m_count = static_cast<std::uint32_t>(count);
     if (!m_derived.empty()) m_derived.resize(count);
+    Renew();
 }
 
 /// Looks at the points again for their largest X, and for their order where it was lost.
 void TPointBlock::Renew() {
-    m_ordered = m_ordered || std::is_sorted(m_x.begin(), m_x.end());
-    if (m_x.empty())
+    const auto x = X();
+    m_ordered = m_ordered || std::is_sorted(x.begin(), x.end());
+    if (x.empty())
         m_maxX = -std::numeric_limits<double>::infinity();
     else
-        m_maxX = m_ordered ? m_x.back() : *std::max_element(m_x.begin(), m_x.end());
+        m_maxX = m_ordered ? x.back() : *std::max_element(x.begin(), x.end());
 }
 
 } // namespace lumoplot

@@ -27,21 +27,23 @@ class TPointBlock {
 public:
     /// Large enough that splits and their relinking of Ids are rare, small enough that moving the points
     /// behind an insertion costs less than the search.
-    static constexpr std::size_t kCapacity = 512;
+    static constexpr std::size_t kCapacity = 256;
 
     /// An empty block with room for `capacity` points; MakeRoom enlarges it up to kCapacity.
     explicit TPointBlock(std::size_t capacity);
+    TPointBlock(const TPointBlock& other);
+    TPointBlock& operator=(const TPointBlock&) = delete;
 
-    std::size_t Count() const { return m_x.size(); }
-    bool IsEmpty() const { return m_x.empty(); }
-    bool IsFull() const { return m_x.size() == kCapacity; }
-    std::span<const std::int32_t> Ids() const { return m_ids; }
-    std::span<const double> X() const { return m_x; }
-    std::span<const double> Y() const { return m_y; }
+    std::size_t Count() const { return m_count; }
+    bool IsEmpty() const { return m_count == 0; }
+    bool IsFull() const { return m_count == kCapacity; }
+    std::span<const double> X() const { return {XData(), m_count}; }
+    std::span<const double> Y() const { return {YData(), m_count}; }
+    std::span<const std::int32_t> Ids() const { return {IdData(), m_count}; }
     /// Empty while the Derived of every point is 0.
     std::span<const double> Derived() const { return m_derived; }
     TSeriesPoint Point(std::size_t place) const {
-        return {m_ids[place], m_x[place], m_y[place], m_derived.empty() ? 0 : m_derived[place]};
+        return {IdData()[place], XData()[place], YData()[place], m_derived.empty() ? 0 : m_derived[place]};
     }
     /// Minus infinity in an empty block.
     double MaxX() const { return m_maxX; }
@@ -60,7 +62,7 @@ public:
     /// Inserts before `place` a point whose Derived is 0. Needs the room.
     void Insert(std::size_t place, std::int32_t id, double x, double y);
     void Overwrite(std::size_t place, double x, double y);
-    void SetY(std::size_t place, double y) { m_y[place] = y; }
+    void SetY(std::size_t place, double y) { YData()[place] = y; }
     void Erase(std::size_t place);
     /// One value a point, or none at all, which makes them 0.
     void SetDerived(std::span<const double> values);
@@ -75,15 +77,24 @@ public:
     std::size_t EraseIf(TPredicate erase);
 
 private:
+    static constexpr std::size_t kBytesPerPoint = 2 * sizeof(double) + sizeof(std::int32_t);
+
+    double* XData() const { return reinterpret_cast<double*>(m_arrays.get()); }
+    double* YData() const { return XData() + m_capacity; }
+    std::int32_t* IdData() const { return reinterpret_cast<std::int32_t*>(YData() + m_capacity); }
+    void Place(std::size_t place, double x, double y);
     void Reserve(std::size_t capacity);
-    void Resize(std::size_t count);
+    void Append(const TPointBlock& other, std::size_t from);
+    void Truncate(std::size_t count);
     void Renew();
 
-    std::vector<double> m_x;
-    std::vector<double> m_y;
-    std::vector<std::int32_t> m_ids;
-    std::vector<double> m_derived;
+    /// The X of all points, then the Y, then the Ids, each with room for m_capacity: together, because a
+    /// random access costs a miss for each page of memory that it touches.
+    std::unique_ptr<std::byte[]> m_arrays;
+    std::uint32_t m_capacity = 0;
+    std::uint32_t m_count = 0;
     double m_maxX = -std::numeric_limits<double>::infinity();
+    std::vector<double> m_derived;
     std::size_t m_position = 0;
     bool m_ordered = true; ///< X ascends; false may also mean that this is not known
 };
@@ -93,17 +104,14 @@ std::size_t TPointBlock::EraseIf(TPredicate erase) {
     const std::size_t count = Count();
     std::size_t kept = 0;
     for (std::size_t place = 0; place < count; ++place) {
-        if (erase(m_x[place], m_ids[place])) continue;
-        m_x[kept] = m_x[place];
-        m_y[kept] = m_y[place];
-        m_ids[kept] = m_ids[place];
+        if (erase(XData()[place], IdData()[place])) continue;
+        XData()[kept] = XData()[place];
+        YData()[kept] = YData()[place];
+        IdData()[kept] = IdData()[place];
         if (!m_derived.empty()) m_derived[kept] = m_derived[place];
         ++kept;
     }
-    if (kept < count) {
-        Resize(kept);
-        Renew();
-    }
+    if (kept < count) Truncate(kept);
     return count - kept;
 }
 

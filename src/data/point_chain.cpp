@@ -85,11 +85,12 @@ bool TPointChain::Add(double x, double y, const TMergeRule& rule) {
     return true;
 }
 
-bool TPointChain::SetY(std::int32_t id, double y) {
+std::optional<double> TPointChain::SetY(std::int32_t id, double y) {
     TPointBlock* block = m_ids.BlockOf(id);
-    if (!block) return false;
-    block->SetY(block->PlaceOf(id), y);
-    return true;
+    if (!block) return std::nullopt;
+    const std::size_t place = block->PlaceOf(id);
+    block->SetY(place, y);
+    return block->X()[place];
 }
 
 std::optional<TSeriesPoint> TPointChain::Erase(std::int32_t id) {
@@ -101,12 +102,11 @@ std::optional<TSeriesPoint> TPointChain::Erase(std::int32_t id) {
     block->Erase(place);
     m_ids.Remove(id);
     --m_count;
-    if (block->IsEmpty()) {
-        EraseBlock(PositionOf(*block));
-        return point;
-    }
     if (block->MaxX() != maxX) RenewReach(PositionOf(*block));
-    if (block->Count() < kSmallBlock) MergeIfSmall(PositionOf(*block));
+    if (block->IsEmpty())
+        EraseBlock(PositionOf(*block));
+    else if (block->Count() < kSmallBlock)
+        MergeIfSmall(PositionOf(*block));
     return point;
 }
 
@@ -204,10 +204,10 @@ void TPointChain::InsertBlock(std::size_t position, std::unique_ptr<TPointBlock>
     m_blocks.insert(m_blocks.begin() + static_cast<std::ptrdiff_t>(position), std::move(block));
 }
 
+/// Takes out a block that the reach of those behind it does not need.
 void TPointChain::EraseBlock(std::size_t position) {
     m_blocks.erase(m_blocks.begin() + static_cast<std::ptrdiff_t>(position));
     m_reach.erase(m_reach.begin() + static_cast<std::ptrdiff_t>(position));
-    if (position < m_blocks.size()) RenewReach(position);
 }
 
 void TPointChain::MergeIfSmall(std::size_t position) {

@@ -87,8 +87,8 @@ public:
     /// and Y and leaves neighbours where they are, even when they are out of order then. False, and nothing
     /// done, for an X that is infinite or not a number, or when all Ids are used up.
     bool Add(double x, double y, const TMergeRule& rule);
-    /// False for an unknown Id.
-    bool SetY(std::int32_t id, double y);
+    /// Sets the point's Y and returns its X; nothing for an unknown Id.
+    std::optional<double> SetY(std::int32_t id, double y);
     /// Removes the point and returns what it was.
     std::optional<TSeriesPoint> Erase(std::int32_t id);
     /// From first to last, removes each point whose X is within `tolerance` of that of the point before it

@@ -13,7 +13,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-enum class TArrival { Anywhere, OnAGrid, NearlyAscending, NearlyDescending };
+enum class TArrival { Anywhere, OnAGrid, NearlyAscending, NearlyDescending, AfterRuns };
 
 struct TWalkCase {
     const char* name;
@@ -36,6 +36,7 @@ const TWalkCase kWalkCases[] = {
     {"more deleted than added in the end", TArrival::Anywhere, {0, true}, 0.45},
     {"negative tolerance", TArrival::Anywhere, {-2, true}, 0.1},
     {"tolerance that is no number", TArrival::OnAGrid, {kNaN, false}, 0.1},
+    {"among runs that are out of order", TArrival::AfterRuns, {0, true}, 0.2},
     {"endless tolerance", TArrival::Anywhere, {kInfinity, true}, 0.1},
 };
 
@@ -43,18 +44,21 @@ class TWalkComparison {
 public:
     TWalkComparison(const TWalkCase& walkCase, unsigned seed) : m_case(walkCase), m_random(seed) {}
 
+    /// Grows, shrinks until blocks are merged, grows again, and empties the chain.
     void Run(int steps) {
+        if (m_case.arrival == TArrival::AfterRuns) AddRuns();
         for (int step = 1; step <= steps; ++step) {
-            if (Chance() < m_case.erased)
-                EraseOne();
+            const bool isShrinking = step > steps / 3 && step <= steps / 2;
+            if (Chance() < (isShrinking ? 0.95 : m_case.erased))
+                EraseOne(isShrinking);
             else
                 AddOne(step, steps);
             if (step % 200 == 0 || step == steps) Compare();
             if (step % 1500 == 0) SetDerivedOfAll();
-            if (step == steps / 2) EraseNeighbours();
+            if (step == steps / 4 * 3) EraseNeighbours();
             if (testing::Test::HasFatalFailure()) return;
         }
-        while (!m_walked.Points.empty()) EraseOne();
+        while (!m_walked.Points.empty()) EraseOne(true);
         Compare();
         EXPECT_EQ(m_chain.BlockCount(), 0u);
     }
@@ -72,22 +76,37 @@ private:
         }
     }
 
+    /// Ascending runs one behind the other, each as long as a block or so, that know nothing of each other.
+    /// They are added from the last point to the first, with a tolerance that puts each in front of all.
+    void AddRuns() {
+        Add(1e6, 0, {});
+        for (int run = 0; run < 12; ++run) {
+            const double start = 1000 * Chance();
+            for (int left = 150 + static_cast<int>(200 * Chance()); left > 0; --left)
+                Add(start + left / 10.0, left, {kInfinity, true});
+        }
+        Compare();
+    }
+
+    void Add(double x, double y, const TMergeRule& rule) {
+        EXPECT_TRUE(m_chain.Add(x, y, rule));
+        m_walked.Add(x, y, rule);
+    }
+
     void AddOne(int step, int steps) {
         // Now and then another rule, as when the user changes it: merging then meets points out of order.
         TMergeRule rule = m_case.rule;
         if (Chance() < 0.02) rule = {3 * Chance(), Chance() < 0.5};
-        const double x = NextX(step, steps);
-        EXPECT_TRUE(m_chain.Add(x, step, rule));
-        m_walked.Add(x, step, rule);
+        Add(NextX(step, steps), step, rule);
     }
 
-    void EraseOne() {
-        const auto id = static_cast<std::int32_t>(Chance() * (m_walked.LastId + 2));
-        const bool isThere = m_walked.Erase(id);
-        EXPECT_EQ(m_chain.Erase(id).has_value(), isThere);
-        if (isThere || m_walked.Points.size() > 300) return;
-        const std::int32_t first = m_walked.Points.empty() ? 0 : m_walked.Points.front().Id;
-        EXPECT_EQ(m_chain.Erase(first).has_value(), m_walked.Erase(first));
+    /// Any Id, there or not; one that is there when one must go.
+    void EraseOne(bool mustGo) {
+        auto id = static_cast<std::int32_t>(Chance() * (m_walked.LastId + 2));
+        const auto count = static_cast<double>(m_walked.Points.size());
+        if (mustGo && count > 0)
+            id = std::next(m_walked.Points.begin(), static_cast<int>(Chance() * count))->Id;
+        EXPECT_EQ(m_chain.Erase(id).has_value(), m_walked.Erase(id));
     }
 
     void EraseNeighbours() {
@@ -126,9 +145,29 @@ private:
 
 TEST(PointChain, AgreesWithAWalkAlongTheChain) {
     for (const TWalkCase& walkCase : kWalkCases) {
-        SCOPED_TRACE(walkCase.name);
-        TWalkComparison(walkCase, 20240).Run(6000);
-        if (testing::Test::HasFatalFailure()) return;
+        for (unsigned seed = 1; seed <= 4; ++seed) {
+            SCOPED_TRACE(walkCase.name);
+            TWalkComparison(walkCase, seed).Run(6000);
+            if (testing::Test::HasFatalFailure()) return;
+        }
+    }
+}
+
+TPointChain Counted(int count) {
+    TPointChain chain;
+    for (int i = 0; i < count; ++i) chain.Add(i, 10 * i, {});
+    return chain;
+}
+
+TEST(PointChain, AnOverwriteAtTheEndOfABlockIsSeenByTheSearch) {
+    constexpr int kEnd = TPointBlock::kCapacity;
+    for (int k = kEnd - 3; k < kEnd + 3; ++k) {
+        TPointChain chain = Counted(2 * kEnd + 10);
+        chain.Add(k - 0.4, -1, {0.5, false});  // takes the place of k, below it
+        chain.Add(k + 0.35, -2, {0.7, false}); // k would be near enough, what it has become is not
+        EXPECT_EQ(chain.Find(k + 1)->X, k - 0.4);
+        EXPECT_EQ(chain.Find(k + 2)->X, k + 0.35);
+        EXPECT_EQ(chain.Count(), 2 * kEnd + 10);
     }
 }
 
@@ -137,12 +176,6 @@ TEST(PointChain, RefusesAnXThatIsNoPlace) {
     for (const double x : {kNaN, kInfinity, -kInfinity}) EXPECT_FALSE(chain.Add(x, 1, {}));
     EXPECT_TRUE(chain.IsEmpty());
     EXPECT_EQ(chain.LastId(), 0);
-}
-
-TPointChain Counted(int count) {
-    TPointChain chain;
-    for (int i = 0; i < count; ++i) chain.Add(i, 10 * i, {});
-    return chain;
 }
 
 TEST(PointChain, CopiesShareNothing) {

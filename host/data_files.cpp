@@ -1,0 +1,149 @@
+#include "host/data_files.h"
+
+#include "data/ds_info.h"
+#include "graph/source_loading.h"
+#include "host/default_look.h"
+#include "sources/series_supplier.h"
+#include "support/guard.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace lumoplot {
+namespace {
+
+constexpr const char* kUntouchedTitle = "X axis";
+
+QString Translated(const char* text) {
+    return QCoreApplication::translate("DataFiles", text);
+}
+
+/// Removes a data set again unless it is kept.
+class TNewSeries {
+public:
+    explicit TNewSeries(TxyGraph& graph) : m_graph(graph), m_number(graph.AddSeries()) {}
+    ~TNewSeries() {
+        if (!m_kept) m_graph.DeleteSeries(m_number);
+    }
+    TNewSeries(const TNewSeries&) = delete;
+    TNewSeries& operator=(const TNewSeries&) = delete;
+
+    TSeries& Series() const { return *m_graph.FindSeries(m_number); }
+    void Keep() { m_kept = true; }
+
+private:
+    TxyGraph& m_graph;
+    int m_number;
+    bool m_kept = false;
+};
+
+bool IsDataSetFile(const QFileInfo& file) {
+    return file.suffix().compare(QLatin1String("lds"), Qt::CaseInsensitive) == 0;
+}
+
+bool RepeatsX(const TSeries& series) {
+    for (TPointCursor point = series.First(); point; point = point.Next())
+        if (const TPointCursor next = point.Next(); next && next.X() == point.X()) return true;
+    return false;
+}
+
+// A file that was read in part may repeat an X in the rows that were left out.
+bool NeedsDuplicates(const TSeries& series) {
+    return series.DataSourceInfo().RowSamplingFrequency() > 1 || RepeatsX(series);
+}
+
+void TellSkippedRows(const QString& fileName, const TTextReport& report) {
+    if (report.rowsSkipped == 0) return;
+    constexpr std::size_t kMostShown = 5;
+    QString text = Translated("%1: %2 rows could not be read.")
+                       .arg(QFileInfo(fileName).fileName(), QLocale().toString(report.rowsSkipped));
+    for (std::size_t i = 0; i < std::min(kMostShown, report.messages.size()); ++i)
+        text += QLatin1Char('\n') + QString::fromStdString(report.messages[i]);
+    if (report.rowsSkipped > static_cast<std::int64_t>(kMostShown)) text += QStringLiteral("\n…");
+    ShowMessage(text.toStdString(), TMessageKind::Warning);
+}
+
+} // namespace
+
+bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
+    const QFileInfo file(fileName);
+    TNewSeries added(m_graph);
+    TSeries& series = added.Series();
+    series.SetSeriesName(file.completeBaseName().toStdString());
+    series.SetDuplicatesAllowed(true);
+    series.DataSourceInfo().SetKind(IsDataSetFile(file) ? TSourceKind::DataFile : TSourceKind::TextFile);
+    series.DataSourceInfo().SetSourceName(file.absoluteFilePath().toStdString());
+    if (!Load(series, progress)) return false;
+    if (!IsDataSetFile(file)) {
+        if (!NeedsDuplicates(series)) series.SetDuplicatesAllowed(false);
+        ApplyDefaultStyle(series);
+    }
+    TAppearance& appearance = *m_graph.Appearance();
+    if (appearance.GraphTitle().empty()) appearance.SetGraphTitle(file.completeBaseName().toStdString());
+    appearance.SetCurrSerIndex(series.SeriesIndex());
+    if (m_graph.Series().size() == 2) m_graph.Legend()->Setvisible(true);
+    added.Keep();
+    return true;
+}
+
+bool TDataFiles::Load(TSeries& series, TProgress& progress) {
+    if (series.DataSourceInfo().Kind() != TSourceKind::TextFile) return LoadFromSource(series, progress);
+    const std::string fileName = SourceFileOf(series);
+    TTextLoadOptions options;
+    options.budget = m_graph.PointBudget();
+    const TTextReport report = LoadTextSeries(series, fileName, options, progress);
+    if (report.cancelled) return false;
+    const QString name = QString::fromStdString(fileName);
+    m_rows[name] = {report.samplingFrequency, report.rowsChosen};
+    if (m_graph.Series().size() == 1) TakeXTitle(report);
+    TellSkippedRows(name, report);
+    return true;
+}
+
+// Only where nobody has written one yet. The drawing names the Y axis after its data set by itself.
+void TDataFiles::TakeXTitle(const TTextReport& report) {
+    const TTextFormat& format = report.readings.best.format;
+    const auto column = static_cast<std::size_t>(std::max(format.xColumn, 0));
+    if (format.xColumn < 0 || column >= format.columns.size() || format.columns[column].name.empty()) return;
+    if (m_graph.XAxis()->Title() == kUntouchedTitle) m_graph.XAxis()->SetTitle(format.columns[column].name);
+}
+
+bool TDataFiles::ReloadAll(TProgress& progress) {
+    for (const auto& series : m_graph.Series()) {
+        if (series->DataSourceInfo().Kind() == TSourceKind::Manual) continue;
+        bool goOn = true;
+        Guarded([&] { goOn = Load(*series, progress); });
+        if (!goOn) return false;
+    }
+    return true;
+}
+
+qint64 TDataFiles::RowsOf(const TSeries& series, bool& estimated) const {
+    const int every = series.DataSourceInfo().RowSamplingFrequency();
+    if (every <= 1 || series.DataSourceInfo().Kind() == TSourceKind::Manual) return series.Count();
+    const auto rows = m_rows.constFind(QString::fromStdString(SourceFileOf(series)));
+    if (rows != m_rows.constEnd() && rows->every == every) return rows->inFile;
+    estimated = true;
+    return static_cast<qint64>(series.Count()) * every;
+}
+
+QString TDataFiles::Summary() const {
+    qint64 shown = 0;
+    qint64 rows = 0;
+    bool estimated = false;
+    for (const auto& series : m_graph.Series()) {
+        shown += series->Count();
+        rows += RowsOf(*series, estimated);
+    }
+    if (m_graph.Series().empty()) return Translated("No data");
+    const QLocale locale;
+    const QString sets = m_graph.Series().size() == 1
+                             ? Translated("1 data set")
+                             : Translated("%1 data sets").arg(m_graph.Series().size());
+    if (rows == shown) return Translated("%1, all %2 rows").arg(sets, locale.toString(rows));
+    return (estimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
+        .arg(sets, locale.toString(shown), locale.toString(rows));
+}
+
+} // namespace lumoplot

@@ -1,0 +1,98 @@
+// The plotting program: opens the files of its command line, or an example without any.
+#include "host/main_window.h"
+#include "host/message_boxes.h"
+#include "host/screen_shots.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QIcon>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <iostream>
+
+using namespace lumoplot;
+
+namespace {
+
+struct TArguments {
+    QStringList files;
+    QString shotFolder; ///< empty for a window that a person uses
+};
+
+TArguments ReadArguments(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Plots measurements and opens them in the data editor."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption shot(
+        QStringLiteral("shot"),
+        QStringLiteral(
+            "Save pictures of the plot and of the editor into FOLDER, print their paths and leave."),
+        QStringLiteral("FOLDER"));
+    parser.addOption(shot);
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Graph and data files to open."),
+                                 QStringLiteral("[FILE…]"));
+    parser.process(application);
+    return {parser.positionalArguments(), parser.value(shot)};
+}
+
+/// The example beside an installed program or in the source folder of a build; empty when it is missing.
+QStringList Example() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const char* folder : {"../share/lumoplot/examples", "../../../examples"}) {
+        const QString file = program.filePath(QLatin1String(folder) + QStringLiteral("/enso.csv"));
+        if (QFile::exists(file)) return {QDir::cleanPath(file)};
+    }
+    return {};
+}
+
+/// Without a person there is nothing to ask and nothing of hers to read or change.
+int RunShots(const TArguments& arguments) {
+    const QTemporaryDir folder;
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+    TMainWindow window(folder.filePath(QStringLiteral("templates")));
+    window.OpenFiles(arguments.files);
+    try {
+        for (const QString& file : SaveScreenShots(window, arguments.shotFolder))
+            std::cout << QDir::toNativeSeparators(file).toStdString() << '\n';
+    } catch (const std::exception& error) {
+        std::cerr << "lumoplot-host: " << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
+
+int RunWindow(const TArguments& arguments) {
+    const TMessageBoxes messages;
+    TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                       QStringLiteral("/templates"));
+    window.RestorePlace();
+    window.show();
+    QTimer::singleShot(0, &window, [&] { window.OpenFiles(arguments.files); });
+    return QApplication::exec();
+}
+
+bool WantsShots(int argc, char** argv) {
+    return std::any_of(argv, argv + argc,
+                       [](const char* argument) { return QByteArray(argument).startsWith("--shot"); });
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (WantsShots(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("lumoplot"));
+    QApplication::setApplicationName(QStringLiteral("lumoplot-host"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Lumoplot"));
+    QApplication::setApplicationVersion(QStringLiteral(LUMOPLOT_VERSION));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/host/icons/lumoplot.svg")));
+    TArguments arguments = ReadArguments(application);
+    if (arguments.files.isEmpty()) arguments.files = Example();
+    return arguments.shotFolder.isEmpty() ? RunWindow(arguments) : RunShots(arguments);
+}

@@ -1,0 +1,126 @@
+#include "host/main_window.h"
+
+#include "host/recent_files.h"
+#include "support/guard.h"
+#include "ui_main_window.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QSettings>
+
+namespace lumoplot {
+namespace {
+
+const QString kGeometryKey = QStringLiteral("window/geometry");
+const QString kStateKey = QStringLiteral("window/state");
+
+QStringList LocalFiles(const QMimeData& data) {
+    QStringList files;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) files.append(url.toLocalFile());
+    return files;
+}
+
+} // namespace
+
+TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
+    : QMainWindow(parent), m_ui(std::make_unique<Ui::MainWindow>()) {
+    m_ui->setupUi(this);
+    m_rows = new QLabel(this);
+    m_rows->setObjectName(QStringLiteral("l_Rows"));
+    m_ui->statusBar->addPermanentWidget(m_rows);
+    m_ui->m_View->addSeparator();
+    m_ui->m_View->addAction(m_ui->toolBar->toggleViewAction());
+    m_document = std::make_unique<TGraphDocument>(Graph(), templateFolder);
+    m_dataFiles = std::make_unique<TDataFiles>(Graph());
+    m_recentFiles = std::make_unique<TRecentFiles>(*m_ui->m_Recent);
+    ConnectActions();
+    ConnectGraph();
+    m_document->New();
+    ShowState();
+}
+
+TMainWindow::~TMainWindow() = default;
+
+TxyGraph& TMainWindow::Graph() const {
+    return *m_ui->graph;
+}
+
+void TMainWindow::ConnectActions() {
+    using TSlot = void (TMainWindow::*)();
+    const std::pair<QAction*, TSlot> actions[] = {
+        {m_ui->a_New, &TMainWindow::OnNew},
+        {m_ui->a_NewFromTemplate, &TMainWindow::OnNewFromTemplate},
+        {m_ui->a_OpenGraph, &TMainWindow::OnOpenGraph},
+        {m_ui->a_OpenData, &TMainWindow::OnOpenData},
+        {m_ui->a_Save, &TMainWindow::OnSave},
+        {m_ui->a_SaveAs, &TMainWindow::OnSaveAs},
+        {m_ui->a_SaveAsTemplate, &TMainWindow::OnSaveAsTemplate},
+        {m_ui->a_ExportPicture, &TMainWindow::OnExportPicture},
+        {m_ui->a_PrintPreview, &TMainWindow::OnPrintPreview},
+        {m_ui->a_Print, &TMainWindow::OnPrint},
+        {m_ui->a_Quit, &TMainWindow::OnQuit},
+        {m_ui->a_EditData, &TMainWindow::OnEditData},
+        {m_ui->a_OpenWithEditor, &TMainWindow::OnOpenWithEditor},
+        {m_ui->a_AxesAndTitle, &TMainWindow::OnAxesAndTitle},
+        {m_ui->a_CopyPicture, &TMainWindow::OnCopyPicture},
+        {m_ui->a_LoadEveryRow, &TMainWindow::OnLoadEveryRow},
+        {m_ui->a_ShowLegend, &TMainWindow::OnShowLegend},
+        {m_ui->a_ResetScale, &TMainWindow::OnResetScale},
+        {m_ui->a_About, &TMainWindow::OnAbout},
+    };
+    for (const auto& [action, slot] : actions)
+        connect(action, &QAction::triggered, this, [this, slot = slot] {
+            Guarded([this, slot] { (this->*slot)(); });
+            ShowState();
+        });
+    connect(m_recentFiles.get(), &TRecentFiles::Chosen, this,
+            [this](const QString& file) { OpenFiles({file}); });
+}
+
+void TMainWindow::ConnectGraph() {
+    connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
+    connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
+    connect(&Graph(), &TxyGraph::OnLogError, this, [this](TSeries* series) {
+        m_ui->statusBar->showMessage(tr("%1 can not be shown on a logarithmic axis")
+                                         .arg(QString::fromStdString(series->SeriesName())));
+    });
+}
+
+void TMainWindow::ShowState() {
+    setWindowFilePath(m_document->FileName());
+    setWindowTitle(tr("%1[*] – %2").arg(m_document->DisplayName(), QApplication::applicationDisplayName()));
+    setWindowModified(m_document->IsModified());
+    m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
+    m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
+    m_rows->setText(m_dataFiles->Summary());
+}
+
+void TMainWindow::RestorePlace() {
+    const QSettings settings;
+    restoreGeometry(settings.value(kGeometryKey).toByteArray());
+    restoreState(settings.value(kStateKey).toByteArray());
+}
+
+void TMainWindow::closeEvent(QCloseEvent* event) {
+    bool leave = false;
+    Guarded([&] { leave = MayLeaveGraph(); });
+    event->setAccepted(leave);
+    if (!leave) return;
+    QSettings settings;
+    settings.setValue(kGeometryKey, saveGeometry());
+    settings.setValue(kStateKey, saveState());
+}
+
+void TMainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void TMainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    OpenFiles(LocalFiles(*event->mimeData()));
+}
+
+} // namespace lumoplot

@@ -1,0 +1,91 @@
+// The main window: the graph, the menus and the document behind them. Every action runs through the guard, so
+// that what goes wrong is told and leaves the graph as it was.
+#pragma once
+
+#include "host/data_files.h"
+#include "host/editor_library.h"
+#include "host/graph_document.h"
+
+#include <QMainWindow>
+#include <memory>
+
+class QLabel;
+
+namespace Ui {
+class MainWindow;
+}
+
+namespace lumoplot {
+
+class TRecentFiles;
+
+class TMainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// Shows a new graph. `templateFolder` is where templates are saved; it need not exist.
+    explicit TMainWindow(const QString& templateFolder, QWidget* parent = nullptr);
+    ~TMainWindow() override;
+
+    TxyGraph& Graph() const;
+    TGraphDocument& Document() const { return *m_document; }
+
+    /// Opens the graph files among them and adds the data files to the graph, in their order. Tells the user
+    /// what can not be opened.
+    void OpenFiles(const QStringList& files);
+    /// Puts the window where it was when the program was left last.
+    void RestorePlace();
+
+public Q_SLOTS:
+    void EditData();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void ConnectActions();
+    void ConnectGraph();
+    void ShowState();
+    /// True when the changes are saved or need not be; false when the user wants to stay.
+    bool MayLeaveGraph();
+    bool Save();
+    bool SaveAs();
+    bool SaveTo(const QString& fileName);
+    void OpenGraph(const QString& fileName);
+    void OpenData(const QString& fileName);
+    /// A name for a file that is proposed from the graph's title; empty where that can be none.
+    QString TitleAsFileName() const;
+    QString PictureName() const;
+    void RunEditor(const QString& sourceFile);
+
+    void OnNew();
+    void OnNewFromTemplate();
+    void OnOpenGraph();
+    void OnOpenData();
+    void OnSave() { Save(); }
+    void OnSaveAs() { SaveAs(); }
+    void OnSaveAsTemplate();
+    void OnExportPicture();
+    void OnPrintPreview();
+    void OnPrint();
+    void OnQuit() { close(); }
+    void OnEditData() { RunEditor({}); }
+    void OnOpenWithEditor();
+    void OnAxesAndTitle();
+    void OnCopyPicture();
+    void OnLoadEveryRow();
+    void OnShowLegend();
+    void OnResetScale();
+    void OnAbout();
+
+    std::unique_ptr<Ui::MainWindow> m_ui;
+    std::unique_ptr<TGraphDocument> m_document;
+    std::unique_ptr<TDataFiles> m_dataFiles;
+    std::unique_ptr<TRecentFiles> m_recentFiles;
+    TEditorLibrary m_editor;
+    QLabel* m_rows = nullptr;
+};
+
+} // namespace lumoplot

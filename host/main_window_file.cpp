@@ -1,0 +1,107 @@
+// The File menu of the main window.
+#include "host/file_choice.h"
+#include "host/main_window.h"
+#include "host/recent_files.h"
+#include "support/guard.h"
+#include "ui_main_window.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QRegularExpression>
+
+namespace lumoplot {
+namespace {
+
+bool IsGraphFile(const QString& fileName) {
+    return QFileInfo(fileName).suffix().compare(QLatin1String("ltp"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+bool TMainWindow::MayLeaveGraph() {
+    if (!m_document->IsModified()) return true;
+    QMessageBox box(QMessageBox::Warning, QApplication::applicationDisplayName(),
+                    tr("The graph %1 has been changed.").arg(m_document->DisplayName()),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("Do you want to save the changes?"));
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save: return Save();
+    case QMessageBox::Discard: return true;
+    default: return false;
+    }
+}
+
+bool TMainWindow::Save() {
+    return m_document->FileName().isEmpty() ? SaveAs() : SaveTo(m_document->FileName());
+}
+
+bool TMainWindow::SaveAs() {
+    const QString proposal = m_document->FileName().isEmpty() ? TitleAsFileName() : m_document->FileName();
+    const QString fileName =
+        AskFileToSave(this, {tr("Save Graph"), GraphFilters(), QStringLiteral("ltp"), proposal});
+    return !fileName.isEmpty() && SaveTo(fileName);
+}
+
+QString TMainWindow::TitleAsFileName() const {
+    static const QRegularExpression forbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]+"));
+    const QString title = QString::fromStdString(Graph().Appearance()->GraphTitle());
+    return QString(title).replace(forbidden, QStringLiteral(" ")).trimmed();
+}
+
+bool TMainWindow::SaveTo(const QString& fileName) {
+    m_document->SaveTo(fileName);
+    m_recentFiles->Add(fileName);
+    m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
+    return true;
+}
+
+void TMainWindow::OpenFiles(const QStringList& files) {
+    for (const QString& file : files)
+        Guarded([&] {
+            if (IsGraphFile(file))
+                OpenGraph(file);
+            else
+                OpenData(file);
+        });
+    ShowState();
+}
+
+void TMainWindow::OpenGraph(const QString& fileName) {
+    if (!MayLeaveGraph()) return;
+    m_document->Open(fileName);
+    m_recentFiles->Add(fileName);
+}
+
+void TMainWindow::OnNew() {
+    if (MayLeaveGraph()) m_document->New();
+}
+
+void TMainWindow::OnNewFromTemplate() {
+    if (!MayLeaveGraph()) return;
+    const QString folder = m_document->TemplateFolder();
+    const QString proposal = QDir(folder).exists() ? folder + QLatin1Char('/') : QString();
+    const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
+    if (!fileName.isEmpty()) m_document->NewFromTemplate(fileName);
+}
+
+void TMainWindow::OnOpenGraph() {
+    const QString fileName = AskFileToOpen(this, {tr("Open Graph"), GraphFilters(), {}, {}});
+    if (!fileName.isEmpty()) OpenGraph(fileName);
+}
+
+void TMainWindow::OnOpenData() {
+    OpenFiles(AskFilesToOpen(this, {tr("Open Data"), DataFilters(), {}, {}}));
+}
+
+void TMainWindow::OnSaveAsTemplate() {
+    const QString folder = m_document->TemplateFolder();
+    QDir().mkpath(folder);
+    const QString fileName = AskFileToSave(
+        this, {tr("Save as Template"), GraphFilters(), QStringLiteral("ltp"), folder + QLatin1Char('/')});
+    if (!fileName.isEmpty()) m_document->SaveAsTemplate(fileName);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,59 @@
+// The graph as a picture: files, clipboard and paper.
+#include "graph/drawing/picture_file.h"
+#include "host/file_choice.h"
+#include "host/main_window.h"
+#include "host/picture_export_dialog.h"
+#include "host/printing.h"
+#include "support/guard.h"
+#include "ui_main_window.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+namespace lumoplot {
+namespace {
+
+constexpr double kUnitsInInch = 96;
+constexpr double kClipboardScale = 2;
+
+} // namespace
+
+void TMainWindow::OnExportPicture() {
+    TPictureExportDialog dialog(Graph().size(), this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString suffix = dialog.Suffix();
+    const QString filter = tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix);
+    const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
+    if (fileName.isEmpty()) return;
+    SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), dialog.Resolution() / kUnitsInInch);
+    m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
+}
+
+QString TMainWindow::PictureName() const {
+    const QString name = m_document->FileName();
+    return name.isEmpty() ? TitleAsFileName() : QFileInfo(name).completeBaseName();
+}
+
+void TMainWindow::OnCopyPicture() {
+    QGuiApplication::clipboard()->setImage(PictureOf(Graph(), kClipboardScale));
+    m_ui->statusBar->showMessage(tr("The picture is on the clipboard"), 5000);
+}
+
+void TMainWindow::OnPrintPreview() {
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog dialog(&printer, this);
+    connect(&dialog, &QPrintPreviewDialog::paintRequested, this,
+            [this](QPrinter* page) { Guarded([&] { PrintGraph(*page, Graph()); }); });
+    dialog.exec();
+}
+
+void TMainWindow::OnPrint() {
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted) PrintGraph(printer, Graph());
+}
+
+} // namespace lumoplot

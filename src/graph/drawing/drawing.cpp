@@ -1,0 +1,119 @@
+#include "graph/drawing/drawing.h"
+
+#include "graph/appearance.h"
+#include "graph/axis.h"
+#include "graph/child_graph.h"
+#include "graph/dimensions.h"
+#include "graph/drawing/axis_painter.h"
+#include "graph/drawing/background_picture.h"
+#include "graph/drawing/legend_painter.h"
+#include "graph/drawing/mark_painter.h"
+#include "graph/drawing/series_painter.h"
+#include "graph/drawing_hook.h"
+
+#include <array>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+class TGraphPainter {
+public:
+    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
+        : m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()), m_rectangle(rectangle) {}
+
+    void Draw() const {
+        DrawMargins();
+        if (!m_graph.HasContent()) return DrawNotice(QStringLiteral("Waiting for the data..."));
+        if (m_graph.ScaleFailed() || !HasRanges())
+            return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
+        const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
+        if (!layout.HasPlot()) return;
+        DrawPlot(layout);
+        DrawAxes(m_canvas, m_graph, layout);
+        TTextStyle(m_appearance.CaptionFont())
+            .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
+        DrawLegend(m_canvas, m_graph, m_rectangle);
+    }
+
+private:
+    bool FillsBackground() const { return !m_canvas.IsPrinting() || m_appearance.PrintBkgndColor(); }
+
+    void DrawMargins() const {
+        if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+        const QImage picture = BackgroundPicture(m_appearance.bkgdImageFile());
+        if (picture.isNull()) return;
+        QPainter& painter = m_canvas.Painter();
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        const QRectF natural(m_rectangle.topLeft(), QSizeF(picture.size()));
+        painter.drawImage(m_appearance.StretchBkgd() ? m_rectangle : natural, picture);
+    }
+
+    void DrawNotice(const QString& text) const {
+        TFontSpec font = m_appearance.CaptionFont();
+        font.Size = std::max(font.Size, 12);
+        TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
+    }
+
+    bool HasRanges() const {
+        const std::array axes = {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()};
+        return std::ranges::all_of(axes, [](const TAxis* axis) {
+            return axis->Min() < axis->Max() && (!axis->LogScale() || axis->Min() > 0);
+        });
+    }
+
+    void DrawPlot(const TGraphLayout& layout) const {
+        const double half = 0.5 / m_canvas.PixelsPerUnit();
+        const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
+        const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
+        if (FillsBackground() && !hasPicture) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
+        DrawGrid(m_canvas, m_graph, layout);
+        const QRectF visible = m_appearance.PlotOffGraph() ? m_rectangle : plot;
+        for (const auto& series : m_graph.Series()) DrawSeries(m_canvas, *series, layout, visible);
+        DrawMarks(m_canvas, m_graph, layout);
+        DrawCrossAtZero(m_canvas, m_graph, layout);
+    }
+
+    const TCanvas& m_canvas;
+    const TxyGraph& m_graph;
+    const TAppearance& m_appearance;
+    QRectF m_rectangle;
+};
+
+QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
+    const TDimensions& place = *child.Dimensions();
+    const QRectF rectangle(parent.left() + place.HorPosition() * parent.width(),
+                           parent.top() + place.VerPosition() * parent.height(),
+                           place.HorSize() * parent.width(), place.VerSize() * parent.height());
+    const bool isDrawable = std::isfinite(rectangle.left()) && std::isfinite(rectangle.top()) &&
+                            std::isfinite(rectangle.right()) && std::isfinite(rectangle.bottom());
+    return isDrawable ? rectangle : QRectF();
+}
+
+void DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
+    DrawGraph(painter, graph, rectangle, {TChildGraphs::LeaveOut, TDrawPurpose::Show});
+}
+
+const bool g_installed = (InstallDrawing(DrawPanel), true);
+
+} // namespace
+
+void DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+               const TDrawOptions& options) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    TGraphPainter(TCanvas(painter, options.Purpose), graph, rectangle).Draw();
+    if (options.ChildGraphs == TChildGraphs::Include)
+        for (const auto& child : graph.ChildGraphs())
+            DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
+    painter.restore();
+}
+
+void PrepareWithChildGraphs(TxyGraph& graph) {
+    graph.PrepareForDrawing();
+    for (const auto& child : graph.ChildGraphs()) PrepareWithChildGraphs(*child);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,38 @@
+// Lines through points, several of them in one array, and how they are cut off at a rectangle. Coordinates
+// are device pixels and finite.
+#pragma once
+
+#include "support/export.h"
+
+#include <QPointF>
+#include <QRectF>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace lumoplot {
+
+/// A sequence of polylines. One of a single point stands for a dot.
+class XYGRAPH_EXPORT TPolylines {
+public:
+    void Add(QPointF point) { m_points.push_back(point); }
+    /// Ends the polyline; the next point starts another. Does nothing when there is nothing to end.
+    void End() {
+        if (m_points.size() > (m_ends.empty() ? 0 : m_ends.back())) m_ends.push_back(m_points.size());
+    }
+    /// How many polylines have ended.
+    std::size_t Count() const { return m_ends.size(); }
+    std::span<const QPointF> Line(std::size_t index) const {
+        const std::size_t start = index == 0 ? 0 : m_ends[index - 1];
+        return std::span(m_points).subspan(start, m_ends[index] - start);
+    }
+
+private:
+    std::vector<QPointF> m_points;
+    std::vector<std::size_t> m_ends;
+};
+
+/// The parts of the polylines inside the rectangle; dots outside are left out.
+XYGRAPH_EXPORT TPolylines Clipped(const TPolylines& lines, const QRectF& rectangle);
+
+} // namespace lumoplot

@@ -1,0 +1,40 @@
+// The points of a data set as places on a device: X (or the Y of the data set that serves as X) and corrected
+// Y, mapped by the axes.
+#pragma once
+
+#include "graph/drawing/scale_map.h"
+#include "graph/series.h"
+
+#include <functional>
+#include <span>
+
+namespace lumoplot {
+
+/// The data set whose Y values are the X of this one: the graph's X data set where `series` uses it; else
+/// null.
+XYGRAPH_EXPORT const TSeries* XSeriesOf(const TSeries& series);
+
+class XYGRAPH_EXPORT TSeriesPositions {
+public:
+    using TTakeRun = std::function<void(std::span<const double> x, std::span<const double> y)>;
+
+    /// The maps lead from values to device pixels.
+    TSeriesPositions(const TSeries& series, const TScaleMap& xMap, const TScaleMap& yMap)
+        : m_series(series), m_xMap(xMap), m_yMap(yMap) {}
+
+    /// Hands over all points in their order, in runs of contiguous values. A place that does not exist (an
+    /// infinite value, one that is not above 0 on a logarithmic axis) is not-a-number; no place is further
+    /// away than kFarthest. With an X data set, points beyond its count are left out.
+    void ForEachRun(const TTakeRun& take) const;
+
+    static constexpr double kFarthest = 1e9;
+
+private:
+    void ForEachPairedRun(const TSeries& xSeries, const TTakeRun& take) const;
+
+    const TSeries& m_series;
+    const TScaleMap& m_xMap;
+    const TScaleMap& m_yMap;
+};
+
+} // namespace lumoplot

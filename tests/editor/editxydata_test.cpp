@@ -1,0 +1,141 @@
+// The exported functions, called as a host calls them: by their names in the shared library.
+#include "common/random_graph.h"
+#include "common/recording_sink.h"
+#include "common/window_driver.h"
+#include "support/errors.h"
+#include "support/short_string.h"
+
+#include <QDialog>
+#include <QLibrary>
+#include <QTemporaryDir>
+
+namespace lumoplot {
+namespace {
+
+using TEdit = bool (*)(TxyGraph&, TShortString&, int, TShortString, bool, int);
+using TDelete = void (*)();
+
+class EditData : public testing::Test {
+protected:
+    EditData() {
+        const QLibrary library(QStringLiteral(LUMOPLOT_EDITOR_LIBRARY));
+        Edit = reinterpret_cast<TEdit>(const_cast<QLibrary&>(library).resolve("editxyData"));
+        Delete = reinterpret_cast<TDelete>(const_cast<QLibrary&>(library).resolve("deleteDataEditor"));
+        TSeries& series = *Graph.FindSeries(Graph.AddSeries());
+        series.AddPoint(1, 2);
+        series.AddPoint(3, 4);
+    }
+    ~EditData() override { Delete(); }
+
+    /// Runs the editor and `inside` while it is shown.
+    bool Run(std::function<void(QDialog&)> inside, bool openWithSource = false, int templateNameMax = 255) {
+        WhenModal<QDialog>([inside](QDialog& dialog) { inside(dialog); });
+        return Edit(Graph, Template, templateNameMax, ToShortString(Source), openWithSource, 0);
+    }
+
+    TEdit Edit = nullptr;
+    TDelete Delete = nullptr;
+    TRecordingSink Sink;
+    TxyGraph Graph;
+    TShortString Template = ToShortString("spectrum.ltp");
+    std::string Source;
+    QTemporaryDir Folder;
+};
+
+void Rename(QDialog& dialog, const char* button) {
+    Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+    Click(dialog, button);
+}
+
+TEST_F(EditData, OkWritesTheWorkingGraphBack) {
+    QString caption;
+    EXPECT_TRUE(Run([&](QDialog& dialog) {
+        caption = dialog.windowTitle();
+        Rename(dialog, "btnOk");
+    }));
+    EXPECT_EQ(caption, "Data Template Editor : spectrum.ltp");
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+    EXPECT_EQ(Graph.FindSeries(1)->Count(), 2);
+    EXPECT_FALSE(Graph.EditorMode());
+}
+
+TEST_F(EditData, CancelLeavesEverythingAsItWas) {
+    const TBytes before = FileOf(Graph);
+    Source = "/nowhere/data.txt";
+    EXPECT_FALSE(Run(
+        [](QDialog& dialog) {
+            Click(dialog, "btnNew");
+            Rename(dialog, "btnCancel");
+        },
+        true));
+    EXPECT_EQ(FileOf(Graph), before);
+    EXPECT_EQ(FromShortString(Template), "spectrum.ltp");
+}
+
+TEST_F(EditData, TheTemplateNameIsCutToTheHostsBuffer) {
+    EXPECT_TRUE(Run([](QDialog& dialog) { Click(dialog, "btnOk"); }, false, 4));
+    EXPECT_EQ(FromShortString(Template), "spec");
+}
+
+TEST_F(EditData, SetAsDefaultSavesTheTemplateOnYes) {
+    const std::string name = Folder.filePath(QStringLiteral(" plot.ltp ")).toStdString();
+    Template = ToShortString(name);
+    EXPECT_TRUE(Run([](QDialog& dialog) { Rename(dialog, "btnSetDefault"); }));
+    EXPECT_EQ(Sink.Only(),
+              "Save graph to template \"" + name.substr(0, name.size() - 1) + "\"  permanently?");
+    TxyGraph saved;
+    saved.LoadFromFile(name);
+    EXPECT_EQ(saved.FindSeries(1)->SeriesName(), "renamed");
+    EXPECT_EQ(saved.FindSeries(1)->Count(), 0);
+}
+
+TEST_F(EditData, SetAsDefaultWithoutANameAsksNothing) {
+    Template = {};
+    EXPECT_TRUE(Run([](QDialog& dialog) { Rename(dialog, "btnSetDefault"); }));
+    EXPECT_TRUE(Sink.Texts.empty());
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+}
+
+TEST_F(EditData, ATemplateThatCannotBeSavedIsToldToTheHost) {
+    Template = ToShortString("/nowhere/plot.ltp");
+    EXPECT_THROW(Run([](QDialog& dialog) { Rename(dialog, "btnSetDefault"); }), EFileError);
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+}
+
+TEST_F(EditData, OpenWithSourceAddsADataSetNamedAfterTheFile) {
+    QFile file(Folder.filePath(QStringLiteral("probe.a.txt")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("t\tU\n1\t10\n2\t20\n3\t30\n");
+    file.close();
+    Source = file.fileName().toStdString();
+    EXPECT_TRUE(Run(
+        [&](QDialog& dialog) {
+            EXPECT_EQ(Control<QComboBox>(dialog, "cbx_SourceKind").currentText(), "Text File");
+            EXPECT_EQ(Control<QLineEdit>(dialog, "e_SourceName").text().toStdString(), Source);
+            EXPECT_EQ(Control<QLineEdit>(dialog, "e_SourceName").toolTip().toStdString(), Source);
+            Click(dialog, "btnOk");
+        },
+        true));
+    ASSERT_EQ(Graph.Series().size(), 2u);
+    EXPECT_EQ(Graph.FindSeries(2)->SeriesName(), "probe.a");
+    EXPECT_EQ(Graph.FindSeries(2)->Count(), 3);
+}
+
+TEST_F(EditData, TheDialogIsKeptUnderTheApplicationsNameUntilItIsDeleted) {
+    qApp->setObjectName(QStringLiteral("App"));
+    const auto holder = [] {
+        return qApp->findChild<QObject*>(QStringLiteral("AppdataEdit"), Qt::FindDirectChildrenOnly);
+    };
+    EXPECT_EQ(holder(), nullptr);
+    Run([](QDialog& dialog) { Click(dialog, "btnOk"); });
+    const QObject* first = holder();
+    ASSERT_NE(first, nullptr);
+    Run([](QDialog& dialog) { Click(dialog, "btnOk"); });
+    EXPECT_EQ(holder(), first);
+    Delete();
+    EXPECT_EQ(holder(), nullptr);
+    Delete();
+}
+
+} // namespace
+} // namespace lumoplot
