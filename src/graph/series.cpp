@@ -12,6 +12,11 @@ namespace {
 
 constexpr int kLastFilledNumber = 8;
 
+std::uint64_t NextStamp() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 TColor ColorOfNumber(int number) {
     static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
                                                        kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
@@ -42,7 +47,7 @@ TPointShape ShapeOfNumber(int number) {
 } // namespace
 
 TSeries::TSeries(TxyGraph& graph, int number)
-    : m_graph(graph), m_seriesIndex(number), m_yAxisOfSeries(graph.YAxis()),
+    : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
       m_fillPoints(number <= kLastFilledNumber), m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0),
       m_lineColor(ColorOfNumber(number)), m_pointColor(m_lineColor), m_pointShape(ShapeOfNumber(number)) {
     m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
@@ -116,6 +121,7 @@ void TSeries::SetUpdateDepth(bool value) {
 }
 
 void TSeries::Changed(int reason) {
+    if (reason != kStyleChanged) m_dataStamp = NextStamp();
     if (m_updateDepth) {
         m_changedWhileHeld = true;
         return;

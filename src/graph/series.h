@@ -6,6 +6,8 @@
 #include "graph/settings.h"
 #include "support/color.h"
 
+#include <cstdint>
+
 namespace lumoplot {
 
 class TAxis;
@@ -106,6 +108,9 @@ public:
     void SetUpdateDepth(bool value);
 
     void Changed(int reason) override;
+    /// Another number after every change of points or baseline, never used twice in a process, so that what
+    /// is worked out from the points can be kept under it.
+    std::uint64_t DataStamp() const { return m_dataStamp; }
 
     /// Takes over everything that a file holds of the other data set, points included; the number stays.
     void CopyFrom(const TSeries& other);
@@ -123,6 +128,7 @@ private:
     TxyGraph& m_graph;
     TSeries* m_next = nullptr;
     int m_seriesIndex;
+    std::uint64_t m_dataStamp;
     TAxis* m_yAxisOfSeries;
     bool m_active = true;
     bool m_linesShown = true;
