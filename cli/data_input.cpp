@@ -33,19 +33,20 @@ std::string Unescaped(std::string text) {
     return text;
 }
 
-void SetColumns(TDSInfo& info, const std::string& columns) {
+void SetColumns(TTextOptions& options, const std::string& columns) {
     const std::size_t comma = columns.find(',');
     if (comma == std::string::npos || columns.find(',', comma + 1) != std::string::npos)
         throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
-    info.SetXDataColumn(columns.substr(0, comma));
-    info.SetYDataColumn(columns.substr(comma + 1));
+    options.xColumn = columns.substr(0, comma);
+    options.yColumn = columns.substr(comma + 1);
 }
 
 TDSInfo SourceInfo(const TTextOptions& options) {
     TDSInfo info;
     info.SetTextSeparators(Unescaped(options.separators));
     if (options.headerRows) info.SetFileHasHeaders(*options.headerRows);
-    if (!options.columns.empty()) SetColumns(info, options.columns);
+    info.SetXDataColumn(options.xColumn);
+    info.SetYDataColumn(options.yColumn);
     if (options.every) {
         info.SetAutoRowHitFreq(false);
         info.SetRowSamplingFrequency(*options.every);
@@ -103,7 +104,10 @@ void AddTextOptions(CLI::App& command, TTextOptions& options) {
         ->type_name("CHARS")
         ->group(group);
     AddCount(command, "--header-rows", options.headerRows, 0, "Rows in front of the data")->group(group);
-    command.add_option("--columns", options.columns, "Columns by number from 1 or by header name")
+    const auto setColumns = [&options](const std::string& columns) { SetColumns(options, columns); };
+    command
+        .add_option_function<std::string>("--columns", setColumns,
+                                          "Columns by number from 1 or by header name")
         ->type_name("X,Y")
         ->group(group);
     AddCount(command, "--every", options.every, 1, "Use every N-th row")->group(group);
