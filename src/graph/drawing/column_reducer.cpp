@@ -93,8 +93,7 @@ void TColumnReducer::TakeExtreme(QPointF point, std::size_t order) {
 }
 
 void TColumnReducer::AddPart(const TColumnPart& part) {
-    const bool continues = m_isOpen && part.First.x() >= m_columnStart && part.First.x() < m_columnEnd;
-    if (!continues) {
+    if (!IsInColumn(part.First.x())) {
         FlushColumn();
         StartColumn(part.First.x(), part.First.y());
         m_count = 0;

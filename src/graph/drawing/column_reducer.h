@@ -13,7 +13,7 @@ namespace lumoplot {
 struct TColumnPart {
     QPointF First;
     QPointF Last;
-    QPointF Extremes[2];          ///< the lowest and the highest, in either order
+    QPointF Extremes[2];          ///< the lowest and the highest, in either order; X only where IsExtreme(Y)
     std::size_t ExtremePlaces[2]; ///< counted from the first point
     std::size_t Count;
 };
@@ -27,6 +27,10 @@ public:
     void Add(std::span<const double> x, std::span<const double> y);
     /// True when points from one X to the other, ascending or descending between them, lie in one column.
     bool IsOneColumn(double firstX, double lastX) const;
+    /// True for the X of a point that belongs to the column of the point before it.
+    bool IsInColumn(double x) const { return m_isOpen && x >= m_columnStart && x < m_columnEnd; }
+    /// False when a point of the open column with that Y would change nothing but its last point.
+    bool IsExtreme(double y) const { return y < m_low.Y || y > m_high.Y; }
     /// Takes the next points in one step. All of them are places and lie in one column.
     void AddPart(const TColumnPart& part);
     /// All lines so far; the reducer is empty again.

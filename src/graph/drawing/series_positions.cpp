@@ -100,11 +100,15 @@ bool TSeriesPositions::AddGroup(const TPointGroup& group, std::span<const double
     const double firstX = PlaceOf(m_xMap, group.FirstX);
     const double lastX = PlaceOf(m_xMap, group.LastX);
     if (!reducer.IsOneColumn(firstX, lastX)) return false;
-    const QPointF low(PlaceOf(m_xMap, x[group.LowPlace]), PlaceOf(m_yMap, group.LowY));
-    const QPointF high(PlaceOf(m_xMap, x[group.HighPlace]), PlaceOf(m_yMap, group.HighY));
+    // Most extremes are none of their column: their X, which lies far away in memory, is not read.
+    const bool opens = !reducer.IsInColumn(firstX);
+    const auto extreme = [&](double value, std::size_t place) {
+        const double y = PlaceOf(m_yMap, value);
+        return QPointF(opens || reducer.IsExtreme(y) ? PlaceOf(m_xMap, x[place]) : lastX, y);
+    };
     reducer.AddPart({QPointF(firstX, PlaceOf(m_yMap, group.FirstY)),
                      QPointF(lastX, PlaceOf(m_yMap, group.LastY)),
-                     {low, high},
+                     {extreme(group.LowY, group.LowPlace), extreme(group.HighY, group.HighPlace)},
                      {group.LowPlace, group.HighPlace},
                      group.Count});
     return true;

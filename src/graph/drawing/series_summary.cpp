@@ -17,11 +17,13 @@ TPointGroup GroupOf(const TSeries& series, std::span<const double> x, std::span<
     group.FirstY = group.LowY = group.HighY = series.CorrectedY(x.front(), y.front());
     group.LastY = series.CorrectedY(x.back(), y.back());
     group.Count = static_cast<std::uint8_t>(x.size());
-    bool isRegular = true;
     double before = x.front();
+    double notFinite = 0; // becomes not-a-number with the first Y that is infinite or not a number
+    bool ascends = true;
     for (std::size_t i = 0; i < x.size(); ++i) {
         const double corrected = series.CorrectedY(x[i], y[i]);
-        isRegular = isRegular && x[i] >= before && corrected - corrected == 0;
+        ascends &= x[i] >= before;
+        notFinite += corrected - corrected;
         before = x[i];
         if (corrected < group.LowY) {
             group.LowY = corrected;
@@ -32,7 +34,7 @@ TPointGroup GroupOf(const TSeries& series, std::span<const double> x, std::span<
             group.HighPlace = static_cast<std::uint8_t>(i);
         }
     }
-    group.IsRegular = isRegular;
+    group.IsRegular = ascends && notFinite == 0;
     return group;
 }
 
