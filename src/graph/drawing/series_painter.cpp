@@ -28,11 +28,10 @@ void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositio
     // every vector format cuts off what lies outside a clip rectangle, so there it ends at the edge.
     const double beyond = canvas.IsRaster() ? 4 * pen.widthF() * canvas.PixelsPerUnit() + 2 : 0;
     const QRectF reach = ToDevice(canvas, visible).adjusted(-beyond, -beyond, beyond, beyond);
-    TColumnReducer reducer(reach.left(), reach.right());
-    positions.ForEachRun([&](std::span<const double> x, std::span<const double> y) { reducer.Add(x, y); });
+    const TPolylines line = positions.Reduced(TColumnReducer(reach.left(), reach.right()));
     canvas.Painter().save();
     canvas.Painter().setClipRect(visible, Qt::IntersectClip);
-    DrawPolylines(canvas, Clipped(reducer.Finish(), reach), pen);
+    DrawPolylines(canvas, Clipped(line, reach), pen);
     canvas.Painter().restore();
 }
 
