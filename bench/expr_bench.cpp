@@ -178,6 +178,8 @@ BENCHMARK(RunMuParser)->Name("muparser")->DenseRange(0, 5);
 /// The console's table, and the ratios to the hand-written C++ behind it.
 class TRatioReporter : public benchmark::ConsoleReporter {
 public:
+    TRatioReporter() : ConsoleReporter(OO_None) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) m_times[run.benchmark_name()] = run.GetAdjustedCPUTime();
