@@ -2,6 +2,7 @@
 
 #include "dialog/data_source_page.h"
 #include "dialog/general_page.h"
+#include "dialog/regressions_page.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
@@ -34,6 +35,7 @@ void TxyDataWizard::AddPages() {
     m_dataSourcePage = new TDataSourcePage(*this);
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
+    AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {

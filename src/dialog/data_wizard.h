@@ -30,6 +30,7 @@ public:
     // Indices of the pages.
     static constexpr int kGeneralPage = 0;
     static constexpr int kDataSourcePage = 1;
+    static constexpr int kRegressionsPage = 2;
 
     explicit TxyDataWizard(QWidget* parent = nullptr);
     ~TxyDataWizard() override;

@@ -4,6 +4,7 @@
 #include "support/number_text.h"
 
 #include <QPalette>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -57,8 +58,21 @@ std::optional<int> IntegerIn(QLineEdit& edit) {
     return ValueIn<int>(edit, [](const std::string& text) { return ParseInteger(text); });
 }
 
+std::optional<double> FiniteNumberIn(QLineEdit& edit) {
+    const std::string text = edit.text().toStdString();
+    const std::optional<double> value = TryParseFloat(text);
+    const bool isFinite = value && std::isfinite(*value);
+    MarkEdit(edit, isFinite ? QString()
+                            : QString::fromStdString("'" + text + "' is not a valid floating point value"));
+    return isFinite ? value : std::nullopt;
+}
+
 void ShowNumber(QLineEdit& edit, double value) {
-    edit.setText(QString::fromStdString(FormatGeneral(value, kShownDigits)));
+    ShowNumberText(edit, FormatGeneral(value, kShownDigits));
+}
+
+void ShowNumberText(QLineEdit& edit, const std::string& text) {
+    edit.setText(QString::fromStdString(text));
     MarkEdit(edit, {});
 }
 

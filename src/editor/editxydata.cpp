@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QWindow>
 
 namespace lumoplot {
 namespace {
@@ -39,6 +40,7 @@ TxyDataWizard& FindOrCreateWizard() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.adjustSize();
     }
     return holder->Wizard;
 }
@@ -52,8 +54,15 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
 
 void CentreOnScreen(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    window.adjustSize();
+    window.resize(window.size().boundedTo(screen.size()));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
+}
+
+// Without it the dialog, which has no parent, could be covered by the window that it blocks.
+void StayAbove(QWidget& window, const QWidget* host) {
+    if (!host || host == &window || !host->windowHandle()) return;
+    window.winId();
+    window.windowHandle()->setTransientParent(host->windowHandle());
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -71,6 +80,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
     CentreOnScreen(wizard);
+    StayAbove(wizard, QApplication::activeWindow());
     if (openWithSource) {
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));

@@ -3,8 +3,10 @@
 
 #include "expr/eval_record.h"
 #include "expr/expr_list.h"
+#include "expr/operation.h"
 #include "support/export.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,11 +20,20 @@ struct TCompiledExpression {
     std::string Text;
     std::vector<TEvalRecord> Records;
     std::vector<TEvalRecord> Merged;
+    /// For each of Records whether its result never changes.
+    std::vector<bool> Folded;
     /// The first record of the chain that Evaluate runs.
     TEvalRecord* First = nullptr;
     /// True when a step has effects or an origin that is not known here, so that order and number of the
     /// evaluations matter: ":=" and words that are not built in.
     bool Ordered = false;
+
+    /// The index in Records of the step with this result, or their number for any other double.
+    std::size_t IndexOf(const double* result) const;
+
+    /// What a step computes, a power with a fixed whole exponent from 2 to 8 being an operation of its own;
+    /// nothing for words that are not built in and for comparisons of strings.
+    std::optional<TOperation> OperationOf(const TEvalRecord& record) const;
 
     double Evaluate() {
         TEvalRecord* record = First;

@@ -1,5 +1,5 @@
+#include "expr/built_in_words.h"
 #include "expr/compiled_expression.h"
-#include "expr/operations.h"
 #include "expr/parser_exception.h"
 
 #include <algorithm>
@@ -146,6 +146,7 @@ private:
         m_values.erase(first, m_values.end());
         const bool folded = Classify(word) && constant;
         m_values.push_back({&record.Result, folded});
+        m_expression.Folded.push_back(folded);
         if (folded)
             record.Procedure(record);
         else
@@ -174,6 +175,7 @@ private:
         record.Procedure = &CopyValue;
         record.Word = m_lastValueWord;
         record.Args[0] = m_values.back().Value;
+        m_expression.Folded.push_back(false);
         Link(record);
     }
 

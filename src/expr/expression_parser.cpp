@@ -1,6 +1,6 @@
 #include "expr/expression_parser.h"
 
-#include "expr/operations.h"
+#include "expr/built_in_words.h"
 #include "expr/tokeniser.h"
 #include "support/number_text.h"
 

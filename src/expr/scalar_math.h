@@ -4,6 +4,7 @@
 #pragma once
 
 #include "expr/eval_record.h"
+#include "expr/product.h"
 
 #include <cmath>
 #include <cstdint>
@@ -51,20 +52,6 @@ inline double Subtract(double a, double b) {
 
 inline double Sqr(double a) {
     return a * a;
-}
-
-/// a to a whole power from 2 to 8 by products; blocks multiply in this same order.
-template <int N, class TNumber>
-TNumber Product(TNumber a) {
-    if constexpr (N == 2)
-        return a * a;
-    else if constexpr (N % 2 == 0) {
-        const TNumber half = Product<N / 2>(a);
-        return half * half;
-    } else if constexpr (N == 3)
-        return a * a * a;
-    else
-        return Product<N - 1>(a) * a;
 }
 
 inline double IntPower(double a, double b) {

@@ -1,8 +1,5 @@
 #include "expr/compiled_expression.h"
-#include "expr/operations.h"
 #include "expr/step_shapes.h"
-
-#include <cstdint>
 
 namespace lumoplot {
 namespace {
@@ -32,13 +29,7 @@ private:
         double* Result = nullptr;
     };
 
-    /// The step whose result is at this address, or the number of steps for any other double.
-    std::size_t IndexOf(const double* value) const {
-        const auto offset =
-            reinterpret_cast<std::uintptr_t>(value) - reinterpret_cast<std::uintptr_t>(m_records.data());
-        return offset < m_records.size() * sizeof(TEvalRecord) ? offset / sizeof(TEvalRecord)
-                                                               : m_records.size();
-    }
+    std::size_t IndexOf(const double* result) const { return m_expression.IndexOf(result); }
 
     bool IsLinked(const double* value) const {
         const std::size_t index = IndexOf(value);
@@ -50,17 +41,7 @@ private:
         TStep& step = m_steps[index];
         step.Procedure = record.Procedure;
         step.Args = record.Args;
-        if (const TOperation* operation = FindOperation(record.Procedure)) step.Operation = *operation;
-        if (step.Operation == TOperation::IntPower && !IsLinked(record.Args[1]))
-            step.Operation = WithFixedExponent(*record.Word, *record.Args[1]);
-    }
-
-    // Behind "^@" stands a number, which no formula can change; intpower(x,n) may have a variable there.
-    static TOperation WithFixedExponent(const TExprWord& word, double exponent) {
-        if (word.Name() != "^@" || !(exponent >= 2 && exponent <= 8) ||
-            exponent != static_cast<int>(exponent))
-            return TOperation::IntPower;
-        return static_cast<TOperation>(static_cast<int>(TOperation::Power2) + static_cast<int>(exponent) - 2);
+        step.Operation = m_expression.OperationOf(record).value_or(kLeaf);
     }
 
     void Cover(std::size_t index) {

@@ -1,5 +1,6 @@
 #include "expr/step_shapes.h"
 
+#include "expr/product.h"
 #include "expr/scalar_math.h"
 
 #include <algorithm>
@@ -32,7 +33,7 @@ FUNCTION(Cos)
 #undef FUNCTION
 #define PRODUCT(n)                                                                                           \
     template <>                                                                                              \
-    constexpr auto kFunctionOf<Power##n> = &scalar::Product<n, double>;
+    constexpr auto kFunctionOf<Power##n> = &Product<n, double>;
 PRODUCT(2)
 PRODUCT(3)
 PRODUCT(4)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "expr/eval_record.h"
-#include "expr/operations.h"
+#include "expr/operation.h"
 
 #include <span>
 

@@ -5,17 +5,36 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
 
 constexpr int kLastFilledNumber = 8;
 
+std::uint64_t NextStamp() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 TColor ColorOfNumber(int number) {
     static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
                                                        kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
                                                        kSkyBlue, kGray,  kMoneyGreen, kPurple};
     return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
+}
+
+// How many standard deviations away from the mean bounds lie.
+std::vector<int> DistancesOf(TBoundsType type) {
+    switch (type) {
+    case TBoundsType::OneSD: return {-1, 1};
+    case TBoundsType::TwoSD: return {-2, 2};
+    case TBoundsType::ThreeSD: return {-3, 3};
+    case TBoundsType::AllSD: return {-3, -2, -1, 1, 2, 3};
+    case TBoundsType::None:
+    case TBoundsType::SetValues: break;
+    }
+    return {};
 }
 
 TPointShape ShapeOfNumber(int number) {
@@ -28,7 +47,7 @@ TPointShape ShapeOfNumber(int number) {
 } // namespace
 
 TSeries::TSeries(TxyGraph& graph, int number)
-    : m_graph(graph), m_seriesIndex(number), m_yAxisOfSeries(graph.YAxis()),
+    : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
       m_fillPoints(number <= kLastFilledNumber), m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0),
       m_lineColor(ColorOfNumber(number)), m_pointColor(m_lineColor), m_pointShape(ShapeOfNumber(number)) {
     m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
@@ -83,6 +102,17 @@ void TSeries::SetPointSize(int value) {
     Store(m_pointSize, FittingSize(value));
 }
 
+std::vector<double> TSeries::BoundLevels() const {
+    std::vector<double> levels;
+    if (m_boundsType == TBoundsType::SetValues) levels = {m_lowerBound, m_upperBound};
+    const std::vector<int> distances = DistancesOf(m_boundsType);
+    const auto spread = distances.empty() ? std::nullopt : CorrectedSpread();
+    if (spread)
+        for (const int distance : distances) levels.push_back(spread->Mean + distance * spread->Deviation);
+    std::erase_if(levels, [](double level) { return !std::isfinite(level); });
+    return levels;
+}
+
 void TSeries::SetUpdateDepth(bool value) {
     m_updateDepth = value;
     if (value || !m_changedWhileHeld) return;
@@ -91,6 +121,7 @@ void TSeries::SetUpdateDepth(bool value) {
 }
 
 void TSeries::Changed(int reason) {
+    if (reason != kStyleChanged) m_dataStamp = NextStamp();
     if (m_updateDepth) {
         m_changedWhileHeld = true;
         return;

@@ -6,6 +6,8 @@
 #include "graph/settings.h"
 #include "support/color.h"
 
+#include <cstdint>
+
 namespace lumoplot {
 
 class TAxis;
@@ -60,6 +62,9 @@ public:
     double UpperBound() const { return m_upperBound; }
     double LowerBound() const { return m_lowerBound; }
     TBoundsType BoundsType() const { return m_boundsType; }
+    /// The levels of the Y axis at which bounds are drawn: the set values as they are, or multiples of the
+    /// standard deviation of the corrected Y about its mean (none with fewer than two finite Y). All finite.
+    std::vector<double> BoundLevels() const;
     TPenStyle BoundsLineStyle() const { return m_boundsLineStyle; }
     bool ShowInLegend() const { return m_showInLegend; }
     TColor RegressionColor() const { return m_regressionColor; }
@@ -103,6 +108,9 @@ public:
     void SetUpdateDepth(bool value);
 
     void Changed(int reason) override;
+    /// Another number after every change of points or baseline, never used twice in a process, so that what
+    /// is worked out from the points can be kept under it.
+    std::uint64_t DataStamp() const { return m_dataStamp; }
 
     /// Takes over everything that a file holds of the other data set, points included; the number stays.
     void CopyFrom(const TSeries& other);
@@ -120,6 +128,7 @@ private:
     TxyGraph& m_graph;
     TSeries* m_next = nullptr;
     int m_seriesIndex;
+    std::uint64_t m_dataStamp;
     TAxis* m_yAxisOfSeries;
     bool m_active = true;
     bool m_linesShown = true;

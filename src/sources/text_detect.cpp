@@ -55,7 +55,7 @@ struct TDateChoice {
 // The order that reads most dates; among equals the one by which they run back and forth least, since
 // measurements are noted one after the other.
 TDateChoice ChooseDateOrder(const TSampleTable& table) {
-    std::array orders = {TDateOrder::YearMonthDay, TDateOrder::DayMonthYear, TDateOrder::MonthDayYear};
+    std::array orders = {TDateOrder::DayMonthYear, TDateOrder::MonthDayYear, TDateOrder::YearMonthDay};
     const auto isBetter = [&table](TDateOrder left, TDateOrder right) {
         const auto a = table.FitDates(left);
         const auto b = table.FitDates(right);
@@ -63,15 +63,9 @@ TDateChoice ChooseDateOrder(const TSampleTable& table) {
     };
     std::stable_sort(orders.begin(), orders.end(), isBetter);
     const auto best = table.FitDates(orders[0]);
-    TDateChoice choice{orders[0], std::nullopt};
-    for (std::size_t i = 1; i < orders.size() && !choice.other; ++i)
-        if (best.open > 0 && table.FitDates(orders[i]).read == best.read &&
-            orders[i] != TDateOrder::YearMonthDay)
-            choice.other = orders[i];
-    // Every order reads dates whose text tells the order.
-    if (choice.order == TDateOrder::YearMonthDay && best.open > 0 && best.read > 0 && choice.other)
-        std::swap(choice.order, *choice.other);
-    return choice;
+    if (best.open == 0) return {};
+    const bool otherFits = table.FitDates(orders[1]).read == best.read;
+    return {orders[0], otherFits ? std::optional(orders[1]) : std::nullopt};
 }
 
 TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
@@ -93,7 +87,7 @@ private:
     void Try(const std::string& separators, char decimalSign);
     void Add(TTextReading reading);
     void TryOtherEncoding(const TTextReading& best);
-    bool MayBeDecimalComma(const std::string& separators) const;
+    bool MayBeDecimalSign(char decimalSign, const std::string& separators) const;
 
     const TTextSample& m_sample;
     const TDSInfo& m_info;
@@ -102,8 +96,10 @@ private:
 };
 
 // Where the comma divides cells, decimal commas need quotes around them.
-bool TFormatFinder::MayBeDecimalComma(const std::string& separators) const {
-    return separators.find(',') == std::string::npos ||
+bool TFormatFinder::MayBeDecimalSign(char decimalSign, const std::string& separators) const {
+    if (m_wishes.decimalSign.value_or(decimalSign) != decimalSign) return false;
+    return decimalSign != ',' || separators.find(',') == std::string::npos ||
+           !m_info.TextSeparators().empty() ||
            m_sample.text.find_first_of(m_info.TextMarkers()) != std::string::npos;
 }
 
@@ -160,12 +156,8 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
 
 TTextReadings TFormatFinder::Find() {
     for (const std::string& separators : SeparatorsToTry(m_info)) {
-        if (m_wishes.decimalSign) {
-            Try(separators, *m_wishes.decimalSign);
-            continue;
-        }
-        Try(separators, '.');
-        if (MayBeDecimalComma(separators)) Try(separators, ',');
+        for (const char decimalSign : {'.', ','})
+            if (MayBeDecimalSign(decimalSign, separators)) Try(separators, decimalSign);
     }
     const auto isBetter = [](const auto& a, const auto& b) { return a.score > b.score; };
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);

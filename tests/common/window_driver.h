@@ -70,7 +70,8 @@ inline void EnterFileName(QFileDialog& dialog, const QString& fileName) {
     Type(dialog, "fileNameEdit", fileName);
     const bool saving = dialog.acceptMode() == QFileDialog::AcceptSave;
     auto* buttons = dialog.findChild<QDialogButtonBox*>();
-    QTest::mouseClick(buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open), Qt::LeftButton);
+    QTest::mouseClick(buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open),
+                      Qt::LeftButton);
 }
 
 /// Does so in the file dialog that is shown next.

@@ -1,12 +1,8 @@
-// The built-in words: one table of every function and operator with its arithmetic.
+// What the steps of a formula compute. This header draws in nothing, so that the vector kernels, which are
+// compiled for other processors, share no inline function with the rest.
 #pragma once
 
-#include "expr/eval_record.h"
-#include "expr/expr_list.h"
-#include "support/export.h"
-
 #include <cstdint>
-#include <string_view>
 
 namespace lumoplot {
 
@@ -82,9 +78,6 @@ enum class TOperation : std::uint8_t {
 
 inline constexpr int kOperationCount = static_cast<int>(TOperation::Count);
 
-/// The operation that a built-in word's procedure performs, or null for a procedure of somebody else.
-const TOperation* FindOperation(TEvalProcedure procedure);
-
 /// True when the result depends on nothing but the operands: all but "random" and ":=".
 bool IsPure(TOperation operation);
 
@@ -93,8 +86,5 @@ double Compute(TOperation operation, double a, double b = 0, double c = 0, doubl
 
 /// How many operands it takes, 0 to 4.
 int OperandCount(TOperation operation);
-
-/// Puts every built-in word into the dictionary.
-void AddBuiltInWords(TExpressList& words);
 
 } // namespace lumoplot

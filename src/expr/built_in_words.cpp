@@ -1,4 +1,4 @@
-#include "expr/operations.h"
+#include "expr/built_in_words.h"
 
 #include "expr/scalar_math.h"
 
