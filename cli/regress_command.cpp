@@ -46,7 +46,8 @@ private:
             x.push_back(sample.X);
             derived.push_back(sample.Derived);
         }
-        const TRegressionCoefficients& c = result.Coefficients;
+        const TFittedCurve line = result.Line.value_or(TFittedCurve());
+        const TRegressionCoefficients& c = line.Coefficients();
         const TDocument coefficients = {{"c0", c.C0}, {"c1", c.C1}, {"c2", c.C2}};
         if (form == TOutputForm::Json) {
             TDocument document = coefficients;

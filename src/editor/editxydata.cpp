@@ -2,12 +2,14 @@
 
 #include "dialog/data_wizard.h"
 #include "dialogs/message_box_sink.h"
+#include "dialogs/progress_window.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
 #include <QApplication>
 #include <QScreen>
+#include <QWindow>
 
 namespace lumoplot {
 namespace {
@@ -39,12 +41,14 @@ TxyDataWizard& FindOrCreateWizard() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.adjustSize();
     }
     return holder->Wizard;
 }
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
+    TakeSourceStates(workGraph, host);
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
@@ -52,8 +56,15 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
 
 void CentreOnScreen(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    window.adjustSize();
+    window.resize(window.size().boundedTo(screen.size()));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
+}
+
+// Without it the dialog, which has no parent, could be covered by the window that it blocks.
+void StayAbove(QWidget& window, const QWidget* host) {
+    if (!host || host == &window || !host->windowHandle()) return;
+    window.winId();
+    window.windowHandle()->setTransientParent(host->windowHandle());
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -71,6 +82,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
     CentreOnScreen(wizard);
+    StayAbove(wizard, QApplication::activeWindow());
     if (openWithSource) {
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));
@@ -79,7 +91,9 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
-    LoadThinnedAgain(graph, wizard.WorkGraph());
+    TakeSourceStates(graph, wizard.WorkGraph());
+    TProgressWindow progress(QApplication::activeWindow());
+    LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
     return true;
 }

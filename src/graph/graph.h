@@ -113,7 +113,8 @@ public:
     /// A data set has changed: rescale and repaint.
     void SeriesChanged();
 
-    /// Brings everything that a drawing reads up to date: extents and axes. Called before each drawing.
+    /// Brings everything that a drawing reads up to date: extents, axes and the regressions of the active
+    /// data sets. Called before each drawing.
     void PrepareForDrawing();
     /// The last scaling failed; ErrorCaption is drawn in place of the plot.
     bool ScaleFailed() const { return m_scaleFailed; }

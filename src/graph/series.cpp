@@ -1,10 +1,12 @@
 #include "graph/series.h"
 
+#include "data/ds_info.h"
 #include "graph/graph.h"
 #include "graph/graph_file.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -21,6 +23,19 @@ TColor ColorOfNumber(int number) {
                                                        kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
                                                        kSkyBlue, kGray,  kMoneyGreen, kPurple};
     return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
+}
+
+// How many standard deviations away from the mean bounds lie.
+std::vector<int> DistancesOf(TBoundsType type) {
+    switch (type) {
+    case TBoundsType::OneSD: return {-1, 1};
+    case TBoundsType::TwoSD: return {-2, 2};
+    case TBoundsType::ThreeSD: return {-3, 3};
+    case TBoundsType::AllSD: return {-3, -2, -1, 1, 2, 3};
+    case TBoundsType::None:
+    case TBoundsType::SetValues: break;
+    }
+    return {};
 }
 
 TPointShape ShapeOfNumber(int number) {
@@ -88,6 +103,17 @@ void TSeries::SetPointSize(int value) {
     Store(m_pointSize, FittingSize(value));
 }
 
+std::vector<double> TSeries::BoundLevels() const {
+    std::vector<double> levels;
+    if (m_boundsType == TBoundsType::SetValues) levels = {m_lowerBound, m_upperBound};
+    const std::vector<int> distances = DistancesOf(m_boundsType);
+    const auto spread = distances.empty() ? std::nullopt : CorrectedSpread();
+    if (spread)
+        for (const int distance : distances) levels.push_back(spread->Mean + distance * spread->Deviation);
+    std::erase_if(levels, [](double level) { return !std::isfinite(level); });
+    return levels;
+}
+
 void TSeries::SetUpdateDepth(bool value) {
     m_updateDepth = value;
     if (value || !m_changedWhileHeld) return;
@@ -117,8 +143,21 @@ void TSeries::CopyFrom(const TSeries& other) {
     Clear();
     ReadSeries(reader, *this);
     CopyPointsFrom(other);
-    m_isThinned = other.m_isThinned;
+    TakeSourceState(other);
     SetUpdateDepth(held);
+}
+
+void TSeries::SetTextWishes(const TTextWishes& value) {
+    if (m_textWishes == value) return;
+    m_textWishes = value;
+    DataSourceInfo().SetNeedsReload(true);
+}
+
+void TSeries::TakeSourceState(const TSeries& other) {
+    m_isThinned = other.m_isThinned;
+    m_sourceRows = other.m_sourceRows;
+    m_textWishes = other.m_textWishes;
+    DataSourceInfo().SetNeedsReload(other.DataSourceInfo().NeedsReload());
 }
 
 } // namespace lumoplot

@@ -14,6 +14,8 @@ constexpr std::size_t kSampleSize = 65536;
 constexpr std::size_t kMaxRowLength = std::size_t{4} << 20;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
+/// Below it the text is prose with some numbers in it, unless the user has said how to read it.
+constexpr double kProse = 0.05;
 
 bool IsControl(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -55,7 +57,7 @@ struct TDateChoice {
 // The order that reads most dates; among equals the one by which they run back and forth least, since
 // measurements are noted one after the other.
 TDateChoice ChooseDateOrder(const TSampleTable& table) {
-    std::array orders = {TDateOrder::YearMonthDay, TDateOrder::DayMonthYear, TDateOrder::MonthDayYear};
+    std::array orders = {TDateOrder::DayMonthYear, TDateOrder::MonthDayYear, TDateOrder::YearMonthDay};
     const auto isBetter = [&table](TDateOrder left, TDateOrder right) {
         const auto a = table.FitDates(left);
         const auto b = table.FitDates(right);
@@ -63,15 +65,9 @@ TDateChoice ChooseDateOrder(const TSampleTable& table) {
     };
     std::stable_sort(orders.begin(), orders.end(), isBetter);
     const auto best = table.FitDates(orders[0]);
-    TDateChoice choice{orders[0], std::nullopt};
-    for (std::size_t i = 1; i < orders.size() && !choice.other; ++i)
-        if (best.open > 0 && table.FitDates(orders[i]).read == best.read &&
-            orders[i] != TDateOrder::YearMonthDay)
-            choice.other = orders[i];
-    // Every order reads dates whose text tells the order.
-    if (choice.order == TDateOrder::YearMonthDay && best.open > 0 && best.read > 0 && choice.other)
-        std::swap(choice.order, *choice.other);
-    return choice;
+    if (best.open == 0) return {};
+    const bool otherFits = table.FitDates(orders[1]).read == best.read;
+    return {orders[0], otherFits ? std::optional(orders[1]) : std::nullopt};
 }
 
 TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
@@ -92,8 +88,9 @@ public:
 private:
     void Try(const std::string& separators, char decimalSign);
     void Add(TTextReading reading);
+    bool DiffersFrom(const TTextReading& best, const TTextReading& other) const;
     void TryOtherEncoding(const TTextReading& best);
-    bool MayBeDecimalComma(const std::string& separators) const;
+    bool MayBeDecimalSign(char decimalSign, const std::string& separators) const;
 
     const TTextSample& m_sample;
     const TDSInfo& m_info;
@@ -102,8 +99,10 @@ private:
 };
 
 // Where the comma divides cells, decimal commas need quotes around them.
-bool TFormatFinder::MayBeDecimalComma(const std::string& separators) const {
-    return separators.find(',') == std::string::npos ||
+bool TFormatFinder::MayBeDecimalSign(char decimalSign, const std::string& separators) const {
+    if (m_wishes.decimalSign.value_or(decimalSign) != decimalSign) return false;
+    return decimalSign != ',' || separators.find(',') == std::string::npos ||
+           !m_info.TextSeparators().empty() ||
            m_sample.text.find_first_of(m_info.TextMarkers()) != std::string::npos;
 }
 
@@ -140,6 +139,13 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
     Add(std::move(reading));
 }
 
+// Two readings that give the same points and texts are no choice.
+bool TFormatFinder::DiffersFrom(const TTextReading& best, const TTextReading& other) const {
+    return best.format.encoding != other.format.encoding ||
+           TSampleTable(m_sample, best.format).Points(best.format) !=
+               TSampleTable(m_sample, other.format).Points(other.format);
+}
+
 void TFormatFinder::Add(TTextReading reading) {
     m_readings.push_back(std::move(reading));
 }
@@ -160,20 +166,20 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
 
 TTextReadings TFormatFinder::Find() {
     for (const std::string& separators : SeparatorsToTry(m_info)) {
-        if (m_wishes.decimalSign) {
-            Try(separators, *m_wishes.decimalSign);
-            continue;
-        }
-        Try(separators, '.');
-        if (MayBeDecimalComma(separators)) Try(separators, ',');
+        for (const char decimalSign : {'.', ','})
+            if (MayBeDecimalSign(decimalSign, separators)) Try(separators, decimalSign);
     }
     const auto isBetter = [](const auto& a, const auto& b) { return a.score > b.score; };
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);
     TryOtherEncoding(TTextReading(m_readings.front()));
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);
     TTextReadings found{m_readings.front(), std::nullopt};
-    if (m_readings.size() > 1 && m_readings[1].score >= kFits) found.runnerUp = m_readings[1];
-    if (found.best.score == 0 && found.best.problem.empty()) found.best.problem = "holds no rows of numbers";
+    for (std::size_t i = 1; i < m_readings.size() && m_readings[i].score >= kFits && !found.runnerUp; ++i)
+        if (DiffersFrom(found.best, m_readings[i])) found.runnerUp = m_readings[i];
+    const bool isFree = m_info.TextSeparators().empty() && m_info.FileHasHeaders() == TDSInfo::kFindHeaders &&
+                        m_info.XDataColumn().empty() && m_info.YDataColumn().empty();
+    if (found.best.score < (isFree ? kProse : 1e-9) && found.best.problem.empty())
+        found.best.problem = "holds no table of numbers";
     return found;
 }
 

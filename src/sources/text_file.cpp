@@ -44,15 +44,16 @@ std::string_view WholeCharacters(std::string_view text) {
     return leads ? text.substr(0, cut - 1) : text;
 }
 
-// Text in Latin letters and digits has a zero in nearly every unit of UTF-16 and none elsewhere.
+// Text in Latin letters and digits has a zero in nearly every unit of UTF-16 and hardly one elsewhere.
 std::optional<TTextEncoding> FindUnmarkedUtf16(std::string_view bytes) {
     const std::size_t units = bytes.size() / 2;
     std::size_t zeros[2] = {0, 0};
     for (std::size_t i = 0; i < units * 2; ++i)
         if (bytes[i] == '\0') ++zeros[i % 2];
     const auto most = [units](std::size_t count) { return units >= 2 && count * 10 >= units * 7; };
-    if (most(zeros[1]) && zeros[0] == 0) return TTextEncoding::Utf16LittleEndian;
-    if (most(zeros[0]) && zeros[1] == 0) return TTextEncoding::Utf16BigEndian;
+    const auto few = [units](std::size_t count) { return count * 20 <= units; };
+    if (most(zeros[1]) && few(zeros[0])) return TTextEncoding::Utf16LittleEndian;
+    if (most(zeros[0]) && few(zeros[1])) return TTextEncoding::Utf16BigEndian;
     return std::nullopt;
 }
 

@@ -3,6 +3,7 @@
 #include "graph/appearance.h"
 #include "graph/drawing/column_reducer.h"
 #include "graph/drawing/line_painter.h"
+#include "graph/drawing/regression_painter.h"
 #include "graph/drawing/series_positions.h"
 #include "graph/drawing/symbol_cloud.h"
 #include "graph/graph.h"
@@ -50,8 +51,10 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     const TScaleMap xMap = MapOf(*series.Graph().XAxis(), plot);
     const TScaleMap yMap = MapOf(*series.YAxisOfSeries(), plot);
     const TSeriesPositions positions(series, xMap, yMap);
+    DrawBounds(canvas, series, layout);
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
+    DrawRegression(canvas, series, layout, visible);
 }
 
 } // namespace lumoplot
