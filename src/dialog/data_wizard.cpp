@@ -8,6 +8,7 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <utility>
 
 namespace lumoplot {
 
@@ -59,8 +60,9 @@ void TxyDataWizard::ConnectControls() {
     on(m_ui->btnSort, &TxyDataWizard::SortSeries);
     on(m_ui->btnReverse, &TxyDataWizard::ReverseSeries);
     connect(m_ui->cbx_DataSets, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded([&] { ListChanged(); }); });
-    connect(m_ui->tabs, &QTabWidget::currentChanged, this, [this] { Guarded([&] { ListChanged(); }); });
+            [this] { Guarded([&] { DataSetPicked(); }); });
+    connect(m_ui->tabs, &QTabWidget::currentChanged, this,
+            [this](int page) { Guarded([&] { TabChanged(page); }); });
     connect(m_ui->btnPreview, &QPushButton::clicked, this,
             [this] { Guarded([&] { SetPreviewMode(!m_previewMode); }); });
     connect(m_ui->btnOk, &QPushButton::clicked, this, [this] { CloseWith(kOk); });
@@ -129,6 +131,24 @@ void TxyDataWizard::ListChanged() {
     if (item < 0) return ShowSeries(-1);
     m_workGraph->Appearance()->SetCurrSerIndex(item + 1);
     ShowSeries(NumberOfItem(item));
+}
+
+// What cannot be committed keeps its data set selected.
+void TxyDataWizard::DataSetPicked() {
+    try {
+        CommitManualData();
+    } catch (...) {
+        const QSignalBlocker quiet(m_ui->cbx_DataSets);
+        m_ui->cbx_DataSets->setCurrentIndex(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()));
+        throw;
+    }
+    ListChanged();
+}
+
+void TxyDataWizard::TabChanged(int page) {
+    const int left = std::exchange(m_shownPage, page);
+    if (m_currSeries) Guarded([&] { m_pages[static_cast<std::size_t>(left)]->Leave(*m_currSeries); });
+    ListChanged();
 }
 
 void TxyDataWizard::ShowSeries(int number) {

@@ -75,6 +75,8 @@ private:
     void AddPage(TWizardPage* page, const QString& caption, const QString& picture);
     void ConnectControls();
     void ListChanged();
+    void DataSetPicked();
+    void TabChanged(int page);
     int NumberOfItem(int item) const;
     void CommitManualData();
     void SetPreviewMode(bool preview);
@@ -97,6 +99,7 @@ private:
     bool m_filling = true;
     bool m_previewMode = false;
     int m_startPage = -1;
+    int m_shownPage = kGeneralPage;
     std::string m_templateName;
 };
 

@@ -1,9 +1,9 @@
 #include "dialog/number_edit.h"
 
+#include "dialog/mark_color.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
-#include <QPalette>
 #include <cmath>
 
 namespace lumoplot {
@@ -11,12 +11,6 @@ namespace {
 
 constexpr int kShownDigits = 4;
 constexpr const char* kPlainToolTip = "plainToolTip";
-
-// A blend of the theme's own base and red, so that the mark is readable in light and dark.
-QColor MarkedBase(const QPalette& palette) {
-    const QColor base = palette.color(QPalette::Base);
-    return QColor((base.red() * 2 + 255) / 3, base.green() * 2 / 3, base.blue() * 2 / 3);
-}
 
 template <class TValue, class TParse>
 std::optional<TValue> ValueIn(QLineEdit& edit, TParse parse) {
@@ -46,7 +40,7 @@ void MarkEdit(QLineEdit& edit, const QString& reason) {
     if (!wasMarked) edit.setProperty(kPlainToolTip, edit.toolTip());
     edit.setToolTip(reason);
     QPalette palette = edit.palette();
-    if (!wasMarked) palette.setColor(QPalette::Base, MarkedBase(palette));
+    if (!wasMarked) palette.setColor(QPalette::Base, FaultyBase());
     edit.setPalette(palette);
 }
 

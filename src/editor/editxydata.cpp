@@ -2,6 +2,7 @@
 
 #include "dialog/data_wizard.h"
 #include "dialogs/message_box_sink.h"
+#include "dialogs/progress_window.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -47,6 +48,7 @@ TxyDataWizard& FindOrCreateWizard() {
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
+    TakeSourceStates(workGraph, host);
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
@@ -89,7 +91,9 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
-    LoadThinnedAgain(graph, wizard.WorkGraph());
+    TakeSourceStates(graph, wizard.WorkGraph());
+    TProgressWindow progress(QApplication::activeWindow());
+    LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
     return true;
 }

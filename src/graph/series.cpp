@@ -1,5 +1,6 @@
 #include "graph/series.h"
 
+#include "data/ds_info.h"
 #include "graph/graph.h"
 #include "graph/graph_file.h"
 
@@ -142,8 +143,21 @@ void TSeries::CopyFrom(const TSeries& other) {
     Clear();
     ReadSeries(reader, *this);
     CopyPointsFrom(other);
-    m_isThinned = other.m_isThinned;
+    TakeSourceState(other);
     SetUpdateDepth(held);
+}
+
+void TSeries::SetTextWishes(const TTextWishes& value) {
+    if (m_textWishes == value) return;
+    m_textWishes = value;
+    DataSourceInfo().SetNeedsReload(true);
+}
+
+void TSeries::TakeSourceState(const TSeries& other) {
+    m_isThinned = other.m_isThinned;
+    m_sourceRows = other.m_sourceRows;
+    m_textWishes = other.m_textWishes;
+    DataSourceInfo().SetNeedsReload(other.DataSourceInfo().NeedsReload());
 }
 
 } // namespace lumoplot
