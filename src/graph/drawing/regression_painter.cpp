@@ -107,12 +107,17 @@ private:
     }
 
     void AddDerived() {
+        const TPointChain& points = m_series.Points();
         TPointCursor xPoint = m_xSeries ? m_xSeries->First() : TPointCursor();
-        for (TPointCursor point = m_series.First(); point; point = point.Next()) {
-            if (m_xSeries && !xPoint) return;
-            const double x = m_xSeries ? m_xSeries->CorrectedY(xPoint.X(), xPoint.Y()) : point.X();
-            m_line.Add(x, m_series.CorrectedY(point.X(), point.Derived()));
-            if (m_xSeries) xPoint = xPoint.Next();
+        for (std::size_t block = 0; block < points.BlockCount(); ++block) {
+            const TPointSpans run = points.Block(block);
+            for (std::size_t i = 0; i < run.X.size(); ++i) {
+                if (m_xSeries && !xPoint) return;
+                const double x = m_xSeries ? m_xSeries->CorrectedY(xPoint.X(), xPoint.Y()) : run.X[i];
+                const double derived = run.Derived.empty() ? 0 : run.Derived[i];
+                m_line.Add(x, m_series.CorrectedY(run.X[i], derived));
+                if (m_xSeries) xPoint = xPoint.Next();
+            }
         }
     }
 
