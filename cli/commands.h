@@ -8,6 +8,7 @@ namespace lumoplot {
 
 void AddInfoCommand(CLI::App& program);
 void AddConvertCommand(CLI::App& program);
+void AddRenderCommand(CLI::App& program);
 void AddAxisCommand(CLI::App& program);
 void AddEvalCommand(CLI::App& program);
 void AddStatsCommand(CLI::App& program);

@@ -4,9 +4,11 @@
 #include "data/ds_info.h"
 #include "fit/cur_fit.h"
 #include "graph/graph_file.h"
+#include "host/default_look.h"
 #include "support/errors.h"
 #include "support/replace_file.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 namespace lumoplot {
@@ -31,19 +33,20 @@ std::string Unescaped(std::string text) {
     return text;
 }
 
-void SetColumns(TDSInfo& info, const std::string& columns) {
+void SetColumns(TTextOptions& options, const std::string& columns) {
     const std::size_t comma = columns.find(',');
     if (comma == std::string::npos || columns.find(',', comma + 1) != std::string::npos)
         throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
-    info.SetXDataColumn(columns.substr(0, comma));
-    info.SetYDataColumn(columns.substr(comma + 1));
+    options.xColumn = columns.substr(0, comma);
+    options.yColumn = columns.substr(comma + 1);
 }
 
 TDSInfo SourceInfo(const TTextOptions& options) {
     TDSInfo info;
     info.SetTextSeparators(Unescaped(options.separators));
     if (options.headerRows) info.SetFileHasHeaders(*options.headerRows);
-    if (!options.columns.empty()) SetColumns(info, options.columns);
+    info.SetXDataColumn(options.xColumn);
+    info.SetYDataColumn(options.yColumn);
     if (options.every) {
         info.SetAutoRowHitFreq(false);
         info.SetRowSamplingFrequency(*options.every);
@@ -67,12 +70,30 @@ void ReportSkippedRows(const std::string& file, const TTextReport& report) {
                  (report.rowsSkipped == 1 ? " row was skipped" : " rows were skipped") + first);
 }
 
-void LoadTextGraph(TxyGraph& graph, const TDataOptions& options) {
-    const TTextReport report = LoadTextData(*graph.FindSeries(graph.AddSeries()), options.file, options.text);
+void SetTitle(TAxis& axis, const std::string& title) {
+    if (!title.empty()) axis.SetTitle(title);
+}
+
+void LoadTextSeriesInto(TxyGraph& graph, TSeries& series, const TDataOptions& options) {
+    const TTextReport report = LoadTextData(series, options.file, options.text);
+    ReportSkippedRows(options.file, report);
+    ApplyDefaultStyle(series);
     const TTextFormat& format = report.readings.best.format;
     if (format.xColumn >= 0)
-        graph.XAxis()->SetTitle(format.columns[static_cast<std::size_t>(format.xColumn)].name);
-    graph.YAxis()->SetTitle(report.yName);
+        SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].name);
+    SetTitle(*graph.YAxis(), report.yName);
+}
+
+// What a person sees who opens the file in the host application.
+void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& options) {
+    ApplyDefaultLook(graph);
+    graph.Appearance()->SetGraphTitle(
+        QFileInfo(QString::fromStdString(options.file)).completeBaseName().toStdString());
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    if (kind == TFileKind::Text)
+        LoadTextSeriesInto(graph, series, options);
+    else
+        LoadSeriesFromFile(series, options.file);
 }
 
 } // namespace
@@ -83,7 +104,10 @@ void AddTextOptions(CLI::App& command, TTextOptions& options) {
         ->type_name("CHARS")
         ->group(group);
     AddCount(command, "--header-rows", options.headerRows, 0, "Rows in front of the data")->group(group);
-    command.add_option("--columns", options.columns, "Columns by number from 1 or by header name")
+    const auto setColumns = [&options](const std::string& columns) { SetColumns(options, columns); };
+    command
+        .add_option_function<std::string>("--columns", setColumns,
+                                          "Columns by number from 1 or by header name")
         ->type_name("X,Y")
         ->group(group);
     AddCount(command, "--every", options.every, 1, "Use every N-th row")->group(group);
@@ -111,14 +135,13 @@ std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options) {
     auto document = std::make_unique<TGraphDocument>();
     TxyGraph& graph = document->Graph();
     Loading(options.file, [&] {
-        switch (KindOfFile(options.file)) {
-        case TFileKind::Graph: return graph.LoadFromFile(options.file);
-        case TFileKind::DataSet:
-            return LoadSeriesFromFile(*graph.FindSeries(graph.AddSeries()), options.file);
-        case TFileKind::Text: return LoadTextGraph(graph, options);
-        case TFileKind::Function: break;
-        }
-        throw EFileError(options.file + " is a function file and holds no data");
+        const TFileKind kind = KindOfFile(options.file);
+        if (kind == TFileKind::Function)
+            throw EFileError(options.file + " is a function file and holds no data");
+        if (kind == TFileKind::Graph)
+            graph.LoadFromFile(options.file);
+        else
+            LoadSingleSeries(graph, kind, options);
     });
     return document;
 }

@@ -19,7 +19,8 @@ namespace lumoplot {
 struct TTextOptions {
     std::string separators;
     std::optional<int> headerRows;
-    std::string columns; ///< "X,Y", each a number from 1 or a header name
+    std::string xColumn; ///< a number from 1, 0 for the row number, or a header name
+    std::string yColumn; ///< a number from 1, or a header name
     std::optional<int> every;
     bool merge = false; ///< rows with equal X become one point
 };

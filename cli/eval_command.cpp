@@ -52,12 +52,13 @@ public:
     std::string expression;
     std::vector<std::string> lets;
     std::string gridText;
-    std::string xName = "x";
+    std::string xName;
     TOutputForm form = TOutputForm::Outline;
 
     void Run() {
         for (const std::string& let : lets) DefineVariable(let);
-        if (!IsName(xName)) throw EUsage("--xvar: '" + xName + "' is not a name");
+        if (!xName.empty() && !IsName(xName)) throw EUsage("--xvar: '" + xName + "' is not a name");
+        if (!xName.empty() && gridText.empty()) throw EUsage("--xvar is for --x");
         if (expression != "-") return gridText.empty() ? PrintValue() : PrintGrid(GridArgument(gridText));
         if (!gridText.empty() || form == TOutputForm::Json) throw EUsage("--x and --json need one formula");
         EvaluateLines();
@@ -84,7 +85,7 @@ private:
 
     void PrintGrid(const TGrid& grid) {
         double x = 0;
-        m_parser.DefineVariable(xName, &x);
+        m_parser.DefineVariable(xName.empty() ? "x" : xName, &x);
         m_parser.AddExpression(expression);
         TDocument xs = TDocument::array();
         TDocument ys = TDocument::array();

@@ -13,8 +13,8 @@ using enum TOperation;
 class TRule {
 public:
     TRule(TBlockGraph& graph, TNodeIndex node)
-        : m_graph(graph), m_operation(graph.At(node).Operation), m_node(node), a(graph.At(node).Args[0]),
-          b(graph.At(node).Args[1]) {}
+        : m_graph(graph), m_operation(graph.At(node).Operation), m_node(node), m_a(graph.At(node).Args[0]),
+          m_b(graph.At(node).Args[1]) {}
 
     TNodeIndex Apply(TNodeIndex da, TNodeIndex db) {
         if (da == kNoNode && db == kNoNode) return kNoNode;
@@ -30,22 +30,23 @@ private:
         case DegToRad:
         case RadToDeg: return m_graph.Step(m_operation, da);
         case Exp: return Times(m_node, da);
-        case Sqr: return Times(Twice(a), da);
+        case Sqr: return Times(Twice(m_a), da);
         case Sqrt: return Over(da, Twice(m_node));
-        case Abs: return Times(m_graph.Step(Sign, a), da);
-        case Ln: return Over(da, a);
-        case Log10: return Over(da, Times(a, m_graph.Constant(std::numbers::ln10)));
-        case Sin: return Times(m_graph.Step(Cos, a), da);
-        case Cos: return m_graph.Step(Negate, Times(m_graph.Step(Sin, a), da));
+        case Abs: return Times(m_graph.Step(Sign, m_a), da);
+        case Ln: return Over(da, m_a);
+        case Log10: return Over(da, Times(m_a, m_graph.Constant(std::numbers::ln10)));
+        case Sin: return Times(m_graph.Step(Cos, m_a), da);
+        case Cos: return m_graph.Step(Negate, Times(m_graph.Step(Sin, m_a), da));
         case Tan: return Times(Plus(One(), m_graph.Step(Sqr, m_node)), da);
         case ArcSin: return Over(da, m_graph.Step(Sqrt, OneMinusSquare()));
         case ArcCos: return m_graph.Step(Negate, Over(da, m_graph.Step(Sqrt, OneMinusSquare())));
-        case Sinh: return Times(m_graph.Step(Cosh, a), da);
-        case Cosh: return Times(m_graph.Step(Sinh, a), da);
-        case Tanh: return Over(da, m_graph.Step(Sqr, m_graph.Step(Cosh, a)));
-        case ArcSinh: return Over(da, m_graph.Step(Sqrt, Plus(One(), m_graph.Step(Sqr, a))));
+        case Sinh: return Times(m_graph.Step(Cosh, m_a), da);
+        case Cosh: return Times(m_graph.Step(Sinh, m_a), da);
+        case Tanh: return Over(da, m_graph.Step(Sqr, m_graph.Step(Cosh, m_a)));
+        case ArcSinh: return Over(da, m_graph.Step(Sqrt, Plus(One(), m_graph.Step(Sqr, m_a))));
         case ArcCosh:
-            return Over(da, Times(m_graph.Step(Sqrt, Minus(a, One())), m_graph.Step(Sqrt, Plus(a, One()))));
+            return Over(da,
+                        Times(m_graph.Step(Sqrt, Minus(m_a, One())), m_graph.Step(Sqrt, Plus(m_a, One()))));
         case ArcTanh: return Over(da, OneMinusSquare());
         default: return kNoNode; // steps and truth values are flat
         }
@@ -55,26 +56,29 @@ private:
         switch (m_operation) {
         case Add: return Plus(da, db);
         case Subtract: return Minus(da, db);
-        case Multiply: return Plus(Times(da, b), Times(a, db));
-        case Divide: return Over(Minus(da, Times(m_node, db)), b);
-        case Power: return Plus(TimesSlope(PowerSlope, a, b, da), TimesSlope(ExponentSlope, a, m_node, db));
-        case IntPower: return TimesSlope(IntPowerSlope, a, b, da);
+        case Multiply: return Plus(Times(da, m_b), Times(m_a, db));
+        case Divide: return Over(Minus(da, Times(m_node, db)), m_b);
+        case Power:
+            return Plus(TimesSlope(PowerSlope, m_a, m_b, da), TimesSlope(ExponentSlope, m_a, m_node, db));
+        case IntPower: return TimesSlope(IntPowerSlope, m_a, m_b, da);
         case LogN: {
-            const TNodeIndex lnBase = m_graph.Step(Ln, a);
-            return Minus(Over(db, Times(b, lnBase)), Over(Times(m_node, da), Times(a, lnBase)));
+            const TNodeIndex lnBase = m_graph.Step(Ln, m_a);
+            return Minus(Over(db, Times(m_b, lnBase)), Over(Times(m_node, da), Times(m_a, lnBase)));
         }
-        case Max: return m_graph.Step(SelectGreaterEqual, a, b, OrZero(da), OrZero(db));
-        case Min: return m_graph.Step(SelectLessEqual, a, b, OrZero(da), OrZero(db));
+        case Max: return m_graph.Step(SelectGreaterEqual, m_a, m_b, OrZero(da), OrZero(db));
+        case Min: return m_graph.Step(SelectLessEqual, m_a, m_b, OrZero(da), OrZero(db));
         case ArcTan2:
-            return Over(Minus(Times(b, da), Times(a, db)), Plus(m_graph.Step(Sqr, a), m_graph.Step(Sqr, b)));
+            return Over(Minus(Times(m_b, da), Times(m_a, db)),
+                        Plus(m_graph.Step(Sqr, m_a), m_graph.Step(Sqr, m_b)));
         default: return kNoNode;
         }
     }
 
     TNodeIndex OfProduct(TNodeIndex da) {
         const int exponent = static_cast<int>(m_operation) - static_cast<int>(Power2) + 2;
-        if (exponent == 2) return Times(Twice(a), da);
-        const TNodeIndex lower = m_graph.Step(static_cast<TOperation>(static_cast<int>(m_operation) - 1), a);
+        if (exponent == 2) return Times(Twice(m_a), da);
+        const TNodeIndex lower =
+            m_graph.Step(static_cast<TOperation>(static_cast<int>(m_operation) - 1), m_a);
         return Times(Times(m_graph.Constant(exponent), lower), da);
     }
 
@@ -84,7 +88,7 @@ private:
 
     TNodeIndex One() { return m_graph.Constant(1); }
     TNodeIndex Twice(TNodeIndex x) { return Times(m_graph.Constant(2), x); }
-    TNodeIndex OneMinusSquare() { return Times(Minus(One(), a), Plus(One(), a)); }
+    TNodeIndex OneMinusSquare() { return Times(Minus(One(), m_a), Plus(One(), m_a)); }
     TNodeIndex OrZero(TNodeIndex x) { return x == kNoNode ? m_graph.Constant(0) : x; }
 
     bool IsOne(TNodeIndex x) const {
@@ -111,8 +115,8 @@ private:
     TBlockGraph& m_graph;
     TOperation m_operation;
     TNodeIndex m_node;
-    TNodeIndex a;
-    TNodeIndex b;
+    TNodeIndex m_a;
+    TNodeIndex m_b;
 };
 
 } // namespace

@@ -63,9 +63,7 @@ TNodeIndex TBlockGraph::Step(TOperation operation, TNodeIndex a, TNodeIndex b, T
 TNodeIndex TBlockGraph::NodeOf(const TCompiledExpression& expression, double* value) {
     const std::size_t record = expression.IndexOf(value);
     if (record < m_recordNodes.size()) return m_recordNodes[record];
-    const auto isTarget = [&](const TBlockStore& store) { return store.Target == value; };
-    const auto store = std::find_if(m_stores.begin(), m_stores.end(), isTarget);
-    if (store != m_stores.end()) return store->Node;
+    if (const auto store = m_stores.find(value); store != m_stores.end()) return store->second;
     TBlockNode node;
     node.Kind = value == m_xVariable ? TNodeKind::Input : TNodeKind::Variable;
     node.Variable = value;
@@ -110,12 +108,7 @@ TNodeIndex TBlockGraph::AddUnknown(const TEvalRecord& record) {
 // Later reads of the target get the assigned value; the double itself is written when the x is done.
 void TBlockGraph::Assign(const TCompiledExpression& expression, double* target, TNodeIndex value) {
     if (expression.IndexOf(target) < m_recordNodes.size()) return; // a result that nobody reads again
-    const auto isTarget = [&](const TBlockStore& store) { return store.Target == target; };
-    const auto store = std::find_if(m_stores.begin(), m_stores.end(), isTarget);
-    if (store != m_stores.end())
-        store->Node = value;
-    else
-        m_stores.push_back({target, value});
+    m_stores[target] = value;
 }
 
 } // namespace lumoplot

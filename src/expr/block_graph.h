@@ -6,7 +6,6 @@
 #include "expr/operation.h"
 
 #include <array>
-#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -36,11 +35,8 @@ struct TBlockNode {
     bool operator==(const TBlockNode&) const;
 };
 
-/// What a formula assigns, in the end, to a double outside.
-struct TBlockStore {
-    double* Target;
-    TNodeIndex Node;
-};
+/// What a formula assigns, in the end, to each double outside.
+using TBlockStores = std::unordered_map<double*, TNodeIndex>;
 
 class TBlockGraph {
 public:
@@ -51,7 +47,7 @@ public:
     const TBlockNode& At(TNodeIndex node) const { return m_nodes[static_cast<std::size_t>(node)]; }
     /// The formula's value.
     TNodeIndex Root() const { return m_root; }
-    std::span<const TBlockStore> Stores() const { return m_stores; }
+    const TBlockStores& Stores() const { return m_stores; }
     /// True for ":=", "random" and foreign words: each x has to be computed for itself, in the order of the
     /// chain.
     bool IsSequential() const { return m_sequential; }
@@ -84,7 +80,7 @@ private:
     std::vector<TBlockNode> m_nodes;
     std::unordered_map<TBlockNode, TNodeIndex, THash> m_known;
     std::vector<TNodeIndex> m_recordNodes;
-    std::vector<TBlockStore> m_stores;
+    TBlockStores m_stores;
     TNodeIndex m_root = kNoNode;
     bool m_sequential = false;
     const TExprWord* m_foreignWord = nullptr;

@@ -102,17 +102,17 @@ struct TKernelsOf {
     }
 
     /// F within [low, high], the scalar function beyond.
-    template <TOperation Operation, V (*F)(V), auto Limits>
+    template <TOperation Operation, V (*F)(V), class TLimits>
     static void Guarded(double* result, const TBlockOperand* args, int count) {
         const double* data = args[0].Data;
         for (int i = 0; i < count; i += kWidth) {
             const V a = Load(data + i);
-            const M inside = a >= V(Limits.Low) && a <= V(Limits.High);
+            const M inside = a >= V(TLimits::kLow) && a <= V(TLimits::kHigh);
             if (xsimd::all(inside)) {
                 F(a).store_unaligned(result + i);
                 continue;
             }
-            F(xsimd::select(inside, a, V(Limits.Safe))).store_unaligned(result + i);
+            F(xsimd::select(inside, a, V(TLimits::kSafe))).store_unaligned(result + i);
             Patch(Operation, result + i, a, inside);
         }
     }
@@ -134,22 +134,35 @@ struct TKernelsOf {
     }
 };
 
-struct TLimits {
-    double Low;
-    double High;
-    double Safe;
-};
-
 // Below and above, results are subnormal, infinite or not-a-number, or the vector function is less exact.
-constexpr TLimits kExpLimits = {-708, 709, 0};
-constexpr TLimits kLnLimits = {2.2250738585072014e-308, 1.7976931348623157e308, 1};
-constexpr TLimits kTanLimits = {-1.5, 1.5, 0};
-constexpr TLimits kUnitLimits = {-1, 1, 0};
-constexpr TLimits kSinhLimits = {-700, 700, 0};
-constexpr TLimits kTanhLimits = {-1e3, 1e3, 0};
-constexpr TLimits kArcSinhLimits = {-1e150, 1e150, 0};
-constexpr TLimits kArcCoshLimits = {1, 1e150, 1};
-constexpr TLimits kArcTanhLimits = {-0.9999999999999999, 0.9999999999999999, 0};
+// kSafe stands in for the elements outside.
+struct TExpLimits {
+    static constexpr double kLow = -708, kHigh = 709, kSafe = 0;
+};
+struct TLnLimits {
+    static constexpr double kLow = 2.2250738585072014e-308, kHigh = 1.7976931348623157e308, kSafe = 1;
+};
+struct TTanLimits {
+    static constexpr double kLow = -1.5, kHigh = 1.5, kSafe = 0;
+};
+struct TUnitLimits {
+    static constexpr double kLow = -1, kHigh = 1, kSafe = 0;
+};
+struct TSinhLimits {
+    static constexpr double kLow = -700, kHigh = 700, kSafe = 0;
+};
+struct TTanhLimits {
+    static constexpr double kLow = -1e3, kHigh = 1e3, kSafe = 0;
+};
+struct TArcSinhLimits {
+    static constexpr double kLow = -1e150, kHigh = 1e150, kSafe = 0;
+};
+struct TArcCoshLimits {
+    static constexpr double kLow = 1, kHigh = 1e150, kSafe = 1;
+};
+struct TArcTanhLimits {
+    static constexpr double kLow = -0.9999999999999999, kHigh = 0.9999999999999999, kSafe = 0;
+};
 
 template <class TArch>
 constexpr TBlockKernels MakeKernels(const char* name, TVectorFunctions functions) {
@@ -193,20 +206,20 @@ constexpr TBlockKernels MakeKernels(const char* name, TVectorFunctions functions
     PRODUCT(7)
     PRODUCT(8)
     if (functions == TVectorFunctions::LeaveOut) return kernels;
-    GUARDED(Exp, kExpLimits)
-    GUARDED(Ln, kLnLimits)
-    GUARDED(Log10, kLnLimits)
+    GUARDED(Exp, TExpLimits)
+    GUARDED(Ln, TLnLimits)
+    GUARDED(Log10, TLnLimits)
     PERIODIC(Sin)
     PERIODIC(Cos)
-    GUARDED(Tan, kTanLimits)
-    GUARDED(ArcSin, kUnitLimits)
-    GUARDED(ArcCos, kUnitLimits)
-    GUARDED(Sinh, kSinhLimits)
-    GUARDED(Cosh, kSinhLimits)
-    GUARDED(Tanh, kTanhLimits)
-    GUARDED(ArcSinh, kArcSinhLimits)
-    GUARDED(ArcCosh, kArcCoshLimits)
-    GUARDED(ArcTanh, kArcTanhLimits)
+    GUARDED(Tan, TTanLimits)
+    GUARDED(ArcSin, TUnitLimits)
+    GUARDED(ArcCos, TUnitLimits)
+    GUARDED(Sinh, TSinhLimits)
+    GUARDED(Cosh, TSinhLimits)
+    GUARDED(Tanh, TTanhLimits)
+    GUARDED(ArcSinh, TArcSinhLimits)
+    GUARDED(ArcCosh, TArcCoshLimits)
+    GUARDED(ArcTanh, TArcTanhLimits)
     return kernels;
 #undef BINARY
 #undef UNARY

@@ -24,7 +24,7 @@ TBlockProgram::TBlockProgram(const TBlockGraph& graph, std::span<const TNodeInde
     MarkUsed(graph, outputs, lastUse);
     Schedule(graph, lastUse, kernels);
     for (const TNodeIndex output : outputs) m_outputs.push_back(OperandOf(output));
-    for (const TBlockStore& store : graph.Stores()) m_stores.push_back({store.Target, OperandOf(store.Node)});
+    for (const auto& [target, node] : graph.Stores()) m_stores.push_back({target, OperandOf(node)});
 }
 
 // The last node that reads each node; kAlways for what is wanted in the end, kNever for what nobody wants.
@@ -35,7 +35,7 @@ void TBlockProgram::MarkUsed(const TBlockGraph& graph, std::span<const TNodeInde
             lastUse[static_cast<std::size_t>(node)] = std::max(lastUse[static_cast<std::size_t>(node)], by);
     };
     for (const TNodeIndex output : outputs) want(output, kAlways);
-    for (const TBlockStore& store : graph.Stores()) want(store.Node, kAlways);
+    for (const auto& store : graph.Stores()) want(store.second, kAlways);
     for (int node = static_cast<int>(lastUse.size()) - 1; node >= 0; --node)
         if (lastUse[static_cast<std::size_t>(node)] != kNever)
             for (const TNodeIndex arg : graph.At(node).Args) want(arg, node);

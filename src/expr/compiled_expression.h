@@ -17,6 +17,10 @@ namespace lumoplot {
 /// formula's last; Word says what a step computes. The steps whose result never changes hold it and are not
 /// linked. `Merged` holds the shorter chain that is evaluated, unless the formula is Ordered.
 struct TCompiledExpression {
+    TCompiledExpression() = default;
+    TCompiledExpression(const TCompiledExpression&) = delete;
+    TCompiledExpression& operator=(const TCompiledExpression&) = delete;
+
     std::string Text;
     std::vector<TEvalRecord> Records;
     std::vector<TEvalRecord> Merged;

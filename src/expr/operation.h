@@ -81,7 +81,8 @@ inline constexpr int kOperationCount = static_cast<int>(TOperation::Count);
 /// True when the result depends on nothing but the operands: all but "random" and ":=".
 bool IsPure(TOperation operation);
 
-/// Performs a pure operation on numbers; operands behind its own count are not looked at.
+/// Performs the operation on numbers, for ":=" without storing; operands behind its own count are not looked
+/// at.
 double Compute(TOperation operation, double a, double b = 0, double c = 0, double d = 0);
 
 /// How many operands it takes, 0 to 4.

@@ -14,6 +14,8 @@ constexpr std::size_t kSampleSize = 65536;
 constexpr std::size_t kMaxRowLength = std::size_t{4} << 20;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
+/// Below it the text is prose with some numbers in it, unless the user has said how to read it.
+constexpr double kProse = 0.05;
 
 bool IsControl(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -86,6 +88,7 @@ public:
 private:
     void Try(const std::string& separators, char decimalSign);
     void Add(TTextReading reading);
+    bool DiffersFrom(const TTextReading& best, const TTextReading& other) const;
     void TryOtherEncoding(const TTextReading& best);
     bool MayBeDecimalSign(char decimalSign, const std::string& separators) const;
 
@@ -136,6 +139,13 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
     Add(std::move(reading));
 }
 
+// Two readings that give the same points and texts are no choice.
+bool TFormatFinder::DiffersFrom(const TTextReading& best, const TTextReading& other) const {
+    return best.format.encoding != other.format.encoding ||
+           TSampleTable(m_sample, best.format).Points(best.format) !=
+               TSampleTable(m_sample, other.format).Points(other.format);
+}
+
 void TFormatFinder::Add(TTextReading reading) {
     m_readings.push_back(std::move(reading));
 }
@@ -164,8 +174,12 @@ TTextReadings TFormatFinder::Find() {
     TryOtherEncoding(TTextReading(m_readings.front()));
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);
     TTextReadings found{m_readings.front(), std::nullopt};
-    if (m_readings.size() > 1 && m_readings[1].score >= kFits) found.runnerUp = m_readings[1];
-    if (found.best.score == 0 && found.best.problem.empty()) found.best.problem = "holds no rows of numbers";
+    for (std::size_t i = 1; i < m_readings.size() && m_readings[i].score >= kFits && !found.runnerUp; ++i)
+        if (DiffersFrom(found.best, m_readings[i])) found.runnerUp = m_readings[i];
+    const bool isFree = m_info.TextSeparators().empty() && m_info.FileHasHeaders() == TDSInfo::kFindHeaders &&
+                        m_info.XDataColumn().empty() && m_info.YDataColumn().empty();
+    if (found.best.score < (isFree ? kProse : 1e-9) && found.best.problem.empty())
+        found.best.problem = "holds no table of numbers";
     return found;
 }
 

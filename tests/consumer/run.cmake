@@ -9,6 +9,6 @@ function(run)
 endfunction()
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/prefix)
 run(${CMAKE_COMMAND} -S ${SOURCE} -B ${SCRATCH}/build -G Ninja -DCMAKE_PREFIX_PATH=${SCRATCH}/prefix
-  -DCMAKE_CXX_FLAGS=${FLAGS} -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER})
+  -DCMAKE_CXX_FLAGS=${FLAGS})
 run(${CMAKE_COMMAND} --build ${SCRATCH}/build)
 run(${SCRATCH}/build/consumer)

@@ -129,6 +129,17 @@ TEST_F(TextFormat, RunnerUpIsNamedWhenItFitsToo) {
     EXPECT_EQ(points, (TPoints{{1, 1.5}, {2, 2.5}, {3, 3.5}}));
 }
 
+TEST_F(TextFormat, BadRowInFrontOfTheOthersIsNoHeader) {
+    for (const char* bad : {"1;oops", "oops;2", "1", "1;"}) {
+        const auto report = LoadThis(std::string("t;v\ns;V\n") + bad + "\n2;20\n3;30\n4;40\n");
+        EXPECT_EQ(report.rowsSkipped, 1) << bad;
+        EXPECT_EQ(report.yName, "v");
+    }
+    const auto report = LoadThis("Depth;2019;2020\n1.5;10;11\n2.5;12;13\n3.5;14;15\n");
+    EXPECT_EQ(report.yName, "");
+    EXPECT_EQ(report.readings.best.format.headerRows, 1);
+}
+
 TEST_F(TextFormat, WhatIsDescribedIsNotSearchedFor) {
     info.SetTextSeparators(" ");
     info.SetFileHasHeaders(2);

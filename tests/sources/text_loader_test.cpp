@@ -1,7 +1,9 @@
+#include "support/errors.h"
 #include "text_fixture.h"
 
 #include <QDir>
 #include <limits>
+#include <random>
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
@@ -163,6 +165,30 @@ TEST_F(TextLoader, LongFilesLoseNoRowWhereverTheyAreCut) {
         EXPECT_EQ(report.rowsSkipped, 0);
         for (int i = 0; i < kRows; ++i)
             ASSERT_EQ(points[static_cast<std::size_t>(i)], std::pair(1.0 * i, i * 7 + 0.5)) << format;
+    }
+}
+
+// Whatever the bytes are, every chosen row is a point or told.
+TEST_F(TextLoader, DamagedFilesAreReadOrRefused) {
+    std::mt19937 random(3);
+    const QDir directory(QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/text"));
+    for (const QString& name : directory.entryList(QDir::Files)) {
+        QFile file(directory.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const std::string whole = file.readAll().toStdString();
+        for (int round = 0; round < 60; ++round) {
+            std::string text = whole.substr(0, round % 3 ? whole.size() : random() % whole.size());
+            for (unsigned i = random() % 8; i > 0 && !text.empty(); --i)
+                text[random() % text.size()] = "\"\r\n;,.0-/e\t\0\xFF"[random() % 13];
+            info.SetDivideTextByWidth(round % 7 == 0);
+            const std::string fileName = Write(text);
+            try {
+                const TTextReport report = Load(fileName);
+                ASSERT_EQ(report.rowsChosen, report.rowsUsed + report.rowsSkipped) << text;
+                ASSERT_EQ(report.rowsUsed, static_cast<std::int64_t>(points.size()));
+            } catch (const ELumoError&) {
+            }
+        }
     }
 }
 

@@ -20,7 +20,8 @@ constexpr std::size_t kLongestStroke =
 constexpr double kClose = 0.35; // pixels; corners nearer to each other than this are one to a wide pen
 
 double LengthOf(QPointF a, QPointF b) {
-    return std::hypot(b.x() - a.x(), b.y() - a.y());
+    const QPointF d = b - a;
+    return std::sqrt(QPointF::dotProduct(d, d));
 }
 
 enum class TPieceKind { Stroke, Segments, Area };

@@ -3,6 +3,7 @@
 #include "graph/appearance.h"
 #include "graph/drawing/column_reducer.h"
 #include "graph/drawing/line_painter.h"
+#include "graph/drawing/regression_painter.h"
 #include "graph/drawing/series_positions.h"
 #include "graph/drawing/symbol_cloud.h"
 #include "graph/graph.h"
@@ -27,11 +28,10 @@ void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositio
     // every vector format cuts off what lies outside a clip rectangle, so there it ends at the edge.
     const double beyond = canvas.IsRaster() ? 4 * pen.widthF() * canvas.PixelsPerUnit() + 2 : 0;
     const QRectF reach = ToDevice(canvas, visible).adjusted(-beyond, -beyond, beyond, beyond);
-    TColumnReducer reducer(reach.left(), reach.right());
-    positions.ForEachRun([&](std::span<const double> x, std::span<const double> y) { reducer.Add(x, y); });
+    const TPolylines line = positions.Reduced(TColumnReducer(reach.left(), reach.right()));
     canvas.Painter().save();
     canvas.Painter().setClipRect(visible, Qt::IntersectClip);
-    DrawPolylines(canvas, Clipped(reducer.Finish(), reach), pen);
+    DrawPolylines(canvas, Clipped(line, reach), pen);
     canvas.Painter().restore();
 }
 
@@ -51,8 +51,10 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     const TScaleMap xMap = MapOf(*series.Graph().XAxis(), plot);
     const TScaleMap yMap = MapOf(*series.YAxisOfSeries(), plot);
     const TSeriesPositions positions(series, xMap, yMap);
+    DrawBounds(canvas, series, layout);
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
+    DrawRegression(canvas, series, layout, visible);
 }
 
 } // namespace lumoplot

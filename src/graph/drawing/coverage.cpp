@@ -1,0 +1,61 @@
+#include "graph/drawing/coverage.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumoplot {
+namespace {
+
+constexpr std::size_t kStep = 16; // bytes that the processor compares at once
+
+// Colours of a picture with premultiplied opacity, by coverage.
+std::array<QRgb, 256> ShadesOf(const QColor& color) {
+    std::array<QRgb, 256> shades;
+    for (int i = 0; i < 256; ++i)
+        shades[static_cast<std::size_t>(i)] =
+            qPremultiply(qRgba(color.red(), color.green(), color.blue(), i));
+    return shades;
+}
+
+} // namespace
+
+TStampMask::TStampMask(const QImage& stamp)
+    : m_stride((static_cast<std::size_t>(stamp.width()) + kStep - 1) / kStep * kStep),
+      m_rows(m_stride * static_cast<std::size_t>(stamp.height())) {
+    for (int y = 0; y < stamp.height(); ++y)
+        for (int x = 0; x < stamp.width(); ++x)
+            m_rows[static_cast<std::size_t>(y) * m_stride + static_cast<std::size_t>(x)] =
+                static_cast<std::uint8_t>(qAlpha(stamp.pixel(x, y)));
+}
+
+TCoverage::TCoverage(std::int64_t width, std::int64_t height)
+    : m_width(width), m_height(height), m_stride(width + static_cast<std::int64_t>(4 * kStep)), m_top(height),
+      m_bytes(static_cast<std::size_t>(m_stride * height)) {
+}
+
+void TCoverage::Take(const TStampMask& mask, std::int64_t x, std::int64_t y) {
+    const auto height = static_cast<std::int64_t>(mask.Height());
+    m_top = std::min(m_top, y);
+    m_bottom = std::max(m_bottom, y + height - 1);
+    std::uint8_t* target = m_bytes.data() + y * m_stride + x;
+    for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride) {
+        const std::uint8_t* source = mask.Row(row);
+        for (std::size_t start = 0; start < mask.Stride(); start += kStep)
+            for (std::size_t i = start; i < start + kStep; ++i) target[i] = std::max(target[i], source[i]);
+    }
+}
+
+void TCoverage::Draw(QPainter& painter, QPointF corner, const QColor& color) const {
+    if (m_bottom < m_top) return;
+    const std::array<QRgb, 256> shades = ShadesOf(color);
+    QImage picture(static_cast<int>(m_width), static_cast<int>(m_bottom - m_top + 1),
+                   QImage::Format_ARGB32_Premultiplied);
+    for (std::int64_t y = m_top; y <= m_bottom; ++y) {
+        const std::uint8_t* source = m_bytes.data() + y * m_stride;
+        auto* target = reinterpret_cast<QRgb*>(picture.scanLine(static_cast<int>(y - m_top)));
+        for (std::int64_t x = 0; x < m_width; ++x) target[x] = shades[source[x]];
+    }
+    painter.drawImage(corner + QPointF(0, static_cast<double>(m_top)), picture);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,46 @@
+// The union of many copies of one small shape, collected as the coverage of each pixel.
+#pragma once
+
+#include "support/export.h"
+
+#include <QColor>
+#include <QImage>
+#include <QPainter>
+#include <cstdint>
+#include <vector>
+
+namespace lumoplot {
+
+/// The opacity of a small picture's pixels, in rows padded to a multiple of 16.
+class XYGRAPH_EXPORT TStampMask {
+public:
+    explicit TStampMask(const QImage& stamp);
+
+    std::size_t Height() const { return m_rows.size() / m_stride; }
+    std::size_t Stride() const { return m_stride; }
+    const std::uint8_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
+
+private:
+    std::size_t m_stride;
+    std::vector<std::uint8_t> m_rows;
+};
+
+class XYGRAPH_EXPORT TCoverage {
+public:
+    TCoverage(std::int64_t width, std::int64_t height);
+
+    /// Covers the pixels under the mask with its top left corner at that place; all of it must lie inside.
+    void Take(const TStampMask& mask, std::int64_t x, std::int64_t y);
+    /// Draws what is covered in that colour; the painter's units are pixels.
+    void Draw(QPainter& painter, QPointF corner, const QColor& color) const;
+
+private:
+    std::int64_t m_width;
+    std::int64_t m_height;
+    std::int64_t m_stride;
+    std::int64_t m_top; ///< first and last row that is covered
+    std::int64_t m_bottom = -1;
+    std::vector<std::uint8_t> m_bytes;
+};
+
+} // namespace lumoplot
