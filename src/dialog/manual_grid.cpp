@@ -114,6 +114,7 @@ bool TManualGrid::RunShortcut(const QKeyEvent& event) {
 void TManualGrid::keyPressEvent(QKeyEvent* event) {
     const bool control = event->modifiers().testFlag(Qt::ControlModifier);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (state() == EditingState) return; // the editor has seen the key
     if (RunShortcut(*event)) return;
     if (enter) return GoTo(currentIndex().row() + 1, currentIndex().column());
     if (control && event->key() == Qt::Key_Plus) return InsertRowsAtSelection();

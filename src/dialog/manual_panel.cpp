@@ -27,7 +27,7 @@ TManualPanel::TManualPanel(TWizardContext& context, QWidget* parent)
     on(m_ui->btnDeleteRows, &TManualGrid::DeleteSelectedRows);
     on(m_ui->btnUndo, &TManualGrid::UndoEdit);
     on(m_ui->btnRedo, &TManualGrid::RedoEdit);
-    connect(m_ui->cbx_XFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
+    connect(m_ui->cbx_ManualXFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
         const auto format = static_cast<TColumnFormat>(item);
         m_points.SetXFormat(format);
         if (m_context.Filling() || !m_context.CurrSeries()) return;
@@ -42,7 +42,7 @@ TManualPanel::~TManualPanel() {
 }
 
 void TManualPanel::FillFrom(TSeries& series) {
-    m_ui->cbx_XFormat->setCurrentIndex(static_cast<int>(series.DataSourceInfo().XFormat()));
+    m_ui->cbx_ManualXFormat->setCurrentIndex(static_cast<int>(series.DataSourceInfo().XFormat()));
     if (m_points.Series() != &series || !m_points.HasEdits()) m_points.Show(&series);
 }
 

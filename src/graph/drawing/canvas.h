@@ -37,6 +37,11 @@ public:
     double FromDeviceX(double x) const { return (x - m_offsetX) / m_scale; }
     double FromDeviceY(double y) const { return (y - m_offsetY) / m_scale; }
 
+    QRectF ToDevice(const QRectF& r) const {
+        return {QPointF(ToDeviceX(r.left()), ToDeviceY(r.top())),
+                QPointF(ToDeviceX(r.right()), ToDeviceY(r.bottom()))};
+    }
+
     /// The width that a line of that width is drawn with: whole device pixels, at least one.
     double FittingWidth(double width) const;
     /// The place nearest to x where a vertical line of that width covers whole pixels; AlignY likewise.

@@ -2,11 +2,33 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace lumoplot {
 namespace {
 
-constexpr std::size_t kStep = 16; // bytes that the processor compares at once
+constexpr std::size_t kStep = TStampMask::kStep;
+
+QRect InkOf(const QImage& picture) {
+    QRect ink(0, 0, 1, 1);
+    bool isFirst = true;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(picture.pixel(x, y)) == 0) continue;
+            ink = isFirst ? QRect(x, y, 1, 1) : ink | QRect(x, y, 1, 1);
+            isFirst = false;
+        }
+    return ink;
+}
+
+// Written so that the compiler sees sixteen bytes that nothing else touches.
+void TakeLargest(std::uint8_t* target, const std::uint8_t* source) {
+    std::array<std::uint8_t, kStep> a, b;
+    std::memcpy(a.data(), target, kStep);
+    std::memcpy(b.data(), source, kStep);
+    for (std::size_t i = 0; i < kStep; ++i) a[i] = std::max(a[i], b[i]);
+    std::memcpy(target, a.data(), kStep);
+}
 
 // Colours of a picture with premultiplied opacity, by coverage.
 std::array<QRgb, 256> ShadesOf(const QColor& color) {
@@ -20,12 +42,13 @@ std::array<QRgb, 256> ShadesOf(const QColor& color) {
 } // namespace
 
 TStampMask::TStampMask(const QImage& stamp)
-    : m_stride((static_cast<std::size_t>(stamp.width()) + kStep - 1) / kStep * kStep),
-      m_rows(m_stride * static_cast<std::size_t>(stamp.height())) {
-    for (int y = 0; y < stamp.height(); ++y)
-        for (int x = 0; x < stamp.width(); ++x)
+    : m_place(InkOf(stamp)),
+      m_stride((static_cast<std::size_t>(m_place.width()) + kStep - 1) / kStep * kStep),
+      m_rows(m_stride * static_cast<std::size_t>(m_place.height())) {
+    for (int y = 0; y < m_place.height(); ++y)
+        for (int x = 0; x < m_place.width(); ++x)
             m_rows[static_cast<std::size_t>(y) * m_stride + static_cast<std::size_t>(x)] =
-                static_cast<std::uint8_t>(qAlpha(stamp.pixel(x, y)));
+                static_cast<std::uint8_t>(qAlpha(stamp.pixel(m_place.topLeft() + QPoint(x, y))));
 }
 
 TCoverage::TCoverage(std::int64_t width, std::int64_t height)
@@ -34,15 +57,15 @@ TCoverage::TCoverage(std::int64_t width, std::int64_t height)
 }
 
 void TCoverage::Take(const TStampMask& mask, std::int64_t x, std::int64_t y) {
+    x += mask.Offset().x();
+    y += mask.Offset().y();
     const auto height = static_cast<std::int64_t>(mask.Height());
     m_top = std::min(m_top, y);
     m_bottom = std::max(m_bottom, y + height - 1);
     std::uint8_t* target = m_bytes.data() + y * m_stride + x;
-    for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride) {
-        const std::uint8_t* source = mask.Row(row);
+    for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride)
         for (std::size_t start = 0; start < mask.Stride(); start += kStep)
-            for (std::size_t i = start; i < start + kStep; ++i) target[i] = std::max(target[i], source[i]);
-    }
+            TakeLargest(target + start, mask.Row(row) + start);
 }
 
 void TCoverage::Draw(QPainter& painter, QPointF corner, const QColor& color) const {

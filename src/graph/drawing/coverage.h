@@ -11,16 +11,22 @@
 
 namespace lumoplot {
 
-/// The opacity of a small picture's pixels, in rows padded to a multiple of 16.
+/// The opacity of the pixels of a small picture, cut to what is not transparent, in rows padded to a multiple
+/// of kStep.
 class XYGRAPH_EXPORT TStampMask {
 public:
+    static constexpr std::size_t kStep = 16; ///< bytes that a processor compares at once
+
     explicit TStampMask(const QImage& stamp);
 
+    /// Where the mask lies in the picture.
+    QPoint Offset() const { return m_place.topLeft(); }
     std::size_t Height() const { return m_rows.size() / m_stride; }
     std::size_t Stride() const { return m_stride; }
     const std::uint8_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
 
 private:
+    QRect m_place;
     std::size_t m_stride;
     std::vector<std::uint8_t> m_rows;
 };
@@ -29,7 +35,8 @@ class XYGRAPH_EXPORT TCoverage {
 public:
     TCoverage(std::int64_t width, std::int64_t height);
 
-    /// Covers the pixels under the mask with its top left corner at that place; all of it must lie inside.
+    /// Covers the pixels under the mask for a picture with its top left corner at that place; all of the
+    /// picture must lie inside.
     void Take(const TStampMask& mask, std::int64_t x, std::int64_t y);
     /// Draws what is covered in that colour; the painter's units are pixels.
     void Draw(QPainter& painter, QPointF corner, const QColor& color) const;
