@@ -42,7 +42,7 @@ TTextReport LoadText(const std::string& fileName, const TDSInfo& info, const TTe
                      const TPointSink& sink, TProgress& progress) {
     TTextFile file(fileName);
     TTextReport report;
-    report.readings = FindTextFormat(TakeSample(file, options.wishes), info, options.wishes);
+    report.readings = FindTextFormat(TakeSample(file, info, options.wishes), info, options.wishes);
     const TTextReading& reading = report.readings.best;
     if (!reading.problem.empty()) throw EFileError("File " + fileName + " " + reading.problem);
 
