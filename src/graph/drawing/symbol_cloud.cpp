@@ -83,8 +83,8 @@ void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) {
     for (const QPointF centre : m_centres) m_canvas.Painter().drawImage(centre - QPointF(middle), stamp);
 }
 
-// Very many symbols of one colour: the largest coverage that any of them gives a pixel is collected in bytes,
-// and their union is drawn as one picture.
+// Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
+// drawn as one picture.
 void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) {
     TCoverage coverage(m_taken.Width() + stamp.width(), m_taken.Height() + stamp.height());
     const TStampMask mask(stamp);
