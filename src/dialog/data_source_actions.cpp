@@ -24,10 +24,6 @@ TSourceKind KindOfFile(const QString& name) {
                                                                        : TSourceKind::TextFile;
 }
 
-bool IsFile(TSourceKind kind) {
-    return kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
-}
-
 } // namespace
 
 /// Rows of the grid that can not be committed keep the data set manual, so that nothing is lost.
@@ -42,9 +38,13 @@ void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
     }
     const bool hadDates = m_report && m_report->readings.best.format.xFormat == TColumnFormat::DateTime;
     if (kind == TSourceKind::Manual && hadDates) info.SetXFormat(TColumnFormat::DateTime);
+    // A sheet's name names no file, and the other way round.
+    const bool isNamedAnew =
+        kind == TSourceKind::LumoSheet ? IsSheetOffered() : info.Kind() == TSourceKind::LumoSheet;
+    if (isNamedAnew && kind != info.Kind()) info.SetSourceName({});
     info.SetKind(kind);
     m_failureTold = false;
-    ShowKind(series);
+    FillFrom(series);
 }
 
 void TDataSourcePage::Browse() {
@@ -86,7 +86,7 @@ void TDataSourcePage::TakeDirectory(TSeries& series) {
 void TDataSourcePage::TakePendingTexts(TSeries& series) {
     TakeSourceName(series);
     TakeDirectory(series);
-    if (series.DataSourceInfo().Kind() == TSourceKind::TextFile) m_options->TakePendingTexts();
+    if (IsText(series)) m_options->TakePendingTexts();
 }
 
 void TDataSourcePage::Commit(TSeries& series) {
@@ -128,7 +128,7 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
 
 bool TDataSourcePage::CanLoad(const TSeries& series) const {
     const TDSInfo& info = series.DataSourceInfo();
-    return IsFile(info.Kind()) && !info.SourceName().empty();
+    return (info.Kind() == TSourceKind::DataFile || IsText(series)) && !info.SourceName().empty();
 }
 
 void TDataSourcePage::LoadIfNeeded(TSeries& series) {
@@ -151,7 +151,7 @@ void TDataSourcePage::Load(TSeries& series) {
         throw;
     }
     m_failureTold = false;
-    if (series.DataSourceInfo().Kind() == TSourceKind::TextFile) m_report = std::move(report);
+    if (IsText(series)) m_report = std::move(report);
     Context().ShowSeriesName(QString::fromStdString(series.SeriesName()));
     Context().RefillPages();
 }

@@ -4,6 +4,7 @@
 #include "dialog/source_reading.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/text_preview_pane.h"
+#include "graph/holder.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "ui_data_source_page.h"
@@ -16,10 +17,6 @@ namespace lumoplot {
 namespace {
 
 constexpr int kPreviewRows = 100;
-
-bool IsFile(TSourceKind kind) {
-    return kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
-}
 
 } // namespace
 
@@ -56,6 +53,13 @@ void TDataSourcePage::ConnectControls() {
         Edit([&](TSeries& series) {
             TakeSourceName(series);
             LoadIfNeeded(series);
+        });
+    });
+    connect(m_ui->cbx_Sheet, &QComboBox::activated, this, [this] {
+        Edit([&](TSeries& series) {
+            series.DataSourceInfo().SetSourceName(m_ui->cbx_Sheet->currentText().toStdString());
+            m_failureTold = false;
+            Load(series);
         });
     });
     connect(m_ui->e_Directory, &QLineEdit::editingFinished, this, [this] {
@@ -137,9 +141,10 @@ void TDataSourcePage::ShowNameControls(TSourceKind kind) {
          {static_cast<QWidget*>(m_ui->lblSourceName), static_cast<QWidget*>(m_ui->e_SourceName),
           static_cast<QWidget*>(m_ui->btnBrowse)})
         control->setVisible(IsFile(kind));
-    for (QWidget* control : {static_cast<QWidget*>(m_ui->lblSheet), static_cast<QWidget*>(m_ui->cbx_Sheet)})
-        control->setVisible(kind == TSourceKind::LumoSheet);
-    m_ui->btnReload->setVisible(kind != TSourceKind::Manual);
+    const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
+    m_ui->lblSheet->setVisible(isSheet);
+    m_ui->cbx_Sheet->setVisible(isSheet);
+    m_ui->btnReload->setVisible(IsFile(kind) || isSheet);
     CheckDirectory();
 }
 
@@ -151,18 +156,37 @@ void TDataSourcePage::ShowKind(TSeries& series) {
         m_manual->FillFrom(series);
     else
         m_manual->Clear();
-    switch (kind) {
-    case TSourceKind::Manual: m_ui->stack->setCurrentWidget(m_ui->pageManual); break;
-    case TSourceKind::TextFile:
-        m_ui->stack->setCurrentWidget(m_ui->pageText);
-        ShowText(series);
-        break;
-    case TSourceKind::DataFile:
-    case TSourceKind::LumoSheet:
-        m_ui->stack->setCurrentWidget(m_ui->pageNotes);
-        ShowNotes(series);
-        break;
-    }
+    if (kind == TSourceKind::LumoSheet) FillSheets(series);
+    const bool isText = IsText(series);
+    m_ui->stack->setCurrentWidget(kind == TSourceKind::Manual ? m_ui->pageManual
+                                  : isText                    ? m_ui->pageText
+                                                              : m_ui->pageNotes);
+    isText ? ShowText(series) : ShowNotes(series);
+}
+
+bool TDataSourcePage::IsFile(TSourceKind kind) {
+    return kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
+}
+
+bool TDataSourcePage::IsSheetOffered() const {
+    return static_cast<bool>(Context().WorkGraph().Holder()->Sheets());
+}
+
+/// The source is read as text: a file or a sheet.
+bool TDataSourcePage::IsText(const TSeries& series) const {
+    const TSourceKind kind = series.DataSourceInfo().Kind();
+    return kind == TSourceKind::TextFile || (kind == TSourceKind::LumoSheet && IsSheetOffered());
+}
+
+/// The sheets that the host offers now, and the chosen one even when it has gone.
+void TDataSourcePage::FillSheets(const TSeries& series) {
+    m_ui->cbx_Sheet->clear();
+    if (IsSheetOffered())
+        for (const std::string& name : Context().WorkGraph().Holder()->Sheets().Names())
+            m_ui->cbx_Sheet->addItem(QString::fromStdString(name));
+    const QString chosen = QString::fromStdString(series.DataSourceInfo().SourceName());
+    if (!chosen.isEmpty() && m_ui->cbx_Sheet->findText(chosen) < 0) m_ui->cbx_Sheet->addItem(chosen);
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(chosen));
 }
 
 void TDataSourcePage::ShowNotes(const TSeries& series) {
@@ -182,7 +206,9 @@ void TDataSourcePage::ShowNotes(const TSeries& series) {
 void TDataSourcePage::ShowText(const TSeries& series) {
     if (series.DataSourceInfo().SourceName().empty()) {
         m_options->FillFrom(series, nullptr);
-        return m_preview->ShowProblem(QStringLiteral("Choose a text file, or drop one here."));
+        const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
+        return m_preview->ShowProblem(isSheet ? QStringLiteral("Choose a sheet.")
+                                              : QStringLiteral("Choose a text file, or drop one here."));
     }
     try {
         TTextPreview preview = PreviewSource(series, kPreviewRows);

@@ -57,6 +57,10 @@ private:
     void ShowNameControls(TSourceKind kind);
     void ShowKind(TSeries& series);
     void ShowNotes(const TSeries& series);
+    void FillSheets(const TSeries& series);
+    static bool IsFile(TSourceKind kind);
+    bool IsSheetOffered() const;
+    bool IsText(const TSeries& series) const;
     void ShowText(const TSeries& series);
     void DescriptionChanged();
     void Forget();

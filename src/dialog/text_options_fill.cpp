@@ -167,14 +167,15 @@ void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* fo
 void TTextOptionsPanel::FillRows(const TDSInfo& info) {
     const TRowChoice choice = info.RowChoiceMode();
     const TColumnFormat format = choice == TRowChoice::ByX ? m_found.xFormat : TColumnFormat::Number;
-    const bool hasEnd = choice != TRowChoice::ByNumber || info.RowChoiceValue2() >= 1;
+    const bool hasStart = choice != TRowChoice::All;
+    const bool hasEnd = choice == TRowChoice::ByX || (hasStart && info.RowChoiceValue2() >= 1);
     m_ui->cbx_RowChoice->setCurrentIndex(static_cast<int>(choice));
-    SetUnlessTyped(*m_ui->e_From, XValueText(info.RowChoiceValue1(), format));
+    SetUnlessTyped(*m_ui->e_From, hasStart ? XValueText(info.RowChoiceValue1(), format) : QString());
     SetUnlessTyped(*m_ui->e_To, hasEnd ? XValueText(info.RowChoiceValue2(), format) : QString());
     m_ui->e_To->setPlaceholderText(choice == TRowChoice::ByNumber ? QStringLiteral("last") : QString());
     for (QWidget* control : {static_cast<QWidget*>(m_ui->lblFrom), static_cast<QWidget*>(m_ui->e_From),
                              static_cast<QWidget*>(m_ui->lblTo), static_cast<QWidget*>(m_ui->e_To)})
-        control->setEnabled(choice != TRowChoice::All);
+        control->setEnabled(hasStart);
     m_ui->cb_AutoFrequency->setChecked(info.AutoRowHitFreq());
     m_ui->se_RowFrequency->setEnabled(!info.AutoRowHitFreq());
     m_ui->se_RowFrequency->setValue(info.RowSamplingFrequency());

@@ -48,6 +48,7 @@ TTextPreviewPane::TTextPreviewPane(QWidget* parent)
     QHeaderView* rows = m_ui->t_Preview->verticalHeader();
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 3);
+    rows->setMinimumWidth(fontMetrics().averageCharWidth() * 5);
     rows->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_ui->t_Preview->setMinimumHeight(rows->defaultSectionSize() * kLeastRows);
     m_ui->t_Preview->horizontalHeader()->setHighlightSections(false);

@@ -3,6 +3,7 @@
 #include "dialog/data_wizard.h"
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_window.h"
+#include "graph/holder.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -49,6 +50,7 @@ TxyDataWizard& FindOrCreateWizard() {
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
     TakeSourceStates(workGraph, host);
+    workGraph.Holder()->OfferSheets(host.Holder()->Sheets());
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});

@@ -2,6 +2,7 @@
 
 #include "data/ds_info.h"
 #include "graph/graph_file.h"
+#include "graph/holder.h"
 #include "sources/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
@@ -22,11 +23,23 @@ bool LoadDataFile(TSeries& series) {
     return true;
 }
 
-bool LoadTextFile(TSeries& series, TProgress& progress, TTextReport& report) {
+TTextSource SheetOf(const TSeries& series) {
+    const TSheetOffer& sheets = series.Graph().Holder()->Sheets();
+    if (!sheets) throw EFileError("No sheet is offered by the application that holds this graph");
+    const std::string& name = series.DataSourceInfo().SourceName();
+    return {name, sheets.Text(name)};
+}
+
+TTextSource TextSourceOf(const TSeries& series) {
+    const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
+    return isSheet ? SheetOf(series) : TTextSource(SourceFileOf(series));
+}
+
+bool LoadTextSource(TSeries& series, TProgress& progress, TTextReport& report) {
     TTextLoadOptions options;
     options.budget = series.Graph().PointBudget();
     options.wishes = series.TextWishes();
-    report = LoadTextSeries(series, SourceFileOf(series), options, progress);
+    report = LoadTextSeries(series, TextSourceOf(series), options, progress);
     if (report.cancelled) return false;
     const bool isBudgeted = series.DataSourceInfo().AutoRowHitFreq() && report.samplingFrequency > 1;
     series.SetThinned(isBudgeted && series.Graph().EditorMode());
@@ -47,16 +60,16 @@ std::string SourceFileOf(const TSeries& series) {
 bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
     TTextReport own;
     switch (series.DataSourceInfo().Kind()) {
-    case TSourceKind::TextFile: return LoadTextFile(series, progress, report ? *report : own);
+    case TSourceKind::TextFile:
+    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, report ? *report : own);
     case TSourceKind::DataFile: return LoadDataFile(series);
-    case TSourceKind::LumoSheet:
     case TSourceKind::Manual: break;
     }
     return true;
 }
 
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
-    return PreviewText(SourceFileOf(series), series.DataSourceInfo(), maxRows, series.TextWishes());
+    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes());
 }
 
 void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {

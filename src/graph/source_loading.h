@@ -14,7 +14,8 @@ namespace lumoplot {
 /// the source's format) the data set keeps its points.
 XYGRAPH_EXPORT bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report = nullptr);
 
-/// The first rows of the text that the data set's source is, read as its description says. Throws EFileError.
+/// The first rows of the text file or sheet that the data set's source is, read as its description says.
+/// Throws EFileError.
 XYGRAPH_EXPORT TTextPreview PreviewSource(const TSeries& series, int maxRows);
 
 /// Gives the data sets of `graph` (a copy of `from`, the same data sets in the same order) what is known of

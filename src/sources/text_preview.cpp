@@ -53,9 +53,9 @@ private:
 
 } // namespace
 
-TTextPreview PreviewText(const std::string& fileName, const TDSInfo& info, int maxRows,
+TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
                          const TTextWishes& wishes) {
-    TTextFile file(fileName);
+    TTextFile file(source);
     const TTextSample sample = TakeSample(file, info, wishes);
     TTextPreview preview;
     preview.readings = FindTextFormat(sample, info, wishes);

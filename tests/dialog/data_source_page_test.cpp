@@ -3,7 +3,9 @@
 #include "data/ds_info.h"
 #include "dialogs/progress_window.h"
 #include "graph/graph_file.h"
+#include "graph/holder.h"
 #include "graph/source_loading.h"
+#include "support/errors.h"
 
 #include <QDropEvent>
 #include <QElapsedTimer>
@@ -328,6 +330,37 @@ TEST_F(TDataSourcePageTest, ADataSetFileBringsItsPointsAndSettings) {
     EXPECT_EQ(Source().Kind(), TSourceKind::DataFile);
     EXPECT_EQ(Ys(), (std::vector<double>{10, 20}));
     EXPECT_EQ(Current().LineColor(), kFuchsia);
+}
+
+TEST_F(TDataSourcePageTest, ASheetIsReadWhereTheHostOffersOne) {
+    ShowPage();
+    Choose("cbx_SourceKind", 3);
+    EXPECT_EQ(Shown("lblNotes"), "No sheet is offered by the application that has opened this editor.");
+    EXPECT_FALSE(Find<QComboBox>("cbx_Sheet").isVisible());
+    Choose("cbx_SourceKind", 0);
+    std::string cells = "time\tvolt\n1\t1.5\n2\t\"2.5\"\n3\tbad\n";
+    Graph.Holder()->OfferSheets({[] {
+                                     return std::vector<std::string>{"Table1", "Table2"};
+                                 },
+                                 [&cells](const std::string& name) {
+                                     return name == "Table2" ? cells : throw ELumoError("no " + name);
+                                 }});
+    Choose("cbx_SourceKind", 3);
+    auto& sheets = Find<QComboBox>("cbx_Sheet");
+    ASSERT_TRUE(sheets.isVisible());
+    EXPECT_EQ(sheets.currentIndex(), -1);
+    EXPECT_EQ(Messages(), std::vector<std::string>{"Choose a sheet."});
+    EXPECT_TRUE(Sink.Texts.empty());
+    QTest::keyClick(&sheets, Qt::Key_Down);
+    EXPECT_EQ(Sink.Only(), "no Table1");
+    EXPECT_EQ(Ys(), (std::vector<double>{10, 20}));
+    QTest::keyClick(&sheets, Qt::Key_Down);
+    EXPECT_EQ(Source().SourceName(), "Table2");
+    EXPECT_EQ(Ys(), (std::vector<double>{1.5, 2.5}));
+    EXPECT_EQ(Messages().size(), 1u);
+    cells = "1\t7\n2\t8\n3\t9\n";
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{7, 8, 9}));
 }
 
 TEST_F(TDataSourcePageTest, ADroppedFileIsTheSource) {
