@@ -26,8 +26,8 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     ShowSeries(-1);
 }
 
-// The pages reach the dialog through its context, which is gone when the dialog's base destroys its children: an edit
-// that loses the focus then would call into nothing.
+// The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
+// an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
     m_filling = true;
     m_currSeries = nullptr;

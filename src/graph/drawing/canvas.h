@@ -15,7 +15,7 @@ namespace lumoplot {
 
 XYGRAPH_EXPORT QColor ToQColor(TColor color);
 /// The font with its size in units, laid out alike at every scale.
-XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& spec);
+XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& settings);
 
 /// Whether a picture is shown or goes to paper.
 enum class TDrawPurpose { Show, Print };
