@@ -4,7 +4,8 @@
 #include "graph/source_loading.h"
 #include "host/default_look.h"
 #include "sources/series_supplier.h"
-#include "support/guard.h"
+#include "support/errors.h"
+#include "support/message_sink.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -53,15 +54,14 @@ bool NeedsDuplicates(const TSeries& series) {
     return series.DataSourceInfo().RowSamplingFrequency() > 1 || RepeatsX(series);
 }
 
-void TellSkippedRows(const QString& fileName, const TTextReport& report) {
-    if (report.rowsSkipped == 0) return;
+QString SkippedRows(const QString& fileName, const TTextReport& report) {
     constexpr std::size_t kMostShown = 5;
     QString text = Translated("%1: %2 rows could not be read.")
                        .arg(QFileInfo(fileName).fileName(), QLocale().toString(report.rowsSkipped));
     for (std::size_t i = 0; i < std::min(kMostShown, report.messages.size()); ++i)
         text += QLatin1Char('\n') + QString::fromStdString(report.messages[i]);
     if (report.rowsSkipped > static_cast<std::int64_t>(kMostShown)) text += QStringLiteral("\n…");
-    ShowMessage(text.toStdString(), TMessageKind::Warning);
+    return text;
 }
 
 } // namespace
@@ -97,7 +97,7 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     const QString name = QString::fromStdString(fileName);
     m_rows[name] = {report.samplingFrequency, report.rowsChosen};
     if (m_graph.Series().size() == 1) TakeXTitle(report);
-    TellSkippedRows(name, report);
+    if (report.rowsSkipped > 0) m_notes.append(SkippedRows(name, report));
     return true;
 }
 
@@ -112,11 +112,18 @@ void TDataFiles::TakeXTitle(const TTextReport& report) {
 bool TDataFiles::ReloadAll(TProgress& progress) {
     for (const auto& series : m_graph.Series()) {
         if (series->DataSourceInfo().Kind() == TSourceKind::Manual) continue;
-        bool goOn = true;
-        Guarded([&] { goOn = Load(*series, progress); });
-        if (!goOn) return false;
+        try {
+            if (!Load(*series, progress)) return false;
+        } catch (const ELumoError& error) {
+            m_notes.append(QString::fromUtf8(error.what()));
+        }
     }
     return true;
+}
+
+void TDataFiles::TellNotes() {
+    for (const QString& note : std::exchange(m_notes, {}))
+        ShowMessage(note.toStdString(), TMessageKind::Warning);
 }
 
 qint64 TDataFiles::RowsOf(const TSeries& series, bool& estimated) const {
