@@ -1,5 +1,6 @@
 // Statistics, least squares, smoothing and the spline over 1,000,000 points, each against std::sort of the
-// same values.
+// same values; and the statistics of a data series, which answers from its cache until a point changes.
+#include "data/data_series.h"
 #include "data/least_squares.h"
 #include "data/smoothing.h"
 #include "data/spline.h"
@@ -100,6 +101,47 @@ void BM_RunningAverage(benchmark::State& state) {
     Run(state, [&] { benchmark::DoNotOptimize(RunningAverage(points.y, window)); });
 }
 
+void FillSeries(TDataSeries& series) {
+    const TPoints points;
+    for (std::size_t i = 0; i < kPoints; ++i) series.AddPoint(points.x[i], points.y[i]);
+}
+
+void BM_SeriesStatisticsAfterAChange(benchmark::State& state) {
+    TDataSeries series;
+    FillSeries(series);
+    double y = 0;
+    Run(state, [&] {
+        series.SetPointY(1, y += 0x1p-20);
+        benchmark::DoNotOptimize(series.YStatistics());
+    });
+}
+
+void BM_SeriesStatisticsFromTheCache(benchmark::State& state) {
+    TDataSeries series;
+    FillSeries(series);
+    series.YStatistics();
+    Run(state, [&] { benchmark::DoNotOptimize(series.YStatistics()); });
+}
+
+void BM_SeriesRegressionAfterAChange(benchmark::State& state) {
+    TDataSeries series;
+    FillSeries(series);
+    series.SetRegressionType(static_cast<int>(state.range(0)));
+    double y = 0;
+    Run(state, [&] {
+        series.SetPointY(1, y += 0x1p-20);
+        series.CalcRegression();
+    });
+}
+
+void BM_SeriesRegressionUpToDate(benchmark::State& state) {
+    TDataSeries series;
+    FillSeries(series);
+    series.SetRegressionType(2);
+    series.CalcRegression();
+    Run(state, [&] { series.UpdateRegression(); });
+}
+
 BENCHMARK(BM_StatisticsOfUnsorted)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_StatisticsOfAscending)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FitLine)->Unit(benchmark::kMillisecond);
@@ -107,6 +149,10 @@ BENCHMARK(BM_FitQuadratic)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Spline)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SmoothExponentially)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RunningAverage)->Arg(19)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SeriesStatisticsAfterAChange)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SeriesStatisticsFromTheCache)->Unit(benchmark::kNanosecond);
+BENCHMARK(BM_SeriesRegressionAfterAChange)->DenseRange(1, 7)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SeriesRegressionUpToDate)->Unit(benchmark::kNanosecond);
 
 } // namespace
 } // namespace lumoplot

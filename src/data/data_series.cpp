@@ -102,7 +102,8 @@ TPointChain TDataSeries::SwapPoints(TPointChain points) {
 
 /// What follows from the data is out of date.
 void TDataSeries::MarkResultsStale() {
-    m_regressionStale = true;
+    m_results.ClearStatistics();
+    MarkRegressionStale();
     MarkFitStale();
 }
 
@@ -137,7 +138,8 @@ template <class TValue>
 void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
     if (value == field || value != value) return;
     field = value;
-    MarkResultsStale();
+    MarkRegressionStale();
+    MarkFitStale();
     Changed(kRegressionChanged);
 }
 
@@ -156,6 +158,7 @@ void TDataSeries::SetRegressionControlValue2(double value) {
 void TDataSeries::SetDuplicatesAllowed(bool value) {
     if (value == m_duplicatesAllowed) return;
     m_duplicatesAllowed = value;
+    MarkRegressionStale();
     if (!value) RemoveDuplicates();
 }
 

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "data/point_chain.h"
+#include "data/regression_types.h"
+#include "data/series_results.h"
 #include "support/export.h"
 
 #include <cstdint>
@@ -120,7 +122,7 @@ public:
 
     // Stored without a notification; points that are there are not merged anew.
     void SetSeriesName(std::string value) { m_seriesName = std::move(value); }
-    void SetNumericalTolerance(double value) { m_numericalTolerance = value; }
+    void SetNumericalTolerance(double value);
     void SetSeriesFlag(bool value) { m_seriesFlag = value; }
     void SetXColExpr(std::string value) { m_xColExpr = std::move(value); }
     void SetYColExpr(std::string value) { m_yColExpr = std::move(value); }
@@ -135,9 +137,31 @@ public:
     /// Switching it off runs RemoveDuplicates; switching it on changes nothing else.
     void SetDuplicatesAllowed(bool value);
 
+    // Results. Each is worked out on the first request after a change of the points (or of a setting that it
+    // depends on) and answered from a cache until the next one. None notifies.
+
+    /// Statistics of X in chain order, taken as ascending, and of the raw Y.
+    TStatistics XStatistics() const;
+    TStatistics YStatistics() const;
+    /// Mean and standard deviation of the corrected Y; nothing with fewer than two finite ones.
+    std::optional<TSpread> CorrectedSpread() const;
+
     bool RegressionStale() const { return m_regressionStale; }
-    /// A regression sampled on a grid of its own (X and Derived), empty when the type has none.
-    const std::vector<TSeriesPoint>& RegressionCurve() const { return m_regressionCurve; }
+    /// When RegressionStale is set, clears it and works out the regression of the raw Y: the Derived of the
+    /// points, RegressionLine or RegressionCurve, as ComputeRegression says for each type. Throws
+    /// ERegressionError as that does; all results are then empty, and RegressionError keeps the text.
+    void CalcRegression();
+    /// As CalcRegression for those who draw and show: what is thrown is kept as RegressionError, and
+    /// RegressionType 0 gives no results and is no error.
+    void UpdateRegression() noexcept;
+    /// Why the last calculation gave nothing; empty when it did.
+    const std::string& RegressionError() const { return m_regressionError; }
+    /// The polynomial of the types 1 to 3, over the raw Y; null for others and while the regression is stale.
+    const TFittedCurve* RegressionLine() const {
+        return m_results.RegressionLine ? &*m_results.RegressionLine : nullptr;
+    }
+    /// A regression sampled on a grid of its own, empty when the type has none.
+    const std::vector<TCurveSample>& RegressionCurve() const { return m_regressionCurve; }
     /// Takes one Derived value a point, in chain order, or none, which makes them 0. Without a notification.
     void SetDerived(std::span<const double> values) { m_points.SetDerived(values); }
 
@@ -161,6 +185,8 @@ private:
     };
 
     void MarkResultsStale();
+    void MarkRegressionStale();
+    void ClearRegression();
     void MarkFitStale();
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
@@ -188,7 +214,9 @@ private:
     int m_regressionType = 0;
     int m_regressionControlValue1 = 100;
     double m_regressionControlValue2 = 0.05;
-    std::vector<TSeriesPoint> m_regressionCurve;
+    mutable TSeriesResults m_results;
+    std::vector<TCurveSample> m_regressionCurve;
+    std::string m_regressionError;
     std::string m_seriesName = "UnNamed Series";
     std::string m_xColExpr = "X";
     std::string m_yColExpr = "Y";

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstring>
+#include <numeric>
 
 namespace lumoplot {
 
@@ -87,6 +88,16 @@ void TPointBlock::Insert(std::size_t place, std::int32_t id, double x, double y)
     ++m_count;
     Place(place, x, y);
     m_maxX = std::max(m_maxX, x);
+}
+
+void TPointBlock::AppendRun(std::int32_t firstId, std::span<const double> x, std::span<const double> y) {
+    assert(x.size() == y.size() && !x.empty() && x.size() <= Room());
+    std::copy(x.begin(), x.end(), XData() + m_count);
+    std::copy(y.begin(), y.end(), YData() + m_count);
+    std::iota(IdData() + m_count, IdData() + m_count + x.size(), firstId);
+    m_count += static_cast<std::uint32_t>(x.size());
+    if (!m_derived.empty()) m_derived.resize(m_count, 0);
+    m_maxX = std::max(m_maxX, x.back());
 }
 
 void TPointBlock::Overwrite(std::size_t place, double x, double y) {

@@ -61,6 +61,11 @@ public:
     void MakeRoom();
     /// Inserts before `place` a point whose Derived is 0. Needs the room.
     void Insert(std::size_t place, std::int32_t id, double x, double y);
+    /// Points that can be placed behind the last one without MakeRoom.
+    std::size_t Room() const { return m_capacity - m_count; }
+    /// Places points with the Ids from `firstId` on behind the last one; their X ascend from that of the last
+    /// one on. Needs the room.
+    void AppendRun(std::int32_t firstId, std::span<const double> x, std::span<const double> y);
     void Overwrite(std::size_t place, double x, double y);
     void SetY(std::size_t place, double y) { YData()[place] = y; }
     void Erase(std::size_t place);

@@ -85,6 +85,48 @@ bool TPointChain::Add(double x, double y, const TMergeRule& rule) {
     return true;
 }
 
+bool TPointChain::AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule) {
+    while (!x.empty()) {
+        std::size_t done = CountAppended(x, rule);
+        if (done > 0) {
+            AppendRun(x.first(done), y.first(done));
+        } else {
+            if (!Add(x[0], y[0], rule)) return false;
+            done = 1;
+        }
+        x = x.subspan(done);
+        y = y.subspan(done);
+    }
+    return true;
+}
+
+/// How many of the points, from the first on, Add would append behind the last point.
+std::size_t TPointChain::CountAppended(std::span<const double> x, const TMergeRule& rule) const {
+    const auto idsLeft = static_cast<std::size_t>(kMaxId - LastId());
+    double last = IsEmpty() ? kNoReach : LastX();
+    std::size_t count = 0;
+    for (; count < x.size() && count < idsLeft && std::isfinite(x[count]) && x[count] >= last; ++count) {
+        if (!rule.DuplicatesAllowed && x[count] - rule.Tolerance <= last) break;
+        last = x[count];
+    }
+    return count;
+}
+
+void TPointChain::AppendRun(std::span<const double> x, std::span<const double> y) {
+    while (!x.empty()) {
+        m_ids.MakeRoom();
+        const TPlace place = MakeRoom({m_blocks.size(), 0});
+        TPointBlock* block = m_blocks[place.Block].get();
+        const std::size_t count = std::min({x.size(), block->Room(), m_ids.Room()});
+        block->AppendRun(LastId() + 1, x.first(count), y.first(count));
+        m_ids.AppendRun(block, count);
+        m_count += static_cast<int>(count);
+        RaiseReach(place.Block, x[count - 1]);
+        x = x.subspan(count);
+        y = y.subspan(count);
+    }
+}
+
 std::optional<double> TPointChain::SetY(std::int32_t id, double y) {
     TPointBlock* block = m_ids.BlockOf(id);
     if (!block) return std::nullopt;

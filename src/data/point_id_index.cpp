@@ -14,6 +14,13 @@ void TPointIdIndex::MakeRoom() {
     blocks.reserve(std::clamp<std::size_t>(2 * blocks.size(), 8, kPageSize));
 }
 
+void TPointIdIndex::AppendRun(TPointBlock* block, std::size_t count) {
+    TPage& page = m_pages.back();
+    page.Blocks.insert(page.Blocks.end(), count, block);
+    page.Live += static_cast<std::int32_t>(count);
+    m_lastId += static_cast<std::int32_t>(count);
+}
+
 void TPointIdIndex::Remove(std::int32_t id) {
     TPage& page = m_pages[PageOf(id)];
     page.Blocks[SlotOf(id)] = nullptr;

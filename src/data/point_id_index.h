@@ -20,6 +20,10 @@ public:
     void MakeRoom();
     /// Hands out the next Id to a point of `block`. Needs the room.
     std::int32_t Append(TPointBlock* block);
+    /// Ids that can be handed out without MakeRoom, at least one behind it.
+    std::size_t Room() const { return m_pages.back().Blocks.capacity() - m_pages.back().Blocks.size(); }
+    /// Hands out the next `count` Ids to points of `block`. Needs the room.
+    void AppendRun(TPointBlock* block, std::size_t count);
     /// Notes that a live point is in another block now.
     void Relink(std::int32_t id, TPointBlock* block);
     void Remove(std::int32_t id);

@@ -1,6 +1,5 @@
 #include "data/regression.h"
 
-#include "data/least_squares.h"
 #include "data/robust_line.h"
 #include "data/smoothing.h"
 #include "data/spline.h"
@@ -13,7 +12,7 @@ namespace {
 
 TRegressionResult CurveOverPoints(const TFittedCurve& curve, std::span<const double> x) {
     TRegressionResult result;
-    result.Coefficients = curve.Coefficients();
+    result.Line = curve;
     result.Derived.resize(x.size());
     std::transform(x.begin(), x.end(), result.Derived.begin(), curve);
     return result;

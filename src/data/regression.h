@@ -2,8 +2,10 @@
 // it gives, values for the points or a curve on a grid of its own.
 #pragma once
 
+#include "data/least_squares.h"
 #include "data/regression_types.h"
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -29,7 +31,7 @@ struct TRegressionSettings {
 };
 
 struct TRegressionResult {
-    TRegressionCoefficients Coefficients; ///< of the types 1 to 3, else 0
+    std::optional<TFittedCurve> Line; ///< of Linear, RobustLine and Quadratic
     /// One a point, of Spline the second derivatives; empty when the type gives the points nothing.
     std::vector<double> Derived;
     std::vector<TCurveSample> Curve; ///< of Spline

@@ -12,11 +12,16 @@ constexpr const char* kTooFewText = "No Statistics are available unless more tha
 constexpr const char* kNoDevianceText =
     "No skew/kurtosis are available because there is no deviance in the data";
 
-std::vector<double> FiniteValues(std::span<const double> values, TValueOrder order) {
+std::vector<double> FiniteValues(std::span<const double> values) {
     std::vector<double> finite;
     finite.reserve(values.size());
     std::copy_if(values.begin(), values.end(), std::back_inserter(finite),
                  [](double value) { return std::isfinite(value); });
+    return finite;
+}
+
+std::vector<double> Ascending(std::span<const double> values, TValueOrder order) {
+    std::vector<double> finite = FiniteValues(values);
     // Stable, so that zeros of both signs keep their order.
     if (order == TValueOrder::Any && !std::is_sorted(finite.begin(), finite.end()))
         std::stable_sort(finite.begin(), finite.end());
@@ -91,7 +96,7 @@ double SumOf(std::span<const double> values) {
 } // namespace
 
 TStatistics ComputeStatistics(std::span<const double> values, double tolerance, TValueOrder order) {
-    const std::vector<double> ascending = FiniteValues(values, order);
+    const std::vector<double> ascending = Ascending(values, order);
     TStatistics statistics;
     statistics.Count = ascending.size();
     if (ascending.size() < 2) {
@@ -104,6 +109,19 @@ TStatistics ComputeStatistics(std::span<const double> values, double tolerance, 
     statistics.Mode = ModeOf(ascending, tolerance);
     SetMoments(statistics, ascending);
     return statistics;
+}
+
+std::optional<TSpread> ComputeSpread(std::span<const double> values) {
+    const std::vector<double> finite = FiniteValues(values);
+    if (finite.size() < 2) return std::nullopt;
+    const TCentring deviation(finite);
+    TSum squares;
+    for (const double value : finite) {
+        const double d = deviation(value);
+        squares.Add(d * d);
+    }
+    const double variance = squares.Value() / static_cast<double>(finite.size() - 1);
+    return TSpread{deviation.Mean(), std::ldexp(std::sqrt(variance), deviation.Exponent())};
 }
 
 } // namespace lumoplot

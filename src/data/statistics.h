@@ -4,6 +4,7 @@
 #include "support/export.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -46,5 +47,14 @@ enum class TValueOrder {
 /// the range of doubles is infinite. Takes O(n log n), or O(n) when the values are ascending already.
 XYGRAPH_EXPORT TStatistics ComputeStatistics(std::span<const double> values, double tolerance,
                                              TValueOrder order = TValueOrder::Any);
+
+/// About which level values lie, and how far from it.
+struct TSpread {
+    double Mean = 0;
+    double Deviation = 0; ///< the standard deviation of a sample, the root of its variance
+};
+
+/// Of the finite values, in O(n); nothing for fewer than two.
+XYGRAPH_EXPORT std::optional<TSpread> ComputeSpread(std::span<const double> values);
 
 } // namespace lumoplot

@@ -2,11 +2,13 @@
 
 #include "dialog/data_source_page.h"
 #include "dialog/general_page.h"
+#include "dialog/regressions_page.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <utility>
 
 namespace lumoplot {
 
@@ -24,16 +26,21 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     ShowSeries(-1);
 }
 
-// Pages and the working graph are children; nothing may call back while they go.
+// The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
+// an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
     m_filling = true;
+    m_currSeries = nullptr;
     m_workGraph->disconnect(this);
+    m_ui->tabs->disconnect(this);
+    for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
 }
 
 void TxyDataWizard::AddPages() {
     m_dataSourcePage = new TDataSourcePage(*this);
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
+    AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
@@ -57,8 +64,9 @@ void TxyDataWizard::ConnectControls() {
     on(m_ui->btnSort, &TxyDataWizard::SortSeries);
     on(m_ui->btnReverse, &TxyDataWizard::ReverseSeries);
     connect(m_ui->cbx_DataSets, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded([&] { ListChanged(); }); });
-    connect(m_ui->tabs, &QTabWidget::currentChanged, this, [this] { Guarded([&] { ListChanged(); }); });
+            [this] { Guarded([&] { DataSetPicked(); }); });
+    connect(m_ui->tabs, &QTabWidget::currentChanged, this,
+            [this](int page) { Guarded([&] { TabChanged(page); }); });
     connect(m_ui->btnPreview, &QPushButton::clicked, this,
             [this] { Guarded([&] { SetPreviewMode(!m_previewMode); }); });
     connect(m_ui->btnOk, &QPushButton::clicked, this, [this] { CloseWith(kOk); });
@@ -127,6 +135,24 @@ void TxyDataWizard::ListChanged() {
     if (item < 0) return ShowSeries(-1);
     m_workGraph->Appearance()->SetCurrSerIndex(item + 1);
     ShowSeries(NumberOfItem(item));
+}
+
+// What cannot be committed keeps its data set selected.
+void TxyDataWizard::DataSetPicked() {
+    try {
+        CommitManualData();
+    } catch (...) {
+        const QSignalBlocker quiet(m_ui->cbx_DataSets);
+        m_ui->cbx_DataSets->setCurrentIndex(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()));
+        throw;
+    }
+    ListChanged();
+}
+
+void TxyDataWizard::TabChanged(int page) {
+    const int left = std::exchange(m_shownPage, page);
+    if (m_currSeries) Guarded([&] { m_pages[static_cast<std::size_t>(left)]->Leave(*m_currSeries); });
+    ListChanged();
 }
 
 void TxyDataWizard::ShowSeries(int number) {

@@ -30,6 +30,7 @@ public:
     // Indices of the pages.
     static constexpr int kGeneralPage = 0;
     static constexpr int kDataSourcePage = 1;
+    static constexpr int kRegressionsPage = 2;
 
     explicit TxyDataWizard(QWidget* parent = nullptr);
     ~TxyDataWizard() override;
@@ -74,6 +75,8 @@ private:
     void AddPage(TWizardPage* page, const QString& caption, const QString& picture);
     void ConnectControls();
     void ListChanged();
+    void DataSetPicked();
+    void TabChanged(int page);
     int NumberOfItem(int item) const;
     void CommitManualData();
     void SetPreviewMode(bool preview);
@@ -96,6 +99,7 @@ private:
     bool m_filling = true;
     bool m_previewMode = false;
     int m_startPage = -1;
+    int m_shownPage = kGeneralPage;
     std::string m_templateName;
 };
 

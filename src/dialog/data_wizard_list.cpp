@@ -1,5 +1,4 @@
 // What the buttons of the data-set list do.
-#include "dialog/data_source_page.h"
 #include "dialog/data_wizard.h"
 #include "dialog/file_filter.h"
 #include "graph/graph_file.h"
@@ -67,7 +66,6 @@ void TxyDataWizard::ExportSeries() {
     const QString file = AskExportFile(*m_currSeries);
     if (file.isEmpty()) return;
     CommitManualData();
-    m_dataSourcePage->ReloadIfNeeded(*m_currSeries);
     if (QFileInfo::exists(file) &&
         !AskYesNo("File \"" + file.toStdString() + "\" exists. Overwrite?", TMessageKind::Warning))
         return;

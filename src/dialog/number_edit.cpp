@@ -1,21 +1,16 @@
 #include "dialog/number_edit.h"
 
+#include "dialog/mark_color.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
-#include <QPalette>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
 
 constexpr int kShownDigits = 4;
 constexpr const char* kPlainToolTip = "plainToolTip";
-
-// A blend of the theme's own base and red, so that the mark is readable in light and dark.
-QColor MarkedBase(const QPalette& palette) {
-    const QColor base = palette.color(QPalette::Base);
-    return QColor((base.red() * 2 + 255) / 3, base.green() * 2 / 3, base.blue() * 2 / 3);
-}
 
 template <class TValue, class TParse>
 std::optional<TValue> ValueIn(QLineEdit& edit, TParse parse) {
@@ -45,7 +40,7 @@ void MarkEdit(QLineEdit& edit, const QString& reason) {
     if (!wasMarked) edit.setProperty(kPlainToolTip, edit.toolTip());
     edit.setToolTip(reason);
     QPalette palette = edit.palette();
-    if (!wasMarked) palette.setColor(QPalette::Base, MarkedBase(palette));
+    if (!wasMarked) palette.setColor(QPalette::Base, FaultyBase());
     edit.setPalette(palette);
 }
 
@@ -57,8 +52,21 @@ std::optional<int> IntegerIn(QLineEdit& edit) {
     return ValueIn<int>(edit, [](const std::string& text) { return ParseInteger(text); });
 }
 
+std::optional<double> FiniteNumberIn(QLineEdit& edit) {
+    const std::string text = edit.text().toStdString();
+    const std::optional<double> value = TryParseFloat(text);
+    const bool isFinite = value && std::isfinite(*value);
+    MarkEdit(edit, isFinite ? QString()
+                            : QString::fromStdString("'" + text + "' is not a valid floating point value"));
+    return isFinite ? value : std::nullopt;
+}
+
 void ShowNumber(QLineEdit& edit, double value) {
-    edit.setText(QString::fromStdString(FormatGeneral(value, kShownDigits)));
+    ShowNumberText(edit, FormatGeneral(value, kShownDigits));
+}
+
+void ShowNumberText(QLineEdit& edit, const std::string& text) {
+    edit.setText(QString::fromStdString(text));
     MarkEdit(edit, {});
 }
 

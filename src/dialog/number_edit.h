@@ -10,9 +10,13 @@ namespace lumoplot {
 /// nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
 std::optional<double> NumberIn(QLineEdit& edit);
 std::optional<int> IntegerIn(QLineEdit& edit);
+/// As NumberIn, but an empty text and numbers that are not finite are marked too.
+std::optional<double> FiniteNumberIn(QLineEdit& edit);
 
 /// Shows a number in general format with 4 significant digits.
 void ShowNumber(QLineEdit& edit, double value);
+/// Shows another text for a number, and no mark.
+void ShowNumberText(QLineEdit& edit, const std::string& text);
 
 /// Marks the edit with a reason, or takes the mark away for an empty one.
 void MarkEdit(QLineEdit& edit, const QString& reason);

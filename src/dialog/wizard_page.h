@@ -38,6 +38,8 @@ public:
     virtual void ShowNothing() {}
     /// Writes what is still being edited into the data set; throws when it cannot.
     virtual void Commit(TSeries& series) { static_cast<void>(series); }
+    /// Another page is about to be shown: writes what can be written without asking or refusing.
+    virtual void Leave(TSeries& series) { static_cast<void>(series); }
     /// The preview, which may have recomputed some of the values shown, has been left.
     virtual void RefreshAfterPreview(TSeries& series) { static_cast<void>(series); }
 

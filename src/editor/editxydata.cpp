@@ -2,12 +2,15 @@
 
 #include "dialog/data_wizard.h"
 #include "dialogs/message_box_sink.h"
+#include "dialogs/progress_window.h"
+#include "graph/holder.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
 #include <QApplication>
 #include <QScreen>
+#include <QWindow>
 
 namespace lumoplot {
 namespace {
@@ -39,12 +42,15 @@ TxyDataWizard& FindOrCreateWizard() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.adjustSize();
     }
     return holder->Wizard;
 }
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
+    TakeSourceStates(workGraph, host);
+    workGraph.Holder()->OfferSheets(host.Holder()->Sheets());
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
@@ -52,8 +58,31 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
 
 void CentreOnScreen(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    window.adjustSize();
+    window.resize(window.size().boundedTo(screen.size()));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
+}
+
+// Keeps the dialog, which has no parent, above the window that it blocks while it is shown.
+class TStayAbove {
+public:
+    TStayAbove(QWidget& window, const QWidget* host) : m_window(window) {
+        if (!host || host == &window || !host->windowHandle()) return;
+        window.winId();
+        window.windowHandle()->setTransientParent(host->windowHandle());
+    }
+    ~TStayAbove() {
+        if (m_window.windowHandle()) m_window.windowHandle()->setTransientParent(nullptr);
+    }
+    TStayAbove(const TStayAbove&) = delete;
+    TStayAbove& operator=(const TStayAbove&) = delete;
+
+private:
+    QWidget& m_window;
+};
+
+int ShowModal(TxyDataWizard& wizard) {
+    const TStayAbove above(wizard, QApplication::activeWindow());
+    return wizard.exec();
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -75,11 +104,13 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));
     }
-    const int result = wizard.exec();
+    const int result = ShowModal(wizard);
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
-    LoadThinnedAgain(graph, wizard.WorkGraph());
+    TakeSourceStates(graph, wizard.WorkGraph());
+    TProgressWindow progress(QApplication::activeWindow());
+    LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
     return true;
 }

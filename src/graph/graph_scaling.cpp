@@ -66,6 +66,8 @@ void TxyGraph::PrepareForDrawing() {
     const bool stale =
         std::ranges::any_of(m_series, [](const auto& series) { return series->ExtentsStale(); });
     if (m_needsRescale || m_repaintRequested || stale) Rescale();
+    for (const auto& series : m_series)
+        if (series->Active()) series->UpdateRegression();
 }
 
 bool TxyGraph::HasContent() const {

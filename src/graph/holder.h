@@ -5,9 +5,24 @@
 #include "support/export.h"
 
 #include <QObject>
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace lumoplot {
+
+/// The sheets of cells that a host lets data sets be read from. Both functions are called whenever they are
+/// needed.
+struct TSheetOffer {
+    /// The names of the sheets, as a user knows them.
+    std::function<std::vector<std::string>()> Names;
+    /// The cells of a sheet as a spreadsheet copies them: rows of cells between tabs, in UTF-8. May throw an
+    /// ELumoError.
+    std::function<std::string(const std::string& name)> Text;
+
+    explicit operator bool() const { return Names && Text; }
+};
 
 class XYGRAPH_EXPORT TxyHolder : public QObject {
     Q_OBJECT
@@ -18,11 +33,15 @@ public:
     const std::string& ID() const { return m_id; }
     const std::string& TextSeparators() const { return m_textSeparators; }
     const std::string& TextMarkers() const { return m_textMarkers; }
+    /// False while the host offers no sheets. Neither filed nor copied with the graph.
+    const TSheetOffer& Sheets() const { return m_sheets; }
 
     // Each stores a changed value and emits OnChange.
     void SetID(const std::string& value) { Store(m_id, value); }
     void SetTextSeparators(const std::string& value) { Store(m_textSeparators, value); }
     void SetTextMarkers(const std::string& value) { Store(m_textMarkers, value); }
+    /// Offers sheets as sources of data sets; an empty offer takes them back.
+    void OfferSheets(TSheetOffer sheets) { m_sheets = std::move(sheets); }
 
 Q_SIGNALS:
     void OnChange();
@@ -35,6 +54,7 @@ private:
     }
 
     std::string m_id;
+    TSheetOffer m_sheets;
     std::string m_textSeparators = "\t,";
     std::string m_textMarkers = "'\"";
 };

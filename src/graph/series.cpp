@@ -1,21 +1,41 @@
 #include "graph/series.h"
 
+#include "data/ds_info.h"
 #include "graph/graph.h"
 #include "graph/graph_file.h"
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
 
 constexpr int kLastFilledNumber = 8;
 
+std::uint64_t NextStamp() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 TColor ColorOfNumber(int number) {
     static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
                                                        kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
                                                        kSkyBlue, kGray,  kMoneyGreen, kPurple};
     return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
+}
+
+// How many standard deviations away from the mean bounds lie.
+std::vector<int> DistancesOf(TBoundsType type) {
+    switch (type) {
+    case TBoundsType::OneSD: return {-1, 1};
+    case TBoundsType::TwoSD: return {-2, 2};
+    case TBoundsType::ThreeSD: return {-3, 3};
+    case TBoundsType::AllSD: return {-3, -2, -1, 1, 2, 3};
+    case TBoundsType::None:
+    case TBoundsType::SetValues: break;
+    }
+    return {};
 }
 
 TPointShape ShapeOfNumber(int number) {
@@ -28,7 +48,7 @@ TPointShape ShapeOfNumber(int number) {
 } // namespace
 
 TSeries::TSeries(TxyGraph& graph, int number)
-    : m_graph(graph), m_seriesIndex(number), m_yAxisOfSeries(graph.YAxis()),
+    : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
       m_fillPoints(number <= kLastFilledNumber), m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0),
       m_lineColor(ColorOfNumber(number)), m_pointColor(m_lineColor), m_pointShape(ShapeOfNumber(number)) {
     m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
@@ -83,6 +103,17 @@ void TSeries::SetPointSize(int value) {
     Store(m_pointSize, FittingSize(value));
 }
 
+std::vector<double> TSeries::BoundLevels() const {
+    std::vector<double> levels;
+    if (m_boundsType == TBoundsType::SetValues) levels = {m_lowerBound, m_upperBound};
+    const std::vector<int> distances = DistancesOf(m_boundsType);
+    const auto spread = distances.empty() ? std::nullopt : CorrectedSpread();
+    if (spread)
+        for (const int distance : distances) levels.push_back(spread->Mean + distance * spread->Deviation);
+    std::erase_if(levels, [](double level) { return !std::isfinite(level); });
+    return levels;
+}
+
 void TSeries::SetUpdateDepth(bool value) {
     m_updateDepth = value;
     if (value || !m_changedWhileHeld) return;
@@ -91,6 +122,7 @@ void TSeries::SetUpdateDepth(bool value) {
 }
 
 void TSeries::Changed(int reason) {
+    if (reason != kStyleChanged) m_dataStamp = NextStamp();
     if (m_updateDepth) {
         m_changedWhileHeld = true;
         return;
@@ -103,15 +135,29 @@ void TSeries::CopyFrom(const TSeries& other) {
     if (&other == this) return;
     TBytes bytes;
     TxyWriter writer(bytes, TEncoding::Compact);
-    WriteSeries(writer, other, TPoints::Include);
+    WriteSeries(writer, other, TPoints::LeaveOut);
     TByteSource source(bytes);
     TxyReader reader(source);
     const bool held = m_updateDepth;
     SetUpdateDepth(true);
     Clear();
     ReadSeries(reader, *this);
-    m_isThinned = other.m_isThinned;
+    CopyPointsFrom(other);
+    TakeSourceState(other);
     SetUpdateDepth(held);
+}
+
+void TSeries::SetTextWishes(const TTextWishes& value) {
+    if (m_textWishes == value) return;
+    m_textWishes = value;
+    DataSourceInfo().SetNeedsReload(true);
+}
+
+void TSeries::TakeSourceState(const TSeries& other) {
+    m_isThinned = other.m_isThinned;
+    m_sourceRows = other.m_sourceRows;
+    m_textWishes = other.m_textWishes;
+    DataSourceInfo().SetNeedsReload(other.DataSourceInfo().NeedsReload());
 }
 
 } // namespace lumoplot

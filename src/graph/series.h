@@ -4,7 +4,10 @@
 
 #include "data/data_series.h"
 #include "graph/settings.h"
+#include "sources/text_format.h"
 #include "support/color.h"
+
+#include <cstdint>
 
 namespace lumoplot {
 
@@ -27,6 +30,12 @@ enum class TPointShape {
 /// Which bounds of a regression are drawn: none, the set values, or the mean and 1, 2, 3 or each of these
 /// standard deviations.
 enum class TBoundsType { None = 0, SetValues = 1, OneSD = 2, TwoSD = 3, ThreeSD = 4, AllSD = 5 };
+
+/// How many rows of its source a data set shows; 0 for none and before it was loaded.
+struct TSourceRows {
+    std::int64_t Chosen = 0; ///< that the row choice lets through
+    std::int64_t Used = 0;   ///< of them, those that became points
+};
 
 class XYGRAPH_EXPORT TSeries : public TDataSeries {
 public:
@@ -60,6 +69,9 @@ public:
     double UpperBound() const { return m_upperBound; }
     double LowerBound() const { return m_lowerBound; }
     TBoundsType BoundsType() const { return m_boundsType; }
+    /// The levels of the Y axis at which bounds are drawn: the set values as they are, or multiples of the
+    /// standard deviation of the corrected Y about its mean (none with fewer than two finite Y). All finite.
+    std::vector<double> BoundLevels() const;
     TPenStyle BoundsLineStyle() const { return m_boundsLineStyle; }
     bool ShowInLegend() const { return m_showInLegend; }
     TColor RegressionColor() const { return m_regressionColor; }
@@ -68,6 +80,11 @@ public:
     bool UseXAxisSeries() const { return m_useXAxisSeries; }
     /// The points were read with the editor's small budget and are fewer than the host would read. Not filed.
     bool IsThinned() const { return m_isThinned; }
+    /// How many rows the last loading found and took. Not filed.
+    const TSourceRows& SourceRows() const { return m_sourceRows; }
+    /// How the user wants the text of the source to be read beyond what the source description holds. Not
+    /// filed.
+    const TTextWishes& TextWishes() const { return m_textWishes; }
 
     // Setters store a changed value and send one change notification; enumerations outside their range are
     // ignored.
@@ -97,12 +114,19 @@ public:
     void SetRegressionLineWidth(int value) { StoreWord(m_regressionLineWidth, value); }
     void SetUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
     void SetThinned(bool value) { m_isThinned = value; }
+    void SetSourceRows(const TSourceRows& value) { m_sourceRows = value; }
+    void SetTextWishes(const TTextWishes& value);
+    /// Takes over what is known of the other's source and no file holds.
+    void TakeSourceState(const TSeries& other);
 
     /// While true, changes are only noted; switching it off sends one notification for all of them.
     bool UpdateDepth() const { return m_updateDepth; }
     void SetUpdateDepth(bool value);
 
     void Changed(int reason) override;
+    /// Another number after every change of points or baseline, never used twice in a process, so that what
+    /// is worked out from the points can be kept under it.
+    std::uint64_t DataStamp() const { return m_dataStamp; }
 
     /// Takes over everything that a file holds of the other data set, points included; the number stays.
     void CopyFrom(const TSeries& other);
@@ -120,6 +144,7 @@ private:
     TxyGraph& m_graph;
     TSeries* m_next = nullptr;
     int m_seriesIndex;
+    std::uint64_t m_dataStamp;
     TAxis* m_yAxisOfSeries;
     bool m_active = true;
     bool m_linesShown = true;
@@ -130,6 +155,8 @@ private:
     bool m_showInLegend = false;
     bool m_useXAxisSeries;
     bool m_isThinned = false;
+    TSourceRows m_sourceRows;
+    TTextWishes m_textWishes;
     TColor m_lineColor;
     TColor m_pointColor;
     TColor m_boundsColor = 0;

@@ -2,6 +2,8 @@
 
 #include "data/ds_info.h"
 #include "graph/graph_file.h"
+#include "graph/holder.h"
+#include "sources/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 
@@ -17,6 +19,31 @@ bool LoadDataFile(TSeries& series) {
     LoadSeriesFromFile(series, SourceFileOf(series));
     series.DataSourceInfo() = source;
     series.DataSourceInfo().SetNeedsReload(false);
+    series.SetThinned(false);
+    return true;
+}
+
+TTextSource SheetOf(const TSeries& series) {
+    const TSheetOffer& sheets = series.Graph().Holder()->Sheets();
+    if (!sheets) throw EFileError("No sheet is offered by the application that holds this graph");
+    const std::string& name = series.DataSourceInfo().SourceName();
+    return {name, sheets.Text(name)};
+}
+
+TTextSource TextSourceOf(const TSeries& series) {
+    const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
+    return isSheet ? SheetOf(series) : TTextSource(SourceFileOf(series));
+}
+
+bool LoadTextSource(TSeries& series, TProgress& progress, TTextReport& report) {
+    TTextLoadOptions options;
+    options.budget = series.Graph().PointBudget();
+    options.wishes = series.TextWishes();
+    report = LoadTextSeries(series, TextSourceOf(series), options, progress);
+    if (report.cancelled) return false;
+    const bool isBudgeted = series.DataSourceInfo().AutoRowHitFreq() && report.samplingFrequency > 1;
+    series.SetThinned(isBudgeted && series.Graph().EditorMode());
+    series.SetSourceRows({report.rowsChosen, report.rowsUsed});
     return true;
 }
 
@@ -30,24 +57,38 @@ std::string SourceFileOf(const TSeries& series) {
     return QDir(directory).filePath(name).toStdString();
 }
 
-bool LoadFromSource(TSeries& series, TProgress& progress) {
+bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
+    TTextReport own;
     switch (series.DataSourceInfo().Kind()) {
+    case TSourceKind::TextFile:
+    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, report ? *report : own);
     case TSourceKind::DataFile: return LoadDataFile(series);
-    case TSourceKind::Manual:
-    default: static_cast<void>(progress); return true;
+    case TSourceKind::Manual: break;
     }
+    return true;
 }
 
-void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited) {
+TTextPreview PreviewSource(const TSeries& series, int maxRows) {
+    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes());
+}
+
+void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {
+    const std::size_t count = std::min(graph.Series().size(), from.Series().size());
+    for (std::size_t i = 0; i < count; ++i) graph.Series()[i]->TakeSourceState(*from.Series()[i]);
+}
+
+void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progress) {
     const std::size_t count = std::min(graph.Series().size(), edited.Series().size());
     for (std::size_t i = 0; i < count; ++i) {
         if (!edited.Series()[i]->IsThinned()) continue;
-        TSilentProgress progress;
+        TSeries& series = *graph.Series()[i];
+        const std::string name = series.SeriesName();
         try {
-            LoadFromSource(*graph.Series()[i], progress);
+            if (!LoadFromSource(series, progress)) return;
         } catch (const ELumoError& error) {
             ShowMessage(error.what(), TMessageKind::Error);
         }
+        series.SetSeriesName(name); // as it was edited
     }
 }
 

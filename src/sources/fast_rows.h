@@ -4,6 +4,8 @@
 
 #include "sources/text_rows.h"
 
+#include <span>
+
 namespace lumoplot {
 
 class TFastRows {
@@ -13,13 +15,17 @@ public:
 
     /// Whether rows of this format can be read the short way at all.
     bool IsPossible() const { return m_possible; }
-    /// Reads the row at `text`, which ends before `end` with a CR or LF. Returns where that line end is, or
-    /// null when the row needs the long way. X is left alone when it is the row number.
-    const char* Read(const char* text, const char* end, double& x, double& y) const;
+    /// Reads rows one after the other until the text ends, `x` and `y` (of one size) are full or a row needs
+    /// the long way. Returns where the next row begins; `count` is how many were read. When X is the row
+    /// number, `firstX` is that of the first row. The text ends with a line end.
+    const char* Read(const char* text, const char* end, std::span<double> x, std::span<double> y,
+                     double firstX, std::size_t& count) const;
 
 private:
+    const char* ReadRow(const char* text, const char* end, double& x, double& y) const;
     const char* SkipCells(const char* text, int count) const;
     const char* ReadCell(const char* text, double& value) const;
+    const char* SkipRest(const char* text, const char* end) const;
 
     const TRowSplitter& m_splitter;
     bool m_possible = false;

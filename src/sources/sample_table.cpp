@@ -1,6 +1,7 @@
 #include "sources/sample_table.h"
 
 #include "sources/text_number.h"
+#include "sources/text_values.h"
 
 #include <algorithm>
 #include <array>
@@ -39,12 +40,14 @@ bool TSampleRow::HasValue() const {
     return std::any_of(kinds.begin(), kinds.end(), IsValue);
 }
 
-TSampleTable::TSampleTable(const TTextSample& sample, const TTextFormat& format) {
+TSampleTable::TSampleTable(const TTextSample& sample, const TTextFormat& format)
+    : m_fixedHeaderRows(format.headerRows) {
+    const std::size_t maxRows = kMaxRows + static_cast<std::size_t>(std::max(format.headerRows, 0));
     const TRowSplitter splitter(format);
     const TTextEnd textEnd = sample.whole ? TTextEnd::File : TTextEnd::More;
     const char* text = sample.text.data();
     const char* end = text + sample.text.size();
-    while (text < end && m_rows.size() < kMaxRows) {
+    while (text < end && m_rows.size() < maxRows) {
         TSampleRow row;
         const TTextRow read = splitter.Split(text, end, textEnd, row.cells);
         if (read.kind == TRowKind::Incomplete) break;
@@ -77,15 +80,18 @@ std::size_t TSampleTable::FindWidth() const {
     return width;
 }
 
-// The first third of the rows may be header rows and has no vote.
+// Of the rows with values; where the header rows are to be found, the first third of all may be some and has
+// no vote.
 TCellKind TSampleTable::FindKind(std::size_t column) const {
     std::array<std::size_t, 5> counts{};
     std::size_t cells = 0;
-    for (std::size_t i = m_rows.size() / 3; i < m_rows.size(); ++i) {
+    const std::size_t first =
+        m_fixedHeaderRows < 0 ? m_rows.size() / 3 : static_cast<std::size_t>(m_fixedHeaderRows);
+    for (std::size_t i = first; i < m_rows.size(); ++i) {
         const TSampleRow& row = m_rows[i];
         if (row.kind != TRowKind::Data || row.Width() != m_columns.size() || column >= row.kinds.size())
             continue;
-        if (row.kinds[column] == TCellKind::Empty) continue;
+        if (row.kinds[column] == TCellKind::Empty || !row.HasValue()) continue;
         ++counts[static_cast<std::size_t>(row.kinds[column])];
         ++cells;
     }
@@ -111,7 +117,26 @@ bool TSampleTable::FitsColumns(const TSampleRow& row) const {
     return filled > 0 && filled * 2 >= values && row.Width() <= m_columns.size();
 }
 
-std::size_t TSampleTable::HeaderRows() const {
+// Whether row `index`, in front of the data, is one of them with a bad cell, to be reported: among the header
+// rows it would be lost in silence. Either it begins as they do, or it holds a value at a value's place below
+// a row of names.
+bool TSampleTable::IsSpoilt(std::size_t index) const {
+    const TSampleRow& row = m_rows[index];
+    if (row.kind != TRowKind::Data || row.Width() > m_columns.size()) return false;
+    const auto isNames = [this](const TSampleRow& other) {
+        return other.kind == TRowKind::Data && other.Width() == m_columns.size() && !other.HasValue();
+    };
+    const auto above = m_rows.begin() + static_cast<std::ptrdiff_t>(index);
+    const bool hasNames = std::any_of(m_rows.begin(), above, isNames);
+    for (std::size_t column = 0; column < std::min(m_columns.size(), row.kinds.size()); ++column) {
+        if (!IsValue(m_columns[column])) continue;
+        if (row.kinds[column] == m_columns[column]) return true;
+        if (!hasNames) return false;
+    }
+    return false;
+}
+
+std::size_t TSampleTable::FirstFitting() const {
     constexpr std::size_t kLookAhead = 6;
     for (std::size_t first = 0; first < m_rows.size(); ++first) {
         if (!FitsColumns(m_rows[first])) continue;
@@ -125,6 +150,17 @@ std::size_t TSampleTable::HeaderRows() const {
         if (fitting * 2 >= rows) return first;
     }
     return 0;
+}
+
+std::size_t TSampleTable::HeaderRows() const {
+    if (m_fixedHeaderRows >= 0) return static_cast<std::size_t>(m_fixedHeaderRows);
+    std::size_t first = FirstFitting();
+    for (std::size_t i = first; i > 0; --i) {
+        if (m_rows[i - 1].kind != TRowKind::Data) continue;
+        if (!IsSpoilt(i - 1)) break;
+        first = i - 1;
+    }
+    return first;
 }
 
 // The cells of a row that can name the columns, or none. A label in front of the names ("Data: y x") is left
@@ -146,7 +182,7 @@ std::vector<TTextCell> TSampleTable::ColumnNames(std::size_t headerRows) const {
     bool inRows = false;
     for (std::size_t i = std::min(headerRows, m_rows.size()); i > 0; --i) {
         const TSampleRow& row = m_rows[i - 1];
-        if (row.kind == TRowKind::Blank) continue;
+        if (row.kind == TRowKind::Blank && !inRows) continue;
         const auto cells = NameCells(row);
         if (cells.empty() || (inRows && row.kind == TRowKind::Comment)) break;
         names = cells;
@@ -198,6 +234,20 @@ bool TSampleTable::HasDecimalSign(char sign) const {
             if (row.kinds[i] == TCellKind::Number && row.cells[i].text.find(sign) != std::string_view::npos)
                 return true;
     return false;
+}
+
+TSamplePoints TSampleTable::Points(const TTextFormat& format) const {
+    const TRowValues values(format);
+    TSamplePoints points;
+    std::int64_t dataRow = 0;
+    for (std::size_t i = static_cast<std::size_t>(format.headerRows); i < m_rows.size(); ++i) {
+        if (m_rows[i].kind != TRowKind::Data) continue;
+        double x = 0;
+        double y = 0;
+        TRowProblem problem;
+        if (values.Read(m_rows[i].cells, ++dataRow, x, y, problem)) points.emplace_back(x, y);
+    }
+    return points;
 }
 
 TSampleTable::TDateFit TSampleTable::FitDates(TDateOrder order) const {

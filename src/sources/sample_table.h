@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace lumoplot {
@@ -21,20 +22,25 @@ struct TSampleRow {
     bool HasValue() const;
 };
 
+using TSamplePoints = std::vector<std::pair<double, double>>;
+
 /// A number, a date or a time of day.
 bool IsValue(TCellKind kind);
 
 class TSampleTable {
 public:
+    /// Behind the header rows where they are known.
     static constexpr std::size_t kMaxRows = 400;
 
+    /// With header rows below 0 in the format they are found, else kept.
     TSampleTable(const TTextSample& sample, const TTextFormat& format);
 
     const std::vector<TSampleRow>& Rows() const { return m_rows; }
     /// What the columns hold by the majority of their cells, empty ones not counted; as many as most rows
     /// with values have cells.
     const std::vector<TCellKind>& Columns() const { return m_columns; }
-    /// Rows in front of the first that fits the columns and that is followed by rows of which most fit too.
+    /// Rows in front of the first row of the data: one that fits the columns and is followed by rows of which
+    /// most fit too, or a row before it that would but for a bad cell.
     std::size_t HeaderRows() const;
     /// Each cell in a column of values is of the column's kind or empty, and at least half of them are not
     /// empty.
@@ -47,6 +53,8 @@ public:
     bool HasTrailingSeparator(std::size_t headerRows) const;
     /// A number in the rows has this decimal sign.
     bool HasDecimalSign(char sign) const;
+    /// X and Y of the rows that give them. The format is the table's, with its columns chosen.
+    TSamplePoints Points(const TTextFormat& format) const;
     /// Dates of the rows that the order reads, and how often they run backwards then.
     struct TDateFit {
         std::size_t read = 0;
@@ -57,11 +65,14 @@ public:
 
 private:
     std::size_t FindWidth() const;
+    std::size_t FirstFitting() const;
+    bool IsSpoilt(std::size_t index) const;
     TCellKind FindKind(std::size_t column) const;
     std::span<const TTextCell> NameCells(const TSampleRow& row) const;
 
     std::vector<TSampleRow> m_rows;
     std::vector<TCellKind> m_columns;
+    int m_fixedHeaderRows = 0;
 };
 
 } // namespace lumoplot

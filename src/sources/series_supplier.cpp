@@ -4,16 +4,15 @@
 
 namespace lumoplot {
 
-TTextReport LoadTextSeries(TDataSeries& series, const std::string& fileName, const TTextLoadOptions& options,
+TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const TTextLoadOptions& options,
                            TProgress& progress) {
     TPointChain points;
     const TMergeRule rule = series.MergeRule();
     const auto addPoints = [&](std::span<const double> x, std::span<const double> y) {
-        for (std::size_t i = 0; i < x.size(); ++i)
-            if (!points.Add(x[i], y[i], rule))
-                throw EFileError("File " + fileName + " holds more rows than a data set can have points");
+        if (!points.AddAll(x, y, rule))
+            throw EFileError("File " + source.Name + " holds more rows than a data set can have points");
     };
-    TTextReport report = LoadText(fileName, series.DataSourceInfo(), options, addPoints, progress);
+    TTextReport report = LoadText(source, series.DataSourceInfo(), options, addPoints, progress);
     if (report.cancelled) return report;
     report.rowsMerged = report.rowsUsed - points.Count();
     if (series.SeriesFlag() && !report.yName.empty()) series.SetSeriesName(report.yName);

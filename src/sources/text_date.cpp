@@ -97,12 +97,9 @@ TDateOrder OrderOf(const std::array<TDatePart, 3>& parts, TDateOrder wanted, boo
     fixed = true;
     if (parts[0].digits == 0) return TDateOrder::MonthDayYear;
     if (parts[0].digits >= 3) return TDateOrder::YearMonthDay;
-    if (parts[1].digits == 0)
-        return wanted == TDateOrder::YearMonthDay && parts[2].digits < 3 ? TDateOrder::YearMonthDay
-                                                                         : TDateOrder::DayMonthYear;
+    if (parts[1].digits == 0) return TDateOrder::DayMonthYear;
     fixed = false;
-    const bool yearLast = parts[2].digits >= 3;
-    return yearLast && wanted == TDateOrder::YearMonthDay ? TDateOrder::DayMonthYear : wanted;
+    return wanted;
 }
 
 std::optional<double> DayNumber(const std::array<TDatePart, 3>& parts, TDateOrder order) {

@@ -2,6 +2,7 @@
 
 #include "sources/sample_table.h"
 #include "sources/text_columns.h"
+#include "sources/text_window.h"
 #include "support/errors.h"
 
 #include <algorithm>
@@ -11,9 +12,10 @@ namespace lumoplot {
 namespace {
 
 constexpr std::size_t kSampleSize = 65536;
-constexpr std::size_t kMaxRowLength = std::size_t{4} << 20;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
+/// Below it the text is prose with some numbers in it, unless the user has said how to read it.
+constexpr double kProse = 0.05;
 
 bool IsControl(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -30,8 +32,8 @@ void RequireText(const TTextFile& file, std::string_view text) {
                      " holds characters that no text has");
 }
 
-bool HasRowEnd(std::string_view text) {
-    return text.find_first_of("\r\n") < text.size() - 1;
+std::int64_t CountLineEnds(std::string_view text) {
+    return std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
 }
 
 std::vector<std::string> SeparatorsToTry(const TDSInfo& info) {
@@ -55,7 +57,7 @@ struct TDateChoice {
 // The order that reads most dates; among equals the one by which they run back and forth least, since
 // measurements are noted one after the other.
 TDateChoice ChooseDateOrder(const TSampleTable& table) {
-    std::array orders = {TDateOrder::YearMonthDay, TDateOrder::DayMonthYear, TDateOrder::MonthDayYear};
+    std::array orders = {TDateOrder::DayMonthYear, TDateOrder::MonthDayYear, TDateOrder::YearMonthDay};
     const auto isBetter = [&table](TDateOrder left, TDateOrder right) {
         const auto a = table.FitDates(left);
         const auto b = table.FitDates(right);
@@ -63,15 +65,9 @@ TDateChoice ChooseDateOrder(const TSampleTable& table) {
     };
     std::stable_sort(orders.begin(), orders.end(), isBetter);
     const auto best = table.FitDates(orders[0]);
-    TDateChoice choice{orders[0], std::nullopt};
-    for (std::size_t i = 1; i < orders.size() && !choice.other; ++i)
-        if (best.open > 0 && table.FitDates(orders[i]).read == best.read &&
-            orders[i] != TDateOrder::YearMonthDay)
-            choice.other = orders[i];
-    // Every order reads dates whose text tells the order.
-    if (choice.order == TDateOrder::YearMonthDay && best.open > 0 && best.read > 0 && choice.other)
-        std::swap(choice.order, *choice.other);
-    return choice;
+    if (best.open == 0) return {};
+    const bool otherFits = table.FitDates(orders[1]).read == best.read;
+    return {orders[0], otherFits ? std::optional(orders[1]) : std::nullopt};
 }
 
 TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
@@ -79,6 +75,7 @@ TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
     format.encoding = sample.encoding;
     format.quotes = info.TextMarkers();
     format.columnWidth = info.DivideTextByWidth() ? info.ColumnWidth() : 0;
+    format.headerRows = info.FileHasHeaders();
     return format;
 }
 
@@ -92,8 +89,9 @@ public:
 private:
     void Try(const std::string& separators, char decimalSign);
     void Add(TTextReading reading);
+    bool DiffersFrom(const TTextReading& best, const TTextReading& other) const;
     void TryOtherEncoding(const TTextReading& best);
-    bool MayBeDecimalComma(const std::string& separators) const;
+    bool MayBeDecimalSign(char decimalSign, const std::string& separators) const;
 
     const TTextSample& m_sample;
     const TDSInfo& m_info;
@@ -102,8 +100,10 @@ private:
 };
 
 // Where the comma divides cells, decimal commas need quotes around them.
-bool TFormatFinder::MayBeDecimalComma(const std::string& separators) const {
-    return separators.find(',') == std::string::npos ||
+bool TFormatFinder::MayBeDecimalSign(char decimalSign, const std::string& separators) const {
+    if (m_wishes.decimalSign.value_or(decimalSign) != decimalSign) return false;
+    return decimalSign != ',' || separators.find(',') == std::string::npos ||
+           !m_info.TextSeparators().empty() ||
            m_sample.text.find_first_of(m_info.TextMarkers()) != std::string::npos;
 }
 
@@ -117,9 +117,7 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
     // A separator that divides nothing is none.
     const bool found = !m_info.DivideTextByWidth() && m_info.TextSeparators().empty();
     if (found && !separators.empty() && table.Columns().size() < 2) return;
-    const bool fixedRows = m_info.FileHasHeaders() != TDSInfo::kFindHeaders;
-    const std::size_t headerRows =
-        fixedRows ? static_cast<std::size_t>(m_info.FileHasHeaders()) : table.HeaderRows();
+    const std::size_t headerRows = table.HeaderRows();
     format.headerRows = static_cast<int>(headerRows);
     format.trailingSeparator = table.HasTrailingSeparator(headerRows);
     for (const TCellKind kind : table.Columns()) format.columns.push_back({{}, kind});
@@ -138,6 +136,13 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
         Add(std::move(other));
     }
     Add(std::move(reading));
+}
+
+// Two readings that give the same points and texts are no choice.
+bool TFormatFinder::DiffersFrom(const TTextReading& best, const TTextReading& other) const {
+    return best.format.encoding != other.format.encoding ||
+           TSampleTable(m_sample, best.format).Points(best.format) !=
+               TSampleTable(m_sample, other.format).Points(other.format);
 }
 
 void TFormatFinder::Add(TTextReading reading) {
@@ -160,38 +165,43 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
 
 TTextReadings TFormatFinder::Find() {
     for (const std::string& separators : SeparatorsToTry(m_info)) {
-        if (m_wishes.decimalSign) {
-            Try(separators, *m_wishes.decimalSign);
-            continue;
-        }
-        Try(separators, '.');
-        if (MayBeDecimalComma(separators)) Try(separators, ',');
+        for (const char decimalSign : {'.', ','})
+            if (MayBeDecimalSign(decimalSign, separators)) Try(separators, decimalSign);
     }
     const auto isBetter = [](const auto& a, const auto& b) { return a.score > b.score; };
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);
     TryOtherEncoding(TTextReading(m_readings.front()));
     std::stable_sort(m_readings.begin(), m_readings.end(), isBetter);
     TTextReadings found{m_readings.front(), std::nullopt};
-    if (m_readings.size() > 1 && m_readings[1].score >= kFits) found.runnerUp = m_readings[1];
-    if (found.best.score == 0 && found.best.problem.empty()) found.best.problem = "holds no rows of numbers";
+    for (std::size_t i = 1; i < m_readings.size() && m_readings[i].score >= kFits && !found.runnerUp; ++i)
+        if (DiffersFrom(found.best, m_readings[i])) found.runnerUp = m_readings[i];
+    const bool isFree = m_info.TextSeparators().empty() && m_info.FileHasHeaders() == TDSInfo::kFindHeaders &&
+                        m_info.XDataColumn().empty() && m_info.YDataColumn().empty();
+    if (found.best.score <= (isFree ? kProse : 0) && found.best.problem.empty())
+        found.best.problem = "holds no table of numbers";
     return found;
 }
 
 } // namespace
 
-TTextSample TakeSample(TTextFile& file, const TTextWishes& wishes) {
+TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& wishes) {
     TTextSample sample;
     sample.encoding = wishes.encoding.value_or(file.Encoding());
     file.Restart(sample.encoding);
-    do {
-        if (sample.text.size() > kMaxRowLength)
-            throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
+    std::int64_t lineEnds = 0;
+    // A piece with data behind the header rows, or as far as a row may reach.
+    for (bool isEnough = false; !sample.whole && !isEnough;) {
+        isEnough = lineEnds > std::int64_t{2} * std::max(info.FileHasHeaders(), 0);
         const std::size_t before = sample.text.size();
+        if (before > TTextWindow::kMaxRowLength) break;
         sample.text.resize(before + kSampleSize);
         const std::size_t count = file.Read(sample.text.data() + before, kSampleSize);
         sample.text.resize(before + count);
         sample.whole = count == 0;
-    } while (!sample.whole && (sample.text.size() < kSampleSize || !HasRowEnd(sample.text)));
+        lineEnds += CountLineEnds(std::string_view(sample.text).substr(before));
+    }
+    if (lineEnds == 0 && !sample.whole)
+        throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
     RequireText(file, sample.text);
     file.Restart(sample.encoding);
     return sample;

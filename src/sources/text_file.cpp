@@ -3,6 +3,8 @@
 #include "support/code_page.h"
 #include "support/errors.h"
 
+#include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -44,15 +46,16 @@ std::string_view WholeCharacters(std::string_view text) {
     return leads ? text.substr(0, cut - 1) : text;
 }
 
-// Text in Latin letters and digits has a zero in nearly every unit of UTF-16 and none elsewhere.
+// Text in Latin letters and digits has a zero in nearly every unit of UTF-16 and hardly one elsewhere.
 std::optional<TTextEncoding> FindUnmarkedUtf16(std::string_view bytes) {
     const std::size_t units = bytes.size() / 2;
     std::size_t zeros[2] = {0, 0};
     for (std::size_t i = 0; i < units * 2; ++i)
         if (bytes[i] == '\0') ++zeros[i % 2];
     const auto most = [units](std::size_t count) { return units >= 2 && count * 10 >= units * 7; };
-    if (most(zeros[1]) && zeros[0] == 0) return TTextEncoding::Utf16LittleEndian;
-    if (most(zeros[0]) && zeros[1] == 0) return TTextEncoding::Utf16BigEndian;
+    const auto few = [units](std::size_t count) { return count * 20 <= units; };
+    if (most(zeros[1]) && few(zeros[0])) return TTextEncoding::Utf16LittleEndian;
+    if (most(zeros[0]) && few(zeros[1])) return TTextEncoding::Utf16BigEndian;
     return std::nullopt;
 }
 
@@ -79,16 +82,28 @@ TTextEncoding FindEncoding(std::string_view firstBytes) {
                                                                          : TTextEncoding::CodePage;
 }
 
-TTextFile::TTextFile(const std::string& name) : m_name(name), m_file(QString::fromStdString(name)) {
+void TTextFile::Open(const TTextSource& source) {
     const auto refuse = [this](const std::string& reason) {
         throw EFileError("Can not open file " + m_name + ": " + reason);
     };
-    const QFileInfo info(m_file);
-    if (!info.exists()) refuse("there is no such file");
-    if (info.isDir()) refuse("it is a directory");
-    if (!info.isFile()) refuse("it is no regular file");
-    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) refuse(m_file.errorString().toStdString());
-    m_size = m_file.size();
+    if (source.Text) {
+        auto memory = std::make_unique<QBuffer>();
+        memory->setData(QByteArray::fromStdString(*source.Text));
+        m_file = std::move(memory);
+    } else {
+        const QFileInfo info(QString::fromStdString(m_name));
+        if (!info.exists()) refuse("there is no such file");
+        if (info.isDir()) refuse("it is a directory");
+        if (!info.isFile()) refuse("it is no regular file");
+        m_file = std::make_unique<QFile>(info.filePath());
+    }
+    if (!m_file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        refuse(m_file->errorString().toStdString());
+}
+
+TTextFile::TTextFile(const TTextSource& source) : m_name(source.Name) {
+    Open(source);
+    m_size = m_file->size();
     if (m_size == 0) throw EFileError("File " + m_name + " is empty");
     std::string first(kFirstBytes, '\0');
     first.resize(ReadBytes(first.data(), first.size()));
@@ -100,18 +115,18 @@ void TTextFile::Restart(TTextEncoding encoding) {
     m_heldByte = -1;
     m_heldUnit = 0;
     m_position = 0;
-    if (!m_file.seek(0)) throw EFileError("Can not read file " + m_name);
+    if (!m_file->seek(0)) throw EFileError("Can not read file " + m_name);
     char mark[3];
     const std::size_t length = ReadBytes(mark, sizeof mark);
     const std::size_t skipped = MarkLength({mark, length}, encoding);
     m_position = static_cast<std::int64_t>(skipped);
-    if (!m_file.seek(m_position)) throw EFileError("Can not read file " + m_name);
+    if (!m_file->seek(m_position)) throw EFileError("Can not read file " + m_name);
 }
 
 std::size_t TTextFile::ReadBytes(char* bytes, std::size_t capacity) {
-    const qint64 count = m_file.read(bytes, static_cast<qint64>(capacity));
+    const qint64 count = m_file->read(bytes, static_cast<qint64>(capacity));
     if (count < 0)
-        throw EFileError("Can not read file " + m_name + ": " + m_file.errorString().toStdString());
+        throw EFileError("Can not read file " + m_name + ": " + m_file->errorString().toStdString());
     m_position += count;
     return static_cast<std::size_t>(count);
 }

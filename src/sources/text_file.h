@@ -6,8 +6,9 @@
 #include "sources/text_format.h"
 #include "support/export.h"
 
-#include <QFile>
+#include <QIODevice>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,11 +18,22 @@ namespace lumoplot {
 /// UTF-8.
 XYGRAPH_EXPORT TTextEncoding FindEncoding(std::string_view firstBytes);
 
+/// Where a text comes from: a file, or memory.
+struct TTextSource {
+    /// A file by its name (UTF-8).
+    TTextSource(std::string fileName) : Name(std::move(fileName)) {}
+    /// A text in memory, under the name that messages give it.
+    TTextSource(std::string name, std::string text) : Name(std::move(name)), Text(std::move(text)) {}
+
+    std::string Name;
+    std::optional<std::string> Text; ///< none: the file of that name is read
+};
+
 class XYGRAPH_EXPORT TTextFile {
 public:
-    /// Opens the file of that name (UTF-8) and finds its encoding. Throws EFileError "Can not open file NAME:
-    /// …" and "File NAME is empty".
-    explicit TTextFile(const std::string& name);
+    /// Opens the source and finds its encoding. Throws EFileError "Can not open file NAME: …" and "File NAME
+    /// is empty".
+    explicit TTextFile(const TTextSource& source);
 
     const std::string& Name() const { return m_name; }
     TTextEncoding Encoding() const { return m_encoding; }
@@ -37,12 +49,13 @@ public:
     std::size_t Read(char* text, std::size_t capacity);
 
 private:
+    void Open(const TTextSource& source);
     std::size_t ReadBytes(char* bytes, std::size_t capacity);
     std::size_t ReadUtf16(char* text, std::size_t capacity);
     char* TakeUnit(char16_t unit, char* text);
 
     std::string m_name;
-    QFile m_file;
+    std::unique_ptr<QIODevice> m_file;
     TTextEncoding m_encoding = TTextEncoding::Utf8;
     std::int64_t m_size = 0;
     std::int64_t m_position = 0;

@@ -38,17 +38,17 @@ std::optional<std::int64_t> CountRows(TTextPass& pass, const TDSInfo& info, TPro
 
 } // namespace
 
-TTextReport LoadText(const std::string& fileName, const TDSInfo& info, const TTextLoadOptions& options,
+TTextReport LoadText(const TTextSource& source, const TDSInfo& info, const TTextLoadOptions& options,
                      const TPointSink& sink, TProgress& progress) {
-    TTextFile file(fileName);
+    TTextFile file(source);
     TTextReport report;
-    report.readings = FindTextFormat(TakeSample(file, options.wishes), info, options.wishes);
+    report.readings = FindTextFormat(TakeSample(file, info, options.wishes), info, options.wishes);
     const TTextReading& reading = report.readings.best;
-    if (!reading.problem.empty()) throw EFileError("File " + fileName + " " + reading.problem);
+    if (!reading.problem.empty()) throw EFileError("File " + source.Name + " " + reading.problem);
 
     TTextPass pass(file, reading.format, info, options.transform);
     const bool toBudget = info.AutoRowHitFreq() && options.budget > 0;
-    progress.Begin("Reading " + fileName, 0, file.Size() * (toBudget ? 2 : 1));
+    progress.Begin("Reading " + source.Name, 0, file.Size() * (toBudget ? 2 : 1));
     report.samplingFrequency = info.AutoRowHitFreq() ? 1 : std::max(1, info.RowSamplingFrequency());
     if (toBudget) {
         TPassProgress firstHalf(progress, 0);
@@ -60,7 +60,7 @@ TTextReport LoadText(const std::string& fileName, const TDSInfo& info, const TTe
     }
     TPassProgress rest(progress, toBudget ? file.Size() : 0);
     pass.Run(report.samplingFrequency, sink, rest, report);
-    if (!report.cancelled && report.rowsUsed == 0) ThrowNoPoints(fileName, report);
+    if (!report.cancelled && report.rowsUsed == 0) ThrowNoPoints(source.Name, report);
     report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
     return report;
 }

@@ -58,12 +58,12 @@ struct TTextReport {
 /// Takes the points in the order of the file.
 using TPointSink = std::function<void(std::span<const double> x, std::span<const double> y)>;
 
-/// Reads the file of that name (UTF-8) as `info` describes it; the source name in `info` is not used. Row
+/// Reads the source as `info` describes it; the source name in `info` is not used. Row
 /// numbers count every row of the file from 1: headers, comments and empty rows too. A row choice by number
 /// includes both bounds, and an upper bound below 1 is none; one by X includes both bounds, in either order.
 /// Throws EFileError when the file can not be read or gives no point at all; the sink may then have got
 /// points.
-XYGRAPH_EXPORT TTextReport LoadText(const std::string& fileName, const TDSInfo& info,
+XYGRAPH_EXPORT TTextReport LoadText(const TTextSource& source, const TDSInfo& info,
                                     const TTextLoadOptions& options, const TPointSink& sink,
                                     TProgress& progress);
 

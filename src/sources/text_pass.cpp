@@ -1,8 +1,10 @@
 #include "sources/text_pass.h"
 
+#include "sources/decimal.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <numeric>
 
 namespace lumoplot {
 namespace {
@@ -44,9 +46,10 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
     m_untilHit = 0;
     m_row = 1;
     m_dataRow = 0;
-    m_x.clear();
-    m_y.clear();
-    m_rows.clear();
+    m_count = 0;
+    m_x.resize(kBlockRows);
+    m_y.resize(kBlockRows);
+    m_rows.resize(kBlockRows);
     m_columns.assign(m_columnsAsked.size(), {});
 }
 
@@ -74,7 +77,12 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
     // Half of a CRLF may follow.
     if (m_linesEnd == end && m_linesEnd > text && end[-1] == '\r')
         m_linesEnd = BehindLastLineEnd(text, end - 1);
+    const std::string_view whole(text, static_cast<std::size_t>(end - text));
+    m_hasQuotes = std::any_of(m_splitter.Quotes().begin(), m_splitter.Quotes().end(),
+                              [whole](char quote) { return whole.find(quote) != std::string_view::npos; });
     while (text < end && m_row <= m_lastRow) {
+        if (IsFast(text)) text = TakeFastRows(text);
+        if (text == end || m_row > m_lastRow) break;
         const char* next = TakeRow(text, end, window.TextEnd());
         if (next == nullptr) break;
         text = next;
@@ -85,25 +93,34 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
 
 // Takes one row and returns where the next begins, or null when the window does not hold all of it.
 const char* TTextPass::TakeRow(const char* text, const char* end, TTextEnd textEnd) {
-    const bool isHit = m_byX || (m_untilHit == 0 && m_frequency != kCountOnly);
-    if (m_row < m_firstRow || !isHit) return PassRow(text, end, textEnd);
-    if (text < m_linesEnd && m_fastRows.IsPossible() && m_columnsAsked.empty())
-        if (const char* next = TakeFastRow(text, end)) return next;
-    return TakeSplitRow(text, end, textEnd);
+    return m_row < m_firstRow || !UsesRow() ? PassRow(text, end, textEnd) : TakeSplitRow(text, end, textEnd);
 }
 
-// A row that is no longer than its line and whose cells are plain numbers.
-const char* TTextPass::TakeFastRow(const char* text, const char* end) {
-    double x = static_cast<double>(m_dataRow + 1);
-    double y = 0;
-    const char* lineEnd = m_fastRows.Read(text, end, x, y);
-    if (lineEnd == nullptr) return nullptr;
-    const auto length = static_cast<std::size_t>(lineEnd - text);
-    for (const char quote : m_splitter.Quotes())
-        if (std::memchr(text, quote, length) != nullptr) return nullptr;
-    ++m_dataRow;
-    Add(x, y);
-    return BehindLineEnd(lineEnd);
+bool TTextPass::IsFast(const char* text) const {
+    return m_fastRows.IsPossible() && m_columnsAsked.empty() && text < m_linesEnd && m_row >= m_firstRow &&
+           UsesRow();
+}
+
+// Takes rows of plain numbers as far as they come and as they are wanted; returns where the rest begins.
+const char* TTextPass::TakeFastRows(const char* text) {
+    const bool isEach = m_byX || m_frequency == 1;
+    const std::int64_t room = isEach ? static_cast<std::int64_t>(kBlockRows - m_count) : 1;
+    const auto wanted = static_cast<std::size_t>(std::min(room, m_lastRow - m_row + 1));
+    std::size_t count = 0;
+    text =
+        m_fastRows.Read(text, m_linesEnd, std::span(m_x).subspan(m_count, wanted),
+                        std::span(m_y).subspan(m_count, wanted), static_cast<double>(m_dataRow + 1), count);
+    std::iota(m_rows.begin() + static_cast<std::ptrdiff_t>(m_count),
+              m_rows.begin() + static_cast<std::ptrdiff_t>(m_count + count), m_row);
+    m_row += static_cast<std::int64_t>(count);
+    m_dataRow += static_cast<std::int64_t>(count);
+    m_count += count;
+    if (!m_byX && count > 0) {
+        m_report->rowsChosen += static_cast<std::int64_t>(count);
+        m_untilHit = m_frequency - 1;
+    }
+    if (m_count == kBlockRows) Flush();
+    return text;
 }
 
 const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd textEnd) {
@@ -123,9 +140,17 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
     return row.next;
 }
 
+// A whole row whose first character tells that it is one of data, and that ends with its line.
+bool TTextPass::IsPlainData(const char* text) const {
+    return text < m_linesEnd && !m_hasQuotes && !m_splitter.IsSpecial(*text) &&
+           (decimal::IsDigit(*text) || *text == '-');
+}
+
 // A row that is only passed over; one behind the headers counts.
 const char* TTextPass::PassRow(const char* text, const char* end, TTextEnd textEnd) {
-    const TTextRow row = m_splitter.Scan(text, end, textEnd);
+    const TTextRow row = IsPlainData(text)
+                             ? TTextRow{TRowKind::Data, BehindLineEnd(FindLineEnd(text, m_linesEnd))}
+                             : m_splitter.Scan(text, end, textEnd);
     if (row.kind != TRowKind::Data || m_row <= m_format.headerRows) return row.next;
     ++m_dataRow;
     if (m_row >= m_firstRow) IsHit();
@@ -159,10 +184,10 @@ void TTextPass::TakeColumns() {
 
 void TTextPass::Add(double x, double y) {
     if (!m_byX) IsHit();
-    m_x.push_back(x);
-    m_y.push_back(y);
-    m_rows.push_back(m_row);
-    if (m_x.size() == kBlockRows) Flush();
+    m_x[m_count] = x;
+    m_y[m_count] = y;
+    m_rows[m_count] = m_row;
+    if (++m_count == kBlockRows) Flush();
 }
 
 // Whether the row of the block becomes a point, behind the transform.
@@ -177,22 +202,23 @@ bool TTextPass::Keep(std::size_t index) {
 }
 
 void TTextPass::Flush() {
-    if (m_transform != nullptr && !m_x.empty()) m_transform->Apply({m_x, m_y, m_rows, m_columns});
-    std::size_t kept = m_x.size();
+    const std::span x(m_x.data(), m_count);
+    const std::span y(m_y.data(), m_count);
+    if (m_transform != nullptr && m_count > 0)
+        m_transform->Apply({x, y, std::span(m_rows).first(m_count), m_columns});
+    std::size_t kept = m_count;
     if (m_transform != nullptr || m_byX) {
         kept = 0;
-        for (std::size_t i = 0; i < m_x.size(); ++i) {
+        for (std::size_t i = 0; i < m_count; ++i) {
             if (!Keep(i)) continue;
-            m_x[kept] = m_x[i];
-            m_y[kept] = m_y[i];
+            x[kept] = x[i];
+            y[kept] = y[i];
             ++kept;
         }
     }
     m_report->rowsUsed += static_cast<std::int64_t>(kept);
-    if (kept > 0) (*m_sink)(std::span(m_x).first(kept), std::span(m_y).first(kept));
-    m_x.clear();
-    m_y.clear();
-    m_rows.clear();
+    if (kept > 0) (*m_sink)(x.first(kept), y.first(kept));
+    m_count = 0;
     for (auto& column : m_columns) column.clear();
 }
 

@@ -28,9 +28,12 @@ private:
     void Start(int samplingFrequency, const TPointSink& sink, TTextReport& report);
     const char* TakeRows(const TTextWindow& window);
     const char* TakeRow(const char* text, const char* end, TTextEnd textEnd);
-    const char* TakeFastRow(const char* text, const char* end);
+    const char* TakeFastRows(const char* text);
+    bool IsPlainData(const char* text) const;
+    bool IsFast(const char* text) const;
     const char* TakeSplitRow(const char* text, const char* end, TTextEnd textEnd);
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
+    bool UsesRow() const { return m_byX || (m_untilHit == 0 && m_frequency != kCountOnly); }
     bool IsHit();
     void Add(double x, double y);
     void TakeColumns();
@@ -59,7 +62,9 @@ private:
     std::int64_t m_row = 1;           ///< number of the next row in the file
     std::int64_t m_dataRow = 0;       ///< number of the last data row among the data rows
     const char* m_linesEnd = nullptr; ///< behind the last line of the window that is whole
+    bool m_hasQuotes = false;         ///< in the window
     std::vector<TTextCell> m_cells;
+    std::size_t m_count = 0; ///< rows in the block that is being filled
     std::vector<double> m_x;
     std::vector<double> m_y;
     std::vector<std::int64_t> m_rows;

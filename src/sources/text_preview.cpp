@@ -53,10 +53,10 @@ private:
 
 } // namespace
 
-TTextPreview PreviewText(const std::string& fileName, const TDSInfo& info, int maxRows,
+TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
                          const TTextWishes& wishes) {
-    TTextFile file(fileName);
-    const TTextSample sample = TakeSample(file, wishes);
+    TTextFile file(source);
+    const TTextSample sample = TakeSample(file, info, wishes);
     TTextPreview preview;
     preview.readings = FindTextFormat(sample, info, wishes);
     const TRowSplitter splitter(preview.readings.best.format);

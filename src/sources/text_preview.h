@@ -37,7 +37,7 @@ struct TTextPreview {
 
 /// The first `maxRows` rows at most, fewer when they are very long. Throws EFileError when the file can not
 /// be read or is no text; a file without numbers has its rows and readings.best.problem.
-XYGRAPH_EXPORT TTextPreview PreviewText(const std::string& fileName, const TDSInfo& info, int maxRows,
+XYGRAPH_EXPORT TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
                                         const TTextWishes& wishes = {});
 
 } // namespace lumoplot

@@ -1,6 +1,9 @@
 #include "sources/text_rows.h"
 
+#include "sources/decimal.h"
+
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -27,9 +30,9 @@ const char* FindLineEnd(const char* text, const char* end) {
     constexpr std::uint64_t kLineFeeds = 0x0A0A0A0A0A0A0A0A;
     constexpr std::uint64_t kReturns = 0x0D0D0D0D0D0D0D0D;
     while (end - text >= 8) {
-        std::uint64_t bytes = 0;
-        std::memcpy(&bytes, text, sizeof bytes);
-        if (ZeroBytes(bytes ^ kLineFeeds) | ZeroBytes(bytes ^ kReturns)) break;
+        const std::uint64_t bytes = decimal::LoadEight(text);
+        const std::uint64_t found = ZeroBytes(bytes ^ kLineFeeds) | ZeroBytes(bytes ^ kReturns);
+        if (found != 0) return text + std::countr_zero(found) / 8;
         text += 8;
     }
     while (text < end && !IsLineEnd(*text)) ++text;
@@ -40,6 +43,7 @@ TRowSplitter::TRowSplitter(const TTextFormat& format)
     : m_columnWidth(static_cast<std::size_t>(std::max(format.columnWidth, 0))),
       m_utf8(format.encoding != TTextEncoding::CodePage) {
     m_classes[' '] = m_classes['\t'] = kBlank;
+    m_classes['\n'] = m_classes['\r'] = kLineEnd;
     m_classes['\x1A'] = kBlank; // ends the text of some old programs
     if (m_columnWidth > 0) return;
     for (const char c : format.separators)

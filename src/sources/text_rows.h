@@ -53,6 +53,10 @@ public:
 
     bool IsSeparator(char c) const { return m_classes[static_cast<unsigned char>(c)] & kSeparator; }
     bool IsQuote(char c) const { return m_classes[static_cast<unsigned char>(c)] & kQuote; }
+    /// A separator, a quote, a CR or an LF: whatever can end a cell.
+    bool IsSpecial(char c) const {
+        return m_classes[static_cast<unsigned char>(c)] & (kSeparator | kQuote | kLineEnd);
+    }
     /// A character that can begin a comment row.
     bool MayBeginComment(char c) const { return c == '#' || c == '%' || c == '/'; }
     /// Blanks divide cells, and a run of them counts once.
@@ -64,6 +68,7 @@ private:
     static constexpr unsigned char kSeparator = 1;
     static constexpr unsigned char kQuote = 2;
     static constexpr unsigned char kBlank = 4;
+    static constexpr unsigned char kLineEnd = 8;
 
     bool IsBlank(char c) const { return m_classes[static_cast<unsigned char>(c)] & kBlank; }
     const char* SkipBlanks(const char* text, const char* end) const;

@@ -57,6 +57,18 @@ std::string FormatGeneral(double value, int precision) {
     return WithoutTrailingZeros(scientific.substr(0, mark)) + "E" + std::to_string(exponent);
 }
 
+std::string FormatExponent(double value, int precision) {
+    if (!std::isfinite(value)) return NotFiniteText(value);
+    std::string text = ToChars(value, std::chars_format::scientific, std::clamp(precision, 1, 17) - 1);
+    text[text.find('e')] = 'E';
+    return text;
+}
+
+std::string FormatFixed(double value, int decimals) {
+    if (!std::isfinite(value)) return NotFiniteText(value);
+    return ToChars(value, std::chars_format::fixed, std::clamp(decimals, 0, 17));
+}
+
 std::string_view Trimmed(std::string_view text) {
     const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
     while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);

@@ -18,6 +18,13 @@ XYGRAPH_EXPORT std::string FormatShortest(double value);
 /// Scientific when the value needs more than `precision` digits before the point or is below 0.00001.
 XYGRAPH_EXPORT std::string FormatGeneral(double value, int precision);
 
+/// Exponent format with `precision` significant digits (1 to 17) and an exponent of at least two:
+/// "1.250E-03".
+XYGRAPH_EXPORT std::string FormatExponent(double value, int precision);
+
+/// The value rounded to that many decimals (0 to 17), whatever its size: "-0.5000".
+XYGRAPH_EXPORT std::string FormatFixed(double value, int decimals);
+
 /// The number that the whole text (blanks around it allowed) stands for, or nothing. A lone "," is accepted
 /// as the decimal sign; "nan", "inf" and "-inf" are numbers. Values beyond the range become infinite or 0.
 XYGRAPH_EXPORT std::optional<double> TryParseFloat(std::string_view text);

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -55,7 +56,7 @@ void WhenModal(std::function<void(TWindow&)> action) {
     auto* timer = new QTimer(qApp);
     QObject::connect(timer, &QTimer::timeout, qApp, [timer, action] {
         auto* window = qobject_cast<TWindow*>(QApplication::activeModalWidget());
-        if (!window) return;
+        if (!window || !window->windowHandle() || !window->windowHandle()->isExposed()) return;
         timer->deleteLater();
         timer->stop();
         action(*window);
@@ -69,7 +70,8 @@ inline void EnterFileName(QFileDialog& dialog, const QString& fileName) {
     Type(dialog, "fileNameEdit", fileName);
     const bool saving = dialog.acceptMode() == QFileDialog::AcceptSave;
     auto* buttons = dialog.findChild<QDialogButtonBox*>();
-    QTest::mouseClick(buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open), Qt::LeftButton);
+    QTest::mouseClick(buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open),
+                      Qt::LeftButton);
 }
 
 /// Does so in the file dialog that is shown next.

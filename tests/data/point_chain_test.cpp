@@ -232,5 +232,39 @@ TEST(PointChain, DerivedIsOneValueAPointOrNone) {
     EXPECT_TRUE(chain.Block(0).Derived.empty());
 }
 
+TEST(PointChain, AddingAllAtOnceIsAddingOneByOne) {
+    std::mt19937 random(5);
+    for (const TMergeRule rule :
+         {TMergeRule{0, true}, {0, false}, {1.5, false}, {1.5, true}, {-2, false}, {kNaN, false}}) {
+        TPointChain single;
+        TPointChain bulk;
+        double x = 0;
+        for (int block = 0; block < 40; ++block) {
+            std::vector<double> xs;
+            for (unsigned i = random() % 700; i > 0; --i) {
+                x += random() % 50 == 0 ? -3 : random() % 4;
+                xs.push_back(x);
+            }
+            for (const double value : xs) single.Add(value, value / 2, rule);
+            std::vector<double> ys(xs);
+            for (double& y : ys) y /= 2;
+            ASSERT_TRUE(bulk.AddAll(xs, ys, rule));
+            ASSERT_EQ(bulk.Count(), single.Count());
+            if (const auto id = static_cast<std::int32_t>(random() % 500); single.Erase(id)) bulk.Erase(id);
+        }
+        auto other = single.First();
+        for (auto point = bulk.First(); point; point = point.Next(), other = other.Next()) {
+            ASSERT_EQ(point.X(), other.X());
+            ASSERT_EQ(point.Y(), other.Y());
+            ASSERT_EQ(point.Id(), other.Id());
+            ASSERT_EQ(bulk.Find(point.Id())->X, point.X());
+        }
+    }
+    TPointChain chain;
+    const std::vector<double> values = {1, 2, kInfinity, 3};
+    EXPECT_FALSE(chain.AddAll(values, values, {}));
+    EXPECT_EQ(chain.Count(), 2);
+}
+
 } // namespace
 } // namespace lumoplot

@@ -129,11 +129,11 @@ TEST_F(TWizardTest, PreviewShowsTheGraphAndEditComesBack) {
     Show({"Run"});
     auto& button = Find<QAbstractButton>("btnPreview");
     EXPECT_EQ(button.text(), "Pre&view");
-    QTest::keyClick(&Wizard, Qt::Key_V, Qt::AltModifier);
+    Click("btnPreview");
     EXPECT_TRUE(Wizard.PreviewMode());
     EXPECT_TRUE(Graph.isVisible());
     EXPECT_EQ(button.text(), "&Edit");
-    QTest::keyClick(&Wizard, Qt::Key_E, Qt::AltModifier);
+    Click("btnPreview");
     EXPECT_FALSE(Wizard.PreviewMode());
     EXPECT_FALSE(Graph.isVisible());
     EXPECT_TRUE(Find<QLineEdit>("e_SeriesName").isVisible());

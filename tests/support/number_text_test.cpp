@@ -32,6 +32,27 @@ TEST(NumberText, GeneralFormatHasFourSignificantDigits) {
     for (const auto& c : cases) EXPECT_EQ(FormatGeneral(c.value, 4), c.text);
 }
 
+TEST(NumberText, ExponentAndFixedFormatsHaveAllTheirDigits) {
+    struct TCase {
+        double value;
+        const char* exponent;
+        const char* fixed;
+    };
+    const TCase cases[] = {
+        {0, "0.000E+00", "0.0000"},
+        {0.00125, "1.250E-03", "0.0013"}, // the double lies above
+        {-12345, "-1.234E+04", "-12345.0000"},
+        {9999.5, "1.000E+04", "9999.5000"},
+        {5e-324, "4.941E-324", "0.0000"},
+        {INFINITY, "inf", "inf"},
+    };
+    for (const TCase& c : cases) {
+        EXPECT_EQ(FormatExponent(c.value, 4), c.exponent);
+        EXPECT_EQ(FormatFixed(c.value, 4), c.fixed);
+    }
+    EXPECT_EQ(FormatFixed(-1.7976931348623157e308, 17).size(), 328U);
+}
+
 TEST(NumberText, ShortestTextReadsBackToTheSameDouble) {
     for (const double value : {0.1, 1.0 / 3, 5e-324, 1.7976931348623157e308, -0.0, 123456789.123456789}) {
         const double back = ParseFloat(FormatShortest(value));

@@ -69,8 +69,8 @@ QString TitleOf(const TAxis& axis) {
     return name.isEmpty() || IsDefaultName(name) ? title : name;
 }
 
-TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap& crossing,
-                         const TAxisFonts& fonts)
+TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& bounds, const QRectF& plot,
+                         const TScaleMap& crossing, const TAxisFonts& fonts)
     : m_axis(&axis), m_map(MapOf(axis, plot)) {
     const TAppearance& appearance = *axis.Graph().Appearance();
     const TDimensions& dimensions = *axis.Graph().Dimensions();
@@ -80,7 +80,8 @@ TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap&
     m_showsLabels = axis.ShowAxis() && appearance.ShowGraphLabels();
     if (m_showsLabels) m_title = TitleOf(axis);
     FitTicks(IsHorizontal() ? plot.width() : plot.height(), fonts);
-    PlaceTexts(plot, fonts);
+    DropLabelsOnLines(plot);
+    PlaceTexts(bounds, plot, fonts);
 }
 
 void TAxisLayout::ChooseSide(const QRectF& plot, const TScaleMap& crossing) {
@@ -133,7 +134,19 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
     return {m_line + distance, place - height / 2, width, height};
 }
 
-void TAxisLayout::PlaceTexts(const QRectF& plot, const TAxisFonts& fonts) {
+// Beside an axis that runs through the plot, the labels at its two ends would lie on the lines of other axes.
+void TAxisLayout::DropLabelsOnLines(const QRectF& plot) {
+    const bool isInside = IsHorizontal() ? m_line > plot.top() + 1 && m_line < plot.bottom() - 1
+                                         : m_line > plot.left() + 1 && m_line < plot.right() - 1;
+    if (!isInside) return;
+    const double reach = 1 / (IsHorizontal() ? plot.width() : plot.height());
+    for (TTick& tick : m_ticks) {
+        const double fraction = m_map.Fraction(tick.Value);
+        if (fraction < reach || fraction > 1 - reach) tick.Label = {};
+    }
+}
+
+void TAxisLayout::PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAxisFonts& fonts) {
     if (!m_showsLabels) return;
     QRectF labels;
     for (const TTick& tick : m_ticks)
@@ -145,15 +158,25 @@ void TAxisLayout::PlaceTexts(const QRectF& plot, const TAxisFonts& fonts) {
     const double height = fonts.Titles.Height();
     // A title lies behind the labels and never inside the plot.
     const QRectF inner = labels.isNull() ? plot : labels | plot;
+    // It is centred on the plot; one that is longer may go on to the right and downwards, where no title of
+    // another kind stands.
+    const double width = fonts.Titles.Width(m_title);
+    const double right = width > plot.width() ? bounds.right() : plot.right();
+    const double bottom = width > plot.height() ? bounds.bottom() : plot.bottom();
+    const QRectF along(plot.topLeft(), QPointF(right, bottom));
     switch (m_side) {
-    case TAxisSide::Below: m_titlePlace = {plot.left(), inner.bottom() + offset, plot.width(), height}; break;
+    case TAxisSide::Below:
+        m_titlePlace = {along.left(), inner.bottom() + offset, along.width(), height};
+        break;
     case TAxisSide::Above:
-        m_titlePlace = {plot.left(), inner.top() - offset - height, plot.width(), height};
+        m_titlePlace = {along.left(), inner.top() - offset - height, along.width(), height};
         break;
     case TAxisSide::Left:
-        m_titlePlace = {inner.left() - offset - height, plot.top(), height, plot.height()};
+        m_titlePlace = {inner.left() - offset - height, along.top(), height, along.height()};
         break;
-    case TAxisSide::Right: m_titlePlace = {inner.right() + offset, plot.top(), height, plot.height()}; break;
+    case TAxisSide::Right:
+        m_titlePlace = {inner.right() + offset, along.top(), height, along.height()};
+        break;
     }
     m_textPlace |= m_titlePlace;
 }

@@ -25,9 +25,10 @@ struct TAxisFonts {
 
 class XYGRAPH_EXPORT TAxisLayout {
 public:
-    /// The map covers the whole side of the plot rectangle; `crossing` is that of the axis at right angles.
-    /// The graph's axis must have a consistent range.
-    TAxisLayout(const TAxis& axis, const QRectF& plot, const TScaleMap& crossing, const TAxisFonts& fonts);
+    /// The map covers the whole side of the plot rectangle inside the graph's `bounds`; `crossing` is that of
+    /// the axis at right angles. The axis must have a consistent range.
+    TAxisLayout(const TAxis& axis, const QRectF& bounds, const QRectF& plot, const TScaleMap& crossing,
+                const TAxisFonts& fonts);
 
     const TAxis& Axis() const { return *m_axis; }
     bool IsHorizontal() const { return m_axis->Role() == TAxisRole::X; }
@@ -50,7 +51,8 @@ private:
     void ChooseSide(const QRectF& plot, const TScaleMap& crossing);
     void FitTicks(double length, const TAxisFonts& fonts);
     bool LabelsOverlap(const TAxisFonts& fonts) const;
-    void PlaceTexts(const QRectF& plot, const TAxisFonts& fonts);
+    void DropLabelsOnLines(const QRectF& plot);
+    void PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAxisFonts& fonts);
 
     const TAxis* m_axis;
     TScaleMap m_map;

@@ -1,6 +1,7 @@
 #include "graph/drawing/column_reducer.h"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -10,10 +11,25 @@ TColumnReducer::TColumnReducer(double firstX, double lastX)
     : m_firstX(std::floor(firstX)), m_lastX(std::floor(lastX) + 1) {
 }
 
+double TColumnReducer::ColumnStart(double x) const {
+    if (x < m_firstX) return -std::numeric_limits<double>::infinity();
+    if (x >= m_lastX) return m_lastX;
+    // Truncation rounds down here and costs less than to call for it.
+    return m_firstX + static_cast<double>(static_cast<std::int64_t>(x - m_firstX));
+}
+
+double TColumnReducer::ColumnEnd(double x) const {
+    if (x < m_firstX) return m_firstX;
+    return x >= m_lastX ? std::numeric_limits<double>::infinity() : ColumnStart(x) + 1;
+}
+
+bool TColumnReducer::IsOneColumn(double firstX, double lastX) const {
+    return ColumnStart(firstX) == ColumnStart(lastX);
+}
+
 void TColumnReducer::StartColumn(double x, double y) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    m_columnStart = x < m_firstX ? -kInfinity : x >= m_lastX ? m_lastX : std::floor(x);
-    m_columnEnd = x < m_firstX ? m_firstX : x >= m_lastX ? kInfinity : m_columnStart + 1;
+    m_columnStart = ColumnStart(x);
+    m_columnEnd = ColumnEnd(x);
     m_first = m_last = QPointF(x, y);
     m_low = m_high = {x, y, 0};
     m_count = 1;
@@ -72,6 +88,22 @@ void TColumnReducer::Add(std::span<const double> x, std::span<const double> y) {
             m_lines.End();
         ++place;
     }
+}
+
+void TColumnReducer::TakeExtreme(QPointF point, std::size_t order) {
+    if (point.y() < m_low.Y) m_low = {point.x(), point.y(), order};
+    if (point.y() > m_high.Y) m_high = {point.x(), point.y(), order};
+}
+
+void TColumnReducer::AddPart(const TColumnPart& part) {
+    if (!IsInColumn(part.First.x())) {
+        FlushColumn();
+        StartColumn(part.First.x(), part.First.y());
+        m_count = 0;
+    }
+    for (int i = 0; i < 2; ++i) TakeExtreme(part.Extremes[i], m_count + part.ExtremePlaces[i]);
+    m_count += part.Count;
+    m_last = part.Last;
 }
 
 TPolylines TColumnReducer::Finish() {

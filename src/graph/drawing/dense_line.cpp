@@ -47,17 +47,26 @@ private:
     std::vector<TColumnSpan> m_spans;
 };
 
-// A round pen reaches beyond the line by its radius, and less so sideways.
-std::vector<TColumnSpan> Widened(const std::vector<TColumnSpan>& spans, double radius) {
-    const auto reach = static_cast<std::ptrdiff_t>(std::ceil(radius - 0.5));
+struct TReach {
+    explicit TReach(double width)
+        : Left(std::lround(width) / 2), Right((std::lround(width) - 1) / 2), Radius(width / 2) {}
+
+    std::ptrdiff_t Left; ///< columns beside the line's own
+    std::ptrdiff_t Right;
+    double Radius;
+};
+
+// A round pen reaches beyond the ends of a column by its radius, and less so beside it.
+std::vector<TColumnSpan> Widened(const std::vector<TColumnSpan>& spans, const TReach& reach) {
     const auto count = static_cast<std::ptrdiff_t>(spans.size());
-    std::vector<TColumnSpan> wide(static_cast<std::size_t>(count + 2 * reach));
-    for (std::ptrdiff_t side = -reach; side <= reach; ++side) {
-        const double offset = static_cast<double>(std::abs(side));
-        const double rise = std::sqrt(std::max(0.0, radius * radius - offset * offset));
+    std::vector<TColumnSpan> wide(static_cast<std::size_t>(count + reach.Left + reach.Right));
+    const double middle = static_cast<double>(reach.Right - reach.Left) / 2;
+    for (std::ptrdiff_t side = -reach.Left; side <= reach.Right; ++side) {
+        const double offset = static_cast<double>(side) - middle;
+        const double rise = std::sqrt(std::max(0.0, reach.Radius * reach.Radius - offset * offset));
         for (std::ptrdiff_t i = 0; i < count; ++i) {
             const TColumnSpan& span = spans[static_cast<std::size_t>(i)];
-            TColumnSpan& target = wide[static_cast<std::size_t>(i + reach + side)];
+            TColumnSpan& target = wide[static_cast<std::size_t>(i + reach.Left + side)];
             target.Take(span.Low - rise);
             target.Take(span.High + rise);
         }
@@ -71,8 +80,9 @@ std::vector<QPointF> AreaOfDenseLine(std::span<const QPointF> line, double width
     const auto [left, right] = std::ranges::minmax(line, {}, [](QPointF p) { return p.x(); });
     TColumns columns(left.x(), right.x());
     for (std::size_t i = 1; i < line.size(); ++i) columns.TakeSegment(line[i - 1], line[i]);
-    const auto wide = Widened(columns.Spans(), width / 2);
-    const double start = columns.First() - (static_cast<double>(wide.size() - columns.Spans().size())) / 2;
+    const TReach reach(width);
+    const auto wide = Widened(columns.Spans(), reach);
+    const double start = columns.First() - static_cast<double>(reach.Left);
     std::vector<QPointF> outline;
     outline.reserve(wide.size() * 4);
     for (std::size_t i = 0; i < wide.size(); ++i) {

@@ -51,9 +51,10 @@ TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const Q
 TAxisLayouts TGraphLayout::LayOutAxes() const {
     const TScaleMap xMap = MapOf(*m_graph.XAxis(), m_plot);
     const TScaleMap yMap = MapOf(*m_graph.YAxis(), m_plot);
-    TAxisLayouts axes{TAxisLayout(*m_graph.XAxis(), m_plot, yMap, m_fonts),
-                      TAxisLayout(*m_graph.YAxis(), m_plot, xMap, m_fonts),
-                      TAxisLayout(*m_graph.YAxis_Second(), m_plot, xMap, m_fonts)};
+    const QRectF room = m_bounds.adjusted(kEdge, kEdge, -kEdge, -kEdge);
+    TAxisLayouts axes{TAxisLayout(*m_graph.XAxis(), room, m_plot, yMap, m_fonts),
+                      TAxisLayout(*m_graph.YAxis(), room, m_plot, xMap, m_fonts),
+                      TAxisLayout(*m_graph.YAxis_Second(), room, m_plot, xMap, m_fonts)};
     const bool bothShown = axes.Y.Axis().ShowAxis() && axes.SecondY.Axis().ShowAxis();
     if (bothShown && axes.Y.Side() == axes.SecondY.Side() && axes.Y.Line() == axes.SecondY.Line()) {
         const double used = axes.Y.Side() == TAxisSide::Left ? axes.Y.Line() - axes.Y.TextPlace().left()

@@ -7,24 +7,37 @@
 namespace lumoplot {
 namespace {
 
-// A piece of a line is dense when it has at least so many corners and so much length for each pixel column.
-constexpr double kDenseCorners = 0.7;
-constexpr double kDenseLength = 6;
-constexpr double kPieceWidth = 48; // columns that are judged together
+// A piece of a line is steep when it has so much length for each pixel column. With so many corners a column
+// it fills the columns; with fewer it is drawn segment by segment, since a stroke through them would cross
+// itself all the time; with still fewer it is an ordinary stroke.
+constexpr double kSteepLength = 6;
+constexpr double kFillingCorners = 2.5;
+constexpr double kCrowdedCorners = 0.7;
+constexpr double kFewCorners = 8;
+constexpr double kPieceWidth = 32; // columns that are judged together
 constexpr std::size_t kLongestStroke =
     400;                        // corners stroked at once; a stroke's cost grows faster than its length
 constexpr double kClose = 0.35; // pixels; corners nearer to each other than this are one to a wide pen
 
 double LengthOf(QPointF a, QPointF b) {
-    return std::hypot(b.x() - a.x(), b.y() - a.y());
+    const QPointF d = b - a;
+    return std::sqrt(QPointF::dotProduct(d, d));
 }
+
+enum class TPieceKind { Stroke, Segments, Area };
 
 struct TPiece {
     std::size_t First; ///< corner; a piece starts with the last corner of the piece before
     std::size_t Last;
-    bool IsDense;
+    TPieceKind Kind;
     double Length;
 };
+
+TPieceKind KindOf(double corners, double length, double columns) {
+    if (corners <= kFewCorners || length <= kSteepLength * columns) return TPieceKind::Stroke;
+    if (corners > kFillingCorners * columns) return TPieceKind::Area;
+    return corners > kCrowdedCorners * columns ? TPieceKind::Segments : TPieceKind::Stroke;
+}
 
 TPiece NextPiece(std::span<const QPointF> line, std::size_t first) {
     std::size_t last = first;
@@ -37,19 +50,18 @@ TPiece NextPiece(std::span<const QPointF> line, std::size_t first) {
         left = std::min(left, line[last].x());
         right = std::max(right, line[last].x());
     }
-    const double columns = right - left + 1;
-    const double corners = static_cast<double>(last - first);
-    return {first, last, corners > 8 && corners > kDenseCorners * columns && length > kDenseLength * columns,
-            length};
+    return {first, last, KindOf(static_cast<double>(last - first), length, right - left + 1), length};
 }
 
-// Pieces of the same kind become one, up to the longest stroke.
+// Neighbouring strokes become one, up to the longest; areas stay apart, since filling one costs the square of
+// its columns.
 std::vector<TPiece> PiecesOf(std::span<const QPointF> line) {
     std::vector<TPiece> pieces;
     for (std::size_t first = 0; first + 1 < line.size(); first = pieces.back().Last) {
         const TPiece piece = NextPiece(line, first);
-        const bool joins = !pieces.empty() && pieces.back().IsDense == piece.IsDense &&
-                           (piece.IsDense || piece.Last - pieces.back().First <= kLongestStroke);
+        const bool joins = !pieces.empty() && pieces.back().Kind == TPieceKind::Stroke &&
+                           piece.Kind == TPieceKind::Stroke &&
+                           piece.Last - pieces.back().First <= kLongestStroke;
         if (!joins) {
             pieces.push_back(piece);
             continue;
@@ -85,10 +97,11 @@ public:
         double drawn = 0;
         for (const TPiece& piece : PiecesOf(line)) {
             const auto corners = line.subspan(piece.First, piece.Last - piece.First + 1);
-            if (piece.IsDense)
-                FillArea(corners);
-            else
-                Stroke(corners, drawn);
+            switch (piece.Kind) {
+            case TPieceKind::Area: FillArea(corners); break;
+            case TPieceKind::Segments: DrawSegments(corners); break;
+            case TPieceKind::Stroke: Stroke(corners, drawn); break;
+            }
             drawn += piece.Length;
         }
     }
@@ -108,6 +121,17 @@ private:
         m_painter.setBrush(m_pen.color());
         m_painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
         m_painter.setBrush(Qt::NoBrush);
+    }
+
+    // Square ends close the gaps that flat ones would leave at the corners; the toolkit draws them fast.
+    void DrawSegments(std::span<const QPointF> corners) {
+        QPen pen = m_pen;
+        pen.setStyle(Qt::SolidLine);
+        pen.setCapStyle(Qt::SquareCap);
+        m_painter.setPen(pen);
+        std::vector<QLineF> segments;
+        for (std::size_t i = 1; i < corners.size(); ++i) segments.emplace_back(corners[i - 1], corners[i]);
+        m_painter.drawLines(segments.data(), static_cast<int>(segments.size()));
     }
 
     void Stroke(std::span<const QPointF> corners, double drawn) {

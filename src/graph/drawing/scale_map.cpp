@@ -12,10 +12,12 @@ double Start(double value, TScaleKind kind) {
 } // namespace
 
 TScaleMap::TScaleMap(double min, double max, double from, double to, TScaleKind kind)
-    : m_min(min), m_max(max), m_from(from), m_to(to), m_shrink(1), m_kind(kind) {
+    : m_min(min), m_max(max), m_from(from), m_to(to), m_shrink(1), m_factor(0), m_kind(kind) {
     if (!std::isfinite(Start(max, kind) - Start(min, kind))) m_shrink = 0.25;
     m_start = Start(min, kind) * m_shrink;
     m_length = Start(max, kind) * m_shrink - m_start;
+    const double factor = (to - from) / m_length;
+    if (!IsLog() && m_shrink == 1 && std::isfinite(factor)) m_factor = factor;
 }
 
 double TScaleMap::Fraction(double value) const {
@@ -30,13 +32,11 @@ double TScaleMap::Value(double position) const {
 }
 
 void TScaleMap::MapAll(std::span<const double> values, std::span<double> positions) const {
-    const double factor = (m_to - m_from) / m_length;
-    const bool multiplies = !IsLog() && m_shrink == 1 && std::isfinite(factor);
-    if (!multiplies) {
+    if (m_factor == 0) {
         std::ranges::transform(values, positions.begin(), [this](double value) { return Position(value); });
         return;
     }
-    for (std::size_t i = 0; i < values.size(); ++i) positions[i] = m_from + (values[i] - m_start) * factor;
+    for (std::size_t i = 0; i < values.size(); ++i) positions[i] = m_from + (values[i] - m_start) * m_factor;
 }
 
 } // namespace lumoplot

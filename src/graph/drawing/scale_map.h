@@ -20,7 +20,10 @@ public:
     double Max() const { return m_max; }
     bool IsLog() const { return m_kind == TScaleKind::Log; }
     /// Not-a-number for what the scale cannot show: not-a-number, and on Log what is not above 0.
-    double Position(double value) const { return m_from + Fraction(value) * (m_to - m_from); }
+    double Position(double value) const {
+        return m_factor != 0 ? m_from + (value - m_start) * m_factor
+                             : m_from + Fraction(value) * (m_to - m_from);
+    }
     double Value(double position) const;
     /// 0 at min, 1 at max.
     double Fraction(double value) const;
@@ -36,6 +39,7 @@ private:
     double m_start;  ///< min, or its logarithm
     double m_length; ///< max − min, or the difference of the logarithms
     double m_shrink; ///< below 1 when max − min is beyond the range of doubles
+    double m_factor; ///< positions per value on a linear scale; 0 when it is no usable number
     TScaleKind m_kind;
 };
 

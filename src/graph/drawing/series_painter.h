@@ -1,4 +1,4 @@
-// Draws one data set into the plot: its line and its points.
+// Draws one data set into the plot: its bounds, its line, its points and its regression.
 #pragma once
 
 #include "graph/drawing/graph_layout.h"

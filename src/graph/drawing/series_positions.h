@@ -2,7 +2,9 @@
 // Y, mapped by the axes.
 #pragma once
 
+#include "graph/drawing/column_reducer.h"
 #include "graph/drawing/scale_map.h"
+#include "graph/drawing/series_summary.h"
 #include "graph/series.h"
 
 #include <functional>
@@ -26,10 +28,14 @@ public:
     /// infinite value, one that is not above 0 on a logarithmic axis) is not-a-number; no place is further
     /// away than kFarthest. With an X data set, points beyond its count are left out.
     void ForEachRun(const TTakeRun& take) const;
+    /// The line through all places. Large data sets are read through their summary.
+    TPolylines Reduced(TColumnReducer reducer) const;
 
     static constexpr double kFarthest = 1e9;
 
 private:
+    void MapOneRun(std::span<const double> x, std::span<const double> y, const TTakeRun& take) const;
+    bool AddGroup(const TPointGroup& group, std::span<const double> x, TColumnReducer& reducer) const;
     void ForEachPairedRun(const TSeries& xSeries, const TTakeRun& take) const;
 
     const TSeries& m_series;

@@ -1,6 +1,7 @@
 #include "graph/drawing/symbol_cloud.h"
 
-#include <QImage>
+#include "graph/drawing/coverage.h"
+
 #include <cmath>
 
 namespace lumoplot {
@@ -13,20 +14,14 @@ std::int64_t Extent(double length) {
     return static_cast<std::int64_t>(std::clamp(std::ceil(length), 0.0, kLargestExtent)) + 2;
 }
 
+constexpr double kPixelsPerStamp = 300; // drawing a stamp costs as much as so many pixels of a merged picture
+constexpr int kLargestMerged = 64;      // pixels a side of a stamp
+
 } // namespace
 
-TPixelSet::TPixelSet(std::int64_t width, std::int64_t height) : m_width(width), m_height(height) {
-    if (width * height <= kLargestBitmap) m_taken.resize(static_cast<std::size_t>(width * height));
-}
-
-bool TPixelSet::Take(std::int64_t x, std::int64_t y) {
-    if (x < 0 || y < 0 || x >= m_width || y >= m_height) return false;
-    const std::int64_t place = y * m_width + x;
-    if (m_taken.empty()) return m_few.insert(place).second;
-    const auto taken = m_taken[static_cast<std::size_t>(place)];
-    if (taken) return false;
-    m_taken[static_cast<std::size_t>(place)] = true;
-    return true;
+TPixelSet::TPixelSet(std::int64_t width, std::int64_t height)
+    : m_width(width), m_height(height), m_wordsPerRow((width + 63) / 64) {
+    if (width * height <= kLargestBitmap) m_bitmap.resize(static_cast<std::size_t>(m_wordsPerRow * height));
 }
 
 TSymbolCloud::TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const QRectF& area)
@@ -41,38 +36,62 @@ void TSymbolCloud::Add(std::span<const double> x, std::span<const double> y) {
         const bool inside = x[i] >= m_area.left() && x[i] <= m_area.right() && y[i] >= m_area.top() &&
                             y[i] <= m_area.bottom();
         if (!inside) continue;
-        const double column = std::floor(x[i]);
-        const double row = std::floor(y[i]);
-        if (m_taken.Take(static_cast<std::int64_t>(column - m_left), static_cast<std::int64_t>(row - m_top)))
-            m_centres.push_back(m_canvas.IsRaster() ? QPointF(column, row) : QPointF(x[i], y[i]));
+        // Inside, truncation rounds down, which costs less than to call for it.
+        const auto column = static_cast<std::int64_t>(x[i] - m_left);
+        const auto row = static_cast<std::int64_t>(y[i] - m_top);
+        if (!m_taken.Take(column, row)) continue;
+        m_centres.push_back(m_canvas.IsRaster() ? QPointF(m_left + static_cast<double>(column),
+                                                          m_top + static_cast<double>(row))
+                                                : QPointF(x[i], y[i]));
     }
 }
 
 void TSymbolCloud::Draw() {
     if (m_centres.empty() || !(m_symbol.Size > 0)) return;
-    if (m_canvas.IsRaster()) return DrawStamps();
-    for (const QPointF centre : m_centres)
-        DrawSymbol(m_canvas.Painter(), m_symbol,
-                   {m_canvas.FromDeviceX(centre.x()), m_canvas.FromDeviceY(centre.y())});
+    if (!m_canvas.IsRaster()) {
+        for (const QPointF centre : m_centres)
+            DrawSymbol(m_canvas.Painter(), m_symbol,
+                       {m_canvas.FromDeviceX(centre.x()), m_canvas.FromDeviceY(centre.y())});
+        return;
+    }
+    QPoint middle;
+    const QImage stamp = Stamp(middle);
+    const TCanvas::TDeviceUnits deviceUnits(m_canvas);
+    const auto area = static_cast<double>(m_taken.Width()) * static_cast<double>(m_taken.Height());
+    const bool areMany = static_cast<double>(m_centres.size()) * kPixelsPerStamp > area;
+    if (areMany && m_taken.HasBitmap() && stamp.width() <= kLargestMerged)
+        DrawMerged(stamp, middle);
+    else
+        DrawStamps(stamp, middle);
 }
 
 // A symbol of odd size is centred on the middle of its pixel, one of even size on the pixel's corner; plot
 // edges lie in the middle of pixels, so both are half a pixel away at most.
-void TSymbolCloud::DrawStamps() {
+QImage TSymbolCloud::Stamp(QPoint& middle) const {
     const int size = static_cast<int>(m_symbol.Size) + 4;
-    const bool isOdd = std::fmod(m_symbol.Size, 2) != 0;
-    const double middle = size / 2 + (isOdd ? 0.5 : 0.0);
+    middle = QPoint(size / 2, size / 2);
+    const double fraction = std::fmod(m_symbol.Size, 2) != 0 ? 0.5 : 0.0;
     QImage stamp(size + 1, size + 1, QImage::Format_ARGB32_Premultiplied);
     stamp.fill(Qt::transparent);
-    {
-        QPainter painter(&stamp);
-        painter.setRenderHint(QPainter::Antialiasing);
-        DrawSymbol(painter, m_symbol, {middle, middle});
-    }
-    const TCanvas::TDeviceUnits deviceUnits(m_canvas);
-    const double corner = size / 2;
-    for (const QPointF centre : m_centres)
-        m_canvas.Painter().drawImage(QPointF(centre.x() - corner, centre.y() - corner), stamp);
+    QPainter painter(&stamp);
+    painter.setRenderHint(QPainter::Antialiasing);
+    DrawSymbol(painter, m_symbol, QPointF(middle) + QPointF(fraction, fraction));
+    return stamp;
+}
+
+void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) {
+    for (const QPointF centre : m_centres) m_canvas.Painter().drawImage(centre - QPointF(middle), stamp);
+}
+
+// Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
+// drawn as one picture.
+void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) {
+    TCoverage coverage(m_taken.Width() + stamp.width(), m_taken.Height() + stamp.height());
+    const TStampMask mask(stamp);
+    for (std::int64_t y = 0; y < m_taken.Height(); ++y)
+        m_taken.VisitRow(y, [&](std::int64_t x) { coverage.Take(mask, x, y); });
+    const QPointF corner = QPointF(m_left, m_top) - QPointF(middle);
+    coverage.Draw(m_canvas.Painter(), corner, m_symbol.Color);
 }
 
 } // namespace lumoplot

@@ -92,7 +92,9 @@ std::vector<TTick> ChooseTicks(const TTickRules& rules, double length, int coars
     if (rules.LogScale) return rules.Min > 0 ? LogTicks(rules, length, coarseness) : std::vector<TTick>();
     const bool hasDates = rules.Min >= kFirstDateValue && rules.Max < kLastDateValue;
     if (rules.ShowAsTime && hasDates) return DateTicks(rules, length, coarseness);
-    return LinearTicks(rules, length, coarseness);
+    TTickRules numbers = rules;
+    numbers.ShowAsTime = false;
+    return LinearTicks(numbers, length, coarseness);
 }
 
 std::vector<TTick> LinearTicks(const TTickRules& rules, double length, int coarseness) {
@@ -111,7 +113,7 @@ std::vector<TTick> LinearTicks(const TTickRules& rules, double length, int coars
         const double value = grid.Value(number);
         if (!IsMultiple(number, stride))
             ticks.push_back({value, TTickKind::Minor, {}});
-        else if (rules.ShowAsTime && !DateText(value, rules.DateTimeFormat).isEmpty())
+        else if (rules.ShowAsTime)
             ticks.push_back({value, TTickKind::Major, {DateText(value, rules.DateTimeFormat), {}}});
         else
             ticks.push_back({value, TTickKind::Major, labels.Text(value)});

@@ -1,0 +1,148 @@
+// Frames of large data sets at 1200x800, next to a plain polyline through all points.
+#include "graph/drawing/drawing.h"
+
+#include "graph/appearance.h"
+#include "graph/axis.h"
+#include "graph/drawing/series_positions.h"
+
+#include <QApplication>
+#include <QImage>
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <random>
+
+namespace lumoplot {
+namespace {
+
+constexpr QSize kSize(1200, 800);
+constexpr int kMillion = 1000000;
+
+enum class TShape { Noisy, Smooth };
+
+void Fill(TSeries& series, int count, TShape shape, double level = 0) {
+    std::mt19937 random(1);
+    std::normal_distribution<> noise;
+    TPointChain points;
+    for (int i = 0; i < count; ++i) {
+        const double y = level + (shape == TShape::Noisy ? noise(random) : 4 * std::sin(i / 3e4));
+        points.Add(i, y, {});
+    }
+    series.SwapPoints(std::move(points));
+}
+
+TSeries& AddSeries(TxyGraph& graph) {
+    return *graph.FindSeries(graph.AddSeries());
+}
+
+QImage EmptyFrame() {
+    QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    return image;
+}
+
+void Frames(benchmark::State& state, TxyGraph& graph) {
+    graph.PrepareForDrawing();
+    QImage image = EmptyFrame();
+    for (auto _ : state) {
+        QPainter painter(&image);
+        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
+    }
+}
+
+void OneLine(benchmark::State& state, TShape shape) {
+    TxyGraph graph;
+    TSeries& series = AddSeries(graph);
+    Fill(series, kMillion, shape);
+    series.SetLineWidth(static_cast<int>(state.range(0)));
+    Frames(state, graph);
+}
+
+// The same points, mapped beforehand, as one polyline of the toolkit with a thin pen, not antialiased.
+void PlainPolyline(benchmark::State& state, TShape shape) {
+    TxyGraph graph;
+    TSeries& series = AddSeries(graph);
+    Fill(series, kMillion, shape);
+    graph.PrepareForDrawing();
+    const TScaleMap xMap(graph.XAxis()->Min(), graph.XAxis()->Max(), 40, kSize.width() - 15);
+    const TScaleMap yMap(graph.YAxis()->Min(), graph.YAxis()->Max(), kSize.height() - 40, 30);
+    std::vector<QPointF> points;
+    TSeriesPositions(series, xMap, yMap).ForEachRun([&](auto x, auto y) {
+        for (std::size_t i = 0; i < x.size(); ++i) points.emplace_back(x[i], y[i]);
+    });
+    QImage image = EmptyFrame();
+    for (auto _ : state) {
+        QPainter painter(&image);
+        painter.setPen(QPen(Qt::blue, 1));
+        painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+    }
+}
+
+void EmptyPlot(benchmark::State& state) {
+    TxyGraph graph;
+    AddSeries(graph).AddPoint(0, 0);
+    Frames(state, graph);
+}
+
+// A frame of data that no frame has shown before.
+void FirstFrame(benchmark::State& state, TShape shape) {
+    TxyGraph graph;
+    TSeries& series = AddSeries(graph);
+    Fill(series, kMillion, shape);
+    series.SetLineWidth(1);
+    const std::int32_t last = series.LastId();
+    QImage image = EmptyFrame();
+    for (auto _ : state) {
+        state.PauseTiming();
+        series.SetPointY(last, static_cast<double>(state.iterations() % 2));
+        graph.PrepareForDrawing();
+        state.ResumeTiming();
+        QPainter painter(&image);
+        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
+    }
+}
+
+void TenSeriesWithPoints(benchmark::State& state) {
+    TxyGraph graph;
+    for (int k = 0; k < 10; ++k) {
+        TSeries& series = AddSeries(graph);
+        Fill(series, 100000, TShape::Noisy, 3 * k);
+        series.SetPointsShown(true);
+        series.SetPointSize(static_cast<int>(state.range(0)));
+    }
+    Frames(state, graph);
+}
+
+void Export(benchmark::State& state) {
+    TxyGraph graph;
+    Fill(AddSeries(graph), kMillion, TShape::Noisy);
+    graph.PrepareForDrawing();
+    const double scale = static_cast<double>(state.range(0)) / 96;
+    for (auto _ : state) {
+        QImage image((QSizeF(kSize) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(scale, scale);
+        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
+    }
+}
+
+BENCHMARK(EmptyPlot)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(PlainPolyline, noisy, TShape::Noisy)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(PlainPolyline, smooth, TShape::Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstFrame, noisy, TShape::Noisy)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstFrame, smooth, TShape::Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneLine, noisy, TShape::Noisy)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneLine, smooth, TShape::Smooth)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(TenSeriesWithPoints)->Arg(6)->Arg(12)->Unit(benchmark::kMillisecond);
+BENCHMARK(Export)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace lumoplot
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,138 @@
+// Loading 1,000,000 rows of two columns into a data series, against a bare loop of correctly rounded
+// conversions over the mapped file. "ratio" is the time of the load divided by that of the loop; the aim is
+// at most 1.5.
+#include "sources/series_supplier.h"
+#include "support/number_text.h"
+
+#if __has_include(<fast_float/fast_float.h>)
+#include <fast_float/fast_float.h>
+#define LUMOPLOT_FAST_FLOAT 1
+#else
+#include <charconv>
+#endif
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdio>
+#include <random>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kRows = 1000000;
+
+enum TDigits { Short, Long };
+
+/// One file a kind of numbers: a measurement's "12.345,0.001234", or doubles in full length.
+class TBenchFile {
+public:
+    explicit TBenchFile(TDigits digits) : m_file(m_directory.filePath(QStringLiteral("data.csv"))) {
+        std::mt19937_64 random(1);
+        std::normal_distribution<double> noise;
+        std::string text = "time,voltage\n";
+        char row[96];
+        for (int i = 0; i < kRows; ++i) {
+            if (digits == Short)
+                std::snprintf(row, sizeof row, "%.3f,%.6g\n", i * 0.001, noise(random));
+            else
+                std::snprintf(row, sizeof row, "%.17g,%.17g\n", i * 0.001, noise(random));
+            text += row;
+        }
+        if (!m_file.open(QIODevice::ReadWrite)) std::abort();
+        m_file.write(text.data(), static_cast<qint64>(text.size()));
+        m_file.flush();
+    }
+    std::string Name() const { return m_file.fileName().toStdString(); }
+    std::string_view Map() {
+        return {reinterpret_cast<const char*>(m_file.map(0, m_file.size())),
+                static_cast<std::size_t>(m_file.size())};
+    }
+
+private:
+    QTemporaryDir m_directory;
+    QFile m_file;
+};
+
+TBenchFile& FileOf(TDigits digits) {
+    static TBenchFile files[] = {TBenchFile(Short), TBenchFile(Long)};
+    return files[digits];
+}
+
+const char* Convert(const char* text, const char* end, double& value) {
+#if defined(LUMOPLOT_FAST_FLOAT)
+    return fast_float::from_chars(text, end, value).ptr;
+#else
+    return std::from_chars(text, end, value).ptr;
+#endif
+}
+
+double ConvertAll(std::string_view text) {
+    const char* at = text.data() + text.find('\n') + 1;
+    const char* end = text.data() + text.size();
+    double sum = 0;
+    while (at < end) {
+        double x = 0;
+        double y = 0;
+        at = Convert(at, end, x) + 1;
+        at = Convert(at, end, y) + 1;
+        sum += x + y;
+    }
+    return sum;
+}
+
+double Seconds(auto&& action) {
+    const auto start = std::chrono::steady_clock::now();
+    action();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+void BM_LoadTextSeries(benchmark::State& state) {
+    TBenchFile& file = FileOf(static_cast<TDigits>(state.range(0)));
+    const std::string_view text = file.Map();
+    double loop = 0;
+    double load = 0;
+    for (auto _ : state) {
+        loop += Seconds([&] { benchmark::DoNotOptimize(ConvertAll(text)); });
+        load += Seconds([&] {
+            TDataSeries series;
+            TSilentProgress progress;
+            benchmark::DoNotOptimize(LoadTextSeries(series, file.Name(), {}, progress).rowsUsed);
+        });
+    }
+    const auto rounds = static_cast<double>(state.iterations());
+    state.counters["loop_ms"] = loop / rounds * 1e3;
+    state.counters["load_ms"] = load / rounds * 1e3;
+    state.counters["ratio"] = load / loop;
+}
+BENCHMARK(BM_LoadTextSeries)->Arg(Short)->Arg(Long)->Unit(benchmark::kMillisecond);
+
+void BM_ReadWithoutSeries(benchmark::State& state) {
+    TBenchFile& file = FileOf(static_cast<TDigits>(state.range(0)));
+    for (auto _ : state) {
+        TSilentProgress progress;
+        benchmark::DoNotOptimize(LoadText(
+                                     file.Name(), {}, {}, [](auto, auto) {}, progress)
+                                     .rowsUsed);
+    }
+}
+BENCHMARK(BM_ReadWithoutSeries)->Arg(Short)->Arg(Long)->Unit(benchmark::kMillisecond);
+
+/// With a budget the rows are counted first and most are only passed over.
+void BM_LoadThinned(benchmark::State& state) {
+    TBenchFile& file = FileOf(Short);
+    for (auto _ : state) {
+        TDataSeries series;
+        TSilentProgress progress;
+        TTextLoadOptions options;
+        options.budget = 5000;
+        benchmark::DoNotOptimize(LoadTextSeries(series, file.Name(), options, progress).rowsUsed);
+    }
+}
+BENCHMARK(BM_LoadThinned)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace lumoplot
+
+BENCHMARK_MAIN();

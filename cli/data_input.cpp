@@ -1,0 +1,187 @@
+#include "cli/data_input.h"
+
+#include "cli/arguments.h"
+#include "data/ds_info.h"
+#include "fit/cur_fit.h"
+#include "graph/graph_file.h"
+#include "host/default_look.h"
+#include "support/errors.h"
+#include "support/replace_file.h"
+
+#include <QFileInfo>
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+// Runs `load`; errors that do not name the file do so afterwards.
+template <class TLoad>
+auto Loading(const std::string& name, TLoad&& load) {
+    try {
+        return load();
+    } catch (const ELumoError& error) {
+        const std::string text = error.what();
+        if (text.find(name) != std::string::npos) throw;
+        throw EFileError(name + ": " + text);
+    }
+}
+
+// A tab is hard to type in a shell: \t stands for it.
+std::string Unescaped(std::string text) {
+    for (std::size_t place = text.find("\\t"); place != std::string::npos; place = text.find("\\t", place))
+        text.replace(place, 2, "\t");
+    return text;
+}
+
+void SetColumns(TTextOptions& options, const std::string& columns) {
+    const std::size_t comma = columns.find(',');
+    if (comma == std::string::npos || columns.find(',', comma + 1) != std::string::npos)
+        throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
+    options.xColumn = columns.substr(0, comma);
+    options.yColumn = columns.substr(comma + 1);
+}
+
+TDSInfo SourceInfo(const TTextOptions& options) {
+    TDSInfo info;
+    info.SetTextSeparators(Unescaped(options.separators));
+    if (options.headerRows) info.SetFileHasHeaders(*options.headerRows);
+    info.SetXDataColumn(options.xColumn);
+    info.SetYDataColumn(options.yColumn);
+    if (options.every) {
+        info.SetAutoRowHitFreq(false);
+        info.SetRowSamplingFrequency(*options.every);
+    }
+    return info;
+}
+
+bool HasEqualNeighbours(const TDataSeries& series) {
+    TPointCursor point = series.First();
+    if (!point) return false;
+    for (TPointCursor next = point.Next(); next; point = next, next = next.Next())
+        if (next.X() == point.X()) return true;
+    return false;
+}
+
+// Nothing is left out silently.
+void ReportSkippedRows(const std::string& file, const TTextReport& report) {
+    if (report.rowsSkipped == 0) return;
+    const std::string first = report.messages.empty() ? "" : ", the first: " + report.messages.front();
+    PrintMessage(file + ": " + std::to_string(report.rowsSkipped) +
+                 (report.rowsSkipped == 1 ? " row was skipped" : " rows were skipped") + first);
+}
+
+void SetTitle(TAxis& axis, const std::string& title) {
+    if (!title.empty()) axis.SetTitle(title);
+}
+
+void LoadTextSeriesInto(TxyGraph& graph, TSeries& series, const TDataOptions& options) {
+    const TTextReport report = LoadTextData(series, options.file, options.text);
+    ReportSkippedRows(options.file, report);
+    ApplyDefaultStyle(series);
+    const TTextFormat& format = report.readings.best.format;
+    if (format.xColumn >= 0)
+        SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].name);
+    SetTitle(*graph.YAxis(), report.yName);
+}
+
+// What a person sees who opens the file in the host application.
+void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& options) {
+    ApplyDefaultLook(graph);
+    graph.Appearance()->SetGraphTitle(
+        QFileInfo(QString::fromStdString(options.file)).completeBaseName().toStdString());
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    if (kind == TFileKind::Text)
+        LoadTextSeriesInto(graph, series, options);
+    else
+        LoadSeriesFromFile(series, options.file);
+}
+
+} // namespace
+
+void AddTextOptions(CLI::App& command, TTextOptions& options) {
+    const std::string group = "Reading of text files (found from the text where not given)";
+    command.add_option("--separators", options.separators, "Characters that end a cell, \\t for a tab")
+        ->type_name("CHARS")
+        ->group(group);
+    AddCount(command, "--header-rows", options.headerRows, 0, "Rows in front of the data")->group(group);
+    const auto setColumns = [&options](const std::string& columns) { SetColumns(options, columns); };
+    command
+        .add_option_function<std::string>("--columns", setColumns,
+                                          "Columns by number from 1 or by header name")
+        ->type_name("X,Y")
+        ->group(group);
+    AddCount(command, "--every", options.every, 1, "Use every N-th row")->group(group);
+    command.add_flag("--merge", options.merge, "Merge rows with equal X instead of keeping all")
+        ->group(group);
+}
+
+void AddDataOptions(CLI::App& command, TDataOptions& options) {
+    command.add_option("DATA", options.file, "Data set (.lds), graph (.ltp) or text file")->required();
+    AddCount(command, "--set", options.set, 1, "Data set of a graph file (the current one)");
+    AddTextOptions(command, options.text);
+}
+
+TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {
+    series.DataSourceInfo() = SourceInfo(options);
+    series.SetDuplicatesAllowed(!options.merge);
+    TSilentProgress progress;
+    TTextReport report = LoadTextSeries(series, file, {}, progress);
+    series.DataSourceInfo() = TDSInfo();
+    series.SetDuplicatesAllowed(HasEqualNeighbours(series));
+    return report;
+}
+
+std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options) {
+    auto document = std::make_unique<TGraphDocument>();
+    TxyGraph& graph = document->Graph();
+    Loading(options.file, [&] {
+        const TFileKind kind = KindOfFile(options.file);
+        if (kind == TFileKind::Function)
+            throw EFileError(options.file + " is a function file and holds no data");
+        if (kind == TFileKind::Graph)
+            graph.LoadFromFile(options.file);
+        else
+            LoadSingleSeries(graph, kind, options);
+    });
+    return document;
+}
+
+TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options) {
+    const int number = options.set.value_or(std::max(1, graph.Appearance()->CurrSerIndex()));
+    TSeries* series = graph.FindSeries(number);
+    if (!series && graph.Series().empty()) throw EFileError(options.file + " holds no data set");
+    if (!series) throw EFileError(options.file + " holds no data set " + std::to_string(number));
+    return *series;
+}
+
+TDataInput::TDataInput(const TDataOptions& options) {
+    const bool fromText = KindOfFile(options.file) == TFileKind::Text;
+    if (fromText && options.set.value_or(1) != 1) throw EFileError(options.file + " holds one data set only");
+    if (fromText) {
+        m_textSeries = std::make_unique<TDataSeries>();
+        ReportSkippedRows(options.file, LoadTextData(*m_textSeries, options.file, options.text));
+        m_series = m_textSeries.get();
+    } else {
+        m_graph = LoadGraph(options);
+        m_series = &ChosenSeries(m_graph->Graph(), options);
+    }
+    const TPointChain& points = m_series->Points();
+    for (std::size_t i = 0; i < points.BlockCount(); ++i) {
+        const TPointSpans block = points.Block(i);
+        m_x.insert(m_x.end(), block.X.begin(), block.X.end());
+        m_y.insert(m_y.end(), block.Y.begin(), block.Y.end());
+    }
+}
+
+std::unique_ptr<TCurFit> LoadFunction(const std::string& name) {
+    return Loading(name, [&] {
+        const TBytes bytes = ReadWholeFile(name);
+        TByteSource source(bytes);
+        TxyReader reader(source);
+        auto fit = std::make_unique<TCurFit>();
+        fit->LoadFromStream(reader);
+        return fit;
+    });
+}
+
+} // namespace lumoplot

@@ -1,0 +1,77 @@
+// Input files of the commands: what kind a file is, and the graph or the data set in it. Errors name the
+// file.
+#pragma once
+
+#include "cli/file_kind.h"
+#include "cli/offscreen.h"
+#include "graph/graph.h"
+#include "sources/series_supplier.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+/// How a text file is read; what is not given is found from the text. Every row is read.
+struct TTextOptions {
+    std::string separators;
+    std::optional<int> headerRows;
+    std::string xColumn; ///< a number from 1, 0 for the row number, or a header name
+    std::string yColumn; ///< a number from 1, or a header name
+    std::optional<int> every;
+    bool merge = false; ///< rows with equal X become one point
+};
+void AddTextOptions(CLI::App& command, TTextOptions& options);
+
+/// The arguments that name a data set.
+struct TDataOptions {
+    std::string file;
+    std::optional<int> set; ///< number of the data set in a graph file; none: the current one
+    TTextOptions text;
+};
+void AddDataOptions(CLI::App& command, TDataOptions& options);
+
+/// Fills a data set from a text file and names it after the Y column. Its source is manual afterwards: a file
+/// that is written from it stands alone.
+TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options);
+
+/// A graph with the application object that it needs.
+class TGraphDocument {
+public:
+    TxyGraph& Graph() { return m_graph; }
+
+private:
+    TOffscreenApplication m_application;
+    TxyGraph m_graph;
+};
+
+/// The graph in a graph file, or one with the data set of any other DATA as its only one; the axes then have
+/// the names of a text file's columns.
+std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options);
+/// The data set that the options choose in a graph that was loaded by them.
+TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options);
+
+/// The data set that DATA names, with the graph that it lives in. Text files are read without a graph.
+class TDataInput {
+public:
+    explicit TDataInput(const TDataOptions& options);
+    const TDataSeries& Series() const { return *m_series; }
+    /// The points in order.
+    const std::vector<double>& X() const { return m_x; }
+    const std::vector<double>& Y() const { return m_y; } ///< raw
+
+private:
+    std::unique_ptr<TGraphDocument> m_graph;
+    std::unique_ptr<TDataSeries> m_textSeries;
+    const TDataSeries* m_series = nullptr;
+    std::vector<double> m_x;
+    std::vector<double> m_y;
+};
+
+/// The fit in a function file.
+std::unique_ptr<TCurFit> LoadFunction(const std::string& name);
+
+} // namespace lumoplot

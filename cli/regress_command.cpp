@@ -1,0 +1,85 @@
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/data_input.h"
+#include "data/regression.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace lumoplot {
+namespace {
+
+// The sampled curve is missing: its curve is that of a fitter, which no command drives yet.
+constexpr TRegressionType kTypes[] = {
+    TRegressionType::Linear, TRegressionType::RobustLine,           TRegressionType::Quadratic,
+    TRegressionType::Spline, TRegressionType::ExponentialSmoothing, TRegressionType::RunningAverage};
+constexpr int kLastTypeWithCoefficients = static_cast<int>(TRegressionType::Quadratic);
+
+struct TRegressCommand {
+    TDataOptions data;
+    std::optional<int> type;
+    std::optional<int> value1;
+    std::optional<double> value2;
+    TOutputForm form = TOutputForm::Outline;
+
+    void Run() const {
+        if (std::find(std::begin(kTypes), std::end(kTypes), TRegressionType(*type)) == std::end(kTypes))
+            throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1, 2, 3, 4, 6 and 7");
+        const TDataInput input(data);
+        const TDataSeries& series = input.Series();
+        const TRegressionSettings settings{*type, value1.value_or(series.RegressionControlValue1()),
+                                           value2.value_or(series.RegressionControlValue2()),
+                                           series.DuplicatesAllowed()};
+        PrintResult(ComputeRegression(settings, input.X(), input.Y()), input);
+    }
+
+private:
+    // A spline's curve has a grid of its own; what it derives at the points are second derivatives.
+    void PrintResult(const TRegressionResult& result, const TDataInput& input) const {
+        std::vector<double> x;
+        std::vector<double> derived;
+        if (*type != static_cast<int>(TRegressionType::Spline)) {
+            x = input.X();
+            derived = result.Derived;
+        }
+        for (const TCurveSample& sample : result.Curve) {
+            x.push_back(sample.X);
+            derived.push_back(sample.Derived);
+        }
+        const TFittedCurve line = result.Line.value_or(TFittedCurve());
+        const TRegressionCoefficients& c = line.Coefficients();
+        const TDocument coefficients = {{"c0", c.C0}, {"c1", c.C1}, {"c2", c.C2}};
+        if (form == TOutputForm::Json) {
+            TDocument document = coefficients;
+            document["x"] = x;
+            document["derived"] = derived;
+            return Print(document, form);
+        }
+        if (*type <= kLastTypeWithCoefficients) Print(coefficients, form);
+        Print(ColumnsText({x, derived}));
+    }
+};
+
+} // namespace
+
+void AddRegressCommand(CLI::App& program) {
+    const auto regress = std::make_shared<TRegressCommand>();
+    CLI::App& command = *program.add_subcommand("regress", "Compute a regression or a smoothing");
+    AddDataOptions(command, regress->data);
+    AddCount(command, "--type", regress->type, 1, "The regression, by its number below")->required();
+    AddCount(command, "--value1", regress->value1, 0, "See below (the data set's own, or 100)");
+    AddNumber(command, "--value2", regress->value2, "See below (the data set's own, or 0.05)");
+    AddJson(command, regress->form);
+    command.footer("Types:\n"
+                   "  1  line by least squares\n"
+                   "  2  robust line\n"
+                   "  3  parabola by least squares\n"
+                   "  4  cubic spline; --value1 is the number of samples, --value2 the slope at the ends\n"
+                   "  6  exponential smoothing; --value2 is the weight\n"
+                   "  7  running average; --value2 is 1 / window\n"
+                   "Prints the coefficients of types 1 to 3 (derived = c2 x^2 + c1 x + c0), then a line\n"
+                   "with x and the derived value for each point, or for each sample of a spline.");
+    command.callback([regress] { regress->Run(); });
+}
+
+} // namespace lumoplot

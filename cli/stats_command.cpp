@@ -1,0 +1,60 @@
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/data_input.h"
+#include "data/statistics.h"
+
+#include <memory>
+
+namespace lumoplot {
+namespace {
+
+constexpr std::pair<const char*, double TStatistics::*> kFields[] = {
+    {"mean", &TStatistics::Mean},
+    {"median", &TStatistics::Median},
+    {"mode", &TStatistics::Mode},
+    {"sum", &TStatistics::Sum},
+    {"variance", &TStatistics::Variance},
+    {"skew", &TStatistics::Skew},
+    {"kurtosis", &TStatistics::Kurtosis},
+    {"quantile20", &TStatistics::Quantile20},
+    {"quantile25", &TStatistics::Quantile25},
+    {"quantile75", &TStatistics::Quantile75},
+    {"quantile80", &TStatistics::Quantile80},
+};
+
+TDocument StatisticsDocument(const TStatistics& statistics) {
+    TDocument document = {{"count", statistics.Count}};
+    for (const auto& [name, field] : kFields) document[name] = statistics.*field;
+    document["message"] = statistics.Message;
+    return document;
+}
+
+struct TStatsCommand {
+    TDataOptions data;
+    std::optional<double> tolerance;
+    TOutputForm form = TOutputForm::Outline;
+
+    void Run() const {
+        if (tolerance.value_or(0) < 0) throw EUsage("--tolerance: a number from 0 is needed");
+        const TDataInput input(data);
+        const double within = tolerance.value_or(input.Series().NumericalTolerance());
+        const TStatistics x = ComputeStatistics(input.X(), within, TValueOrder::AsWalked);
+        const TStatistics y = ComputeStatistics(input.Y(), within);
+        Print({{"x", StatisticsDocument(x)}, {"y", StatisticsDocument(y)}}, form);
+    }
+};
+
+} // namespace
+
+void AddStatsCommand(CLI::App& program) {
+    const auto stats = std::make_shared<TStatsCommand>();
+    CLI::App& command = *program.add_subcommand("stats", "Show statistics of X and of Y");
+    AddDataOptions(command, stats->data);
+    AddNumber(command, "--tolerance", stats->tolerance,
+              "For the mode: what is so near is equal (the data set's own)");
+    AddJson(command, stats->form);
+    command.footer("Example:\n  xydata stats run1.csv --columns time,voltage");
+    command.callback([stats] { stats->Run(); });
+}
+
+} // namespace lumoplot

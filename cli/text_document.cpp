@@ -1,0 +1,49 @@
+#include "cli/text_document.h"
+
+namespace lumoplot {
+namespace {
+
+const char* KindName(TCellKind kind) {
+    switch (kind) {
+    case TCellKind::Number: return "number";
+    case TCellKind::Date: return "date";
+    case TCellKind::TimeOfDay: return "time of day";
+    case TCellKind::Text: return "text";
+    case TCellKind::Empty: break;
+    }
+    return "empty";
+}
+
+// Numbers from 1, as users count columns; the row number as X is 0, which --columns takes as well.
+int ColumnNumber(int column) {
+    return column == TTextFormat::kRowNumber ? 0 : column + 1;
+}
+
+TDocument ColumnsDocument(const TTextFormat& format) {
+    TDocument columns = TDocument::array();
+    for (const TTextColumn& column : format.columns)
+        columns.push_back({{"Name", column.name}, {"Kind", KindName(column.kind)}});
+    return columns;
+}
+
+} // namespace
+
+TDocument TextDocument(const TTextReport& report) {
+    const TTextFormat& format = report.readings.best.format;
+    TDocument document = {{"Format", Describe(format)},
+                          {"Separators", format.separators},
+                          {"DecimalSign", std::string(1, format.decimalSign)},
+                          {"HeaderRows", format.headerRows},
+                          {"XColumn", ColumnNumber(format.xColumn)},
+                          {"YColumn", ColumnNumber(format.yColumn)},
+                          {"Columns", ColumnsDocument(format)},
+                          {"RowsUsed", report.rowsUsed},
+                          {"RowsSkipped", report.rowsSkipped},
+                          {"RowsMerged", report.rowsMerged},
+                          {"Messages", report.messages}};
+    if (format.timeColumn >= 0) document["TimeColumn"] = ColumnNumber(format.timeColumn);
+    if (report.readings.runnerUp) document["OtherReading"] = Describe(report.readings.runnerUp->format);
+    return document;
+}
+
+} // namespace lumoplot

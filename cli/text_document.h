@@ -1,0 +1,11 @@
+// What the import of a text file found, as a document.
+#pragma once
+
+#include "cli/output.h"
+#include "sources/series_supplier.h"
+
+namespace lumoplot {
+
+TDocument TextDocument(const TTextReport& report);
+
+} // namespace lumoplot

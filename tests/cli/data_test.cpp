@@ -1,0 +1,87 @@
+#include "cli/program.h"
+
+#include <QJsonArray>
+
+namespace lumoplot {
+namespace {
+
+class Data : public TFolderTest {};
+
+TEST_F(Data, StatisticsOfXAndY) {
+    const QJsonObject all = RunForJson({"stats", WithText("a.csv", "x,y\n1,4\n2,3\n3,2\n4,1\n")});
+    for (const char* axis : {"x", "y"}) {
+        const QJsonObject values = all[axis].toObject();
+        const std::pair<const char*, double> expected[] = {
+            {"count", 4},      {"sum", 10},       {"mean", 2.5},         {"median", 2},
+            {"mode", 1},       {"skew", 0},       {"quantile20", 0},     {"quantile25", 1},
+            {"quantile75", 3}, {"quantile80", 4}, {"variance", 5.0 / 3}, {"kurtosis", 41.0 / 400 - 3}};
+        for (const auto& [name, value] : expected)
+            EXPECT_DOUBLE_EQ(values[name].toDouble(-1), value) << axis << ' ' << name;
+        EXPECT_EQ(values["message"].toString(), "");
+    }
+    const QJsonObject one = RunForJson({"stats", WithText("one.csv", "1,4\n")})["y"].toObject();
+    EXPECT_EQ(one["message"].toString(), "No Statistics are available unless more than one point exists");
+}
+
+TEST_F(Data, TheToleranceDecidesTheMode) {
+    const std::string file = WithText("a.csv", "1,10\n2,20\n3,20.5\n4,21\n5,30\n");
+    EXPECT_EQ(RunForJson({"stats", file})["y"].toObject()["mode"].toDouble(), 10);
+    EXPECT_EQ(RunForJson({"stats", file, "--tolerance", "1"})["y"].toObject()["mode"].toDouble(), 21);
+}
+
+// The sum of Y tells which rows and columns were read.
+TEST_F(Data, TextOptionsChooseRowsAndColumns) {
+    const std::string file = WithText("a.txt", "t;u;v\n1;10;100\n1;20;200\n2;30;300\n3;40;400\n");
+    const std::pair<TArguments, double> cases[] = {
+        {{}, 100},
+        {{"--columns", "1,3"}, 1000},
+        {{"--columns", "t,V"}, 1000},
+        {{"--columns", "0,2"}, 100},
+        {{"--merge"}, 90},
+        {{"--every", "2"}, 40},
+        {{"--header-rows", "2"}, 90},
+    };
+    for (const auto& [options, sum] : cases) {
+        TArguments arguments = {"stats", file};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        EXPECT_EQ(RunForJson(arguments)["y"].toObject()["sum"].toDouble(), sum)
+            << testing::PrintToString(options);
+    }
+    const std::string tabs = WithText("tabs.txt", "1\t2,5\n2\t3,5\n");
+    EXPECT_EQ(RunForJson({"stats", tabs, "--separators", "\\t"})["y"].toObject()["sum"].toDouble(), 6);
+    EXPECT_EQ(RunForJson({"stats", tabs, "--separators", "\\t,"})["y"].toObject()["sum"].toDouble(), 5);
+}
+
+TEST_F(Data, SkippedRowsAreToldAndTheRestIsUsed) {
+    const TRunResult result = RunProgram({"stats", WithText("a.csv", "x,y\n1,2\n2,abc\n3,4\n4,6\n5,7\n")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(IsOneMessage(result.error)) << result.error;
+    EXPECT_NE(result.error.find("1 row was skipped, the first: row 3: 'abc'"), std::string::npos)
+        << result.error;
+    EXPECT_NE(result.out.find("count: 4"), std::string::npos);
+}
+
+TEST_F(Data, RegressionsGiveCoefficientsAndDerivedValues) {
+    const std::string file = WithText("a.csv", "x,y\n0,1\n1,3\n2,5\n4,9\n");
+    for (const char* type : {"1", "2", "3"}) {
+        const QJsonObject line = RunForJson({"regress", file, "--type", type});
+        EXPECT_NEAR(line["c0"].toDouble(), 1, 1e-12) << type;
+        EXPECT_NEAR(line["c1"].toDouble(), 2, 1e-12) << type;
+        EXPECT_NEAR(line["c2"].toDouble(-1), 0, 1e-12) << type;
+        EXPECT_EQ(line["x"].toArray(), QJsonArray({0, 1, 2, 4})) << type;
+        EXPECT_NEAR(line["derived"].toArray()[3].toDouble(), 9, 1e-12) << type;
+    }
+    EXPECT_EQ(RunProgram({"regress", file, "--type", "6", "--value2", "1"}).out, "0\t1\n1\t3\n2\t5\n4\t9\n");
+    EXPECT_EQ(RunProgram({"regress", file, "--type", "7", "--value2", "0.5"}).out,
+              "0\t1\n1\t2\n2\t4\n4\t7\n");
+}
+
+TEST_F(Data, ASplineIsSampledOnItsOwnGrid) {
+    const std::string file = WithText("a.csv", "x,y\n0,1\n1,3\n2,5\n4,9\n");
+    EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", "4", "--value2", "2"}).out,
+              "0\t1\n1\t3\n2\t5\n3\t7\n4\t9\n");
+    EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", "0"}).out, "");
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,259 @@
+#include "cli/program.h"
+#include "common/random_graph.h"
+#include "data/ds_info.h"
+#include "data/series_record.h"
+#include "fit/cur_fit.h"
+#include "graph/child_graph.h"
+#include "graph/graph_file.h"
+#include "support/number_text.h"
+#include "support/replace_file.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <cmath>
+#include <limits>
+
+namespace lumoplot {
+namespace {
+
+class Files : public TFolderTest {
+protected:
+    static TSeries& AddedTo(TxyGraph& graph) { return *graph.FindSeries(graph.AddSeries()); }
+
+    TRunResult Convert(const std::string& in, const std::string& out, const TArguments& options = {}) const {
+        TArguments arguments = {"convert", in, out};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const TRunResult result = RunProgram(arguments);
+        EXPECT_EQ(result.status, 0) << result.error;
+        return result;
+    }
+};
+
+struct TIsShown {
+    const QJsonValue& shown;
+
+    bool operator()(const std::string& value) const { return shown.toString().toStdString() == value; }
+    bool operator()(int value) const { return shown.isDouble() && shown.toDouble() == value; }
+    bool operator()(double value) const {
+        return std::isfinite(value) ? shown.isDouble() && shown.toDouble() == value : shown.isNull();
+    }
+    bool operator()(bool value) const { return shown.isBool() && shown.toBool() == value; }
+    bool operator()(const TFontSpec& font) const {
+        const QJsonObject fields = shown.toObject();
+        return fields["Name"].toString().toStdString() == font.Name && fields["Size"].toInt() == font.Size &&
+               fields["Color"].toInt() == font.Color && fields["Bold"].toBool() == font.Bold &&
+               fields["Italic"].toBool() == font.Italic && fields["Underline"].toBool() == font.Underline &&
+               fields["StrikeOut"].toBool() == font.StrikeOut;
+    }
+};
+
+template <class T>
+void ExpectShown(const QJsonValue& section, std::span<const TSectionRow<T>> rows, const T& object) {
+    const QJsonObject fields = section.toObject();
+    for (const auto& row : rows) {
+        const std::string label(Trimmed(row.label));
+        if (!row.write) continue;
+        ASSERT_TRUE(fields.contains(QString::fromStdString(label))) << label;
+        const QJsonValue shown = fields[QString::fromStdString(label)];
+        EXPECT_TRUE(row.get ? std::visit(TIsShown{shown}, row.get(object)) : shown.isObject()) << label;
+    }
+}
+
+void ExpectShown(const QJsonObject& shown, const TxyGraph& graph) {
+    ExpectShown(shown["Appearance"], AppearanceRows(), *graph.Appearance());
+    ExpectShown(shown["Dimensions"], DimensionsRows(), *graph.Dimensions());
+    ExpectShown(shown["XAxis"], AxisRows(), *graph.XAxis());
+    ExpectShown(shown["YAxis"], AxisRows(), *graph.YAxis());
+    ExpectShown(shown["YAxis_Second"], AxisRows(), *graph.YAxis_Second());
+    ExpectShown(shown["Legend"], LegendRows(), *graph.Legend());
+    int index = 0;
+    ASSERT_EQ(shown["Series"].toArray().size(), static_cast<int>(graph.Series().size()));
+    for (const auto& series : graph.Series()) {
+        const QJsonObject fields = shown["Series"].toArray()[index++].toObject();
+        ExpectShown<TSeries>(fields, SeriesRows(), *series);
+        ExpectShown<TDataSeries>(fields, SeriesRecordRows(), *series);
+        EXPECT_EQ(fields["NumberOfPoints"].toInt(-1), series->Count());
+    }
+    index = 0;
+    ASSERT_EQ(shown["Marks"].toArray().size(), graph.Marks().Count());
+    for (const auto& [id, mark] : graph.Marks().Marks())
+        ExpectShown(shown["Marks"].toArray()[index++], MarkRows(), mark);
+    index = 0;
+    ASSERT_EQ(shown["ChildGraphs"].toArray().size(), graph.ChildGraphCount());
+    for (const auto& child : graph.ChildGraphs())
+        ExpectShown(shown["ChildGraphs"].toArray()[index++].toObject(), *child);
+}
+
+TEST_F(Files, InfoShowsEveryKeyOfASavedGraph) {
+    TRandom random(7);
+    for (int round = 0; round < 3; ++round) {
+        TxyGraph graph;
+        FillRandomly(graph, random);
+        graph.SaveTemplate(NameOf("graph.ltp"), TPoints::Include);
+        TxyGraph saved; // what a reader makes of the file
+        saved.LoadFromFile(NameOf("graph.ltp"));
+        const QJsonObject shown = RunForJson({"info", NameOf("graph.ltp")});
+        EXPECT_EQ(shown["kind"].toString(), "graph");
+        ExpectShown(shown, saved);
+    }
+}
+
+TEST_F(Files, AGraphFileIsKnownByItsContent) {
+    TxyGraph graph;
+    AddedTo(graph).SetSeriesName("Run 1");
+    graph.SaveTemplate(NameOf("graph.dat"), TPoints::Include);
+    SaveSeriesToFile(*graph.FirstSeries(), NameOf("series"));
+    EXPECT_EQ(RunForJson({"info", NameOf("graph.dat")})["kind"].toString(), "graph");
+    EXPECT_EQ(RunForJson({"info", NameOf("series")})["kind"].toString(), "data set");
+}
+
+TEST_F(Files, ATruncatedGraphFileIsRefused) {
+    TxyGraph graph;
+    TSeries& series = AddedTo(graph);
+    for (int i = 0; i < 10; ++i) series.AddPoint(i, i);
+    graph.SaveTemplate(NameOf("whole.ltp"), TPoints::Include);
+    const std::string whole = ContentOf(NameOf("whole.ltp"));
+    for (const double part : {0.01, 0.1, 0.5, 0.9, 0.999}) {
+        const auto length = static_cast<std::size_t>(part * static_cast<double>(whole.size()));
+        const TRunResult result = RunProgram({"info", WithText("part.ltp", whole.substr(0, length))});
+        EXPECT_EQ(result.status, 1) << part;
+        EXPECT_EQ(result.out, "") << part;
+        EXPECT_TRUE(IsOneMessage(result.error)) << result.error;
+        EXPECT_NE(result.error.find("part.ltp"), std::string::npos) << result.error;
+    }
+}
+
+TEST_F(Files, InfoTellsWhatTheImportFound) {
+    const QJsonObject shown =
+        RunForJson({"info", WithText("a.txt", "Lab 3\nt;U (V)\n0;1,5\n1;x\n2;2,5\n3;4\n4;5\n")});
+    EXPECT_EQ(shown["kind"].toString(), "text");
+    EXPECT_EQ(shown["Separators"].toString(), ";");
+    EXPECT_EQ(shown["DecimalSign"].toString(), ",");
+    EXPECT_EQ(shown["HeaderRows"].toInt(), 2);
+    EXPECT_EQ(shown["Columns"].toArray()[1].toObject()["Name"].toString(), "U (V)");
+    EXPECT_EQ(shown["NumberOfPoints"].toInt(), 4);
+    EXPECT_EQ(shown["RowsSkipped"].toInt(), 1);
+}
+
+TEST_F(Files, NoFileDrivesTheTerminal) {
+    TxyGraph graph;
+    AddedTo(graph).SetSeriesName("a\x1B[31m\nNumberOfPoints: 7");
+    SaveSeriesToFile(*graph.FirstSeries(), NameOf("a.lds"));
+    const TRunResult result = RunProgram({"info", NameOf("a.lds")});
+    EXPECT_EQ(result.out.find('\x1B'), std::string::npos);
+    EXPECT_NE(result.out.find("SeriesName: a\\x1b[31m\\nNumberOfPoints: 7\n"), std::string::npos);
+    EXPECT_EQ(RunForJson({"info", NameOf("a.lds")})["Series"].toObject()["SeriesName"].toString(),
+              "a\x1B[31m\nNumberOfPoints: 7");
+}
+
+TEST_F(Files, TextKeepsEveryBitOfThePoints) {
+    const double values[] = {
+        -1.7976931348623157e308, -1.0 / 3, -5e-324, 0.1, 0.30000000000000004, 1.0000000000000002,
+        123456789012345680.0,    1e23};
+    TxyGraph graph;
+    TSeries& series = AddedTo(graph);
+    for (const double value : values) series.AddPoint(value, -value);
+    SaveSeriesToFile(series, NameOf("a.lds"));
+    for (const char* text : {"a.dat", "a.csv", "a.txt"}) {
+        Convert(NameOf("a.lds"), NameOf(text));
+        Convert(NameOf(text), NameOf("b.lds"), {"--text"});
+        TSeries& back = AddedTo(graph);
+        LoadSeriesFromFile(back, NameOf("b.lds"));
+        TPointCursor point = back.First();
+        for (const double value : values) {
+            ASSERT_TRUE(point) << text << value;
+            EXPECT_EQ(point.X(), value) << text;
+            EXPECT_EQ(point.Y(), -value) << text;
+            point = point.Next();
+        }
+        EXPECT_FALSE(point);
+    }
+}
+
+TEST_F(Files, TheTextFormHasOneHeaderLineWithQuotesWhereNeeded) {
+    TxyGraph graph;
+    graph.YAxis()->SetTitle("Voltage, V");
+    TSeries& series = AddedTo(graph);
+    series.SetSeriesName("the \"first\"");
+    series.AddPoint(2, std::numeric_limits<double>::quiet_NaN());
+    series.AddPoint(1, 1e-7);
+    graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
+    Convert(NameOf("a.ltp"), NameOf("a.dat"));
+    Convert(NameOf("a.ltp"), NameOf("a.CSV"));
+    EXPECT_EQ(ContentOf(NameOf("a.dat")), "\"the \"\"first\"\"\"\tVoltage, V\n1\t1e-07\n2\tnan\n");
+    EXPECT_EQ(ContentOf(NameOf("a.CSV")), "\"the \"\"first\"\"\",\"Voltage, V\"\n1,1e-07\n2,nan\n");
+}
+
+TEST_F(Files, RewritingInTextAndBackGivesTheSameFile) {
+    TRandom random(11);
+    TxyGraph graph;
+    FillRandomly(graph, random);
+    TCurFit fit;
+    fit.SetExpression("a*x");
+    fit.AddParameter(std::make_unique<TDBLParameter>());
+    TBytes bytes;
+    TxyWriter writer(bytes);
+    fit.SaveToStream(writer);
+    ReplaceFile(NameOf("a.lfn"), bytes);
+    graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
+    SaveSeriesToFile(AddedTo(graph), NameOf("a.lds"));
+    for (const char* extension : {".ltp", ".lds", ".lfn"}) {
+        const auto name = [&](const char* stem) { return NameOf((stem + std::string(extension)).c_str()); };
+        Convert(name("a"), name("compact"));
+        Convert(name("a"), name("text"), {"--text"});
+        Convert(name("text"), name("back"));
+        EXPECT_TRUE(ContentOf(name("back")) == ContentOf(name("compact"))) << extension;
+        EXPECT_TRUE(ContentOf(name("text")) != ContentOf(name("compact"))) << extension;
+    }
+}
+
+TEST_F(Files, ATemplateStaysATemplate) {
+    TxyGraph graph;
+    AddedTo(graph).AddPoint(1, 1);
+    graph.Appearance()->SetCurrSerIndex(1);
+    graph.SaveTemplate(NameOf("template.ltp"), TPoints::LeaveOut);
+    Convert(NameOf("template.ltp"), NameOf("again.ltp"));
+    EXPECT_TRUE(ContentOf(NameOf("again.ltp")) == ContentOf(NameOf("template.ltp")));
+}
+
+TEST_F(Files, TheCurrentOrTheChosenDataSetOfAGraphIsTaken) {
+    TxyGraph graph;
+    for (const double y : {10.0, 20.0, 30.0}) AddedTo(graph).AddPoint(1, y);
+    graph.Appearance()->SetCurrSerIndex(2);
+    graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
+    Convert(NameOf("a.ltp"), NameOf("current.csv"));
+    Convert(NameOf("a.ltp"), NameOf("third.csv"), {"--set", "3"});
+    EXPECT_TRUE(ContentOf(NameOf("current.csv")).ends_with("1,20\n"));
+    EXPECT_TRUE(ContentOf(NameOf("third.csv")).ends_with("1,30\n"));
+    EXPECT_EQ(RunForJson({"stats", NameOf("a.ltp")})["y"].toObject()["count"].toInt(), 1);
+    EXPECT_EQ(RunProgram({"stats", NameOf("a.ltp"), "--set", "4"}).status, 1);
+}
+
+TEST_F(Files, AConvertedTextFileStandsAlone) {
+    Convert(WithText("a.csv", "t,U\n1,2\n1,3\n2,4\n"), NameOf("a.lds"));
+    TxyGraph graph;
+    TSeries& series = AddedTo(graph);
+    LoadSeriesFromFile(series, NameOf("a.lds"));
+    EXPECT_EQ(series.Count(), 3);
+    EXPECT_TRUE(series.DuplicatesAllowed());
+    EXPECT_EQ(series.SeriesName(), "U");
+    EXPECT_EQ(series.DataSourceInfo(), TDSInfo());
+}
+
+TEST_F(Files, PicturesHaveTheirSizeAndShowTheData) {
+    const std::string data = WithText("a.csv", "x,y\n0,0\n1,1\n2,4\n3,9\n");
+    ASSERT_EQ(RunProgram({"render", data, NameOf("a.png"), "--size", "400x300"}).status, 0);
+    const QImage picture(QString::fromStdString(NameOf("a.png")));
+    EXPECT_EQ(picture.size(), QSize(400, 300));
+    int coloured = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) coloured += picture.pixelColor(x, y).saturation() > 128;
+    EXPECT_GT(coloured, 100);
+    ASSERT_EQ(RunProgram({"render", data, NameOf("a.svg")}).status, 0);
+    EXPECT_NE(ContentOf(NameOf("a.svg")).find("<svg"), std::string::npos);
+    ASSERT_EQ(RunProgram({"render", data, NameOf("a.pdf")}).status, 0);
+    EXPECT_TRUE(ContentOf(NameOf("a.pdf")).starts_with("%PDF"));
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,144 @@
+#include "cli/program.h"
+
+#include <QProcess>
+#include <filesystem>
+
+namespace lumoplot {
+namespace {
+
+const char* const kCommands[] = {"info", "convert", "render", "eval", "stats", "regress", "axis"};
+
+TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
+    const TRunResult help = RunProgram({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const char* command : kCommands) {
+        EXPECT_NE(help.out.find(std::string("\n  ") + command + ' '), std::string::npos) << command;
+        const TRunResult own = RunProgram({command, "--help"});
+        EXPECT_EQ(own.status, 0) << command;
+        EXPECT_EQ(own.error, "") << command;
+        EXPECT_NE(own.out.find(std::string("xydata ") + command), std::string::npos) << own.out;
+    }
+}
+
+TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
+    const TArguments cases[] = {
+        {},
+        {"unknown"},
+        {"--unknown"},
+        {"info"},
+        {"info", "a", "b"},
+        {"info", "a", "--unknown"},
+        {"axis", "1"},
+        {"axis", "1", "x"},
+        {"axis", "1", "nan"},
+        {"axis", "1", "1e999"},
+        {"axis", "1", "2", "--step", "0"},
+        {"axis", "1", "2", "--min-steps", "0"},
+        {"axis", "1", "2", "--max-steps", "1.5"},
+        {"eval"},
+        {"eval", "x", "--x", "1:2"},
+        {"eval", "x", "--x", "1:2:0"},
+        {"eval", "x", "--x", "1:inf:3"},
+        {"eval", "x", "--let", "x"},
+        {"eval", "x", "--let", "2x=1"},
+        {"eval", "x", "--let", "x=one"},
+        {"eval", "x", "--xvar", "t"},
+        {"eval", "t", "--x", "0:1:2", "--xvar", "t t"},
+        {"eval", "-", "--x", "0:1:2"},
+        {"stats", "data.csv", "--columns", "1"},
+        {"stats", "data.csv", "--columns", "1,2,3"},
+        {"stats", "data.csv", "--every", "0"},
+        {"stats", "data.csv", "--tolerance", "-1"},
+        {"regress", "data.csv"},
+        {"regress", "data.csv", "--type", "0"},
+        {"regress", "data.csv", "--type", "8"},
+        {"convert", "data.csv"},
+        {"convert", "data.csv", "data.xls"},
+        {"convert", "data.csv", "data.dat", "--text"},
+        {"convert", "data.ltp", "again.ltp", "--set", "1"},
+        {"render", "data.csv", "data.jpg"},
+        {"render", "data.csv", "data.png", "--size", "800"},
+        {"render", "data.csv", "data.png", "--size", "0x600"},
+    };
+    for (const auto& arguments : cases) {
+        const TRunResult result = RunProgram(arguments);
+        const std::string name = testing::PrintToString(arguments);
+        EXPECT_EQ(result.status, 2) << name << result.error;
+        EXPECT_EQ(result.out, "") << name;
+        EXPECT_TRUE(IsOneMessage(result.error)) << name << result.error;
+    }
+}
+
+class Failures : public TFolderTest {};
+
+TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
+    const std::string data = WithText("data.csv", "x,y\n1,2\n2,3\n");
+    const std::string garbage(1000, '\xA5');
+    const TArguments cases[] = {
+        {"axis", "2", "1"},
+        {"eval", "(1"},
+        {"eval", ""},
+        {"info", NameOf("missing.ltp")},
+        {"info", NameOf("missing.csv")},
+        {"info", NameOf(".")},
+        {"info", WithText("empty.csv", "")},
+        {"info", WithText("empty.ltp", "")},
+        {"info", WithText("empty.lds", "")},
+        {"info", WithText("empty.lfn", "")},
+        {"info", WithText("garbage.ltp", garbage)},
+        {"info", WithText("garbage.lds", garbage)},
+        {"info", WithText("garbage.lfn", garbage)},
+        {"info", WithText("words.txt", "no number\nin this file\n")},
+        {"stats", WithText("zeros.dat", std::string(5000, '\0'))},
+        {"stats", data, "--columns", "1,9"},
+        {"stats", data, "--columns", "x,volts"},
+        {"stats", data, "--set", "2"},
+        {"regress", data, "--type", "7", "--value2", "0.6"},
+        {"convert", data, NameOf("missing/data.lds")},
+        {"convert", data, NameOf("data.lfn")},
+        {"convert", WithText("garbage.txt", garbage), NameOf("data.lds")},
+        {"render", data, NameOf("huge.png"), "--size", "100000x100000"},
+        {"render", WithText("no.ltp", "no graph"), NameOf("data.png")},
+    };
+    for (const auto& arguments : cases) {
+        const TRunResult result = RunProgram(arguments);
+        const std::string name = testing::PrintToString(arguments);
+        EXPECT_EQ(result.status, 1) << name << result.error;
+        EXPECT_EQ(result.out, "") << name;
+        EXPECT_TRUE(IsOneMessage(result.error)) << name << result.error;
+    }
+}
+
+TEST_F(Failures, AFullDiskFails) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+    const std::string data = WithText("data.csv", "x,y\n1,2\n2,3\n");
+    for (const char* out : {"full.lds", "full.csv", "full.ltp"}) {
+        std::filesystem::create_symlink("/dev/full", NameOf(out));
+        const TRunResult result = RunProgram({"convert", data, NameOf(out)});
+        EXPECT_EQ(result.status, 1) << out;
+        EXPECT_EQ(result.error, "xydata: Can not save to file " + NameOf(out) + "\n");
+    }
+    QProcess program;
+    program.setStandardOutputFile("/dev/full");
+    program.start(QString::fromStdString(ProgramPath()), {"eval", "x", "--x", "0:1:100000"});
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_EQ(program.readAllStandardError().toStdString(), "xydata: Can not write to standard output\n");
+}
+
+TEST_F(Failures, TextFilesAndFormulasNeedNoPlatform) {
+    const char* const kNoPlatform = "no-such-platform";
+    const std::string data = WithText("data.csv", "x,y\n1,2\n2,3\n");
+    const std::string dataSet = NameOf("data.lds");
+    ASSERT_EQ(RunProgram({"convert", data, dataSet}).status, 0);
+    EXPECT_EQ(RunProgram({"axis", "0", "1"}, "", kNoPlatform).status, 0);
+    EXPECT_EQ(RunProgram({"eval", "1"}, "", kNoPlatform).status, 0);
+    EXPECT_EQ(RunProgram({"stats", data}, "", kNoPlatform).status, 0);
+    EXPECT_EQ(RunProgram({"info", data}, "", kNoPlatform).status, 0);
+    const TRunResult failed = RunProgram({"info", dataSet}, "", kNoPlatform);
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_TRUE(IsOneMessage(failed.error)) << failed.error;
+}
+
+} // namespace
+} // namespace lumoplot

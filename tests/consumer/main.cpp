@@ -1,0 +1,26 @@
+// Edits a graph in the editor, which a timer answers with OK, and draws it into a picture.
+#include <editor/editxydata.h>
+#include <graph/drawing/drawing.h>
+#include <graph/graph.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QImage>
+#include <QPainter>
+#include <QTimer>
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    lumoplot::TxyGraph graph;
+    lumoplot::TSeries* series = graph.FindSeries(graph.AddSeries());
+    for (int i = 0; i < 100; ++i) series->AddPoint(i, i * i);
+    QTimer::singleShot(200, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->done(1); });
+    lumoplot::TShortString name = lumoplot::ToShortString("plot.ltp");
+    const bool written = editxyData(graph, name, 255, {}, false, 0);
+    deleteDataEditor();
+    QImage picture(400, 300, QImage::Format_RGB32);
+    graph.PrepareForDrawing();
+    QPainter painter(&picture);
+    lumoplot::DrawGraph(painter, graph, picture.rect());
+    return written && graph.FindSeries(1)->Count() == 100 && picture.pixelColor(200, 150).isValid() ? 0 : 1;
+}
