@@ -5,7 +5,6 @@
 #include "graph/graph.h"
 #include "support/progress.h"
 
-#include <QHash>
 #include <QStringList>
 
 namespace lumoplot {
@@ -19,8 +18,8 @@ public:
 
     /// Adds a data set that is fed from the file, named and styled, and makes it the current one; the first
     /// one also gives the graph and its X axis their titles, the second one shows the legend. Points with
-    /// equal X are all kept. False when the user cancelled; throws what
-    /// reading throws. The graph is then as it was.
+    /// equal X are all kept. False when the user cancelled; throws what reading throws. The graph is then as
+    /// it was.
     bool Add(const QString& fileName, TProgress& progress);
 
     /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled.
@@ -35,18 +34,11 @@ public:
     QString Summary() const;
 
 private:
-    struct TRows {
-        int every = 1; ///< one of so many rows was read
-        qint64 inFile = 0;
-    };
-
     bool Load(TSeries& series, TProgress& progress);
     void TakeXTitle(const TTextReport& report);
-    qint64 RowsOf(const TSeries& series, bool& estimated) const;
 
     TxyGraph& m_graph;
     QStringList m_notes;
-    QHash<QString, TRows> m_rows; ///< by source file
 };
 
 } // namespace lumoplot
