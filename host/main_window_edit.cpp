@@ -67,7 +67,9 @@ void TMainWindow::OnShowLegend() {
     const bool visible = m_ui->a_ShowLegend->isChecked();
     m_document->Edit(TPoints::LeaveOut, [&](TxyGraph& graph) {
         graph.Legend()->Setvisible(visible);
-        for (const auto& series : graph.Series()) series->SetShowInLegend(visible);
+        const auto isShown = [](const auto& series) { return series->ShowInLegend(); };
+        if (!visible || std::ranges::any_of(graph.Series(), isShown)) return;
+        for (const auto& series : graph.Series()) series->SetShowInLegend(true); // not an empty legend
     });
 }
 
