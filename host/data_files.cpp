@@ -3,8 +3,8 @@
 #include "data/ds_info.h"
 #include "graph/source_loading.h"
 #include "host/default_look.h"
-#include "sources/series_supplier.h"
-#include "support/guard.h"
+#include "support/errors.h"
+#include "support/message_sink.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -53,15 +53,29 @@ bool NeedsDuplicates(const TSeries& series) {
     return series.DataSourceInfo().RowSamplingFrequency() > 1 || RepeatsX(series);
 }
 
-void TellSkippedRows(const QString& fileName, const TTextReport& report) {
-    if (report.rowsSkipped == 0) return;
+struct TRows {
+    qint64 shown = 0;
+    qint64 inSource = 0;
+    bool estimated = false; ///< a graph file says how rows were sampled, not how many there were
+};
+
+TRows RowsOf(const TSeries& series) {
+    const TSourceRows& rows = series.SourceRows();
+    const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
+    if (!isManual && rows.Chosen > 0) return {rows.Used, rows.Chosen, false};
+    const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
+    return {series.Count(), static_cast<qint64>(series.Count()) * every, every > 1};
+}
+
+QString SkippedRows(const std::string& fileName, const TTextReport& report) {
     constexpr std::size_t kMostShown = 5;
     QString text = Translated("%1: %2 rows could not be read.")
-                       .arg(QFileInfo(fileName).fileName(), QLocale().toString(report.rowsSkipped));
+                       .arg(QFileInfo(QString::fromStdString(fileName)).fileName(),
+                            QLocale().toString(report.rowsSkipped));
     for (std::size_t i = 0; i < std::min(kMostShown, report.messages.size()); ++i)
         text += QLatin1Char('\n') + QString::fromStdString(report.messages[i]);
     if (report.rowsSkipped > static_cast<std::int64_t>(kMostShown)) text += QStringLiteral("\n…");
-    ShowMessage(text.toStdString(), TMessageKind::Warning);
+    return text;
 }
 
 } // namespace
@@ -88,16 +102,10 @@ bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
 }
 
 bool TDataFiles::Load(TSeries& series, TProgress& progress) {
-    if (series.DataSourceInfo().Kind() != TSourceKind::TextFile) return LoadFromSource(series, progress);
-    const std::string fileName = SourceFileOf(series);
-    TTextLoadOptions options;
-    options.budget = m_graph.PointBudget();
-    const TTextReport report = LoadTextSeries(series, fileName, options, progress);
-    if (report.cancelled) return false;
-    const QString name = QString::fromStdString(fileName);
-    m_rows[name] = {report.samplingFrequency, report.rowsChosen};
+    TTextReport report;
+    if (!LoadFromSource(series, progress, &report)) return false;
     if (m_graph.Series().size() == 1) TakeXTitle(report);
-    TellSkippedRows(name, report);
+    if (report.rowsSkipped > 0) m_notes.append(SkippedRows(SourceFileOf(series), report));
     return true;
 }
 
@@ -112,38 +120,37 @@ void TDataFiles::TakeXTitle(const TTextReport& report) {
 bool TDataFiles::ReloadAll(TProgress& progress) {
     for (const auto& series : m_graph.Series()) {
         if (series->DataSourceInfo().Kind() == TSourceKind::Manual) continue;
-        bool goOn = true;
-        Guarded([&] { goOn = Load(*series, progress); });
-        if (!goOn) return false;
+        try {
+            if (!Load(*series, progress)) return false;
+        } catch (const ELumoError& error) {
+            m_notes.append(QString::fromUtf8(error.what()));
+        }
     }
     return true;
 }
 
-qint64 TDataFiles::RowsOf(const TSeries& series, bool& estimated) const {
-    const int every = series.DataSourceInfo().RowSamplingFrequency();
-    if (every <= 1 || series.DataSourceInfo().Kind() == TSourceKind::Manual) return series.Count();
-    const auto rows = m_rows.constFind(QString::fromStdString(SourceFileOf(series)));
-    if (rows != m_rows.constEnd() && rows->every == every) return rows->inFile;
-    estimated = true;
-    return static_cast<qint64>(series.Count()) * every;
+void TDataFiles::TellNotes() {
+    for (const QString& note : std::exchange(m_notes, {}))
+        ShowMessage(note.toStdString(), TMessageKind::Warning);
 }
 
 QString TDataFiles::Summary() const {
-    qint64 shown = 0;
-    qint64 rows = 0;
-    bool estimated = false;
+    TRows all;
     for (const auto& series : m_graph.Series()) {
-        shown += series->Count();
-        rows += RowsOf(*series, estimated);
+        const TRows rows = RowsOf(*series);
+        all.shown += rows.shown;
+        all.inSource += rows.inSource;
+        all.estimated |= rows.estimated;
     }
     if (m_graph.Series().empty()) return Translated("No data");
     const QLocale locale;
     const QString sets = m_graph.Series().size() == 1
                              ? Translated("1 data set")
                              : Translated("%1 data sets").arg(m_graph.Series().size());
-    if (rows == shown) return Translated("%1, all %2 rows").arg(sets, locale.toString(rows));
-    return (estimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
-        .arg(sets, locale.toString(shown), locale.toString(rows));
+    const QString inSource = locale.toString(all.inSource);
+    if (all.shown == all.inSource) return Translated("%1, all %2 rows").arg(sets, inSource);
+    return (all.estimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
+        .arg(sets, locale.toString(all.shown), inSource);
 }
 
 } // namespace lumoplot

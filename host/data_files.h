@@ -5,8 +5,7 @@
 #include "graph/graph.h"
 #include "support/progress.h"
 
-#include <QHash>
-#include <QString>
+#include <QStringList>
 
 namespace lumoplot {
 
@@ -19,29 +18,27 @@ public:
 
     /// Adds a data set that is fed from the file, named and styled, and makes it the current one; the first
     /// one also gives the graph and its X axis their titles, the second one shows the legend. Points with
-    /// equal X are all kept. Rows that can not be read are told. False when the user cancelled; throws what
-    /// reading throws. The graph is then as it was.
+    /// equal X are all kept. False when the user cancelled; throws what reading throws. The graph is then as
+    /// it was.
     bool Add(const QString& fileName, TProgress& progress);
 
-    /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled;
-    /// what can not be read is told. Such data sets keep the points that they have.
+    /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled.
+    /// Data sets that can not be read keep the points that they have.
     bool ReloadAll(TProgress& progress);
+
+    /// Tells which rows and sources could not be read since the last call; for when no progress window is
+    /// open.
+    void TellNotes();
 
     /// "5,000 of 120,000 rows" and the like, for the whole graph.
     QString Summary() const;
 
 private:
-    struct TRows {
-        int every = 1; ///< one of so many rows was read
-        qint64 inFile = 0;
-    };
-
     bool Load(TSeries& series, TProgress& progress);
     void TakeXTitle(const TTextReport& report);
-    qint64 RowsOf(const TSeries& series, bool& estimated) const;
 
     TxyGraph& m_graph;
-    QHash<QString, TRows> m_rows; ///< by source file
+    QStringList m_notes;
 };
 
 } // namespace lumoplot

@@ -19,8 +19,19 @@ namespace {
 
 struct TArguments {
     QStringList files;
-    QString shotFolder; ///< empty for a window that a person uses
+    QString shotFolder;     ///< empty for a window that a person uses
+    bool isExample = false; ///< nobody named the files
 };
+
+/// The example beside an installed program or in the source folder of a build; empty when it is missing.
+QStringList Example() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const char* folder : {"../share/lumoplot/examples", "../../../examples"}) {
+        const QString file = program.filePath(QLatin1String(folder) + QStringLiteral("/enso.csv"));
+        if (QFile::exists(file)) return {QDir::cleanPath(file)};
+    }
+    return {};
+}
 
 TArguments ReadArguments(const QApplication& application) {
     QCommandLineParser parser;
@@ -36,17 +47,8 @@ TArguments ReadArguments(const QApplication& application) {
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Graph and data files to open."),
                                  QStringLiteral("[FILE…]"));
     parser.process(application);
-    return {parser.positionalArguments(), parser.value(shot)};
-}
-
-/// The example beside an installed program or in the source folder of a build; empty when it is missing.
-QStringList Example() {
-    const QDir program(QCoreApplication::applicationDirPath());
-    for (const char* folder : {"../share/lumoplot/examples", "../../../examples"}) {
-        const QString file = program.filePath(QLatin1String(folder) + QStringLiteral("/enso.csv"));
-        if (QFile::exists(file)) return {QDir::cleanPath(file)};
-    }
-    return {};
+    const QStringList files = parser.positionalArguments();
+    return {files.isEmpty() ? Example() : files, parser.value(shot), files.isEmpty()};
 }
 
 /// Without a person there is nothing to ask and nothing of hers to read or change.
@@ -72,7 +74,10 @@ int RunWindow(const TArguments& arguments) {
                        QStringLiteral("/templates"));
     window.RestorePlace();
     window.show();
-    QTimer::singleShot(0, &window, [&] { window.OpenFiles(arguments.files); });
+    QTimer::singleShot(0, &window, [&] {
+        window.OpenFiles(arguments.files);
+        if (arguments.isExample) window.Document().SetModified(false);
+    });
     return QApplication::exec();
 }
 
@@ -92,7 +97,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName(QStringLiteral("Lumoplot"));
     QApplication::setApplicationVersion(QStringLiteral(LUMOPLOT_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/host/icons/lumoplot.svg")));
-    TArguments arguments = ReadArguments(application);
-    if (arguments.files.isEmpty()) arguments.files = Example();
+    const TArguments arguments = ReadArguments(application);
     return arguments.shotFolder.isEmpty() ? RunWindow(arguments) : RunShots(arguments);
 }

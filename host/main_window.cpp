@@ -91,7 +91,7 @@ void TMainWindow::ConnectGraph() {
 
 void TMainWindow::ShowState() {
     setWindowFilePath(m_document->FileName());
-    setWindowTitle(tr("%1[*] – %2").arg(m_document->DisplayName(), QApplication::applicationDisplayName()));
+    setWindowTitle(m_document->DisplayName() + QStringLiteral("[*]")); // the program's name follows by itself
     setWindowModified(m_document->IsModified());
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);

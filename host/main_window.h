@@ -55,6 +55,8 @@ private:
     bool SaveTo(const QString& fileName);
     void OpenGraph(const QString& fileName);
     void OpenData(const QString& fileName);
+    /// Reads the data sets from their sources again; false when the user cancelled.
+    bool ReloadData();
     /// A name for a file that is proposed from the graph's title; empty where that can be none.
     QString TitleAsFileName() const;
     QString PictureName() const;

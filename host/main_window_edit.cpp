@@ -13,8 +13,12 @@
 namespace lumoplot {
 
 void TMainWindow::OpenData(const QString& fileName) {
-    TProgressBox progress(this);
-    if (!m_dataFiles->Add(fileName, progress)) return;
+    const bool added = [&] {
+        TProgressBox progress(this);
+        return m_dataFiles->Add(fileName, progress);
+    }();
+    m_dataFiles->TellNotes();
+    if (!added) return;
     m_document->SetModified(true);
     m_recentFiles->Add(fileName);
 }
@@ -41,21 +45,31 @@ void TMainWindow::OnAxesAndTitle() {
     TAxesDialog(*m_document, this).exec();
 }
 
+bool TMainWindow::ReloadData() {
+    const bool done = [&] {
+        TProgressBox progress(this);
+        return m_dataFiles->ReloadAll(progress);
+    }();
+    m_dataFiles->TellNotes();
+    return done;
+}
+
 void TMainWindow::OnLoadEveryRow() {
     const int before = Graph().PointBudget();
     const bool everyRow = m_ui->a_LoadEveryRow->isChecked();
     Graph().SetPointBudget(everyRow ? std::numeric_limits<int>::max() : TxyGraph::kHostPointBudget);
-    TProgressBox progress(this);
-    bool done = false;
-    m_document->Edit(TPoints::Include, [&](TxyGraph&) { done = m_dataFiles->ReloadAll(progress); });
-    if (!done) Graph().SetPointBudget(before);
+    m_document->Edit(TPoints::Include, [&](TxyGraph& graph) {
+        if (!ReloadData()) graph.SetPointBudget(before);
+    });
 }
 
 void TMainWindow::OnShowLegend() {
     const bool visible = m_ui->a_ShowLegend->isChecked();
     m_document->Edit(TPoints::LeaveOut, [&](TxyGraph& graph) {
         graph.Legend()->Setvisible(visible);
-        for (const auto& series : graph.Series()) series->SetShowInLegend(visible);
+        const auto isShown = [](const auto& series) { return series->ShowInLegend(); };
+        if (!visible || std::ranges::any_of(graph.Series(), isShown)) return;
+        for (const auto& series : graph.Series()) series->SetShowInLegend(true); // not an empty legend
     });
 }
 

@@ -1,7 +1,6 @@
 // The File menu of the main window.
 #include "host/file_choice.h"
 #include "host/main_window.h"
-#include "host/progress_box.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
@@ -87,8 +86,7 @@ void TMainWindow::OnNewFromTemplate() {
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
     if (fileName.isEmpty()) return;
     m_document->NewFromTemplate(fileName);
-    TProgressBox progress(this);
-    m_dataFiles->ReloadAll(progress);
+    ReloadData();
 }
 
 void TMainWindow::OnOpenGraph() {
