@@ -178,6 +178,8 @@ BENCHMARK(RunMuParser)->Name("muparser")->DenseRange(0, 5);
 /// The console's table, and the ratios to the hand-written C++ behind it.
 class TRatioReporter : public benchmark::ConsoleReporter {
 public:
+    TRatioReporter() : ConsoleReporter(OO_None) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) m_times[run.benchmark_name()] = run.GetAdjustedCPUTime();
@@ -196,7 +198,10 @@ private:
         return time == m_times.end() ? 0 : time->second;
     }
 
+    // Nothing for a way that was filtered out or is not built.
     void PrintRatiosOf(const char* way) const {
+        for (std::size_t model = 0; model < std::size(kModels); ++model)
+            if (TimeOf(way, model) == 0 || TimeOf("hand", model) == 0) return;
         double logarithms = 0;
         std::printf("%-12s", way);
         for (std::size_t model = 0; model < std::size(kModels); ++model) {

@@ -31,6 +31,7 @@ struct TConvertCommand {
         const auto kind = KindByExtension(out);
         if (!kind) throw EUsage("OUT: '" + out + "' does not end with .ltp, .lds, .lfn, .dat, .csv or .txt");
         if (text && kind == TFileKind::Text) throw EUsage("--text is for .ltp, .lds and .lfn files");
+        if (data.set && kind == TFileKind::Graph) throw EUsage("--set is for files of one data set");
         SetCompactStreams(!text);
         if (kind == TFileKind::Function)
             WriteFunction();

@@ -21,19 +21,14 @@ struct TValueDocument {
     }
 };
 
-TDocument CompositeDocument(const TDataSeries& series) {
-    return CurveFitDocument(series.CurveFit());
-}
-
-// Rows that are neither read nor composite (those that files no longer carry) have no value to show.
+// The composite records of a data series are those of its curve fit. What files no longer carry is not shown.
 template <class T>
 void AppendSection(TDocument& section, std::span<const TSectionRow<T>> rows, const T& object) {
     for (const auto& row : rows) {
         const std::string label(Trimmed(row.label));
-        if (row.get)
-            section[label] = std::visit(TValueDocument{}, row.get(object));
-        else if constexpr (std::is_same_v<T, TDataSeries>)
-            section[label] = CompositeDocument(object);
+        if (row.get) section[label] = std::visit(TValueDocument{}, row.get(object));
+        if constexpr (std::is_same_v<T, TDataSeries>)
+            if (!row.get && row.write) section[label] = CurveFitDocument(object.CurveFit());
     }
 }
 

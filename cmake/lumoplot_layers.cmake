@@ -8,7 +8,8 @@ target_compile_options(lumoplot_flags INTERFACE
   -ffp-contract=off -Wno-restrict $<$<BOOL:${LUMOPLOT_WERROR}>:-Werror>)
 if(LUMOPLOT_SANITIZE)
   target_compile_options(lumoplot_flags INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1
+    -Wno-maybe-uninitialized) # false reports about instrumented code
   target_link_options(lumoplot_flags INTERFACE -fsanitize=address,undefined)
 endif()
 

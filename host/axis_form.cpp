@@ -10,8 +10,12 @@
 namespace lumoplot {
 namespace {
 
-QString Text(double value) {
-    return QString::fromStdString(FormatShortest(value));
+/// Automatic ranges end a hair behind round numbers; nobody wants to read that.
+constexpr int kDigitsShown = 9;
+
+void Show(QLineEdit& edit, double value) {
+    edit.setText(QString::fromStdString(FormatGeneral(value, kDigitsShown)));
+    edit.setModified(false);
 }
 
 double Number(const QLineEdit& edit) {
@@ -31,10 +35,10 @@ TAxisForm::~TAxisForm() = default;
 void TAxisForm::Fill(const TAxis& axis) {
     m_ui->e_Title->setText(QString::fromStdString(axis.Title()));
     m_ui->cb_AutoSizing->setChecked(axis.AutoSizing());
-    m_ui->e_Min->setText(Text(axis.Min()));
-    m_ui->e_Max->setText(Text(axis.Max()));
+    Show(*m_ui->e_Min, axis.Min());
+    Show(*m_ui->e_Max, axis.Max());
     m_ui->cb_AutoStepping->setChecked(axis.AutoStepping());
-    m_ui->e_StepSize->setText(Text(axis.StepSize()));
+    Show(*m_ui->e_StepSize, axis.StepSize());
     m_ui->cb_ShowAxis->setChecked(axis.ShowAxis());
     m_ui->cb_Gridlines->setChecked(axis.Gridlines());
     m_ui->cb_LogScale->setChecked(axis.LogScale());
@@ -62,13 +66,13 @@ void TAxisForm::Store(TAxis& axis) const {
     axis.SetGridlines(m_ui->cb_Gridlines->isChecked());
     axis.SetReversed(m_ui->cb_Reversed->isChecked());
     axis.SetLogScale(m_ui->cb_LogScale->isChecked());
-    if (!m_ui->cb_AutoSizing->isChecked()) {
-        axis.SetMin(Number(*m_ui->e_Min));
-        axis.SetMax(Number(*m_ui->e_Max));
-    }
     axis.SetAutoSizing(m_ui->cb_AutoSizing->isChecked());
-    if (!m_ui->cb_AutoStepping->isChecked()) axis.SetStepSize(Number(*m_ui->e_StepSize));
     axis.SetAutoStepping(m_ui->cb_AutoStepping->isChecked());
+    // A number that was not typed keeps the digits that are not shown.
+    const auto typed = [](const QLineEdit& edit) { return edit.isEnabled() && edit.isModified(); };
+    if (typed(*m_ui->e_Min)) axis.SetMin(Number(*m_ui->e_Min));
+    if (typed(*m_ui->e_Max)) axis.SetMax(Number(*m_ui->e_Max));
+    if (typed(*m_ui->e_StepSize)) axis.SetStepSize(Number(*m_ui->e_StepSize));
 }
 
 } // namespace lumoplot

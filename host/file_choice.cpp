@@ -57,7 +57,8 @@ QString DataFilters() {
 QString LastFolder() {
     const QString folder = QSettings().value(kFolderKey).toString();
     if (!folder.isEmpty() && QDir(folder).exists()) return folder;
-    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
 void RememberFolderOf(const QString& fileName) {

@@ -1,6 +1,7 @@
 // The File menu of the main window.
 #include "host/file_choice.h"
 #include "host/main_window.h"
+#include "host/progress_box.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
@@ -84,7 +85,10 @@ void TMainWindow::OnNewFromTemplate() {
     const QString folder = m_document->TemplateFolder();
     const QString proposal = QDir(folder).exists() ? folder + QLatin1Char('/') : QString();
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
-    if (!fileName.isEmpty()) m_document->NewFromTemplate(fileName);
+    if (fileName.isEmpty()) return;
+    m_document->NewFromTemplate(fileName);
+    TProgressBox progress(this);
+    m_dataFiles->ReloadAll(progress);
 }
 
 void TMainWindow::OnOpenGraph() {

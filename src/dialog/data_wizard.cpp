@@ -26,10 +26,14 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     ShowSeries(-1);
 }
 
-// Pages and the working graph are children; nothing may call back while they go.
+// The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
+// an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
     m_filling = true;
+    m_currSeries = nullptr;
     m_workGraph->disconnect(this);
+    m_ui->tabs->disconnect(this);
+    for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
 }
 
 void TxyDataWizard::AddPages() {

@@ -6,7 +6,7 @@
 #include "support/number_text.h"
 #include "ui_regressions_page.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
@@ -47,15 +47,25 @@ void KeepPlaceWhenHidden(QWidget& control) {
 TRegressionsPage::TRegressionsPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TRegressionsPage>()) {
     m_ui->setupUi(this);
-    for (QWidget* control :
-         {static_cast<QWidget*>(m_ui->lblLineColor), static_cast<QWidget*>(m_ui->lblBoundsColor),
-          static_cast<QWidget*>(m_ui->b_RegressionColor), static_cast<QWidget*>(m_ui->b_BoundsColor)})
-        KeepPlaceWhenHidden(*control);
+    KeepControlsInPlace();
     ConnectRegression();
     ConnectBounds();
 }
 
 TRegressionsPage::~TRegressionsPage() = default;
+
+// Neither another caption nor a colour box that comes and goes moves what lies beside it.
+void TRegressionsPage::KeepControlsInPlace() {
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->lblLineColor), static_cast<QWidget*>(m_ui->lblBoundsColor),
+          static_cast<QWidget*>(m_ui->b_RegressionColor), static_cast<QWidget*>(m_ui->b_BoundsColor)})
+        KeepPlaceWhenHidden(*control);
+    int width = 0;
+    for (int item = 0; item < m_ui->cbx_Regression->count(); ++item)
+        for (const char* caption : {CaptionsOf(item).First, CaptionsOf(item).Second})
+            width = std::max(width, fontMetrics().horizontalAdvance(QLatin1String(caption)));
+    m_ui->lblControlValue1->setMinimumWidth(width);
+}
 
 void TRegressionsPage::ConnectRegression() {
     connect(m_ui->cbx_Regression, &QComboBox::currentIndexChanged, this, [this] {

@@ -27,6 +27,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void KeepControlsInPlace();
     void ConnectRegression();
     void ConnectBounds();
     void EnableLineControls();

@@ -62,11 +62,27 @@ void CentreOnScreen(QWidget& window) {
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
 }
 
-// Without it the dialog, which has no parent, could be covered by the window that it blocks.
-void StayAbove(QWidget& window, const QWidget* host) {
-    if (!host || host == &window || !host->windowHandle()) return;
-    window.winId();
-    window.windowHandle()->setTransientParent(host->windowHandle());
+// Keeps the dialog, which has no parent, above the window that it blocks while it is shown.
+class TStayAbove {
+public:
+    TStayAbove(QWidget& window, const QWidget* host) : m_window(window) {
+        if (!host || host == &window || !host->windowHandle()) return;
+        window.winId();
+        window.windowHandle()->setTransientParent(host->windowHandle());
+    }
+    ~TStayAbove() {
+        if (m_window.windowHandle()) m_window.windowHandle()->setTransientParent(nullptr);
+    }
+    TStayAbove(const TStayAbove&) = delete;
+    TStayAbove& operator=(const TStayAbove&) = delete;
+
+private:
+    QWidget& m_window;
+};
+
+int ShowModal(TxyDataWizard& wizard) {
+    const TStayAbove above(wizard, QApplication::activeWindow());
+    return wizard.exec();
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -84,12 +100,11 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
     CentreOnScreen(wizard);
-    StayAbove(wizard, QApplication::activeWindow());
     if (openWithSource) {
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));
     }
-    const int result = wizard.exec();
+    const int result = ShowModal(wizard);
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());

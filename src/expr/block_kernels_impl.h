@@ -1,5 +1,7 @@
 // The kernels for one kind of vector, included by one source file for each instruction set. Everything here
-// has internal linkage, so that the linker never takes one set's code for another's.
+// has internal linkage, and what is instantiated of the vector library carries the instruction set in its
+// type, so that the linker never takes one set's code for another's. The exception is the library's reduction
+// of huge angles, which the limits below keep from ever being called.
 //
 // The vector library's functions are within 2 ulp of the scalar ones in the ranges named here (measured over
 // each range, and near its ends and its zeros); elements outside are computed one by one.

@@ -49,6 +49,7 @@ private:
         for (const TStepShape& shape : ShapesOf(m_steps[index].Operation)) {
             m_next = shape.Nodes.data();
             m_leaves = 0;
+            m_args = {};
             m_inner.clear();
             if (!Matches(index)) continue;
             m_steps[index].Procedure = shape.Procedure;

@@ -34,9 +34,9 @@ class XYGRAPH_EXPORT TAxis : public TGraphSettings {
     Q_PROPERTY(bool AutoStepping READ AutoStepping WRITE SetAutoStepping)
 
 public:
-    enum TLabelFormat { lfFixed, lfExp, lfAuto };
+    enum TLabelFormat : int { lfFixed, lfExp, lfAuto };
     Q_ENUM(TLabelFormat)
-    enum Dateticks {
+    enum Dateticks : int {
         dt_minute,
         dt_5minute,
         dt_halfhourly,
@@ -52,7 +52,7 @@ public:
         dt_custom
     };
     Q_ENUM(Dateticks)
-    enum TAxisOffsetType { ao_Minimum, ao_Maximum, ao_percentage, ao_absolute };
+    enum TAxisOffsetType : int { ao_Minimum, ao_Maximum, ao_percentage, ao_absolute };
     Q_ENUM(TAxisOffsetType)
 
     TAxis(TxyGraph& graph, TAxisRole role);

@@ -178,6 +178,13 @@ private:
     void CollectExtents();
     void RequestFullRepaint();
 
+    // The settings below ask for repaints while they are made, so the flags come first.
+    bool m_needsRescale = false;
+    bool m_scaleFailed = false;
+    bool m_repaintRequested = false;
+    bool m_updating = false;
+    bool m_editorMode = false;
+    mutable bool m_savedWithData = false;
     std::unique_ptr<TDimensions> m_dimensions;
     std::unique_ptr<TAppearance> m_appearance;
     std::unique_ptr<TAxis> m_xAxis;
@@ -190,12 +197,6 @@ private:
     std::vector<std::unique_ptr<TxyChildGr>> m_children;
     int m_highestNumber = 0;
     int m_pointBudget = kHostPointBudget;
-    bool m_needsRescale = false;
-    bool m_scaleFailed = false;
-    bool m_repaintRequested = false;
-    bool m_updating = false;
-    bool m_editorMode = false;
-    mutable bool m_savedWithData = false;
 };
 
 } // namespace lumoplot

@@ -22,9 +22,9 @@ class XYGRAPH_EXPORT TLegend : public TGraphSettings {
     Q_PROPERTY(int YMargin READ YMargin WRITE SetYMargin)
 
 public:
-    enum TLegendStyle { lsAcross, lsDown };
+    enum TLegendStyle : int { lsAcross, lsDown };
     Q_ENUM(TLegendStyle)
-    enum TBorderStyle { bsNone, bsSingle };
+    enum TBorderStyle : int { bsNone, bsSingle };
     Q_ENUM(TBorderStyle)
 
     explicit TLegend(TxyGraph& graph) : TGraphSettings(graph) {}

@@ -27,7 +27,11 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
     const bool plainSeparators =
         !m_blanksSeparate || format.separators.find_first_not_of(" \t") == std::string::npos;
     const bool numbers = format.xFormat == TColumnFormat::Number && format.yFormat == TColumnFormat::Number;
-    m_possible = format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
+    const auto isPartOfNumbers = [](const std::string& text) {
+        return text.find_first_of("0123456789+-eEdD") != std::string::npos;
+    };
+    m_possible = !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
+                 format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
                  format.timeColumn == TTextFormat::kNoColumn && !splitter.IsSeparator(format.decimalSign);
 }
 

@@ -40,12 +40,14 @@ bool TSampleRow::HasValue() const {
     return std::any_of(kinds.begin(), kinds.end(), IsValue);
 }
 
-TSampleTable::TSampleTable(const TTextSample& sample, const TTextFormat& format) {
+TSampleTable::TSampleTable(const TTextSample& sample, const TTextFormat& format)
+    : m_fixedHeaderRows(format.headerRows) {
+    const std::size_t maxRows = kMaxRows + static_cast<std::size_t>(std::max(format.headerRows, 0));
     const TRowSplitter splitter(format);
     const TTextEnd textEnd = sample.whole ? TTextEnd::File : TTextEnd::More;
     const char* text = sample.text.data();
     const char* end = text + sample.text.size();
-    while (text < end && m_rows.size() < kMaxRows) {
+    while (text < end && m_rows.size() < maxRows) {
         TSampleRow row;
         const TTextRow read = splitter.Split(text, end, textEnd, row.cells);
         if (read.kind == TRowKind::Incomplete) break;
@@ -78,11 +80,14 @@ std::size_t TSampleTable::FindWidth() const {
     return width;
 }
 
-// Of the rows with values; the first third of all may be header rows and has no vote.
+// Of the rows with values; where the header rows are to be found, the first third of all may be some and has
+// no vote.
 TCellKind TSampleTable::FindKind(std::size_t column) const {
     std::array<std::size_t, 5> counts{};
     std::size_t cells = 0;
-    for (std::size_t i = m_rows.size() / 3; i < m_rows.size(); ++i) {
+    const std::size_t first =
+        m_fixedHeaderRows < 0 ? m_rows.size() / 3 : static_cast<std::size_t>(m_fixedHeaderRows);
+    for (std::size_t i = first; i < m_rows.size(); ++i) {
         const TSampleRow& row = m_rows[i];
         if (row.kind != TRowKind::Data || row.Width() != m_columns.size() || column >= row.kinds.size())
             continue;
@@ -148,6 +153,7 @@ std::size_t TSampleTable::FirstFitting() const {
 }
 
 std::size_t TSampleTable::HeaderRows() const {
+    if (m_fixedHeaderRows >= 0) return static_cast<std::size_t>(m_fixedHeaderRows);
     std::size_t first = FirstFitting();
     for (std::size_t i = first; i > 0; --i) {
         if (m_rows[i - 1].kind != TRowKind::Data) continue;

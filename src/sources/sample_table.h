@@ -29,8 +29,10 @@ bool IsValue(TCellKind kind);
 
 class TSampleTable {
 public:
+    /// Behind the header rows where they are known.
     static constexpr std::size_t kMaxRows = 400;
 
+    /// With header rows below 0 in the format they are found, else kept.
     TSampleTable(const TTextSample& sample, const TTextFormat& format);
 
     const std::vector<TSampleRow>& Rows() const { return m_rows; }
@@ -70,6 +72,7 @@ private:
 
     std::vector<TSampleRow> m_rows;
     std::vector<TCellKind> m_columns;
+    int m_fixedHeaderRows = 0;
 };
 
 } // namespace lumoplot

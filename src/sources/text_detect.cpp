@@ -2,6 +2,7 @@
 
 #include "sources/sample_table.h"
 #include "sources/text_columns.h"
+#include "sources/text_window.h"
 #include "support/errors.h"
 
 #include <algorithm>
@@ -11,7 +12,6 @@ namespace lumoplot {
 namespace {
 
 constexpr std::size_t kSampleSize = 65536;
-constexpr std::size_t kMaxRowLength = std::size_t{4} << 20;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
 /// Below it the text is prose with some numbers in it, unless the user has said how to read it.
@@ -32,8 +32,8 @@ void RequireText(const TTextFile& file, std::string_view text) {
                      " holds characters that no text has");
 }
 
-bool HasRowEnd(std::string_view text) {
-    return text.find_first_of("\r\n") < text.size() - 1;
+std::int64_t CountLineEnds(std::string_view text) {
+    return std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
 }
 
 std::vector<std::string> SeparatorsToTry(const TDSInfo& info) {
@@ -75,6 +75,7 @@ TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
     format.encoding = sample.encoding;
     format.quotes = info.TextMarkers();
     format.columnWidth = info.DivideTextByWidth() ? info.ColumnWidth() : 0;
+    format.headerRows = info.FileHasHeaders();
     return format;
 }
 
@@ -116,9 +117,7 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
     // A separator that divides nothing is none.
     const bool found = !m_info.DivideTextByWidth() && m_info.TextSeparators().empty();
     if (found && !separators.empty() && table.Columns().size() < 2) return;
-    const bool fixedRows = m_info.FileHasHeaders() != TDSInfo::kFindHeaders;
-    const std::size_t headerRows =
-        fixedRows ? static_cast<std::size_t>(m_info.FileHasHeaders()) : table.HeaderRows();
+    const std::size_t headerRows = table.HeaderRows();
     format.headerRows = static_cast<int>(headerRows);
     format.trailingSeparator = table.HasTrailingSeparator(headerRows);
     for (const TCellKind kind : table.Columns()) format.columns.push_back({{}, kind});
@@ -178,26 +177,31 @@ TTextReadings TFormatFinder::Find() {
         if (DiffersFrom(found.best, m_readings[i])) found.runnerUp = m_readings[i];
     const bool isFree = m_info.TextSeparators().empty() && m_info.FileHasHeaders() == TDSInfo::kFindHeaders &&
                         m_info.XDataColumn().empty() && m_info.YDataColumn().empty();
-    if (found.best.score < (isFree ? kProse : 1e-9) && found.best.problem.empty())
+    if (found.best.score <= (isFree ? kProse : 0) && found.best.problem.empty())
         found.best.problem = "holds no table of numbers";
     return found;
 }
 
 } // namespace
 
-TTextSample TakeSample(TTextFile& file, const TTextWishes& wishes) {
+TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& wishes) {
     TTextSample sample;
     sample.encoding = wishes.encoding.value_or(file.Encoding());
     file.Restart(sample.encoding);
-    do {
-        if (sample.text.size() > kMaxRowLength)
-            throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
+    std::int64_t lineEnds = 0;
+    // A piece with data behind the header rows, or as far as a row may reach.
+    for (bool isEnough = false; !sample.whole && !isEnough;) {
+        isEnough = lineEnds > std::int64_t{2} * std::max(info.FileHasHeaders(), 0);
         const std::size_t before = sample.text.size();
+        if (before > TTextWindow::kMaxRowLength) break;
         sample.text.resize(before + kSampleSize);
         const std::size_t count = file.Read(sample.text.data() + before, kSampleSize);
         sample.text.resize(before + count);
         sample.whole = count == 0;
-    } while (!sample.whole && (sample.text.size() < kSampleSize || !HasRowEnd(sample.text)));
+        lineEnds += CountLineEnds(std::string_view(sample.text).substr(before));
+    }
+    if (lineEnds == 0 && !sample.whole)
+        throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
     RequireText(file, sample.text);
     file.Restart(sample.encoding);
     return sample;

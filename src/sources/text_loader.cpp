@@ -42,7 +42,7 @@ TTextReport LoadText(const TTextSource& source, const TDSInfo& info, const TText
                      const TPointSink& sink, TProgress& progress) {
     TTextFile file(source);
     TTextReport report;
-    report.readings = FindTextFormat(TakeSample(file, options.wishes), info, options.wishes);
+    report.readings = FindTextFormat(TakeSample(file, info, options.wishes), info, options.wishes);
     const TTextReading& reading = report.readings.best;
     if (!reading.problem.empty()) throw EFileError("File " + source.Name + " " + reading.problem);
 

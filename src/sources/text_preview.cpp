@@ -56,7 +56,7 @@ private:
 TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
                          const TTextWishes& wishes) {
     TTextFile file(source);
-    const TTextSample sample = TakeSample(file, wishes);
+    const TTextSample sample = TakeSample(file, info, wishes);
     TTextPreview preview;
     preview.readings = FindTextFormat(sample, info, wishes);
     const TRowSplitter splitter(preview.readings.best.format);

@@ -26,47 +26,42 @@ bool TRowValues::Read(std::span<const TTextCell> cells, std::int64_t dataRow, do
 
 bool TRowValues::ReadCell(std::span<const TTextCell> cells, int column, TColumnFormat kind, double& value,
                           TRowProblem& problem) const {
+    const auto index = static_cast<std::size_t>(column);
+    const char* fault = index >= cells.size()           ? " is missing"
+                        : cells[index].text.empty()     ? " is empty"
+                        : kind == TColumnFormat::Number ? ReadNumberCell(cells[index], value)
+                                                        : ReadDateCell(cells[index], value);
+    if (fault == nullptr) return true;
+    const bool hasText = index < cells.size() && !cells[index].text.empty();
     problem.column = column;
-    const std::string place = "column " + ColumnText(m_format, column);
-    if (static_cast<std::size_t>(column) >= cells.size()) {
-        problem.text = place + " is missing";
-        return false;
-    }
-    const TTextCell& cell = cells[static_cast<std::size_t>(column)];
-    if (cell.text.empty()) {
-        problem.text = place + " is empty";
-        return false;
-    }
-    if (kind == TColumnFormat::DateTime ? ReadDateCell(cell, value, problem)
-                                        : ReadNumberCell(cell, value, problem))
-        return true;
-    problem.text = Quoted(cell) + " in " + place + problem.text;
+    problem.text =
+        (hasText ? Quoted(cells[index]) + " in " : "") + "column " + ColumnText(m_format, column) + fault;
     return false;
 }
 
-bool TRowValues::ReadNumberCell(const TTextCell& cell, double& value, TRowProblem& problem) const {
+// Null, or what is wrong with the cell.
+const char* TRowValues::ReadNumberCell(const TTextCell& cell, double& value) const {
     const TNumberReading reading = ParseNumber(cell.text, m_format.decimalSign);
     value = reading.value;
     switch (reading.state) {
-    case TNumberState::Number: return true;
-    case TNumberState::NoNumber: problem.text = " is not a number"; break;
-    case TNumberState::NotFinite: problem.text = " is no value"; break;
-    case TNumberState::TooLarge: problem.text = " is too large"; break;
-    case TNumberState::TooSmall: problem.text = " is too close to 0"; break;
+    case TNumberState::Number: return nullptr;
+    case TNumberState::NoNumber: return " is not a number";
+    case TNumberState::NotFinite: return " is no value";
+    case TNumberState::TooLarge: return " is too large";
+    case TNumberState::TooSmall: break;
     }
-    return false;
+    return " is too close to 0";
 }
 
 // A number among dates is the count of days that it would become.
-bool TRowValues::ReadDateCell(const TTextCell& cell, double& value, TRowProblem& problem) const {
+const char* TRowValues::ReadDateCell(const TTextCell& cell, double& value) const {
     if (const auto date = ParseDate(cell.text, m_format.dateOrder)) {
         value = date->days;
-        return true;
+        return nullptr;
     }
     const TNumberReading number = ParseNumber(cell.text, m_format.decimalSign);
     value = number.value;
-    problem.text = " is not a date";
-    return number.state == TNumberState::Number;
+    return number.state == TNumberState::Number ? nullptr : " is not a date";
 }
 
 std::string TRowValues::Quoted(const TTextCell& cell) const {

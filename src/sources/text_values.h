@@ -30,8 +30,8 @@ public:
                   TRowProblem& problem) const;
 
 private:
-    bool ReadNumberCell(const TTextCell& cell, double& value, TRowProblem& problem) const;
-    bool ReadDateCell(const TTextCell& cell, double& value, TRowProblem& problem) const;
+    const char* ReadNumberCell(const TTextCell& cell, double& value) const;
+    const char* ReadDateCell(const TTextCell& cell, double& value) const;
     std::string Quoted(const TTextCell& cell) const;
 
     const TTextFormat& m_format;

@@ -1,5 +1,5 @@
-// Holds the architecture: a layer includes only itself and the layers above it, and no files include each other in a
-// loop.
+// Holds the architecture: a layer includes only itself and the layers above it, and no files include each
+// other in a loop.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -16,8 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // From top to bottom; an arrow may only run upwards.
-const std::vector<std::string> kLayers = {"support", "expr",  "data/stream",   "fit",     "fit/equation_editor", "data",
-                                          "sources", "graph", "graph/drawing", "dialogs", "dialog",              "editor"};
+const std::vector<std::string> kLayers = {
+    "support",       "expr",    "data/stream", "fit",   "fit/equation_editor", "data", "sources", "graph",
+    "graph/drawing", "dialogs", "dialog",      "editor"};
 
 using TIncludes = std::map<std::string, std::vector<std::string>>;
 
@@ -38,7 +39,9 @@ TIncludes ReadIncludes() {
     return includes;
 }
 
-std::string FolderOf(const std::string& file) { return fs::path(file).parent_path().generic_string(); }
+std::string FolderOf(const std::string& file) {
+    return fs::path(file).parent_path().generic_string();
+}
 
 // The place of a file's layer in the list, or -1.
 int LayerOf(const std::string& file) {

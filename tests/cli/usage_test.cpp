@@ -55,6 +55,7 @@ TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
         {"convert", "data.csv"},
         {"convert", "data.csv", "data.xls"},
         {"convert", "data.csv", "data.dat", "--text"},
+        {"convert", "data.ltp", "again.ltp", "--set", "1"},
         {"render", "data.csv", "data.jpg"},
         {"render", "data.csv", "data.png", "--size", "800"},
         {"render", "data.csv", "data.png", "--size", "0x600"},

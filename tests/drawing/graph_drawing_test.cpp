@@ -4,9 +4,11 @@
 #include "graph/dimensions.h"
 #include "graph/drawing/drawing.h"
 #include "graph/drawing/graph_layout.h"
+#include "graph/drawing/series_positions.h"
 #include "graph/legend.h"
 #include "recording_device.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -190,6 +192,34 @@ TEST_F(TGraphDrawing, MarksAreDrawnOnTheirAxes) {
     }
     EXPECT_FALSE(Says("hidden"));
     EXPECT_FALSE(Says("outside"));
+}
+
+// The same line through the summary of a large data set and through its points one by one.
+TEST_F(TGraphDrawing, SummariesChangeNothing) {
+    TSeries& series = Add({});
+    TPointChain points;
+    for (int i = 0; i < 30000; ++i) points.Add(i, i % 977 == 5 ? kNan : std::sin(i * 0.7) + i * 1e-4, {});
+    series.SwapPoints(std::move(points));
+    series.SetBaseLineSlope(1e-4);
+    for (const bool log : {false, true})
+        for (const double first : {-100.0, 500.0, 20000.0}) {
+            const TScaleMap xMap(first, first + 9000, 0, 300);
+            const TScaleMap yMap(log ? 0.01 : -1, 1, 200, 0, log ? TScaleKind::Log : TScaleKind::Linear);
+            const TSeriesPositions positions(series, xMap, yMap);
+            TColumnReducer reducer(0, 300);
+            positions.ForEachRun([&](auto x, auto y) { reducer.Add(x, y); });
+            const TPolylines expected = reducer.Finish();
+            const TPolylines lines = positions.Reduced(TColumnReducer(0, 300));
+            ASSERT_EQ(lines.Count(), expected.Count());
+            for (std::size_t i = 0; i < lines.Count(); ++i)
+                EXPECT_TRUE(std::ranges::equal(lines.Line(i), expected.Line(i)));
+        }
+    const auto before = SummaryOf(series);
+    EXPECT_EQ(SummaryOf(series), before);
+    series.SetPointsShown(true);
+    EXPECT_EQ(SummaryOf(series), before);
+    series.SetPointY(17, 5);
+    EXPECT_NE(SummaryOf(series), before);
 }
 
 TEST_F(TGraphDrawing, TheLegendNamesTheDataSetsThatAskForIt) {

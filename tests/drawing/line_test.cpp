@@ -192,6 +192,27 @@ TEST(SymbolCloud, EachPixelIsTakenOnce) {
     }
 }
 
+// Many points are merged into one picture, few are stamped: the two must look alike.
+TEST(SymbolCloud, MergedSymbolsLookLikeStampedOnes) {
+    const TPath path = Wandering(6000);
+    for (const bool filled : {false, true})
+        for (const TPointShape shape : {TPointShape::Circle, TPointShape::Star, TPointShape::WidePoint}) {
+            const TSymbol symbol{shape, 20, 1, filled, Qt::black};
+            const auto drawn = [&](std::size_t pointsAtOnce) {
+                return Drawn([&](QPainter& painter) {
+                    const TCanvas canvas(painter, TDrawPurpose::Show);
+                    for (std::size_t i = 0; i < path.X.size(); i += pointsAtOnce) {
+                        TSymbolCloud cloud(canvas, symbol, QRectF(0, 0, kWidth, kHeight));
+                        cloud.Add(std::span(path.X).subspan(i, pointsAtOnce),
+                                  std::span(path.Y).subspan(i, pointsAtOnce));
+                        cloud.Draw();
+                    }
+                });
+            };
+            EXPECT_LE(DifferentPixels(drawn(6000), drawn(50)), 200) << static_cast<int>(shape);
+        }
+}
+
 QRect InkPlace(const QImage& image) {
     QRect ink;
     for (int y = 0; y < image.height(); ++y)

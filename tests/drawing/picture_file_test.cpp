@@ -66,6 +66,28 @@ TEST_F(TPictureFile, VectorFilesAreWhatTheirEndingSays) {
     EXPECT_NE(content.find("/MediaBox [0 0 225"), std::string::npos); // 300/96 inch in points
 }
 
+// A panel somewhere inside a window, on a screen with any number of pixels, shows what it shows alone.
+TEST_F(TPictureFile, APanelInsideAWindowLooksTheSame) {
+    QWidget window;
+    window.resize(500, 400);
+    auto* panel = new TxyGraph(&window);
+    panel->setGeometry(70, 50, 300, 200);
+    m_graph.FirstSeries()->SetPointsShown(true);
+    panel->CopyFrom(m_graph);
+    const auto seen = [](QWidget& widget, const QRect& place, double ratio) {
+        QImage image(place.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        widget.render(&image, QPoint(), QRegion(place));
+        return image;
+    };
+    for (const double ratio : {1.0, 2.0}) {
+        const QImage alone = seen(*panel, panel->rect(), ratio);
+        EXPECT_EQ(seen(window, panel->geometry(), ratio), alone) << ratio;
+        EXPECT_EQ(alone.pixel(5, 5), qRgb(255, 255, 255));
+        EXPECT_NE(alone, QImage(alone).scaled(1, 1).scaled(alone.size()));
+    }
+}
+
 // Whatever the picture's scale, the axis line is as sharp as the pixels are.
 TEST_F(TPictureFile, AxisLinesAreCrispAtEveryScale) {
     m_graph.Appearance()->SetAxesColor(kRed);

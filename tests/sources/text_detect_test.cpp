@@ -148,6 +148,20 @@ TEST_F(TextFormat, WhatIsDescribedIsNotSearchedFor) {
     EXPECT_EQ(Describe(report.readings.best.format), "blank, decimal point, 2 header rows, UTF-8");
 }
 
+TEST_F(TextFormat, HeaderRowsMayReachBeyondTheSample) {
+    info.SetFileHasHeaders(20000);
+    std::string text;
+    for (int i = 0; i < 20000; ++i) text += "some; words\n";
+    EXPECT_EQ(LoadThis(text + "1.5;2.5\n3;-4\n").rowsSkipped, 0);
+    EXPECT_EQ(points, kTwo);
+}
+
+TEST_F(TextFormat, SeparatorsMayBeCharactersOfNumbers) {
+    info.SetTextSeparators("-e");
+    LoadThis("1.5-2.5\n3e4\n5--6\n");
+    EXPECT_EQ(points, (TPoints{{1.5, 2.5}, {3, 4}}));
+}
+
 TEST_F(TextFormat, TextIsDividedByWidthInCharacters) {
     info.SetDivideTextByWidth(true);
     info.SetColumnWidth(4);

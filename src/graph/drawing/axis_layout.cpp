@@ -158,15 +158,25 @@ void TAxisLayout::PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAx
     const double height = fonts.Titles.Height();
     // A title lies behind the labels and never inside the plot.
     const QRectF inner = labels.isNull() ? plot : labels | plot;
-    // It is centred on the plot; one that is longer than the plot may use the whole side of the graph.
+    // It is centred on the plot; one that is longer may go on to the right and downwards, where no title of
+    // another kind stands.
     const double width = fonts.Titles.Width(m_title);
-    const QRectF& x = width > plot.width() ? bounds : plot;
-    const QRectF& y = width > plot.height() ? bounds : plot;
+    const double right = width > plot.width() ? bounds.right() : plot.right();
+    const double bottom = width > plot.height() ? bounds.bottom() : plot.bottom();
+    const QRectF along(plot.topLeft(), QPointF(right, bottom));
     switch (m_side) {
-    case TAxisSide::Below: m_titlePlace = {x.left(), inner.bottom() + offset, x.width(), height}; break;
-    case TAxisSide::Above: m_titlePlace = {x.left(), inner.top() - offset - height, x.width(), height}; break;
-    case TAxisSide::Left: m_titlePlace = {inner.left() - offset - height, y.top(), height, y.height()}; break;
-    case TAxisSide::Right: m_titlePlace = {inner.right() + offset, y.top(), height, y.height()}; break;
+    case TAxisSide::Below:
+        m_titlePlace = {along.left(), inner.bottom() + offset, along.width(), height};
+        break;
+    case TAxisSide::Above:
+        m_titlePlace = {along.left(), inner.top() - offset - height, along.width(), height};
+        break;
+    case TAxisSide::Left:
+        m_titlePlace = {inner.left() - offset - height, along.top(), height, along.height()};
+        break;
+    case TAxisSide::Right:
+        m_titlePlace = {inner.right() + offset, along.top(), height, along.height()};
+        break;
     }
     m_textPlace |= m_titlePlace;
 }

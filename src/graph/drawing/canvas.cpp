@@ -40,13 +40,13 @@ QColor ToQColor(TColor color) {
     return {RedOf(color), GreenOf(color), BlueOf(color)};
 }
 
-QFont ToQFont(const TFontSpec& spec) {
-    QFont font(QString::fromStdString(spec.Name));
-    font.setPixelSize(std::clamp(spec.Size, 1, kLargestFont));
-    font.setBold(spec.Bold);
-    font.setItalic(spec.Italic);
-    font.setUnderline(spec.Underline);
-    font.setStrikeOut(spec.StrikeOut);
+QFont ToQFont(const TFontSpec& settings) {
+    QFont font(QString::fromStdString(settings.Name));
+    font.setPixelSize(std::clamp(settings.Size, 1, kLargestFont));
+    font.setBold(settings.Bold);
+    font.setItalic(settings.Italic);
+    font.setUnderline(settings.Underline);
+    font.setStrikeOut(settings.StrikeOut);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }

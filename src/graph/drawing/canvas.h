@@ -15,7 +15,7 @@ namespace lumoplot {
 
 XYGRAPH_EXPORT QColor ToQColor(TColor color);
 /// The font with its size in units, laid out alike at every scale.
-XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& spec);
+XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& settings);
 
 /// Whether a picture is shown or goes to paper.
 enum class TDrawPurpose { Show, Print };
@@ -36,6 +36,11 @@ public:
     double ToDeviceY(double y) const { return y * m_scale + m_offsetY; }
     double FromDeviceX(double x) const { return (x - m_offsetX) / m_scale; }
     double FromDeviceY(double y) const { return (y - m_offsetY) / m_scale; }
+
+    QRectF ToDevice(const QRectF& r) const {
+        return {QPointF(ToDeviceX(r.left()), ToDeviceY(r.top())),
+                QPointF(ToDeviceX(r.right()), ToDeviceY(r.bottom()))};
+    }
 
     /// The width that a line of that width is drawn with: whole device pixels, at least one.
     double FittingWidth(double width) const;

@@ -1,6 +1,7 @@
 #include "graph/drawing/column_reducer.h"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -12,12 +13,14 @@ TColumnReducer::TColumnReducer(double firstX, double lastX)
 
 double TColumnReducer::ColumnStart(double x) const {
     if (x < m_firstX) return -std::numeric_limits<double>::infinity();
-    return x >= m_lastX ? m_lastX : std::floor(x);
+    if (x >= m_lastX) return m_lastX;
+    // Truncation rounds down here and costs less than to call for it.
+    return m_firstX + static_cast<double>(static_cast<std::int64_t>(x - m_firstX));
 }
 
 double TColumnReducer::ColumnEnd(double x) const {
     if (x < m_firstX) return m_firstX;
-    return x >= m_lastX ? std::numeric_limits<double>::infinity() : std::floor(x) + 1;
+    return x >= m_lastX ? std::numeric_limits<double>::infinity() : ColumnStart(x) + 1;
 }
 
 bool TColumnReducer::IsOneColumn(double firstX, double lastX) const {

@@ -1,4 +1,4 @@
-// The union of many copies of one small shape, collected as the coverage of each pixel.
+// Many copies of one small shape, one above the other, collected as what each pixel still lets through.
 #pragma once
 
 #include "support/export.h"
@@ -11,25 +11,32 @@
 
 namespace lumoplot {
 
-/// The opacity of a small picture's pixels, in rows padded to a multiple of 16.
+/// What the pixels of a small picture let through, 0 (nothing) to 256 (all), cut to those that are not
+/// transparent, in rows padded to a multiple of kStep.
 class XYGRAPH_EXPORT TStampMask {
 public:
+    static constexpr std::size_t kStep = 16; ///< pixels that a processor takes at once
+
     explicit TStampMask(const QImage& stamp);
 
+    /// Where the mask lies in the picture.
+    QPoint Offset() const { return m_place.topLeft(); }
     std::size_t Height() const { return m_rows.size() / m_stride; }
     std::size_t Stride() const { return m_stride; }
-    const std::uint8_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
+    const std::uint16_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
 
 private:
+    QRect m_place;
     std::size_t m_stride;
-    std::vector<std::uint8_t> m_rows;
+    std::vector<std::uint16_t> m_rows;
 };
 
 class XYGRAPH_EXPORT TCoverage {
 public:
     TCoverage(std::int64_t width, std::int64_t height);
 
-    /// Covers the pixels under the mask with its top left corner at that place; all of it must lie inside.
+    /// Covers the pixels under the mask for a picture with its top left corner at that place; all of the
+    /// picture must lie inside.
     void Take(const TStampMask& mask, std::int64_t x, std::int64_t y);
     /// Draws what is covered in that colour; the painter's units are pixels.
     void Draw(QPainter& painter, QPointF corner, const QColor& color) const;
@@ -40,7 +47,7 @@ private:
     std::int64_t m_stride;
     std::int64_t m_top; ///< first and last row that is covered
     std::int64_t m_bottom = -1;
-    std::vector<std::uint8_t> m_bytes;
+    std::vector<std::uint8_t> m_clear; ///< 255 where nothing was taken, 0 where nothing shines through
 };
 
 } // namespace lumoplot

@@ -1,9 +1,9 @@
 #include "graph/drawing/regression_painter.h"
 
 #include "data/regression.h"
-#include "graph/appearance.h"
 #include "graph/drawing/column_reducer.h"
 #include "graph/drawing/line_painter.h"
+#include "graph/drawing/series_pen.h"
 #include "graph/drawing/series_positions.h"
 #include "graph/graph.h"
 
@@ -20,16 +20,6 @@ constexpr double kCurveStep = 2; // device pixels between the places of a parabo
 
 TRegressionType TypeOf(const TSeries& series) {
     return static_cast<TRegressionType>(series.RegressionType());
-}
-
-QPen PenOf(const TCanvas& canvas, const TSeries& series, TColor color, TPenStyle style, double width) {
-    const bool plain = canvas.IsPrinting() && !series.Graph().Appearance()->PrintLineStyle();
-    return canvas.Pen(color, plain ? TPenStyle::Solid : style, width);
-}
-
-QRectF ToDevice(const TCanvas& canvas, const QRectF& r) {
-    return {QPointF(canvas.ToDeviceX(r.left()), canvas.ToDeviceY(r.top())),
-            QPointF(canvas.ToDeviceX(r.right()), canvas.ToDeviceY(r.bottom()))};
 }
 
 /// A line through values of the axes, reduced to what the device shows of it.
@@ -117,12 +107,17 @@ private:
     }
 
     void AddDerived() {
+        const TPointChain& points = m_series.Points();
         TPointCursor xPoint = m_xSeries ? m_xSeries->First() : TPointCursor();
-        for (TPointCursor point = m_series.First(); point; point = point.Next()) {
-            if (m_xSeries && !xPoint) return;
-            const double x = m_xSeries ? m_xSeries->CorrectedY(xPoint.X(), xPoint.Y()) : point.X();
-            m_line.Add(x, m_series.CorrectedY(point.X(), point.Derived()));
-            if (m_xSeries) xPoint = xPoint.Next();
+        for (std::size_t block = 0; block < points.BlockCount(); ++block) {
+            const TPointSpans run = points.Block(block);
+            for (std::size_t i = 0; i < run.X.size(); ++i) {
+                if (m_xSeries && !xPoint) return;
+                const double x = m_xSeries ? m_xSeries->CorrectedY(xPoint.X(), xPoint.Y()) : run.X[i];
+                const double derived = run.Derived.empty() ? 0 : run.Derived[i];
+                m_line.Add(x, m_series.CorrectedY(run.X[i], derived));
+                if (m_xSeries) xPoint = xPoint.Next();
+            }
         }
     }
 
@@ -143,12 +138,10 @@ bool IsDrawn(const TSeries& series) {
 void DrawRegression(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,
                     const QRectF& visible) {
     if (!IsDrawn(series) || TypeOf(series) == TRegressionType::None) return;
-    const QPen pen = PenOf(canvas, series, series.RegressionColor(), series.RegressionLineStyle(),
-                           series.RegressionLineWidth());
-    // As for the data set's own line, caps and joins stay out of sight.
-    const double beyond = canvas.IsRaster() ? 4 * pen.widthF() * canvas.PixelsPerUnit() + 2 : 0;
-    const QRectF reach = ToDevice(canvas, visible).adjusted(-beyond, -beyond, beyond, beyond);
-    const QRectF plot = ToDevice(canvas, layout.Plot());
+    const QPen pen = SeriesPen(canvas, series, series.RegressionColor(), series.RegressionLineStyle(),
+                               series.RegressionLineWidth());
+    const QRectF reach = ReachOfPen(canvas, pen, visible);
+    const QRectF plot = canvas.ToDevice(layout.Plot());
     const TScaleMap xMap = MapOf(*series.Graph().XAxis(), plot);
     const TScaleMap yMap = MapOf(*series.YAxisOfSeries(), plot);
     canvas.Painter().save();
@@ -159,7 +152,7 @@ void DrawRegression(const TCanvas& canvas, const TSeries& series, const TGraphLa
 
 void DrawBounds(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout) {
     if (!IsDrawn(series) || series.BoundsType() == TBoundsType::None) return;
-    const QPen pen = PenOf(canvas, series, series.BoundsColor(), series.BoundsLineStyle(), kBoundsWidth);
+    const QPen pen = SeriesPen(canvas, series, series.BoundsColor(), series.BoundsLineStyle(), kBoundsWidth);
     const TScaleMap& yMap = layout.Axes().YOf(series.IsOnSecondY()).Map();
     const QRectF& plot = layout.Plot();
     for (const double level : series.BoundLevels()) {

@@ -100,11 +100,14 @@ bool TSeriesPositions::AddGroup(const TPointGroup& group, std::span<const double
     const double firstX = PlaceOf(m_xMap, group.FirstX);
     const double lastX = PlaceOf(m_xMap, group.LastX);
     if (!reducer.IsOneColumn(firstX, lastX)) return false;
-    // Most extremes are none of their column: their X, which lies far away in memory, is not read.
+    // Most extremes are none of their column or lie at an end of the group: the X of the others, far away in
+    // memory, is seldom read.
     const bool opens = !reducer.IsInColumn(firstX);
     const auto extreme = [&](double value, std::size_t place) {
         const double y = PlaceOf(m_yMap, value);
-        return QPointF(opens || reducer.IsExtreme(y) ? PlaceOf(m_xMap, x[place]) : lastX, y);
+        if (place == 0) return QPointF(firstX, y);
+        const bool isNeeded = place + 1 < group.Count && (opens || reducer.IsExtreme(y));
+        return QPointF(isNeeded ? PlaceOf(m_xMap, x[place]) : lastX, y);
     };
     reducer.AddPart({QPointF(firstX, PlaceOf(m_yMap, group.FirstY)),
                      QPointF(lastX, PlaceOf(m_yMap, group.LastY)),

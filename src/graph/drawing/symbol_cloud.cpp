@@ -24,16 +24,6 @@ TPixelSet::TPixelSet(std::int64_t width, std::int64_t height)
     if (width * height <= kLargestBitmap) m_bitmap.resize(static_cast<std::size_t>(m_wordsPerRow * height));
 }
 
-bool TPixelSet::Take(std::int64_t x, std::int64_t y) {
-    if (x < 0 || y < 0 || x >= m_width || y >= m_height) return false;
-    if (!HasBitmap()) return m_few.insert(y * m_width + x).second;
-    std::uint64_t& word = m_bitmap[static_cast<std::size_t>(y * m_wordsPerRow + x / 64)];
-    const std::uint64_t bit = std::uint64_t(1) << (x % 64);
-    if (word & bit) return false;
-    word |= bit;
-    return true;
-}
-
 TSymbolCloud::TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const QRectF& area)
     : m_canvas(canvas), m_symbol(InPixels(symbol, canvas.PixelsPerUnit())), m_area(area),
       m_left(std::floor(area.left())), m_top(std::floor(area.top())),
@@ -46,10 +36,13 @@ void TSymbolCloud::Add(std::span<const double> x, std::span<const double> y) {
         const bool inside = x[i] >= m_area.left() && x[i] <= m_area.right() && y[i] >= m_area.top() &&
                             y[i] <= m_area.bottom();
         if (!inside) continue;
-        const double column = std::floor(x[i]);
-        const double row = std::floor(y[i]);
-        if (m_taken.Take(static_cast<std::int64_t>(column - m_left), static_cast<std::int64_t>(row - m_top)))
-            m_centres.push_back(m_canvas.IsRaster() ? QPointF(column, row) : QPointF(x[i], y[i]));
+        // Inside, truncation rounds down, which costs less than to call for it.
+        const auto column = static_cast<std::int64_t>(x[i] - m_left);
+        const auto row = static_cast<std::int64_t>(y[i] - m_top);
+        if (!m_taken.Take(column, row)) continue;
+        m_centres.push_back(m_canvas.IsRaster() ? QPointF(m_left + static_cast<double>(column),
+                                                          m_top + static_cast<double>(row))
+                                                : QPointF(x[i], y[i]));
     }
 }
 
@@ -90,8 +83,8 @@ void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) {
     for (const QPointF centre : m_centres) m_canvas.Painter().drawImage(centre - QPointF(middle), stamp);
 }
 
-// Very many symbols of one colour: the largest coverage that any of them gives a pixel is collected in bytes,
-// and their union is drawn as one picture.
+// Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
+// drawn as one picture.
 void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) {
     TCoverage coverage(m_taken.Width() + stamp.width(), m_taken.Height() + stamp.height());
     const TStampMask mask(stamp);

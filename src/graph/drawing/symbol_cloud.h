@@ -36,6 +36,16 @@ private:
     std::unordered_set<std::int64_t> m_few; ///< the pixels taken of a very large area
 };
 
+inline bool TPixelSet::Take(std::int64_t x, std::int64_t y) {
+    if (x < 0 || y < 0 || x >= m_width || y >= m_height) return false;
+    if (!HasBitmap()) return m_few.insert(y * m_width + x).second;
+    std::uint64_t& word = m_bitmap[static_cast<std::size_t>(y * m_wordsPerRow + x / 64)];
+    const std::uint64_t bit = std::uint64_t(1) << (x % 64);
+    if (word & bit) return false;
+    word |= bit;
+    return true;
+}
+
 template <class TVisit>
 void TPixelSet::VisitRow(std::int64_t y, TVisit visit) const {
     const auto row = std::span(m_bitmap).subspan(static_cast<std::size_t>(y * m_wordsPerRow),

@@ -16,9 +16,9 @@ QFont SmallerFont(QFont font) {
 
 } // namespace
 
-TTextStyle::TTextStyle(const TFontSpec& spec)
-    : m_font(ToQFont(spec)), m_exponentFont(SmallerFont(m_font)), m_metrics(m_font),
-      m_exponentMetrics(m_exponentFont), m_color(ToQColor(spec.Color)) {
+TTextStyle::TTextStyle(const TFontSpec& font)
+    : m_font(ToQFont(font)), m_exponentFont(SmallerFont(m_font)), m_metrics(m_font),
+      m_exponentMetrics(m_exponentFont), m_color(ToQColor(font.Color)) {
 }
 
 double TTextStyle::Width(const TLabelText& label) const {

@@ -11,7 +11,7 @@ namespace lumoplot {
 
 class XYGRAPH_EXPORT TTextStyle {
 public:
-    explicit TTextStyle(const TFontSpec& spec);
+    explicit TTextStyle(const TFontSpec& font);
 
     double Width(const TLabelText& label) const;
     double Width(const QString& text) const { return m_metrics.horizontalAdvance(text); }

@@ -1,0 +1,189 @@
+// Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
+#include "host/window_fixture.h"
+
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
+
+namespace lumoplot {
+namespace {
+
+struct TExampleCase {
+    const char* file;
+    int points;
+    double largestX;
+    double sumOfY;
+    const char* xTitle;
+    const char* name;
+    bool joined; ///< by a line; not where an X repeats
+};
+// Counted and summed up from the files by other means.
+constexpr TExampleCase kExampleCases[] = {
+    {"enso.csv", 168, 168, 1787.8, "Month", "Pressure difference", true},
+    {"gauss1.dat", 250, 250, 15132.848935, "x", "y", true},
+    {"chwirut1.txt", 214, 6, 6475.96, "Metal distance", "Ultrasonic response", false},
+    {"hahn1.csv", 236, 851.61, 3354.81, "Temperature (K)", "Thermal expansion", false},
+};
+
+double SumOfY(const TSeries& series) {
+    double sum = 0;
+    for (TPointCursor point = series.First(); point; point = point.Next()) sum += point.Y();
+    return sum;
+}
+
+using OpenAndSave = TWindowTest;
+
+TEST_F(OpenAndSave, ExamplesAreReadWhole) {
+    for (const TExampleCase& example : kExampleCases) {
+        SCOPED_TRACE(example.file);
+        Window->Document().New();
+        Open(Example(example.file));
+        ASSERT_EQ(Graph().Series().size(), 1u);
+        EXPECT_EQ(First().Count(), example.points);
+        EXPECT_EQ(First().MaxX(), example.largestX);
+        EXPECT_NEAR(SumOfY(First()), example.sumOfY, 1e-9 * example.sumOfY);
+        EXPECT_EQ(First().SeriesName(), example.name);
+        EXPECT_EQ(Graph().XAxis()->Title(), example.xTitle);
+        EXPECT_EQ(First().LinesShown(), example.joined);
+        EXPECT_TRUE(First().PointsShown());
+        EXPECT_TRUE(Window->isWindowModified());
+    }
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST_F(OpenAndSave, SavedGraphComesBackEqual) {
+    Open(Example("enso.csv"));
+    Open(Example("gauss1.dat"));
+    const TBytes saved = Content();
+    AnswerPath(PathOf("two"));
+    Press(Qt::Key_S);
+    EXPECT_FALSE(Window->isWindowModified());
+    EXPECT_EQ(Window->Document().FileName(), PathOf("two.ltp")) << "the suffix is added";
+    Press(Qt::Key_N);
+    EXPECT_TRUE(Graph().Series().empty());
+    AnswerPath(PathOf("two.ltp"));
+    Press(Qt::Key_O);
+    EXPECT_EQ(Content(), saved);
+    EXPECT_TRUE(Window->windowTitle().contains(QStringLiteral("two.ltp")));
+    EXPECT_FALSE(Window->isWindowModified());
+}
+
+TEST_F(OpenAndSave, BrokenFilesLeaveTheGraphAsItWas) {
+    Open(Example("enso.csv"));
+    Window->Document().SaveTo(PathOf("good.ltp"));
+    const TBytes before = Content();
+    const QByteArray good = Read(PathOf("good.ltp"));
+    const QString broken[] = {
+        Write("cut.ltp", good.left(good.size() / 2)),
+        Write("none.ltp", "no graph"),
+        Write("empty.ltp", ""),
+        Write("empty.csv", ""),
+        Write("words.txt", "these are\nonly words\n"),
+        PathOf("missing.csv"),
+        PathOf("missing.ltp"),
+        Folder.path(),
+    };
+    for (const QString& file : broken) {
+        SCOPED_TRACE(file.toStdString());
+        Sink.Texts.clear();
+        Open(file);
+        EXPECT_EQ(Sink.Texts.size(), 1u);
+        EXPECT_EQ(Content(), before);
+        EXPECT_EQ(Window->Document().FileName(), PathOf("good.ltp"));
+        EXPECT_FALSE(Window->isWindowModified());
+    }
+}
+
+TEST_F(OpenAndSave, SaveThatFailsIsToldAndTheGraphStaysModified) {
+    Open(Example("enso.csv"));
+    AnswerPath(PathOf("gone.ltp"));
+    Press(Qt::Key_S);
+    Open(Example("gauss1.dat"));
+    ASSERT_TRUE(QFile::remove(PathOf("gone.ltp")));
+    ASSERT_TRUE(QDir().mkpath(PathOf("gone.ltp")));
+    Press(Qt::Key_S);
+    EXPECT_EQ(Sink.Only(), "Can not save to file " + PathOf("gone.ltp").toStdString());
+    EXPECT_TRUE(Window->isWindowModified());
+    AnswerBox(QMessageBox::Save);
+    EXPECT_FALSE(Window->close()) << "the window stays while saving fails";
+}
+
+TEST_F(OpenAndSave, ModifiedGraphAsksBeforeTheWindowCloses) {
+    Open(Example("enso.csv"));
+    AnswerBox(QMessageBox::Cancel);
+    EXPECT_FALSE(Window->close());
+    AnswerBox(QMessageBox::Save, [this] { AnswerPath(PathOf("kept.ltp")); });
+    EXPECT_TRUE(Window->close());
+    EXPECT_TRUE(QFile::exists(PathOf("kept.ltp")));
+    Window->show();
+    Open(Example("gauss1.dat"));
+    AnswerBox(QMessageBox::Discard);
+    EXPECT_TRUE(Window->close());
+}
+
+TEST_F(OpenAndSave, AskingToKeepAGraphComesBeforeAnotherTakesItsPlace) {
+    Open(Example("enso.csv"));
+    AnswerBox(QMessageBox::Cancel);
+    Press(Qt::Key_N);
+    EXPECT_EQ(First().Count(), 168);
+    Window->Document().SaveTo(PathOf("enso.ltp"));
+    Open(Example("gauss1.dat"));
+    AnswerBox(QMessageBox::Discard);
+    Open(PathOf("enso.ltp"));
+    EXPECT_EQ(Graph().Series().size(), 1u);
+    EXPECT_FALSE(Window->isWindowModified());
+}
+
+TEST_F(OpenAndSave, RowsThatAreNoNumbersAreTold) {
+    Open(Write("gaps.csv", "t,v\n1,10\n2,oops\n3,30\n4,40\n5,50\n"));
+    EXPECT_EQ(First().Count(), 4);
+    ASSERT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_NE(Sink.Texts[0].find("oops"), std::string::npos) << Sink.Texts[0];
+    EXPECT_NE(Sink.Texts[0].find("row 3"), std::string::npos) << Sink.Texts[0];
+}
+
+TEST_F(OpenAndSave, LongFilesAreThinnedUntilEveryRowIsWanted) {
+    QByteArray rows = "t,v\n";
+    for (int i = 0; i < 20000; ++i) rows += QByteArray::number(i) + ',' + QByteArray::number(i % 7) + '\n';
+    Open(Write("long.csv", rows));
+    const int thinned = First().Count();
+    EXPECT_LE(thinned, TxyGraph::kHostPointBudget);
+    EXPECT_EQ(Rows(), QStringLiteral("1 data set, %1 of 20000 rows").arg(thinned));
+    auto& everyRow = Control<QAction>(*Window, "a_LoadEveryRow");
+    everyRow.trigger();
+    EXPECT_EQ(First().Count(), 20000);
+    EXPECT_EQ(Rows(), "1 data set, all 20000 rows");
+    everyRow.trigger();
+    EXPECT_EQ(First().Count(), thinned);
+}
+
+TEST_F(OpenAndSave, FilesCanBeDropped) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(Example("enso.csv")), QUrl::fromLocalFile(Example("gauss1.dat"))});
+    QDragEnterEvent enter(QPoint(50, 150), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Window.get(), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 150), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Window.get(), &drop);
+    EXPECT_EQ(Graph().Series().size(), 2u);
+    EXPECT_TRUE(Graph().Legend()->visible());
+}
+
+TEST_F(OpenAndSave, RecentFilesComeNewestFirstAndWithoutTheLost) {
+    Open(Write("one.csv", "1,2\n3,4\n"));
+    Open(Write("two.csv", "1,2\n3,4\n"));
+    Open(Write("lost.csv", "1,2\n3,4\n"));
+    Open(PathOf("one.csv"));
+    QFile::remove(PathOf("lost.csv"));
+    auto& menu = Control<QMenu>(*Window, "m_Recent");
+    Q_EMIT menu.aboutToShow();
+    QStringList shown;
+    for (const QAction* action : menu.actions()) shown += action->text();
+    EXPECT_EQ(shown.mid(0, 3).join(QLatin1Char('|')), "&1  one.csv|&2  two.csv|")
+        << shown.join(u'|').toStdString();
+    menu.actions()[1]->trigger();
+    EXPECT_EQ(Graph().Series().size(), 5u);
+}
+
+} // namespace
+} // namespace lumoplot
