@@ -121,8 +121,9 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
     // The file's name is the better name for a data set that is new.
     const bool isNamedBySource = series.SeriesFlag();
     series.SetSeriesFlag(false);
-    Guarded([&] { Load(series); });
-    if (series.DataSourceInfo().Kind() == TSourceKind::TextFile) series.SetSeriesFlag(isNamedBySource);
+    const bool isLoaded = Guarded([&] { Load(series); });
+    const bool bringsOwnFlag = isLoaded && series.DataSourceInfo().Kind() == TSourceKind::DataFile;
+    if (!bringsOwnFlag) series.SetSeriesFlag(isNamedBySource);
     Context().RefillPages();
 }
 

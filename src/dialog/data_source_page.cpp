@@ -181,9 +181,11 @@ bool TDataSourcePage::IsText(const TSeries& series) const {
 /// The sheets that the host offers now, and the chosen one even when it has gone.
 void TDataSourcePage::FillSheets(const TSeries& series) {
     m_ui->cbx_Sheet->clear();
-    if (IsSheetOffered())
+    Guarded([this] {
+        if (!IsSheetOffered()) return;
         for (const std::string& name : Context().WorkGraph().Holder()->Sheets().Names())
             m_ui->cbx_Sheet->addItem(QString::fromStdString(name));
+    });
     const QString chosen = QString::fromStdString(series.DataSourceInfo().SourceName());
     if (!chosen.isEmpty() && m_ui->cbx_Sheet->findText(chosen) < 0) m_ui->cbx_Sheet->addItem(chosen);
     m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(chosen));

@@ -18,7 +18,6 @@ namespace lumoplot {
 class TManualPanel;
 class TTextOptionsPanel;
 class TTextPreviewPane;
-struct TTextFormat;
 struct TTextReport;
 
 class TDataSourcePage : public TWizardPage {
