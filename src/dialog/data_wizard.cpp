@@ -180,8 +180,10 @@ void TxyDataWizard::RefillPages() {
 }
 
 void TxyDataWizard::ShowSeriesName(const QString& name) {
+    if (!m_currSeries) return;
     const QSignalBlocker quiet(m_ui->cbx_DataSets);
-    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->currentIndex(), name);
+    // Not the current item: while another one is being picked, the data set that is left may get its name.
+    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()), name);
 }
 
 void TxyDataWizard::AttachSource(const std::string& fileName) {
