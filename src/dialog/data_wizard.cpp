@@ -80,11 +80,12 @@ void TxyDataWizard::SetTemplateName(const std::string& name) {
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (event->spontaneous()) return; // only restored from its icon
     SetPreviewMode(false);
     FillList(m_workGraph->Appearance()->CurrSerIndex());
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
-    QDialog::showEvent(event);
 }
 
 void TxyDataWizard::CommitManualData() {
@@ -163,7 +164,8 @@ void TxyDataWizard::ShowSeries(int number) {
         for (TWizardPage* page : m_pages) page->ShowNothing();
         return;
     }
-    for (TWizardPage* page : m_pages) page->FillFrom(*m_currSeries);
+    // A page that fails tells so; the guard must not stay set, or nothing could be edited or chosen any more.
+    for (TWizardPage* page : m_pages) Guarded([&] { page->FillFrom(*m_currSeries); });
     m_filling = false;
 }
 
