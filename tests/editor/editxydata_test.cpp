@@ -163,5 +163,29 @@ TEST_F(EditData, PreviewAndCancelHaveTheirKeys) {
     }
 }
 
+TEST_F(EditData, ACallWhileTheEditorIsShownIsRefused) {
+    TxyGraph other;
+    other.AddSeries();
+    const TBytes before = FileOf(other);
+    EXPECT_TRUE(Run([&](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        EXPECT_THROW(Edit(other, Template, 255, {}, false, 0), ELumoError);
+        Click(dialog, "btnOk");
+    }));
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+    EXPECT_EQ(Graph.FindSeries(1)->Count(), 2);
+    EXPECT_EQ(FileOf(other), before);
+}
+
+TEST_F(EditData, DeletingTheEditorWhileItIsShownCancelsIt) {
+    const TBytes before = FileOf(Graph);
+    EXPECT_FALSE(Run([&](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        Delete();
+    }));
+    EXPECT_EQ(FileOf(Graph), before);
+    EXPECT_TRUE(Run([](QDialog& dialog) { Click(dialog, "btnOk"); }));
+}
+
 } // namespace
 } // namespace lumoplot
