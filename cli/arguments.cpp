@@ -43,6 +43,15 @@ CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional
     return command.add_option_function<std::string>(name, store, help)->type_name("NUMBER");
 }
 
+CLI::Option* AddInteger(CLI::App& command, const std::string& name, std::optional<int>& value,
+                        const std::string& help) {
+    const auto store = [name, &value](const std::string& text) {
+        value = TryParseInteger(text);
+        if (!value) throw EUsage(name + ": '" + text + "' is not an integer");
+    };
+    return command.add_option_function<std::string>(name, store, help)->type_name("N");
+}
+
 CLI::Option* AddCount(CLI::App& command, const std::string& name, std::optional<int>& value, int least,
                       const std::string& help) {
     const auto store = [name, least, &value](const std::string& text) {

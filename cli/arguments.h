@@ -29,6 +29,9 @@ double NumberArgument(const std::string& name, const std::string& text);
 /// A floating-point argument, finite; others are wrong usage.
 CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional<double>& value,
                        const std::string& help);
+/// An integer argument; others are wrong usage.
+CLI::Option* AddInteger(CLI::App& command, const std::string& name, std::optional<int>& value,
+                        const std::string& help);
 /// An integer argument from `least` upwards; others are wrong usage.
 CLI::Option* AddCount(CLI::App& command, const std::string& name, std::optional<int>& value, int least,
                       const std::string& help);
