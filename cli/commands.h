@@ -13,5 +13,6 @@ void AddAxisCommand(CLI::App& program);
 void AddEvalCommand(CLI::App& program);
 void AddStatsCommand(CLI::App& program);
 void AddRegressCommand(CLI::App& program);
+void AddFilterCommand(CLI::App& program);
 
 } // namespace lumoplot

@@ -6,7 +6,7 @@
 namespace lumoplot {
 namespace {
 
-const char* const kCommands[] = {"info", "convert", "render", "eval", "stats", "regress", "axis"};
+const char* const kCommands[] = {"info", "convert", "render", "eval", "stats", "regress", "filter", "axis"};
 
 TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
     const TRunResult help = RunProgram({"--help"});
@@ -53,6 +53,9 @@ TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
         {"regress", "data.csv", "--type", "0"},
         {"regress", "data.csv", "--type", "8"},
         {"regress", "data.csv", "--type", "4", "--value1", "2.5"},
+        {"filter", "data.csv", "--low", "1"},
+        {"filter", "data.csv", "--low", "1", "--high", "x"},
+        {"filter", "data.csv", "--low", "1", "--high", "2", "--width", "0"},
         {"convert", "data.csv"},
         {"convert", "data.csv", "data.xls"},
         {"convert", "data.csv", "data.dat", "--text"},
