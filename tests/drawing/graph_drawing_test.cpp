@@ -4,6 +4,7 @@
 #include "graph/dimensions.h"
 #include "graph/drawing/drawing.h"
 #include "graph/drawing/graph_layout.h"
+#include "graph/drawing/column_reducer.h"
 #include "graph/drawing/series_positions.h"
 #include "graph/legend.h"
 #include "recording_device.h"
@@ -210,7 +211,7 @@ TEST_F(TGraphDrawing, SummariesChangeNothing) {
             TColumnReducer reducer(0, 300);
             positions.ForEachRun([&](auto x, auto y) { reducer.Add(x, y); });
             const TPolylines expected = reducer.Finish();
-            const TPolylines lines = positions.Reduced(TColumnReducer(0, 300));
+            const TPolylines lines = positions.Reduced(0, 300);
             ASSERT_EQ(lines.Count(), expected.Count());
             for (std::size_t i = 0; i < lines.Count(); ++i)
                 EXPECT_TRUE(std::ranges::equal(lines.Line(i), expected.Line(i)));

@@ -47,8 +47,7 @@ private:
         TRun places;
         map.MapAll(std::span(values).first(m_count), std::span(places).first(m_count));
         for (std::size_t i = 0; i < m_count; ++i) {
-            const double place =
-                std::clamp(places[i], -TSeriesPositions::kFarthest, TSeriesPositions::kFarthest);
+            const double place = FarthestPlace(places[i]);
             values[i] = std::isfinite(values[i]) ? place : std::numeric_limits<double>::quiet_NaN();
         }
     }
@@ -128,10 +127,6 @@ private:
     QRectF m_reach;
     TValueLine m_line;
 };
-
-bool IsDrawn(const TSeries& series) {
-    return series.Active() && series.Count() > 0 && XSeriesOf(series) != &series;
-}
 
 } // namespace
 
