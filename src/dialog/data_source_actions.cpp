@@ -1,6 +1,6 @@
 // What the controls of the Data Source page do to the data set.
+#include "controls/file_filter.h"
 #include "dialog/data_source_page.h"
-#include "dialog/file_filter.h"
 #include "dialog/manual_panel.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/text_preview_pane.h"

@@ -1,5 +1,5 @@
 // How the options of a text source are shown.
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/x_value_text.h"
 #include "support/number_text.h"

@@ -1,6 +1,6 @@
 #include "dialog/text_options_panel.h"
 
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
 #include "dialog/x_value_text.h"
 #include "support/errors.h"
 #include "ui_text_options_panel.h"

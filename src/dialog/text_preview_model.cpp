@@ -1,6 +1,6 @@
 #include "dialog/text_preview_model.h"
 
-#include "dialog/mark_color.h"
+#include "controls/mark_color.h"
 
 #include <QFont>
 #include <algorithm>

@@ -22,6 +22,28 @@ public:
     explicit TEditorHolder(QObject* application) : QObject(application) {}
 
     TxyDataWizard Wizard;
+    bool IsInUse = false;
+    bool DeleteAfterUse = false;
+};
+
+// One call's use of the editor. Hosts run timers while the dialog is shown or reads a file: a second call
+// would put its graph in the place of the one that is being edited, and the dialog must not go under the
+// first.
+class TEditorUse {
+public:
+    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) {
+        if (holder.IsInUse) throw ELumoError("The data editor is in use already");
+        holder.IsInUse = true;
+    }
+    ~TEditorUse() {
+        m_holder.IsInUse = false;
+        if (m_holder.DeleteAfterUse) delete &m_holder;
+    }
+    TEditorUse(const TEditorUse&) = delete;
+    TEditorUse& operator=(const TEditorUse&) = delete;
+
+private:
+    TEditorHolder& m_holder;
 };
 
 QString HolderName() {
@@ -33,7 +55,7 @@ TEditorHolder* FindHolder() {
     return dynamic_cast<TEditorHolder*>(qApp->findChild<QObject*>(HolderName(), Qt::FindDirectChildrenOnly));
 }
 
-TxyDataWizard& FindOrCreateWizard() {
+TEditorHolder& FindOrCreateHolder() {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         throw ELumoError("The data editor needs an application object");
     TEditorHolder* holder = FindHolder();
@@ -44,7 +66,15 @@ TxyDataWizard& FindOrCreateWizard() {
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
         holder->Wizard.adjustSize();
     }
-    return holder->Wizard;
+    return *holder;
+}
+
+void DeleteHolder() {
+    TEditorHolder* holder = FindHolder();
+    if (!holder || !holder->IsInUse) return delete holder;
+    holder->DeleteAfterUse = true;
+    holder->setObjectName({}); // nobody finds it any more
+    holder->Wizard.reject();
 }
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
@@ -94,7 +124,9 @@ void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
 
 bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
               const TShortString& sourceFile, bool openWithSource, int startPage) {
-    TxyDataWizard& wizard = FindOrCreateWizard();
+    TEditorHolder& holder = FindOrCreateHolder();
+    const TEditorUse use(holder);
+    TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
@@ -124,5 +156,5 @@ bool editxyData(lumoplot::TxyGraph& Graph, lumoplot::TShortString& TemplateName,
 }
 
 void deleteDataEditor() {
-    delete lumoplot::FindHolder();
+    lumoplot::DeleteHolder();
 }

@@ -69,7 +69,8 @@ bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
 }
 
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
-    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes());
+    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes(),
+                       {series.XColExpr(), series.YColExpr()});
 }
 
 void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {

@@ -98,6 +98,17 @@ TEST_F(TDataSourcePageTest, OptionsAreWrittenAtOnceAndLoadedWhenThePageIsLeft) {
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
+TEST_F(TDataSourcePageTest, ADataSetThatLoadsWhenAnotherIsPickedKeepsItsPlaceInTheList) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"Run", "Other"});
+    Wizard.AttachSource(Write("run.csv", "t,U,I\n1,2,3\n2,3,4\n3,4,5\n").toStdString());
+    Choose("cbx_YColumn", 3);
+    Choose("cbx_DataSets", 1);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"I", "Other"}));
+    EXPECT_EQ(Selected(), "Other");
+    EXPECT_EQ(Find<QComboBox>("cbx_DataSets").itemText(0), "I");
+}
+
 TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
     ShowFile(TextFile("semicolon_decimal_comma.csv"));
     const std::pair<std::function<void()>, std::function<bool(const TDSInfo&)>> cases[] = {

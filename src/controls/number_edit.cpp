@@ -1,6 +1,6 @@
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
 
-#include "dialog/mark_color.h"
+#include "controls/mark_color.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
