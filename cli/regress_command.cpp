@@ -21,11 +21,12 @@ struct TRegressCommand {
     void Run() const {
         if (*type > kLastType) throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1 to 7");
         const TDataInput input(data);
-        const TDataSeries& series = input.Series();
-        const TRegressionSettings settings{*type, value1.value_or(series.RegressionControlValue1()),
-                                           value2.value_or(series.RegressionControlValue2()),
-                                           series.DuplicatesAllowed()};
-        PrintResult(ComputeRegression(settings, input.X(), input.Y()), input);
+        TDataSeries& series = input.Series();
+        series.SetRegressionType(*type);
+        if (value1) series.SetRegressionControlValue1(*value1);
+        if (value2) series.SetRegressionControlValue2(*value2);
+        series.CalcRegression();
+        PrintResult(series, input);
     }
 
 private:
@@ -35,19 +36,20 @@ private:
     }
 
     // A sampled curve has a grid of its own; what a spline derives at the points are second derivatives.
-    void PrintResult(const TRegressionResult& result, const TDataInput& input) const {
+    void PrintResult(const TDataSeries& series, const TDataInput& input) const {
         std::vector<double> x;
         std::vector<double> derived;
         if (!IsSampled()) {
             x = input.X();
-            derived = result.Derived;
+            for (TPointCursor point = series.First(); point; point = point.Next())
+                derived.push_back(point.Derived());
         }
-        for (const TCurveSample& sample : result.Curve) {
+        for (const TCurveSample& sample : series.RegressionCurve()) {
             x.push_back(sample.X);
             derived.push_back(sample.Derived);
         }
-        const TFittedCurve line = result.Line.value_or(TFittedCurve());
-        const TRegressionCoefficients& c = line.Coefficients();
+        const TFittedCurve* line = series.RegressionLine();
+        const TRegressionCoefficients c = line ? line->Coefficients() : TRegressionCoefficients();
         const TDocument coefficients = {{"c0", c.C0}, {"c1", c.C1}, {"c2", c.C2}};
         if (form == TOutputForm::Json) {
             TDocument document = coefficients;
