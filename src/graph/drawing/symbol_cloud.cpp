@@ -40,14 +40,16 @@ void TSymbolCloud::Add(std::span<const double> x, std::span<const double> y) {
         const auto column = static_cast<std::int64_t>(x[i] - m_left);
         const auto row = static_cast<std::int64_t>(y[i] - m_top);
         if (!m_taken.Take(column, row)) continue;
-        m_centres.push_back(m_canvas.IsRaster() ? QPointF(m_left + static_cast<double>(column),
-                                                          m_top + static_cast<double>(row))
-                                                : QPointF(x[i], y[i]));
+        ++m_count;
+        if (!m_canvas.IsRaster())
+            m_centres.emplace_back(x[i], y[i]);
+        else if (!m_taken.HasBitmap())
+            m_centres.emplace_back(m_left + static_cast<double>(column), m_top + static_cast<double>(row));
     }
 }
 
 void TSymbolCloud::Draw() {
-    if (m_centres.empty() || !(m_symbol.Size > 0)) return;
+    if (m_count == 0 || !(m_symbol.Size > 0)) return;
     if (!m_canvas.IsRaster()) {
         for (const QPointF centre : m_centres)
             DrawSymbol(m_canvas.Painter(), m_symbol,
@@ -58,7 +60,7 @@ void TSymbolCloud::Draw() {
     const QImage stamp = Stamp(middle);
     const TCanvas::TDeviceUnits deviceUnits(m_canvas);
     const auto area = static_cast<double>(m_taken.Width()) * static_cast<double>(m_taken.Height());
-    const bool areMany = static_cast<double>(m_centres.size()) * kPixelsPerStamp > area;
+    const bool areMany = static_cast<double>(m_count) * kPixelsPerStamp > area;
     if (areMany && m_taken.HasBitmap() && stamp.width() <= kLargestMerged)
         DrawMerged(stamp, middle);
     else
@@ -79,13 +81,23 @@ QImage TSymbolCloud::Stamp(QPoint& middle) const {
     return stamp;
 }
 
-void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) {
-    for (const QPointF centre : m_centres) m_canvas.Painter().drawImage(centre - QPointF(middle), stamp);
+template <class TVisit>
+void TSymbolCloud::VisitCentres(TVisit visit) const {
+    for (const QPointF centre : m_centres) visit(centre);
+    if (!m_taken.HasBitmap() || !m_centres.empty()) return;
+    for (std::int64_t y = 0; y < m_taken.Height(); ++y)
+        m_taken.VisitRow(y, [&](std::int64_t x) {
+            visit(QPointF(m_left + static_cast<double>(x), m_top + static_cast<double>(y)));
+        });
+}
+
+void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) const {
+    VisitCentres([&](QPointF centre) { m_canvas.Painter().drawImage(centre - QPointF(middle), stamp); });
 }
 
 // Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
 // drawn as one picture.
-void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) {
+void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) const {
     TCoverage coverage(m_taken.Width() + stamp.width(), m_taken.Height() + stamp.height());
     const TStampMask mask(stamp);
     for (std::int64_t y = 0; y < m_taken.Height(); ++y)
