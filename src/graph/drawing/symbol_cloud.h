@@ -66,7 +66,7 @@ public:
     void Draw();
 
 private:
-    QImage Stamp(QPoint& middle) const;
+    void DrawAsVectors() const;
     template <class TVisit>
     void VisitCentres(TVisit visit) const;
     void DrawStamps(const QImage& stamp, QPoint middle) const;
