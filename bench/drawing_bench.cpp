@@ -1,12 +1,14 @@
 // Frames of large data sets at 1200x800, next to a plain polyline through all points.
 #include "drawing_data.h"
 #include "graph/drawing/drawing.h"
+#include "graph/drawing/picture_file.h"
 
 #include "graph/appearance.h"
 #include "graph/axis.h"
 #include "graph/drawing/series_positions.h"
 
 #include <QApplication>
+#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
 namespace lumoplot {
@@ -87,15 +89,10 @@ void TenSeriesWithPoints(benchmark::State& state) {
 void Export(benchmark::State& state) {
     TxyGraph graph;
     Fill(AddSeries(graph), kMillion, TCurve::Noisy);
-    graph.PrepareForDrawing();
     const double scale = static_cast<double>(state.range(0)) / 96;
-    for (auto _ : state) {
-        QImage image((QSizeF(kFrameSize) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        painter.scale(scale, scale);
-        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kFrameSize)));
-    }
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath(QStringLiteral("picture.png")).toStdString();
+    for (auto _ : state) SaveGraphPicture(graph, file, kFrameSize, scale);
 }
 
 BENCHMARK(EmptyPlot)->Unit(benchmark::kMillisecond);

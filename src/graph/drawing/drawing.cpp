@@ -59,8 +59,10 @@ private:
         if (picture.isNull()) return;
         QPainter& painter = m_canvas.Painter();
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        const QRectF natural(m_rectangle.topLeft(), QSizeF(picture.size()));
-        painter.drawImage(m_appearance.StretchBkgd() ? m_rectangle : natural, picture);
+        if (m_appearance.StretchBkgd()) return painter.drawImage(m_rectangle, picture);
+        // Not every vector format cuts off what lies outside a clip rectangle.
+        const QRectF shown = QRectF(QPointF(), m_rectangle.size()) & QRectF(picture.rect());
+        painter.drawImage(QRectF(m_rectangle.topLeft(), shown.size()), picture, shown);
     }
 
     std::optional<TPlotMap> DrawNotice(const QString& text) const {

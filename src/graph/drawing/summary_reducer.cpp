@@ -42,29 +42,29 @@ bool TSummaryReducer::IsInColumn(double x) const {
     return place >= m_columnStart && place < m_columnEnd;
 }
 
-void TSummaryReducer::StartColumn(double x, double y) {
-    const double place = PlaceOfX(x);
+void TSummaryReducer::StartColumn(TValuePoint point, const double& x) {
+    const double place = PlaceOfX(point.X);
     m_columnStart = place < m_firstX ? -kInfinity : place >= m_lastX ? m_lastX : std::floor(place);
     m_columnEnd = place < m_firstX ? m_firstX : place >= m_lastX ? kInfinity : m_columnStart + 1;
-    m_first = m_last = m_low = m_high = {x, y, 0};
+    m_first = m_last = point;
+    m_low = m_high = {&x, point.Y, 0};
     m_count = 0;
     m_isOpen = true;
 }
 
-void TSummaryReducer::AddCorner(const TValuePoint& point) {
-    m_lines.Add({PlaceOfX(point.X), FarthestPlace(m_yMap.Position(point.Y))});
+void TSummaryReducer::AddCorner(double x, double y) {
+    m_lines.Add({PlaceOfX(x), FarthestPlace(m_yMap.Position(y))});
 }
 
 void TSummaryReducer::FlushColumn() {
     if (!m_isOpen) return;
     m_isOpen = false;
-    AddCorner(m_first);
+    AddCorner(m_first.X, m_first.Y);
     if (m_count == 1) return;
-    const auto [earlier, later] = std::minmax(
-        m_low, m_high, [](const TValuePoint& a, const TValuePoint& b) { return a.Order < b.Order; });
-    for (const TValuePoint& extreme : {earlier, later})
-        if (extreme.Order > 0 && extreme.Order < m_count - 1) AddCorner(extreme);
-    AddCorner(m_last);
+    const bool lowFirst = m_low.Order < m_high.Order;
+    for (const TExtreme& extreme : {lowFirst ? m_low : m_high, lowFirst ? m_high : m_low})
+        if (extreme.Order > 0 && extreme.Order < m_count - 1) AddCorner(*extreme.X, extreme.Y);
+    AddCorner(m_last.X, m_last.Y);
 }
 
 // All points of a plain group have places, and their X ascend.
@@ -83,20 +83,19 @@ bool TSummaryReducer::TakeWholeGroup(const TPointGroup& group, TValues x) {
     if (continues && !IsInColumn(group.LastX)) return false;
     if (!continues) {
         FlushColumn();
-        StartColumn(group.FirstX, group.FirstY);
+        StartColumn({group.FirstX, group.FirstY}, x.front());
         if (!IsInColumn(group.LastX)) return false;
     }
-    // The X of points that are no extremes, far away in memory, is not read.
-    if (group.LowY < m_low.Y) m_low = {x[group.LowPlace], group.LowY, m_count + group.LowPlace};
-    if (group.HighY > m_high.Y) m_high = {x[group.HighPlace], group.HighY, m_count + group.HighPlace};
+    if (group.LowY < m_low.Y) m_low = {&x[group.LowPlace], group.LowY, m_count + group.LowPlace};
+    if (group.HighY > m_high.Y) m_high = {&x[group.HighPlace], group.HighY, m_count + group.HighPlace};
     m_count += group.Count;
-    m_last = {group.LastX, group.LastY, m_count - 1};
+    m_last = {group.LastX, group.LastY};
     return true;
 }
 
-void TSummaryReducer::Compare(double x, double y, std::size_t order) {
-    if (y < m_low.Y) m_low = {x, y, order};
-    if (y > m_high.Y) m_high = {x, y, order};
+void TSummaryReducer::Compare(const double& x, double y, std::size_t order) {
+    if (y < m_low.Y) m_low = {&x, y, order};
+    if (y > m_high.Y) m_high = {&x, y, order};
 }
 
 void TSummaryReducer::TakeAscending(TValues x, TValues y) {
@@ -104,7 +103,7 @@ void TSummaryReducer::TakeAscending(TValues x, TValues y) {
     while (place < x.size()) {
         if (!m_isOpen || !IsInColumn(x[place])) {
             FlushColumn();
-            StartColumn(x[place], m_series.CorrectedY(x[place], y[place]));
+            StartColumn({x[place], m_series.CorrectedY(x[place], y[place])}, x[place]);
         }
         const auto rest = x.subspan(place);
         const auto end =
@@ -113,7 +112,7 @@ void TSummaryReducer::TakeAscending(TValues x, TValues y) {
         for (std::size_t i = place; i < stop; ++i)
             Compare(x[i], m_series.CorrectedY(x[i], y[i]), m_count + i - place);
         m_count += stop - place;
-        m_last = {x[stop - 1], m_series.CorrectedY(x[stop - 1], y[stop - 1]), m_count - 1};
+        m_last = {x[stop - 1], m_series.CorrectedY(x[stop - 1], y[stop - 1])};
         place = stop;
     }
 }
@@ -130,10 +129,11 @@ void TSummaryReducer::TakeEach(TValues x, TValues y) {
         }
         if (!m_isOpen || !IsInColumn(x[i])) {
             FlushColumn();
-            StartColumn(x[i], corrected);
+            StartColumn({x[i], corrected}, x[i]);
         }
         Compare(x[i], corrected, m_count);
-        m_last = {x[i], corrected, m_count++};
+        m_last = {x[i], corrected};
+        ++m_count;
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TSummaryReducer {
+class TSummaryReducer {
 public:
     /// The maps lead to device pixels. Points left of `firstX` count as one column, as do those right of
     /// `lastX`.
@@ -23,21 +23,25 @@ private:
     struct TValuePoint {
         double X;
         double Y; ///< corrected
+    };
+    struct TExtreme {
+        const double* X; ///< in the chain; most are never read, being far away in memory
+        double Y;
         std::size_t Order;
     };
     using TValues = std::span<const double>;
 
     double PlaceOfX(double x) const;
     bool IsInColumn(double x) const;
-    void StartColumn(double x, double y);
+    void StartColumn(TValuePoint point, const double& x);
     void FlushColumn();
-    void AddCorner(const TValuePoint& point);
+    void AddCorner(double x, double y);
     bool IsPlain(const TPointGroup& group) const;
     void TakeGroup(const TPointGroup& group, TValues x, TValues y);
     bool TakeWholeGroup(const TPointGroup& group, TValues x);
     void TakeAscending(TValues x, TValues y);
     void TakeEach(TValues x, TValues y);
-    void Compare(double x, double y, std::size_t order);
+    void Compare(const double& x, double y, std::size_t order);
 
     const TSeries& m_series;
     const TScaleMap& m_xMap;
@@ -51,8 +55,8 @@ private:
     std::size_t m_count = 0;
     TValuePoint m_first{};
     TValuePoint m_last{};
-    TValuePoint m_low{};
-    TValuePoint m_high{};
+    TExtreme m_low{};
+    TExtreme m_high{};
 };
 
 } // namespace lumoplot
