@@ -19,11 +19,19 @@ namespace {
 // window of its own and can have no parent that is no widget.
 class TEditorHolder : public QObject {
 public:
-    explicit TEditorHolder(QObject* application) : QObject(application) {}
+    explicit TEditorHolder(QObject* application) : QObject(application) { qAddPostRoutine(&DeleteAll); }
+    ~TEditorHolder() override { qRemovePostRoutine(&DeleteAll); }
 
     TxyDataWizard Wizard;
     bool IsInUse = false;
     bool DeleteAfterUse = false;
+
+private:
+    // The application object deletes its children when its own windows' part is gone: too late for a window.
+    static void DeleteAll() {
+        for (QObject* child : QObjectList(qApp->children()))
+            if (dynamic_cast<TEditorHolder*>(child)) delete child;
+    }
 };
 
 // One call's use of the editor. Hosts run timers while the dialog is shown or reads a file: a second call
@@ -64,6 +72,7 @@ TEditorHolder& FindOrCreateHolder() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.setModal(true);
         holder->Wizard.adjustSize();
     }
     return *holder;
@@ -112,7 +121,9 @@ private:
 
 int ShowModal(TxyDataWizard& wizard) {
     const TStayAbove above(wizard, QApplication::activeWindow());
-    return wizard.exec();
+    const int result = wizard.exec();
+    wizard.hide(); // the application may have ended the loop instead of the user
+    return result;
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
