@@ -51,6 +51,10 @@ TEST_F(GraphModel, XDataSetMustExistAndHoldNoDuplicates) {
     appearance.SetXAxisSerIndex(7);
     EXPECT_EQ(appearance.XAxisSerIndex(), 0);
     EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
+    appearance.SetXAxisSerIndex(1);
+    Graph.ResetToDefaults();
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
     Graph.FindSeries(2)->SetDuplicatesAllowed(true);
     appearance.SetXAxisSerIndex(2);
     EXPECT_EQ(appearance.XAxisSerIndex(), 0);
@@ -131,6 +135,9 @@ TEST_F(GraphModel, LogScaleMovesARangeThatIsNotPositive) {
     axis.SetLogScale(true);
     EXPECT_EQ(axis.Max(), 10);
     EXPECT_EQ(axis.Min(), 0.01);
+    axis.SetMin(-1);
+    axis.SetLogScale(true);
+    EXPECT_EQ(axis.Min(), -1) << "it was on already";
 }
 
 TEST_F(GraphModel, SettingARangeTurnsItsAutomaticOff) {
