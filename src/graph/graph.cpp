@@ -6,6 +6,7 @@
 #include "support/errors.h"
 
 #include <QPainter>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -37,7 +38,7 @@ TxyGraph::TxyGraph(QWidget* parent)
 // Data sets tell their listeners that they go, so they go while the rest of the graph still stands.
 TxyGraph::~TxyGraph() {
     m_updating = true;
-    m_series.clear();
+    std::exchange(m_series, {}).clear();
     m_children.clear();
 }
 

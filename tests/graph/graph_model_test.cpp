@@ -177,6 +177,20 @@ TEST_F(GraphModel, RepaintRequestsCoalesceAndHoldsSendOneNotification) {
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(GraphModel, ListenersOfADataSetThatGoesMayWalkTheChain) {
+    AddNamed({"a", "b", "c"});
+    TNames seen;
+    const auto walk = [&](TDataSeries& series, int reason) {
+        if (reason != TDataSeries::kDestroyed) return;
+        seen.push_back("without " + series.SeriesName());
+        for (const auto& name : Names()) seen.push_back(name);
+    };
+    for (const auto& series : Graph.Series()) series->AddChangeHandler(1, walk);
+    Graph.DeleteSeries(1);
+    Graph.FreeAllSeries();
+    EXPECT_EQ(seen, (TNames{"without a", "1 b", "2 c", "without b", "without c"}));
+}
+
 TEST_F(GraphModel, EventsTellOfDataSetsThatComeAndGo) {
     TNames events;
     QObject::connect(&Graph, &TxyGraph::OnNewSeries,
