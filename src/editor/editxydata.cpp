@@ -39,10 +39,7 @@ private:
 // first.
 class TEditorUse {
 public:
-    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) {
-        if (holder.IsInUse) throw ELumoError("The data editor is in use already");
-        holder.IsInUse = true;
-    }
+    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) { holder.IsInUse = true; }
     ~TEditorUse() {
         m_holder.IsInUse = false;
         if (m_holder.DeleteAfterUse) delete &m_holder;
@@ -136,6 +133,7 @@ void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
 bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
               const TShortString& sourceFile, bool openWithSource, int startPage) {
     TEditorHolder& holder = FindOrCreateHolder();
+    if (holder.IsInUse) return false;
     const TEditorUse use(holder);
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
