@@ -19,11 +19,19 @@ namespace {
 // window of its own and can have no parent that is no widget.
 class TEditorHolder : public QObject {
 public:
-    explicit TEditorHolder(QObject* application) : QObject(application) {}
+    explicit TEditorHolder(QObject* application) : QObject(application) { qAddPostRoutine(&DeleteAll); }
+    ~TEditorHolder() override { qRemovePostRoutine(&DeleteAll); }
 
     TxyDataWizard Wizard;
     bool IsInUse = false;
     bool DeleteAfterUse = false;
+
+private:
+    // The application object deletes its children when its own windows' part is gone: too late for a window.
+    static void DeleteAll() {
+        for (QObject* child : QObjectList(qApp->children()))
+            if (dynamic_cast<TEditorHolder*>(child)) delete child;
+    }
 };
 
 // One call's use of the editor. Hosts run timers while the dialog is shown or reads a file: a second call
@@ -31,10 +39,7 @@ public:
 // first.
 class TEditorUse {
 public:
-    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) {
-        if (holder.IsInUse) throw ELumoError("The data editor is in use already");
-        holder.IsInUse = true;
-    }
+    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) { holder.IsInUse = true; }
     ~TEditorUse() {
         m_holder.IsInUse = false;
         if (m_holder.DeleteAfterUse) delete &m_holder;
@@ -64,6 +69,7 @@ TEditorHolder& FindOrCreateHolder() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.setModal(true);
         holder->Wizard.adjustSize();
     }
     return *holder;
@@ -112,7 +118,9 @@ private:
 
 int ShowModal(TxyDataWizard& wizard) {
     const TStayAbove above(wizard, QApplication::activeWindow());
-    return wizard.exec();
+    const int result = wizard.exec();
+    wizard.hide(); // the application may have ended the loop instead of the user
+    return result;
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -125,6 +133,7 @@ void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
 bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
               const TShortString& sourceFile, bool openWithSource, int startPage) {
     TEditorHolder& holder = FindOrCreateHolder();
+    if (holder.IsInUse) return false;
     const TEditorUse use(holder);
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;

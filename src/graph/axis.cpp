@@ -38,6 +38,7 @@ void TAxis::ResetToDefaults() {
 }
 
 void TAxis::SetLogScale(bool value) {
+    if (value == m_logScale) return;
     if (value && m_min <= 0) {
         if (m_max <= 0) m_max = 10;
         m_min = 0.001 * m_max;

@@ -170,6 +170,20 @@ TEST_F(TGraphDrawing, ChildGraphsLieInsideTheirParent) {
     EXPECT_TRUE(QRectF(300, 0, 300, 200).contains(title->Place));
 }
 
+// Along such a width there would be place for the minutes of all dates, more than any memory holds.
+TEST_F(TGraphDrawing, AChildGraphOfAnySizeHasTicksThatCanBeCounted) {
+    Add({{0, 0}, {1, 1}});
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    child.FindSeries(child.AddSeries())->AddPoint(1, 1);
+    child.XAxis()->SetShowAsTime(true);
+    child.XAxis()->SetMin(-600000);
+    child.XAxis()->SetMax(2900000);
+    child.Dimensions()->SetHorPosition(1e300);
+    child.Dimensions()->SetHorSize(1e8);
+    Draw();
+    EXPECT_LT(m_device.Record().Lines.size(), 100000u);
+}
+
 TEST_F(TGraphDrawing, MarksAreDrawnOnTheirAxes) {
     Add({{0, 0}, {10, 10}});
     m_graph.AddMark({0, 5, 0, 0, 0, kRed, "upright", TMarkType::VerticalLine});
