@@ -50,6 +50,12 @@ void TCurFit::Changed(bool modified) {
     if (OnChange) OnChange(*this);
 }
 
+void TCurFit::FitDone() {
+    m_modified = true;
+    m_stale = false;
+    if (OnChange) OnChange(*this);
+}
+
 void TCurFit::NotifyDisplay() {
     if (OnChange) OnChange(*this);
 }

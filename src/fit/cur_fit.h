@@ -73,6 +73,11 @@ public:
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
     void MarkStale() { m_stale = true; }
+    /// Nothing is to be fitted until the next change.
+    void ClearStale() { m_stale = false; }
+    /// A run has put its results into the parameters: Modified is set, the fit is not stale, and OnChange is
+    /// called.
+    void FitDone();
 
     const std::string& XVarName() const { return m_settings.XVarName; }
     const std::string& Expression() const { return m_settings.Expression; }
@@ -150,6 +155,8 @@ public:
     void Compile();
     /// The model at x; kNotANumber while nothing is compiled.
     double EvaluateAt(double x);
+    /// The names that the compiled formula or an earlier one uses without anybody having defined them.
+    std::vector<std::string> GeneratedNames();
     /// Where the model reads x.
     double* XRef() { return &m_x; }
 
