@@ -15,7 +15,7 @@ constexpr int kWrongUsage = 2;
 /// In the order in which --help lists them.
 constexpr void (*kCommands[])(CLI::App&) = {&AddInfoCommand, &AddConvertCommand, &AddRenderCommand,
                                             &AddEvalCommand, &AddStatsCommand,   &AddRegressCommand,
-                                            &AddAxisCommand};
+                                            &AddFitCommand,  &AddVerifyCommand,  &AddAxisCommand};
 
 /// Messages of the model go to standard error; there is nobody to answer a question.
 class TStandardErrorSink final : public TMessageSink {
@@ -30,7 +30,7 @@ public:
 // Formulas and numbers may begin with a sign, which the argument parser would take for an option. A blank in
 // front changes neither.
 bool TakesSignedValues(const std::string& command) {
-    return command == "axis" || command == "eval";
+    return command == "axis" || command == "eval" || command == "fit";
 }
 
 bool IsSignedValue(const std::string& argument) {

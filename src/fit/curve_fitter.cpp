@@ -115,11 +115,14 @@ private:
         const double start = problem.Value(problem.Start());
         if (!std::isfinite(start)) throw EFitError("The equation is too large to be fitted");
         try {
-            const TStop stop =
-                MakeMinimiser(m_fit.ProcType())->Minimise(problem, problem.Start(), m_fit.Tolerance());
-            const TPolished polished = Polish(problem);
+            TPolished polished = Minimised(problem, *MakeMinimiser(m_fit.ProcType()));
+            // Where a procedure lost its way, least squares may find one from the start.
+            const bool isLost = m_result.End == TFitEnd::NoProgress || m_result.End == TFitEnd::NotDetermined;
+            if (isLost && m_fit.ProcType() != TCurFit::kNewton) {
+                TVariableMetric fromStart;
+                polished = Minimised(problem, fromStart);
+            }
             problem.Store(polished.Model.At);
-            m_result.End = EndOf(problem, stop, polished);
             Summarise(problem, polished.Model.Value);
             AddErrors(problem, polished);
         } catch (const TFitCancelled&) {
@@ -128,6 +131,13 @@ private:
             m_result.Covariance = TMatrix(problem.Size());
             problem.Store(problem.Best());
         }
+    }
+
+    TPolished Minimised(TFitProblem& problem, TMinimiser& procedure) {
+        const TStop stop = procedure.Minimise(problem, problem.Start(), m_fit.Tolerance());
+        TPolished polished = Polish(problem);
+        m_result.End = EndOf(problem, stop, polished);
+        return polished;
     }
 
     static TFitEnd EndOf(const TFitProblem& problem, TStop stop, const TPolished& polished) {

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kGolden = 0.3819660112501051; // the smaller part of a golden section
 constexpr double kGrowth = 2.618033988749895;
-constexpr int kMostGrowths = 30;
+constexpr int kMostGrowths = 4; // a first step of a hundredth then reaches half of the parameter
 constexpr int kMostShrinks = 12;
 constexpr int kMostNarrowings = 12;
 
