@@ -7,6 +7,7 @@
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -96,6 +97,8 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
               const TShortString& sourceFile, bool openWithSource, int startPage) {
     TxyDataWizard& wizard = FindOrCreateWizard();
     const TMessageBoxScope messages;
+    const TProgressMakerScope progressMaker(
+        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));

@@ -113,7 +113,7 @@ private:
     void FitPoints(TFitPoints points) {
         TFitProblem problem(m_fit, m_varied, std::move(points), m_progress, m_run.OnIteration);
         const double start = problem.Value(problem.Start());
-        if (!std::isfinite(start)) throw EFitError("The equation is too large to be fitted");
+        if (!std::isfinite(start)) throw EFitError("The values of the equation are too large to be fitted");
         try {
             TPolished polished = Minimised(problem, *MakeMinimiser(m_fit.ProcType()));
             // Where a procedure lost its way, least squares may find one from the start.
@@ -201,8 +201,8 @@ std::string TextOf(TFitEnd end) {
 TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y, const TFitRun& run) {
     TFitter fitter(fit, run);
     try {
-        TFitResult result = fitter.Fit(PointsBetweenMargins(fit, x, y));
-        fit.FitDone();
+        const TFitResult result = fitter.Fit(PointsBetweenMargins(fit, x, y));
+        fit.FitDone(result);
         return result;
     } catch (...) {
         fitter.PutBack();

@@ -117,7 +117,8 @@ void TxyGraph::SeriesChanged() {
 }
 
 void TxyGraph::paintEvent(QPaintEvent*) {
-    PrepareForDrawing();
+    UpdateForDrawing();
+    SchedulePendingFits();
     RequestRepaint(false);
     QPainter painter(this);
     if (g_drawPanel) g_drawPanel(painter, *this, rect());

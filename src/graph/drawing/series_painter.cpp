@@ -1,6 +1,7 @@
 #include "graph/drawing/series_painter.h"
 
 #include "graph/drawing/column_reducer.h"
+#include "graph/drawing/curve_painter.h"
 #include "graph/drawing/line_painter.h"
 #include "graph/drawing/regression_painter.h"
 #include "graph/drawing/series_pen.h"
@@ -42,6 +43,7 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
     DrawRegression(canvas, series, layout, visible);
+    DrawFittedCurve(canvas, series, layout, visible);
 }
 
 } // namespace lumoplot
