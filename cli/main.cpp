@@ -13,9 +13,9 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 /// In the order in which --help lists them.
-constexpr void (*kCommands[])(CLI::App&) = {&AddInfoCommand,   &AddConvertCommand, &AddRenderCommand,
-                                            &AddEvalCommand,   &AddStatsCommand,   &AddRegressCommand,
-                                            &AddFilterCommand, &AddAxisCommand};
+constexpr void (*kCommands[])(CLI::App&) = {
+    &AddInfoCommand,    &AddConvertCommand, &AddRenderCommand, &AddEvalCommand,   &AddStatsCommand,
+    &AddRegressCommand, &AddFitCommand,     &AddVerifyCommand, &AddFilterCommand, &AddAxisCommand};
 
 /// Messages of the model go to standard error; there is nobody to answer a question.
 class TStandardErrorSink final : public TMessageSink {
@@ -28,7 +28,7 @@ public:
 };
 
 bool TakesSignedValues(const std::string& command) {
-    return command == "axis" || command == "eval";
+    return command == "axis" || command == "eval" || command == "fit";
 }
 
 // The arguments behind the program's name, as UTF-8 and last first, as the parser takes them.

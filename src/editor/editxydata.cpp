@@ -7,6 +7,7 @@
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -137,6 +138,8 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     const TEditorUse use(holder);
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
+    const TProgressMakerScope progressMaker(
+        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));

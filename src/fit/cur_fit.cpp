@@ -1,5 +1,6 @@
 #include "fit/cur_fit.h"
 
+#include "fit/curve_fitter.h"
 #include "support/message_sink.h"
 
 #include <algorithm>
@@ -43,14 +44,46 @@ bool TCurFit::Store(TField& field, const TValue& value) {
     return true;
 }
 
+TCurFit::TCurFit() = default;
+TCurFit::~TCurFit() = default;
+
 void TCurFit::Changed(bool modified) {
+    ++m_revision;
     m_modified = modified;
     if (!modified) return;
     m_stale = true;
     if (OnChange) OnChange(*this);
 }
 
+void TCurFit::FitDone(TFitResult result) {
+    m_result = std::make_unique<const TFitResult>(std::move(result));
+    m_fitError.clear();
+    m_modified = true;
+    m_stale = false;
+    NotifyDisplay();
+}
+
+void TCurFit::TakeRun(const TCurFit& run) {
+    TakeValues(run);
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->FinalDeviation = run.Parameter(i)->FinalDeviation;
+    if (run.Result()) FitDone(*run.Result());
+}
+
+void TCurFit::TakeValues(const TCurFit& run) {
+    ++m_revision;
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->m_value = run.Parameter(i)->m_value;
+}
+
+void TCurFit::TakeFailure(const std::string& error) {
+    m_result.reset();
+    m_fitError = error;
+    NotifyDisplay();
+}
+
 void TCurFit::NotifyDisplay() {
+    ++m_revision;
     if (OnChange) OnChange(*this);
 }
 

@@ -10,6 +10,7 @@
 #include "support/color.h"
 #include "support/export.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,6 +20,7 @@
 namespace lumoplot {
 
 class TCurFit;
+struct TFitResult;
 
 /// One parameter of the model.
 class XYGRAPH_EXPORT TDBLParameter {
@@ -61,6 +63,9 @@ struct TDBLFunction {
 /// comes where it is compiled. Whatever frees parameters also forgets what was compiled with them.
 class XYGRAPH_EXPORT TCurFit : public TExpressionParser {
 public:
+    TCurFit();
+    ~TCurFit() override;
+
     enum : int { kPowell = 0, kSimplex = 1, kConjugateGradient = 2, kNewton = 3 };
     enum : int { kNone = 0, kFunction = 1, kFinalResult = 2, kEveryStep = 3 };
 
@@ -73,6 +78,26 @@ public:
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
     void MarkStale() { m_stale = true; }
+    /// Nothing is to be fitted until the next change.
+    void ClearStale() { m_stale = false; }
+    /// Another number after every change that may show in the curve.
+    std::uint64_t Revision() const { return m_revision; }
+
+    // What is known of the last run; nothing after loading.
+
+    /// Null when there was none, or it was not possible.
+    const TFitResult* Result() const { return m_result.get(); }
+    /// Why the last run was not possible; empty when it was.
+    const std::string& FitError() const { return m_fitError; }
+    /// A run has put its values into the parameters: Modified is set, the fit is not stale, and OnChange is
+    /// called.
+    void FitDone(TFitResult result);
+    /// Takes values, deviations and result from a copy of this fit that has run, and does as FitDone.
+    void TakeRun(const TCurFit& run);
+    /// Takes the values of a copy that is running, silently.
+    void TakeValues(const TCurFit& run);
+    /// A run was not possible. Only OnChange is called.
+    void TakeFailure(const std::string& error);
 
     const std::string& XVarName() const { return m_settings.XVarName; }
     const std::string& Expression() const { return m_settings.Expression; }
@@ -150,6 +175,8 @@ public:
     void Compile();
     /// The model at x; kNotANumber while nothing is compiled.
     double EvaluateAt(double x);
+    /// The names that the compiled formula or an earlier one uses without anybody having defined them.
+    std::vector<std::string> GeneratedNames();
     /// Where the model reads x.
     double* XRef() { return &m_x; }
 
@@ -174,8 +201,8 @@ public:
     /// Throws EFileError for a file that cannot be read, EStreamError or EConvertError for one that holds no
     /// curve fit; all is then as it was.
     void LoadFromFile(const std::string& name, bool compile);
-    /// Takes over what the other's function file would hold, and compiles it when it can be. A null does
-    /// nothing.
+    /// Takes over what the other's function file would hold, compiles it when it can be, and calls OnChange.
+    /// A null does nothing.
     void Assign(const TCurFit* other);
 
     static constexpr std::size_t kMaxExpandedLength = 1 << 16;
@@ -211,6 +238,9 @@ private:
     TSettings m_settings;
     bool m_modified = false;
     bool m_stale = false;
+    std::uint64_t m_revision = 0;
+    std::unique_ptr<const TFitResult> m_result;
+    std::string m_fitError;
     std::vector<std::unique_ptr<TDBLParameter>> m_parameters;
     std::vector<std::unique_ptr<TDBLFunction>> m_templates;
 };

@@ -62,6 +62,13 @@ void TCurFit::Forget() {
     ClearExpressions();
 }
 
+std::vector<std::string> TCurFit::GeneratedNames() {
+    std::vector<std::string> names;
+    for (TExprWord* word : Words())
+        if (dynamic_cast<TGeneratedVariable*>(word)) names.push_back(word->Name());
+    return names;
+}
+
 double TCurFit::EvaluateAt(double x) {
     m_x = x;
     return Evaluate();

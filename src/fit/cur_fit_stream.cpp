@@ -2,6 +2,7 @@
 // they are where a setter would accept them, and nothing is announced until the whole record has been read.
 #include "fit/cur_fit.h"
 
+#include "fit/curve_fitter.h"
 #include "support/replace_file.h"
 
 #include <set>
@@ -32,6 +33,8 @@ void TCurFit::WriteDefinition(TxyWriter& writer) const {
 }
 
 void TCurFit::ReadDefinition(TxyReader& reader) {
+    ++m_revision;
+    m_stale = true;
     m_settings.Status = reader.ReadIntegerItem();
     m_settings.XVarName = reader.ReadStringItem();
     m_settings.Expression = reader.ReadStringItem();
@@ -69,6 +72,8 @@ void TCurFit::WriteSettings(TxyWriter& writer) const {
 }
 
 void TCurFit::ReadSettings(TxyReader& reader) {
+    ++m_revision;
+    m_stale = true;
     if (const double tolerance = reader.ReadFloatItem(); tolerance > 0) m_settings.Tolerance = tolerance;
     m_settings.UseLeftMargin = reader.ReadBooleanItem();
     m_settings.UseRightMargin = reader.ReadBooleanItem();
@@ -90,6 +95,8 @@ void TCurFit::WriteTemplates(TxyWriter& writer) const {
 void TCurFit::ReadTemplates(TxyReader& reader) {
     const bool described = reader.KeyLetter() == 'C';
     m_templates.clear();
+    ++m_revision;
+    m_stale = true;
     for (int left = reader.ReadIntegerItem(); left > 0; --left) {
         auto function = std::make_unique<TDBLFunction>();
         function->Name = reader.ReadStringItem();
@@ -126,6 +133,8 @@ void TCurFit::LoadFromStream(TxyReader& reader, bool compile) {
         throw;
     }
     Forget();
+    m_result.reset();
+    m_fitError.clear();
     if (compile) TryCompile();
     m_stale = true;
     Changed(false);
@@ -153,6 +162,7 @@ void TCurFit::Assign(const TCurFit* other) {
     TByteSource source(bytes);
     TxyReader reader(source);
     LoadFromStream(reader, true);
+    NotifyDisplay();
 }
 
 } // namespace lumoplot

@@ -144,7 +144,8 @@ void TxyGraph::RenewPicture(double pixelRatio) {
 // What the mouse shows over the picture needs no new one.
 void TxyGraph::paintEvent(QPaintEvent*) {
     const bool isStale = m_repaintRequested || m_needsRescale || m_picture.isNull();
-    PrepareForDrawing();
+    UpdateForDrawing();
+    SchedulePendingFits();
     RequestRepaint(false);
     QPainter painter(this);
     const QTransform device = painter.deviceTransform();
