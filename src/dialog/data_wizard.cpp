@@ -1,6 +1,7 @@
 #include "dialog/data_wizard.h"
 
 #include "dialog/data_source_page.h"
+#include "dialog/filtering_page.h"
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
 #include "ui_data_wizard.h"
@@ -41,6 +42,7 @@ void TxyDataWizard::AddPages() {
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
     AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {

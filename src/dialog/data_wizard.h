@@ -60,6 +60,7 @@ public:
     /// Takes a file as the source of the selected data set, as the page for sources does on its own.
     void AttachSource(const std::string& fileName);
 
+    void CommitPages() override { CommitManualData(); }
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
 

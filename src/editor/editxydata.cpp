@@ -88,6 +88,7 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
     TakeSourceStates(workGraph, host);
     workGraph.Holder()->OfferSheets(host.Holder()->Sheets());
+    workGraph.SetPointBudget(host.PointBudget());
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});

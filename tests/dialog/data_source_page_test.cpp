@@ -1,7 +1,6 @@
 #include "wizard_fixture.h"
 
 #include "data/ds_info.h"
-#include "dialogs/progress_window.h"
 #include "graph/graph_file.h"
 #include "graph/holder.h"
 #include "graph/source_loading.h"
@@ -399,30 +398,6 @@ TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
     EXPECT_EQ(Find<QTableView>("grid").model()->index(1, 0).data().toString(), "2024-03-01 12:00");
     Click("btnPreview");
     EXPECT_EQ(Current().Count(), 3);
-}
-
-// Work that steps until it is stopped, and what its window is like after that time.
-TEST(ProgressWindow, ShowsItselfForLongWorkAndCancels) {
-    QWidget parent;
-    parent.show();
-    TProgressWindow progress(&parent);
-    progress.Begin("Reading file", 0, 1000);
-    EXPECT_TRUE(progress.StepTo(1));
-    EXPECT_FALSE(progress.isVisible()) << "short work shows nothing";
-    bool pressed = false;
-    QElapsedTimer clock;
-    clock.start();
-    std::int64_t position = 0;
-    while (progress.StepTo(++position % 1000)) {
-        ASSERT_LT(clock.elapsed(), 20000);
-        if (!progress.isVisible() || pressed) continue;
-        EXPECT_TRUE(progress.isModal());
-        EXPECT_GE(clock.elapsed(), TProgressWindow::kShowAfterMs - 50);
-        QTest::mouseClick(&Control<QAbstractButton>(progress, "btnCancel"), Qt::LeftButton);
-        pressed = true;
-    }
-    EXPECT_TRUE(pressed);
-    EXPECT_FALSE(progress.StepTo(5)) << "it stays cancelled";
 }
 
 } // namespace
