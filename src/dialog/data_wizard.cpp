@@ -1,5 +1,6 @@
 #include "dialog/data_wizard.h"
 
+#include "dialog/curve_fitting_page.h"
 #include "dialog/data_source_page.h"
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
@@ -41,6 +42,7 @@ void TxyDataWizard::AddPages() {
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
     AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
