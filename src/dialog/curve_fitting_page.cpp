@@ -12,16 +12,6 @@
 #include "ui_curve_fitting_page.h"
 
 namespace lumoplot {
-namespace {
-
-QString UnknownNamesText(const std::vector<std::string>& names) {
-    QStringList list;
-    for (const std::string& name : names) list << QString::fromStdString(name);
-    return QStringLiteral("Not known as variable or parameter: ") + list.join(QStringLiteral(", "));
-}
-
-} // namespace
-
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
@@ -111,6 +101,8 @@ void TCurveFittingPage::ConnectCurve() {
 }
 
 void TCurveFittingPage::ConnectActions() {
+    connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
+            [this] { m_parameters->AddVaried(m_unknownNames); });
     connect(m_ui->btnGenerate, &QPushButton::clicked, this, &TCurveFittingPage::Generate);
     connect(m_ui->btnMore, &QPushButton::clicked, this, &TCurveFittingPage::RunEditor);
 }
@@ -140,6 +132,7 @@ void TCurveFittingPage::ShowNothing() {
     m_ui->m_Equation->ShowFormula({});
     m_ui->m_Equation->Mark({});
     m_ui->lblFault->clear();
+    m_ui->btnAddUnknown->hide();
     m_ui->plot->ShowNothing();
 }
 
@@ -181,17 +174,15 @@ void TCurveFittingPage::ShowFunction() {
     if (!series || !isVisible()) return;
     Guarded([&] {
         const TCurFit& fit = series->CurveFit();
-        const TFormulaCheck check = CheckFormula(fit, m_scratch);
-        const QString fault = QString::fromStdString(check.Fault);
-        m_ui->m_Equation->Mark(fit.IsEnabled() ? fault : QString());
-        m_ui->lblFault->setText(!fault.isEmpty()             ? fault
-                                : check.UnknownNames.empty() ? QString()
-                                                             : UnknownNamesText(check.UnknownNames));
-        const bool draws = fit.IsEnabled() && check.Fault.empty() && !fit.Expression().empty();
+        const TFormulaCheck check = CheckFormula(fit);
+        m_unknownNames = check.UnknownNames;
+        m_ui->m_Equation->Mark(QString::fromStdString(fit.IsEnabled() ? check.Fault : ""));
+        m_ui->lblFault->setText(QString::fromStdString(check.Text()));
+        m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
+        if (series->ExtentsStale()) series->RecalcExtents();
         const QString note =
             fit.IsEnabled() ? QString() : QStringLiteral("Choose a Curve Fitting Status to draw a function");
-        if (series->ExtentsStale()) series->RecalcExtents();
-        m_ui->plot->Show(*series, draws ? &m_scratch : nullptr, note);
+        m_ui->plot->Show(*series, fit.IsEnabled() ? check.Model.get() : nullptr, note);
     });
 }
 

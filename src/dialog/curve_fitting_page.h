@@ -6,6 +6,8 @@
 #include "fit/equation_editor/fit_access.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Ui {
 class TCurveFittingPage;
@@ -49,7 +51,7 @@ private:
     void RunEditor();
 
     std::unique_ptr<Ui::TCurveFittingPage> m_ui;
-    TCurFit m_scratch; ///< what the plot evaluates
+    std::vector<std::string> m_unknownNames;
     TParameterGroup* m_parameters = nullptr;
     TTemplateGroup* m_templates = nullptr;
     TFitSettingsGroup* m_settings = nullptr;

@@ -170,6 +170,20 @@ TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
     EXPECT_TRUE(Sink.Texts.empty()) << "nothing pops up while a formula is typed";
 }
 
+TEST_F(EquationFormula, UnknownNamesBecomeParameters) {
+    Show();
+    EXPECT_FALSE(Find<QPushButton>("btnAddUnknown").isVisible());
+    Type("e_Expression", QStringLiteral("Vmax*x/(Km + x) + vmax*1e3"));
+    EXPECT_EQ(Fault(), "Not known as variable or parameter: Vmax, Km");
+    Click("btnAddUnknown");
+    ASSERT_EQ(Fit.NParams(), 2);
+    EXPECT_EQ(Fit.Parameter(1)->Name(), "Vmax");
+    EXPECT_EQ(Fit.Parameter(2)->Description, "Parameter Km");
+    EXPECT_TRUE(Fit.Parameter(2)->Vary());
+    EXPECT_EQ(Fault(), "");
+    EXPECT_FALSE(Find<QPushButton>("btnAddUnknown").isVisible());
+}
+
 TEST_F(EquationFormula, ResultIsThatOfTheFormulaAtX) {
     AddParameter(Fit, "a", 2);
     Show();

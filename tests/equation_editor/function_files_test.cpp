@@ -26,14 +26,12 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         SCOPED_TRACE(name.toStdString());
         const std::string file = Folder.filePath(name).toStdString();
         TCurFit fit;
-        TCurFit scratch;
         fit.LoadFromFile(file, true);
-        const TFormulaCheck check = CheckFormula(fit, scratch);
+        const TFormulaCheck check = CheckFormula(fit);
         EXPECT_EQ(check.Fault, "");
         EXPECT_TRUE(check.UnknownNames.empty());
         EXPECT_TRUE(std::isfinite(fit.EvaluateAt(300)));
         ASSERT_GT(fit.NParams(), 1);
-        std::set<std::string> used;
         for (int i = 1; i <= fit.NParams(); ++i) {
             TDBLParameter& parameter = *fit.Parameter(i);
             EXPECT_TRUE(parameter.Vary());
@@ -91,6 +89,15 @@ TEST_F(FunctionFiles, SavedAndOpenedAgain) {
     AnswerFileDialog(PathOf("line.lfn"));
     Click("btnSaveAs");
     EXPECT_EQ(Bytes("line.lfn"), saved);
+}
+
+TEST_F(FunctionFiles, AReadyOneIsOpenedByItsName) {
+    Show();
+    AnswerFileDialog(QStringLiteral("Straight_Line"));
+    Click("btnOpen");
+    EXPECT_TRUE(Sink.Texts.empty()) << Sink.Only();
+    EXPECT_EQ(Fit.Expression(), "a + b*x");
+    EXPECT_EQ(Find<QLineEdit>("e_ParameterDescription").text(), QStringLiteral("Value at x = 0"));
 }
 
 TEST_F(FunctionFiles, WhatIsNoFunctionFileLeavesTheFitAsItWas) {

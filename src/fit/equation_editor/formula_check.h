@@ -3,6 +3,7 @@
 
 #include "fit/cur_fit.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,15 @@ struct TFormulaCheck {
     /// Names in it that are neither parameters nor assigned to, in the order of their first use. They make
     /// the equation not-a-number.
     std::vector<std::string> UnknownNames;
+    /// A compiled copy of the fit, for plots; null for an equation that is faulty or empty.
+    std::unique_ptr<TCurFit> Model;
+
+    /// What to tell beside the equation: the fault, or which names are not known; empty when all is well.
+    std::string Text() const;
 };
 
-/// Compiles the equation in `scratch`, a fit that the caller keeps for nothing else, so that the half-typed
-/// names leave no trace in `fit`. Afterwards `scratch` evaluates the equation, or not-a-number for a faulty
-/// one.
-TFormulaCheck CheckFormula(const TCurFit& fit, TCurFit& scratch);
+/// Compiles a copy of the fit, so that half-typed names leave no trace in the fit itself.
+TFormulaCheck CheckFormula(const TCurFit& fit);
 
 /// Why formulas can not use the name for a parameter of the fit; empty when they can.
 std::string ParameterNameFault(const TCurFit& fit, const std::string& name);

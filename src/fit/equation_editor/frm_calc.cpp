@@ -16,12 +16,6 @@ namespace {
 
 constexpr int kResultDigits = 15;
 
-QString JoinedNames(const std::vector<std::string>& names) {
-    QStringList list;
-    for (const std::string& name : names) list << QString::fromStdString(name);
-    return list.join(QStringLiteral(", "));
-}
-
 } // namespace
 
 TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
@@ -84,6 +78,8 @@ void TfrmCalc::ConnectFormula() {
     });
     connect(m_ui->btnResult, &QPushButton::clicked, this, [this] { Guarded([&] { Evaluate(); }); });
     m_ui->e_X->installEventFilter(this);
+    connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
+            [this] { m_parameters->AddVaried(m_unknownNames); });
 }
 
 void TfrmCalc::ConnectPieces() {
@@ -151,15 +147,14 @@ void TfrmCalc::ShowXName() {
 // What the result belongs to may have changed with any edit.
 void TfrmCalc::FitEdited() {
     m_ui->e_Result->clear();
-    const TFormulaCheck check = CheckFormula(m_fit, m_scratch);
-    const QString typed = m_ui->e_Expression->toPlainText();
-    QString fault = QString::fromStdString(check.Fault);
-    if (typed.isEmpty() && !m_fit.Expression().empty())
-        fault = QStringLiteral("An empty expression is not stored; the last one stays");
+    const TFormulaCheck check = CheckFormula(m_fit);
+    const bool isEmptied = m_ui->e_Expression->toPlainText().isEmpty() && !m_fit.Expression().empty();
+    const QString fault = isEmptied ? QStringLiteral("An empty expression is not stored; the last one stays")
+                                    : QString::fromStdString(check.Fault);
     m_ui->e_Expression->Mark(fault);
-    if (fault.isEmpty() && !check.UnknownNames.empty())
-        fault = QStringLiteral("Not known as variable or parameter: ") + JoinedNames(check.UnknownNames);
-    m_ui->lblFault->setText(fault);
+    m_ui->lblFault->setText(isEmptied ? fault : QString::fromStdString(check.Text()));
+    m_unknownNames = check.UnknownNames;
+    m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
 }
 
 void TfrmCalc::ShowFunctionHelp(int item) {

@@ -7,6 +7,8 @@
 
 #include <QDialog>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Ui {
 class TfrmCalc;
@@ -58,7 +60,7 @@ private:
 
     std::unique_ptr<Ui::TfrmCalc> m_ui;
     TCurFit& m_fit;
-    TCurFit m_scratch;
+    std::vector<std::string> m_unknownNames;
     TParameterGroup* m_parameters = nullptr;
     TFitSettingsGroup* m_settings = nullptr;
     QString m_folder;

@@ -118,24 +118,29 @@ void TParameterGroup::Fill(int number) {
     ShowFields();
 }
 
-void TParameterGroup::Add(const std::string& name) {
-    m_access.EditFit([&](TCurFit& fit) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetValue(kNewValue);
-        parameter->Description = "Parameter " + name;
-        fit.AddParameter(std::move(parameter));
-        Fill(fit.NParams());
-    });
+void TParameterGroup::Add(TCurFit& fit, const std::string& name, bool vary) {
+    auto parameter = std::make_unique<TDBLParameter>();
+    parameter->SetName(name);
+    parameter->SetValue(kNewValue);
+    parameter->SetVary(vary);
+    parameter->Description = "Parameter " + name;
+    fit.AddParameter(std::move(parameter));
+    Fill(fit.NParams());
 }
 
 // Counts on past names that are taken, which deleting an earlier parameter leaves behind.
 void TParameterGroup::AddNumbered() {
-    TCurFit* fit = m_access.FitToEdit();
-    if (!fit) return;
-    int number = fit->NParams() + 1;
-    while (fit->IsParameter(NumberedName(number))) ++number;
-    Add(NumberedName(number));
+    m_access.EditFit([&](TCurFit& fit) {
+        int number = fit.NParams() + 1;
+        while (fit.IsParameter(NumberedName(number))) ++number;
+        Add(fit, NumberedName(number), false);
+    });
+}
+
+void TParameterGroup::AddVaried(const std::vector<std::string>& names) {
+    m_access.EditFit([&](TCurFit& fit) {
+        for (const std::string& name : names) Add(fit, name, true);
+    });
 }
 
 void TParameterGroup::DeleteSelected() {

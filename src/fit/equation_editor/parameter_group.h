@@ -43,8 +43,8 @@ public:
     TDBLParameter* Selected() const;
     /// Its number, or 0.
     int SelectedNumber() const;
-    /// Adds a parameter of that name with value 1.2 and the description "Parameter NAME", and selects it.
-    void Add(const std::string& name);
+    /// Adds a varied parameter for each of the names; the last one is selected.
+    void AddVaried(const std::vector<std::string>& names);
 
 private:
     void ConnectList();
@@ -52,6 +52,8 @@ private:
     void ConnectValues();
     void ConnectFlags();
     void AddNumbered();
+    /// Adds a parameter of that name with value 1.2 and the description "Parameter NAME", and selects it.
+    void Add(TCurFit& fit, const std::string& name, bool vary);
     void DeleteSelected();
     void Rename(const QString& text);
     void ShowFields();
