@@ -144,6 +144,48 @@ TEST_F(EquationFormula, KeysTypedOnTheKeypadGoToTheFormula) {
     EXPECT_EQ(Fit.Expression(), "7*x - 1");
 }
 
+// Wherever the keypad was left, it is one stop on the way through the window.
+TEST_F(EquationFormula, TabWalksTheControlsAsTheyLie) {
+    AddParameter(Fit, "a", 1);
+    Show();
+    for (const char* key : {"btnKey7", "btnKeyAssign"}) {
+        const char* order[] = {"e_Expression",
+                               key,
+                               "lb_Functions",
+                               "btnFunction",
+                               "e_XVarName",
+                               "btnVariable",
+                               "e_X",
+                               "btnResult",
+                               "e_Result",
+                               "qt_tabwidget_tabbar",
+                               "lb_Parameters",
+                               "btnNewParameter",
+                               "btnDeleteParameter",
+                               "btnParameter",
+                               "e_ParameterName",
+                               "e_ParameterValue",
+                               "e_StartDeviation",
+                               "e_FinalDeviation",
+                               "e_ParameterUnits",
+                               "e_ParameterDescription",
+                               "cb_Vary",
+                               "cb_ShowInLegend",
+                               "btnSaveAs",
+                               "btnOpen",
+                               "btnOk",
+                               "btnCancel",
+                               "e_Expression"};
+        for (const char* name : order) {
+            EXPECT_EQ(Editor->focusWidget()->objectName().toStdString(), name);
+            QTest::keyClick(Editor->focusWidget(), Qt::Key_Tab);
+        }
+        for (int i = 0; i < 5; ++i) QTest::keyClick(Editor->focusWidget(), Qt::Key_Down);
+        for (int i = 0; i < 5; ++i) QTest::keyClick(Editor->focusWidget(), Qt::Key_Right);
+        Formula().setFocus();
+    }
+}
+
 TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
     struct TCase {
         const char* formula;
