@@ -1,5 +1,6 @@
 #include "dialog/data_wizard.h"
 
+#include "dialog/curve_fitting_page.h"
 #include "dialog/data_source_page.h"
 #include "dialog/filtering_page.h"
 #include "dialog/general_page.h"
@@ -42,6 +43,7 @@ void TxyDataWizard::AddPages() {
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
     AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
     AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
 }
 

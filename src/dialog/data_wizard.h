@@ -31,6 +31,7 @@ public:
     static constexpr int kGeneralPage = 0;
     static constexpr int kDataSourcePage = 1;
     static constexpr int kRegressionsPage = 2;
+    static constexpr int kCurveFittingPage = 3;
 
     explicit TxyDataWizard(QWidget* parent = nullptr);
     ~TxyDataWizard() override;
