@@ -2,6 +2,7 @@
 #include "dialog/number_edit.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/x_value_text.h"
+#include "sources/column_formula.h"
 #include "support/number_text.h"
 #include "ui_text_options_panel.h"
 
@@ -99,7 +100,8 @@ void TTextOptionsPanel::FillFrom(const TSeries& series, const TTextFormat* found
     FillText(series.DataSourceInfo());
     FillReading(series.TextWishes(), found);
     FillColumns(series, found);
-    FillRows(series.DataSourceInfo());
+    MarkFormulas(series, found);
+    FillRows(series);
 }
 
 void TTextOptionsPanel::FillText(const TDSInfo& info) {
@@ -164,9 +166,17 @@ void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* fo
     SetUnlessTyped(*m_ui->e_YExpression, QString::fromStdString(series.YColExpr()));
 }
 
-void TTextOptionsPanel::FillRows(const TDSInfo& info) {
+/// Also the one that is being typed: its user sees at once what it lacks.
+void TTextOptionsPanel::MarkFormulas(const TSeries& series, const TTextFormat* found) {
+    const TTextFormat* format = found && !found->columns.empty() ? found : nullptr;
+    MarkEdit(*m_ui->e_XExpression, QString::fromStdString(FormulaProblem(series.XColExpr(), format)));
+    MarkEdit(*m_ui->e_YExpression, QString::fromStdString(FormulaProblem(series.YColExpr(), format)));
+}
+
+void TTextOptionsPanel::FillRows(const TSeries& series) {
+    const TDSInfo& info = series.DataSourceInfo();
     const TRowChoice choice = info.RowChoiceMode();
-    const TColumnFormat format = choice == TRowChoice::ByX ? m_found.xFormat : TColumnFormat::Number;
+    const TColumnFormat format = BoundFormat(series);
     const bool hasStart = choice != TRowChoice::All;
     const bool hasEnd = choice == TRowChoice::ByX || (hasStart && info.RowChoiceValue2() >= 1);
     m_ui->cbx_RowChoice->setCurrentIndex(static_cast<int>(choice));
