@@ -1,4 +1,5 @@
 // How the options of a text source are shown.
+#include "dialog/column_items.h"
 #include "dialog/number_edit.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/x_value_text.h"
@@ -49,32 +50,15 @@ auto WishOf(const QComboBox& box, const TList& list) {
     return item <= 0 ? std::nullopt : std::optional(list[static_cast<std::size_t>(item - 1)]);
 }
 
-QString ItemText(const TTextFormat& format, int column) {
-    if (column == TTextFormat::kRowNumber) return QStringLiteral("Row number");
-    const QString number = QString::number(column + 1);
-    const std::string& name = format.columns[static_cast<std::size_t>(column)].name;
-    return name.empty() ? number : number + QStringLiteral(": ") + QString::fromStdString(name).simplified();
-}
-
-/// The name is what the description keeps when it finds this column and no other.
-QString ItemKey(const TTextFormat& format, std::size_t column) {
-    const QString name = QString::fromStdString(format.columns[column].name);
-    const auto isSame = [&](const TTextColumn& other) {
-        return name.compare(QString::fromStdString(other.name), Qt::CaseInsensitive) == 0;
-    };
-    const bool isUnique = std::ranges::count_if(format.columns, isSame) == 1;
-    const bool isPlain = !name.isEmpty() && name.trimmed() == name && !TryParseInteger(name.toStdString());
-    return isUnique && isPlain ? name : QString::number(column + 1);
-}
-
 void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
     const bool isKnown = found && used != TTextFormat::kNoColumn;
     box.clear();
-    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ItemText(*found, used)) : QStringLiteral("Auto"),
+    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, used))
+                        : QStringLiteral("Auto"),
                 QString());
     if (isX) box.addItem(QStringLiteral("Row number"), QStringLiteral("0"));
     for (std::size_t i = 0; found && i < found->columns.size(); ++i)
-        box.addItem(ItemText(*found, static_cast<int>(i)), ItemKey(*found, i));
+        box.addItem(ColumnItemText(*found, static_cast<int>(i)), ColumnItemKey(*found, static_cast<int>(i)));
     int item = box.findData(chosen, Qt::UserRole, Qt::MatchFixedString);
     const auto number = TryParseInteger(chosen.toStdString());
     if (item < 0 && number && found && *number >= 1 && *number <= static_cast<int>(found->columns.size()))
