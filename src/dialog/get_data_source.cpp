@@ -43,7 +43,10 @@ TxyGetDataSource::TxyGetDataSource(const TSeries& current, QWidget* parent)
     ConnectControls();
     Guarded([&] { ListSources(current); });
     SelectSource(m_given.Kind(), QString::fromStdString(m_given.SourceName()));
-    resize(sizeHint().expandedTo(QSize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 32)));
+    const QSize character(fontMetrics().averageCharWidth(), fontMetrics().height());
+    m_ui->l_Sources->setMinimumWidth(character.width() * 24);
+    setMinimumSize(character.width() * 88, character.height() * 26);
+    resize(character.width() * 120, character.height() * 34);
 }
 
 TxyGetDataSource::~TxyGetDataSource() = default;

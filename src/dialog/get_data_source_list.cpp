@@ -40,7 +40,8 @@ void TxyGetDataSource::ListUsed(const TxyGraph& graph) {
     for (const auto& series : graph.Series()) {
         const TDSInfo& info = series->DataSourceInfo();
         const QString name = QString::fromStdString(info.SourceName());
-        if (info.Kind() == TSourceKind::Manual || name.isEmpty() || FindSource(info.Kind(), name)) continue;
+        const bool isFile = info.Kind() == TSourceKind::TextFile || info.Kind() == TSourceKind::DataFile;
+        if (!isFile || name.isEmpty() || FindSource(info.Kind(), name)) continue;
         if (std::exchange(isFirst, false)) AddCaption(QStringLiteral("In this graph"));
         AddSource(info.Kind(), name);
     }

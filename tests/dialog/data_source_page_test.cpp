@@ -104,6 +104,8 @@ TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
         {[&] { Click("cb_FindSeparators"); }, [](auto& s) { return s.TextSeparators() == ";"; }},
         {[&] { Click("cb_Tab"); }, [](auto& s) { return s.TextSeparators() == "\t;"; }},
         {[&] { Click("cb_Comma"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
         {[&] { Click("cb_Blank"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
         {[&] { Click("cb_Other"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
         {[&] { Type("e_Other", QStringLiteral("|/")); },
@@ -211,6 +213,10 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
     const QModelIndex oops = Find<QTableView>("t_Preview").model()->index(3, 1);
     EXPECT_EQ(oops.data().toString(), "oops");
     EXPECT_TRUE(oops.data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("row 4: 'oops'")));
+    auto& list = Find<QListWidget>("l_Messages");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
+    EXPECT_TRUE(Find<QTableView>("t_Preview").selectionModel()->isRowSelected(3))
+        << "a message leads to its row";
 }
 
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
