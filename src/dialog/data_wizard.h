@@ -50,7 +50,7 @@ public:
     void SetStartPage(int page) { m_startPage = page; }
 
     /// Rebuilds the data-set list and selects the data set with that number.
-    void FillList(int number);
+    void FillList(int number) override;
     /// Makes the data set with that number the current one and fills every page from it; -1 for none. Without
     /// a data set the Filling guard stays set, so that no page can write anywhere.
     void ShowSeries(int number);

@@ -43,6 +43,7 @@ private:
             m_formulas = std::make_unique<TRowFormulas>(m_preview.formulas, m_format);
         } catch (const ELumoError& error) {
             m_preview.messages.emplace_back(error.what());
+            m_preview.formulas = {};
             m_formulas = std::make_unique<TRowFormulas>(TFormulaTexts(), m_format);
         }
     }
