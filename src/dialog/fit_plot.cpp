@@ -5,7 +5,7 @@
 #include "fit/cur_fit.h"
 #include "graph/axis.h"
 #include "graph/drawing/canvas.h"
-#include "graph/drawing/scale_map.h"
+#include "graph/scale_map.h"
 #include "graph/graph.h"
 
 #include <QPainter>

@@ -1,5 +1,5 @@
 // Which sources the chooser lists, and how others come into its list.
-#include "dialog/file_filter.h"
+#include "controls/file_filter.h"
 #include "dialog/get_data_source.h"
 #include "dialog/text_preview_pane.h"
 #include "graph/holder.h"

@@ -18,7 +18,7 @@ constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
 
 double PlaceOf(const TScaleMap& map, double value) {
     if (!std::isfinite(value)) return kNowhere;
-    return std::clamp(map.Position(value), -TSeriesPositions::kFarthest, TSeriesPositions::kFarthest);
+    return FarthestPlace(map.Position(value));
 }
 
 TPolylines LineThrough(const std::vector<TCurveSample>& curve, const TScaleMap& xMap, const TScaleMap& yMap,
