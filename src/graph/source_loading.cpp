@@ -86,7 +86,7 @@ void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progre
         const std::string name = series.SeriesName();
         try {
             if (!LoadFromSource(series, progress)) return;
-        } catch (const ELumoError& error) {
+        } catch (const std::exception& error) { // the host's functions may throw what they like
             ShowMessage(error.what(), TMessageKind::Error);
         }
         series.SetSeriesName(name); // as it was edited

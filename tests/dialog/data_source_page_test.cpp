@@ -302,6 +302,24 @@ TEST_F(TDataSourcePageTest, AHostReadsThinnedDataSetsAgainAsTheyWereRead) {
     EXPECT_EQ(host.FirstSeries()->First().Next().Y(), 1.1);
 }
 
+TEST_F(TDataSourcePageTest, ASheetThatHasGoneDoesNotKeepTheHostFromReadingTheRest) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "," + QByteArray::number(i % 7) + "\n";
+    Graph.SetEditorMode(true);
+    ShowFile(Write("long.txt", text));
+    Click("btnDuplicate");
+    TxyGraph host;
+    host.CopyFrom(Graph);
+    host.Holder()->OfferSheets({[] { return std::vector<std::string>(); },
+                                [](auto&) -> std::string { throw std::runtime_error("The sheet is gone"); }});
+    host.FirstSeries()->DataSourceInfo().SetKind(TSourceKind::LumoSheet);
+    TSilentProgress progress;
+    LoadThinnedAgain(host, Graph, progress);
+    EXPECT_EQ(Sink.Only(), "The sheet is gone");
+    EXPECT_EQ(host.FindSeries(1)->Count(), 500);
+    EXPECT_EQ(host.FindSeries(2)->Count(), 2000);
+}
+
 TEST_F(TDataSourcePageTest, WhatCannotBeReadIsToldAndChangesNothing) {
     const std::pair<QString, const char*> cases[] = {
         {Write("empty.txt", ""), "is empty"},
