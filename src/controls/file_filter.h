@@ -1,10 +1,8 @@
 // File dialogs' filters in the form "Caption|pattern; pattern|Caption|…", as the system's texts have them.
 #pragma once
 
-#include "data/ds_info.h"
-
-#include <QFileInfo>
 #include <QString>
+#include <QStringList>
 
 namespace lumoplot {
 
@@ -19,19 +17,6 @@ inline QString ToolkitFilter(const QString& filter) {
         result << QStringLiteral("%1 (%2)").arg(caption, patterns.join(QLatin1Char(' ')));
     }
     return result.join(QStringLiteral(";;"));
-}
-
-/// The filter for files that can be sources of data.
-inline QString SourceFilter() {
-    return ToolkitFilter(QStringLiteral(
-        "ASCII Data Files (*.dat; *.txt)|*.dat; *.txt; *.DAT; *.TXT|LumoPlot DataSets (*.lds)|*.lds; *.LDS|"
-        "Database Files (*.dbf; *.db; *.mdb)|*.dbf; *.db; *.mdb|All Files (*.*)|*.*"));
-}
-
-/// What kind of source a file is, by its name.
-inline TSourceKind KindOfFile(const QString& name) {
-    return QFileInfo(name).suffix().toLower() == QStringLiteral("lds") ? TSourceKind::DataFile
-                                                                       : TSourceKind::TextFile;
 }
 
 } // namespace lumoplot

@@ -1,7 +1,7 @@
 // What the controls of the Data Source page do to the data set.
-#include "controls/file_filter.h"
 #include "dialog/data_source_page.h"
 #include "dialog/manual_panel.h"
+#include "dialog/source_files.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/text_preview_pane.h"
 #include "dialogs/progress_window.h"

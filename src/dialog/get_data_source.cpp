@@ -1,7 +1,7 @@
 #include "dialog/get_data_source.h"
 
 #include "dialog/column_items.h"
-#include "controls/file_filter.h"
+#include "dialog/source_files.h"
 #include "dialog/source_reading.h"
 #include "dialog/text_preview_pane.h"
 #include "graph/graph_file.h"

@@ -1,6 +1,6 @@
 // Which sources the chooser lists, and how others come into its list.
-#include "controls/file_filter.h"
 #include "dialog/get_data_source.h"
+#include "dialog/source_files.h"
 #include "dialog/text_preview_pane.h"
 #include "graph/holder.h"
 #include "graph/source_loading.h"

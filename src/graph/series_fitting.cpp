@@ -84,6 +84,7 @@ private:
     void ShowStep() {
         if (!IsWanted()) return;
         Fit().TakeValues(m_work);
+        m_graph->RequestRepaint(true);
         m_graph->repaint();
     }
 
