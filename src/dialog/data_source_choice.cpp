@@ -38,8 +38,8 @@ void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& choose
     Forget();
     const int number = series.SeriesIndex();
     Guarded([&] { Load(series); });
-    for (std::size_t i = 1; i < columns.size(); ++i)
-        if (!AddDataSet(series, columns[i])) break;
+    bool isLoaded = !series.DataSourceInfo().NeedsReload();
+    for (std::size_t i = 1; i < columns.size() && isLoaded; ++i) isLoaded = AddDataSet(series, columns[i]);
     Context().FillList(number);
 }
 

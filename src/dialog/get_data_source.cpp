@@ -58,8 +58,10 @@ void TxyGetDataSource::ConnectControls() {
         if (m_ui->btnOk->isEnabled()) accept();
     });
     connect(m_ui->btnBrowse, &QPushButton::clicked, this, [this] { Guarded([&] { Browse(); }); });
-    connect(m_ui->cbx_XColumn, &QComboBox::currentIndexChanged, this, &TxyGetDataSource::XColumnPicked);
-    connect(m_ui->l_YColumns, &QListWidget::itemChanged, this, &TxyGetDataSource::YColumnsPicked);
+    connect(m_ui->cbx_XColumn, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded([&] { XColumnPicked(); }); });
+    connect(m_ui->l_YColumns, &QListWidget::itemChanged, this,
+            [this] { Guarded([&] { YColumnsPicked(); }); });
     connect(m_preview, &TTextPreviewPane::ReadingPicked, this, [this](const TTextFormat& format) {
         Guarded([&] {
             FixReading(*m_series, format, PreviewSource(*m_series, 1).readings.best.format);
@@ -67,8 +69,10 @@ void TxyGetDataSource::ConnectControls() {
         });
     });
     connect(m_preview, &TTextPreviewPane::FindAgainPicked, this, [this] {
-        ForgetReading(*m_series);
-        ShowSource();
+        Guarded([&] {
+            ForgetReading(*m_series);
+            ShowSource();
+        });
     });
     connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);

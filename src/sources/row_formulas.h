@@ -16,7 +16,6 @@ struct TFormulaTexts {
     /// The formula without blanks around it, empty where it changes nothing.
     std::string EffectiveX() const { return EffectiveFormula(x, "X"); }
     std::string EffectiveY() const { return EffectiveFormula(y, "Y"); }
-    bool AreSet() const { return !EffectiveX().empty() || !EffectiveY().empty(); }
 };
 
 /// A block of rows on their way to the points. All spans have one element a row.

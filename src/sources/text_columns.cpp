@@ -8,6 +8,8 @@ namespace lumoplot {
 namespace {
 
 constexpr int kNone = TTextFormat::kNoColumn;
+/// More names do not help in a message.
+constexpr int kMostNames = 20;
 
 bool IsValueColumn(const TTextColumn& column) {
     return column.kind == TCellKind::Number || column.kind == TCellKind::Date ||
@@ -33,8 +35,12 @@ int ColumnNamed(const TTextFormat& format, std::string_view name) {
 
 std::string ColumnNameList(const TTextFormat& format) {
     std::string list;
-    for (const TTextColumn& column : format.columns)
-        if (!column.name.empty()) list += (list.empty() ? "" : ", ") + column.name;
+    int count = 0;
+    for (const TTextColumn& column : format.columns) {
+        if (column.name.empty()) continue;
+        if (++count > kMostNames) return "its columns are " + list + ", …";
+        list += (list.empty() ? "" : ", ") + column.name;
+    }
     return list.empty() ? "no column has a name" : "its columns are " + list;
 }
 

@@ -20,7 +20,7 @@ XYGRAPH_EXPORT std::string ChooseColumns(TTextFormat& format, const TDSInfo& inf
 /// The column (from 0) with that header name, case ignored where no name fits exactly, or kNoColumn.
 XYGRAPH_EXPORT int ColumnNamed(const TTextFormat& format, std::string_view name);
 
-/// "its columns are time, current", or that they have no names: for messages.
+/// "its columns are time, current" with the first names, or that they have none: for messages.
 XYGRAPH_EXPORT std::string ColumnNameList(const TTextFormat& format);
 
 } // namespace lumoplot

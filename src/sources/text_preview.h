@@ -35,8 +35,8 @@ struct TPreviewRow {
 
 struct TTextPreview {
     TTextReadings readings;
-    /// What makes X and Y of the cells, without blanks around it; empty where that is the cell as it is read, and
-    /// where it can not be used.
+    /// What makes X and Y of the cells, without blanks around it; empty where that is the cell as it is read,
+    /// and where it can not be used.
     TFormulaTexts formulas;
     std::vector<TPreviewRow> rows;
     /// "row N: …" for each rejected row that is shown; in front of them why a formula can not be used.
