@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <numeric>
 
 namespace lumoplot {
 namespace {
@@ -202,6 +203,25 @@ std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double 
         response[m] = isPass ? pass : -pass;
     }
     return response;
+}
+
+double NormalizingScale(const TFilterSamples& samples, const TBandFilterSettings& settings) {
+    const std::vector<double> half = ImpulseResponse(settings, samples.Step);
+    const std::span<const double> in = samples.Values;
+    const std::size_t reach = half.size() - 1;
+    const std::size_t outputs = in.size() - 2 * reach;
+    // Each coefficient meets as many samples in a row as there are outputs, one further with each
+    // coefficient.
+    double sumOfRow = std::accumulate(in.begin(), in.begin() + static_cast<std::ptrdiff_t>(outputs), 0.0);
+    double sumOut = 0;
+    for (std::size_t k = 0; k <= 2 * reach; ++k) {
+        sumOut += half[k < reach ? reach - k : k - reach] * sumOfRow;
+        if (k < 2 * reach) sumOfRow += in[k + outputs] - in[k];
+    }
+    const double sumIn = std::accumulate(in.begin(), in.end(), 0.0);
+    const double zero = settings.NormZero;
+    return (sumIn - zero * static_cast<double>(in.size())) /
+           (samples.Step * sumOut - zero * static_cast<double>(outputs));
 }
 
 TFilteredPoints FilterBand(const TDataSeries& series, const TBandFilterSettings& settings,
