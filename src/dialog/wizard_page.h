@@ -23,6 +23,8 @@ public:
     virtual void CommitPages() = 0;
     /// Fills all pages again from the selected data set.
     virtual void RefillPages() = 0;
+    /// Lists the data sets again, after some have come or gone, and selects the one with that number.
+    virtual void FillList(int number) = 0;
     /// The name edit has given the current data set another name.
     virtual void ShowSeriesName(const QString& name) = 0;
 };

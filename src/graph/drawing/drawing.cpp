@@ -11,6 +11,7 @@
 #include "graph/drawing/series_painter.h"
 #include "graph/drawing_hook.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -22,21 +23,35 @@ public:
     TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
         : m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()), m_rectangle(rectangle) {}
 
-    void Draw() const {
+    /// Returns where the plot lies; nothing when there is none.
+    std::optional<TPlotMap> Draw() const {
         DrawMargins();
         if (!m_graph.HasContent()) return DrawNotice(QStringLiteral("Waiting for the data..."));
         if (m_graph.ScaleFailed() || !HasRanges())
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
-        if (!layout.HasPlot()) return;
+        if (!layout.HasPlot()) return std::nullopt;
         DrawPlot(layout);
         DrawAxes(m_canvas, m_graph, layout);
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
         DrawLegend(m_canvas, m_graph, m_rectangle);
+        return PlotMapOf(layout);
     }
 
 private:
+    static TPlotMap PlotMapOf(const TGraphLayout& layout) {
+        const TAxisLayouts& axes = layout.Axes();
+        const auto placeOf = [](const TAxisLayout& axis) {
+            return axis.Axis().ShowAxis() ? axis.TextPlace() : QRectF();
+        };
+        return {layout.Plot(),
+                axes.X.Map(),
+                axes.Y.Map(),
+                axes.SecondY.Map(),
+                {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)}};
+    }
+
     bool FillsBackground() const { return !m_canvas.IsPrinting() || m_appearance.PrintBkgndColor(); }
 
     void DrawMargins() const {
@@ -45,14 +60,17 @@ private:
         if (picture.isNull()) return;
         QPainter& painter = m_canvas.Painter();
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        const QRectF natural(m_rectangle.topLeft(), QSizeF(picture.size()));
-        painter.drawImage(m_appearance.StretchBkgd() ? m_rectangle : natural, picture);
+        if (m_appearance.StretchBkgd()) return painter.drawImage(m_rectangle, picture);
+        // Not every vector format cuts off what lies outside a clip rectangle.
+        const QRectF shown = QRectF(QPointF(), m_rectangle.size()) & QRectF(picture.rect());
+        painter.drawImage(QRectF(m_rectangle.topLeft(), shown.size()), picture, shown);
     }
 
-    void DrawNotice(const QString& text) const {
+    std::optional<TPlotMap> DrawNotice(const QString& text) const {
         TFontSpec font = m_appearance.CaptionFont();
         font.Size = std::max(font.Size, 12);
         TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
+        return std::nullopt;
     }
 
     bool HasRanges() const {
@@ -80,18 +98,33 @@ private:
     QRectF m_rectangle;
 };
 
-QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
-    const TDimensions& place = *child.Dimensions();
-    const QRectF rectangle(parent.left() + place.HorPosition() * parent.width(),
-                           parent.top() + place.VerPosition() * parent.height(),
-                           place.HorSize() * parent.width(), place.VerSize() * parent.height());
-    const bool isDrawable = std::isfinite(rectangle.left()) && std::isfinite(rectangle.top()) &&
-                            std::isfinite(rectangle.right()) && std::isfinite(rectangle.bottom());
-    return isDrawable ? rectangle : QRectF();
+// A file may hold any fraction. What lies farther than a widget could reach shows nothing, and the ticks
+// along it would be without number.
+double WithinReach(double units) {
+    constexpr double kReach = 32000;
+    return std::isfinite(units) ? std::clamp(units, -kReach, kReach) : 0;
 }
 
-void DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
-    DrawGraph(painter, graph, rectangle, {TChildGraphs::LeaveOut, TDrawPurpose::Show});
+QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
+    const TDimensions& place = *child.Dimensions();
+    return {WithinReach(parent.left() + place.HorPosition() * parent.width()),
+            WithinReach(parent.top() + place.VerPosition() * parent.height()),
+            WithinReach(place.HorSize() * parent.width()), WithinReach(place.VerSize() * parent.height())};
+}
+
+std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+                                     TDrawPurpose purpose) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return std::nullopt;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle).Draw();
+    painter.restore();
+    return map;
+}
+
+std::optional<TPlotMap> DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
+    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show);
 }
 
 const bool g_installed = (InstallDrawing(DrawPanel), true);
@@ -101,13 +134,12 @@ const bool g_installed = (InstallDrawing(DrawPanel), true);
 void DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
                const TDrawOptions& options) {
     if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
+    DrawOneGraph(painter, graph, rectangle, options.Purpose);
+    if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
     painter.save();
     painter.setClipRect(rectangle, Qt::IntersectClip);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    TGraphPainter(TCanvas(painter, options.Purpose), graph, rectangle).Draw();
-    if (options.ChildGraphs == TChildGraphs::Include)
-        for (const auto& child : graph.ChildGraphs())
-            DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
+    for (const auto& child : graph.ChildGraphs())
+        DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
     painter.restore();
 }
 

@@ -1,0 +1,24 @@
+// Edits that hold a number: what a text means, and how one that is no number is shown.
+#pragma once
+
+#include <QLineEdit>
+#include <optional>
+
+namespace lumoplot {
+
+/// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
+/// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
+std::optional<double> NumberIn(QLineEdit& edit);
+std::optional<int> IntegerIn(QLineEdit& edit);
+/// As NumberIn, but an empty text and a lone "." are marked too.
+std::optional<double> FiniteNumberIn(QLineEdit& edit);
+
+/// Shows a number in general format with 4 significant digits.
+void ShowNumber(QLineEdit& edit, double value);
+/// Shows another text for a number, and no mark.
+void ShowNumberText(QLineEdit& edit, const std::string& text);
+
+/// Marks the edit with a reason, or takes the mark away for an empty one.
+void MarkEdit(QLineEdit& edit, const QString& reason);
+
+} // namespace lumoplot
