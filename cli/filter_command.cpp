@@ -71,7 +71,9 @@ void AddFilterCommand(CLI::App& program) {
     AddCount(command, "--every", filter->every, 1, "Points that are averaged into one sample (5)");
     AddCount(command, "--width", filter->width, 1, "Samples on each side of the response's centre (5)");
     AddNumber(command, "--zero", filter->zero, "The zero that sums are taken about (0)");
-    command.add_flag("!--no-normalize", filter->normalize, "Leave the sum of the output as it is");
+    command.add_flag_function(
+        "--no-normalize", [filter](std::int64_t) { filter->normalize = false; },
+        "Leave the sum of the output as it is");
     AddJson(command, filter->form);
     command.footer(
         "Prints a line with x and y for each filtered point. The baseline of the data set is\n"

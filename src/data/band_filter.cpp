@@ -6,13 +6,14 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <numeric>
 
 namespace lumoplot {
 namespace {
 
 constexpr std::size_t kPointsBetweenSteps = 16384;
 /// Products between two looks at the progress: a few milliseconds.
-constexpr std::size_t kProductsBetweenSteps = 8'000'000;
+constexpr std::size_t kProductsBetweenSteps = 4'000'000;
 /// A sum that is smaller than its terms by this factor consists of their rounding.
 constexpr double kRoundingOfSum = 1e-13;
 constexpr double kLargest = std::numeric_limits<double>::max();
@@ -88,26 +89,29 @@ private:
     bool Convolve() {
         std::vector<double> half = ImpulseResponse(m_settings, m_samples.Step);
         for (double& value : half) value *= m_samples.Step;
-        m_output.resize(m_samples.Values.size() - 2 * m_reach);
+        const std::span<const double> in = m_samples.Values;
+        const std::size_t outputs = in.size() - 2 * m_reach;
         const std::size_t atOnce = std::max<std::size_t>(64, kProductsBetweenSteps / (m_reach + 1));
+        m_output.reserve(outputs);
         Begin();
-        for (std::size_t i = 0; i < m_output.size(); i += atOnce) {
-            const std::size_t count = std::min(atOnce, m_output.size() - i);
-            ConvolveSymmetric(half, std::span(m_samples.Values).subspan(i, count + 2 * m_reach),
-                              std::span(m_output).subspan(i, count));
-            if (!StepTo(i + count)) return false;
+        while (m_output.size() < outputs) {
+            const std::size_t from = m_output.size();
+            const std::size_t count = std::min(atOnce, outputs - from);
+            m_output.resize(from + count);
+            const std::span<double> out = std::span(m_output).subspan(from);
+            ConvolveSymmetric(half, in.subspan(from, count + 2 * m_reach), out);
+            m_sumsIn.Take(in.subspan(from, count), m_settings.NormZero);
+            m_sumsOut.Take(out, m_settings.NormZero);
+            if (!StepTo(from + count)) return false;
         }
+        m_sumsIn.Take(in.subspan(outputs), m_settings.NormZero);
         return true;
     }
 
     bool FindScale() {
         if (!m_settings.Normalize) return true;
-        TSums in;
-        TSums out;
-        in.Take(m_samples.Values, m_settings.NormZero);
-        out.Take(m_output, m_settings.NormZero);
-        m_scale = in.Sum / out.Sum;
-        return !out.IsZero() && std::isfinite(m_scale);
+        m_scale = m_sumsIn.Sum / m_sumsOut.Sum;
+        return !m_sumsOut.IsZero() && std::isfinite(m_scale);
     }
 
     TFilteredPoints WriteBack(const TMergeRule& rule) {
@@ -164,6 +168,8 @@ private:
     const std::size_t m_reach;
     const int m_blockSize;
     std::vector<double> m_output; ///< of the samples from 2M on
+    TSums m_sumsIn;
+    TSums m_sumsOut;
     double m_scale = 1;
     std::vector<double> m_x;
     std::vector<double> m_y;
@@ -202,6 +208,25 @@ std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double 
         response[m] = isPass ? pass : -pass;
     }
     return response;
+}
+
+double NormalizingScale(const TFilterSamples& samples, const TBandFilterSettings& settings) {
+    const std::vector<double> half = ImpulseResponse(settings, samples.Step);
+    const std::span<const double> in = samples.Values;
+    const std::size_t reach = half.size() - 1;
+    const std::size_t outputs = in.size() - 2 * reach;
+    // Each coefficient meets as many samples in a row as there are outputs, one further with each
+    // coefficient.
+    double sumOfRow = std::accumulate(in.begin(), in.begin() + static_cast<std::ptrdiff_t>(outputs), 0.0);
+    double sumOut = 0;
+    for (std::size_t k = 0; k <= 2 * reach; ++k) {
+        sumOut += half[k < reach ? reach - k : k - reach] * sumOfRow;
+        if (k < 2 * reach) sumOfRow += in[k + outputs] - in[k];
+    }
+    const double sumIn = std::accumulate(in.begin(), in.end(), 0.0);
+    const double zero = settings.NormZero;
+    return (sumIn - zero * static_cast<double>(in.size())) /
+           (samples.Step * sumOut - zero * static_cast<double>(outputs));
 }
 
 TFilteredPoints FilterBand(const TDataSeries& series, const TBandFilterSettings& settings,

@@ -49,6 +49,11 @@ XYGRAPH_EXPORT std::optional<TFilterSamples> SampleBlocks(const TDataSeries& ser
 /// centre, for a band pass, and the unit impulse 1 ÷ dt less that for a band stop. Needs a step above 0.
 XYGRAPH_EXPORT std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double step);
 
+/// What Normalize multiplies the output by, found without running the filter: in O(samples + M), so that it
+/// can be shown while settings change. Not finite, or large and made of rounding, where the output's sum is 0
+/// and FilterBand refuses. Needs at least 2M + 1 samples and a step above 0.
+XYGRAPH_EXPORT double NormalizingScale(const TFilterSamples& samples, const TBandFilterSettings& settings);
+
 enum class TFilterOutcome {
     Filtered,
     Refused,  ///< no complete block, or the result would hold what is no finite number

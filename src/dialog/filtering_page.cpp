@@ -262,7 +262,6 @@ QString TFilteringPage::StateText(const TFilterSamples& samples) const {
     const auto count = static_cast<std::int64_t>(samples.Values.size());
     if (count == 0) return QStringLiteral("There are too few points for a sample: nothing can be filtered.");
     QString text = Counted(count, "sample", "samples");
-    const std::int64_t kept = std::max<std::int64_t>(0, count - 2 * m_settings.ResponseWidth - 1);
     if (samples.Step > 0) {
         const double highest = 0.5 / samples.Step;
         text += QStringLiteral(", %1 apart: frequencies up to %2. ")
@@ -271,12 +270,18 @@ QString TFilteringPage::StateText(const TFilterSamples& samples) const {
             text += QStringLiteral("The band lies above them. ");
     } else {
         text += QStringLiteral(" without spread in X. ");
-        if (kept > 0) return text + QStringLiteral("Nothing can be filtered.");
     }
-    if (kept == 0)
-        return text + QStringLiteral("The response is wider than the data: Apply leaves no points.");
-    return text +
-           QStringLiteral("Apply leaves %1.").arg(Counted(kept * m_settings.CountEvery, "point", "points"));
+    return text + ResultText(samples);
+}
+
+QString TFilteringPage::ResultText(const TFilterSamples& samples) const {
+    const auto kept = static_cast<std::int64_t>(samples.Values.size()) - 2 * m_settings.ResponseWidth - 1;
+    if (kept <= 0) return QStringLiteral("The response is wider than the data: Apply leaves no points.");
+    if (!(samples.Step > 0)) return QStringLiteral("Nothing can be filtered.");
+    const QString points = Counted(kept * m_settings.CountEvery, "point", "points");
+    if (!m_settings.Normalize) return QStringLiteral("Apply leaves %1.").arg(points);
+    return QStringLiteral("Apply leaves %1 and multiplies by %2.")
+        .arg(points, ShortNumber(NormalizingScale(samples, m_settings)));
 }
 
 } // namespace lumoplot

@@ -77,6 +77,7 @@ private:
     void UpdatePreview();
     const TFilterSamples& SamplesOf(const TSeries& series);
     QString StateText(const TFilterSamples& samples) const;
+    QString ResultText(const TFilterSamples& samples) const;
 
     std::unique_ptr<Ui::TFilteringPage> m_ui;
     TBandFilterSettings m_settings;

@@ -134,6 +134,20 @@ TEST(BandFilter, AgreesWithTheLiteralFormulas) {
                     }
 }
 
+TEST(BandFilter, TheScaleIsKnownWithoutARun) {
+    TDataSeries series;
+    Fill(series, MakeSignal(700));
+    TSilentProgress progress;
+    for (const int width : {1, 6, 60})
+        for (const double zero : {0.0, 6.0}) {
+            TBandFilterSettings settings{1, 4, TFilterType::BandStop, true, zero, 3, width};
+            const double scale = NormalizingScale(*SampleBlocks(series, 3, progress), settings);
+            const double normalized = Filtered(series, settings).Points.First().Y();
+            settings.Normalize = false;
+            EXPECT_NEAR(scale, normalized / Filtered(series, settings).Points.First().Y(), 1e-9) << width;
+        }
+}
+
 TEST(BandFilter, TrimsBothEndsAndKeepsTheMiddleInPlace) {
     TDataSeries series;
     for (int i = 0; i < 100; ++i) series.AddPoint(2 + i, 0);

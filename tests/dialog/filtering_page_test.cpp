@@ -170,7 +170,9 @@ TEST_F(FilteringPage, TextsThatAreNoNumbersAreMarkedAndStopApply) {
 TEST_F(FilteringPage, ThePreviewFollowsDataAndSettings) {
     ASSERT_TRUE(StateBecomes("80 samples"));
     SetNumber("se_CountEvery", 1);
-    ASSERT_TRUE(StateBecomes("400 samples, 0.05 apart: frequencies up to 10. Apply leaves 389 points."));
+    ASSERT_TRUE(StateBecomes("400 samples, 0.05 apart: frequencies up to 10. Apply leaves 389 points and "));
+    Click("cb_Normalize");
+    ASSERT_TRUE(StateBecomes("Apply leaves 389 points."));
     const TSeries& amplitudes = *Preview().FindSeries(1);
     const TSeries& gains = *Preview().FindSeries(2);
     const auto highest = [](const TSeries& curve, double from, double to) {
