@@ -2,6 +2,9 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "data/regression.h"
+#include "data/spline.h"
+#include "fit/cur_fit.h"
+#include "support/errors.h"
 
 #include <algorithm>
 #include <memory>
@@ -9,10 +12,7 @@
 namespace lumoplot {
 namespace {
 
-// The sampled curve is missing: its curve is that of a fitter, which no command drives yet.
-constexpr TRegressionType kTypes[] = {
-    TRegressionType::Linear, TRegressionType::RobustLine,           TRegressionType::Quadratic,
-    TRegressionType::Spline, TRegressionType::ExponentialSmoothing, TRegressionType::RunningAverage};
+constexpr int kLastType = static_cast<int>(TRegressionType::RunningAverage);
 constexpr int kLastTypeWithCoefficients = static_cast<int>(TRegressionType::Quadratic);
 
 struct TRegressCommand {
@@ -23,22 +23,39 @@ struct TRegressCommand {
     TOutputForm form = TOutputForm::Outline;
 
     void Run() const {
-        if (std::find(std::begin(kTypes), std::end(kTypes), TRegressionType(*type)) == std::end(kTypes))
-            throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1, 2, 3, 4, 6 and 7");
+        if (*type > kLastType) throw EUsage("--type: '" + std::to_string(*type) + "' is above 7");
         const TDataInput input(data);
         const TDataSeries& series = input.Series();
         const TRegressionSettings settings{*type, value1.value_or(series.RegressionControlValue1()),
                                            value2.value_or(series.RegressionControlValue2()),
                                            series.DuplicatesAllowed()};
-        PrintResult(ComputeRegression(settings, input.X(), input.Y()), input);
+        TRegressionResult result = ComputeRegression(settings, input.X(), input.Y());
+        if (IsOfType(TRegressionType::SampledCurve))
+            result.Curve = SampledFit(input, settings.RegressionControlValue1);
+        PrintResult(result, input);
     }
 
 private:
+    bool IsOfType(TRegressionType wanted) const { return *type == static_cast<int>(wanted); }
+
+    // The curve of the data set's own fit over the extent of X.
+    std::vector<TCurveSample> SampledFit(const TDataInput& input, int samples) const {
+        TCurFit fit;
+        fit.Assign(&input.Series().CurveFit());
+        fit.Compile();
+        if (!fit.Selected()) throw EFileError(data.file + " holds no equation of a curve fit");
+        std::vector<TCurveSample> curve;
+        if (input.X().empty()) return curve;
+        const auto [first, last] = std::ranges::minmax(input.X());
+        for (const double x : CurveGrid(first, last, samples)) curve.push_back({x, fit.EvaluateAt(x)});
+        return curve;
+    }
+
     // A spline's curve has a grid of its own; what it derives at the points are second derivatives.
     void PrintResult(const TRegressionResult& result, const TDataInput& input) const {
         std::vector<double> x;
         std::vector<double> derived;
-        if (*type != static_cast<int>(TRegressionType::Spline)) {
+        if (!IsOfType(TRegressionType::Spline) && !IsOfType(TRegressionType::SampledCurve)) {
             x = input.X();
             derived = result.Derived;
         }
@@ -75,10 +92,11 @@ void AddRegressCommand(CLI::App& program) {
                    "  2  robust line\n"
                    "  3  parabola by least squares\n"
                    "  4  cubic spline; --value1 is the number of samples, --value2 the slope at the ends\n"
+                   "  5  curve of the data set's fit; --value1 is the number of samples\n"
                    "  6  exponential smoothing; --value2 is the weight\n"
                    "  7  running average; --value2 is 1 / window\n"
                    "Prints the coefficients of types 1 to 3 (derived = c2 x^2 + c1 x + c0), then a line\n"
-                   "with x and the derived value for each point, or for each sample of a spline.");
+                   "with x and the derived value for each point, or for each sample of a curve.");
     command.callback([regress] { regress->Run(); });
 }
 
