@@ -2,6 +2,8 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "data/regression.h"
+#include "fit/cur_fit.h"
+#include "support/errors.h"
 
 #include <memory>
 
@@ -26,13 +28,15 @@ struct TRegressCommand {
         if (value1) series.SetRegressionControlValue1(*value1);
         if (value2) series.SetRegressionControlValue2(*value2);
         series.CalcRegression();
+        if (IsOfType(TRegressionType::SampledCurve) && !series.CurveFit().Selected())
+            throw EFileError(data.file + " holds no equation of a curve fit");
         PrintResult(series, input);
     }
 
 private:
+    bool IsOfType(TRegressionType wanted) const { return *type == static_cast<int>(wanted); }
     bool IsSampled() const {
-        return *type == static_cast<int>(TRegressionType::Spline) ||
-               *type == static_cast<int>(TRegressionType::SampledCurve);
+        return IsOfType(TRegressionType::Spline) || IsOfType(TRegressionType::SampledCurve);
     }
 
     // A sampled curve has a grid of its own; what a spline derives at the points are second derivatives.

@@ -49,7 +49,7 @@ TDocument Verified() {
 }
 
 std::string Column(const std::string& text, std::size_t width) {
-    return text + std::string(width > text.size() ? width - text.size() : 0, ' ');
+    return std::string(width > text.size() ? width - text.size() : 0, ' ') + text;
 }
 
 // One line a problem, one column a procedure.

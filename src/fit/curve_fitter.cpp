@@ -137,6 +137,12 @@ private:
         const TStop stop = procedure.Minimise(problem, problem.Start(), m_fit.Tolerance());
         TPolished polished = Polish(problem);
         m_result.End = EndOf(problem, stop, polished);
+        if (stop != TStop::Tolerance || m_result.End != TFitEnd::NoProgress) return polished;
+        // A long flat valley: changes below the tolerance add up. Go on until they are rounding.
+        const TVector place = problem.Best();
+        const TStop last = TVariableMetric().Minimise(problem, place, 0);
+        polished = Polish(problem);
+        m_result.End = EndOf(problem, last, polished);
         return polished;
     }
 

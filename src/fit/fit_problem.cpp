@@ -155,8 +155,13 @@ std::vector<double> TFitProblem::ResidualsAt(std::span<const double> at) {
     Store(at);
     ++m_evaluations;
     std::vector<double> residuals(PointCount());
-    m_evaluator.Evaluate(m_points.X, residuals);
-    Residuals(0, residuals);
+    for (std::size_t start = 0, count; start < PointCount(); start += count) {
+        CheckCancelled();
+        count = ChunkAt(start);
+        const std::span part = std::span(residuals).subspan(start, count);
+        m_evaluator.Evaluate(std::span(m_points.X).subspan(start, count), part);
+        Residuals(start, part);
+    }
     return residuals;
 }
 

@@ -11,8 +11,12 @@ namespace lumoplot {
 namespace {
 
 constexpr double kAcceptedRatio = 1e-4;
+constexpr double kSoundRatio = 0.1;
 constexpr double kPoorRatio = 0.25;
 constexpr double kGoodRatio = 0.75;
+constexpr double kMildShrinking = 0.5;
+constexpr double kModelMargin = 1.5;      // by which the other model must be nearer
+constexpr double kRounding = 1e-13;       // of the value
 constexpr double kSmallestRadius = 1e-15; // in units of the scaled parameters
 constexpr double kFirstStepFactor = 100;
 
@@ -58,7 +62,7 @@ private:
             const double actual = m_model.Value - value;
             const double ratio = step.Predicted > 0 ? actual / step.Predicted : -1;
             if (ratio >= kAcceptedRatio && actual > 0) {
-                if (Accept(step, place, actual, ratio)) return IsConverged(step, actual, ratio);
+                if (Accept(step, place, actual, ratio)) return StopAfter(step, actual, ratio);
             } else if (IsAtRounding(step, actual)) {
                 return TStop::Tolerance;
             } else if (mayChangeModel && OtherPredicts(step, actual)) {
@@ -74,12 +78,12 @@ private:
 
     // The step changes nothing that can be seen, and the model promises nothing more.
     bool IsAtRounding(const TStep& step, double actual) const {
-        return step.IsNewton && std::abs(actual) <= 1e-13 * m_model.Value &&
-               step.Predicted <= 1e-13 * m_model.Value;
+        return step.IsNewton && std::abs(actual) <= kRounding * m_model.Value &&
+               step.Predicted <= kRounding * m_model.Value;
     }
 
-    TMaybeStop IsConverged(const TStep& step, double actual, double ratio) const {
-        if (!step.IsNewton || ratio < 0.1) return std::nullopt;
+    TMaybeStop StopAfter(const TStep& step, double actual, double ratio) const {
+        if (!step.IsNewton || ratio < kSoundRatio) return std::nullopt;
         const double value = m_model.Value + actual;
         const bool valueStays = actual <= m_tolerance * value && step.Predicted <= m_tolerance * value;
         return valueStays && RelativeChange(step) <= m_tolerance ? TMaybeStop(TStop::Tolerance)
@@ -152,7 +156,7 @@ private:
     bool OtherPredicts(const TStep& step, double actual) const {
         if (!std::isfinite(actual) || !m_hasSecant) return false;
         const double other = Prediction(Other(m_kind), step.Change);
-        return 1.5 * std::abs(other - actual) < std::abs(step.Predicted - actual);
+        return kModelMargin * std::abs(other - actual) < std::abs(step.Predicted - actual);
     }
 
     double ScaledNorm(const TVector& vector) const {
@@ -170,32 +174,23 @@ private:
         m_radius = factor * std::min(m_radius, ScaledNorm(step.Change));
     }
 
-    // Moves to the place; false when the derivatives are not finite there.
+    // Moves to the place and learns from the way there; false when the derivatives are not finite there.
     bool Accept(const TStep& step, const TVector& place, double actual, double ratio) {
+        const bool changesModel = OtherPredicts(step, actual);
         const TLinearModel before = m_model;
         if (!m_problem.Linearise(place, m_model)) {
             m_model = before;
             return false;
         }
-        if (OtherPredicts(step, actual, before)) m_kind = Other(m_kind);
+        if (changesModel) m_kind = Other(m_kind);
         UpdateSecant(before, step.Change);
         const double length = ScaledNorm(step.Change);
         if (ratio < kPoorRatio)
-            m_radius = std::max(0.1, 0.5) * std::min(m_radius, length);
+            m_radius = kMildShrinking * std::min(m_radius, length);
         else if (ratio >= kGoodRatio)
             m_radius = std::max(m_radius, 2 * length);
         UpdateScales();
         return true;
-    }
-
-    bool OtherPredicts(const TStep& step, double actual, const TLinearModel& before) const {
-        if (!m_hasSecant) return false;
-        const TVector linear = Times(before.Triangle, step.Change);
-        const double gauss = -Dot(before.Gradient, step.Change) - 0.5 * Dot(linear, linear);
-        const double augmented = gauss - 0.5 * Dot(step.Change, Times(m_secant, step.Change));
-        const double mine = m_kind == TModelKind::GaussNewton ? gauss : augmented;
-        const double other = m_kind == TModelKind::GaussNewton ? augmented : gauss;
-        return 1.5 * std::abs(other - actual) < std::abs(mine - actual);
     }
 
     // The sized symmetric rank-two update of Dennis, Gay and Welsch.
@@ -205,7 +200,7 @@ private:
         TVector y = m_model.Gradient;
         AddTimes(y, -1, before.Gradient);
         const double along = Dot(y, change);
-        if (!(along > 0)) return;
+        if (!(along > 0) || !std::isfinite(Norm(wanted))) return;
         const TVector product = Times(m_secant, change);
         const double old = Dot(change, product);
         const double sizing = old != 0 ? std::min(1.0, std::abs(Dot(change, wanted) / old)) : 1;

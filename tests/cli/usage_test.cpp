@@ -109,6 +109,7 @@ TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
         {"stats", data, "--columns", "x,volts"},
         {"stats", data, "--set", "2"},
         {"regress", data, "--type", "7", "--value2", "0.6"},
+        {"regress", data, "--type", "5"},
         {"fit", data, "--equation", "", "--param", "a=1"},
         {"fit", data, "--equation", "a", "--param", "a=1"},
         {"fit", data, "--equation", "a*(x", "--param", "a=1"},
