@@ -75,7 +75,7 @@ void TGraphZoom::Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf) {
     BeginGesture();
     for (std::size_t i = 0; i < all.size(); ++i)
         if (Concerns(*all[i], axes)) SetRange(*all[i], ranges[i].first, ranges[i].second);
-    Q_EMIT m_graph.OnUserRescale();
+    Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::BeginGesture() {
@@ -125,7 +125,7 @@ void TGraphZoom::ShowAll() {
     if (CurrentView() == before)
         m_history.pop_back();
     else
-        Q_EMIT m_graph.OnUserRescale();
+        Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::GoBack() {
@@ -143,7 +143,7 @@ void TGraphZoom::GoBack() {
         axis.SetAutoSizing(view[i].AutoSizing);
         axis.SetAutoStepping(view[i].AutoStepping);
     }
-    Q_EMIT m_graph.OnUserRescale();
+    Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::ForgetHistory() {
