@@ -12,7 +12,6 @@ namespace {
 constexpr std::size_t kMostViews = 100;
 constexpr double kFewestSteps = 2; // a step of the user's own that gives fewer makes way for an automatic one
 
-// The ranges of two maps as the places `from` and `to` of the one that is shown.
 std::pair<double, double> ValuesBetween(const TScaleMap& map, double from, double to) {
     return std::minmax({map.Value(from), map.Value(to)});
 }
@@ -144,6 +143,10 @@ void TGraphZoom::GoBack() {
         axis.SetAutoStepping(view[i].AutoStepping);
     }
     Q_EMIT m_graph.OnUserChange();
+}
+
+void TGraphZoom::CancelGesture() {
+    if (m_isGoing) GoBack();
 }
 
 void TGraphZoom::ForgetHistory() {

@@ -44,6 +44,8 @@ TEST_F(GraphMouse, EscapeLeavesTheRangesAsTheyWere) {
     EXPECT_NE(X().Max(), max);
     Press(Qt::Key_Escape);
     EXPECT_DOUBLE_EQ(X().Max(), max);
+    EXPECT_TRUE(X().AutoSizing());
+    EXPECT_FALSE(Graph.Mouse().Zoom().CanGoBack());
 }
 
 TEST_F(GraphMouse, APictureMovesWithTheMouse) {
