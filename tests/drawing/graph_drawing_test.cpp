@@ -56,6 +56,7 @@ TEST_F(TGraphDrawing, AnEmptyGraphWaitsForData) {
 
 TEST_F(TGraphDrawing, AnInconsistentRangeShowsItsCaption) {
     Add({{0, 0}, {1, 1}});
+    m_graph.YAxis()->SetStepSize(1); // an automatic step would bring the automatic range with it
     m_graph.YAxis()->SetMin(5);
     m_graph.YAxis()->SetMax(1);
     Draw();
@@ -167,6 +168,20 @@ TEST_F(TGraphDrawing, ChildGraphsLieInsideTheirParent) {
     const TRecordedText* title = m_device.FindText(QStringLiteral("Inset"));
     ASSERT_TRUE(title);
     EXPECT_TRUE(QRectF(300, 0, 300, 200).contains(title->Place));
+}
+
+// Along such a width there would be place for the minutes of all dates, more than any memory holds.
+TEST_F(TGraphDrawing, AChildGraphOfAnySizeHasTicksThatCanBeCounted) {
+    Add({{0, 0}, {1, 1}});
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    child.FindSeries(child.AddSeries())->AddPoint(1, 1);
+    child.XAxis()->SetShowAsTime(true);
+    child.XAxis()->SetMin(-600000);
+    child.XAxis()->SetMax(2900000);
+    child.Dimensions()->SetHorPosition(1e300);
+    child.Dimensions()->SetHorSize(1e8);
+    Draw();
+    EXPECT_LT(m_device.Record().Lines.size(), 100000u);
 }
 
 TEST_F(TGraphDrawing, MarksAreDrawnOnTheirAxes) {

@@ -203,6 +203,10 @@ TEST_F(TextFormat, ColumnsAreChosenByNumberOrName) {
     }
 }
 
+std::string SampleFile(const char* name) {
+    return std::string(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + name;
+}
+
 struct TSampleFile {
     const char* name;
     const char* description;
@@ -240,13 +244,31 @@ TEST_F(TextFormat, RealFilesAreReadWithoutBeingAsked) {
     };
     for (const auto& f : files) {
         SCOPED_TRACE(f.name);
-        const auto report = Load(std::string(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + f.name);
+        const auto report = Load(SampleFile(f.name));
         EXPECT_EQ(Describe(report.readings.best.format), f.description);
         EXPECT_EQ(report.yName, f.yName);
         ASSERT_EQ(points.size(), f.points);
         EXPECT_EQ(points.back(), f.last);
         EXPECT_EQ(report.rowsSkipped, 0);
     }
+}
+
+TEST_F(TextFormat, WhatASpreadsheetQuotesIsOneCell) {
+    const auto report = Load(SampleFile("spreadsheet_quoted.csv"));
+    EXPECT_EQ(Describe(report.readings.best.format), "comma, decimal point, 1 header row, UTF-8 with BOM");
+    EXPECT_EQ(report.readings.best.format.columns.front().name, "Time, s");
+    EXPECT_EQ(report.yName, "Reading \"A\"");
+    EXPECT_EQ(points, (TPoints{{1, 7.25}, {2, 7.5}}));
+    EXPECT_EQ(report.messages,
+              (std::vector<std::string>{"row 2: '1,204.5' in column 3 (Reading \"A\") is not a number"}));
+}
+
+TEST_F(TextFormat, ColumnsOfOneWidthMayTouch) {
+    info.SetDivideTextByWidth(true);
+    info.SetColumnWidth(7);
+    const auto report = Load(SampleFile("fixed_width.txt"));
+    EXPECT_EQ(report.yName, "force");
+    EXPECT_EQ(points, (TPoints{{0, 1.25}, {0.5, -112.5}, {1, -13.75}}));
 }
 
 } // namespace

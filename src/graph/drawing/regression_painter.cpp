@@ -88,7 +88,11 @@ private:
         return TypeOf(m_series) == TRegressionType::Spline ||
                TypeOf(m_series) == TRegressionType::SampledCurve;
     }
-    void AddPlace(double x, double derived) { m_line.Add(x, m_series.CorrectedY(x, derived)); }
+    // The fitted curve stands for corrected Y; everything else for raw Y.
+    void AddPlace(double x, double derived) {
+        const bool isCorrected = TypeOf(m_series) == TRegressionType::SampledCurve;
+        m_line.Add(x, isCorrected ? derived : m_series.CorrectedY(x, derived));
+    }
 
     // Two places suffice for a straight line on linear axes.
     void AddFitted(const TFittedCurve& curve) {

@@ -1,5 +1,6 @@
 #include "graph/drawing/series_painter.h"
 
+#include "graph/drawing/curve_painter.h"
 #include "graph/drawing/line_painter.h"
 #include "graph/drawing/regression_painter.h"
 #include "graph/drawing/series_pen.h"
@@ -41,6 +42,7 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
     DrawRegression(canvas, series, layout, visible);
+    DrawFittedCurve(canvas, series, layout, visible);
 }
 
 } // namespace lumoplot
