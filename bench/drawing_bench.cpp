@@ -2,10 +2,8 @@
 #include "drawing_data.h"
 #include "graph/drawing/drawing.h"
 #include "graph/drawing/picture_file.h"
-
-#include "graph/appearance.h"
-#include "graph/axis.h"
 #include "graph/drawing/series_positions.h"
+#include "graph/nearest_point.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -95,6 +93,19 @@ void Export(benchmark::State& state) {
     for (auto _ : state) SaveGraphPicture(graph, file, kFrameSize, scale);
 }
 
+// What each movement of the mouse costs: the point nearest to it, with so many points in a pixel.
+void NearestOfAMillion(benchmark::State& state) {
+    TxyGraph graph;
+    Fill(AddSeries(graph), kMillion, TCurve::Noisy);
+    graph.PrepareForDrawing();
+    const double pixels = static_cast<double>(kMillion) / static_cast<double>(state.range(0));
+    const TScaleMap xMap(0, kMillion, 0, pixels);
+    const TScaleMap yMap(-5, 5, 800, 0);
+    const TPlotMap map{QRectF(0, 0, pixels, 800), xMap, yMap, yMap, {}};
+    for (auto _ : state) benchmark::DoNotOptimize(NearestPoint(graph, map, {pixels / 2, 300}, 10));
+}
+
+BENCHMARK(NearestOfAMillion)->Arg(1)->Arg(1000)->Arg(kMillion)->Unit(benchmark::kMicrosecond);
 BENCHMARK(EmptyPlot)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PlainPolyline, noisy, TCurve::Noisy)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PlainPolyline, smooth, TCurve::Smooth)->Unit(benchmark::kMillisecond);

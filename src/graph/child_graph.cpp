@@ -1,5 +1,7 @@
 #include "graph/child_graph.h"
 
+#include "graph/graph_mouse.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,6 +17,7 @@ int Pixels(int extent, double fraction) {
 } // namespace
 
 TxyChildGr::TxyChildGr(TxyGraph& parentGraph) : TxyGraph(&parentGraph), m_parentGraph(&parentGraph) {
+    Mouse().SetPlacedIn(*this);
 }
 
 TxyChildGr::TxyChildGr(QWidget* parent) : TxyGraph(parent) {

@@ -95,6 +95,7 @@ void TxyGraph::ClearMarks() {
 TxyChildGr* TxyGraph::AddChildGraph() {
     m_children.push_back(std::make_unique<TxyChildGr>(*this));
     TxyChildGr* child = m_children.back().get();
+    connect(child, &TxyGraph::OnUserChange, this, &TxyGraph::OnUserChange);
     child->FollowParent();
     if (isVisible()) child->show();
     return child;

@@ -181,8 +181,9 @@ Q_SIGNALS:
     void OnTooManyPoints(lumoplot::TSeries* series);
     /// The range or the step of an axis is another one than in the last picture.
     void OnRescale();
-    /// The user has changed the ranges of axes with the mouse or the keys.
-    void OnUserRescale();
+    /// The user has changed the graph with the mouse or the keys: the ranges of its axes, or those or the
+    /// place of a child graph.
+    void OnUserChange();
     void OnScaleError();
     /// The picture of the graph has been drawn; what a listener draws becomes part of it.
     void OnPaintEnd(QPainter* painter);

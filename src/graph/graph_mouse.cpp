@@ -1,5 +1,6 @@
 #include "graph/graph_mouse.h"
 
+#include "graph/child_graph.h"
 #include "graph/coords_panel.h"
 #include "graph/graph.h"
 #include "graph/point_tip.h"
@@ -59,6 +60,11 @@ void TGraphMouse::AskForPaint() {
 void TGraphMouse::Paint(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing, false);
     m_mode->Paint(painter);
+    if (m_showsFocus) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(m_graph.palette().color(QPalette::Highlight), 2));
+        painter.drawRect(m_graph.rect().adjusted(1, 1, -1, -1));
+    }
     if (!m_near) return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
@@ -84,7 +90,8 @@ bool TGraphMouse::Handle(QEvent& event) {
     case QEvent::ContextMenu: return ShowMenu(static_cast<QContextMenuEvent&>(event));
     case QEvent::Leave:
     case QEvent::Hide: Leave(); break;
-    case QEvent::FocusOut:
+    case QEvent::FocusIn: TakeFocus(static_cast<QFocusEvent&>(event).reason()); break;
+    case QEvent::FocusOut: TakeFocus(Qt::OtherFocusReason); [[fallthrough]];
     case QEvent::WindowDeactivate: CancelDrag(); break;
     default: break;
     }
@@ -92,8 +99,11 @@ bool TGraphMouse::Handle(QEvent& event) {
 }
 
 bool TGraphMouse::Press(const QMouseEvent& event) {
-    if (m_isDragging || !Map()) return false;
-    m_isDragging = m_mode->Press(*m_map, {event.position(), event.button(), event.modifiers()});
+    if (m_isDragging) return false;
+    const bool places =
+        m_placing && event.button() == Qt::LeftButton && m_placing->Press(Map(), event.position());
+    m_isDragging =
+        places || (Map() && m_mode->Press(*Map(), {event.position(), event.button(), event.modifiers()}));
     m_dragButton = event.button();
     if (m_isDragging) SetNear(std::nullopt);
     ShowCursor(event.position());
@@ -101,7 +111,10 @@ bool TGraphMouse::Press(const QMouseEvent& event) {
 }
 
 bool TGraphMouse::Move(const QMouseEvent& event) {
-    if (m_isDragging) m_mode->Drag({event.position(), m_dragButton, event.modifiers()});
+    if (IsPlacing())
+        m_placing->Drag(event.position());
+    else if (m_isDragging)
+        m_mode->Drag({event.position(), m_dragButton, event.modifiers()});
     Hover(event.position());
     return m_isDragging;
 }
@@ -109,6 +122,10 @@ bool TGraphMouse::Move(const QMouseEvent& event) {
 bool TGraphMouse::Release(const QMouseEvent& event) {
     if (!m_isDragging || event.button() != m_dragButton) return false;
     m_isDragging = false;
+    if (IsPlacing()) {
+        if (m_placing->Release()) Q_EMIT m_graph.OnUserChange();
+        return true;
+    }
     m_mode->Release({event.position(), event.button(), event.modifiers()});
     ShowCursor(event.position());
     return true;
@@ -141,8 +158,16 @@ void TGraphMouse::Leave() {
 void TGraphMouse::CancelDrag() {
     if (!m_isDragging) return;
     m_isDragging = false;
-    m_mode->Cancel();
+    if (IsPlacing())
+        m_placing->Cancel();
+    else
+        m_mode->Cancel();
     m_graph.unsetCursor();
+}
+
+void TGraphMouse::TakeFocus(Qt::FocusReason reason) {
+    const bool byKeys = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+    if (std::exchange(m_showsFocus, byKeys) != byKeys) AskForPaint();
 }
 
 void TGraphMouse::Hover(QPointF place) {
@@ -175,18 +200,21 @@ void TGraphMouse::ShowTip(const TPointHit& hit) const {
 }
 
 void TGraphMouse::ShowCursor(QPointF place) {
-    if (Map())
+    const auto placing = m_placing ? m_placing->CursorAt(Map(), place) : std::nullopt;
+    if (placing && (IsPlacing() || !m_isDragging))
+        m_graph.setCursor(*placing);
+    else if (Map())
         m_graph.setCursor(m_mode->CursorAt(*Map(), place, m_isDragging));
     else
         m_graph.unsetCursor();
 }
 
 bool TGraphMouse::Key(const QKeyEvent& event) {
-    if (!Map()) return false;
     if (event.key() == Qt::Key_Escape && m_isDragging) {
         CancelDrag();
         return true;
     }
+    if (!Map()) return false;
     if (m_mode->PressKey(event)) return true;
     return !m_isDragging && (WalkPoints(event) || MoveByKey(event) || ZoomByKey(event));
 }

@@ -1,12 +1,13 @@
 // The mouse and the keys over a graph: wheel, read-out of coordinates, the nearest point and its tooltip, the
 // menu; and the mode that gets the drags. Belongs to its graph.
 //
-// Left drag: the mode (the usual one zooms). Wheel: zoom about the mouse, over the labels of an axis that
-// axis alone. Double click on the plot: the axes follow the data again; beside it: OnWantDesigner. Keys: +
-// and − zoom, arrows move, Home shows all, Backspace goes back, Ctrl with arrows walks over the points, Esc
-// ends a drag.
+// Left drag: the mode (the usual one zooms); beside the plot of a child graph it moves the child, at its
+// edges it resizes it. Wheel: zoom about the mouse, over the labels of an axis that axis alone. Double click
+// on the plot: the axes follow the data again; beside it: OnWantDesigner. Keys: + and − zoom, arrows move,
+// Home shows all, Backspace goes back, Ctrl with arrows walks over the points, Esc ends a drag.
 #pragma once
 
+#include "graph/child_placing.h"
 #include "graph/graph_zoom.h"
 #include "graph/mouse_mode.h"
 #include "graph/nearest_point.h"
@@ -25,6 +26,7 @@ class QWheelEvent;
 namespace lumoplot {
 
 class TCoordsPanel;
+class TxyChildGr;
 
 class XYGRAPH_EXPORT TGraphMouse : public QObject {
     Q_OBJECT
@@ -43,6 +45,8 @@ public:
 
     /// The plot as it was painted last; null while none is shown.
     const TPlotMap* Map() const { return m_map ? &*m_map : nullptr; }
+    /// The graph lies in a parent graph, where the mouse may move and resize it.
+    void SetPlacedIn(TxyChildGr& child) { m_placing.emplace(child); }
     /// Called by the graph for every new picture.
     void SetMap(std::optional<TPlotMap> map);
 
@@ -76,7 +80,9 @@ private:
     bool ShowMenu(const QContextMenuEvent& event);
     void Leave();
     void CancelDrag();
+    void TakeFocus(Qt::FocusReason reason);
 
+    bool IsPlacing() const { return m_placing && m_placing->IsGoing(); }
     bool ZoomByKey(const QKeyEvent& event);
     bool MoveByKey(const QKeyEvent& event);
     bool WalkPoints(const QKeyEvent& event);
@@ -93,6 +99,8 @@ private:
     std::optional<TPointHit> m_near;
     Qt::MouseButton m_dragButton = Qt::NoButton;
     bool m_isDragging = false;
+    bool m_showsFocus = false;              ///< the keys have brought the focus here
+    std::optional<TChildPlacing> m_placing; ///< of a child graph
 };
 
 } // namespace lumoplot

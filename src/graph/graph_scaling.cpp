@@ -50,8 +50,14 @@ void TxyGraph::TellAboutSeries() {
         series->m_toldLogError = series->m_meetsLogError;
         series->m_toldManyPoints = hasMany;
     }
-    for (TSeries* series : withLogErrors) Q_EMIT OnLogError(series);
-    for (TSeries* series : withManyPoints) Q_EMIT OnTooManyPoints(series);
+    // A listener may delete data sets.
+    const auto isHere = [this](const TSeries* series) {
+        return std::ranges::any_of(m_series, [series](const auto& each) { return each.get() == series; });
+    };
+    for (TSeries* series : withLogErrors)
+        if (isHere(series)) Q_EMIT OnLogError(series);
+    for (TSeries* series : withManyPoints)
+        if (isHere(series)) Q_EMIT OnTooManyPoints(series);
 }
 
 void TxyGraph::Rescale() {

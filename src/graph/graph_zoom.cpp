@@ -12,7 +12,6 @@ namespace {
 constexpr std::size_t kMostViews = 100;
 constexpr double kFewestSteps = 2; // a step of the user's own that gives fewer makes way for an automatic one
 
-// The ranges of two maps as the places `from` and `to` of the one that is shown.
 std::pair<double, double> ValuesBetween(const TScaleMap& map, double from, double to) {
     return std::minmax({map.Value(from), map.Value(to)});
 }
@@ -75,7 +74,7 @@ void TGraphZoom::Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf) {
     BeginGesture();
     for (std::size_t i = 0; i < all.size(); ++i)
         if (Concerns(*all[i], axes)) SetRange(*all[i], ranges[i].first, ranges[i].second);
-    Q_EMIT m_graph.OnUserRescale();
+    Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::BeginGesture() {
@@ -125,7 +124,7 @@ void TGraphZoom::ShowAll() {
     if (CurrentView() == before)
         m_history.pop_back();
     else
-        Q_EMIT m_graph.OnUserRescale();
+        Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::GoBack() {
@@ -143,7 +142,11 @@ void TGraphZoom::GoBack() {
         axis.SetAutoSizing(view[i].AutoSizing);
         axis.SetAutoStepping(view[i].AutoStepping);
     }
-    Q_EMIT m_graph.OnUserRescale();
+    Q_EMIT m_graph.OnUserChange();
+}
+
+void TGraphZoom::CancelGesture() {
+    if (m_isGoing) GoBack();
 }
 
 void TGraphZoom::ForgetHistory() {

@@ -33,6 +33,8 @@ public:
     bool CanGoBack() const { return !m_history.empty(); }
     /// What follows is another gesture: it goes back by itself.
     void EndGesture() { m_isGoing = false; }
+    /// As EndGesture, and puts back what the gesture has changed so far.
+    void CancelGesture();
     void ForgetHistory();
 
 private:

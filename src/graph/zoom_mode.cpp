@@ -63,7 +63,7 @@ void TZoomMode::Release(const TMouseMoment& moment) {
 }
 
 void TZoomMode::Cancel() {
-    if (m_drag && m_drag->Kind == TKind::Move) m_mouse.Zoom().Move(m_drag->Map, {}, m_drag->Axes);
+    m_mouse.Zoom().CancelGesture();
     End();
 }
 

@@ -76,7 +76,7 @@ TEST_F(GraphEvents, RescalingIsToldWhenARangeIsAnotherOne) {
 
 TEST_F(GraphEvents, TheUserIsToldApartFromTheData) {
     int byUser = 0;
-    Count(&TxyGraph::OnUserRescale, byUser);
+    Count(&TxyGraph::OnUserChange, byUser);
     Show();
     First.AddPoint(50, 1);
     Repaint();

@@ -1,3 +1,4 @@
+#include "graph/child_graph.h"
 #include "graph/coords_panel.h"
 #include "shown_graph.h"
 
@@ -43,6 +44,8 @@ TEST_F(GraphMouse, EscapeLeavesTheRangesAsTheyWere) {
     EXPECT_NE(X().Max(), max);
     Press(Qt::Key_Escape);
     EXPECT_DOUBLE_EQ(X().Max(), max);
+    EXPECT_TRUE(X().AutoSizing());
+    EXPECT_FALSE(Graph.Mouse().Zoom().CanGoBack());
 }
 
 TEST_F(GraphMouse, APictureMovesWithTheMouse) {
@@ -197,6 +200,44 @@ TEST_F(GraphMouse, ADoubleClickBesideThePlotAsksForTheSettings) {
     EXPECT_EQ(asked, 1);
     QTest::mouseDClick(&Graph, Qt::LeftButton, {}, Map().Plot.center().toPoint());
     EXPECT_EQ(asked, 1);
+}
+
+TEST_F(GraphMouse, AChildGraphIsMovedAndResized) {
+    TxyChildGr& child = *Graph.AddChildGraph();
+    child.FindSeries(child.AddSeries())->AddPoint(1, 1);
+    child.Dimensions()->SetHorPosition(0.2);
+    child.Dimensions()->SetVerPosition(0.1);
+    child.Dimensions()->SetHorSize(0.5);
+    child.Dimensions()->SetVerSize(0.5);
+    child.FollowParent();
+    Repaint();
+    int changes = 0;
+    QObject::connect(&Graph, &TxyGraph::OnUserChange, &Graph, [&] { ++changes; });
+    const auto drag = [&](QPoint from, QPoint way) {
+        const QPoint target = child.mapToParent(from) + way;
+        QTest::mousePress(&child, Qt::LeftButton, {}, from);
+        const QPointF there = child.mapFromParent(target);
+        QMouseEvent move(QEvent::MouseMove, there, child.mapToGlobal(there), Qt::NoButton, Qt::LeftButton,
+                         {});
+        QApplication::sendEvent(&child, &move);
+    };
+    const auto drop = [&] { QTest::mouseRelease(&child, Qt::LeftButton, {}, {}); };
+    EXPECT_EQ(child.geometry(), QRect(100, 40, 250, 200));
+    drag({240, 10}, {30, -500});
+    drop();
+    EXPECT_EQ(child.geometry(), QRect(130, 0, 250, 200)) << "moved, and kept inside";
+    EXPECT_DOUBLE_EQ(child.Dimensions()->HorPosition(), 0.26);
+    drag({248, 198}, {50, -20});
+    drop();
+    EXPECT_EQ(child.geometry(), QRect(130, 0, 300, 180));
+    EXPECT_EQ(changes, 2);
+    drag({2, 100}, {400, 0});
+    EXPECT_EQ(child.width(), TChildPlacing::kSmallest.width());
+    QTest::keyClick(&child, Qt::Key_Escape);
+    drop();
+    EXPECT_EQ(child.geometry(), QRect(130, 0, 300, 180));
+    EXPECT_DOUBLE_EQ(child.Dimensions()->HorSize(), 0.6);
+    EXPECT_EQ(changes, 2);
 }
 
 class TRecordingMode : public TMouseMode {

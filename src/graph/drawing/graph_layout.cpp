@@ -95,7 +95,10 @@ void TGraphLayout::PlaceTitle() {
 
 // A legend keeps its place; the title goes above it where it has room there, else below.
 void TGraphLayout::KeepTitleOffLegend() {
-    if (m_header.isNull() || m_titlePlace.bottom() + kEdge <= m_header.top()) return;
+    const double width = m_titleStyle.Width(QString::fromStdString(m_graph.Appearance()->GraphTitle()));
+    const QRectF text(m_titlePlace.center().x() - width / 2, m_titlePlace.top(), width,
+                      m_titlePlace.height());
+    if (m_header.isNull() || !text.intersects(m_header.adjusted(-kEdge, -kEdge, kEdge, kEdge))) return;
     const double above = m_header.top() - kEdge - m_titlePlace.height();
     const bool hasRoomAbove = above >= m_bounds.top() + kEdge;
     const double below = m_header.bottom() + kEdge;
@@ -108,8 +111,8 @@ bool TGraphLayout::GrowMargins() {
     const double top = m_titlePlace.isNull() ? texts.top() : std::min(texts.top(), m_titlePlace.top());
     const QRectF room = m_bounds.adjusted(kEdge, kEdge, -kEdge, -kEdge);
     // A title below the legend pushes the plot down.
-    const double inTitle =
-        m_titlePlace.isNull() ? 0 : m_titlePlace.bottom() + kEdge - std::min(m_plot.top(), texts.top());
+    const bool isBelowLegend = !m_header.isNull() && m_titlePlace.top() >= m_header.bottom();
+    const double inTitle = isBelowLegend ? m_titlePlace.bottom() - std::min(m_plot.top(), texts.top()) : 0;
     QRectF plot = m_plot.adjusted(
         std::max(0.0, room.left() - texts.left()), std::max({0.0, room.top() - top, inTitle}),
         -std::max(0.0, texts.right() - room.right()), -std::max(0.0, texts.bottom() - room.bottom()));
