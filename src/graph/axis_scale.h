@@ -12,6 +12,8 @@ struct TAxisRange {
     double min = 0;
     double max = 1;
     double step = 0.2;
+
+    bool operator==(const TAxisRange&) const = default;
 };
 
 /// What steers the automatic range of an axis.

@@ -2,9 +2,9 @@
 // library is loaded, and the panel calls it to paint itself.
 #pragma once
 
-#include "support/export.h"
+#include "graph/plot_map.h"
 
-#include <QRectF>
+#include <optional>
 
 class QPainter;
 
@@ -13,7 +13,9 @@ namespace lumoplot {
 class TxyGraph;
 
 /// Draws a prepared graph, without its child graphs (they paint themselves), into a rectangle of the painter.
-using TDrawPanel = void (*)(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle);
+/// Returns where the plot lies, or nothing when none was drawn.
+using TDrawPanel = std::optional<TPlotMap> (*)(QPainter& painter, const TxyGraph& graph,
+                                               const QRectF& rectangle);
 
 XYGRAPH_EXPORT void InstallDrawing(TDrawPanel draw);
 

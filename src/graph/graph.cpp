@@ -2,15 +2,21 @@
 
 #include "graph/child_graph.h"
 #include "graph/drawing_hook.h"
+#include "graph/graph_mouse.h"
 #include "graph/holder.h"
 #include "support/errors.h"
 
+#include <QEvent>
+#include <QMetaMethod>
 #include <QPainter>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
 
 TDrawPanel g_drawPanel = nullptr;
+
+constexpr double kLargestPicture = 5e7; // pixels; a larger one is drawn anew for each paint event
 
 } // namespace
 
@@ -32,6 +38,7 @@ TxyGraph::TxyGraph(QWidget* parent)
     resize(200, 200);
     setAttribute(Qt::WA_OpaquePaintEvent);
     ResetToDefaults();
+    m_mouse = std::make_unique<TGraphMouse>(*this);
 }
 
 // Data sets tell their listeners that they go, so they go while the rest of the graph still stands.
@@ -58,6 +65,7 @@ void TxyGraph::ResetToDefaults() {
     m_dimensions->ResetToDefaults();
     m_appearance->ResetToDefaults();
     m_legend->ResetToDefaults();
+    if (m_mouse) m_mouse->Zoom().ForgetHistory();
     NeedRescale();
 }
 
@@ -116,21 +124,59 @@ void TxyGraph::SeriesChanged() {
     RequestRepaint(true);
 }
 
+void TxyGraph::DrawPicture(QPainter& painter) {
+    if (g_drawPanel) m_mouse->SetMap(g_drawPanel(painter, *this, rect()));
+    Q_EMIT OnPaintEnd(&painter);
+}
+
+void TxyGraph::RenewPicture(double pixelRatio) {
+    m_picture = QImage(QSize(static_cast<int>(std::ceil(width() * pixelRatio)),
+                             static_cast<int>(std::ceil(height() * pixelRatio))),
+                       QImage::Format_RGB32);
+    m_picture.setDevicePixelRatio(pixelRatio);
+    if (m_picture.isNull()) return;
+    QPainter painter(&m_picture);
+    painter.setFont(font());
+    DrawPicture(painter);
+}
+
+// What the mouse shows over the picture needs no new one.
 void TxyGraph::paintEvent(QPaintEvent*) {
+    const bool isStale = m_repaintRequested || m_needsRescale || m_picture.isNull();
     PrepareForDrawing();
     RequestRepaint(false);
     QPainter painter(this);
-    if (g_drawPanel) g_drawPanel(painter, *this, rect());
-    Q_EMIT OnPaintEnd(&painter);
+    const QTransform device = painter.deviceTransform();
+    const double ratio = devicePixelRatioF();
+    const bool isScreen =
+        device.type() <= QTransform::TxScale && device.m11() == ratio && device.m22() == ratio;
+    const bool fits = isScreen && width() * ratio * height() * ratio <= kLargestPicture;
+    if (fits && (isStale || m_picture.devicePixelRatio() != ratio)) RenewPicture(ratio);
+    if (fits && !m_picture.isNull())
+        painter.drawImage(QPointF(), m_picture);
+    else
+        DrawPicture(painter);
+    m_mouse->Paint(painter);
 }
 
 void TxyGraph::resizeEvent(QResizeEvent* event) {
     TReSizablePanel::resizeEvent(event);
+    m_picture = {};
     for (const auto& child : m_children) child->FollowParent();
 }
 
-void TxyGraph::mouseDoubleClickEvent(QMouseEvent*) {
-    Q_EMIT OnWantDesigner();
+void TxyGraph::changeEvent(QEvent* event) {
+    TReSizablePanel::changeEvent(event);
+    m_picture = {};
+}
+
+bool TxyGraph::HasDesigner() const {
+    return isSignalConnected(QMetaMethod::fromSignal(&TxyGraph::OnWantDesigner));
+}
+
+void TxyGraph::SetPlottedPointLimit(int value) {
+    m_plottedPointLimit = std::max(1, value);
+    RequestRepaint(true);
 }
 
 void TxyGraph::Assign(const QObject* source) {

@@ -7,19 +7,22 @@
 #include "graph/appearance.h"
 #include "graph/axis.h"
 #include "graph/dimensions.h"
+#include "graph/drawn_extent.h"
 #include "graph/legend.h"
 #include "graph/mark.h"
 #include "graph/resizable_panel.h"
 #include "graph/series.h"
 
+#include <QImage>
+#include <QPainter>
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
 
-class QPainter;
-
 namespace lumoplot {
 
+class TGraphMouse;
 class TxyChildGr;
 class TxyHolder;
 
@@ -38,6 +41,7 @@ class XYGRAPH_EXPORT TxyGraph : public TReSizablePanel {
 public:
     static constexpr int kHostPointBudget = 5000;
     static constexpr int kEditorPointBudget = 500;
+    static constexpr int kPlottedPointLimit = 1000000;
     /// Child graphs may be nested so deep, and a file may hold so many of them.
     static constexpr int kMaxNesting = 64;
     static constexpr int kMaxChildGraphs = 4096;
@@ -121,6 +125,17 @@ public:
     /// There is something to draw: a data set with points, or a mark.
     bool HasContent() const;
 
+    // The user.
+
+    /// What the mouse and the keys do over the graph.
+    TGraphMouse& Mouse() const { return *m_mouse; }
+    /// Somebody listens to OnWantDesigner.
+    bool HasDesigner() const;
+    /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
+    /// filed.
+    int PlottedPointLimit() const { return m_plottedPointLimit; }
+    void SetPlottedPointLimit(int value);
+
     // Reading data from sources.
 
     /// In editor mode the suppliers load a preview budget of 500 points.
@@ -152,14 +167,21 @@ public:
     QSize sizeHint() const override { return {640, 480}; }
 
 Q_SIGNALS:
-    /// A data set cannot be drawn on a logarithmic axis.
+    // Data sets are told of when they first meet the condition, and again when they meet it anew.
+
+    /// A data set has values that a logarithmic axis can not show.
     void OnLogError(lumoplot::TSeries* series);
     void OnNewSeries(lumoplot::TSeries* series);
     /// The data set is about to be removed.
     void OnDeleteSeries(lumoplot::TSeries* series);
+    /// A data set exceeds the limit of plotted points.
     void OnTooManyPoints(lumoplot::TSeries* series);
+    /// The range or the step of an axis is another one than in the last picture.
     void OnRescale();
+    /// The user has changed the ranges of axes with the mouse or the keys.
+    void OnUserRescale();
     void OnScaleError();
+    /// The picture of the graph has been drawn; what a listener draws becomes part of it.
     void OnPaintEnd(QPainter* painter);
     /// The user asks for the graph's settings to be edited.
     void OnWantDesigner();
@@ -167,7 +189,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     friend class TGraphFile;
@@ -177,6 +199,9 @@ private:
     void Rescale();
     void CollectExtents();
     void RequestFullRepaint();
+    void TellAboutSeries();
+    void DrawPicture(QPainter& painter);
+    void RenewPicture(double pixelRatio);
 
     // The settings below ask for repaints while they are made, so the flags come first.
     bool m_needsRescale = false;
@@ -197,6 +222,11 @@ private:
     std::vector<std::unique_ptr<TxyChildGr>> m_children;
     int m_highestNumber = 0;
     int m_pointBudget = kHostPointBudget;
+    int m_plottedPointLimit = kPlottedPointLimit;
+    TDrawnExtents m_extents;
+    std::array<TAxisRange, 3> m_toldRanges; ///< of the last OnRescale
+    QImage m_picture; ///< what the widget shows below what the mouse draws; null when stale
+    std::unique_ptr<TGraphMouse> m_mouse;
 };
 
 } // namespace lumoplot

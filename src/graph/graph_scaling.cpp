@@ -1,48 +1,57 @@
 // How a graph brings its axes up to date with its data before it is drawn.
 #include "graph/graph.h"
+#include "graph/paired_points.h"
 #include "support/errors.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace lumoplot {
 namespace {
 
-struct TExtent {
-    double min;
-    double max;
-};
-
-void Widen(TAxis& axis, const TExtent& extent) {
+void Widen(TAxis& axis, const TRange& range) {
+    if (range.IsEmpty()) return;
     if (axis.HasData())
-        axis.SetDataExtent(std::min(axis.DataMin(), extent.min), std::max(axis.DataMax(), extent.max));
+        axis.SetDataExtent(std::min(axis.DataMin(), range.Min), std::max(axis.DataMax(), range.Max));
     else
-        axis.SetDataExtent(extent.min, extent.max);
+        axis.SetDataExtent(range.Min, range.Max);
 }
 
-TExtent ExtentOfX(const TSeries& series, bool logScale) {
-    return {logScale ? series.PositiveMinX() : series.MinX(), series.MaxX()};
-}
-
-TExtent ExtentOfY(const TSeries& series, bool logScale) {
-    return {logScale ? series.PositiveMinY() : series.MinY(), series.MaxY()};
+TAxisRange RangeOf(const TAxis& axis) {
+    return {axis.Min(), axis.Max(), axis.StepSize()};
 }
 
 } // namespace
 
 void TxyGraph::CollectExtents() {
     for (TAxis* axis : {XAxis(), YAxis(), YAxis_Second()}) axis->ClearDataExtent();
-    const TSeries* xSeries = FindSeries(m_appearance->XAxisSerIndex());
     for (const auto& series : m_series)
         if (series->ExtentsStale()) series->RecalcExtents();
     for (const auto& series : m_series) {
-        if (!series->Active() || series->Count() == 0) continue;
-        const bool logX = m_xAxis->LogScale();
-        const bool usesX = series->UseXAxisSeries() && xSeries && xSeries->Count() > 0;
-        Widen(*m_xAxis, usesX ? ExtentOfY(*xSeries, logX) : ExtentOfX(*series, logX));
-        TAxis& yAxis = *series->YAxisOfSeries();
-        Widen(yAxis, ExtentOfY(*series, yAxis.LogScale()));
+        series->m_meetsLogError = false;
+        if (!IsDrawn(*series)) continue;
+        const TDrawnExtent extent = m_extents.Of(*series);
+        Widen(*m_xAxis, extent.X);
+        Widen(*series->YAxisOfSeries(), extent.Y);
+        series->m_meetsLogError = extent.HasLogErrors;
     }
+    m_extents.DropUnused();
+}
+
+// Tells once about each data set that begins to meet a condition.
+void TxyGraph::TellAboutSeries() {
+    std::vector<TSeries*> withLogErrors;
+    std::vector<TSeries*> withManyPoints;
+    for (const auto& series : m_series) {
+        const bool hasMany = series->Active() && series->Count() > m_plottedPointLimit;
+        if (series->m_meetsLogError && !series->m_toldLogError) withLogErrors.push_back(series.get());
+        if (hasMany && !series->m_toldManyPoints) withManyPoints.push_back(series.get());
+        series->m_toldLogError = series->m_meetsLogError;
+        series->m_toldManyPoints = hasMany;
+    }
+    for (TSeries* series : withLogErrors) Q_EMIT OnLogError(series);
+    for (TSeries* series : withManyPoints) Q_EMIT OnTooManyPoints(series);
 }
 
 void TxyGraph::Rescale() {
@@ -56,10 +65,10 @@ void TxyGraph::Rescale() {
         }
     }
     m_needsRescale = false;
-    if (m_scaleFailed)
-        Q_EMIT OnScaleError();
-    else
-        Q_EMIT OnRescale();
+    TellAboutSeries();
+    if (m_scaleFailed) return Q_EMIT OnScaleError();
+    const std::array ranges = {RangeOf(*m_xAxis), RangeOf(*m_yAxis), RangeOf(*m_yAxisSecond)};
+    if (std::exchange(m_toldRanges, ranges) != ranges) Q_EMIT OnRescale();
 }
 
 void TxyGraph::PrepareForDrawing() {

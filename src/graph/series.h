@@ -155,6 +155,10 @@ private:
     bool m_showInLegend = false;
     bool m_useXAxisSeries;
     bool m_isThinned = false;
+    // What the graph knows and has told of the data set.
+    bool m_meetsLogError = false;
+    bool m_toldLogError = false;
+    bool m_toldManyPoints = false;
     TSourceRows m_sourceRows;
     TTextWishes m_textWishes;
     TColor m_lineColor;

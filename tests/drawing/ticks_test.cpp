@@ -1,7 +1,7 @@
 #include "graph/drawing/ticks.h"
 
-#include "graph/drawing/date_text.h"
-#include "graph/drawing/scale_map.h"
+#include "graph/date_text.h"
+#include "graph/scale_map.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,9 +1,9 @@
 // Where one axis, its ticks, its labels and its title lie in a graph with a given plot rectangle.
 #pragma once
 
-#include "graph/drawing/scale_map.h"
 #include "graph/drawing/text.h"
 #include "graph/drawing/ticks.h"
+#include "graph/scale_map.h"
 
 #include <QRectF>
 #include <vector>

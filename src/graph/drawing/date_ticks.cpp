@@ -1,6 +1,6 @@
 // Ticks of date axes. The axis asks for a unit; where its ticks would crowd, the next larger unit of the
 // calendar takes its place.
-#include "graph/drawing/date_text.h"
+#include "graph/date_text.h"
 #include "graph/drawing/ticks.h"
 
 #include <algorithm>

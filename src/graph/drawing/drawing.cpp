@@ -22,21 +22,35 @@ public:
     TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
         : m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()), m_rectangle(rectangle) {}
 
-    void Draw() const {
+    /// Returns where the plot lies; nothing when there is none.
+    std::optional<TPlotMap> Draw() const {
         DrawMargins();
         if (!m_graph.HasContent()) return DrawNotice(QStringLiteral("Waiting for the data..."));
         if (m_graph.ScaleFailed() || !HasRanges())
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
-        if (!layout.HasPlot()) return;
+        if (!layout.HasPlot()) return std::nullopt;
         DrawPlot(layout);
         DrawAxes(m_canvas, m_graph, layout);
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
         DrawLegend(m_canvas, m_graph, m_rectangle);
+        return PlotMapOf(layout);
     }
 
 private:
+    static TPlotMap PlotMapOf(const TGraphLayout& layout) {
+        const TAxisLayouts& axes = layout.Axes();
+        const auto placeOf = [](const TAxisLayout& axis) {
+            return axis.Axis().ShowAxis() ? axis.TextPlace() : QRectF();
+        };
+        return {layout.Plot(),
+                axes.X.Map(),
+                axes.Y.Map(),
+                axes.SecondY.Map(),
+                {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)}};
+    }
+
     bool FillsBackground() const { return !m_canvas.IsPrinting() || m_appearance.PrintBkgndColor(); }
 
     void DrawMargins() const {
@@ -49,10 +63,11 @@ private:
         painter.drawImage(m_appearance.StretchBkgd() ? m_rectangle : natural, picture);
     }
 
-    void DrawNotice(const QString& text) const {
+    std::optional<TPlotMap> DrawNotice(const QString& text) const {
         TFontSpec font = m_appearance.CaptionFont();
         font.Size = std::max(font.Size, 12);
         TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
+        return std::nullopt;
     }
 
     bool HasRanges() const {
@@ -90,8 +105,19 @@ QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
     return isDrawable ? rectangle : QRectF();
 }
 
-void DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
-    DrawGraph(painter, graph, rectangle, {TChildGraphs::LeaveOut, TDrawPurpose::Show});
+std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+                                     TDrawPurpose purpose) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return std::nullopt;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle).Draw();
+    painter.restore();
+    return map;
+}
+
+std::optional<TPlotMap> DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
+    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show);
 }
 
 const bool g_installed = (InstallDrawing(DrawPanel), true);
@@ -101,13 +127,12 @@ const bool g_installed = (InstallDrawing(DrawPanel), true);
 void DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
                const TDrawOptions& options) {
     if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
+    DrawOneGraph(painter, graph, rectangle, options.Purpose);
+    if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
     painter.save();
     painter.setClipRect(rectangle, Qt::IntersectClip);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    TGraphPainter(TCanvas(painter, options.Purpose), graph, rectangle).Draw();
-    if (options.ChildGraphs == TChildGraphs::Include)
-        for (const auto& child : graph.ChildGraphs())
-            DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
+    for (const auto& child : graph.ChildGraphs())
+        DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
     painter.restore();
 }
 

@@ -129,10 +129,6 @@ private:
     TValueLine m_line;
 };
 
-bool IsDrawn(const TSeries& series) {
-    return series.Active() && series.Count() > 0 && XSeriesOf(series) != &series;
-}
-
 } // namespace
 
 void DrawRegression(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,

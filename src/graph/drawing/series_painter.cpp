@@ -33,7 +33,7 @@ void DrawPoints(const TCanvas& canvas, const TSeries& series, const TSeriesPosit
 
 void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,
                 const QRectF& visible) {
-    if (!series.Active() || series.Count() == 0 || XSeriesOf(series) == &series) return;
+    if (!IsDrawn(series)) return;
     const QRectF plot = canvas.ToDevice(layout.Plot());
     const TScaleMap xMap = MapOf(*series.Graph().XAxis(), plot);
     const TScaleMap yMap = MapOf(*series.YAxisOfSeries(), plot);

@@ -3,18 +3,14 @@
 #pragma once
 
 #include "graph/drawing/column_reducer.h"
-#include "graph/drawing/scale_map.h"
 #include "graph/drawing/series_summary.h"
-#include "graph/series.h"
+#include "graph/paired_points.h"
+#include "graph/scale_map.h"
 
 #include <functional>
 #include <span>
 
 namespace lumoplot {
-
-/// The data set whose Y values are the X of this one: the graph's X data set where `series` uses it; else
-/// null.
-XYGRAPH_EXPORT const TSeries* XSeriesOf(const TSeries& series);
 
 class XYGRAPH_EXPORT TSeriesPositions {
 public:
@@ -36,7 +32,7 @@ public:
 private:
     void MapOneRun(std::span<const double> x, std::span<const double> y, const TTakeRun& take) const;
     bool AddGroup(const TPointGroup& group, std::span<const double> x, TColumnReducer& reducer) const;
-    void ForEachPairedRun(const TSeries& xSeries, const TTakeRun& take) const;
+    void MapGroup(std::span<const double> x, std::span<const double> y, const TTakeRun& take) const;
 
     const TSeries& m_series;
     const TScaleMap& m_xMap;

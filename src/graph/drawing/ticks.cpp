@@ -1,7 +1,7 @@
 #include "graph/drawing/ticks.h"
 
 #include "graph/appearance.h"
-#include "graph/drawing/date_text.h"
+#include "graph/date_text.h"
 #include "graph/graph.h"
 
 #include <algorithm>

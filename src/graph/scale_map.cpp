@@ -1,4 +1,4 @@
-#include "graph/drawing/scale_map.h"
+#include "graph/scale_map.h"
 
 #include <algorithm>
 

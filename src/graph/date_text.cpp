@@ -1,4 +1,4 @@
-#include "graph/drawing/date_text.h"
+#include "graph/date_text.h"
 
 #include <QLocale>
 #include <array>
