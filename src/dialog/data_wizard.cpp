@@ -3,6 +3,7 @@
 #include "dialog/data_source_page.h"
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
+#include "dialog/undo_recorder.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
@@ -21,6 +22,7 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     connect(m_workGraph, &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
         if (series == m_currSeries) m_currSeries = nullptr;
     });
+    SetUpUndo();
     AddPages();
     ConnectControls();
     ShowSeries(-1);
@@ -29,6 +31,7 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
 // The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
 // an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
+    m_undo->Stop();
     m_filling = true;
     m_currSeries = nullptr;
     m_workGraph->disconnect(this);
@@ -84,7 +87,13 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
     FillList(m_workGraph->Appearance()->CurrSerIndex());
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
+    if (!event->spontaneous()) m_undo->Start();
     QDialog::showEvent(event);
+}
+
+void TxyDataWizard::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) m_undo->Stop();
+    QDialog::hideEvent(event);
 }
 
 void TxyDataWizard::CommitManualData() {
@@ -105,7 +114,9 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
     m_workGraph->setVisible(preview);
     if (leaving && m_currSeries)
-        for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
+        m_undo->Quietly([this] {
+            for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
+        });
 }
 
 int TxyDataWizard::NumberOfItem(int item) const {
@@ -156,6 +167,10 @@ void TxyDataWizard::TabChanged(int page) {
 }
 
 void TxyDataWizard::ShowSeries(int number) {
+    m_undo->Quietly([&] { FillPages(number); });
+}
+
+void TxyDataWizard::FillPages(int number) {
     m_filling = true;
     m_currSeries = number == -1 ? nullptr : m_workGraph->FindSeries(number);
     EnableSeriesControls(m_currSeries != nullptr);

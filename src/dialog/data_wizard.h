@@ -17,6 +17,7 @@ class TxyDataWizard;
 namespace lumoplot {
 
 class TDataSourcePage;
+class TUndoRecorder;
 
 class TxyDataWizard : public QDialog, public TWizardContext {
     Q_OBJECT
@@ -62,11 +63,13 @@ public:
 
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
+    void NameStep(const std::string& name) override;
 
     void reject() override { done(kCancel); }
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -81,6 +84,13 @@ private:
     void CommitManualData();
     void SetPreviewMode(bool preview);
     void CloseWith(int result);
+    void FillPages(int number);
+
+    void SetUpUndo();
+    bool TakePendingEdits();
+    void ShowSteps();
+    void UndoStep();
+    void RedoStep();
 
     void DeleteSeries();
     void ImportSeries();
@@ -93,6 +103,7 @@ private:
 
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
+    TUndoRecorder* m_undo = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;
     TSeries* m_currSeries = nullptr;

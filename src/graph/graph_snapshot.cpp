@@ -19,10 +19,11 @@ TBytesPointer Share(TBytes bytes, const TBytesPointer* earlier, const std::share
     return std::make_shared<const TSharedBytes>(std::move(bytes), meter);
 }
 
-// Which data set is current, and which one is X, is kept beside the settings.
+// Which data set is current, and which one is X, is kept beside the settings, and so is what is only at times
+// written.
 template <class T>
-bool IsIndexRow(const TSectionRow<T>& row) {
-    return std::string_view(row.label).ends_with("SerIndex");
+bool IsKeptApart(const TSectionRow<T>& row) {
+    return row.isWritten || std::string_view(row.label).ends_with("SerIndex");
 }
 
 template <class T>
@@ -30,7 +31,7 @@ TBytes SectionOf(std::span<const TSectionRow<T>> rows, const T& object) {
     TBytes bytes;
     TxyWriter writer(bytes, TEncoding::Compact);
     for (const auto& row : rows)
-        if (IsWritten(row, object) && !IsIndexRow(row)) row.write(writer, row, object);
+        if (row.write && !IsKeptApart(row)) row.write(writer, row, object);
     writer.WriteEndOfSection();
     return bytes;
 }
