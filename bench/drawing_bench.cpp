@@ -1,70 +1,44 @@
 // Frames of large data sets at 1200x800, next to a plain polyline through all points.
+#include "drawing_data.h"
 #include "graph/drawing/drawing.h"
+#include "graph/drawing/picture_file.h"
 
 #include "graph/appearance.h"
 #include "graph/axis.h"
 #include "graph/drawing/series_positions.h"
 
 #include <QApplication>
-#include <QImage>
+#include <QTemporaryDir>
 #include <benchmark/benchmark.h>
-#include <cmath>
-#include <random>
 
 namespace lumoplot {
 namespace {
-
-constexpr QSize kSize(1200, 800);
-constexpr int kMillion = 1000000;
-
-enum class TShape { Noisy, Smooth };
-
-void Fill(TSeries& series, int count, TShape shape, double level = 0) {
-    std::mt19937 random(1);
-    std::normal_distribution<> noise;
-    TPointChain points;
-    for (int i = 0; i < count; ++i) {
-        const double y = level + (shape == TShape::Noisy ? noise(random) : 4 * std::sin(i / 3e4));
-        points.Add(i, y, {});
-    }
-    series.SwapPoints(std::move(points));
-}
-
-TSeries& AddSeries(TxyGraph& graph) {
-    return *graph.FindSeries(graph.AddSeries());
-}
-
-QImage EmptyFrame() {
-    QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::white);
-    return image;
-}
 
 void Frames(benchmark::State& state, TxyGraph& graph) {
     graph.PrepareForDrawing();
     QImage image = EmptyFrame();
     for (auto _ : state) {
         QPainter painter(&image);
-        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
+        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kFrameSize)));
     }
 }
 
-void OneLine(benchmark::State& state, TShape shape) {
+void OneLine(benchmark::State& state, TCurve curve) {
     TxyGraph graph;
     TSeries& series = AddSeries(graph);
-    Fill(series, kMillion, shape);
+    Fill(series, kMillion, curve);
     series.SetLineWidth(static_cast<int>(state.range(0)));
     Frames(state, graph);
 }
 
 // The same points, mapped beforehand, as one polyline of the toolkit with a thin pen, not antialiased.
-void PlainPolyline(benchmark::State& state, TShape shape) {
+void PlainPolyline(benchmark::State& state, TCurve curve) {
     TxyGraph graph;
     TSeries& series = AddSeries(graph);
-    Fill(series, kMillion, shape);
+    Fill(series, kMillion, curve);
     graph.PrepareForDrawing();
-    const TScaleMap xMap(graph.XAxis()->Min(), graph.XAxis()->Max(), 40, kSize.width() - 15);
-    const TScaleMap yMap(graph.YAxis()->Min(), graph.YAxis()->Max(), kSize.height() - 40, 30);
+    const TScaleMap xMap(graph.XAxis()->Min(), graph.XAxis()->Max(), 40, kFrameSize.width() - 15);
+    const TScaleMap yMap(graph.YAxis()->Min(), graph.YAxis()->Max(), kFrameSize.height() - 40, 30);
     std::vector<QPointF> points;
     TSeriesPositions(series, xMap, yMap).ForEachRun([&](auto x, auto y) {
         for (std::size_t i = 0; i < x.size(); ++i) points.emplace_back(x[i], y[i]);
@@ -84,10 +58,10 @@ void EmptyPlot(benchmark::State& state) {
 }
 
 // A frame of data that no frame has shown before.
-void FirstFrame(benchmark::State& state, TShape shape) {
+void FirstFrame(benchmark::State& state, TCurve curve) {
     TxyGraph graph;
     TSeries& series = AddSeries(graph);
-    Fill(series, kMillion, shape);
+    Fill(series, kMillion, curve);
     series.SetLineWidth(1);
     const std::int32_t last = series.LastId();
     QImage image = EmptyFrame();
@@ -97,7 +71,7 @@ void FirstFrame(benchmark::State& state, TShape shape) {
         graph.PrepareForDrawing();
         state.ResumeTiming();
         QPainter painter(&image);
-        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
+        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kFrameSize)));
     }
 }
 
@@ -105,7 +79,7 @@ void TenSeriesWithPoints(benchmark::State& state) {
     TxyGraph graph;
     for (int k = 0; k < 10; ++k) {
         TSeries& series = AddSeries(graph);
-        Fill(series, 100000, TShape::Noisy, 3 * k);
+        Fill(series, 100000, TCurve::Noisy, 3 * k);
         series.SetPointsShown(true);
         series.SetPointSize(static_cast<int>(state.range(0)));
     }
@@ -114,25 +88,20 @@ void TenSeriesWithPoints(benchmark::State& state) {
 
 void Export(benchmark::State& state) {
     TxyGraph graph;
-    Fill(AddSeries(graph), kMillion, TShape::Noisy);
-    graph.PrepareForDrawing();
+    Fill(AddSeries(graph), kMillion, TCurve::Noisy);
     const double scale = static_cast<double>(state.range(0)) / 96;
-    for (auto _ : state) {
-        QImage image((QSizeF(kSize) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        painter.scale(scale, scale);
-        DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kSize)));
-    }
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath(QStringLiteral("picture.png")).toStdString();
+    for (auto _ : state) SaveGraphPicture(graph, file, kFrameSize, scale);
 }
 
 BENCHMARK(EmptyPlot)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(PlainPolyline, noisy, TShape::Noisy)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(PlainPolyline, smooth, TShape::Smooth)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(FirstFrame, noisy, TShape::Noisy)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(FirstFrame, smooth, TShape::Smooth)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(OneLine, noisy, TShape::Noisy)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(OneLine, smooth, TShape::Smooth)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(PlainPolyline, noisy, TCurve::Noisy)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(PlainPolyline, smooth, TCurve::Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstFrame, noisy, TCurve::Noisy)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(FirstFrame, smooth, TCurve::Smooth)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneLine, noisy, TCurve::Noisy)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OneLine, smooth, TCurve::Smooth)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(TenSeriesWithPoints)->Arg(6)->Arg(12)->Unit(benchmark::kMillisecond);
 BENCHMARK(Export)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 

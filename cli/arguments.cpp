@@ -2,9 +2,31 @@
 
 #include "support/number_text.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 
 namespace lumoplot {
+namespace {
+
+bool IsOption(std::string_view argument) {
+    if (argument == "-h" || argument == "--") return true;
+    if (!argument.starts_with("--")) return false;
+    const std::string_view name = argument.substr(2, argument.find('=') - 2);
+    const auto isNamePart = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) || c == '-'; };
+    return !name.starts_with('-') && std::all_of(name.begin(), name.end(), isNamePart);
+}
+
+} // namespace
+
+std::string WithHiddenSign(const std::string& argument) {
+    const bool isSigned = argument.size() > 1 && argument[0] == '-' && !IsOption(argument);
+    return isSigned || argument.starts_with(' ') ? ' ' + argument : argument;
+}
+
+std::string WithShownSign(const std::string& argument) {
+    return argument.starts_with(' ') ? argument.substr(1) : argument;
+}
 
 double NumberArgument(const std::string& name, const std::string& text) {
     const std::optional<double> value = TryParseFloat(text);
@@ -19,6 +41,15 @@ CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional
         if (!std::isfinite(*value)) throw EUsage(name + ": a finite number is needed");
     };
     return command.add_option_function<std::string>(name, store, help)->type_name("NUMBER");
+}
+
+CLI::Option* AddInteger(CLI::App& command, const std::string& name, std::optional<int>& value,
+                        const std::string& help) {
+    const auto store = [name, &value](const std::string& text) {
+        value = TryParseInteger(text);
+        if (!value) throw EUsage(name + ": '" + text + "' is not an integer");
+    };
+    return command.add_option_function<std::string>(name, store, help)->type_name("N");
 }
 
 CLI::Option* AddCount(CLI::App& command, const std::string& name, std::optional<int>& value, int least,

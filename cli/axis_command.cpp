@@ -16,7 +16,6 @@ struct TAxisCommand {
     TOutputForm form = TOutputForm::Outline;
 
     void Run() const {
-        if (step && *step <= 0) throw EUsage("--step: a number above 0 is needed");
         TAxisScaleOptions options;
         options.minSteps = minSteps.value_or(options.minSteps);
         options.maxSteps = maxSteps.value_or(options.maxSteps);

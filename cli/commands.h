@@ -13,5 +13,8 @@ void AddAxisCommand(CLI::App& program);
 void AddEvalCommand(CLI::App& program);
 void AddStatsCommand(CLI::App& program);
 void AddRegressCommand(CLI::App& program);
+void AddFilterCommand(CLI::App& program);
+void AddFitCommand(CLI::App& program);
+void AddVerifyCommand(CLI::App& program);
 
 } // namespace lumoplot

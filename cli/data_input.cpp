@@ -6,7 +6,6 @@
 #include "graph/graph_file.h"
 #include "host/default_look.h"
 #include "support/errors.h"
-#include "support/replace_file.h"
 
 #include <QFileInfo>
 #include <algorithm>
@@ -175,11 +174,8 @@ TDataInput::TDataInput(const TDataOptions& options) {
 
 std::unique_ptr<TCurFit> LoadFunction(const std::string& name) {
     return Loading(name, [&] {
-        const TBytes bytes = ReadWholeFile(name);
-        TByteSource source(bytes);
-        TxyReader reader(source);
         auto fit = std::make_unique<TCurFit>();
-        fit->LoadFromStream(reader);
+        fit->LoadFromFile(name, false);
         return fit;
     });
 }

@@ -58,7 +58,7 @@ TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options);
 class TDataInput {
 public:
     explicit TDataInput(const TDataOptions& options);
-    const TDataSeries& Series() const { return *m_series; }
+    TDataSeries& Series() const { return *m_series; }
     /// The points in order.
     const std::vector<double>& X() const { return m_x; }
     const std::vector<double>& Y() const { return m_y; } ///< raw
@@ -66,7 +66,7 @@ public:
 private:
     std::unique_ptr<TGraphDocument> m_graph;
     std::unique_ptr<TDataSeries> m_textSeries;
-    const TDataSeries* m_series = nullptr;
+    TDataSeries* m_series = nullptr;
     std::vector<double> m_x;
     std::vector<double> m_y;
 };

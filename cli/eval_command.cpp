@@ -56,6 +56,8 @@ public:
     TOutputForm form = TOutputForm::Outline;
 
     void Run() {
+        expression = WithShownSign(expression);
+        gridText = WithShownSign(gridText);
         for (const std::string& let : lets) DefineVariable(let);
         if (!xName.empty() && !IsName(xName)) throw EUsage("--xvar: '" + xName + "' is not a name");
         if (!xName.empty() && gridText.empty()) throw EUsage("--xvar is for --x");

@@ -13,9 +13,9 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 /// In the order in which --help lists them.
-constexpr void (*kCommands[])(CLI::App&) = {&AddInfoCommand, &AddConvertCommand, &AddRenderCommand,
-                                            &AddEvalCommand, &AddStatsCommand,   &AddRegressCommand,
-                                            &AddAxisCommand};
+constexpr void (*kCommands[])(CLI::App&) = {
+    &AddInfoCommand,    &AddConvertCommand, &AddRenderCommand, &AddEvalCommand,   &AddStatsCommand,
+    &AddRegressCommand, &AddFitCommand,     &AddVerifyCommand, &AddFilterCommand, &AddAxisCommand};
 
 /// Messages of the model go to standard error; there is nobody to answer a question.
 class TStandardErrorSink final : public TMessageSink {
@@ -27,14 +27,8 @@ public:
     }
 };
 
-// Formulas and numbers may begin with a sign, which the argument parser would take for an option. A blank in
-// front changes neither.
 bool TakesSignedValues(const std::string& command) {
-    return command == "axis" || command == "eval";
-}
-
-bool IsSignedValue(const std::string& argument) {
-    return argument.size() > 1 && argument[0] == '-' && argument[1] != '-' && argument != "-h";
+    return command == "axis" || command == "eval" || command == "fit";
 }
 
 // The arguments behind the program's name, as UTF-8 and last first, as the parser takes them.
@@ -46,8 +40,7 @@ std::vector<std::string> ReversedArguments(int count, char** values) {
 #else
         arguments.emplace_back(values[i]);
 #endif
-        if (TakesSignedValues(arguments[0]) && IsSignedValue(arguments.back()))
-            arguments.back().insert(0, " ");
+        if (TakesSignedValues(arguments[0])) arguments.back() = WithHiddenSign(arguments.back());
     }
     std::reverse(arguments.begin(), arguments.end());
     return arguments;

@@ -3,16 +3,12 @@
 #include "cli/data_input.h"
 #include "data/regression.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace lumoplot {
 namespace {
 
-// The sampled curve is missing: its curve is that of a fitter, which no command drives yet.
-constexpr TRegressionType kTypes[] = {
-    TRegressionType::Linear, TRegressionType::RobustLine,           TRegressionType::Quadratic,
-    TRegressionType::Spline, TRegressionType::ExponentialSmoothing, TRegressionType::RunningAverage};
+constexpr int kLastType = static_cast<int>(TRegressionType::RunningAverage);
 constexpr int kLastTypeWithCoefficients = static_cast<int>(TRegressionType::Quadratic);
 
 struct TRegressCommand {
@@ -23,31 +19,37 @@ struct TRegressCommand {
     TOutputForm form = TOutputForm::Outline;
 
     void Run() const {
-        if (std::find(std::begin(kTypes), std::end(kTypes), TRegressionType(*type)) == std::end(kTypes))
-            throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1, 2, 3, 4, 6 and 7");
+        if (*type > kLastType) throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1 to 7");
         const TDataInput input(data);
-        const TDataSeries& series = input.Series();
-        const TRegressionSettings settings{*type, value1.value_or(series.RegressionControlValue1()),
-                                           value2.value_or(series.RegressionControlValue2()),
-                                           series.DuplicatesAllowed()};
-        PrintResult(ComputeRegression(settings, input.X(), input.Y()), input);
+        TDataSeries& series = input.Series();
+        series.SetRegressionType(*type);
+        if (value1) series.SetRegressionControlValue1(*value1);
+        if (value2) series.SetRegressionControlValue2(*value2);
+        series.CalcRegression();
+        PrintResult(series, input);
     }
 
 private:
-    // A spline's curve has a grid of its own; what it derives at the points are second derivatives.
-    void PrintResult(const TRegressionResult& result, const TDataInput& input) const {
+    bool IsSampled() const {
+        return *type == static_cast<int>(TRegressionType::Spline) ||
+               *type == static_cast<int>(TRegressionType::SampledCurve);
+    }
+
+    // A sampled curve has a grid of its own; what a spline derives at the points are second derivatives.
+    void PrintResult(const TDataSeries& series, const TDataInput& input) const {
         std::vector<double> x;
         std::vector<double> derived;
-        if (*type != static_cast<int>(TRegressionType::Spline)) {
+        if (!IsSampled()) {
             x = input.X();
-            derived = result.Derived;
+            for (TPointCursor point = series.First(); point; point = point.Next())
+                derived.push_back(point.Derived());
         }
-        for (const TCurveSample& sample : result.Curve) {
+        for (const TCurveSample& sample : series.RegressionCurve()) {
             x.push_back(sample.X);
             derived.push_back(sample.Derived);
         }
-        const TFittedCurve line = result.Line.value_or(TFittedCurve());
-        const TRegressionCoefficients& c = line.Coefficients();
+        const TFittedCurve* line = series.RegressionLine();
+        const TRegressionCoefficients c = line ? line->Coefficients() : TRegressionCoefficients();
         const TDocument coefficients = {{"c0", c.C0}, {"c1", c.C1}, {"c2", c.C2}};
         if (form == TOutputForm::Json) {
             TDocument document = coefficients;
@@ -67,7 +69,7 @@ void AddRegressCommand(CLI::App& program) {
     CLI::App& command = *program.add_subcommand("regress", "Compute a regression or a smoothing");
     AddDataOptions(command, regress->data);
     AddCount(command, "--type", regress->type, 1, "The regression, by its number below")->required();
-    AddCount(command, "--value1", regress->value1, 0, "See below (the data set's own, or 100)");
+    AddInteger(command, "--value1", regress->value1, "See below (the data set's own, or 100)");
     AddNumber(command, "--value2", regress->value2, "See below (the data set's own, or 0.05)");
     AddJson(command, regress->form);
     command.footer("Types:\n"
@@ -75,10 +77,12 @@ void AddRegressCommand(CLI::App& program) {
                    "  2  robust line\n"
                    "  3  parabola by least squares\n"
                    "  4  cubic spline; --value1 is the number of samples, --value2 the slope at the ends\n"
+                   "  5  curve of the data set's fit; --value1 is the number of samples\n"
                    "  6  exponential smoothing; --value2 is the weight\n"
                    "  7  running average; --value2 is 1 / window\n"
                    "Prints the coefficients of types 1 to 3 (derived = c2 x^2 + c1 x + c0), then a line\n"
-                   "with x and the derived value for each point, or for each sample of a spline.");
+                   "with x and the derived value for each point, or for each sample of types 4 and 5.\n"
+                   "Below 1 and above 1000000 samples there is no curve.");
     command.callback([regress] { regress->Run(); });
 }
 

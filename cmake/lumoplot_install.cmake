@@ -9,7 +9,9 @@ install(TARGETS xygraph xydataeditor EXPORT lumoplot
 install(TARGETS lumoplot-host xydata RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lumoplot
   FILES_MATCHING PATTERN "*.h"
-  PATTERN dialog EXCLUDE PATTERN dialogs EXCLUDE PATTERN equation_editor EXCLUDE PATTERN pictures EXCLUDE)
+  PATTERN dialog EXCLUDE PATTERN dialogs EXCLUDE PATTERN controls EXCLUDE PATTERN equation_editor EXCLUDE PATTERN pictures EXCLUDE)
+# The function files that the equation editor brings along, for those who pack a folder of their own.
+install(DIRECTORY src/fit/equation_editor/functions/ DESTINATION ${CMAKE_INSTALL_DATADIR}/lumoplot/LFN)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/lumoplot)
 install(EXPORT lumoplot NAMESPACE lumoplot:: DESTINATION ${package_folder} FILE lumoplotTargets.cmake)

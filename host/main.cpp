@@ -1,7 +1,9 @@
 // The plotting program: opens the files of its command line, or an example without any.
 #include "host/main_window.h"
 #include "host/message_boxes.h"
+#include "host/progress_box.h"
 #include "host/screen_shots.h"
+#include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <iostream>
+#include <memory>
 
 using namespace lumoplot;
 
@@ -70,6 +73,8 @@ int RunShots(const TArguments& arguments) {
 
 int RunWindow(const TArguments& arguments) {
     const TMessageBoxes messages;
+    const TProgressMakerScope progress(
+        [] { return std::make_unique<TProgressBox>(QApplication::activeWindow()); });
     TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                        QStringLiteral("/templates"));
     window.RestorePlace();

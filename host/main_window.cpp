@@ -83,9 +83,15 @@ void TMainWindow::ConnectActions() {
 void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
+    connect(&Graph(), &TxyGraph::OnUserRescale, this, [this] { m_document->SetModified(true); });
     connect(&Graph(), &TxyGraph::OnLogError, this, [this](TSeries* series) {
-        m_ui->statusBar->showMessage(tr("%1 can not be shown on a logarithmic axis")
+        m_ui->statusBar->showMessage(tr("%1 has values that a logarithmic axis can not show")
                                          .arg(QString::fromStdString(series->SeriesName())));
+    });
+    connect(&Graph(), &TxyGraph::OnTooManyPoints, this, [this](TSeries* series) {
+        m_ui->statusBar->showMessage(tr("%1 has %L2 points: drawing may take a while")
+                                         .arg(QString::fromStdString(series->SeriesName()))
+                                         .arg(series->Count()));
     });
 }
 

@@ -1,4 +1,5 @@
 // What the main window does with the graph: data, axes, view.
+#include "graph/graph_mouse.h"
 #include "host/axes_dialog.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
@@ -74,13 +75,7 @@ void TMainWindow::OnShowLegend() {
 }
 
 void TMainWindow::OnResetScale() {
-    m_document->Edit(TPoints::LeaveOut, [](TxyGraph& graph) {
-        for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) {
-            axis->SetAutoSizing(true);
-            axis->SetAutoStepping(true);
-        }
-        graph.NeedRescale();
-    });
+    m_document->Edit(TPoints::LeaveOut, [](TxyGraph& graph) { graph.Mouse().Zoom().ShowAll(); });
 }
 
 void TMainWindow::OnAbout() {

@@ -11,6 +11,8 @@ namespace {
 
 constexpr double kUnitsInInch = 96;
 
+} // namespace
+
 QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
     const TDimensions& dimensions = *graph.Dimensions();
     const auto part = [](double length, int percent) { return length * std::min(percent, 100) / 100; };
@@ -20,8 +22,6 @@ QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
                       page.height() - corner.y());
     return {corner, QSizeF(graph.size()).scaled(room, Qt::KeepAspectRatio)};
 }
-
-} // namespace
 
 void PrintGraph(QPrinter& printer, TxyGraph& graph) {
     PrepareWithChildGraphs(graph);

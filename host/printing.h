@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRectF>
 
 class QPrinter;
 
@@ -9,9 +10,12 @@ namespace lumoplot {
 
 class TxyGraph;
 
-/// Draws the graph on the printer's page: PrintXOffsetPct and PrintYOffsetPct place it, PrintScalePct gives
-/// its width, each in percent of the printable area; it keeps the shape of its panel and is made smaller
-/// where it would leave the page.
+/// Where the graph lies on a page whose printable area has that size: PrintXOffsetPct and PrintYOffsetPct
+/// place it, PrintScalePct gives its width, each in percent of the area; it keeps the shape of its panel and
+/// is made smaller where it would leave the page.
+QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page);
+
+/// Draws the graph at its place on the printer's page. Throws EFileError "The printer can not be used".
 void PrintGraph(QPrinter& printer, TxyGraph& graph);
 
 /// The graph at the size of its panel, with `scale` pixels to a unit of 1/96 inch.

@@ -1,6 +1,7 @@
 #include "data/data_series.h"
 
 #include "data/ds_info.h"
+#include "data/regression.h"
 #include "fit/cur_fit.h"
 
 #include <cmath>
@@ -9,7 +10,7 @@ namespace lumoplot {
 
 TDataSeries::TDataSeries()
     : m_dataSourceInfo(std::make_unique<TDSInfo>()), m_curveFit(std::make_unique<TCurFit>()) {
-    m_curveFit->OnChange = [this](TCurFit&) { Changed(kCurveFitChanged); };
+    m_curveFit->OnChange = [this](TCurFit&) { CurveFitChanged(); };
 }
 
 TDataSeries::~TDataSeries() {
@@ -105,6 +106,12 @@ void TDataSeries::MarkResultsStale() {
     m_results.ClearStatistics();
     MarkRegressionStale();
     MarkFitStale();
+}
+
+// The sampled curve is that of the fit.
+void TDataSeries::CurveFitChanged() {
+    if (m_regressionType == static_cast<int>(TRegressionType::SampledCurve)) MarkRegressionStale();
+    Changed(kCurveFitChanged);
 }
 
 void TDataSeries::MarkFitStale() {

@@ -175,7 +175,8 @@ public:
     const TFittedCurve* RegressionLine() const {
         return m_results.RegressionLine ? &*m_results.RegressionLine : nullptr;
     }
-    /// A regression sampled on a grid of its own, empty when the type has none.
+    /// A regression sampled on a grid of its own, empty when the type has none. That of a spline is raw; that
+    /// of the curve fit stands for corrected Y.
     const std::vector<TCurveSample>& RegressionCurve() const { return m_regressionCurve; }
     /// Takes one Derived value a point, in chain order, or none, which makes them 0. Without a notification.
     void SetDerived(std::span<const double> values) { m_points.SetDerived(values); }
@@ -203,6 +204,8 @@ private:
     void MarkRegressionStale();
     void ClearRegression();
     void MarkFitStale();
+    void CurveFitChanged();
+    void SampleCurveFit();
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
     void StartExtents(double x, double y);

@@ -1,6 +1,8 @@
 // What a data series works out from its points: statistics and the active regression.
 #include "data/data_series.h"
 #include "data/regression.h"
+#include "data/spline.h"
+#include "fit/cur_fit.h"
 
 namespace lumoplot {
 namespace {
@@ -92,11 +94,21 @@ void TDataSeries::CalcRegression() {
         m_points.SetDerived(result.Derived);
         m_regressionCurve = std::move(result.Curve);
         m_results.RegressionLine = std::move(result.Line);
+        if (static_cast<TRegressionType>(m_regressionType) == TRegressionType::SampledCurve) SampleCurveFit();
     } catch (const std::exception& error) {
         ClearRegression();
         m_regressionError = error.what();
         throw;
     }
+}
+
+// The owner of the curve samples it: over the extent of X, from the fit's parameters as they are.
+void TDataSeries::SampleCurveFit() {
+    if (m_extentsStale) RecalcExtents();
+    m_curveFit->Compile();
+    if (!m_curveFit->Selected()) return;
+    for (const double x : CurveGrid(m_minX, m_maxX, m_regressionControlValue1))
+        m_regressionCurve.push_back({x, m_curveFit->EvaluateAt(x)});
 }
 
 void TDataSeries::UpdateRegression() noexcept {

@@ -90,7 +90,12 @@ void SetMoments(TStatistics& statistics, std::span<const double> values) {
 double SumOf(std::span<const double> values) {
     TSum sum;
     for (const double value : values) sum.Add(value);
-    return sum.Value();
+    if (std::isfinite(sum.Value())) return sum.Value();
+    // Large values of both signs may cancel once there is room for what they reach on the way.
+    constexpr int kRoom = 70;
+    TSum shrunk;
+    for (const double value : values) shrunk.Add(std::ldexp(value, -kRoom));
+    return std::ldexp(shrunk.Value(), kRoom);
 }
 
 } // namespace

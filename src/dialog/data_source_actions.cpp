@@ -1,7 +1,7 @@
 // What the controls of the Data Source page do to the data set.
 #include "dialog/data_source_page.h"
-#include "dialog/file_filter.h"
 #include "dialog/manual_panel.h"
+#include "dialog/source_files.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/text_preview_pane.h"
 #include "dialogs/progress_window.h"
@@ -13,18 +13,6 @@
 #include <QFileInfo>
 
 namespace lumoplot {
-namespace {
-
-const QString kOpenFilter = QStringLiteral(
-    "ASCII Data Files (*.dat; *.txt)|*.dat; *.txt; *.DAT; *.TXT|LumoPlot DataSets (*.lds)|*.lds; *.LDS|"
-    "Database Files (*.dbf; *.db; *.mdb)|*.dbf; *.db; *.mdb|All Files (*.*)|*.*");
-
-TSourceKind KindOfFile(const QString& name) {
-    return QFileInfo(name).suffix().toLower() == QStringLiteral("lds") ? TSourceKind::DataFile
-                                                                       : TSourceKind::TextFile;
-}
-
-} // namespace
 
 /// Rows of the grid that can not be committed keep the data set manual, so that nothing is lost.
 void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
@@ -53,7 +41,7 @@ void TDataSourcePage::Browse() {
     QFileDialog dialog(this, QStringLiteral("Choose the source file"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::ReadOnly);
-    dialog.setNameFilter(ToolkitFilter(kOpenFilter));
+    dialog.setNameFilter(SourceFilter());
     if (series->DataSourceInfo().Kind() == TSourceKind::DataFile)
         dialog.selectNameFilter(dialog.nameFilters().value(1));
     const QFileInfo present(QString::fromStdString(SourceFileOf(*series)));

@@ -69,6 +69,7 @@ void TDataSourcePage::ConnectControls() {
         });
     });
     connect(m_ui->btnBrowse, &QPushButton::clicked, this, [this] { Guarded([&] { Browse(); }); });
+    connect(m_ui->btnChoose, &QPushButton::clicked, this, [this] { Guarded([&] { ChooseSource(); }); });
     connect(m_ui->btnReload, &QPushButton::clicked, this, [this] {
         Edit([&](TSeries& series) {
             TakePendingTexts(series);

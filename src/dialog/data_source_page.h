@@ -16,6 +16,7 @@ class TDataSourcePage;
 namespace lumoplot {
 
 class TManualPanel;
+class TxyGetDataSource;
 class TTextOptionsPanel;
 class TTextPreviewPane;
 struct TTextReport;
@@ -49,6 +50,9 @@ private:
 
     void ChangeKind(TSeries& series, TSourceKind kind);
     void Browse();
+    void ChooseSource();
+    void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
+    bool AddDataSet(const TSeries& like, const std::string& yColumn);
     void TakeSourceName(TSeries& series);
     void TakeDirectory(TSeries& series);
     void TakePendingTexts(TSeries& series);

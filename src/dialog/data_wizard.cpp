@@ -1,6 +1,8 @@
 #include "dialog/data_wizard.h"
 
+#include "dialog/curve_fitting_page.h"
 #include "dialog/data_source_page.h"
+#include "dialog/filtering_page.h"
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
 #include "dialog/undo_recorder.h"
@@ -44,6 +46,8 @@ void TxyDataWizard::AddPages() {
     AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
     AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
     AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
+    AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
@@ -83,12 +87,13 @@ void TxyDataWizard::SetTemplateName(const std::string& name) {
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (event->spontaneous()) return; // only restored from its icon
     SetPreviewMode(false);
     FillList(m_workGraph->Appearance()->CurrSerIndex());
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
-    if (!event->spontaneous()) m_undo->Start();
-    QDialog::showEvent(event);
+    m_undo->Start();
 }
 
 void TxyDataWizard::hideEvent(QHideEvent* event) {
@@ -113,7 +118,9 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
     m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
     m_workGraph->setVisible(preview);
-    if (leaving && m_currSeries)
+    if (!leaving) return;
+    RefillPages(); // points and marks may have been edited
+    if (m_currSeries)
         m_undo->Quietly([this] {
             for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
         });
@@ -178,7 +185,8 @@ void TxyDataWizard::FillPages(int number) {
         for (TWizardPage* page : m_pages) page->ShowNothing();
         return;
     }
-    for (TWizardPage* page : m_pages) page->FillFrom(*m_currSeries);
+    // A page that fails tells so; the guard must not stay set, or nothing could be edited or chosen any more.
+    for (TWizardPage* page : m_pages) Guarded([&] { page->FillFrom(*m_currSeries); });
     m_filling = false;
 }
 
@@ -195,8 +203,10 @@ void TxyDataWizard::RefillPages() {
 }
 
 void TxyDataWizard::ShowSeriesName(const QString& name) {
+    if (!m_currSeries) return;
     const QSignalBlocker quiet(m_ui->cbx_DataSets);
-    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->currentIndex(), name);
+    // Not the current item: while another one is being picked, the data set that is left may get its name.
+    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()), name);
 }
 
 void TxyDataWizard::AttachSource(const std::string& fileName) {

@@ -32,6 +32,7 @@ public:
     static constexpr int kGeneralPage = 0;
     static constexpr int kDataSourcePage = 1;
     static constexpr int kRegressionsPage = 2;
+    static constexpr int kCurveFittingPage = 3;
 
     explicit TxyDataWizard(QWidget* parent = nullptr);
     ~TxyDataWizard() override;
@@ -50,7 +51,7 @@ public:
     void SetStartPage(int page) { m_startPage = page; }
 
     /// Rebuilds the data-set list and selects the data set with that number.
-    void FillList(int number);
+    void FillList(int number) override;
     /// Makes the data set with that number the current one and fills every page from it; -1 for none. Without
     /// a data set the Filling guard stays set, so that no page can write anywhere.
     void ShowSeries(int number);
@@ -61,6 +62,7 @@ public:
     /// Takes a file as the source of the selected data set, as the page for sources does on its own.
     void AttachSource(const std::string& fileName);
 
+    void CommitPages() override { CommitManualData(); }
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
     void NameStep(const std::string& name) override;

@@ -1,6 +1,6 @@
 // What the buttons of the data-set list do.
+#include "controls/file_filter.h"
 #include "dialog/data_wizard.h"
-#include "dialog/file_filter.h"
 #include "graph/graph_file.h"
 #include "graph/series_text.h"
 #include "ui_data_wizard.h"

@@ -1,7 +1,7 @@
 #include "dialog/general_page.h"
 
+#include "controls/number_edit.h"
 #include "dialog/color_button.h"
-#include "dialog/number_edit.h"
 #include "graph/axis.h"
 #include "ui_general_page.h"
 

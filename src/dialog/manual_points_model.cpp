@@ -1,7 +1,7 @@
 #include "dialog/manual_points_model.h"
 
+#include "controls/mark_color.h"
 #include "dialog/manual_commit.h"
-#include "dialog/mark_color.h"
 #include "dialog/x_value_text.h"
 #include "support/message_sink.h"
 

@@ -1,7 +1,7 @@
 #include "dialog/regressions_page.h"
 
+#include "controls/number_edit.h"
 #include "dialog/color_button.h"
-#include "dialog/number_edit.h"
 #include "dialog/regression_text.h"
 #include "support/number_text.h"
 #include "ui_regressions_page.h"

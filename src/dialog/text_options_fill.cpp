@@ -1,7 +1,9 @@
 // How the options of a text source are shown.
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
+#include "dialog/column_items.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/x_value_text.h"
+#include "sources/column_formula.h"
 #include "support/number_text.h"
 #include "ui_text_options_panel.h"
 
@@ -48,32 +50,15 @@ auto WishOf(const QComboBox& box, const TList& list) {
     return item <= 0 ? std::nullopt : std::optional(list[static_cast<std::size_t>(item - 1)]);
 }
 
-QString ItemText(const TTextFormat& format, int column) {
-    if (column == TTextFormat::kRowNumber) return QStringLiteral("Row number");
-    const QString number = QString::number(column + 1);
-    const std::string& name = format.columns[static_cast<std::size_t>(column)].name;
-    return name.empty() ? number : number + QStringLiteral(": ") + QString::fromStdString(name).simplified();
-}
-
-/// The name is what the description keeps when it finds this column and no other.
-QString ItemKey(const TTextFormat& format, std::size_t column) {
-    const QString name = QString::fromStdString(format.columns[column].name);
-    const auto isSame = [&](const TTextColumn& other) {
-        return name.compare(QString::fromStdString(other.name), Qt::CaseInsensitive) == 0;
-    };
-    const bool isUnique = std::ranges::count_if(format.columns, isSame) == 1;
-    const bool isPlain = !name.isEmpty() && name.trimmed() == name && !TryParseInteger(name.toStdString());
-    return isUnique && isPlain ? name : QString::number(column + 1);
-}
-
 void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
     const bool isKnown = found && used != TTextFormat::kNoColumn;
     box.clear();
-    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ItemText(*found, used)) : QStringLiteral("Auto"),
+    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, used))
+                        : QStringLiteral("Auto"),
                 QString());
     if (isX) box.addItem(QStringLiteral("Row number"), QStringLiteral("0"));
     for (std::size_t i = 0; found && i < found->columns.size(); ++i)
-        box.addItem(ItemText(*found, static_cast<int>(i)), ItemKey(*found, i));
+        box.addItem(ColumnItemText(*found, static_cast<int>(i)), ColumnItemKey(*found, static_cast<int>(i)));
     int item = box.findData(chosen, Qt::UserRole, Qt::MatchFixedString);
     const auto number = TryParseInteger(chosen.toStdString());
     if (item < 0 && number && found && *number >= 1 && *number <= static_cast<int>(found->columns.size()))
@@ -99,7 +84,8 @@ void TTextOptionsPanel::FillFrom(const TSeries& series, const TTextFormat* found
     FillText(series.DataSourceInfo());
     FillReading(series.TextWishes(), found);
     FillColumns(series, found);
-    FillRows(series.DataSourceInfo());
+    MarkFormulas(series, found);
+    FillRows(series);
 }
 
 void TTextOptionsPanel::FillText(const TDSInfo& info) {
@@ -164,9 +150,17 @@ void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* fo
     SetUnlessTyped(*m_ui->e_YExpression, QString::fromStdString(series.YColExpr()));
 }
 
-void TTextOptionsPanel::FillRows(const TDSInfo& info) {
+/// Also the one that is being typed: its user sees at once what it lacks.
+void TTextOptionsPanel::MarkFormulas(const TSeries& series, const TTextFormat* found) {
+    const TTextFormat* format = found && !found->columns.empty() ? found : nullptr;
+    MarkEdit(*m_ui->e_XExpression, QString::fromStdString(FormulaProblem(series.XColExpr(), format)));
+    MarkEdit(*m_ui->e_YExpression, QString::fromStdString(FormulaProblem(series.YColExpr(), format)));
+}
+
+void TTextOptionsPanel::FillRows(const TSeries& series) {
+    const TDSInfo& info = series.DataSourceInfo();
     const TRowChoice choice = info.RowChoiceMode();
-    const TColumnFormat format = choice == TRowChoice::ByX ? m_found.xFormat : TColumnFormat::Number;
+    const TColumnFormat format = BoundFormat(series);
     const bool hasStart = choice != TRowChoice::All;
     const bool hasEnd = choice == TRowChoice::ByX || (hasStart && info.RowChoiceValue2() >= 1);
     m_ui->cbx_RowChoice->setCurrentIndex(static_cast<int>(choice));

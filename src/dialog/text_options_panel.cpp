@@ -1,7 +1,8 @@
 #include "dialog/text_options_panel.h"
 
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
 #include "dialog/x_value_text.h"
+#include "sources/column_formula.h"
 #include "support/errors.h"
 #include "ui_text_options_panel.h"
 
@@ -137,20 +138,30 @@ void TTextOptionsPanel::TakeColumn(QComboBox& box, bool isX) {
     });
 }
 
+/// What the bounds of the row choice are: dates where X is a date as it is read. What a formula makes of
+/// dates need be none.
+TColumnFormat TTextOptionsPanel::BoundFormat(const TSeries& series) const {
+    const bool isX = series.DataSourceInfo().RowChoiceMode() == TRowChoice::ByX;
+    const bool isAsRead = EffectiveFormula(series.XColExpr(), "X").empty();
+    return isX && isAsRead ? m_found.xFormat : TColumnFormat::Number;
+}
+
 /// A text that is no value marks the edit and leaves the bound. An empty upper row number is no bound.
 void TTextOptionsPanel::TakeBound(bool first) {
     QLineEdit& edit = first ? *m_ui->e_From : *m_ui->e_To;
-    const bool byX = m_ui->cbx_RowChoice->currentIndex() == static_cast<int>(TRowChoice::ByX);
+    const TSeries* series = m_context.CurrSeries();
+    if (!series) return;
+    const bool byX = series->DataSourceInfo().RowChoiceMode() == TRowChoice::ByX;
     double value = 0;
     try {
         const bool isNoBound = !byX && edit.text().trimmed().isEmpty();
-        if (!isNoBound) value = ParseXValue(edit.text(), byX ? m_found.xFormat : TColumnFormat::Number);
+        if (!isNoBound) value = ParseXValue(edit.text(), BoundFormat(*series));
         MarkEdit(edit, {});
     } catch (const EConvertError& error) {
         return MarkEdit(edit, QString::fromUtf8(error.what()));
     }
-    Change([&](TSeries& series) {
-        TDSInfo& info = series.DataSourceInfo();
+    Change([&](TSeries& changed) {
+        TDSInfo& info = changed.DataSourceInfo();
         first ? info.SetRowChoiceValue1(value) : info.SetRowChoiceValue2(value);
     });
 }

@@ -49,13 +49,15 @@ private:
     void TakeSeparators();
     void TakeColumn(QComboBox& box, bool isX);
     void TakeBound(bool first);
+    TColumnFormat BoundFormat(const TSeries& series) const;
+    void MarkFormulas(const TSeries& series, const TTextFormat* found);
 
     void SetUnlessTyped(QLineEdit& edit, const QString& text);
     void FillText(const TDSInfo& info);
     void FillReading(const TTextWishes& wishes, const TTextFormat* found);
     TTextWishes ShownWishes() const;
     void FillColumns(const TSeries& series, const TTextFormat* found);
-    void FillRows(const TDSInfo& info);
+    void FillRows(const TSeries& series);
 
     TWizardContext& m_context;
     std::unique_ptr<Ui::TTextOptionsPanel> m_ui;

@@ -4,6 +4,7 @@
 #include "ui_text_preview_pane.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 namespace lumoplot {
 namespace {
@@ -52,6 +53,7 @@ TTextPreviewPane::TTextPreviewPane(QWidget* parent)
     rows->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_ui->t_Preview->setMinimumHeight(rows->defaultSectionSize() * kLeastRows);
     m_ui->t_Preview->horizontalHeader()->setHighlightSections(false);
+    connect(m_ui->l_Messages, &QListWidget::currentTextChanged, this, &TTextPreviewPane::GoToRow);
     connect(m_ui->btnRunnerUp, &QPushButton::clicked, this, [this] { Q_EMIT ReadingPicked(m_runnerUp); });
     connect(m_ui->btnFindAgain, &QPushButton::clicked, this, &TTextPreviewPane::FindAgainPicked);
     connect(m_ui->btnKeepAll, &QPushButton::clicked, this, &TTextPreviewPane::KeepAllPicked);
@@ -72,7 +74,7 @@ void TTextPreviewPane::ShowProblem(const QString& reason) {
     m_ui->btnFindAgain->hide();
     m_ui->btnKeepAll->hide();
     ShowMessages(reason.isEmpty() ? std::vector<std::string>{} : std::vector{reason.toStdString()}, 0);
-    m_ui->lblResult->clear();
+    ShowResult({});
 }
 
 void TTextPreviewPane::ShowPreview(TTextPreview preview, bool isChosen) {
@@ -116,17 +118,30 @@ void TTextPreviewPane::ShowMessages(const std::vector<std::string>& messages, st
     m_ui->l_Messages->setVisible(shown > 0);
 }
 
+void TTextPreviewPane::ShowResult(const QString& text) {
+    m_ui->lblResult->setText(text);
+    m_ui->lblResult->setVisible(!text.isEmpty());
+}
+
+/// Shows the row that a message is about, if it is among those of the preview.
+void TTextPreviewPane::GoToRow(const QString& message) {
+    static const QRegularExpression kRow(QStringLiteral("^row (\\d+): "));
+    const int row = kRow.match(message).captured(1).toInt();
+    if (row < 1 || row > m_model->rowCount()) return;
+    m_ui->t_Preview->selectRow(row - 1);
+    m_ui->t_Preview->scrollTo(m_model->index(row - 1, 0));
+}
+
 void TTextPreviewPane::ShowReport(const TTextReport& report) {
-    m_ui->lblResult->setText(ResultText(report) + QLatin1Char('.'));
+    ShowResult(ResultText(report) + QLatin1Char('.'));
     m_ui->btnKeepAll->setVisible(report.rowsMerged > 0);
     ShowMessages(report.messages, report.rowsSkipped);
 }
 
 void TTextPreviewPane::ShowNotLoaded() {
     m_ui->btnKeepAll->hide();
-    m_ui->lblResult->setText(
-        QStringLiteral("Changed since the points were loaded: they are loaded again by Reload, "
-                       "Preview and OK."));
+    ShowResult(QStringLiteral("Changed since the points were loaded: they are loaded again by Reload, "
+                              "Preview and OK."));
 }
 
 } // namespace lumoplot

@@ -43,6 +43,8 @@ Q_SIGNALS:
 private:
     void ShowReadings(const TTextReadings& readings, bool isChosen);
     void FitColumns();
+    void GoToRow(const QString& message);
+    void ShowResult(const QString& text);
     void ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped);
 
     std::unique_ptr<Ui::TTextPreviewPane> m_ui;

@@ -2,6 +2,7 @@
 
 #include "dialog/manual_grid.h"
 #include "dialog/undo_names.h"
+#include "dialogs/step_window.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -10,9 +11,13 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextEdit>
+#include <QTimer>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
+
+constexpr int kLookAgainMs = 100;
 
 bool IsInput(QEvent::Type type) {
     switch (type) {
@@ -43,6 +48,12 @@ bool IsPassedOn(const QWidget& widget, const QEvent& event) {
     if (const auto* point = dynamic_cast<const QSinglePointEvent*>(&event))
         return widget.childAt(point->position().toPoint()) != nullptr;
     return false;
+}
+
+/// Long work looks at the events before its window is shown.
+bool IsWorkRunning() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(),
+                               [](QWidget* window) { return qobject_cast<TStepWindow*>(window) != nullptr; });
 }
 
 template <class TEdit>
@@ -101,7 +112,7 @@ bool TUndoRecorder::IsInEditor(const QWidget* widget) const {
 /// Another window asks or works: what it stands for may be half done.
 bool TUndoRecorder::IsBlocked() const {
     const QWidget* modal = QApplication::activeModalWidget();
-    return !m_isRecording || (modal && modal != &m_window);
+    return !m_isRecording || (modal && modal != &m_window) || IsWorkRunning();
 }
 
 bool TUndoRecorder::eventFilter(QObject* watched, QEvent* event) {
@@ -140,7 +151,10 @@ void TUndoRecorder::NoteLater() {
         this,
         [this] {
             m_isQueued = false;
-            Note();
+            if (IsWorkRunning())
+                QTimer::singleShot(kLookAgainMs, this, &TUndoRecorder::NoteLater);
+            else
+                Note();
         },
         Qt::QueuedConnection);
 }

@@ -20,8 +20,12 @@ public:
     /// True while controls are being filled: no handler may write to the data set then.
     virtual bool Filling() const = 0;
     virtual void SetFilling(bool value) = 0;
+    /// Writes what the pages still hold into the current data set; throws when one cannot.
+    virtual void CommitPages() = 0;
     /// Fills all pages again from the selected data set.
     virtual void RefillPages() = 0;
+    /// Lists the data sets again, after some have come or gone, and selects the one with that number.
+    virtual void FillList(int number) = 0;
     /// The name edit has given the current data set another name.
     virtual void ShowSeriesName(const QString& name) = 0;
     /// Names the step that undoes what the event at hand changes ("fit Run 1"). Steps that nobody names are

@@ -7,6 +7,7 @@
 #include "graph/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -19,9 +20,36 @@ namespace {
 // window of its own and can have no parent that is no widget.
 class TEditorHolder : public QObject {
 public:
-    explicit TEditorHolder(QObject* application) : QObject(application) {}
+    explicit TEditorHolder(QObject* application) : QObject(application) { qAddPostRoutine(&DeleteAll); }
+    ~TEditorHolder() override { qRemovePostRoutine(&DeleteAll); }
 
     TxyDataWizard Wizard;
+    bool IsInUse = false;
+    bool DeleteAfterUse = false;
+
+private:
+    // The application object deletes its children when its own windows' part is gone: too late for a window.
+    static void DeleteAll() {
+        for (QObject* child : QObjectList(qApp->children()))
+            if (dynamic_cast<TEditorHolder*>(child)) delete child;
+    }
+};
+
+// One call's use of the editor. Hosts run timers while the dialog is shown or reads a file: a second call
+// would put its graph in the place of the one that is being edited, and the dialog must not go under the
+// first.
+class TEditorUse {
+public:
+    explicit TEditorUse(TEditorHolder& holder) : m_holder(holder) { holder.IsInUse = true; }
+    ~TEditorUse() {
+        m_holder.IsInUse = false;
+        if (m_holder.DeleteAfterUse) delete &m_holder;
+    }
+    TEditorUse(const TEditorUse&) = delete;
+    TEditorUse& operator=(const TEditorUse&) = delete;
+
+private:
+    TEditorHolder& m_holder;
 };
 
 QString HolderName() {
@@ -33,7 +61,7 @@ TEditorHolder* FindHolder() {
     return dynamic_cast<TEditorHolder*>(qApp->findChild<QObject*>(HolderName(), Qt::FindDirectChildrenOnly));
 }
 
-TxyDataWizard& FindOrCreateWizard() {
+TEditorHolder& FindOrCreateHolder() {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         throw ELumoError("The data editor needs an application object");
     TEditorHolder* holder = FindHolder();
@@ -42,15 +70,25 @@ TxyDataWizard& FindOrCreateWizard() {
         holder->setObjectName(HolderName());
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
+        holder->Wizard.setModal(true);
         holder->Wizard.adjustSize();
     }
-    return holder->Wizard;
+    return *holder;
+}
+
+void DeleteHolder() {
+    TEditorHolder* holder = FindHolder();
+    if (!holder || !holder->IsInUse) return delete holder;
+    holder->DeleteAfterUse = true;
+    holder->setObjectName({}); // nobody finds it any more
+    holder->Wizard.reject();
 }
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
     TakeSourceStates(workGraph, host);
     workGraph.Holder()->OfferSheets(host.Holder()->Sheets());
+    workGraph.SetPointBudget(host.PointBudget());
     workGraph.SetEditorMode(true);
     workGraph.SetHolderID({});
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
@@ -82,7 +120,9 @@ private:
 
 int ShowModal(TxyDataWizard& wizard) {
     const TStayAbove above(wizard, QApplication::activeWindow());
-    return wizard.exec();
+    const int result = wizard.exec();
+    wizard.hide(); // the application may have ended the loop instead of the user
+    return result;
 }
 
 void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
@@ -94,8 +134,13 @@ void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
 
 bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
               const TShortString& sourceFile, bool openWithSource, int startPage) {
-    TxyDataWizard& wizard = FindOrCreateWizard();
+    TEditorHolder& holder = FindOrCreateHolder();
+    if (holder.IsInUse) return false;
+    const TEditorUse use(holder);
+    TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
+    const TProgressMakerScope progressMaker(
+        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
@@ -124,5 +169,5 @@ bool editxyData(lumoplot::TxyGraph& Graph, lumoplot::TShortString& TemplateName,
 }
 
 void deleteDataEditor() {
-    delete lumoplot::FindHolder();
+    lumoplot::DeleteHolder();
 }

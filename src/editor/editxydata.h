@@ -19,19 +19,20 @@ extern "C" {
 
 /// Runs the modal data editor on a copy of `Graph` and writes it back unless the user cancels.
 ///
-/// Graph            the host's graph; untouched on Cancel and when an exception passes before the dialog
-/// closed TemplateName     shown in the caption and used by "Set as Default"; written back, cut to
-/// `TemplateNameMax`
-///                  characters, when the graph is
-/// SourceFile       a data file that a new data set is fed from; read only when `OpenWithSource` is true
-/// StartPage        the page shown first (General 0, Data Source 1, …); negative keeps the last page
+/// - Graph: the host's graph; untouched on Cancel and when an exception passes before the dialog has closed.
+/// - TemplateName: shown in the caption and used by "Set as Default"; written back with the graph, cut to
+///   TemplateNameMax characters.
+/// - SourceFile: a data file that a new data set is fed from; read only when OpenWithSource is true.
+/// - StartPage: the page shown first (General 0, Data Source 1, …); negative keeps the last page.
 ///
-/// True when the graph was written back. Throws lumoplot::ELumoError when there is no application object or
-/// the template cannot be saved (the graph has been written back by then).
+/// True when the graph was written back. False, and nothing done, while another call has not returned yet: an
+/// exception would end that one. Throws lumoplot::ELumoError when there is no application object or the
+/// template cannot be saved (the graph has been written back by then).
 XYDATAEDITOR_EXPORT bool editxyData(lumoplot::TxyGraph& Graph, lumoplot::TShortString& TemplateName,
                                     int TemplateNameMax, lumoplot::TShortString SourceFile,
                                     bool OpenWithSource, int StartPage);
 
-/// Destroys the dialog that the library keeps between calls; does nothing when there is none.
+/// Destroys the dialog that the library keeps between calls; does nothing when there is none. While the
+/// dialog is shown this cancels it, and it goes when the call that shows it returns.
 XYDATAEDITOR_EXPORT void deleteDataEditor();
 }

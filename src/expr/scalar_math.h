@@ -75,8 +75,8 @@ inline double IntPower(double a, double b) {
 
 /// Not-a-number for a negative base with a fraction as exponent, and for 0 to a negative power.
 inline double Power(double a, double b) {
-    if (std::isnan(a) || std::isnan(b) || (a == 0 && b < 0)) return kNotANumber;
-    return std::pow(a, b);
+    const double power = std::pow(a, b);
+    return std::isnan(a) || std::isnan(b) || std::isnan(power) || (a == 0 && b < 0) ? kNotANumber : power;
 }
 
 inline bool FitsInt64(double rounded) {
@@ -192,10 +192,10 @@ inline double Tan(double a) {
     return std::tan(a);
 }
 inline double ArcSin(double a) {
-    return std::asin(a);
+    return std::fabs(a) > 1 ? kNotANumber : std::asin(a);
 }
 inline double ArcCos(double a) {
-    return std::acos(a);
+    return std::fabs(a) > 1 ? kNotANumber : std::acos(a);
 }
 inline double ArcTan2(double y, double x) {
     return std::atan2(y, x);
@@ -213,7 +213,7 @@ inline double ArcSinh(double a) {
     return std::asinh(a);
 }
 inline double ArcCosh(double a) {
-    return std::acosh(a);
+    return a < 1 ? kNotANumber : std::acosh(a);
 }
 inline double ArcTanh(double a) {
     return std::fabs(a) >= 1 ? kNotANumber : std::atanh(a);

@@ -12,6 +12,12 @@ bool IsNameStart(char c) {
 bool IsNamePart(char c) {
     return IsNameStart(c) || IsDigit(c);
 }
+bool StartsSequence(char c) {
+    return static_cast<unsigned char>(c) >= 0xC0;
+}
+bool ContinuesSequence(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 class TTokeniser {
 public:
@@ -79,6 +85,8 @@ private:
             if (second == '=') ++m_position;
         } else if (first == '<' || first == '>') {
             if (second == '=' || second == '>' || (first == '<' && second == '<')) ++m_position;
+        } else if (StartsSequence(first)) {
+            while (ContinuesSequence(At(m_position))) ++m_position; // one character of several bytes
         }
     }
 

@@ -1,16 +1,15 @@
 #include "fit/cur_fit.h"
 
+#include "fit/curve_fitter.h"
 #include "support/message_sink.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace lumoplot {
 namespace {
 
 bool EqualNames(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return std::tolower(static_cast<unsigned char>(c)); };
-    return std::ranges::equal(a, b, [&](char x, char y) { return lower(x) == lower(y); });
+    return a.size() == b.size() && LowerCased(a) == LowerCased(b);
 }
 
 void TellAlreadyDefined(const std::string& name) {
@@ -45,75 +44,107 @@ bool TCurFit::Store(TField& field, const TValue& value) {
     return true;
 }
 
+TCurFit::TCurFit() = default;
+TCurFit::~TCurFit() = default;
+
 void TCurFit::Changed(bool modified) {
+    ++m_revision;
     m_modified = modified;
     if (!modified) return;
     m_stale = true;
     if (OnChange) OnChange(*this);
 }
 
+void TCurFit::FitDone(TFitResult result) {
+    m_result = std::make_unique<const TFitResult>(std::move(result));
+    m_fitError.clear();
+    m_modified = true;
+    m_stale = false;
+    NotifyDisplay();
+}
+
+void TCurFit::TakeRun(const TCurFit& run) {
+    TakeValues(run);
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->FinalDeviation = run.Parameter(i)->FinalDeviation;
+    if (run.Result()) FitDone(*run.Result());
+}
+
+void TCurFit::TakeValues(const TCurFit& run) {
+    ++m_revision;
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->m_value = run.Parameter(i)->m_value;
+}
+
+void TCurFit::TakeFailure(const std::string& error) {
+    m_result.reset();
+    m_fitError = error;
+    NotifyDisplay();
+}
+
 void TCurFit::NotifyDisplay() {
+    ++m_revision;
     if (OnChange) OnChange(*this);
 }
 
 void TCurFit::SetXVarName(const std::string& value) {
-    if (!value.empty() && Store(m_xVarName, value)) Changed(true);
+    if (!value.empty() && Store(m_settings.XVarName, value)) Changed(true);
 }
 
 void TCurFit::SetExpression(const std::string& value) {
-    if (!value.empty() && Store(m_expression, value)) Changed(true);
+    if (!value.empty() && Store(m_settings.Expression, value)) Changed(true);
 }
 
 void TCurFit::SetTolerance(double value) {
-    if (value > 0 && Store(m_tolerance, value)) Changed(true);
+    if (value > 0 && Store(m_settings.Tolerance, value)) Changed(true);
 }
 
 void TCurFit::SetIterMax(int value) {
-    if (value > 0 && Store(m_iterMax, value)) Changed(true);
+    if (value > 0 && Store(m_settings.IterMax, value)) Changed(true);
 }
 
 void TCurFit::SetProcType(int value) {
-    if (Store(m_procType, value)) Changed(true);
+    if (Store(m_settings.ProcType, value)) Changed(true);
 }
 
 void TCurFit::SetUseLeftMargin(bool value) {
-    if (Store(m_useLeftMargin, value)) Changed(true);
+    if (Store(m_settings.UseLeftMargin, value)) Changed(true);
 }
 
 void TCurFit::SetUseRightMargin(bool value) {
-    if (Store(m_useRightMargin, value)) Changed(true);
+    if (Store(m_settings.UseRightMargin, value)) Changed(true);
 }
 
 void TCurFit::SetLeftMargin(double value) {
-    if (Store(m_leftMargin, value) && m_useLeftMargin) Changed(true);
+    if (Store(m_settings.LeftMargin, value) && m_settings.UseLeftMargin) Changed(true);
 }
 
 void TCurFit::SetRightMargin(double value) {
-    if (Store(m_rightMargin, value) && m_useRightMargin) Changed(true);
+    if (Store(m_settings.RightMargin, value) && m_settings.UseRightMargin) Changed(true);
 }
 
 void TCurFit::SetStatus(int value) {
-    if (Store(m_status, value)) NotifyDisplay();
+    if (Store(m_settings.Status, value)) NotifyDisplay();
 }
 
 void TCurFit::SetNPoints(int value) {
-    if (Store(m_nPoints, value)) NotifyDisplay();
+    if (Store(m_settings.NPoints, value)) NotifyDisplay();
 }
 
 void TCurFit::SetShowCurve(bool value) {
-    if (Store(m_showCurve, value)) NotifyDisplay();
+    if (Store(m_settings.ShowCurve, value)) NotifyDisplay();
 }
 
 void TCurFit::SetCurveColor(TColor value) {
-    if (Store(m_curveColor, value)) NotifyDisplay();
+    if (Store(m_settings.CurveColor, value)) NotifyDisplay();
 }
 
 void TCurFit::SetCurveStyle(int value) {
-    if (Store(m_curveStyle, value)) NotifyDisplay();
+    if (Store(m_settings.CurveStyle, value)) NotifyDisplay();
 }
 
 void TCurFit::SetCurveWidth(int value) {
-    if (Store(m_curveWidth, value)) NotifyDisplay();
+    if (Store(m_settings.CurveWidth, value)) NotifyDisplay();
 }
 
 TDBLParameter* TCurFit::Parameter(int number) const {
@@ -134,11 +165,14 @@ void TCurFit::AddParameter(std::unique_ptr<TDBLParameter> parameter) {
 
 void TCurFit::DeleteParameter(int number) {
     if (!Parameter(number)) return;
+    RemoveVariable(Parameter(number)->Name());
+    ClearExpressions();
     m_parameters.erase(m_parameters.begin() + (number - 1));
     Changed(true);
 }
 
 void TCurFit::ClearParameters() {
+    Forget();
     m_parameters.clear();
     Changed(true);
 }
@@ -185,22 +219,7 @@ void TCurFit::ClearTemplates() {
 }
 
 void TCurFit::ResetSettings() {
-    const TCurFit defaults;
-    m_xVarName = defaults.m_xVarName;
-    m_expression = defaults.m_expression;
-    m_status = defaults.m_status;
-    m_useLeftMargin = defaults.m_useLeftMargin;
-    m_useRightMargin = defaults.m_useRightMargin;
-    m_leftMargin = defaults.m_leftMargin;
-    m_rightMargin = defaults.m_rightMargin;
-    m_nPoints = defaults.m_nPoints;
-    m_showCurve = defaults.m_showCurve;
-    m_curveColor = defaults.m_curveColor;
-    m_curveStyle = defaults.m_curveStyle;
-    m_curveWidth = defaults.m_curveWidth;
-    m_tolerance = defaults.m_tolerance;
-    m_iterMax = defaults.m_iterMax;
-    m_procType = defaults.m_procType;
+    m_settings = {};
     m_modified = false;
 }
 

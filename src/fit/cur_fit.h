@@ -1,13 +1,16 @@
 // The curve fit of a data set: the model formula in one variable, its named parameters, the text templates
-// that expand inside it, and the settings of the fitting run. This is the definition and its record in the
-// stream; it knows neither the data nor a window. Owned by its data series.
+// that expand inside it, and the settings of the fitting run. It evaluates its model and writes and reads its
+// record; it knows neither the data nor a window. Owned by its data series.
 #pragma once
 
 #include "data/stream/reader.h"
 #include "data/stream/section.h"
 #include "data/stream/writer.h"
+#include "expr/expression_parser.h"
 #include "support/color.h"
+#include "support/export.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,11 +20,14 @@
 namespace lumoplot {
 
 class TCurFit;
+struct TFitResult;
 
 /// One parameter of the model.
 class XYGRAPH_EXPORT TDBLParameter {
 public:
+    /// Relative size of the first steps that a fit takes with the parameter.
     double StartDeviation = 0.01;
+    /// Its standard error after a fit.
     double FinalDeviation = 1e-05;
     bool ShowInLegend = false;
     std::string Description = "Parameter P";
@@ -34,6 +40,8 @@ public:
     void SetName(const std::string& name);
     void SetValue(double value);
     void SetVary(bool vary);
+    /// Where the value is, for the formulas that are compiled with it.
+    double* ValueRef() { return &m_value; }
 
 private:
     friend class TCurFit;
@@ -51,14 +59,15 @@ struct TDBLFunction {
     std::string Description;
 };
 
-class XYGRAPH_EXPORT TCurFit {
+/// A definition is one whether or not its formula compiles: loading and copying keep it whole, and the error
+/// comes where it is compiled. Whatever frees parameters also forgets what was compiled with them.
+class XYGRAPH_EXPORT TCurFit : public TExpressionParser {
 public:
+    TCurFit();
+    ~TCurFit() override;
+
     enum : int { kPowell = 0, kSimplex = 1, kConjugateGradient = 2, kNewton = 3 };
     enum : int { kNone = 0, kFunction = 1, kFinalResult = 2, kEveryStep = 3 };
-
-    TCurFit() = default;
-    TCurFit(const TCurFit&) = delete;
-    TCurFit& operator=(const TCurFit&) = delete;
 
     /// Called after every change that `Changed(true)` or a display setter announces.
     std::function<void(TCurFit&)> OnChange;
@@ -69,22 +78,46 @@ public:
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
     void MarkStale() { m_stale = true; }
+    /// Nothing is to be fitted until the next change.
+    void ClearStale() { m_stale = false; }
+    /// Another number after every change that may show in the curve.
+    std::uint64_t Revision() const { return m_revision; }
 
-    const std::string& XVarName() const { return m_xVarName; }
-    const std::string& Expression() const { return m_expression; }
-    int Status() const { return m_status; }
-    bool UseLeftMargin() const { return m_useLeftMargin; }
-    bool UseRightMargin() const { return m_useRightMargin; }
-    double LeftMargin() const { return m_leftMargin; }
-    double RightMargin() const { return m_rightMargin; }
-    int NPoints() const { return m_nPoints; }
-    bool ShowCurve() const { return m_showCurve; }
-    TColor CurveColor() const { return m_curveColor; }
-    int CurveStyle() const { return m_curveStyle; }
-    int CurveWidth() const { return m_curveWidth; }
-    double Tolerance() const { return m_tolerance; }
-    int IterMax() const { return m_iterMax; }
-    int ProcType() const { return m_procType; }
+    // What is known of the last run; nothing after loading.
+
+    /// Null when there was none, or it was not possible.
+    const TFitResult* Result() const { return m_result.get(); }
+    /// Why the last run was not possible; empty when it was.
+    const std::string& FitError() const { return m_fitError; }
+    /// A run has put its values into the parameters: Modified is set, the fit is not stale, and OnChange is
+    /// called.
+    void FitDone(TFitResult result);
+    /// Takes values, deviations and result from a copy of this fit that has run, and does as FitDone.
+    void TakeRun(const TCurFit& run);
+    /// Takes the values of a copy that is running, silently.
+    void TakeValues(const TCurFit& run);
+    /// A run was not possible. Only OnChange is called.
+    void TakeFailure(const std::string& error);
+
+    const std::string& XVarName() const { return m_settings.XVarName; }
+    const std::string& Expression() const { return m_settings.Expression; }
+    int Status() const { return m_settings.Status; }
+    /// The graph compiles the fit and draws its curve.
+    bool IsEnabled() const { return Status() != kNone; }
+    bool UseLeftMargin() const { return m_settings.UseLeftMargin; }
+    bool UseRightMargin() const { return m_settings.UseRightMargin; }
+    double LeftMargin() const { return m_settings.LeftMargin; }
+    double RightMargin() const { return m_settings.RightMargin; }
+    /// How many places of the curve are computed for drawing it.
+    int NPoints() const { return m_settings.NPoints; }
+    bool ShowCurve() const { return m_settings.ShowCurve; }
+    TColor CurveColor() const { return m_settings.CurveColor; }
+    int CurveStyle() const { return m_settings.CurveStyle; }
+    int CurveWidth() const { return m_settings.CurveWidth; }
+    /// The relative change of parameters and of the sum of squares at which a fit stops.
+    double Tolerance() const { return m_settings.Tolerance; }
+    int IterMax() const { return m_settings.IterMax; }
+    int ProcType() const { return m_settings.ProcType; }
 
     // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
     // ignored.
@@ -131,6 +164,25 @@ public:
     /// Gives every setting its default; parameters and templates stay.
     void ResetSettings();
 
+    // The model.
+
+    /// The formula with its templates put in, from the last to the first, letter case ignored; a template's
+    /// text may use the names of those before it. Line breaks and tabs become blanks. Throws EParserException
+    /// "The equation is too long with its templates" beyond kMaxExpandedLength bytes.
+    std::string ExpandedExpression() const;
+    /// Binds the variable and the parameters and compiles the formula, which Evaluate then runs; an empty
+    /// formula compiles to nothing. Throws what AddExpression throws and leaves nothing compiled.
+    void Compile();
+    /// The model at x; kNotANumber while nothing is compiled.
+    double EvaluateAt(double x);
+    /// The names that the compiled formula or an earlier one uses without anybody having defined them.
+    std::vector<std::string> GeneratedNames();
+    /// Where the model reads x.
+    double* XRef() { return &m_x; }
+
+    /// The lines of the settings report.
+    std::vector<std::string> SettingsReport();
+
     // The three composite records of a data set's and a function file's stream, each a fixed order of items.
     void WriteDefinition(TxyWriter& writer) const;
     void ReadDefinition(TxyReader& reader);
@@ -141,33 +193,54 @@ public:
 
     /// The whole function file: the three records and the end mark.
     void SaveToStream(TxyWriter& writer) const;
-    /// Replaces parameters, templates and settings by what the stream holds up to its end mark.
-    void LoadFromStream(TxyReader& reader);
+    /// Replaces parameters, templates and settings by what the stream holds up to its end mark; an error
+    /// leaves all as it was. With `compile` the formula is compiled when it can be.
+    void LoadFromStream(TxyReader& reader, bool compile);
+    /// A function file, replaced whole. Throws as ReplaceFile does.
+    void SaveToFile(const std::string& name) const;
+    /// Throws EFileError for a file that cannot be read, EStreamError or EConvertError for one that holds no
+    /// curve fit; all is then as it was.
+    void LoadFromFile(const std::string& name, bool compile);
+    /// Takes over what the other's function file would hold, compiles it when it can be, and calls OnChange.
+    /// A null does nothing.
     void Assign(const TCurFit* other);
 
+    static constexpr std::size_t kMaxExpandedLength = 1 << 16;
+
 private:
+    struct TSettings {
+        std::string XVarName = "x";
+        std::string Expression;
+        int Status = kNone;
+        bool UseLeftMargin = false;
+        bool UseRightMargin = false;
+        double LeftMargin = 0;
+        double RightMargin = 0;
+        int NPoints = 150;
+        bool ShowCurve = true;
+        TColor CurveColor = 255;
+        int CurveStyle = 0;
+        int CurveWidth = 1;
+        double Tolerance = 3e-08;
+        int IterMax = 200;
+        int ProcType = kPowell;
+    };
+
     template <class TField, class TValue>
     bool Store(TField& field, const TValue& value);
     void NotifyDisplay();
     bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
 
-    std::string m_xVarName = "x";
-    std::string m_expression;
-    int m_status = kNone;
-    bool m_useLeftMargin = false;
-    bool m_useRightMargin = false;
-    double m_leftMargin = 0;
-    double m_rightMargin = 0;
-    int m_nPoints = 150;
-    bool m_showCurve = true;
-    TColor m_curveColor = 255;
-    int m_curveStyle = 0;
-    int m_curveWidth = 1;
-    double m_tolerance = 3e-08;
-    int m_iterMax = 200;
-    int m_procType = kPowell;
+    void Forget();
+    void TryCompile();
+
+    double m_x = 0;
+    TSettings m_settings;
     bool m_modified = false;
     bool m_stale = false;
+    std::uint64_t m_revision = 0;
+    std::unique_ptr<const TFitResult> m_result;
+    std::string m_fitError;
     std::vector<std::unique_ptr<TDBLParameter>> m_parameters;
     std::vector<std::unique_ptr<TDBLFunction>> m_templates;
 };

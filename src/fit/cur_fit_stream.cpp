@@ -2,28 +2,23 @@
 // they are where a setter would accept them, and nothing is announced until the whole record has been read.
 #include "fit/cur_fit.h"
 
-#include <cctype>
+#include "fit/curve_fitter.h"
+#include "support/replace_file.h"
+
 #include <set>
+#include <utility>
 
 namespace lumoplot {
-namespace {
-
-std::string LowerCased(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return text;
-}
-
-} // namespace
 
 void TCurFit::WriteDefinition(TxyWriter& writer) const {
-    writer.WriteIntegerItem(m_status);
-    writer.WriteStringItem(m_xVarName);
-    writer.WriteStringItem(m_expression);
-    writer.WriteIntegerItem(m_nPoints);
-    writer.WriteBooleanItem(m_showCurve);
-    writer.WriteIntegerItem(m_curveColor);
-    writer.WriteIntegerItem(m_curveStyle);
-    writer.WriteIntegerItem(m_curveWidth);
+    writer.WriteIntegerItem(m_settings.Status);
+    writer.WriteStringItem(m_settings.XVarName);
+    writer.WriteStringItem(m_settings.Expression);
+    writer.WriteIntegerItem(m_settings.NPoints);
+    writer.WriteBooleanItem(m_settings.ShowCurve);
+    writer.WriteIntegerItem(m_settings.CurveColor);
+    writer.WriteIntegerItem(m_settings.CurveStyle);
+    writer.WriteIntegerItem(m_settings.CurveWidth);
     writer.WriteIntegerItem(NParams());
     for (const auto& parameter : m_parameters) {
         writer.WriteStringItem(parameter->m_name);
@@ -38,14 +33,17 @@ void TCurFit::WriteDefinition(TxyWriter& writer) const {
 }
 
 void TCurFit::ReadDefinition(TxyReader& reader) {
-    m_status = reader.ReadIntegerItem();
-    m_xVarName = reader.ReadStringItem();
-    m_expression = reader.ReadStringItem();
-    m_nPoints = reader.ReadIntegerItem();
-    m_showCurve = reader.ReadBooleanItem();
-    m_curveColor = reader.ReadIntegerItem();
-    m_curveStyle = reader.ReadIntegerItem();
-    m_curveWidth = reader.ReadIntegerItem();
+    ++m_revision;
+    m_stale = true;
+    m_settings.Status = reader.ReadIntegerItem();
+    m_settings.XVarName = reader.ReadStringItem();
+    m_settings.Expression = reader.ReadStringItem();
+    m_settings.NPoints = reader.ReadIntegerItem();
+    m_settings.ShowCurve = reader.ReadBooleanItem();
+    m_settings.CurveColor = reader.ReadIntegerItem();
+    m_settings.CurveStyle = reader.ReadIntegerItem();
+    m_settings.CurveWidth = reader.ReadIntegerItem();
+    Forget();
     m_parameters.clear();
     std::set<std::string> names;
     for (int left = reader.ReadIntegerItem(); left > 0; --left) {
@@ -64,23 +62,25 @@ void TCurFit::ReadDefinition(TxyReader& reader) {
 }
 
 void TCurFit::WriteSettings(TxyWriter& writer) const {
-    writer.WriteFloatItem(m_tolerance);
-    writer.WriteBooleanItem(m_useLeftMargin);
-    writer.WriteBooleanItem(m_useRightMargin);
-    writer.WriteFloatItem(m_leftMargin);
-    writer.WriteFloatItem(m_rightMargin);
-    writer.WriteIntegerItem(m_iterMax);
-    writer.WriteIntegerItem(m_procType);
+    writer.WriteFloatItem(m_settings.Tolerance);
+    writer.WriteBooleanItem(m_settings.UseLeftMargin);
+    writer.WriteBooleanItem(m_settings.UseRightMargin);
+    writer.WriteFloatItem(m_settings.LeftMargin);
+    writer.WriteFloatItem(m_settings.RightMargin);
+    writer.WriteIntegerItem(m_settings.IterMax);
+    writer.WriteIntegerItem(m_settings.ProcType);
 }
 
 void TCurFit::ReadSettings(TxyReader& reader) {
-    if (const double tolerance = reader.ReadFloatItem(); tolerance > 0) m_tolerance = tolerance;
-    m_useLeftMargin = reader.ReadBooleanItem();
-    m_useRightMargin = reader.ReadBooleanItem();
-    m_leftMargin = reader.ReadFloatItem();
-    m_rightMargin = reader.ReadFloatItem();
-    if (const int iterMax = reader.ReadIntegerItem(); iterMax > 0) m_iterMax = iterMax;
-    m_procType = reader.ReadIntegerItem();
+    ++m_revision;
+    m_stale = true;
+    if (const double tolerance = reader.ReadFloatItem(); tolerance > 0) m_settings.Tolerance = tolerance;
+    m_settings.UseLeftMargin = reader.ReadBooleanItem();
+    m_settings.UseRightMargin = reader.ReadBooleanItem();
+    m_settings.LeftMargin = reader.ReadFloatItem();
+    m_settings.RightMargin = reader.ReadFloatItem();
+    if (const int iterMax = reader.ReadIntegerItem(); iterMax > 0) m_settings.IterMax = iterMax;
+    m_settings.ProcType = reader.ReadIntegerItem();
 }
 
 void TCurFit::WriteTemplates(TxyWriter& writer) const {
@@ -95,6 +95,8 @@ void TCurFit::WriteTemplates(TxyWriter& writer) const {
 void TCurFit::ReadTemplates(TxyReader& reader) {
     const bool described = reader.KeyLetter() == 'C';
     m_templates.clear();
+    ++m_revision;
+    m_stale = true;
     for (int left = reader.ReadIntegerItem(); left > 0; --left) {
         auto function = std::make_unique<TDBLFunction>();
         function->Name = reader.ReadStringItem();
@@ -118,12 +120,38 @@ void TCurFit::SaveToStream(TxyWriter& writer) const {
     writer.WriteEndOfSection("End");
 }
 
-void TCurFit::LoadFromStream(TxyReader& reader) {
-    m_parameters.clear();
-    m_templates.clear();
-    ReadEntries(reader, CurFitRows(), *this);
-    Changed(false);
+void TCurFit::LoadFromStream(TxyReader& reader, bool compile) {
+    auto oldParameters = std::exchange(m_parameters, {});
+    auto oldTemplates = std::exchange(m_templates, {});
+    const TSettings oldSettings = m_settings;
+    try {
+        ReadEntries(reader, CurFitRows(), *this);
+    } catch (...) {
+        m_parameters = std::move(oldParameters);
+        m_templates = std::move(oldTemplates);
+        m_settings = oldSettings;
+        throw;
+    }
+    Forget();
+    m_result.reset();
+    m_fitError.clear();
+    if (compile) TryCompile();
     m_stale = true;
+    Changed(false);
+}
+
+void TCurFit::SaveToFile(const std::string& name) const {
+    TBytes bytes;
+    TxyWriter writer(bytes);
+    SaveToStream(writer);
+    ReplaceFile(name, bytes);
+}
+
+void TCurFit::LoadFromFile(const std::string& name, bool compile) {
+    const TBytes bytes = ReadWholeFile(name);
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    LoadFromStream(reader, compile);
 }
 
 void TCurFit::Assign(const TCurFit* other) {
@@ -133,7 +161,8 @@ void TCurFit::Assign(const TCurFit* other) {
     other->SaveToStream(writer);
     TByteSource source(bytes);
     TxyReader reader(source);
-    LoadFromStream(reader);
+    LoadFromStream(reader, true);
+    NotifyDisplay();
 }
 
 } // namespace lumoplot

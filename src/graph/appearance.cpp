@@ -65,7 +65,7 @@ void TAppearance::SetFiledMaxSteps(int value) {
 
 void TAppearance::ResetToDefaults() {
     m_allowDuplicates = false;
-    m_xAxisSerIndex = 0;
+    SetXAxisSerIndex(0); // the data sets know, too
     m_holdXAxisSerIndex = 0;
     m_holdCurrSerIndex = 0;
     m_filedMinSteps = 0;

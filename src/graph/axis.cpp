@@ -38,6 +38,7 @@ void TAxis::ResetToDefaults() {
 }
 
 void TAxis::SetLogScale(bool value) {
+    if (value == m_logScale) return;
     if (value && m_min <= 0) {
         if (m_max <= 0) m_max = 10;
         m_min = 0.001 * m_max;
@@ -92,13 +93,12 @@ void TAxis::ClearDataExtent() {
 }
 
 void TAxis::Rescale() {
+    if (!m_autoSizing || !HasData()) UpdateStep(); // which may turn AutoSizing on
     if (m_autoSizing && HasData()) {
         if (m_logScale)
             ApplyAutoLogRange();
         else
             ApplyAutoRange();
-    } else {
-        UpdateStep();
     }
     CheckRange();
 }
@@ -135,6 +135,11 @@ void TAxis::ApplyMinScaleLength() {
 void TAxis::UpdateStep() {
     const bool usable = m_stepSize > 0 && (m_max - m_min) / m_stepSize <= Graph().Appearance()->MaxSteps();
     if (!m_autoStepping && usable) return;
+    if (m_max <= m_min) {
+        m_autoSizing = true;
+        m_autoStepping = true;
+        return;
+    }
     if (const auto step = TickStep(m_min, m_max, Graph().Appearance()->MinSteps())) m_stepSize = *step;
 }
 

@@ -91,7 +91,9 @@ public:
     /// became 10.
     void SetLogScale(bool value);
     void SetLabelFormat(TLabelFormat value) { StoreEnum(m_labelFormat, value, lfAuto); }
-    /// Setting Min or Max turns AutoSizing off, also for an equal value; what is not finite is ignored.
+    /// Setting Min or Max turns AutoSizing off, also for an equal value; what is not finite is ignored. No
+    /// step can be found for a Min that is not below Max: then AutoSizing and AutoStepping are turned on,
+    /// until the other end of the range is set. With a usable step of the user's it stays as it is.
     void SetMax(double value);
     void SetMin(double value);
     /// Turns AutoStepping off, also for an equal value; what is not finite is ignored.

@@ -15,6 +15,12 @@ double StepOr(const TAxisRange& range, int minSteps) {
     return TickStep(range.min, range.max, minSteps).value_or(range.step);
 }
 
+TAxisRange Checked(const TAxisRange& range) {
+    const bool usable = std::isfinite(range.min) && std::isfinite(range.max) && range.min < range.max;
+    if (!usable) throw EScaleError("SetMinMax failed");
+    return range;
+}
+
 TAxisRange RangeAroundOneValue(double value, int minSteps) {
     TAxisRange range;
     if (value == 0) {
@@ -57,7 +63,7 @@ std::optional<double> TickStep(double min, double max, int minSteps) {
 
 TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& options) {
     if (dataMin > dataMax) throw EScaleError("Impossible: oMin > oMax in SetMinMax!");
-    if (dataMin == dataMax) return RangeAroundOneValue(dataMin, options.minSteps);
+    if (dataMin == dataMax) return Checked(RangeAroundOneValue(dataMin, options.minSteps));
     TAxisRange range{dataMin, dataMax, options.userStep};
     if (!KeepsUserStep(dataMax - dataMin, options)) range.step = StepOr(range, options.minSteps);
     const double step = range.step;
@@ -68,9 +74,7 @@ TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& op
     if (dataMax < 0) range.max -= step;
     if (dataMax + kInset * step > range.max) range.max += step;
     SnapToZero(range, dataMin, dataMax);
-    const bool usable = std::isfinite(range.min) && std::isfinite(range.max) && range.min < range.max;
-    if (!usable) throw EScaleError("SetMinMax failed");
-    return range;
+    return Checked(range);
 }
 
 } // namespace lumoplot

@@ -10,6 +10,7 @@
 #include <QMetaMethod>
 #include <QPainter>
 #include <cmath>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -44,7 +45,7 @@ TxyGraph::TxyGraph(QWidget* parent)
 // Data sets tell their listeners that they go, so they go while the rest of the graph still stands.
 TxyGraph::~TxyGraph() {
     m_updating = true;
-    m_series.clear();
+    std::exchange(m_series, {}).clear();
     m_children.clear();
 }
 
@@ -143,7 +144,8 @@ void TxyGraph::RenewPicture(double pixelRatio) {
 // What the mouse shows over the picture needs no new one.
 void TxyGraph::paintEvent(QPaintEvent*) {
     const bool isStale = m_repaintRequested || m_needsRescale || m_picture.isNull();
-    PrepareForDrawing();
+    UpdateForDrawing();
+    SchedulePendingFits();
     RequestRepaint(false);
     QPainter painter(this);
     const QTransform device = painter.deviceTransform();

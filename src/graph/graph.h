@@ -117,9 +117,12 @@ public:
     /// A data set has changed: rescale and repaint.
     void SeriesChanged();
 
-    /// Brings everything that a drawing reads up to date: extents, axes and the regressions of the active
-    /// data sets. Called before each drawing.
+    /// Brings everything that a drawing reads up to date: extents, axes, and the regressions and curve fits
+    /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
+    /// runs pending fits when it has painted.
     void PrepareForDrawing();
+    /// A fit is running: nothing of it must be expected to be final.
+    bool IsFitting() const { return m_isFitting; }
     /// The last scaling failed; ErrorCaption is drawn in place of the plot.
     bool ScaleFailed() const { return m_scaleFailed; }
     /// There is something to draw: a data set with points, or a mark.
@@ -198,6 +201,9 @@ private:
     void Relink();
     void Rescale();
     void CollectExtents();
+    void UpdateForDrawing();
+    bool RunPendingFits();
+    void SchedulePendingFits();
     void RequestFullRepaint();
     void TellAboutSeries();
     void DrawPicture(QPainter& painter);
@@ -208,6 +214,8 @@ private:
     bool m_scaleFailed = false;
     bool m_repaintRequested = false;
     bool m_updating = false;
+    bool m_isFitting = false;
+    bool m_fitsScheduled = false;
     bool m_editorMode = false;
     mutable bool m_savedWithData = false;
     std::unique_ptr<TDimensions> m_dimensions;

@@ -72,11 +72,19 @@ void TxyGraph::Rescale() {
 }
 
 void TxyGraph::PrepareForDrawing() {
+    UpdateForDrawing();
+    if (RunPendingFits()) UpdateForDrawing();
+}
+
+void TxyGraph::UpdateForDrawing() {
     const bool stale =
         std::ranges::any_of(m_series, [](const auto& series) { return series->ExtentsStale(); });
     if (m_needsRescale || m_repaintRequested || stale) Rescale();
-    for (const auto& series : m_series)
-        if (series->Active()) series->UpdateRegression();
+    for (const auto& series : m_series) {
+        if (!series->Active()) continue;
+        series->UpdateRegression();
+        series->UpdateFittedCurve(m_xAxis->LogScale());
+    }
 }
 
 bool TxyGraph::HasContent() const {

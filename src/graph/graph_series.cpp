@@ -5,6 +5,7 @@
 #include <QString>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -70,6 +71,8 @@ bool TxyGraph::DeleteSeries(int number) {
     if (found == m_series.end()) return false;
     Q_EMIT OnDeleteSeries(found->get());
     if (m_appearance->XAxisSerIndex() == number) m_appearance->SetXAxisSerIndex(0);
+    // Its listeners hear that it goes when the chain is whole again.
+    const std::unique_ptr<TSeries> deleted = std::move(*found);
     m_series.erase(found);
     RenumberSeries();
     m_appearance->SetCurrSerIndex(std::min(m_appearance->CurrSerIndex(), SeriesCount()));
@@ -102,7 +105,7 @@ void TxyGraph::ReverseSeries() {
 
 void TxyGraph::FreeAllSeries() {
     for (const auto& series : m_series) Q_EMIT OnDeleteSeries(series.get());
-    m_series.clear();
+    const auto deleted = std::exchange(m_series, {});
     m_highestNumber = 0;
     NeedRescale();
     RequestRepaint(true);

@@ -39,7 +39,8 @@ struct TSeriesState {
     std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
 
     bool SameSettings(const TSeriesState& other) const {
-        return Record->Bytes() == other.Record->Bytes() && TextWishes == other.TextWishes;
+        const bool sameRecord = Record == other.Record || Record->Bytes() == other.Record->Bytes();
+        return sameRecord && TextWishes == other.TextWishes;
     }
     bool SamePoints(const TSeriesState& other) const {
         return Points == other.Points || *Points == *other.Points;

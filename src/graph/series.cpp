@@ -122,7 +122,7 @@ void TSeries::SetUpdateDepth(bool value) {
 }
 
 void TSeries::Changed(int reason) {
-    if (reason != kStyleChanged) m_dataStamp = NextStamp();
+    if (reason != kStyleChanged && reason != kCurveFitChanged) m_dataStamp = NextStamp();
     if (m_updateDepth) {
         m_changedWhileHeld = true;
         return;

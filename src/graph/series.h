@@ -124,6 +124,13 @@ public:
     void SetUpdateDepth(bool value);
 
     void Changed(int reason) override;
+    /// Works out FittedCurve when its fit or the extent of X has changed; extents are up to date.
+    void UpdateFittedCurve(bool logX);
+    /// The model of an enabled fit at NPoints places between the margins in use or else the ends of the data;
+    /// not-a-number where it has no value. Empty when no curve is to be shown or the equation does not
+    /// compile.
+    const std::vector<TCurveSample>& FittedCurve() const { return m_fittedCurve; }
+
     /// Another number after every change of points or baseline, never used twice in a process, so that what
     /// is worked out from the points can be kept under it.
     std::uint64_t DataStamp() const { return m_dataStamp; }
@@ -133,6 +140,15 @@ public:
 
 private:
     friend class TxyGraph;
+
+    /// What the fitted curve depends on.
+    struct TCurveState {
+        std::uint64_t Revision = ~std::uint64_t{0};
+        double From = 0;
+        double To = 0;
+        bool LogX = false;
+        bool operator==(const TCurveState&) const = default;
+    };
 
     template <class TField, class TValue>
     void Store(TField& field, const TValue& value);
@@ -176,6 +192,8 @@ private:
     int m_regressionLineWidth = 1;
     double m_upperBound = 0;
     double m_lowerBound = 0;
+    TCurveState m_curveState;
+    std::vector<TCurveSample> m_fittedCurve;
 };
 
 } // namespace lumoplot

@@ -28,7 +28,8 @@ bool IsName(const std::string& text) {
 }
 
 std::string NumberedName(std::size_t place) {
-    return "y" + std::to_string(place + 1);
+    std::string name = "y";
+    return name += std::to_string(place + 1);
 }
 
 /// The names of the data sets that become variables, by the places of their data sets: names of the language
@@ -154,7 +155,8 @@ std::vector<std::string> SeriesVariables(const TxyGraph& graph) {
     std::vector<std::string> texts;
     for (std::size_t i = 0; i < graph.Series().size(); ++i) {
         const auto own = names.find(i);
-        texts.push_back(NumberedName(i) + (own != names.end() ? ", " + own->second : std::string()));
+        texts.push_back(NumberedName(i));
+        if (own != names.end()) texts.back().append(", ").append(own->second);
     }
     return texts;
 }

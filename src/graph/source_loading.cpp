@@ -69,7 +69,8 @@ bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
 }
 
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
-    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes());
+    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes(),
+                       {series.XColExpr(), series.YColExpr()});
 }
 
 void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {
@@ -85,7 +86,7 @@ void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progre
         const std::string name = series.SeriesName();
         try {
             if (!LoadFromSource(series, progress)) return;
-        } catch (const ELumoError& error) {
+        } catch (const std::exception& error) { // the host's functions may throw what they like
             ShowMessage(error.what(), TMessageKind::Error);
         }
         series.SetSeriesName(name); // as it was edited

@@ -245,7 +245,9 @@ TSamplePoints TSampleTable::Points(const TTextFormat& format) const {
         double x = 0;
         double y = 0;
         TRowProblem problem;
-        if (values.Read(m_rows[i].cells, ++dataRow, x, y, problem)) points.emplace_back(x, y);
+        const auto& cells = m_rows[i].cells;
+        if (values.ReadX(cells, ++dataRow, x, problem) && values.ReadY(cells, y, problem))
+            points.emplace_back(x, y);
     }
     return points;
 }

@@ -12,7 +12,9 @@ TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const
         if (!points.AddAll(x, y, rule))
             throw EFileError("File " + source.Name + " holds more rows than a data set can have points");
     };
-    TTextReport report = LoadText(source, series.DataSourceInfo(), options, addPoints, progress);
+    TTextLoadOptions withFormulas = options;
+    withFormulas.formulas = {series.XColExpr(), series.YColExpr()};
+    TTextReport report = LoadText(source, series.DataSourceInfo(), withFormulas, addPoints, progress);
     if (report.cancelled) return report;
     report.rowsMerged = report.rowsUsed - points.Count();
     if (series.SeriesFlag() && !report.yName.empty()) series.SetSeriesName(report.yName);

@@ -20,6 +20,8 @@ bool IsSameIgnoringCase(std::string_view left, std::string_view right) {
                       [lower](char a, char b) { return lower(a) == lower(b); });
 }
 
+} // namespace
+
 int ColumnNamed(const TTextFormat& format, std::string_view name) {
     const auto& columns = format.columns;
     auto found = std::find_if(columns.begin(), columns.end(), [&](const auto& c) { return c.name == name; });
@@ -29,12 +31,14 @@ int ColumnNamed(const TTextFormat& format, std::string_view name) {
     return found == columns.end() ? kNone : static_cast<int>(found - columns.begin());
 }
 
-std::string NameList(const TTextFormat& format) {
+std::string ColumnNameList(const TTextFormat& format) {
     std::string list;
     for (const TTextColumn& column : format.columns)
         if (!column.name.empty()) list += (list.empty() ? "" : ", ") + column.name;
     return list.empty() ? "no column has a name" : "its columns are " + list;
 }
+
+namespace {
 
 // The column that the description names, or a problem. An empty text is no column and no problem.
 int ColumnAsked(const TTextFormat& format, const std::string& asked, std::string& problem) {
@@ -47,7 +51,8 @@ int ColumnAsked(const TTextFormat& format, const std::string& asked, std::string
         return kNone;
     }
     const int column = ColumnNamed(format, text);
-    if (column == kNone) problem = "has no column '" + std::string(text) + "' (" + NameList(format) + ")";
+    if (column == kNone)
+        problem = "has no column '" + std::string(text) + "' (" + ColumnNameList(format) + ")";
     return column;
 }
 

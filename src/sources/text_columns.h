@@ -6,6 +6,7 @@
 #include "support/export.h"
 
 #include <string>
+#include <string_view>
 
 namespace lumoplot {
 
@@ -15,5 +16,11 @@ namespace lumoplot {
 /// values X is the row number. Returns why it is not possible, to stand behind "File NAME ", or an empty
 /// text.
 XYGRAPH_EXPORT std::string ChooseColumns(TTextFormat& format, const TDSInfo& info);
+
+/// The column (from 0) with that header name, case ignored where no name fits exactly, or kNoColumn.
+XYGRAPH_EXPORT int ColumnNamed(const TTextFormat& format, std::string_view name);
+
+/// "its columns are time, current", or that they have no names: for messages.
+XYGRAPH_EXPORT std::string ColumnNameList(const TTextFormat& format);
 
 } // namespace lumoplot

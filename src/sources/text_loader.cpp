@@ -46,7 +46,8 @@ TTextReport LoadText(const TTextSource& source, const TDSInfo& info, const TText
     const TTextReading& reading = report.readings.best;
     if (!reading.problem.empty()) throw EFileError("File " + source.Name + " " + reading.problem);
 
-    TTextPass pass(file, reading.format, info, options.transform);
+    TRowFormulas formulas(options.formulas, reading.format);
+    TTextPass pass(file, reading.format, info, formulas);
     const bool toBudget = info.AutoRowHitFreq() && options.budget > 0;
     progress.Begin("Reading " + source.Name, 0, file.Size() * (toBudget ? 2 : 1));
     report.samplingFrequency = info.AutoRowHitFreq() ? 1 : std::max(1, info.RowSamplingFrequency());
@@ -61,7 +62,8 @@ TTextReport LoadText(const TTextSource& source, const TDSInfo& info, const TText
     TPassProgress rest(progress, toBudget ? file.Size() : 0);
     pass.Run(report.samplingFrequency, sink, rest, report);
     if (!report.cancelled && report.rowsUsed == 0) ThrowNoPoints(source.Name, report);
-    report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
+    if (formulas.KeepsY())
+        report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
     return report;
 }
 

@@ -2,6 +2,7 @@
 // points, and with a report of what became of the rows.
 #pragma once
 
+#include "sources/row_formulas.h"
 #include "sources/text_detect.h"
 #include "support/export.h"
 #include "support/progress.h"
@@ -14,30 +15,14 @@
 
 namespace lumoplot {
 
-/// A block of rows on their way to the points. All spans have one element a row.
-struct TRowBlock {
-    std::span<double> x;
-    std::span<double> y;
-    std::span<const std::int64_t> rows;           ///< their numbers in the file
-    std::span<const std::vector<double>> columns; ///< those that the transform asked for, in its order
-};
-
-/// Changes X and Y of blocks of rows before they are chosen by X and become points: the seam for expressions.
-class TRowTransform {
-public:
-    virtual ~TRowTransform() = default;
-    /// Columns (from 0) whose numbers Apply needs. Cells that are no numbers come as not-a-number.
-    virtual std::vector<int> Columns(const TTextFormat& format) const = 0;
-    /// A row whose X or Y is not finite behind it is skipped and reported.
-    virtual void Apply(const TRowBlock& block) = 0;
-};
-
 struct TTextLoadOptions {
     /// While the description leaves the row sampling to us, as many rows are left out (every n-th is used) as
     /// makes at most so many points. 0: every row is used.
     int budget = 0;
     TTextWishes wishes;
-    TRowTransform* transform = nullptr; ///< borrowed
+    /// Make X and Y of what is read, before rows are chosen by X. A row whose X or Y has no finite value then
+    /// is skipped and reported, and so is one with a cell that a formula reads and that is no value.
+    TFormulaTexts formulas;
 };
 
 struct TTextReport {
@@ -52,7 +37,7 @@ struct TTextReport {
     std::vector<std::string> messages;
     bool cancelled = false;    ///< nothing has been changed then
     int samplingFrequency = 1; ///< every so many rows one was used
-    std::string yName;         ///< header of the Y column, empty without one
+    std::string yName; ///< header of the Y column; empty without one, and where Y is made of other columns
 };
 
 /// Takes the points in the order of the file.
@@ -62,7 +47,7 @@ using TPointSink = std::function<void(std::span<const double> x, std::span<const
 /// numbers count every row of the file from 1: headers, comments and empty rows too. A row choice by number
 /// includes both bounds, and an upper bound below 1 is none; one by X includes both bounds, in either order.
 /// Throws EFileError when the file can not be read or gives no point at all; the sink may then have got
-/// points.
+/// points. Throws EParserException "The expression for X can not be used: REASON" for a bad formula.
 XYGRAPH_EXPORT TTextReport LoadText(const TTextSource& source, const TDSInfo& info,
                                     const TTextLoadOptions& options, const TPointSink& sink,
                                     TProgress& progress);

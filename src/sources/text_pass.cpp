@@ -25,9 +25,9 @@ const char* BehindLineEnd(const char* lineEnd) {
 
 } // namespace
 
-TTextPass::TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info,
-                     TRowTransform* transform)
-    : m_file(file), m_format(format), m_transform(transform), m_splitter(format), m_values(format),
+TTextPass::TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas)
+    : m_file(file), m_format(format), m_formulas(formulas),
+      m_changes(formulas.ChangeX() || formulas.ChangeY()), m_splitter(format), m_values(format),
       m_fastRows(format, m_splitter), m_firstRow(format.headerRows + std::int64_t{1}) {
     if (info.RowChoiceMode() == TRowChoice::ByNumber) {
         m_firstRow = std::max(m_firstRow, RowBound(std::ceil(info.RowChoiceValue1())));
@@ -36,7 +36,6 @@ TTextPass::TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& 
     m_byX = info.RowChoiceMode() == TRowChoice::ByX;
     m_minX = std::min(info.RowChoiceValue1(), info.RowChoiceValue2());
     m_maxX = std::max(info.RowChoiceValue1(), info.RowChoiceValue2());
-    if (transform != nullptr) m_columnsAsked = transform->Columns(format);
 }
 
 void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport& report) {
@@ -50,7 +49,8 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
     m_x.resize(kBlockRows);
     m_y.resize(kBlockRows);
     m_rows.resize(kBlockRows);
-    m_columns.assign(m_columnsAsked.size(), {});
+    if (m_formulas.NeedsRow()) m_dataRows.resize(kBlockRows);
+    m_columns.assign(m_formulas.Columns().size(), std::vector<double>(kBlockRows));
 }
 
 void TTextPass::Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report) {
@@ -97,7 +97,7 @@ const char* TTextPass::TakeRow(const char* text, const char* end, TTextEnd textE
 }
 
 bool TTextPass::IsFast(const char* text) const {
-    return m_fastRows.IsPossible() && m_columnsAsked.empty() && text < m_linesEnd && m_row >= m_firstRow &&
+    return m_fastRows.IsPossible() && m_columns.empty() && text < m_linesEnd && m_row >= m_firstRow &&
            UsesRow();
 }
 
@@ -112,6 +112,10 @@ const char* TTextPass::TakeFastRows(const char* text) {
                         std::span(m_y).subspan(m_count, wanted), static_cast<double>(m_dataRow + 1), count);
     std::iota(m_rows.begin() + static_cast<std::ptrdiff_t>(m_count),
               m_rows.begin() + static_cast<std::ptrdiff_t>(m_count + count), m_row);
+    if (!m_dataRows.empty())
+        std::iota(m_dataRows.begin() + static_cast<std::ptrdiff_t>(m_count),
+                  m_dataRows.begin() + static_cast<std::ptrdiff_t>(m_count + count),
+                  static_cast<double>(m_dataRow + 1));
     m_row += static_cast<std::int64_t>(count);
     m_dataRow += static_cast<std::int64_t>(count);
     m_count += count;
@@ -130,11 +134,12 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
     double x = 0;
     double y = 0;
     TRowProblem problem;
-    if (m_values.Read(m_cells, m_dataRow, x, y, problem)) {
-        TakeColumns();
+    if (ReadRow(x, y, problem)) {
         Add(x, y);
     } else {
         if (!m_byX) IsHit();
+        // What the formulas make of the rows before is told first.
+        if (m_changes && m_report->messages.size() < TTextReport::kMaxMessages) Flush();
         Skip(m_row, problem.text);
     }
     return row.next;
@@ -169,17 +174,14 @@ bool TTextPass::IsHit() {
     return true;
 }
 
-void TTextPass::TakeColumns() {
-    for (std::size_t i = 0; i < m_columnsAsked.size(); ++i) {
-        double value = 0;
-        TRowProblem problem;
-        const auto index = static_cast<std::size_t>(m_columnsAsked[i]);
-        const bool date =
-            index < m_format.columns.size() && m_format.columns[index].kind != TCellKind::Number;
-        const auto kind = date ? TColumnFormat::DateTime : TColumnFormat::Number;
-        const bool read = m_values.ReadCell(m_cells, m_columnsAsked[i], kind, value, problem);
-        m_columns[i].push_back(read ? value : std::numeric_limits<double>::quiet_NaN());
-    }
+// Reads the cells that count. Those of the formulas' columns go into the block.
+bool TTextPass::ReadRow(double& x, double& y, TRowProblem& problem) {
+    if (m_formulas.NeedsX() && !m_values.ReadX(m_cells, m_dataRow, x, problem)) return false;
+    if (m_formulas.NeedsY() && !m_values.ReadY(m_cells, y, problem)) return false;
+    for (std::size_t i = 0; i < m_columns.size(); ++i)
+        if (!m_values.ReadColumn(m_cells, m_formulas.Columns()[i], m_columns[i][m_count], problem))
+            return false;
+    return true;
 }
 
 void TTextPass::Add(double x, double y) {
@@ -187,27 +189,34 @@ void TTextPass::Add(double x, double y) {
     m_x[m_count] = x;
     m_y[m_count] = y;
     m_rows[m_count] = m_row;
+    if (!m_dataRows.empty()) m_dataRows[m_count] = static_cast<double>(m_dataRow);
     if (++m_count == kBlockRows) Flush();
 }
 
-// Whether the row of the block becomes a point, behind the transform.
+// Whether the row of the block becomes a point, behind the formulas.
 bool TTextPass::Keep(std::size_t index) {
-    if (!std::isfinite(m_x[index]) || !std::isfinite(m_y[index])) {
-        const char* name = std::isfinite(m_x[index]) ? "Y" : "X";
-        Skip(m_rows[index], std::string("the expression for ") + name + " gives no value");
+    const std::string problem = m_changes ? NoValueText(m_x[index], m_y[index]) : std::string();
+    if (!problem.empty()) {
+        Skip(m_rows[index], problem);
         return false;
     }
     if (!m_byX) return true;
     return m_x[index] >= m_minX && m_x[index] <= m_maxX && IsHit();
 }
 
+void TTextPass::ApplyFormulas(std::span<double> x, std::span<double> y) {
+    const std::span<const double> dataRows(m_dataRows.data(), m_dataRows.empty() ? 0 : m_count);
+    std::vector<std::span<const double>> columns;
+    for (const auto& column : m_columns) columns.emplace_back(column.data(), m_count);
+    m_formulas.Apply({x, y, dataRows, columns});
+}
+
 void TTextPass::Flush() {
     const std::span x(m_x.data(), m_count);
     const std::span y(m_y.data(), m_count);
-    if (m_transform != nullptr && m_count > 0)
-        m_transform->Apply({x, y, std::span(m_rows).first(m_count), m_columns});
+    if (m_changes && m_count > 0) ApplyFormulas(x, y);
     std::size_t kept = m_count;
-    if (m_transform != nullptr || m_byX) {
+    if (m_changes || m_byX) {
         kept = 0;
         for (std::size_t i = 0; i < m_count; ++i) {
             if (!Keep(i)) continue;
@@ -219,7 +228,6 @@ void TTextPass::Flush() {
     m_report->rowsUsed += static_cast<std::int64_t>(kept);
     if (kept > 0) (*m_sink)(x.first(kept), y.first(kept));
     m_count = 0;
-    for (auto& column : m_columns) column.clear();
 }
 
 void TTextPass::Skip(std::int64_t row, const std::string& text) {

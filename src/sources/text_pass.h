@@ -3,6 +3,7 @@
 #pragma once
 
 #include "sources/fast_rows.h"
+#include "sources/row_formulas.h"
 #include "sources/text_loader.h"
 #include "sources/text_values.h"
 #include "sources/text_window.h"
@@ -16,8 +17,8 @@ public:
     /// As the sampling frequency: the rows are only counted.
     static constexpr int kCountOnly = 0;
 
-    /// Everything is borrowed; `transform` may be null.
-    TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowTransform* transform);
+    /// Everything is borrowed.
+    TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas);
 
     /// Runs over the whole file; adds to the counts and messages of `report`.
     void Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report);
@@ -35,15 +36,17 @@ private:
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
     bool UsesRow() const { return m_byX || (m_untilHit == 0 && m_frequency != kCountOnly); }
     bool IsHit();
+    bool ReadRow(double& x, double& y, TRowProblem& problem);
     void Add(double x, double y);
-    void TakeColumns();
+    void ApplyFormulas(std::span<double> x, std::span<double> y);
     void Flush();
     bool Keep(std::size_t index);
     void Skip(std::int64_t row, const std::string& text);
 
     TTextFile& m_file;
     const TTextFormat& m_format;
-    TRowTransform* m_transform;
+    TRowFormulas& m_formulas;
+    bool m_changes; ///< there are formulas
     TRowSplitter m_splitter;
     TRowValues m_values;
     TFastRows m_fastRows;
@@ -52,7 +55,6 @@ private:
     bool m_byX = false;
     double m_minX = 0;
     double m_maxX = 0;
-    std::vector<int> m_columnsAsked;
 
     // The state of a pass.
     const TPointSink* m_sink = nullptr;
@@ -68,7 +70,8 @@ private:
     std::vector<double> m_x;
     std::vector<double> m_y;
     std::vector<std::int64_t> m_rows;
-    std::vector<std::vector<double>> m_columns;
+    std::vector<double> m_dataRows;             ///< filled when the formulas read it
+    std::vector<std::vector<double>> m_columns; ///< those that the formulas read
 };
 
 } // namespace lumoplot

@@ -10,18 +10,28 @@ constexpr std::size_t kShownBytes = 40;
 
 } // namespace
 
-bool TRowValues::Read(std::span<const TTextCell> cells, std::int64_t dataRow, double& x, double& y,
-                      TRowProblem& problem) const {
+bool TRowValues::ReadX(std::span<const TTextCell> cells, std::int64_t dataRow, double& x,
+                       TRowProblem& problem) const {
     x = static_cast<double>(dataRow);
     if (m_format.xColumn != TTextFormat::kRowNumber &&
         !ReadCell(cells, m_format.xColumn, m_format.xFormat, x, problem))
         return false;
-    if (m_format.timeColumn != TTextFormat::kNoColumn) {
-        double time = 0;
-        if (!ReadCell(cells, m_format.timeColumn, TColumnFormat::DateTime, time, problem)) return false;
-        x += time;
-    }
+    if (m_format.timeColumn == TTextFormat::kNoColumn) return true;
+    double time = 0;
+    if (!ReadCell(cells, m_format.timeColumn, TColumnFormat::DateTime, time, problem)) return false;
+    x += time;
+    return true;
+}
+
+bool TRowValues::ReadY(std::span<const TTextCell> cells, double& y, TRowProblem& problem) const {
     return ReadCell(cells, m_format.yColumn, m_format.yFormat, y, problem);
+}
+
+bool TRowValues::ReadColumn(std::span<const TTextCell> cells, int column, double& value,
+                            TRowProblem& problem) const {
+    const TCellKind kind = m_format.columns[static_cast<std::size_t>(column)].kind;
+    const bool isDate = kind == TCellKind::Date || kind == TCellKind::TimeOfDay;
+    return ReadCell(cells, column, isDate ? TColumnFormat::DateTime : TColumnFormat::Number, value, problem);
 }
 
 bool TRowValues::ReadCell(std::span<const TTextCell> cells, int column, TColumnFormat kind, double& value,

@@ -29,13 +29,20 @@ std::string ToChars(double value, TArgs... args) {
     return std::string(buffer.data(), result.ptr);
 }
 
-// from_chars reports both kinds of range error alike; the exponent's sign tells which one it was.
+// from_chars reports both kinds of range error alike; the power of ten of the leading digit tells which one
+// it was.
 double OutOfRangeValue(std::string_view text) {
     const double sign = text.starts_with('-') ? -1.0 : 1.0;
-    const std::size_t exponent = text.find_first_of("eE");
-    const bool tiny = exponent != std::string_view::npos ? text.substr(exponent + 1).starts_with('-')
-                                                         : text.find_first_of("123456789") > text.find('.');
-    return sign * (tiny ? 0.0 : std::numeric_limits<double>::infinity());
+    const std::size_t mark = text.find_first_of("eE");
+    const std::string_view digits = text.substr(0, mark);
+    const auto point = static_cast<double>(std::min(digits.find('.'), digits.size()));
+    const auto leading = static_cast<double>(digits.find_first_of("123456789"));
+    double exponent = 0;
+    if (mark != std::string_view::npos)
+        for (const char c : text.substr(mark + 1))
+            if (c >= '0' && c <= '9') exponent = 10 * exponent + (c - '0');
+    if (mark != std::string_view::npos && text.substr(mark + 1).starts_with('-')) exponent = -exponent;
+    return sign * (point - leading + exponent < 0 ? 0.0 : std::numeric_limits<double>::infinity());
 }
 
 } // namespace

@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 
 // From top to bottom; an arrow may only run upwards.
 const std::vector<std::string> kLayers = {
-    "support",       "expr",    "data/stream", "fit",   "fit/equation_editor", "data", "sources", "graph",
-    "graph/drawing", "dialogs", "dialog",      "editor"};
+    "support", "expr",          "data/stream", "fit",    "controls", "fit/equation_editor", "data", "sources",
+    "graph",   "graph/drawing", "dialogs",     "dialog", "editor"};
 
 using TIncludes = std::map<std::string, std::vector<std::string>>;
 

@@ -80,7 +80,15 @@ TEST_F(Data, ASplineIsSampledOnItsOwnGrid) {
     const std::string file = WithText("a.csv", "x,y\n0,1\n1,3\n2,5\n4,9\n");
     EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", "4", "--value2", "2"}).out,
               "0\t1\n1\t3\n2\t5\n3\t7\n4\t9\n");
-    EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", "0"}).out, "");
+    for (const char* samples : {"0", "-1", "1000001"})
+        EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", samples}).out, "");
+}
+
+TEST_F(Data, TheCurveOfAFitThatIsNotThereIsEmpty) {
+    const QJsonObject curve = RunForJson({"regress", WithText("a.csv", "x,y\n0,1\n1,3\n"), "--type", "5"});
+    EXPECT_EQ(curve["x"].toArray(), QJsonArray());
+    EXPECT_EQ(curve["derived"].toArray(), QJsonArray());
+    EXPECT_EQ(curve["c1"].toDouble(-1), 0);
 }
 
 } // namespace

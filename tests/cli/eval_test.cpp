@@ -11,6 +11,9 @@ TEST(Eval, PrintsTheShortestTextOfTheValue) {
         {{"2^3^2"}, "64\n"},
         {{"-(3)"}, "-3\n"},
         {{"-.5"}, "-0.5\n"},
+        {{"--2"}, "2\n"},
+        {{"-- -2"}, "-2\n"},
+        {{"--sqrt(4)", "--let", "x=1"}, "2\n"},
         {{"0.1+0.2"}, "0.30000000000000004\n"},
         {{"1/3"}, "0.3333333333333333\n"},
         {{"10^300"}, "1e+300\n"},
@@ -26,6 +29,16 @@ TEST(Eval, PrintsTheShortestTextOfTheValue) {
         EXPECT_EQ(result.out, expected) << testing::PrintToString(arguments) << result.error;
         EXPECT_EQ(result.status, 0);
     }
+}
+
+TEST(Eval, ErrorsShowTheFormulaAsItWasGiven) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"2 3", "xydata: Syntax error in expression 2 3\n"},
+        {"-2 3", "xydata: Syntax error in expression -2 3\n"},
+        {" -2 3", "xydata: Syntax error in expression  -2 3\n"},
+        {"--2 3", "xydata: Syntax error in expression --2 3\n"},
+    };
+    for (const auto& [formula, expected] : cases) EXPECT_EQ(RunProgram({"eval", formula}).error, expected);
 }
 
 TEST(Eval, GridsAreEvenAndEndAtTheirBounds) {
@@ -93,6 +106,8 @@ TEST(Axis, FindsRoundRanges) {
         {{"-5", "-5"}, -6, 0, 1},
         {{"0.3", "9.7", "--step", "2"}, 0, 10, 2},
         {{"0.3", "9.7", "--step", "0.001"}, 0, 10, 1},
+        {{"0.3", "9.7", "--step", "0"}, 0, 10, 1},
+        {{"0.3", "9.7", "--step", "-1"}, 0, 10, 1},
         {{"0.3", "9.7", "--step", "0.5", "--max-steps", "10"}, 0, 10, 1},
         {{"0.3", "9.7", "--min-steps", "10"}, 0, 10, 0.5},
     };

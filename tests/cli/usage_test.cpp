@@ -6,7 +6,8 @@
 namespace lumoplot {
 namespace {
 
-const char* const kCommands[] = {"info", "convert", "render", "eval", "stats", "regress", "axis"};
+const char* const kCommands[] = {"info",    "convert", "render", "eval",   "stats",
+                                 "regress", "fit",     "verify", "filter", "axis"};
 
 TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
     const TRunResult help = RunProgram({"--help"});
@@ -32,7 +33,7 @@ TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
         {"axis", "1", "x"},
         {"axis", "1", "nan"},
         {"axis", "1", "1e999"},
-        {"axis", "1", "2", "--step", "0"},
+        {"axis", "1", "2", "--step", "x"},
         {"axis", "1", "2", "--min-steps", "0"},
         {"axis", "1", "2", "--max-steps", "1.5"},
         {"eval"},
@@ -52,6 +53,20 @@ TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
         {"regress", "data.csv"},
         {"regress", "data.csv", "--type", "0"},
         {"regress", "data.csv", "--type", "8"},
+        {"regress", "data.csv", "--type", "4", "--value1", "2.5"},
+        {"filter", "data.csv", "--low", "1"},
+        {"filter", "data.csv", "--low", "1", "--high", "x"},
+        {"filter", "data.csv", "--low", "1", "--high", "2", "--width", "0"},
+        {"fit", "data.csv", "--param", "a=1"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--param", "A=2"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--fix", "b"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--template", "f"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--procedure", "newton"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--tolerance", "0"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--tolerance", "-1"},
+        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--iterations", "0"},
+        {"verify", "data.csv"},
         {"convert", "data.csv"},
         {"convert", "data.csv", "data.xls"},
         {"convert", "data.csv", "data.dat", "--text"},
@@ -94,6 +109,14 @@ TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
         {"stats", data, "--columns", "x,volts"},
         {"stats", data, "--set", "2"},
         {"regress", data, "--type", "7", "--value2", "0.6"},
+        {"fit", data, "--equation", "", "--param", "a=1"},
+        {"fit", data, "--equation", "a", "--param", "a=1"},
+        {"fit", data, "--equation", "a*(x", "--param", "a=1"},
+        {"fit", data, "--equation", "a*x+c", "--param", "a=1"},
+        {"fit", data, "--equation", "a*x"},
+        {"fit", data, "--equation", "a*x", "--param", "a=1", "--fix", "A"},
+        {"fit", data, "--equation", "a*x", "--param", "a=1", "--left", "-8", "--right", "-7"},
+        {"fit", data, "--equation", "a*x", "--param", "a=1", "--save", NameOf("missing/f.lfn")},
         {"convert", data, NameOf("missing/data.lds")},
         {"convert", data, NameOf("data.lfn")},
         {"convert", WithText("garbage.txt", garbage), NameOf("data.lds")},

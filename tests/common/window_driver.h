@@ -70,8 +70,10 @@ inline void EnterFileName(QFileDialog& dialog, const QString& fileName) {
     Type(dialog, "fileNameEdit", fileName);
     const bool saving = dialog.acceptMode() == QFileDialog::AcceptSave;
     auto* buttons = dialog.findChild<QDialogButtonBox*>();
-    QTest::mouseClick(buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open),
-                      Qt::LeftButton);
+    auto* button = buttons->button(saving ? QDialogButtonBox::Save : QDialogButtonBox::Open);
+    // The dialog looks for the file in a thread of its own.
+    EXPECT_TRUE(QTest::qWaitFor([button] { return button->isEnabled(); })) << fileName.toStdString();
+    QTest::mouseClick(button, Qt::LeftButton);
 }
 
 /// Does so in the file dialog that is shown next.

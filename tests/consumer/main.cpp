@@ -1,4 +1,5 @@
-// Edits a graph in the editor, which a timer answers with OK, and draws it into a picture.
+// Edits a graph in the editor, which a timer answers with OK, draws it into a picture, and ends while the
+// editor is shown, without deleting it.
 #include <editor/editxydata.h>
 #include <graph/drawing/drawing.h>
 #include <graph/graph.h>
@@ -22,5 +23,10 @@ int main(int argc, char** argv) {
     graph.PrepareForDrawing();
     QPainter painter(&picture);
     lumoplot::DrawGraph(painter, graph, picture.rect());
-    return written && graph.FindSeries(1)->Count() == 100 && picture.pixelColor(200, 150).isValid() ? 0 : 1;
+    QTimer::singleShot(200, [] { QCoreApplication::exit(0); });
+    editxyData(graph, name, 255, {}, false, 0);
+    const bool hidden = !QApplication::activeModalWidget();
+    return written && hidden && graph.FindSeries(1)->Count() == 100 && picture.pixelColor(200, 150).isValid()
+               ? 0
+               : 1;
 }

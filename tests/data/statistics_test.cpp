@@ -182,6 +182,12 @@ TEST(Statistics, MomentsDoNotDependOnPlaceOrUnit) {
     }
 }
 
+TEST(Statistics, LargeValuesThatCancelHaveASum) {
+    EXPECT_EQ(ComputeStatistics(std::vector<double>{1e308, 1e308, -1e308, -1e308}, 0).Sum, 0);
+    EXPECT_EQ(ComputeStatistics(std::vector<double>{1e308, -1e308, -1e308, 1e308, -1e308}, 0).Sum, -1e308);
+    EXPECT_EQ(ComputeStatistics(std::vector<double>{-1e308, -1e308, 5}, 0).Sum, -kInfinity);
+}
+
 TEST(Statistics, TheWholeRangeOfDoublesHasAMean) {
     const TStatistics statistics =
         ComputeStatistics(std::vector<double>{-kLargest, kLargest, kLargest, kLargest}, 0);

@@ -1,7 +1,6 @@
 #include "wizard_fixture.h"
 
 #include "data/ds_info.h"
-#include "dialogs/progress_window.h"
 #include "graph/graph_file.h"
 #include "graph/holder.h"
 #include "graph/source_loading.h"
@@ -98,12 +97,25 @@ TEST_F(TDataSourcePageTest, OptionsAreWrittenAtOnceAndLoadedWhenThePageIsLeft) {
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
+TEST_F(TDataSourcePageTest, ADataSetThatLoadsWhenAnotherIsPickedKeepsItsPlaceInTheList) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"Run", "Other"});
+    Wizard.AttachSource(Write("run.csv", "t,U,I\n1,2,3\n2,3,4\n3,4,5\n").toStdString());
+    Choose("cbx_YColumn", 3);
+    Choose("cbx_DataSets", 1);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"I", "Other"}));
+    EXPECT_EQ(Selected(), "Other");
+    EXPECT_EQ(Find<QComboBox>("cbx_DataSets").itemText(0), "I");
+}
+
 TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
     ShowFile(TextFile("semicolon_decimal_comma.csv"));
     const std::pair<std::function<void()>, std::function<bool(const TDSInfo&)>> cases[] = {
         {[&] { Click("cb_FindSeparators"); }, [](auto& s) { return s.TextSeparators() == ";"; }},
         {[&] { Click("cb_Tab"); }, [](auto& s) { return s.TextSeparators() == "\t;"; }},
         {[&] { Click("cb_Comma"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
         {[&] { Click("cb_Blank"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
         {[&] { Click("cb_Other"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
         {[&] { Type("e_Other", QStringLiteral("|/")); },
@@ -158,6 +170,43 @@ TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
     }
 }
 
+TEST_F(TDataSourcePageTest, ExpressionsAreShownInThePreviewAndMarkedWhenTheyAreNone) {
+    ShowFile(Write("run.csv", "s,volt\n60,1\n120,2\n180,x\n240,0\n"));
+    auto& edit = Find<QLineEdit>("e_YExpression");
+    const QColor plain = edit.palette().color(QPalette::Base);
+    Type("e_XExpression", QStringLiteral("s/60"));
+    Type("e_YExpression", QStringLiteral("1/volt"));
+    const auto& preview = *Find<QTableView>("t_Preview").model();
+    EXPECT_EQ(preview.headerData(0, Qt::Horizontal).toString(), "X = s/60");
+    EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y as read = 2");
+    EXPECT_EQ(PreviewCell(2, 0), "2");
+    EXPECT_EQ(PreviewCell(2, 1), "0.5");
+    EXPECT_EQ(PreviewCell(2, 3), "2");
+    EXPECT_EQ(preview.index(4, 1).data(Qt::ToolTipRole).toString(),
+              "row 5: the expression for Y gives no value");
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{1, 0.5}));
+    EXPECT_EQ(Current().First().X(), 1);
+    EXPECT_EQ(Messages().size(), 2u);
+
+    for (const auto& [text, reason] :
+         {std::pair("1/(volt", "Unequal brackets"),
+          std::pair("amp", "no column is named 'amp' (its columns are s, volt)")}) {
+        Type("e_YExpression", QString::fromLatin1(text));
+        EXPECT_EQ(edit.toolTip(), reason);
+        EXPECT_NE(edit.palette().color(QPalette::Base), plain);
+        EXPECT_EQ(PreviewCell(2, 0), "120") << "nothing is made while one of them can not be used";
+        Sink.Texts.clear();
+        Click("btnReload");
+        EXPECT_EQ(Sink.Only(), std::string("The expression for Y can not be used: ") + reason);
+        EXPECT_EQ(Ys(), (std::vector<double>{1, 0.5}));
+    }
+    Type("e_YExpression", QString());
+    EXPECT_EQ(edit.palette().color(QPalette::Base), plain);
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{1, 2, 0}));
+}
+
 TEST_F(TDataSourcePageTest, TheSeparatorOfOthersIsFoundAndShown) {
     ShowFile(Write("bars.txt", "a|b\n1|2\n2|3\n3|4\n"));
     EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
@@ -174,6 +223,10 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
     const QModelIndex oops = Find<QTableView>("t_Preview").model()->index(3, 1);
     EXPECT_EQ(oops.data().toString(), "oops");
     EXPECT_TRUE(oops.data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("row 4: 'oops'")));
+    auto& list = Find<QListWidget>("l_Messages");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
+    EXPECT_TRUE(Find<QTableView>("t_Preview").selectionModel()->isRowSelected(3))
+        << "a message leads to its row";
 }
 
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
@@ -247,6 +300,24 @@ TEST_F(TDataSourcePageTest, AHostReadsThinnedDataSetsAgainAsTheyWereRead) {
     EXPECT_EQ(host.FirstSeries()->SeriesName(), "Mine");
     EXPECT_FALSE(host.FirstSeries()->IsThinned());
     EXPECT_EQ(host.FirstSeries()->First().Next().Y(), 1.1);
+}
+
+TEST_F(TDataSourcePageTest, ASheetThatHasGoneDoesNotKeepTheHostFromReadingTheRest) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "," + QByteArray::number(i % 7) + "\n";
+    Graph.SetEditorMode(true);
+    ShowFile(Write("long.txt", text));
+    Click("btnDuplicate");
+    TxyGraph host;
+    host.CopyFrom(Graph);
+    host.Holder()->OfferSheets({[] { return std::vector<std::string>(); },
+                                [](auto&) -> std::string { throw std::runtime_error("The sheet is gone"); }});
+    host.FirstSeries()->DataSourceInfo().SetKind(TSourceKind::LumoSheet);
+    TSilentProgress progress;
+    LoadThinnedAgain(host, Graph, progress);
+    EXPECT_EQ(Sink.Only(), "The sheet is gone");
+    EXPECT_EQ(host.FindSeries(1)->Count(), 500);
+    EXPECT_EQ(host.FindSeries(2)->Count(), 2000);
 }
 
 TEST_F(TDataSourcePageTest, WhatCannotBeReadIsToldAndChangesNothing) {
@@ -388,30 +459,6 @@ TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
     EXPECT_EQ(Find<QTableView>("grid").model()->index(1, 0).data().toString(), "2024-03-01 12:00");
     Click("btnPreview");
     EXPECT_EQ(Current().Count(), 3);
-}
-
-// Work that steps until it is stopped, and what its window is like after that time.
-TEST(ProgressWindow, ShowsItselfForLongWorkAndCancels) {
-    QWidget parent;
-    parent.show();
-    TProgressWindow progress(&parent);
-    progress.Begin("Reading file", 0, 1000);
-    EXPECT_TRUE(progress.StepTo(1));
-    EXPECT_FALSE(progress.isVisible()) << "short work shows nothing";
-    bool pressed = false;
-    QElapsedTimer clock;
-    clock.start();
-    std::int64_t position = 0;
-    while (progress.StepTo(++position % 1000)) {
-        ASSERT_LT(clock.elapsed(), 20000);
-        if (!progress.isVisible() || pressed) continue;
-        EXPECT_TRUE(progress.isModal());
-        EXPECT_GE(clock.elapsed(), TProgressWindow::kShowAfterMs - 50);
-        QTest::mouseClick(&Control<QAbstractButton>(progress, "btnCancel"), Qt::LeftButton);
-        pressed = true;
-    }
-    EXPECT_TRUE(pressed);
-    EXPECT_FALSE(progress.StepTo(5)) << "it stays cancelled";
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "wizard_fixture.h"
 
+#include "data/ds_info.h"
 #include "graph/graph_file.h"
+#include "graph/holder.h"
 #include "support/replace_file.h"
 
 #include <QStackedWidget>
@@ -180,6 +182,35 @@ TEST_F(TWizardTest, EveryControlThatCanBeTypedIntoIsReachedByTab) {
         EXPECT_TRUE(reached.contains(QString::fromLatin1(name))) << name;
     EXPECT_LT(reached.indexOf(QStringLiteral("e_SeriesName")),
               reached.indexOf(QStringLiteral("e_ZeroValue")));
+}
+
+TEST_F(TWizardTest, RestoringTheMinimisedWindowChangesNothing) {
+    Wizard.SetStartPage(TxyDataWizard::kGeneralPage);
+    Show({"Run"});
+    Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kDataSourcePage);
+    Click("btnPreview");
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    qApp->notify(&Wizard, &restored); // sendEvent would make it an event of our own
+    EXPECT_TRUE(Wizard.PreviewMode());
+    EXPECT_EQ(Find<QTabWidget>("tabs").currentIndex(), TxyDataWizard::kDataSourcePage);
+}
+
+TEST_F(TWizardTest, APageThatCannotBeFilledLeavesTheOthersAtWork) {
+    Show({"Run", "Broken"});
+    Graph.Holder()->OfferSheets(
+        {[] { return TNames{"Sheet"}; },
+         [](auto&) -> std::string { throw std::runtime_error("The sheet is gone"); }});
+    TDSInfo& source = Graph.FindSeries(2)->DataSourceInfo();
+    source.SetKind(TSourceKind::LumoSheet);
+    source.SetSourceName("Sheet");
+    source.SetNeedsReload(false);
+    Choose("cbx_DataSets", 1);
+    EXPECT_EQ(Sink.Only(), "The sheet is gone");
+    Type("e_SeriesName", QStringLiteral("renamed"));
+    EXPECT_EQ(Names(), (TNames{"Run", "renamed"}));
+    Choose("cbx_DataSets", 0);
+    EXPECT_EQ(Current().SeriesName(), "Run");
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "wizard_fixture.h"
 
 #include "common/random_graph.h"
+#include "fit/cur_fit.h"
+#include "graph/graph_mouse.h"
 
 #include <QCheckBox>
 #include <QTabWidget>

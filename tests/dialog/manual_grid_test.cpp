@@ -160,8 +160,11 @@ TEST_F(TManualGridTest, BlocksArePasted) {
     Paste(1, 1, QStringLiteral("5\t50\n6\t60\n7\t70\n")); // two columns fill both
     EXPECT_EQ(Grid().model()->rowCount(), 5);
     Paste(0, 1, QStringLiteral("9"));
+    QApplication::clipboard()->setText(QStringLiteral("8\t80"));
+    GoTo(4, 0);
+    Click("btnPaste");
     Click("btnPreview");
-    EXPECT_EQ(Points(), (TPairs{{1, 9}, {5, 50}, {6, 60}, {7, 70}}));
+    EXPECT_EQ(Points(), (TPairs{{1, 9}, {5, 50}, {6, 60}, {7, 70}, {8, 80}}));
     Click("btnPreview");
     Paste(0, 0, QStringLiteral("1\t2\t3\n"));
     EXPECT_EQ(Sink.Only(),

@@ -86,7 +86,7 @@ TEST_F(RegressionsPage, OnlyNumbersReachTheDataSet) {
         {"e_ControlValue2", "x", 7, true},      {"e_LowerBound", "-2.5", -2.5, false},
         {"e_LowerBound", "", 7, true},          {"e_LowerBound", "x", 7, true},
         {"e_UpperBound", "1e3", 1000, false},   {"e_UpperBound", "", 7, true},
-        {"e_UpperBound", "nan", 7, true},
+        {"e_UpperBound", "nan", 7, true},       {"e_ControlValue2", "inf", 7, true},
     };
     Choose("cbx_Bounds", 1);
     for (const TCase& c : cases) {

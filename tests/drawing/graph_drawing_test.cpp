@@ -2,6 +2,7 @@
 #include "graph/axis.h"
 #include "graph/child_graph.h"
 #include "graph/dimensions.h"
+#include "graph/drawing/column_reducer.h"
 #include "graph/drawing/drawing.h"
 #include "graph/drawing/graph_layout.h"
 #include "graph/drawing/series_positions.h"
@@ -55,6 +56,7 @@ TEST_F(TGraphDrawing, AnEmptyGraphWaitsForData) {
 
 TEST_F(TGraphDrawing, AnInconsistentRangeShowsItsCaption) {
     Add({{0, 0}, {1, 1}});
+    m_graph.YAxis()->SetStepSize(1); // an automatic step would bring the automatic range with it
     m_graph.YAxis()->SetMin(5);
     m_graph.YAxis()->SetMax(1);
     Draw();
@@ -168,6 +170,20 @@ TEST_F(TGraphDrawing, ChildGraphsLieInsideTheirParent) {
     EXPECT_TRUE(QRectF(300, 0, 300, 200).contains(title->Place));
 }
 
+// Along such a width there would be place for the minutes of all dates, more than any memory holds.
+TEST_F(TGraphDrawing, AChildGraphOfAnySizeHasTicksThatCanBeCounted) {
+    Add({{0, 0}, {1, 1}});
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    child.FindSeries(child.AddSeries())->AddPoint(1, 1);
+    child.XAxis()->SetShowAsTime(true);
+    child.XAxis()->SetMin(-600000);
+    child.XAxis()->SetMax(2900000);
+    child.Dimensions()->SetHorPosition(1e300);
+    child.Dimensions()->SetHorSize(1e8);
+    Draw();
+    EXPECT_LT(m_device.Record().Lines.size(), 100000u);
+}
+
 TEST_F(TGraphDrawing, MarksAreDrawnOnTheirAxes) {
     Add({{0, 0}, {10, 10}});
     m_graph.AddMark({0, 5, 0, 0, 0, kRed, "upright", TMarkType::VerticalLine});
@@ -209,7 +225,7 @@ TEST_F(TGraphDrawing, SummariesChangeNothing) {
             TColumnReducer reducer(0, 300);
             positions.ForEachRun([&](auto x, auto y) { reducer.Add(x, y); });
             const TPolylines expected = reducer.Finish();
-            const TPolylines lines = positions.Reduced(TColumnReducer(0, 300));
+            const TPolylines lines = positions.Reduced(0, 300);
             ASSERT_EQ(lines.Count(), expected.Count());
             for (std::size_t i = 0; i < lines.Count(); ++i)
                 EXPECT_TRUE(std::ranges::equal(lines.Line(i), expected.Line(i)));

@@ -2,6 +2,7 @@
 #include "graph/drawing/line_painter.h"
 #include "graph/drawing/polylines.h"
 #include "graph/drawing/symbol_cloud.h"
+#include "recording_device.h"
 
 #include <QImage>
 #include <cmath>
@@ -211,6 +212,33 @@ TEST(SymbolCloud, MergedSymbolsLookLikeStampedOnes) {
             };
             EXPECT_LE(DifferentPixels(drawn(6000), drawn(50)), 200) << static_cast<int>(shape);
         }
+}
+
+// Where every symbol would be kept as a shape of its own, very many become one picture at the same place.
+TEST(SymbolCloud, VeryManySymbolsGoIntoAFileAsOnePicture) {
+    for (const int count : {5000, 40000}) {
+        const TPath path = Noise(count, 100);
+        TRecordingDevice device;
+        QPainter painter(&device);
+        const TCanvas canvas(painter, TDrawPurpose::Show);
+        const double scale = canvas.PixelsPerUnit();
+        TSymbolCloud cloud(canvas, {TPointShape::Circle, 6, 1, true, Qt::red},
+                           QRectF(0, 0, kWidth * scale, kHeight * scale));
+        for (std::size_t i = 0; i < path.X.size(); ++i) {
+            const double x[] = {path.X[i] * scale}, y[] = {path.Y[i] * scale};
+            cloud.Add(x, y);
+        }
+        cloud.Draw();
+        if (count < 20000) {
+            EXPECT_GT(device.ShapesIn(Qt::red).size(), 4000u);
+            continue;
+        }
+        EXPECT_TRUE(device.ShapesIn(Qt::red).empty());
+        ASSERT_EQ(device.Record().Pictures.size(), 1u);
+        const QRectF picture = device.Record().Pictures[0];
+        EXPECT_TRUE(picture.contains(QRectF(0, 0, kWidth, kHeight).adjusted(5, 5, -5, -5)));
+        EXPECT_TRUE(QRectF(-8, -8, kWidth + 16, kHeight + 16).contains(picture));
+    }
 }
 
 QRect InkPlace(const QImage& image) {

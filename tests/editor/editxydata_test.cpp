@@ -137,5 +137,55 @@ TEST_F(EditData, TheDialogIsKeptUnderTheApplicationsNameUntilItIsDeleted) {
     Delete();
 }
 
+// The keys of the closing bar reach the dialog above a host's window and without one, in the first run and in
+// later ones. A button that is pressed by its key shows that for a moment before it acts.
+TEST_F(EditData, PreviewAndCancelHaveTheirKeys) {
+    QWidget host;
+    for (const bool hasHost : {false, true, true}) {
+        if (hasHost) {
+            host.show();
+            host.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&host));
+        }
+        EXPECT_FALSE(Run([&](QDialog& dialog) {
+            auto& button = Control<QPushButton>(dialog, "btnPreview");
+            const auto press = [&](Qt::Key key, const QString& caption) {
+                QTest::keyClick(dialog.windowHandle(), key, Qt::AltModifier);
+                EXPECT_TRUE(QTest::qWaitFor([&] { return button.text() == caption; }, 2000))
+                    << caption.toStdString() << " with a host: " << hasHost;
+            };
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            press(Qt::Key_V, QStringLiteral("&Edit"));
+            press(Qt::Key_E, QStringLiteral("Pre&view"));
+            press(Qt::Key_V, QStringLiteral("&Edit"));
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_C, Qt::AltModifier);
+        }));
+    }
+}
+
+TEST_F(EditData, ACallWhileTheEditorIsShownIsRefused) {
+    TxyGraph other;
+    other.AddSeries();
+    const TBytes before = FileOf(other);
+    EXPECT_TRUE(Run([&](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        EXPECT_FALSE(Edit(other, Template, 255, {}, false, 0));
+        Click(dialog, "btnOk");
+    }));
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+    EXPECT_EQ(Graph.FindSeries(1)->Count(), 2);
+    EXPECT_EQ(FileOf(other), before);
+}
+
+TEST_F(EditData, DeletingTheEditorWhileItIsShownCancelsIt) {
+    const TBytes before = FileOf(Graph);
+    EXPECT_FALSE(Run([&](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        Delete();
+    }));
+    EXPECT_EQ(FileOf(Graph), before);
+    EXPECT_TRUE(Run([](QDialog& dialog) { Click(dialog, "btnOk"); }));
+}
+
 } // namespace
 } // namespace lumoplot

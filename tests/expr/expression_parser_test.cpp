@@ -155,8 +155,11 @@ TEST(ExpressionParser, WhatHasNoRealValueIsNotANumber) {
 
 TEST(ExpressionParser, NoValueIsTheDoubleOfAllOnes) {
     TExpressionParser parser;
-    for (const double value : {parser.Evaluate(), parser.EvaluateIndex(-1), parser.EvaluateIndex(0),
-                               ValueOf("1/0"), ValueOf("unknown"), ValueOf("exp(800)"), ValueOf("1 div 0")}) {
+    std::vector<double> values = {parser.Evaluate(), parser.EvaluateIndex(-1), parser.EvaluateIndex(0)};
+    for (const char* text : {"1/0", "unknown", "exp(800)", "1 div 0", "sqrt(-1)", "(-8)^(1/3)", "arcsin(2)",
+                             "arccos(-2)", "arccosh(0)", "arctanh(1)", "logn(1,2)"})
+        values.push_back(ValueOf(text));
+    for (const double value : values) {
         unsigned char bytes[sizeof value];
         std::memcpy(bytes, &value, sizeof value);
         for (const unsigned char byte : bytes) EXPECT_EQ(byte, 0xFF);
@@ -186,15 +189,16 @@ TEST(ExpressionParser, StringsAreCompared) {
 }
 
 TEST(ExpressionParser, BrokenFormulasAreNamedInTheError) {
-    for (const char* text :
-         {"",           " ",        "1 2",       "2x",          "x y",     "()",         "(1)(2)",
-          "2(3)",       ")(",       "1)+(2",     "sin",         "sin 1",   "sin()",      "max(1)",
-          "max(1,2,3)", "max(,1)",  "max(1,)",   "1,2",         "(1,2)",   "sin((1,2))", "max(1,2),3",
-          "*3",         "3-",       "1+*2",      "1 + not 0",   "3!4",     "-",          "not",
-          "not not",    "not -1",   "pi(2)",     "2 pi",        "pi()",    "1\t+2",      "'abc'",
-          "'a'=1",      "abs('a')", "('a')='a'", "'a'='b'='c'", "sin(1)2", "2 sin(1)",   "sin(1)(2)",
-          "x(1)",       "=",        "a:=",       ":=3",         "(-)",     "(sin)(1)",   "1=<2",
-          "\xC3\xA9"})
+    for (const char* text : {"",           " ",         "1 2",       "2x",          "x y",
+                             "()",         "(1)(2)",    "2(3)",      ")(",          "1)+(2",
+                             "sin",        "sin 1",     "sin()",     "max(1)",      "max(1,2,3)",
+                             "max(,1)",    "max(1,)",   "1,2",       "(1,2)",       "sin((1,2))",
+                             "max(1,2),3", "*3",        "3-",        "1+*2",        "1 + not 0",
+                             "3!4",        "-",         "not",       "not not",     "not -1",
+                             "pi(2)",      "2 pi",      "pi()",      "1\t+2",       "'abc'",
+                             "'a'=1",      "abs('a')",  "('a')='a'", "'a'='b'='c'", "sin(1)2",
+                             "2 sin(1)",   "sin(1)(2)", "x(1)",      "=",           "a:=",
+                             ":=3",        "(-)",       "(sin)(1)",  "1=<2",        "\xC3\xA9\xC3\xA9"})
         EXPECT_EQ(ErrorOf(text), std::string("Syntax error in expression ") + text);
     for (const char* text : {"(", ")", "(1", "1)", "sin(1", "((1)", "1 2)", "max(1,2"})
         EXPECT_EQ(ErrorOf(text), "Unequal brackets") << text;
@@ -219,6 +223,13 @@ TEST(ExpressionParser, GeneratedVariablesAreShared) {
     parser.AddExpression("b");
     EXPECT_EQ(parser.Evaluate(), 4);
     EXPECT_EQ(ValueOf("2 := 3"), 3);
+    // Any other character is a name of its own, however many bytes it has.
+    parser.AddExpression("\xC2\xB5 := 6");
+    EXPECT_EQ(parser.Evaluate(), 6);
+    parser.AddExpression("\xC2\xB5*\xCE\xBC");
+    EXPECT_TRUE(std::isnan(parser.Evaluate()));
+    parser.AddExpression("\xC2\xB5+1");
+    EXPECT_EQ(parser.Evaluate(), 7);
 }
 
 TEST(ExpressionParser, AssignmentsHappenInOrder) {

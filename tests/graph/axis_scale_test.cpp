@@ -51,6 +51,7 @@ TEST(AxisScale, AUserStepIsKeptWhileItIsUsable) {
 TEST(AxisScale, ImpossibleRangesAreErrors) {
     EXPECT_THROW(AutoRange(2, 1, {}), EScaleError);
     EXPECT_THROW(AutoRange(-1e308, 1e308, {}), EScaleError);
+    EXPECT_THROW(AutoRange(5e-324, 5e-324, {}), EScaleError); // no step is that small
     EXPECT_FALSE(TickStep(1, 1, 5));
     EXPECT_FALSE(TickStep(0, std::numeric_limits<double>::quiet_NaN(), 5));
 }
@@ -80,6 +81,7 @@ TEST(Axis, RescalingFollowsTheDataOrSaysWhatIsWrong) {
     ExpectNear(graph.XAxis()->ScaleFactor(200), 20);
     int failures = 0;
     QObject::connect(&graph, &TxyGraph::OnScaleError, [&] { ++failures; });
+    graph.XAxis()->SetStepSize(1);
     graph.XAxis()->SetMin(11);
     graph.PrepareForDrawing();
     EXPECT_TRUE(graph.ScaleFailed());
@@ -90,6 +92,30 @@ TEST(Axis, RescalingFollowsTheDataOrSaysWhatIsWrong) {
     } catch (const EScaleError& error) {
         EXPECT_STREQ(error.what(), "X axisAxis MIN exceeds axis MAX");
     }
+}
+
+TEST(Axis, ARangeWithoutAStepIsGivenBackToTheData) {
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    series.AddPoint(0.3, 5);
+    series.AddPoint(9.7, 6);
+    TAxis& axis = *graph.XAxis();
+    axis.SetMin(11);
+    EXPECT_TRUE(axis.AutoSizing());
+    graph.PrepareForDrawing();
+    ExpectNear(axis.Min(), 0);
+    ExpectNear(axis.Max(), 10);
+    axis.SetMin(11);
+    axis.SetMax(12);
+    EXPECT_FALSE(axis.AutoSizing());
+    graph.PrepareForDrawing();
+    ExpectNear(axis.Min(), 11);
+    ExpectNear(axis.StepSize(), 0.2);
+    axis.SetMax(11);
+    axis.SetAutoSizing(false);
+    graph.PrepareForDrawing();
+    EXPECT_FALSE(graph.ScaleFailed());
+    ExpectNear(axis.Max(), 10);
 }
 
 TEST(Axis, HiddenDataSetsAndOtherAxesDoNotCount) {

@@ -51,6 +51,10 @@ TEST_F(GraphModel, XDataSetMustExistAndHoldNoDuplicates) {
     appearance.SetXAxisSerIndex(7);
     EXPECT_EQ(appearance.XAxisSerIndex(), 0);
     EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
+    appearance.SetXAxisSerIndex(1);
+    Graph.ResetToDefaults();
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
     Graph.FindSeries(2)->SetDuplicatesAllowed(true);
     appearance.SetXAxisSerIndex(2);
     EXPECT_EQ(appearance.XAxisSerIndex(), 0);
@@ -131,6 +135,9 @@ TEST_F(GraphModel, LogScaleMovesARangeThatIsNotPositive) {
     axis.SetLogScale(true);
     EXPECT_EQ(axis.Max(), 10);
     EXPECT_EQ(axis.Min(), 0.01);
+    axis.SetMin(-1);
+    axis.SetLogScale(true);
+    EXPECT_EQ(axis.Min(), -1) << "it was on already";
 }
 
 TEST_F(GraphModel, SettingARangeTurnsItsAutomaticOff) {
@@ -168,6 +175,20 @@ TEST_F(GraphModel, RepaintRequestsCoalesceAndHoldsSendOneNotification) {
     EXPECT_TRUE(Graph.RepaintRequested());
     series.SetLineWidth(9);
     EXPECT_EQ(changes, 1);
+}
+
+TEST_F(GraphModel, ListenersOfADataSetThatGoesMayWalkTheChain) {
+    AddNamed({"a", "b", "c"});
+    TNames seen;
+    const auto walk = [&](TDataSeries& series, int reason) {
+        if (reason != TDataSeries::kDestroyed) return;
+        seen.push_back("without " + series.SeriesName());
+        for (const auto& name : Names()) seen.push_back(name);
+    };
+    for (const auto& series : Graph.Series()) series->AddChangeHandler(1, walk);
+    Graph.DeleteSeries(1);
+    Graph.FreeAllSeries();
+    EXPECT_EQ(seen, (TNames{"without a", "1 b", "2 c", "without b", "without c"}));
 }
 
 TEST_F(GraphModel, EventsTellOfDataSetsThatComeAndGo) {

@@ -168,6 +168,36 @@ TEST_F(GraphWork, PicturesHaveTheSizeThatWasAskedFor) {
     EXPECT_FALSE(Window->isWindowModified());
 }
 
+TEST_F(GraphWork, TheMouseOnTheGraphChangesTheDocument) {
+    Graph().grab();
+    const QPoint middle = Graph().rect().center();
+    QTest::mouseMove(&Graph(), middle);
+    EXPECT_FALSE(Window->isWindowModified());
+    Graph().setFocus();
+    QTest::keyClick(&Graph(), Qt::Key_Plus);
+    EXPECT_TRUE(Window->isWindowModified());
+    EXPECT_FALSE(Graph().XAxis()->AutoSizing());
+    Press(Qt::Key_0);
+    EXPECT_TRUE(Graph().XAxis()->AutoSizing());
+}
+
+TEST_F(GraphWork, ThePercentagesOfDimensionsPlaceTheGraphOnThePage) {
+    struct TCase {
+        int x, y, scale;
+        QRectF expected;
+    };
+    const QSizeF page(800, 1000);
+    Graph().resize(500, 250); // twice as wide as high
+    for (const TCase& place :
+         {TCase{5, 20, 90, {40, 200, 720, 360}}, TCase{0, 0, 100, {0, 0, 800, 400}},
+          TCase{50, 10, 90, {400, 100, 400, 200}}, TCase{0, 90, 100, {0, 900, 200, 100}}}) {
+        Graph().Dimensions()->SetPrintXOffsetPct(place.x);
+        Graph().Dimensions()->SetPrintYOffsetPct(place.y);
+        Graph().Dimensions()->SetPrintScalePct(place.scale);
+        EXPECT_EQ(PlaceOnPage(Graph(), page), place.expected) << place.x;
+    }
+}
+
 TEST_F(GraphWork, PrintingToAnUnusablePlaceIsAnError) {
     QPrinter printer;
     printer.setOutputFormat(QPrinter::PdfFormat);

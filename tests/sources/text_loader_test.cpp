@@ -243,29 +243,5 @@ TEST_F(TextLoader, FileThatShrinksWhileItIsReadIsAnError) {
     }
 }
 
-/// X becomes the sum of two columns, Y has no value in row 3.
-class TSumTransform : public TRowTransform {
-public:
-    std::vector<int> Columns(const TTextFormat&) const override { return {2, 0}; }
-    void Apply(const TRowBlock& block) override {
-        for (std::size_t i = 0; i < block.x.size(); ++i) {
-            block.x[i] = block.columns[0][i] + block.columns[1][i];
-            if (block.rows[i] == 3) block.y[i] = std::numeric_limits<double>::quiet_NaN();
-        }
-    }
-};
-
-TEST_F(TextLoader, TransformWorksOnTheColumnsBeforeRowsAreChosenByX) {
-    TSumTransform transform;
-    options.transform = &transform;
-    info.SetRowChoiceMode(TRowChoice::ByX);
-    info.SetRowChoiceValue1(0);
-    info.SetRowChoiceValue2(300);
-    const TTextReport report = LoadThis("1,10,100\n2,20,200\n3,30,250\n4,40,400\n5,50,oops\n");
-    EXPECT_EQ(points, (TPoints{{101, 10}, {202, 20}}));
-    EXPECT_EQ(report.messages, (std::vector<std::string>{"row 3: the expression for Y gives no value",
-                                                         "row 5: the expression for X gives no value"}));
-}
-
 } // namespace
 } // namespace lumoplot

@@ -298,7 +298,7 @@ TEST(CurFitRecord, ComesBackInBothEncodings) {
         TCurFit back;
         TByteSource source(bytes);
         TxyReader reader(source);
-        back.LoadFromStream(reader);
+        back.LoadFromStream(reader, true);
         EXPECT_EQ(source.Remaining(), 0u);
         EXPECT_EQ(back.Expression(), fit.Expression());
         EXPECT_EQ(back.Tolerance(), fit.Tolerance());

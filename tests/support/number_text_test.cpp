@@ -69,6 +69,11 @@ TEST(NumberText, OnlyAWholeNumberIsANumber) {
     EXPECT_EQ(TryParseFloat("+2"), 2.0);
     EXPECT_EQ(TryParseFloat("1e999"), std::numeric_limits<double>::infinity());
     EXPECT_EQ(TryParseFloat("-1e-999"), 0.0);
+    const std::string zeros(400, '0');
+    EXPECT_EQ(TryParseFloat("0." + zeros + "1e5"), 0.0);
+    EXPECT_EQ(TryParseFloat("-1" + zeros + ".5e-5"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(TryParseFloat("0." + zeros + "1e800"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(TryParseFloat("1" + zeros + "E-800"), 0.0);
     EXPECT_TRUE(std::isnan(*TryParseFloat("nan")));
 }
 

@@ -23,10 +23,6 @@ double TColumnReducer::ColumnEnd(double x) const {
     return x >= m_lastX ? std::numeric_limits<double>::infinity() : ColumnStart(x) + 1;
 }
 
-bool TColumnReducer::IsOneColumn(double firstX, double lastX) const {
-    return ColumnStart(firstX) == ColumnStart(lastX);
-}
-
 void TColumnReducer::StartColumn(double x, double y) {
     m_columnStart = ColumnStart(x);
     m_columnEnd = ColumnEnd(x);
@@ -88,22 +84,6 @@ void TColumnReducer::Add(std::span<const double> x, std::span<const double> y) {
             m_lines.End();
         ++place;
     }
-}
-
-void TColumnReducer::TakeExtreme(QPointF point, std::size_t order) {
-    if (point.y() < m_low.Y) m_low = {point.x(), point.y(), order};
-    if (point.y() > m_high.Y) m_high = {point.x(), point.y(), order};
-}
-
-void TColumnReducer::AddPart(const TColumnPart& part) {
-    if (!IsInColumn(part.First.x())) {
-        FlushColumn();
-        StartColumn(part.First.x(), part.First.y());
-        m_count = 0;
-    }
-    for (int i = 0; i < 2; ++i) TakeExtreme(part.Extremes[i], m_count + part.ExtremePlaces[i]);
-    m_count += part.Count;
-    m_last = part.Last;
 }
 
 TPolylines TColumnReducer::Finish() {

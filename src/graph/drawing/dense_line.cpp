@@ -8,20 +8,19 @@
 namespace lumoplot {
 namespace {
 
-struct TColumnSpan {
-    double Low = std::numeric_limits<double>::infinity();
-    double High = -std::numeric_limits<double>::infinity();
+constexpr TColumnSpan kEmpty{std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity()};
 
-    void Take(double y) {
-        Low = std::min(Low, y);
-        High = std::max(High, y);
-    }
-};
+void Take(TColumnSpan& span, double y) {
+    span.Low = std::min(span.Low, y);
+    span.High = std::max(span.High, y);
+}
 
 class TColumns {
 public:
     TColumns(double minX, double maxX)
-        : m_first(std::floor(minX)), m_spans(static_cast<std::size_t>(std::floor(maxX) - m_first) + 1) {}
+        : m_first(std::floor(minX)),
+          m_spans(static_cast<std::size_t>(std::floor(maxX) - m_first) + 1, kEmpty) {}
 
     double First() const { return m_first; }
     std::vector<TColumnSpan>& Spans() { return m_spans; }
@@ -30,13 +29,13 @@ public:
         if (a.x() > b.x()) std::swap(a, b);
         const std::size_t from = IndexOf(a.x());
         const std::size_t to = IndexOf(b.x());
-        m_spans[from].Take(a.y());
-        m_spans[to].Take(b.y());
+        Take(m_spans[from], a.y());
+        Take(m_spans[to], b.y());
         for (std::size_t i = from; i < to; ++i) {
             const double border = m_first + static_cast<double>(i) + 1;
             const double y = a.y() + (b.y() - a.y()) * (border - a.x()) / (b.x() - a.x());
-            m_spans[i].Take(y);
-            m_spans[i + 1].Take(y);
+            Take(m_spans[i], y);
+            Take(m_spans[i + 1], y);
         }
     }
 
@@ -59,7 +58,7 @@ struct TReach {
 // A round pen reaches beyond the ends of a column by its radius, and less so beside it.
 std::vector<TColumnSpan> Widened(const std::vector<TColumnSpan>& spans, const TReach& reach) {
     const auto count = static_cast<std::ptrdiff_t>(spans.size());
-    std::vector<TColumnSpan> wide(static_cast<std::size_t>(count + reach.Left + reach.Right));
+    std::vector<TColumnSpan> wide(static_cast<std::size_t>(count + reach.Left + reach.Right), kEmpty);
     const double middle = static_cast<double>(reach.Right - reach.Left) / 2;
     for (std::ptrdiff_t side = -reach.Left; side <= reach.Right; ++side) {
         const double offset = static_cast<double>(side) - middle;
@@ -67,8 +66,8 @@ std::vector<TColumnSpan> Widened(const std::vector<TColumnSpan>& spans, const TR
         for (std::ptrdiff_t i = 0; i < count; ++i) {
             const TColumnSpan& span = spans[static_cast<std::size_t>(i)];
             TColumnSpan& target = wide[static_cast<std::size_t>(i + reach.Left + side)];
-            target.Take(span.Low - rise);
-            target.Take(span.High + rise);
+            Take(target, span.Low - rise);
+            Take(target, span.High + rise);
         }
     }
     return wide;
@@ -76,26 +75,13 @@ std::vector<TColumnSpan> Widened(const std::vector<TColumnSpan>& spans, const TR
 
 } // namespace
 
-std::vector<QPointF> AreaOfDenseLine(std::span<const QPointF> line, double width) {
+TColumnArea AreaOfDenseLine(std::span<const QPointF> line, double width) {
     const auto [left, right] = std::ranges::minmax(line, {}, [](QPointF p) { return p.x(); });
     TColumns columns(left.x(), right.x());
     for (std::size_t i = 1; i < line.size(); ++i) columns.TakeSegment(line[i - 1], line[i]);
     const TReach reach(width);
-    const auto wide = Widened(columns.Spans(), reach);
-    const double start = columns.First() - static_cast<double>(reach.Left);
-    std::vector<QPointF> outline;
-    outline.reserve(wide.size() * 4);
-    for (std::size_t i = 0; i < wide.size(); ++i) {
-        const double x = start + static_cast<double>(i);
-        outline.emplace_back(x, wide[i].Low);
-        outline.emplace_back(x + 1, wide[i].Low);
-    }
-    for (std::size_t i = wide.size(); i-- > 0;) {
-        const double x = start + static_cast<double>(i);
-        outline.emplace_back(x + 1, wide[i].High);
-        outline.emplace_back(x, wide[i].High);
-    }
-    return outline;
+    return {static_cast<int>(columns.First()) - static_cast<int>(reach.Left),
+            Widened(columns.Spans(), reach)};
 }
 
 } // namespace lumoplot

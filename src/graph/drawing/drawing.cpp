@@ -11,6 +11,7 @@
 #include "graph/drawing/series_painter.h"
 #include "graph/drawing_hook.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -59,8 +60,10 @@ private:
         if (picture.isNull()) return;
         QPainter& painter = m_canvas.Painter();
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        const QRectF natural(m_rectangle.topLeft(), QSizeF(picture.size()));
-        painter.drawImage(m_appearance.StretchBkgd() ? m_rectangle : natural, picture);
+        if (m_appearance.StretchBkgd()) return painter.drawImage(m_rectangle, picture);
+        // Not every vector format cuts off what lies outside a clip rectangle.
+        const QRectF shown = QRectF(QPointF(), m_rectangle.size()) & QRectF(picture.rect());
+        painter.drawImage(QRectF(m_rectangle.topLeft(), shown.size()), picture, shown);
     }
 
     std::optional<TPlotMap> DrawNotice(const QString& text) const {
@@ -95,14 +98,18 @@ private:
     QRectF m_rectangle;
 };
 
+// A file may hold any fraction. What lies farther than a widget could reach shows nothing, and the ticks
+// along it would be without number.
+double WithinReach(double units) {
+    constexpr double kReach = 32000;
+    return std::isfinite(units) ? std::clamp(units, -kReach, kReach) : 0;
+}
+
 QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
     const TDimensions& place = *child.Dimensions();
-    const QRectF rectangle(parent.left() + place.HorPosition() * parent.width(),
-                           parent.top() + place.VerPosition() * parent.height(),
-                           place.HorSize() * parent.width(), place.VerSize() * parent.height());
-    const bool isDrawable = std::isfinite(rectangle.left()) && std::isfinite(rectangle.top()) &&
-                            std::isfinite(rectangle.right()) && std::isfinite(rectangle.bottom());
-    return isDrawable ? rectangle : QRectF();
+    return {WithinReach(parent.left() + place.HorPosition() * parent.width()),
+            WithinReach(parent.top() + place.VerPosition() * parent.height()),
+            WithinReach(place.HorSize() * parent.width()), WithinReach(place.VerSize() * parent.height())};
 }
 
 std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,

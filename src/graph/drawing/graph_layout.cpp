@@ -2,6 +2,7 @@
 
 #include "graph/appearance.h"
 #include "graph/dimensions.h"
+#include "graph/drawing/legend_painter.h"
 #include "graph/graph.h"
 
 #include <algorithm>
@@ -13,12 +14,22 @@ constexpr double kEdge = 3;              // units between texts and the edge of 
 constexpr double kSmallestPlot = 4;      // units; below there is no plot
 constexpr double kFairShare = 0.35;      // of the rectangle that growing margins leave to the plot
 constexpr double kLargestMargins = 0.75; // of the rectangle; larger ones are reduced in proportion
+constexpr double kLargestHeader = 0.3;   // of the height, that a legend above the plot may take
 constexpr int kMostRounds = 4;
 
 // How much two opposite margins shrink so that a plot remains between them.
 double Reduction(double first, double second, double length) {
     const double sum = first + second;
     return sum > kLargestMargins * length ? kLargestMargins * length / sum : 1.0;
+}
+
+// The legend where it begins above the plot and would not push the plot away; else nothing.
+QRectF LegendAbovePlot(const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot) {
+    if (!graph.Legend()->visible()) return {};
+    const TLegendLayout legend = LayOutLegend(graph, rectangle);
+    const bool isHeader = !legend.Entries.empty() && legend.Box.top() < plot.top() &&
+                          legend.Box.bottom() < rectangle.top() + kLargestHeader * rectangle.height();
+    return isHeader ? legend.Box : QRectF();
 }
 
 } // namespace
@@ -36,6 +47,7 @@ TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const Q
     : m_graph(graph), m_bounds(rectangle), m_plot(PlotInsideMargins(graph, rectangle)),
       m_titleStyle(graph.Appearance()->CaptionFont()), m_fonts(graph), m_axes(LayOutAxes()) {
     if (!HasPlot()) return;
+    m_header = LegendAbovePlot(graph, rectangle, m_plot);
     PlaceTitle();
     for (int round = 0; round < kMostRounds && GrowMargins(); ++round) {
         m_axes = LayOutAxes();
@@ -78,6 +90,16 @@ void TGraphLayout::PlaceTitle() {
         2 * std::min(m_plot.center().x() - m_bounds.left(), m_bounds.right() - m_plot.center().x());
     if (width <= room - 2 * kEdge)
         m_titlePlace = {m_plot.center().x() - room / 2, m_titlePlace.top(), room, height};
+    KeepTitleOffLegend();
+}
+
+// A legend keeps its place; the title goes above it where it has room there, else below.
+void TGraphLayout::KeepTitleOffLegend() {
+    if (m_header.isNull() || m_titlePlace.bottom() + kEdge <= m_header.top()) return;
+    const double above = m_header.top() - kEdge - m_titlePlace.height();
+    const bool hasRoomAbove = above >= m_bounds.top() + kEdge;
+    const double below = m_header.bottom() + kEdge;
+    m_titlePlace.moveTop(hasRoomAbove ? above : std::max(below, m_titlePlace.top()));
 }
 
 bool TGraphLayout::GrowMargins() {
@@ -85,9 +107,12 @@ bool TGraphLayout::GrowMargins() {
     if (texts.isNull()) texts = m_plot;
     const double top = m_titlePlace.isNull() ? texts.top() : std::min(texts.top(), m_titlePlace.top());
     const QRectF room = m_bounds.adjusted(kEdge, kEdge, -kEdge, -kEdge);
-    QRectF plot = m_plot.adjusted(std::max(0.0, room.left() - texts.left()), std::max(0.0, room.top() - top),
-                                  -std::max(0.0, texts.right() - room.right()),
-                                  -std::max(0.0, texts.bottom() - room.bottom()));
+    // A title below the legend pushes the plot down.
+    const double inTitle =
+        m_titlePlace.isNull() ? 0 : m_titlePlace.bottom() + kEdge - std::min(m_plot.top(), texts.top());
+    QRectF plot = m_plot.adjusted(
+        std::max(0.0, room.left() - texts.left()), std::max({0.0, room.top() - top, inTitle}),
+        -std::max(0.0, texts.right() - room.right()), -std::max(0.0, texts.bottom() - room.bottom()));
     // Where the texts need too much, the plot keeps its place in that direction and they are cut off.
     if (plot.width() < kFairShare * m_bounds.width())
         plot = {m_plot.left(), plot.top(), m_plot.width(), plot.height()};

@@ -36,6 +36,7 @@ public:
 private:
     TAxisLayouts LayOutAxes() const;
     void PlaceTitle();
+    void KeepTitleOffLegend();
     bool GrowMargins();
 
     const TxyGraph& m_graph;
@@ -45,6 +46,7 @@ private:
     TAxisFonts m_fonts;
     TAxisLayouts m_axes;
     QRectF m_titlePlace;
+    QRectF m_header; ///< the legend where it stands above the plot
 };
 
 } // namespace lumoplot

@@ -90,6 +90,9 @@ public:
         // A dense piece behind a stroke would show its flat ends.
         if (!m_isDashed && m_width > 1) m_pen.setCapStyle(Qt::RoundCap);
         m_painter.setBrush(Qt::NoBrush);
+        m_clip = m_painter.clipBoundingRect().toAlignedRect();
+        if (!m_painter.hasClipping())
+            m_clip = QRect(0, 0, painter.device()->width(), painter.device()->height());
     }
 
     void Draw(std::span<const QPointF> line) {
@@ -116,11 +119,8 @@ private:
     }
 
     void FillArea(std::span<const QPointF> corners) {
-        const std::vector<QPointF> outline = AreaOfDenseLine(corners, m_width);
-        m_painter.setPen(Qt::NoPen);
-        m_painter.setBrush(m_pen.color());
-        m_painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
-        m_painter.setBrush(Qt::NoBrush);
+        const TColumnArea area = AreaOfDenseLine(corners, m_width);
+        FillColumns(m_painter, area.First, area.Spans, m_pen.color(), m_clip);
     }
 
     // Square ends close the gaps that flat ones would leave at the corners; the toolkit draws them fast.
@@ -145,6 +145,7 @@ private:
     QPainter& m_painter;
     QPen m_pen;
     double m_width;
+    QRect m_clip;
     bool m_isDashed;
 };
 

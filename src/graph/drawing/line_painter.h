@@ -3,6 +3,7 @@
 #pragma once
 
 #include "graph/drawing/canvas.h"
+#include "graph/drawing/column_fill.h"
 #include "graph/drawing/polylines.h"
 
 namespace lumoplot {
@@ -10,8 +11,14 @@ namespace lumoplot {
 /// Draws polylines in device pixels (TCanvas::ToDeviceX) with a pen of TCanvas::Pen. They have been clipped.
 XYGRAPH_EXPORT void DrawPolylines(const TCanvas& canvas, const TPolylines& lines, const QPen& pen);
 
-/// The area that a line `width` pixels wide covers where it runs through column after column: an outline of
-/// one step per column. For lines that are steeper than columns are wide.
-XYGRAPH_EXPORT std::vector<QPointF> AreaOfDenseLine(std::span<const QPointF> line, double width);
+/// Neighbouring pixel columns and what is covered of each.
+struct TColumnArea {
+    int First;
+    std::vector<TColumnSpan> Spans;
+};
+
+/// The area that a line `width` pixels wide covers where it runs through column after column. For lines that
+/// are steeper than columns are wide.
+XYGRAPH_EXPORT TColumnArea AreaOfDenseLine(std::span<const QPointF> line, double width);
 
 } // namespace lumoplot

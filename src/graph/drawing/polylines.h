@@ -12,6 +12,12 @@
 
 namespace lumoplot {
 
+/// No place on a device lies further away; the painter can not count further.
+inline double FarthestPlace(double place) {
+    constexpr double kFarthest = 1e9;
+    return place < -kFarthest ? -kFarthest : place > kFarthest ? kFarthest : place;
+}
+
 /// A sequence of polylines. One of a single point stands for a dot.
 class XYGRAPH_EXPORT TPolylines {
 public:

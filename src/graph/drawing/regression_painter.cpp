@@ -47,8 +47,7 @@ private:
         TRun places;
         map.MapAll(std::span(values).first(m_count), std::span(places).first(m_count));
         for (std::size_t i = 0; i < m_count; ++i) {
-            const double place =
-                std::clamp(places[i], -TSeriesPositions::kFarthest, TSeriesPositions::kFarthest);
+            const double place = FarthestPlace(places[i]);
             values[i] = std::isfinite(values[i]) ? place : std::numeric_limits<double>::quiet_NaN();
         }
     }
@@ -89,7 +88,11 @@ private:
         return TypeOf(m_series) == TRegressionType::Spline ||
                TypeOf(m_series) == TRegressionType::SampledCurve;
     }
-    void AddPlace(double x, double derived) { m_line.Add(x, m_series.CorrectedY(x, derived)); }
+    // The fitted curve stands for corrected Y; everything else for raw Y.
+    void AddPlace(double x, double derived) {
+        const bool isCorrected = TypeOf(m_series) == TRegressionType::SampledCurve;
+        m_line.Add(x, isCorrected ? derived : m_series.CorrectedY(x, derived));
+    }
 
     // Two places suffice for a straight line on linear axes.
     void AddFitted(const TFittedCurve& curve) {

@@ -1,6 +1,6 @@
 #include "graph/drawing/series_painter.h"
 
-#include "graph/drawing/column_reducer.h"
+#include "graph/drawing/curve_painter.h"
 #include "graph/drawing/line_painter.h"
 #include "graph/drawing/regression_painter.h"
 #include "graph/drawing/series_pen.h"
@@ -15,7 +15,7 @@ void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositio
               const QRectF& visible) {
     const QPen pen = SeriesPen(canvas, series, series.LineColor(), series.LineStyle(), series.LineWidth());
     const QRectF reach = ReachOfPen(canvas, pen, visible);
-    const TPolylines line = positions.Reduced(TColumnReducer(reach.left(), reach.right()));
+    const TPolylines line = positions.Reduced(reach.left(), reach.right());
     canvas.Painter().save();
     canvas.Painter().setClipRect(visible, Qt::IntersectClip);
     DrawPolylines(canvas, Clipped(line, reach), pen);
@@ -42,6 +42,7 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
     DrawRegression(canvas, series, layout, visible);
+    DrawFittedCurve(canvas, series, layout, visible);
 }
 
 } // namespace lumoplot

@@ -2,7 +2,7 @@
 // Y, mapped by the axes.
 #pragma once
 
-#include "graph/drawing/column_reducer.h"
+#include "graph/drawing/polylines.h"
 #include "graph/drawing/series_summary.h"
 #include "graph/paired_points.h"
 #include "graph/scale_map.h"
@@ -22,17 +22,14 @@ public:
 
     /// Hands over all points in their order, in runs of contiguous values. A place that does not exist (an
     /// infinite value, one that is not above 0 on a logarithmic axis) is not-a-number; no place is further
-    /// away than kFarthest. With an X data set, points beyond its count are left out.
+    /// away than FarthestPlace. With an X data set, points beyond its count are left out.
     void ForEachRun(const TTakeRun& take) const;
     /// The line through all places. Large data sets are read through their summary.
-    TPolylines Reduced(TColumnReducer reducer) const;
-
-    static constexpr double kFarthest = 1e9;
+    /// Points left of `firstX` count as one pixel column, as do those right of `lastX`.
+    TPolylines Reduced(double firstX, double lastX) const;
 
 private:
     void MapOneRun(std::span<const double> x, std::span<const double> y, const TTakeRun& take) const;
-    bool AddGroup(const TPointGroup& group, std::span<const double> x, TColumnReducer& reducer) const;
-    void MapGroup(std::span<const double> x, std::span<const double> y, const TTakeRun& take) const;
 
     const TSeries& m_series;
     const TScaleMap& m_xMap;

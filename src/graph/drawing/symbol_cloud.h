@@ -66,9 +66,11 @@ public:
     void Draw();
 
 private:
-    QImage Stamp(QPoint& middle) const;
-    void DrawStamps(const QImage& stamp, QPoint middle);
-    void DrawMerged(const QImage& stamp, QPoint middle);
+    void DrawAsVectors() const;
+    template <class TVisit>
+    void VisitCentres(TVisit visit) const;
+    void DrawStamps(const QImage& stamp, QPoint middle) const;
+    void DrawMerged(const QImage& stamp, QPoint middle) const;
 
     const TCanvas& m_canvas;
     TSymbol m_symbol;
@@ -76,7 +78,8 @@ private:
     double m_left;
     double m_top;
     TPixelSet m_taken;
-    std::vector<QPointF> m_centres;
+    std::size_t m_count = 0;
+    std::vector<QPointF> m_centres; ///< where the set of pixels does not say it
 };
 
 } // namespace lumoplot

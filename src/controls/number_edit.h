@@ -6,11 +6,11 @@
 
 namespace lumoplot {
 
-/// The number in the edit. An empty text and a lone "." give nothing, any other text that is no number gives
-/// nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
+/// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
+/// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
 std::optional<double> NumberIn(QLineEdit& edit);
 std::optional<int> IntegerIn(QLineEdit& edit);
-/// As NumberIn, but an empty text and numbers that are not finite are marked too.
+/// As NumberIn, but an empty text and a lone "." are marked too.
 std::optional<double> FiniteNumberIn(QLineEdit& edit);
 
 /// Shows a number in general format with 4 significant digits.

@@ -1,6 +1,6 @@
-#include "dialog/number_edit.h"
+#include "controls/number_edit.h"
 
-#include "dialog/mark_color.h"
+#include "controls/mark_color.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
@@ -11,6 +11,16 @@ namespace {
 
 constexpr int kShownDigits = 4;
 constexpr const char* kPlainToolTip = "plainToolTip";
+
+std::string NoNumberText(const std::string& text) {
+    return "'" + text + "' is not a valid floating point value";
+}
+
+double ParseFinite(const std::string& text) {
+    const std::optional<double> value = TryParseFloat(text);
+    if (!value || !std::isfinite(*value)) throw EConvertError(NoNumberText(text));
+    return *value;
+}
 
 template <class TValue, class TParse>
 std::optional<TValue> ValueIn(QLineEdit& edit, TParse parse) {
@@ -45,7 +55,7 @@ void MarkEdit(QLineEdit& edit, const QString& reason) {
 }
 
 std::optional<double> NumberIn(QLineEdit& edit) {
-    return ValueIn<double>(edit, [](const std::string& text) { return ParseFloat(text); });
+    return ValueIn<double>(edit, &ParseFinite);
 }
 
 std::optional<int> IntegerIn(QLineEdit& edit) {
@@ -56,8 +66,7 @@ std::optional<double> FiniteNumberIn(QLineEdit& edit) {
     const std::string text = edit.text().toStdString();
     const std::optional<double> value = TryParseFloat(text);
     const bool isFinite = value && std::isfinite(*value);
-    MarkEdit(edit, isFinite ? QString()
-                            : QString::fromStdString("'" + text + "' is not a valid floating point value"));
+    MarkEdit(edit, isFinite ? QString() : QString::fromStdString(NoNumberText(text)));
     return isFinite ? value : std::nullopt;
 }
 

@@ -1,0 +1,61 @@
+// The controls that list and edit the templates of a curve fit: texts that an equation may use for longer
+// ones.
+#pragma once
+
+#include "fit/equation_editor/fit_access.h"
+
+#include <QObject>
+
+class QAbstractButton;
+class QLineEdit;
+class QListWidget;
+
+namespace lumoplot {
+
+class TFormulaEdit;
+
+/// The controls of a form, which owns them.
+struct TTemplateControls {
+    QListWidget* List;
+    QAbstractButton* New;
+    QAbstractButton* Delete;
+    QAbstractButton* First;
+    QAbstractButton* Up;
+    QAbstractButton* Down;
+    QLineEdit* Name;
+    QLineEdit* Description;
+    TFormulaEdit* Text;
+};
+
+class TTemplateGroup : public QObject {
+    Q_OBJECT
+
+public:
+    TTemplateGroup(TFitAccess& access, const TTemplateControls& controls, QObject* parent);
+
+    /// Fills the list and the fields from the fit, selecting the template of that number (or the nearest).
+    void Fill(int number = 1);
+    /// Fills them anew and keeps the selection.
+    void Refill() { Fill(SelectedNumber()); }
+
+private:
+    void ConnectList();
+    void ConnectFields();
+    TDBLFunction* Selected() const;
+    int SelectedNumber() const;
+    void Add();
+    void Rename(const QString& text);
+    void ShowFields();
+
+    /// Runs an action on the fit with the selected number, then selects the template at the number it
+    /// returns.
+    template <class TAction>
+    void Rearrange(TAction&& action);
+    template <class TAction>
+    void EditSelected(TAction&& action);
+
+    TFitAccess& m_access;
+    TTemplateControls m_controls;
+};
+
+} // namespace lumoplot

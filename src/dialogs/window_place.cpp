@@ -1,0 +1,21 @@
+#include "dialogs/window_place.h"
+
+#include <QApplication>
+#include <QScreen>
+
+namespace lumoplot {
+
+QWidget* MainWindow() {
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->isWindow()) return window;
+    return nullptr;
+}
+
+void CentreOnScreen(QWidget& window) {
+    const QWidget* owner = window.parentWidget();
+    const QRect room = (owner ? owner->screen() : window.screen())->availableGeometry();
+    window.move(room.center() - QRect(QPoint(), window.size()).center());
+}
+
+} // namespace lumoplot

@@ -1,0 +1,36 @@
+// What a group of controls that edits a curve fit needs of the window that it is in. The equation editor and
+// the data editor's page show the same things in forms of their own.
+#pragma once
+
+#include "fit/cur_fit.h"
+#include "support/guard.h"
+
+namespace lumoplot {
+
+class TFitAccess {
+public:
+    virtual ~TFitAccess() = default;
+
+    /// The fit that is shown, or null.
+    virtual TCurFit* Fit() = 0;
+    /// The same when the controls may write to it now, else null.
+    virtual TCurFit* FitToEdit() = 0;
+    /// Controls have changed the fit.
+    virtual void FitEdited() = 0;
+
+    /// Runs a change of the fit unless the controls are being filled. An exception is shown.
+    template <class TAction>
+    void EditFit(TAction&& action) {
+        TCurFit* fit = FitToEdit();
+        if (!fit) return;
+        Guarded([&] { action(*fit); });
+        FitEdited();
+    }
+};
+
+/// Announces a change of something that is only shown, such as a unit in the legend.
+inline void NotifyShown(TCurFit& fit) {
+    if (fit.OnChange) fit.OnChange(fit);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,85 @@
+#include "fit/equation_editor/fit_settings_group.h"
+
+#include "controls/number_edit.h"
+#include "controls/value_edit.h"
+
+#include <QComboBox>
+
+namespace lumoplot {
+namespace {
+
+const QString kNoMargin = QStringLiteral("None");
+
+} // namespace
+
+TFitSettingsGroup::TFitSettingsGroup(TFitAccess& access, const TFitSettingsControls& controls,
+                                     QObject* parent)
+    : QObject(parent), m_access(access),
+      m_controls(controls), m_left{controls.LeftMargin, &TCurFit::LeftMargin, &TCurFit::UseLeftMargin,
+                                   &TCurFit::SetLeftMargin, &TCurFit::SetUseLeftMargin},
+      m_right{controls.RightMargin, &TCurFit::RightMargin, &TCurFit::UseRightMargin, &TCurFit::SetRightMargin,
+              &TCurFit::SetUseRightMargin} {
+    ConnectNumbers();
+    ConnectLists();
+}
+
+void TFitSettingsGroup::ConnectNumbers() {
+    connect(m_controls.NPoints, &TValueEdit::ValueEdited, this, [this](double value) {
+        m_access.EditFit([&](TCurFit& fit) { fit.SetNPoints(static_cast<int>(value)); });
+    });
+    connect(m_controls.Tolerance, &TValueEdit::ValueEdited, this,
+            [this](double value) { m_access.EditFit([&](TCurFit& fit) { fit.SetTolerance(value); }); });
+    connect(m_controls.IterMax, &TValueEdit::ValueEdited, this, [this](double value) {
+        m_access.EditFit([&](TCurFit& fit) { fit.SetIterMax(static_cast<int>(value)); });
+    });
+    for (const TMargin* margin : {&m_left, &m_right})
+        connect(margin->Edit, &QLineEdit::editingFinished, this, [this, margin] { TakeMargin(*margin); });
+}
+
+void TFitSettingsGroup::ConnectLists() {
+    connect(m_controls.Status, &QComboBox::currentIndexChanged, this,
+            [this](int item) { m_access.EditFit([&](TCurFit& fit) { fit.SetStatus(item); }); });
+    connect(m_controls.Procedure, &QComboBox::currentIndexChanged, this,
+            [this](int item) { m_access.EditFit([&](TCurFit& fit) { fit.SetProcType(item); }); });
+}
+
+void TFitSettingsGroup::TakeMargins() {
+    TakeMargin(m_left);
+    TakeMargin(m_right);
+}
+
+// Walking through an edit changes nothing.
+void TFitSettingsGroup::TakeMargin(const TMargin& margin) {
+    if (!margin.Edit->isModified()) return;
+    m_access.EditFit([&](TCurFit& fit) {
+        const bool isNone = margin.Edit->text().trimmed().compare(kNoMargin, Qt::CaseInsensitive) == 0;
+        const auto value = isNone ? std::nullopt : FiniteNumberIn(*margin.Edit);
+        if (!isNone && !value) return; // marked
+        (fit.*margin.SetUsed)(!isNone);
+        if (value) (fit.*margin.SetValue)(*value);
+        ShowMargin(fit, margin);
+    });
+}
+
+void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
+    if ((fit.*margin.IsUsed)())
+        ShowNumber(*margin.Edit, (fit.*margin.Value)());
+    else
+        ShowNumberText(*margin.Edit, kNoMargin.toStdString());
+}
+
+void TFitSettingsGroup::Fill() {
+    const TCurFit* fit = m_access.Fit();
+    if (!fit) return;
+    m_controls.NPoints->ShowValue(fit->NPoints());
+    m_controls.Tolerance->ShowValue(fit->Tolerance());
+    m_controls.IterMax->ShowValue(fit->IterMax());
+    const QSignalBlocker quietStatus(m_controls.Status);
+    const QSignalBlocker quietProcedure(m_controls.Procedure);
+    m_controls.Status->setCurrentIndex(fit->Status());
+    m_controls.Procedure->setCurrentIndex(fit->ProcType());
+    ShowMargin(*fit, m_left);
+    ShowMargin(*fit, m_right);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,33 @@
+// Tells what is wrong with the equation of a curve fit, for marks while it is typed.
+#pragma once
+
+#include "fit/cur_fit.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+struct TFormulaCheck {
+    /// Why the equation does not compile; empty when it does.
+    std::string Fault;
+    /// Names in it that are neither parameters nor assigned to, in the order of their first use. They make
+    /// the equation not-a-number.
+    std::vector<std::string> UnknownNames;
+    /// A compiled copy of the fit, for plots; null for an equation that is faulty or empty.
+    std::unique_ptr<TCurFit> Model;
+
+    /// What to tell beside the equation: the fault, or which names are not known; empty when all is well.
+    std::string Text() const;
+};
+
+/// Compiles a copy of the fit, so that half-typed names leave no trace in the fit itself.
+TFormulaCheck CheckFormula(const TCurFit& fit);
+
+/// Why formulas can not use the name for a parameter of the fit; empty when they can.
+std::string ParameterNameFault(const TCurFit& fit, const std::string& name);
+/// The same for the X variable.
+std::string XNameFault(const TCurFit& fit, const std::string& name);
+
+} // namespace lumoplot

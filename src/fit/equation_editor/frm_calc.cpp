@@ -1,0 +1,185 @@
+#include "fit/equation_editor/frm_calc.h"
+
+#include "controls/number_edit.h"
+#include "fit/equation_editor/fit_settings_group.h"
+#include "fit/equation_editor/formula_check.h"
+#include "fit/equation_editor/function_list.h"
+#include "fit/equation_editor/parameter_group.h"
+#include "support/number_text.h"
+#include "ui_frm_calc.h"
+
+#include <QKeyEvent>
+#include <QScreen>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kResultDigits = 15;
+
+} // namespace
+
+TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::TfrmCalc>()), m_fit(fit) {
+    m_ui->setupUi(this);
+    if (parent) setWindowIcon(parent->window()->windowIcon());
+    for (const TListedFunction& function : ListedFunctions())
+        m_ui->lb_Functions->addItem(QString::fromLatin1(function.Piece));
+    m_ui->keypad->TakeKeys(*m_ui->e_Expression);
+    MakeGroups();
+    ConnectFormula();
+    ConnectPieces();
+    ConnectClosing();
+    Guarded([&] { PrepareFolder(); });
+    Fill();
+}
+
+TfrmCalc::~TfrmCalc() = default;
+
+void TfrmCalc::MakeGroups() {
+    m_parameters = new TParameterGroup(*this,
+                                       {.List = m_ui->lb_Parameters,
+                                        .New = m_ui->btnNewParameter,
+                                        .Delete = m_ui->btnDeleteParameter,
+                                        .Name = m_ui->e_ParameterName,
+                                        .Value = m_ui->e_ParameterValue,
+                                        .Units = m_ui->e_ParameterUnits,
+                                        .Description = m_ui->e_ParameterDescription,
+                                        .Vary = m_ui->cb_Vary,
+                                        .ShowInLegend = m_ui->cb_ShowInLegend,
+                                        .StartDeviation = m_ui->e_StartDeviation,
+                                        .FinalDeviation = m_ui->e_FinalDeviation},
+                                       this);
+    m_settings = new TFitSettingsGroup(*this,
+                                       {.NPoints = m_ui->e_NPoints,
+                                        .Tolerance = m_ui->e_Tolerance,
+                                        .Status = m_ui->cbx_Status,
+                                        .LeftMargin = m_ui->e_LeftMargin,
+                                        .RightMargin = m_ui->e_RightMargin,
+                                        .IterMax = m_ui->e_IterMax,
+                                        .Procedure = m_ui->cbx_Procedure},
+                                       this);
+}
+
+void TfrmCalc::ConnectFormula() {
+    connect(m_ui->e_Expression, &TFormulaEdit::FormulaEdited, this, [this](const QString& formula) {
+        EditFit([&](TCurFit& fit) { fit.SetExpression(formula.toStdString()); });
+    });
+    connect(m_ui->e_XVarName, &QLineEdit::textEdited, this, [this](const QString& text) {
+        EditFit([&](TCurFit& fit) {
+            const std::string name = text.toStdString();
+            MarkEdit(*m_ui->e_XVarName, QString::fromStdString(name.empty() ? "" : XNameFault(fit, name)));
+            fit.SetXVarName(name);
+            ShowXName();
+        });
+    });
+    connect(m_ui->e_X, &TValueEdit::ValueEdited, this, [this](double x) {
+        m_x = x;
+        m_ui->e_Result->clear();
+    });
+    connect(m_ui->btnResult, &QPushButton::clicked, this, [this] { Guarded([&] { Evaluate(); }); });
+    m_ui->e_X->installEventFilter(this);
+    connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
+            [this] { m_parameters->AddVaried(m_unknownNames); });
+}
+
+void TfrmCalc::ConnectPieces() {
+    connect(m_ui->keypad, &TKeypad::PieceChosen, this, [this](const QString& piece) {
+        m_ui->e_Expression->InsertPiece(piece);
+        if (!m_ui->keypad->isAncestorOf(focusWidget())) m_ui->e_Expression->setFocus();
+    });
+    connect(m_ui->lb_Functions, &QListWidget::currentRowChanged, this, &TfrmCalc::ShowFunctionHelp);
+    connect(m_ui->lb_Functions, &QListWidget::itemDoubleClicked, this, &TfrmCalc::InsertFunction);
+    connect(m_ui->btnFunction, &QPushButton::clicked, this, &TfrmCalc::InsertFunction);
+    connect(m_ui->btnVariable, &QPushButton::clicked, this, [this] { Insert(m_ui->e_XVarName->text()); });
+    connect(m_ui->lb_Parameters, &QListWidget::itemDoubleClicked, this, &TfrmCalc::InsertParameter);
+    connect(m_ui->btnParameter, &QPushButton::clicked, this, &TfrmCalc::InsertParameter);
+    m_ui->lb_Functions->installEventFilter(this);
+    m_ui->lb_Parameters->installEventFilter(this);
+    m_ui->lb_Functions->setCurrentRow(0);
+}
+
+void TfrmCalc::ConnectClosing() {
+    connect(m_ui->btnSaveAs, &QPushButton::clicked, this, [this] { Guarded([&] { SaveAs(); }); });
+    connect(m_ui->btnOpen, &QPushButton::clicked, this, [this] { Guarded([&] { Open(); }); });
+    connect(m_ui->btnOk, &QPushButton::clicked, this, [this] {
+        m_settings->TakeMargins();
+        done(kOk);
+    });
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, &TfrmCalc::reject);
+}
+
+// The Return key does to a list or to x what the button beside it does.
+bool TfrmCalc::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return QDialog::eventFilter(watched, event);
+    QPushButton* button = watched == m_ui->lb_Functions    ? m_ui->btnFunction
+                          : watched == m_ui->lb_Parameters ? m_ui->btnParameter
+                                                           : m_ui->btnResult;
+    button->click();
+    return true;
+}
+
+void TfrmCalc::showEvent(QShowEvent* event) {
+    if (!event->spontaneous()) {
+        m_ui->e_Expression->setFocus();
+        if (const QScreen* on = screen()) move(on->availableGeometry().center() - rect().center());
+    }
+    QDialog::showEvent(event);
+}
+
+void TfrmCalc::Fill() {
+    m_parameters->Fill();
+    m_settings->Fill();
+    m_ui->e_Expression->ShowFormula(QString::fromStdString(m_fit.Expression()));
+    ShowNumberText(*m_ui->e_XVarName, m_fit.XVarName());
+    m_x = 0;
+    m_ui->e_X->ShowValue(m_x);
+    ShowXName();
+    ShowFileName(m_fileName);
+    FitEdited();
+}
+
+void TfrmCalc::ShowXName() {
+    m_ui->lblX->setText(QString::fromStdString(m_fit.XVarName()) + QStringLiteral(" ="));
+}
+
+// What the result belongs to may have changed with any edit.
+void TfrmCalc::FitEdited() {
+    m_ui->e_Result->clear();
+    const TFormulaCheck check = CheckFormula(m_fit);
+    const bool isEmptied = m_ui->e_Expression->toPlainText().isEmpty() && !m_fit.Expression().empty();
+    const QString fault = isEmptied ? QStringLiteral("An empty expression is not stored; the last one stays")
+                                    : QString::fromStdString(check.Fault);
+    m_ui->e_Expression->Mark(fault);
+    m_ui->lblFault->setText(isEmptied ? fault : QString::fromStdString(check.Text()));
+    m_unknownNames = check.UnknownNames;
+    m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
+}
+
+void TfrmCalc::ShowFunctionHelp(int item) {
+    const auto functions = ListedFunctions();
+    if (item >= 0 && item < static_cast<int>(functions.size()))
+        m_ui->lblHelp->setText(QString::fromLatin1(functions[static_cast<std::size_t>(item)].Help));
+}
+
+void TfrmCalc::Insert(const QString& piece) {
+    m_ui->e_Expression->InsertPiece(piece);
+    m_ui->e_Expression->setFocus();
+}
+
+void TfrmCalc::InsertFunction() {
+    if (const QListWidgetItem* item = m_ui->lb_Functions->currentItem()) Insert(item->text());
+}
+
+void TfrmCalc::InsertParameter() {
+    if (const TDBLParameter* parameter = m_parameters->Selected())
+        Insert(QString::fromStdString(parameter->Name()));
+}
+
+void TfrmCalc::Evaluate() {
+    m_fit.Compile();
+    m_ui->e_Result->setText(QString::fromStdString(FormatGeneral(m_fit.EvaluateAt(m_x), kResultDigits)));
+}
+
+} // namespace lumoplot

@@ -1,0 +1,71 @@
+#include "cli/program.h"
+
+#include <QJsonArray>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+class Fit : public TFolderTest {
+protected:
+    // y = 3 exp(-x/2), with a spoilt point at 9.
+    std::string Decay() const {
+        std::string text = "x,y\n";
+        for (int x = 0; x < 9; ++x)
+            text += std::to_string(x) + ',' + std::to_string(3 * std::exp(-0.5 * x)) + '\n';
+        return WithText("decay.csv", text + "9,77\n");
+    }
+};
+
+TEST_F(Fit, EveryProcedureFindsTheParameters) {
+    for (const char* procedure : {"powell", "simplex", "conjugate-gradient", "variable-metric"}) {
+        const QJsonObject fit = RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "a=1",
+                                            "--param", "b=0.1", "--right", "8", "--procedure", procedure});
+        EXPECT_TRUE(fit["converged"].toBool()) << procedure;
+        const QJsonObject values = fit["parameters"].toObject();
+        EXPECT_NEAR(values["a"].toDouble(), 3, 1e-5) << procedure;
+        EXPECT_NEAR(values["b"].toDouble(), 0.5, 1e-5) << procedure;
+        EXPECT_EQ(fit["points"].toInt(), 9) << procedure;
+        EXPECT_GT(fit["errors"].toObject()["a"].toDouble(), 0) << procedure;
+    }
+}
+
+TEST_F(Fit, FixedParametersAndTemplatesMakeTheModel) {
+    const QJsonObject fit =
+        RunForJson({"fit", Decay(), "--equation", "A*decay", "--template", "DECAY=exp(-t/tau)", "--xvar", "t",
+                    "--param", "a=-1", "--param", "tau=2", "--fix", "TAU", "--left", "-1", "--right", "8.5"});
+    const QJsonObject values = fit["parameters"].toObject();
+    EXPECT_NEAR(values["a"].toDouble(), 3, 1e-5);
+    EXPECT_EQ(values["tau"].toDouble(), 2);
+    EXPECT_FALSE(fit["errors"].toObject().contains("tau"));
+}
+
+TEST_F(Fit, AnEndedRunSaysWhy) {
+    const QJsonObject fit =
+        RunForJson({"fit", Decay(), "--equation", "a*b*x", "--param", "a=1", "--param", "b=1"});
+    EXPECT_FALSE(fit["converged"].toBool(true));
+    EXPECT_EQ(fit["end"].toString(), "the points do not determine all varied parameters");
+    EXPECT_TRUE(fit["errors"].toObject()["a"].isNull());
+}
+
+TEST_F(Fit, TheFunctionFileHoldsTheResult) {
+    const std::string name = NameOf("decay.lfn");
+    RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "a=1", "--param", "b=0.1", "--right",
+                "8", "--save", name});
+    const std::string info = RunProgram({"info", name}).out;
+    EXPECT_NE(info.find("a*exp(-b*x)"), std::string::npos) << info;
+    EXPECT_NE(info.find("3.00000"), std::string::npos) << info;
+}
+
+TEST(Verify, PrintsTheDigitsOfEachProcedure) {
+    const QJsonObject problems = RunForJson({"verify"})["problems"].toObject();
+    EXPECT_GE(problems.size(), 14);
+    for (const QString& name : problems.keys()) {
+        const QJsonObject digits = problems[name].toObject();
+        EXPECT_GE(digits["variable-metric"].toDouble(), 6) << name.toStdString();
+        EXPECT_EQ(digits.size(), 4) << name.toStdString();
+    }
+}
+
+} // namespace
+} // namespace lumoplot

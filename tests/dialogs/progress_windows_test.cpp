@@ -1,0 +1,234 @@
+#include "common/window_driver.h"
+#include "data/band_filter.h"
+#include "dialogs/progress_bar.h"
+#include "dialogs/progress_window.h"
+#include "dialogs/wait_window.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QProgressBar>
+#include <QScreen>
+
+namespace lumoplot {
+namespace {
+
+/// A window that the application's other windows belong to, well inside the screen.
+class ProgressWindows : public testing::Test {
+protected:
+    void SetUp() override {
+        Main.setGeometry(20, 60, 500, 300);
+        Main.show();
+        Main.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&Main));
+    }
+    static int Position(QWidget& window) { return Control<QProgressBar>(window, "progressBar").value(); }
+    /// Steps until the window is visible, and returns after how many steps; 0 when it never is.
+    static int StepUntilVisible(TStepWindow& window) {
+        QElapsedTimer clock;
+        clock.start();
+        for (int steps = 1; clock.elapsed() < 10 * TStepWindow::kShowAfterMs; ++steps) {
+            window.StepProgress();
+            if (window.isVisible()) return steps;
+            QTest::qSleep(5);
+        }
+        return 0;
+    }
+
+    QWidget Main;
+};
+
+TEST_F(ProgressWindows, ShortWorkShowsNothingAndLongWorkShowsItsSteps) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 1000, true, true));
+    QElapsedTimer clock;
+    clock.start();
+    window->StepProgress();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(window->HiddenSteps(), 1);
+    const int steps = StepUntilVisible(*window) + 1;
+    EXPECT_GE(clock.elapsed(), TStepWindow::kShowAfterMs - 50);
+    EXPECT_EQ(Position(*window), steps) << "steps made before are reflected";
+    window->StepProgress();
+    EXPECT_EQ(Position(*window), steps + 1);
+    EXPECT_EQ(window->windowTitle(), "Loading");
+    EXPECT_TRUE(window->isModal());
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_FALSE(Control<QLabel>(*window, "lblReason").isVisible());
+    window->hide();
+    EXPECT_EQ(window->HiddenSteps(), 0);
+    EXPECT_FALSE(window->Cancelled()) << "to hide is not to close";
+}
+
+TEST_F(ProgressWindows, ResetBeginsANewBar) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("First", 5, true, true));
+    window->StepProgress();
+    window->ResetProgress("Second", 0);
+    const auto& bar = Control<QProgressBar>(*window, "progressBar");
+    EXPECT_EQ(bar.minimum(), 0);
+    EXPECT_EQ(bar.maximum(), 1);
+    EXPECT_EQ(bar.value(), 0);
+    EXPECT_EQ(window->HiddenSteps(), 0);
+    EXPECT_EQ(window->windowTitle(), "Second");
+    window->ResetProgress("Third", 7);
+    EXPECT_EQ(bar.maximum(), 7);
+}
+
+TEST_F(ProgressWindows, EveryWayOfClosingCancels) {
+    const std::function<void(TStepWindow&)> ways[] = {
+        [](TStepWindow& window) { Click(window, "btnCancel"); },
+        [](TStepWindow& window) { QTest::keyClick(&window, Qt::Key_Escape); },
+        [](TStepWindow& window) { window.close(); },
+    };
+    for (const auto& close : ways) {
+        const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        window->StepProgress(3);
+        close(*window);
+        EXPECT_TRUE(window->Cancelled());
+        EXPECT_FALSE(window->isVisible());
+        window->StepProgress();
+        EXPECT_EQ(Position(*window), 3);
+        EXPECT_EQ(window->HiddenSteps(), 0);
+        QTest::qWait(20);
+        EXPECT_FALSE(window->isVisible()) << "a cancelled window stays away";
+    }
+}
+
+// The button is pressed by an event that waits while the work is running.
+TEST_F(ProgressWindows, AStepLetsTheUserPressCancel) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    QTimer::singleShot(0, [&] { Click(*window, "btnCancel"); });
+    QTest::qSleep(TStepWindow::kEventsEveryMs + 5);
+    EXPECT_FALSE(window->Cancelled());
+    window->StepProgress();
+    EXPECT_TRUE(window->Cancelled());
+    EXPECT_EQ(Position(*window), 0);
+}
+
+TEST_F(ProgressWindows, WithoutCancelThereIsNoButtonAndAWiderBar) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Saving", 100, false, false));
+    window->show();
+    EXPECT_FALSE(Control<QWidget>(*window, "btnCancel").isVisible());
+    EXPECT_EQ(Control<QWidget>(*window, "progressBar").width(), 390);
+    EXPECT_FALSE(window->windowFlags() & Qt::WindowSystemMenuHint);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->Cancelled());
+}
+
+TEST_F(ProgressWindows, LiesAtTheTopNearTheRightEdgeOfTheMainWindow) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
+    EXPECT_EQ(window->parentWidget(), &Main);
+    EXPECT_EQ(window->y(), Main.screen()->availableGeometry().top());
+    EXPECT_EQ(window->x() + window->width(), Main.frameGeometry().right() + 1 - 15);
+}
+
+TEST_F(ProgressWindows, NoAutoShowKeepsItHidden) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, false));
+    EXPECT_TRUE(window->NoAutoShow());
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < TStepWindow::kShowAfterMs + 200) {
+        window->StepProgress();
+        QTest::qSleep(10);
+    }
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_GT(window->HiddenSteps(), 50);
+}
+
+TEST_F(ProgressWindows, BusyShowsAReasonInTheMiddle) {
+    QGuiApplication::setApplicationDisplayName("Plots");
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowBusy("Please wait"));
+    EXPECT_FALSE(window->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->isVisible(); }, 5 * TStepWindow::kShowAfterMs));
+    EXPECT_EQ(window->size(), QSize(140, 100));
+    EXPECT_EQ(window->windowTitle(), "Plots");
+    const auto& reason = Control<QLabel>(*window, "lblReason");
+    const auto& cancel = Control<QWidget>(*window, "btnCancel");
+    EXPECT_EQ(reason.text(), "Please wait");
+    EXPECT_TRUE(reason.isVisible());
+    EXPECT_FALSE(Control<QWidget>(*window, "progressBar").isVisible());
+    EXPECT_NEAR(cancel.geometry().center().x(), window->rect().center().x(), 1);
+    EXPECT_EQ(cancel.geometry().top() - reason.geometry().bottom() - 1, 16);
+    EXPECT_LT((window->geometry().center() - Main.screen()->availableGeometry().center()).manhattanLength(),
+              60);
+    Click(*window, "btnCancel");
+    EXPECT_TRUE(window->Cancelled());
+}
+
+TEST_F(ProgressWindows, TheLargerOneHasRoomForTexts) {
+    TfrmPrBar window(&Main);
+    window.SetReason("Fitting");
+    window.SetProgressText("Iteration 3");
+    window.ResetProgress("Processing...", 10);
+    window.show();
+    EXPECT_EQ(Control<QLabel>(window, "lblReason").text(), "Fitting");
+    EXPECT_EQ(Control<QLabel>(window, "lblProgress").text(), "Iteration 3");
+    EXPECT_FALSE(Control<QLabel>(window, "lblExtraReason").isVisible());
+    window.SetExtraReason("of the second data set");
+    EXPECT_TRUE(Control<QLabel>(window, "lblExtraReason").isVisible());
+    window.StepProgress(4);
+    EXPECT_EQ(Position(window), 4);
+    EXPECT_LT((window.geometry().center() - Main.screen()->availableGeometry().center()).manhattanLength(),
+              60);
+    Click(window, "btnCancel");
+    EXPECT_TRUE(window.Cancelled());
+}
+
+TEST_F(ProgressWindows, WaitingShowsTheHourglassUntilItIsClosed) {
+    {
+        TfrmWait window(&Main);
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        window.show();
+        ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        EXPECT_EQ(window.windowTitle(), "Processing...");
+        window.SetPosition(40);
+        EXPECT_EQ(Position(window), 40);
+        window.close();
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+        window.show();
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "destroyed while it was shown";
+}
+
+// The filter runs again and again until the window appears.
+TEST_F(ProgressWindows, ACancelledFilterEnds) {
+    TDataSeries series;
+    std::vector<double> x(200'000);
+    for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i);
+    TPointChain points;
+    points.AddAll(x, x, {});
+    series.SwapPoints(std::move(points));
+    TProgressWindow progress(&Main);
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &Main, [&] {
+        if (progress.Window().isVisible()) Click(progress.Window(), "btnCancel");
+    });
+    look.start(1);
+    TFilterOutcome outcome = TFilterOutcome::Filtered;
+    QElapsedTimer clock;
+    clock.start();
+    while (outcome == TFilterOutcome::Filtered && clock.elapsed() < 60'000)
+        outcome = FilterBand(series, {.CountEvery = 1, .ResponseWidth = 100}, progress).Outcome;
+    EXPECT_EQ(outcome, TFilterOutcome::Cancelled);
+    EXPECT_FALSE(progress.StepTo(1)) << "it stays cancelled";
+}
+
+TEST_F(ProgressWindows, PositionsBeyondAnIntMoveTheBar) {
+    TProgressWindow progress(&Main);
+    progress.Begin("Reading", 1'000'000'000'000, 3'000'000'000'000);
+    progress.Window().show();
+    EXPECT_TRUE(progress.StepTo(2'000'000'000'000));
+    const auto& bar = Control<QProgressBar>(progress.Window(), "progressBar");
+    EXPECT_EQ(bar.value() * 2, bar.maximum());
+    EXPECT_TRUE(progress.StepTo(9'000'000'000'000));
+    EXPECT_EQ(bar.value(), bar.maximum());
+    progress.Begin("Again", 5, 5);
+    EXPECT_EQ(bar.value(), 0);
+    EXPECT_EQ(progress.Window().windowTitle(), "Again");
+}
+
+} // namespace
+} // namespace lumoplot
