@@ -6,6 +6,7 @@
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
 #include "dialog/undo_recorder.h"
+#include "dialogs/graph_edit_bar.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
@@ -19,8 +20,7 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TxyDataWizard>()), m_workGraph(nullptr) {
     m_ui->setupUi(this);
     setAcceptDrops(true);
-    m_workGraph = new TxyChildGr(m_ui->pagePreview);
-    m_ui->previewLayout->addWidget(m_workGraph);
+    SetUpPreview();
     connect(m_workGraph, &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
         if (series == m_currSeries) m_currSeries = nullptr;
     });
@@ -39,6 +39,16 @@ TxyDataWizard::~TxyDataWizard() {
     m_workGraph->disconnect(this);
     m_ui->tabs->disconnect(this);
     for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
+}
+
+void TxyDataWizard::SetUpPreview() {
+    m_workGraph = new TxyChildGr(m_ui->pagePreview);
+    m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
+    m_ui->previewLayout->addWidget(m_editBar);
+    m_ui->previewLayout->addWidget(m_workGraph, 1);
+    connect(m_editBar, &TGraphEditBar::Edited, this,
+            [this](const QString& step) { NameStep(step.toStdString()); });
+    connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);
 }
 
 void TxyDataWizard::AddPages() {
@@ -119,6 +129,7 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
     m_workGraph->setVisible(preview);
     if (!leaving) return;
+    m_editBar->ShowZoom();
     RefillPages(); // points and marks may have been edited
     if (m_currSeries)
         m_undo->Quietly([this] {

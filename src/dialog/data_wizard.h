@@ -17,6 +17,7 @@ class TxyDataWizard;
 namespace lumoplot {
 
 class TDataSourcePage;
+class TGraphEditBar;
 class TUndoRecorder;
 
 class TxyDataWizard : public QDialog, public TWizardContext {
@@ -88,6 +89,7 @@ private:
     void CloseWith(int result);
     void FillPages(int number);
 
+    void SetUpPreview();
     void SetUpUndo();
     bool TakePendingEdits();
     void ShowSteps();
@@ -105,6 +107,7 @@ private:
 
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
+    TGraphEditBar* m_editBar = nullptr;
     TUndoRecorder* m_undo = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;

@@ -123,6 +123,60 @@ TEST_F(DataWizardUndo, TheGridUndoesItsOwnEditsAndWhatItCommitsIsAStep) {
     EXPECT_EQ(grid.model()->index(0, 1).data().toString(), "10");
 }
 
+TEST_F(DataWizardUndo, WhatTheMouseEditsOnThePreviewIsAStep) {
+    Show({"Run"});
+    Click("btnPreview");
+    Click("btnAddPoint");
+    Graph.grab();
+    const QPoint place = Graph.Mouse().Map()->Plot.center().toPoint();
+    QTest::mouseClick(&Graph, Qt::LeftButton, {}, place);
+    Graph.grab(); // the axes follow
+    EXPECT_EQ(Current().Count(), 3);
+    EXPECT_EQ(Tip("btnUndoStep"), "Undo add point to Run");
+    QTest::keyClick(&Graph, Qt::Key_Plus);
+    QTest::keyClick(&Graph, Qt::Key_Plus);
+    EXPECT_EQ(Tip("btnUndoStep"), "Undo change of view");
+    QTest::keyClick(&Graph, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(Graph.XAxis()->AutoSizing());
+    QTest::keyClick(&Graph, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Current().Count(), 2);
+    EXPECT_FALSE(CanUndo());
+}
+
+TEST_F(DataWizardUndo, MarksEditedInTheirOwnWindowAreOneStep) {
+    Show({"Run"});
+    Click("btnPreview");
+    WhenModal<QDialog>([](QDialog& editor) {
+        lumoplot::Click(editor, "btnNew");
+        lumoplot::Click(editor, "btnNew");
+        lumoplot::Click(editor, "btnOk");
+    });
+    Click("btnMarks");
+    EXPECT_EQ(Graph.Marks().Count(), 2);
+    EXPECT_EQ(Tip("btnUndoStep"), "Undo edit marks");
+    Click("btnUndoStep");
+    EXPECT_EQ(Graph.Marks().Count(), 0);
+}
+
+TEST_F(DataWizardUndo, PagesThatKnowNothingOfItAreUndone) {
+    Show({"Run"});
+    Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kCurveFittingPage);
+    const TBytes before = FileOf(Graph);
+    Choose("cbx_Status", 1);
+    const TBytes shown = FileOf(Graph);
+    Click("btnAddParam");
+    ASSERT_EQ(Current().CurveFit().NParams(), 1);
+    const TBytes added = FileOf(Graph);
+    Click("btnUndoStep");
+    EXPECT_EQ(FileOf(Graph), shown);
+    Click("btnUndoStep");
+    EXPECT_EQ(FileOf(Graph), before);
+    EXPECT_EQ(Find<QComboBox>("cbx_Status").currentIndex(), 0);
+    Redo();
+    Redo();
+    EXPECT_EQ(FileOf(Graph), added);
+}
+
 TEST_F(DataWizardUndo, EachShowingStartsAnew) {
     Show({"Run"});
     Click("btnNew");
