@@ -1,5 +1,6 @@
 #include "host/main_window.h"
 
+#include "dialogs/graph_edit_bar.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
@@ -36,6 +37,7 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_document = std::make_unique<TGraphDocument>(Graph(), templateFolder);
     m_dataFiles = std::make_unique<TDataFiles>(Graph());
     m_recentFiles = std::make_unique<TRecentFiles>(*m_ui->m_Recent);
+    AddEditBar();
     ConnectActions();
     ConnectGraph();
     m_document->New();
@@ -46,6 +48,15 @@ TMainWindow::~TMainWindow() = default;
 
 TxyGraph& TMainWindow::Graph() const {
     return *m_ui->graph;
+}
+
+void TMainWindow::AddEditBar() {
+    m_editBar = new TGraphEditBar(Graph(), this);
+    m_ui->editToolBar->addWidget(m_editBar);
+    m_ui->m_View->addAction(m_ui->editToolBar->toggleViewAction());
+    connect(m_editBar, &TGraphEditBar::Edited, this, [this] { m_document->SetModified(true); });
+    connect(m_ui->a_Marks, &QAction::triggered, m_editBar, &TGraphEditBar::EditMarksOfGraph);
+    connect(m_ui->a_SetValues, &QAction::triggered, m_editBar, &TGraphEditBar::SetValuesOfSeries);
 }
 
 void TMainWindow::ConnectActions() {

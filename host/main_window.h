@@ -17,6 +17,7 @@ class MainWindow;
 
 namespace lumoplot {
 
+class TGraphEditBar;
 class TRecentFiles;
 
 class TMainWindow : public QMainWindow {
@@ -47,6 +48,7 @@ protected:
 private:
     void ConnectActions();
     void ConnectGraph();
+    void AddEditBar();
     void ShowState();
     /// True when the changes are saved or need not be; false when the user wants to stay.
     bool MayLeaveGraph();
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;
+    TGraphEditBar* m_editBar = nullptr;
 };
 
 } // namespace lumoplot

@@ -23,6 +23,18 @@ class TDSInfo;
 class TxyReader;
 class TxyWriter;
 
+/// The extents of a series as they stand, for those who put a former state back.
+struct TSeriesExtents {
+    double MinX = 0;
+    double MaxX = 0;
+    double MinY = 0;
+    double MaxY = 0;
+    double ZeroValue = 0;
+    double BaseLineSlope = 0;
+    bool Stale = false;
+    bool AwaitsFiniteY = false;
+};
+
 /// The corrected Y of a point is Y − ZeroValue − BaseLineSlope·X. Points keep the raw Y; extents are of the
 /// corrected one.
 ///
@@ -95,6 +107,9 @@ public:
     double MinY() const { return m_minY; }
     double MaxY() const { return m_maxY; }
     bool ExtentsStale() const { return m_extentsStale; }
+    TSeriesExtents Extents() const;
+    /// Puts extents and baseline back that the series had with the points that it has. No notification.
+    void RestoreExtents(const TSeriesExtents& extents);
     /// Applies AutoZero and works out all extents from the points. Does nothing on an empty series.
     void RecalcExtents();
     /// With AutoZero on, sets ZeroValue to the lowest finite raw Y and the slope to 0; without such a Y

@@ -40,6 +40,21 @@ double LargestIfPositive(double largest, double minimum) {
 
 } // namespace
 
+TSeriesExtents TDataSeries::Extents() const {
+    return {m_minX, m_maxX, m_minY, m_maxY, m_zeroValue, m_baseLineSlope, m_extentsStale, m_awaitsFiniteY};
+}
+
+void TDataSeries::RestoreExtents(const TSeriesExtents& extents) {
+    m_minX = extents.MinX;
+    m_maxX = extents.MaxX;
+    m_minY = extents.MinY;
+    m_maxY = extents.MaxY;
+    m_zeroValue = extents.ZeroValue;
+    m_baseLineSlope = extents.BaseLineSlope;
+    m_extentsStale = extents.Stale;
+    m_awaitsFiniteY = extents.AwaitsFiniteY;
+}
+
 void TDataSeries::StartExtents(double x, double y) {
     if (m_autoZero && std::isfinite(y)) {
         m_zeroValue = y;

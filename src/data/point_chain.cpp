@@ -31,6 +31,24 @@ TPointCursor TPointCursor::Next() const {
     return {m_block + 1, m_end, 0};
 }
 
+TPointChain::TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId) {
+    m_ids.StartBehind(lastId);
+    m_blocks.reserve(runs.size());
+    m_reach.reserve(runs.size());
+    double reach = kNoReach;
+    for (const TPointSpans& run : runs) {
+        auto block = std::make_unique<TPointBlock>(TPointBlock::kCapacity);
+        for (std::size_t i = 0; i < run.Ids.size(); ++i) {
+            block->Insert(i, run.Ids[i], run.X[i], run.Y[i]);
+            m_ids.Revive(run.Ids[i], block.get());
+        }
+        m_count += static_cast<int>(run.Ids.size());
+        reach = std::max(reach, block->MaxX());
+        m_reach.push_back(reach);
+        m_blocks.push_back(std::move(block));
+    }
+}
+
 TPointChain::TPointChain(const TPointChain& other)
     : m_reach(other.m_reach), m_ids(other.m_ids), m_count(other.m_count) {
     m_blocks.reserve(other.m_blocks.size());

@@ -27,4 +27,18 @@ void TPointIdIndex::Remove(std::int32_t id) {
     if (--page.Live == 0 && page.Blocks.size() == kPageSize) page.Blocks = {};
 }
 
+void TPointIdIndex::StartBehind(std::int32_t lastId) {
+    m_lastId = lastId;
+    m_pages.resize((static_cast<std::size_t>(lastId) + kPageSize - 1) >> kPageBits);
+    const std::size_t begun = static_cast<std::size_t>(lastId) & (kPageSize - 1);
+    if (begun > 0) m_pages.back().Blocks.assign(begun, nullptr);
+}
+
+void TPointIdIndex::Revive(std::int32_t id, TPointBlock* block) {
+    TPage& page = m_pages[PageOf(id)];
+    if (page.Blocks.empty()) page.Blocks.assign(kPageSize, nullptr);
+    page.Blocks[SlotOf(id)] = block;
+    ++page.Live;
+}
+
 } // namespace lumoplot

@@ -28,6 +28,11 @@ public:
     void Relink(std::int32_t id, TPointBlock* block);
     void Remove(std::int32_t id);
 
+    /// Makes a new index one that has handed out the Ids up to `lastId`, all of them gone.
+    void StartBehind(std::int32_t lastId);
+    /// Notes that a point of `block` has an Id that was gone.
+    void Revive(std::int32_t id, TPointBlock* block);
+
 private:
     static constexpr int kPageBits = 10;
     static constexpr std::int32_t kPageSize = 1 << kPageBits;

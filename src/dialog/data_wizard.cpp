@@ -5,6 +5,8 @@
 #include "dialog/filtering_page.h"
 #include "dialog/general_page.h"
 #include "dialog/regressions_page.h"
+#include "dialog/undo_recorder.h"
+#include "dialogs/graph_edit_bar.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
@@ -18,11 +20,11 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TxyDataWizard>()), m_workGraph(nullptr) {
     m_ui->setupUi(this);
     setAcceptDrops(true);
-    m_workGraph = new TxyChildGr(m_ui->pagePreview);
-    m_ui->previewLayout->addWidget(m_workGraph);
+    SetUpPreview();
     connect(m_workGraph, &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
         if (series == m_currSeries) m_currSeries = nullptr;
     });
+    SetUpUndo();
     AddPages();
     ConnectControls();
     ShowSeries(-1);
@@ -31,11 +33,22 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
 // The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
 // an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
+    m_undo->Stop();
     m_filling = true;
     m_currSeries = nullptr;
     m_workGraph->disconnect(this);
     m_ui->tabs->disconnect(this);
     for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
+}
+
+void TxyDataWizard::SetUpPreview() {
+    m_workGraph = new TxyChildGr(m_ui->pagePreview);
+    m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
+    m_ui->previewLayout->addWidget(m_editBar);
+    m_ui->previewLayout->addWidget(m_workGraph, 1);
+    connect(m_editBar, &TGraphEditBar::Edited, this,
+            [this](const QString& step) { NameStep(step.toStdString()); });
+    connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);
 }
 
 void TxyDataWizard::AddPages() {
@@ -90,6 +103,12 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
     FillList(m_workGraph->Appearance()->CurrSerIndex());
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
+    m_undo->Start();
+}
+
+void TxyDataWizard::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) m_undo->Stop();
+    QDialog::hideEvent(event);
 }
 
 void TxyDataWizard::CommitManualData() {
@@ -109,8 +128,13 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
     m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
     m_workGraph->setVisible(preview);
-    if (leaving && m_currSeries)
-        for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
+    if (!leaving) return;
+    m_editBar->ShowZoom();
+    RefillPages(); // points and marks may have been edited
+    if (m_currSeries)
+        m_undo->Quietly([this] {
+            for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
+        });
 }
 
 int TxyDataWizard::NumberOfItem(int item) const {
@@ -161,6 +185,10 @@ void TxyDataWizard::TabChanged(int page) {
 }
 
 void TxyDataWizard::ShowSeries(int number) {
+    m_undo->Quietly([&] { FillPages(number); });
+}
+
+void TxyDataWizard::FillPages(int number) {
     m_filling = true;
     m_currSeries = number == -1 ? nullptr : m_workGraph->FindSeries(number);
     EnableSeriesControls(m_currSeries != nullptr);

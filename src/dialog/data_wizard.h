@@ -17,6 +17,8 @@ class TxyDataWizard;
 namespace lumoplot {
 
 class TDataSourcePage;
+class TGraphEditBar;
+class TUndoRecorder;
 
 class TxyDataWizard : public QDialog, public TWizardContext {
     Q_OBJECT
@@ -64,11 +66,13 @@ public:
     void CommitPages() override { CommitManualData(); }
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
+    void NameStep(const std::string& name) override;
 
     void reject() override { done(kCancel); }
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -83,6 +87,14 @@ private:
     void CommitManualData();
     void SetPreviewMode(bool preview);
     void CloseWith(int result);
+    void FillPages(int number);
+
+    void SetUpPreview();
+    void SetUpUndo();
+    bool TakePendingEdits();
+    void ShowSteps();
+    void UndoStep();
+    void RedoStep();
 
     void DeleteSeries();
     void ImportSeries();
@@ -95,6 +107,8 @@ private:
 
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
+    TGraphEditBar* m_editBar = nullptr;
+    TUndoRecorder* m_undo = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;
     TSeries* m_currSeries = nullptr;

@@ -1,6 +1,7 @@
 #include "dialog/manual_panel.h"
 
 #include "dialog/manual_commit.h"
+#include "dialogs/set_values_dialog.h"
 #include "ui_manual_panel.h"
 
 #include <QLocale>
@@ -27,6 +28,7 @@ TManualPanel::TManualPanel(TWizardContext& context, QWidget* parent)
     on(m_ui->btnDeleteRows, &TManualGrid::DeleteSelectedRows);
     on(m_ui->btnUndo, &TManualGrid::UndoEdit);
     on(m_ui->btnRedo, &TManualGrid::RedoEdit);
+    connect(m_ui->btnSetValues, &QPushButton::clicked, this, [this] { Guarded([this] { SetValues(); }); });
     connect(m_ui->cbx_ManualXFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
         const auto format = static_cast<TColumnFormat>(item);
         m_points.SetXFormat(format);
@@ -62,6 +64,13 @@ bool TManualPanel::Commit(TEqualX equalX) {
         m_ui->grid->GoTo(static_cast<int>(error.Row), error.Column);
         throw;
     }
+}
+
+void TManualPanel::SetValues() {
+    TSeries* series = m_context.CurrSeries();
+    if (m_context.Filling() || !series || !Commit(TEqualX::Ask) || !SetValuesOf(*series, window())) return;
+    m_context.NameStep("set values of " + series->SeriesName());
+    m_context.RefillPages();
 }
 
 void TManualPanel::ShowState() {

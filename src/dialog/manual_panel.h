@@ -28,6 +28,7 @@ public:
     bool Commit(TEqualX equalX);
 
 private:
+    void SetValues();
     void ShowState();
 
     TWizardContext& m_context;

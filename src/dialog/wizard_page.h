@@ -6,6 +6,7 @@
 #include "support/guard.h"
 
 #include <QWidget>
+#include <string>
 
 namespace lumoplot {
 
@@ -27,6 +28,9 @@ public:
     virtual void FillList(int number) = 0;
     /// The name edit has given the current data set another name.
     virtual void ShowSeriesName(const QString& name) = 0;
+    /// Names the step that undoes what the event at hand changes ("fit Run 1"). Steps that nobody names are
+    /// named after what has changed and the control that did it.
+    virtual void NameStep(const std::string& name) { static_cast<void>(name); }
 };
 
 class TWizardPage : public QWidget {

@@ -11,7 +11,7 @@ namespace {
 /// Gives a double its value back, whatever a formula has assigned to it.
 class TKeeper {
 public:
-    explicit TKeeper(double* variable) : m_variable(variable), m_value(variable ? *variable : 0) {}
+    TKeeper(double* variable) : m_variable(variable), m_value(variable ? *variable : 0) {}
     ~TKeeper() {
         if (m_variable) *m_variable = m_value;
     }
@@ -27,10 +27,10 @@ private:
 
 TBlockEvaluator::TBlockEvaluator(TExpressionParser& parser, double* xVariable,
                                  std::span<double* const> variables, const TBlockKernels* kernels)
-    : m_expression(parser.Selected()), m_xVariable(xVariable), m_variableCount(variables.size()) {
+    : m_expression(parser.Selected()), m_inputs{xVariable}, m_variableCount(variables.size()) {
     if (!m_expression) return;
     if (!kernels) kernels = *AvailableKernels();
-    TBlockGraph graph(*m_expression, xVariable);
+    TBlockGraph graph(*m_expression, m_inputs);
     std::vector<TNodeIndex> outputs = {graph.Root()};
     if (!graph.IsSequential()) m_values = std::make_unique<TBlockProgram>(graph, outputs, *kernels);
     if (variables.empty()) return;
@@ -39,27 +39,47 @@ TBlockEvaluator::TBlockEvaluator(TExpressionParser& parser, double* xVariable,
     m_slopes = std::make_unique<TBlockProgram>(graph, outputs, *kernels);
 }
 
+TBlockEvaluator::TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns)
+    : m_expression(parser.Selected()), m_inputs(columns.begin(), columns.end()), m_variableCount(0) {
+    if (!m_expression) return;
+    const TBlockGraph graph(*m_expression, m_inputs);
+    const TNodeIndex outputs[] = {graph.Root()};
+    if (!graph.IsSequential())
+        m_values = std::make_unique<TBlockProgram>(graph, outputs, **AvailableKernels());
+}
+
 TBlockEvaluator::~TBlockEvaluator() = default;
 TBlockEvaluator::TBlockEvaluator(TBlockEvaluator&&) noexcept = default;
 TBlockEvaluator& TBlockEvaluator::operator=(TBlockEvaluator&&) noexcept = default;
 
 void TBlockEvaluator::Evaluate(std::span<const double> x, std::span<double> y) {
     assert(y.size() == x.size());
-    double* const results[] = {y.data()};
-    if (m_values)
-        m_values->Run(x, results);
-    else
-        EvaluateOneByOne(x, y);
+    const double* const columns[] = {x.data()};
+    EvaluateColumns(columns, y);
 }
 
-void TBlockEvaluator::EvaluateOneByOne(std::span<const double> x, std::span<double> y) {
+void TBlockEvaluator::EvaluateColumns(std::span<const double* const> columns, std::span<double> y) {
+    assert(columns.size() == m_inputs.size());
+    double* const results[] = {y.data()};
+    if (m_values)
+        m_values->Run(columns, y.size(), results);
+    else
+        EvaluateOneByOne(columns, y);
+}
+
+bool TBlockEvaluator::Reads(std::size_t column) const {
+    return m_values ? m_values->Reads(column) : m_expression != nullptr;
+}
+
+void TBlockEvaluator::EvaluateOneByOne(std::span<const double* const> columns, std::span<double> y) {
     if (!m_expression) {
         std::fill(y.begin(), y.end(), kNotANumber);
         return;
     }
-    const TKeeper keeper(m_xVariable);
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        if (m_xVariable) *m_xVariable = x[i];
+    const std::vector<TKeeper> keepers(m_inputs.begin(), m_inputs.end());
+    for (std::size_t i = 0; i < y.size(); ++i) {
+        for (std::size_t c = 0; c < m_inputs.size(); ++c)
+            if (m_inputs[c]) *m_inputs[c] = columns[c][i];
         y[i] = m_expression->Evaluate();
     }
 }
@@ -71,10 +91,11 @@ void TBlockEvaluator::EvaluateWithDerivatives(std::span<const double> x, std::sp
         std::fill(jacobian.begin(), jacobian.end(), kNotANumber);
         return Evaluate(x, y);
     }
-    const TKeeper keeper(m_xVariable);
+    const std::vector<TKeeper> keepers(m_inputs.begin(), m_inputs.end());
     std::vector<double*> results = {y.data()};
     for (std::size_t v = 0; v < m_variableCount; ++v) results.push_back(jacobian.data() + v * x.size());
-    m_slopes->Run(x, results);
+    const double* const columns[] = {x.data()};
+    m_slopes->Run(columns, x.size(), results);
 }
 
 } // namespace lumoplot

@@ -27,12 +27,18 @@ public:
     /// and the formula has a word that is not built in.
     TBlockEvaluator(TExpressionParser& parser, double* xVariable, std::span<double* const> variables = {},
                     const TBlockKernels* kernels = nullptr);
+    /// For several doubles that vary together, each a column of its own; no derivatives.
+    TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns);
     ~TBlockEvaluator();
     TBlockEvaluator(TBlockEvaluator&&) noexcept;
     TBlockEvaluator& operator=(TBlockEvaluator&&) noexcept;
 
     /// y[i] = formula at x[i]; both are of one length. The double bound as x keeps its value.
     void Evaluate(std::span<const double> x, std::span<double> y);
+    /// y[i] = formula with columns[c][i] as the double c. A column that is not read may be null.
+    void EvaluateColumns(std::span<const double* const> columns, std::span<double> y);
+    /// The formula may read that column.
+    bool Reads(std::size_t column) const;
 
     /// Also the exact first derivatives, by forward differentiation of the formula, one column of x.size()
     /// numbers for each variable: jacobian[v * x.size() + i] is the derivative by variable v at x[i]. Steps
@@ -42,10 +48,10 @@ public:
     void EvaluateWithDerivatives(std::span<const double> x, std::span<double> y, std::span<double> jacobian);
 
 private:
-    void EvaluateOneByOne(std::span<const double> x, std::span<double> y);
+    void EvaluateOneByOne(std::span<const double* const> columns, std::span<double> y);
 
     TCompiledExpression* m_expression;
-    double* m_xVariable;
+    std::vector<double*> m_inputs; ///< the doubles that vary; null for none
     std::size_t m_variableCount;
     std::unique_ptr<TBlockProgram> m_values;
     std::unique_ptr<TBlockProgram> m_slopes;

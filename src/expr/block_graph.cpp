@@ -22,8 +22,8 @@ std::size_t TBlockGraph::THash::operator()(const TBlockNode& node) const {
     return static_cast<std::size_t>(hash);
 }
 
-TBlockGraph::TBlockGraph(const TCompiledExpression& expression, const double* xVariable)
-    : m_xVariable(xVariable), m_recordNodes(expression.Records.size(), kNoNode),
+TBlockGraph::TBlockGraph(const TCompiledExpression& expression, std::span<double* const> inputs)
+    : m_inputs(inputs.begin(), inputs.end()), m_recordNodes(expression.Records.size(), kNoNode),
       m_sequential(expression.Ordered) {
     for (std::size_t i = 0; i < expression.Records.size() && !m_foreignWord; ++i) {
         const TEvalRecord& record = expression.Records[i];
@@ -65,7 +65,10 @@ TNodeIndex TBlockGraph::NodeOf(const TCompiledExpression& expression, double* va
     if (record < m_recordNodes.size()) return m_recordNodes[record];
     if (const auto store = m_stores.find(value); store != m_stores.end()) return store->second;
     TBlockNode node;
-    node.Kind = value == m_xVariable ? TNodeKind::Input : TNodeKind::Variable;
+    const auto input = std::ranges::find(m_inputs, value);
+    const bool varies = input != m_inputs.end();
+    node.Kind = varies ? TNodeKind::Input : TNodeKind::Variable;
+    if (varies) node.Value = static_cast<double>(input - m_inputs.begin());
     node.Variable = value;
     return Share(node);
 }

@@ -6,6 +6,7 @@
 #include "expr/operation.h"
 
 #include <array>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace lumoplot {
 enum class TNodeKind : std::uint8_t {
     Constant,
     Variable, ///< a double outside, read before each run
-    Input,    ///< the block of x
+    Input,    ///< a block of x; Value is the number of its column
     String,   ///< a comparison of strings
     Step,
 };
@@ -40,8 +41,8 @@ using TBlockStores = std::unordered_map<double*, TNodeIndex>;
 
 class TBlockGraph {
 public:
-    /// `xVariable` may be null: then nothing varies within a block.
-    TBlockGraph(const TCompiledExpression& expression, const double* xVariable);
+    /// The doubles in `inputs` vary within a block, each as the column of its place; null ones are none.
+    TBlockGraph(const TCompiledExpression& expression, std::span<double* const> inputs);
 
     const std::vector<TBlockNode>& Nodes() const { return m_nodes; }
     const TBlockNode& At(TNodeIndex node) const { return m_nodes[static_cast<std::size_t>(node)]; }
@@ -76,7 +77,7 @@ private:
     TNodeIndex AddUnknown(const TEvalRecord& record);
     void Assign(const TCompiledExpression& expression, double* target, TNodeIndex value);
 
-    const double* m_xVariable;
+    std::vector<double*> m_inputs;
     std::vector<TBlockNode> m_nodes;
     std::unordered_map<TBlockNode, TNodeIndex, THash> m_known;
     std::vector<TNodeIndex> m_recordNodes;

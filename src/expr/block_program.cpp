@@ -54,8 +54,16 @@ std::vector<bool> TBlockProgram::FindVarying(const TBlockGraph& graph) const {
 void TBlockProgram::Schedule(const TBlockGraph& graph, const TSlots& lastUse, const TBlockKernels& kernels) {
     const std::vector<bool> varying = FindVarying(graph);
     std::vector<int> slotOf(varying.size(), kNever);
+    // All inputs are filled before the first step, so no other value may have one of their slots till then.
     for (std::size_t i = 0; i < varying.size(); ++i) {
-        if (lastUse[i] == kNever) continue;
+        const TBlockNode& node = graph.At(static_cast<TNodeIndex>(i));
+        if (lastUse[i] == kNever || node.Kind != TNodeKind::Input) continue;
+        slotOf[i] = TakeSlot();
+        m_operands[i] = {SlotData(slotOf[i]), false};
+        m_inputs.push_back({static_cast<std::size_t>(node.Value), SlotData(slotOf[i])});
+    }
+    for (std::size_t i = 0; i < varying.size(); ++i) {
+        if (lastUse[i] == kNever || graph.At(static_cast<TNodeIndex>(i)).Kind == TNodeKind::Input) continue;
         const auto index = static_cast<TNodeIndex>(i);
         const TBlockNode& node = graph.At(index);
         if (!varying[i]) {
@@ -71,10 +79,7 @@ void TBlockProgram::Schedule(const TBlockGraph& graph, const TSlots& lastUse, co
         }
         slotOf[i] = TakeSlot();
         m_operands[i] = {SlotData(slotOf[i]), false};
-        if (node.Kind == TNodeKind::Input)
-            m_input = SlotData(slotOf[i]);
-        else
-            AddInstruction(node, SlotData(slotOf[i]), kernels);
+        AddInstruction(node, SlotData(slotOf[i]), kernels);
     }
 }
 
@@ -99,21 +104,25 @@ TBlockOperand TBlockProgram::OperandOf(TNodeIndex node) const {
     return node == kNoNode ? TBlockOperand{&kZero, true} : m_operands[static_cast<std::size_t>(node)];
 }
 
-void TBlockProgram::Run(std::span<const double> x, std::span<double* const> results) {
-    if (!m_sequential) return RunOnce(x, results);
-    std::vector<double*> places(results.begin(), results.end());
-    for (const double& value : x) {
-        RunOnce({&value, 1}, places);
+bool TBlockProgram::Reads(std::size_t column) const {
+    return std::ranges::find(m_inputs, column, &TInput::Column) != m_inputs.end();
+}
+
+void TBlockProgram::Run(std::span<const double* const> columns, std::size_t count,
+                        std::span<double* const> results) {
+    if (!m_sequential) return RunOnce(columns, 0, count, results);
+    for (std::size_t i = 0; i < count; ++i) {
+        RunOnce(columns, i, i + 1, results);
         for (const TStore& store : m_stores) *store.Target = *store.Source.Data;
-        for (double*& place : places) ++place;
     }
 }
 
-void TBlockProgram::RunOnce(std::span<const double> x, std::span<double* const> results) {
+void TBlockProgram::RunOnce(std::span<const double* const> columns, std::size_t start, std::size_t end,
+                            std::span<double* const> results) {
     ComputeUniforms();
-    for (std::size_t start = 0; start < x.size(); start += kBlockSize) {
-        const std::size_t count = std::min<std::size_t>(kBlockSize, x.size() - start);
-        if (m_input) std::copy_n(&x[start], count, m_input);
+    for (; start < end; start += kBlockSize) {
+        const std::size_t count = std::min<std::size_t>(kBlockSize, end - start);
+        for (const TInput& input : m_inputs) std::copy_n(columns[input.Column] + start, count, input.Slot);
         RunBlock(static_cast<int>(count));
         for (std::size_t k = 0; k < results.size(); ++k) {
             double* result = results[k] + start;

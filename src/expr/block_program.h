@@ -18,8 +18,11 @@ public:
     TBlockProgram(const TBlockGraph& graph, std::span<const TNodeIndex> outputs,
                   const TBlockKernels& kernels);
 
-    /// results[k][i] = outputs[k] at x[i]; `results` has one pointer for each output.
-    void Run(std::span<const double> x, std::span<double* const> results);
+    /// results[k][i] = outputs[k] with columns[c][i] as input c, for i below `count`; one pointer for each
+    /// column that the graph has inputs for and for each output.
+    void Run(std::span<const double* const> columns, std::size_t count, std::span<double* const> results);
+    /// The formula reads that column.
+    bool Reads(std::size_t column) const;
 
 private:
     static constexpr int kBlockSize = 256;
@@ -34,6 +37,10 @@ private:
         TOperation Operation;
         std::array<TBlockOperand, kMaxOperands> Args;
         double* Result;
+    };
+    struct TInput {
+        std::size_t Column;
+        double* Slot;
     };
     struct TStore {
         double* Target;
@@ -50,7 +57,8 @@ private:
     double* SlotData(int slot) { return m_slots[static_cast<std::size_t>(slot)].get(); }
     TBlockOperand OperandOf(TNodeIndex node) const;
 
-    void RunOnce(std::span<const double> x, std::span<double* const> results);
+    void RunOnce(std::span<const double* const> columns, std::size_t start, std::size_t end,
+                 std::span<double* const> results);
     void ComputeUniforms();
     double UniformValue(const TBlockNode& node) const;
     void RunBlock(int count);
@@ -66,7 +74,7 @@ private:
     std::vector<TBlockOperand> m_operands;
     std::vector<std::unique_ptr<double[]>> m_slots;
     std::vector<int> m_freeSlots;
-    double* m_input = nullptr;
+    std::vector<TInput> m_inputs;
 };
 
 } // namespace lumoplot

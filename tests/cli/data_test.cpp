@@ -84,12 +84,5 @@ TEST_F(Data, ASplineIsSampledOnItsOwnGrid) {
         EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", samples}).out, "");
 }
 
-TEST_F(Data, TheCurveOfAFitThatIsNotThereIsEmpty) {
-    const QJsonObject curve = RunForJson({"regress", WithText("a.csv", "x,y\n0,1\n1,3\n"), "--type", "5"});
-    EXPECT_EQ(curve["x"].toArray(), QJsonArray());
-    EXPECT_EQ(curve["derived"].toArray(), QJsonArray());
-    EXPECT_EQ(curve["c1"].toDouble(-1), 0);
-}
-
 } // namespace
 } // namespace lumoplot

@@ -1,0 +1,117 @@
+#include "dialogs/graph_edit_bar.h"
+
+#include "data/ds_info.h"
+#include "dialogs/hand_edit.h"
+#include "dialogs/mark_editor.h"
+#include "dialogs/set_values_dialog.h"
+#include "graph/graph_mouse.h"
+#include "graph/mark_mode.h"
+#include "support/guard.h"
+#include "ui_graph_edit_bar.h"
+
+#include <QAbstractItemView>
+
+namespace lumoplot {
+
+TGraphEditBar::TGraphEditBar(TxyGraph& graph, QWidget* parent)
+    : QWidget(parent), m_graph(&graph), m_ui(std::make_unique<Ui::TGraphEditBar>()),
+      m_editing(std::make_shared<THandEditing>()) {
+    m_ui->setupUi(this);
+    const QPointer<TGraphEditBar> self = this;
+    m_editing->MayEdit = [self](TSeries& series) {
+        const bool wasManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
+        bool may = false;
+        Guarded([&] { may = self && MakeManual(series, self->window()); });
+        if (may && !wasManual) self->m_editing->Edited("make " + series.SeriesName() + " manual");
+        return may;
+    };
+    m_editing->Edited = [self](const std::string& step) {
+        if (self) Q_EMIT self->Edited(QString::fromStdString(step));
+    };
+    ConnectModes();
+    connect(m_ui->cbx_CurrSeries, &QComboBox::activated, this, [this] { PickSeries(); });
+    connect(m_ui->btnMarks, &QPushButton::clicked, this, &TGraphEditBar::EditMarksOfGraph);
+    connect(m_ui->btnSetValues, &QPushButton::clicked, this, &TGraphEditBar::SetValuesOfSeries);
+    connect(&graph, &TxyGraph::OnPaintEnd, this, [this] { ShowSeries(); });
+}
+
+TGraphEditBar::~TGraphEditBar() {
+    if (m_graph) m_graph->Mouse().SetMode(nullptr);
+}
+
+void TGraphEditBar::ConnectModes() {
+    TGraphMouse& mouse = m_graph->Mouse();
+    const auto on = [this](QToolButton* button, auto makeMode) {
+        connect(button, &QToolButton::toggled, this, [this, makeMode](bool chosen) {
+            if (chosen && m_graph) m_graph->Mouse().SetMode(makeMode());
+        });
+    };
+    const auto points = [this, &mouse](TPointAction action) {
+        return [this, &mouse, action] { return std::make_unique<TPointMode>(mouse, action, m_editing); };
+    };
+    on(m_ui->btnShow, [] { return std::unique_ptr<TMouseMode>(); });
+    on(m_ui->btnAddPoint, points(TPointAction::Add));
+    on(m_ui->btnMovePoint, points(TPointAction::Move));
+    on(m_ui->btnDeletePoint, points(TPointAction::Delete));
+    on(m_ui->btnPlaceMark, [this, &mouse] { return std::make_unique<TMarkMode>(mouse, m_editing); });
+    connect(m_ui->btnSnap, &QToolButton::toggled, this, [this](bool snaps) { m_editing->Snaps = snaps; });
+    connect(m_ui->cbx_MarkType, &QComboBox::currentIndexChanged, this, [this](int item) {
+        m_editing->MarkType = static_cast<TMarkType>(item);
+        m_ui->btnPlaceMark->setChecked(true);
+    });
+}
+
+void TGraphEditBar::ShowZoom() {
+    m_ui->btnShow->setChecked(true);
+}
+
+void TGraphEditBar::showEvent(QShowEvent* event) {
+    ShowSeries();
+    QWidget::showEvent(event);
+}
+
+TSeries* TGraphEditBar::Current() const {
+    return m_graph ? m_graph->FindSeries(m_graph->Appearance()->CurrSerIndex()) : nullptr;
+}
+
+/// Lists the data sets anew where the list is out of date.
+void TGraphEditBar::ShowSeries() {
+    if (!m_graph || m_ui->cbx_CurrSeries->view()->isVisible()) return;
+    QStringList names;
+    for (const auto& series : m_graph->Series()) names.append(QString::fromStdString(series->SeriesName()));
+    QStringList shown;
+    for (int i = 0; i < m_ui->cbx_CurrSeries->count(); ++i) shown.append(m_ui->cbx_CurrSeries->itemText(i));
+    if (names != shown) {
+        m_ui->cbx_CurrSeries->clear();
+        m_ui->cbx_CurrSeries->addItems(names);
+    }
+    const TSeries* current = Current();
+    m_ui->cbx_CurrSeries->setCurrentIndex(current ? current->SeriesIndex() - 1 : -1);
+    m_ui->cbx_CurrSeries->setEnabled(!names.isEmpty());
+    m_ui->btnSetValues->setEnabled(current && current->Count() > 0);
+}
+
+void TGraphEditBar::PickSeries() {
+    if (!m_graph) return;
+    m_graph->Appearance()->SetCurrSerIndex(m_ui->cbx_CurrSeries->currentIndex() + 1);
+    Q_EMIT SeriesPicked(m_graph->Appearance()->CurrSerIndex());
+}
+
+void TGraphEditBar::EditMarksOfGraph() {
+    if (!m_graph) return;
+    const auto marks = m_graph->Marks().Marks();
+    const bool shown = m_graph->Appearance()->ShowMarks();
+    EditMarks(window(), *m_graph);
+    if (marks != m_graph->Marks().Marks() || shown != m_graph->Appearance()->ShowMarks())
+        Q_EMIT Edited(QStringLiteral("edit marks"));
+}
+
+void TGraphEditBar::SetValuesOfSeries() {
+    TSeries* series = Current();
+    if (!series) return;
+    bool set = false;
+    Guarded([&] { set = SetValuesOf(*series, window()); });
+    if (set) Q_EMIT Edited(QStringLiteral("set values of ") + QString::fromStdString(series->SeriesName()));
+}
+
+} // namespace lumoplot

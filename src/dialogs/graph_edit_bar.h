@@ -1,0 +1,57 @@
+// The bar beside a graph that chooses what the mouse does on it: zoom, edit the points of the current data
+// set, place marks. It opens the mark editor and the set-values dialog, too. Used by the data editor's
+// preview and by hosts.
+#pragma once
+
+#include "graph/graph.h"
+#include "graph/hand_editing.h"
+#include "graph/point_mode.h"
+
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+class QToolButton;
+
+namespace Ui {
+class TGraphEditBar;
+}
+
+namespace lumoplot {
+
+class TGraphEditBar : public QWidget {
+    Q_OBJECT
+
+public:
+    /// The graph is borrowed; either may go first.
+    explicit TGraphEditBar(TxyGraph& graph, QWidget* parent = nullptr);
+    ~TGraphEditBar() override;
+
+    /// The mouse zooms again.
+    void ShowZoom();
+
+public Q_SLOTS:
+    void EditMarksOfGraph();
+    void SetValuesOfSeries();
+
+Q_SIGNALS:
+    /// Something was edited: "move point of Run 1".
+    void Edited(const QString& step);
+    /// Another data set was chosen as the current one.
+    void SeriesPicked(int number);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void ConnectModes();
+    void ShowSeries();
+    void PickSeries();
+    TSeries* Current() const;
+
+    QPointer<TxyGraph> m_graph;
+    std::unique_ptr<Ui::TGraphEditBar> m_ui;
+    std::shared_ptr<THandEditing> m_editing;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,16 @@
+// The one question before the points of a data set that comes from a source are edited by hand.
+#pragma once
+
+#include "graph/series.h"
+
+class QWidget;
+
+namespace lumoplot {
+
+/// True when the points may be edited: at once for manual data; else the user is asked, and on Yes every row
+/// of the source is read (a preview holds only some of them) and the data set is manual from then on. False
+/// when the user does not want that or cancels the reading; then nothing has changed. Throws what the source
+/// throws.
+bool MakeManual(TSeries& series, QWidget* window);
+
+} // namespace lumoplot

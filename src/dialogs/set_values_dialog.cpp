@@ -1,0 +1,151 @@
+#include "dialogs/set_values_dialog.h"
+
+#include "dialogs/hand_edit.h"
+#include "graph/graph.h"
+#include "support/errors.h"
+#include "support/guard.h"
+#include "support/number_text.h"
+#include "ui_set_values_dialog.h"
+
+#include <QHeaderView>
+#include <QLocale>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kShownDigits = 6;
+
+double BoundIn(const QLineEdit& edit) {
+    const double value = ParseFloat(edit.text().toStdString());
+    if (std::isnan(value)) throw EConvertError("'" + edit.text().toStdString() + "' is no bound of a range");
+    return value;
+}
+
+QTableWidgetItem* Cell(const QString& text) {
+    auto* cell = new QTableWidgetItem(text);
+    cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return cell;
+}
+
+QTableWidgetItem* NumberCell(double value) {
+    return Cell(QString::fromStdString(FormatGeneral(value, kShownDigits)));
+}
+
+QString CountText(const TSeries& series, std::size_t chosen, int unusable) {
+    const QLocale locale;
+    QString text = QStringLiteral("%1 of %2 points")
+                       .arg(locale.toString(static_cast<int>(chosen)), locale.toString(series.Count()));
+    if (unusable > 0)
+        text += unusable == 1 ? QStringLiteral("; 1 of them has no new value and keeps its Y")
+                              : QStringLiteral("; %1 of them have no new value and keep their Y")
+                                    .arg(locale.toString(unusable));
+    return text + QLatin1Char('.');
+}
+
+} // namespace
+
+Txy_SetValues::Txy_SetValues(TSeries& series, QWidget* parent)
+    : QDialog(parent), m_series(series), m_ui(std::make_unique<Ui::Txy_SetValues>()) {
+    m_ui->setupUi(this);
+    setWindowTitle(QStringLiteral("Set Values of ") + QString::fromStdString(series.SeriesName()));
+    QPalette faulty = m_ui->lblFormulaError->palette();
+    faulty.setColor(QPalette::WindowText, QColor(229, 57, 53));
+    m_ui->lblFormulaError->setPalette(faulty);
+    m_ui->t_Preview->setColumnCount(3);
+    m_ui->t_Preview->setHorizontalHeaderLabels(
+        {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("New Y")});
+    m_ui->t_Preview->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_ui->e_From->setText(QString::fromStdString(FormatShortest(series.MinX())));
+    m_ui->e_To->setText(QString::fromStdString(FormatShortest(series.MaxX())));
+    ListVariables();
+    ConnectControls();
+    ShowFirstValues();
+}
+
+Txy_SetValues::~Txy_SetValues() = default;
+
+void Txy_SetValues::ConnectControls() {
+    connect(m_ui->e_Formula, &QLineEdit::textChanged, this, [this] { ShowFirstValues(); });
+    connect(m_ui->rb_Range, &QRadioButton::toggled, this, [this] { ShowFirstValues(); });
+    for (QLineEdit* edit : {m_ui->e_From, m_ui->e_To}) {
+        connect(edit, &QLineEdit::textEdited, this, [this] { m_ui->rb_Range->setChecked(true); });
+        connect(edit, &QLineEdit::textChanged, this, [this] { ShowFirstValues(); });
+    }
+    connect(m_ui->m_Variables, &QListWidget::itemActivated, this,
+            [this](const QListWidgetItem* item) { InsertVariable(item->data(Qt::UserRole).toString()); });
+    connect(m_ui->btnOk, &QPushButton::clicked, this, &Txy_SetValues::accept);
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void Txy_SetValues::ListVariables() {
+    const auto add = [this](const QString& variable, const QString& meaning) {
+        auto* item = new QListWidgetItem(variable + QStringLiteral(" – ") + meaning, m_ui->m_Variables);
+        item->setData(Qt::UserRole, variable.section(QStringLiteral(", "), -1));
+    };
+    add(QStringLiteral("x"), QStringLiteral("X of the point"));
+    add(QStringLiteral("y"), QStringLiteral("its Y"));
+    add(QStringLiteral("n"), QStringLiteral("its number, from 1"));
+    const TxyGraph& graph = m_series.Graph();
+    const std::vector<std::string> variables = SeriesVariables(graph);
+    for (std::size_t i = 0; i < variables.size(); ++i)
+        add(QString::fromStdString(variables[i]),
+            QStringLiteral("Y of ") + QString::fromStdString(graph.Series()[i]->SeriesName()));
+}
+
+void Txy_SetValues::InsertVariable(const QString& variable) {
+    m_ui->e_Formula->insert(variable);
+    m_ui->e_Formula->setFocus();
+}
+
+std::optional<TXRange> Txy_SetValues::Range() const {
+    if (m_ui->rb_AllPoints->isChecked()) return std::nullopt;
+    return TXRange{BoundIn(*m_ui->e_From), BoundIn(*m_ui->e_To)};
+}
+
+void Txy_SetValues::ShowFirstValues() {
+    const std::string formula = m_ui->e_Formula->text().toStdString();
+    try {
+        if (Trimmed(formula).empty()) return ShowProblem({});
+        const TNewValues values = TValueFormula(m_series, formula).Evaluate(Range());
+        FillTable(values);
+        m_ui->lblFormulaError->clear();
+        m_ui->lblCount->setText(CountText(m_series, values.Points.size(), values.Unusable));
+        m_ui->btnOk->setEnabled(!values.Points.empty());
+    } catch (const ELumoError& error) {
+        ShowProblem(QString::fromUtf8(error.what()));
+    }
+}
+
+void Txy_SetValues::ShowProblem(const QString& text) {
+    m_ui->lblFormulaError->setText(text);
+    m_ui->t_Preview->setRowCount(0);
+    m_ui->lblCount->clear();
+    m_ui->btnOk->setEnabled(false);
+}
+
+void Txy_SetValues::FillTable(const TNewValues& values) {
+    const int rows = std::min(kPreviewRows, static_cast<int>(values.Points.size()));
+    m_ui->t_Preview->setRowCount(rows);
+    for (int row = 0; row < rows; ++row) {
+        const auto place = static_cast<std::size_t>(row);
+        const TSeriesPoint& point = values.Points[place];
+        const double y = values.Y[place];
+        m_ui->t_Preview->setItem(row, 0, NumberCell(point.X));
+        m_ui->t_Preview->setItem(row, 1, NumberCell(point.Y));
+        m_ui->t_Preview->setItem(row, 2, std::isfinite(y) ? NumberCell(y) : Cell(QStringLiteral("(stays)")));
+    }
+}
+
+void Txy_SetValues::accept() {
+    const bool set =
+        Guarded([this] { TValueFormula(m_series, m_ui->e_Formula->text().toStdString()).Apply(Range()); });
+    if (set) QDialog::accept();
+}
+
+bool SetValuesOf(TSeries& series, QWidget* window) {
+    if (!MakeManual(series, window)) return false;
+    return Txy_SetValues(series, window).exec() == QDialog::Accepted;
+}
+
+} // namespace lumoplot

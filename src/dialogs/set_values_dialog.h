@@ -1,0 +1,45 @@
+// The dialog that gives the points of a data set new Y values from a formula. While the formula is typed it
+// shows the first values; what is wrong with it stands below it.
+#pragma once
+
+#include "graph/set_values.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class Txy_SetValues;
+}
+
+namespace lumoplot {
+
+class Txy_SetValues : public QDialog {
+    Q_OBJECT
+
+public:
+    static constexpr int kPreviewRows = 50;
+
+    explicit Txy_SetValues(TSeries& series, QWidget* parent = nullptr);
+    ~Txy_SetValues() override;
+
+    /// Sets the values when the formula and the range are good; else stays open.
+    void accept() override;
+
+private:
+    void ConnectControls();
+    void ListVariables();
+    void ShowFirstValues();
+    void ShowProblem(const QString& text);
+    void FillTable(const TNewValues& values);
+    void InsertVariable(const QString& entry);
+    /// The range of X, nothing for all points. Throws EConvertError.
+    std::optional<TXRange> Range() const;
+
+    TSeries& m_series;
+    std::unique_ptr<Ui::Txy_SetValues> m_ui;
+};
+
+/// Asks whether a sourced data set may be edited and shows the dialog. True when values were set.
+bool SetValuesOf(TSeries& series, QWidget* window);
+
+} // namespace lumoplot

@@ -1,0 +1,135 @@
+#include "dialogs/mark_editor.h"
+
+#include "common/recording_sink.h"
+#include "common/window_driver.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+namespace lumoplot {
+namespace {
+
+class MarkEditor : public testing::Test {
+protected:
+    /// Shows the editor on these marks.
+    void Show(std::initializer_list<TGraphMark> marks) {
+        for (const TGraphMark& mark : marks) Graph.AddMark(mark);
+        Editor = std::make_unique<TxyMark>(Graph, nullptr);
+        Editor->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(Editor.get()));
+    }
+    template <class TControl>
+    TControl& Find(const char* name) {
+        return Control<TControl>(*Editor, name);
+    }
+    QListWidget& List() { return Find<QListWidget>("m_Marks"); }
+    std::string Entry(int row) { return List().item(row)->text().toStdString(); }
+    void Select(int row) {
+        QTest::mouseClick(List().viewport(), Qt::LeftButton, {},
+                          List().visualItemRect(List().item(row)).center());
+    }
+    const TGraphMark& Mark(int id) { return *Graph.Marks().Find(id); }
+    /// The labels of the coordinates that are shown.
+    std::string Labels() {
+        std::string labels;
+        for (const char* name : {"lblX1", "lblY1", "lblX2", "lblY2"})
+            if (Find<QLabel>(name).isVisible()) labels += Find<QLabel>(name).text().toStdString() + ";";
+        return labels;
+    }
+
+    TRecordingSink Sink;
+    TxyGraph Graph;
+    std::unique_ptr<TxyMark> Editor;
+};
+
+TEST_F(MarkEditor, NothingIsSelectedAtFirst) {
+    Show({{.Caption = "limit"}});
+    EXPECT_EQ(Entry(0), "1: limit");
+    EXPECT_EQ(Labels(), "");
+    for (const char* name : {"cbx_Type", "cbx_Status", "m_Text", "btnColor", "btnDelete"})
+        EXPECT_FALSE(Find<QWidget>(name).isEnabled()) << name;
+}
+
+TEST_F(MarkEditor, TheTypeSaysWhichCoordinatesThereAre) {
+    Show({{.X1 = 1, .Y1 = 2, .X2 = 3, .Y2 = 4, .TypeOfMark = TMarkType::Line}});
+    Select(0);
+    EXPECT_EQ(Labels(), "Origin X = ;Origin Y = ;End X = ;End Y = ;");
+    Choose(*Editor, "cbx_Type", 2);
+    EXPECT_EQ(Labels(), "Point X = ;Point Y = ;Point Width;");
+    EXPECT_EQ(Find<QLineEdit>("e_X2").text(), "3");
+    Choose(*Editor, "cbx_Type", 1);
+    EXPECT_EQ(Labels(), "Hor Line Y = ;");
+    Choose(*Editor, "cbx_Type", 0);
+    EXPECT_EQ(Labels(), "Vert Line X = ;");
+    EXPECT_EQ(Mark(1).TypeOfMark, TMarkType::VerticalLine);
+    EXPECT_EQ(Mark(1).Y2, 4);
+}
+
+TEST_F(MarkEditor, CoordinatesAreWrittenWhenTheirEditIsLeftAndByEnter) {
+    Show({{.X1 = 1, .TypeOfMark = TMarkType::Line}});
+    Select(0);
+    Type(*Editor, "e_X1", "2.5");
+    Find<QWidget>("e_Y1").setFocus();
+    EXPECT_EQ(Mark(1).X1, 2.5);
+    Type(*Editor, "e_Y1", "7");
+    EXPECT_EQ(Mark(1).Y1, 0);
+    QTest::keyClick(&Find<QLineEdit>("e_Y1"), Qt::Key_Return);
+    EXPECT_EQ(Mark(1).Y1, 7);
+    EXPECT_TRUE(Editor->isVisible());
+    for (const char* text : {".", "", "abc"}) {
+        Type(*Editor, "e_X1", QString::fromLatin1(text));
+        Find<QWidget>("e_Y1").setFocus();
+        EXPECT_EQ(Mark(1).X1, 2.5) << text;
+        EXPECT_EQ(Find<QLineEdit>("e_X1").text(), "2.5") << text;
+    }
+    Type(*Editor, "e_X1", "9");
+    Editor->close();
+    EXPECT_EQ(Mark(1).X1, 9);
+}
+
+TEST_F(MarkEditor, TheListShowsTheFirstLineOfTheText) {
+    Show({{.Caption = "a"}, {.Caption = "b"}});
+    Select(1);
+    auto& text = Find<QPlainTextEdit>("m_Text");
+    text.setFocus();
+    QTest::keyClicks(&text, "lower");
+    QTest::keyClick(&text, Qt::Key_Return);
+    EXPECT_EQ(Entry(1), "2: lower\xE2\x80\xA6");
+    QTest::keyClicks(&text, "limit ");
+    Select(0);
+    EXPECT_EQ(Mark(2).Caption, "lower\nlimit b");
+    EXPECT_EQ(Mark(1).Caption, "a");
+    EXPECT_EQ(text.toPlainText(), "a");
+}
+
+TEST_F(MarkEditor, MarksAreAddedDeletedAndCleared) {
+    Show({});
+    Click(*Editor, "btnClearAll");
+    EXPECT_TRUE(Sink.Texts.empty());
+    Click(*Editor, "btnNew");
+    Click(*Editor, "btnNew");
+    EXPECT_EQ(List().currentRow(), 1);
+    Click(*Editor, "btnDelete");
+    EXPECT_EQ(Graph.Marks().Count(), 1);
+    EXPECT_EQ(List().currentRow(), -1);
+    Sink.Answer = false;
+    Click(*Editor, "btnClearAll");
+    EXPECT_EQ(Sink.Only(), "Clear All Marks?");
+    EXPECT_EQ(Graph.Marks().Count(), 1);
+    Sink.Answer = true;
+    Click(*Editor, "btnClearAll");
+    EXPECT_EQ(List().count(), 0);
+    Click(*Editor, "cb_ShowMarks");
+    EXPECT_TRUE(Graph.Appearance()->ShowMarks());
+}
+
+TEST_F(MarkEditor, TheResultTellsWhetherItWasClosedByOk) {
+    WhenModal<TxyMark>([](TxyMark& editor) { lumoplot::Click(editor, "btnOk"); });
+    EXPECT_TRUE(EditMarks(nullptr, Graph));
+    WhenModal<TxyMark>([](TxyMark& editor) { QTest::keyClick(&editor, Qt::Key_Escape); });
+    EXPECT_FALSE(EditMarks(nullptr, Graph));
+}
+
+} // namespace
+} // namespace lumoplot

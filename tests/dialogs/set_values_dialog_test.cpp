@@ -1,0 +1,94 @@
+#include "dialogs/set_values_dialog.h"
+
+#include "common/recording_sink.h"
+#include "common/window_driver.h"
+#include "data/ds_info.h"
+#include "graph/graph.h"
+
+#include <QLabel>
+#include <QTableWidget>
+
+namespace lumoplot {
+namespace {
+
+class SetValuesDialog : public testing::Test {
+protected:
+    SetValuesDialog() {
+        Series.SetSeriesName("Run");
+        for (int i = 1; i <= 3; ++i) Series.AddPoint(i, 10 * i);
+    }
+    void Show() {
+        Dialog = std::make_unique<Txy_SetValues>(Series);
+        Dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog.get()));
+    }
+    std::string Text(const char* label) { return Control<QLabel>(*Dialog, label).text().toStdString(); }
+    std::string NewYs() {
+        const auto& table = Control<QTableWidget>(*Dialog, "t_Preview");
+        std::string ys;
+        for (int row = 0; row < table.rowCount(); ++row) ys += table.item(row, 2)->text().toStdString() + ";";
+        return ys;
+    }
+    std::string Ys() {
+        std::string ys;
+        for (auto point = Series.First(); point; point = point.Next())
+            ys += QString::number(point.Y()).toStdString() + ";";
+        return ys;
+    }
+
+    TRecordingSink Sink;
+    TxyGraph Graph;
+    TSeries& Series = *Graph.FindSeries(Graph.AddSeries());
+    std::unique_ptr<Txy_SetValues> Dialog;
+};
+
+TEST_F(SetValuesDialog, WhatIsWrongStandsBelowTheFormula) {
+    Show();
+    EXPECT_FALSE(Control<QWidget>(*Dialog, "btnOk").isEnabled());
+    Type(*Dialog, "e_Formula", "2*(y");
+    EXPECT_NE(Text("lblFormulaError"), "");
+    EXPECT_EQ(NewYs(), "");
+    EXPECT_FALSE(Control<QWidget>(*Dialog, "btnOk").isEnabled());
+    QTest::keyClicks(&Control<QLineEdit>(*Dialog, "e_Formula"), ")");
+    EXPECT_EQ(Text("lblFormulaError"), "");
+    EXPECT_EQ(NewYs(), "20;40;60;");
+    EXPECT_EQ(Ys(), "10;20;30;");
+    Click(*Dialog, "btnOk");
+    EXPECT_EQ(Ys(), "20;40;60;");
+    EXPECT_FALSE(Dialog->isVisible());
+}
+
+TEST_F(SetValuesDialog, ARangeLimitsThePointsAndMissingValuesAreCounted) {
+    Show();
+    Type(*Dialog, "e_Formula", "1/(x-2)");
+    EXPECT_EQ(NewYs(), "-1;(stays);1;");
+    EXPECT_EQ(Text("lblCount"), "3 of 3 points; 1 of them has no new value and keeps its Y.");
+    Type(*Dialog, "e_To", "abc");
+    EXPECT_NE(Text("lblFormulaError"), "");
+    Type(*Dialog, "e_To", "2.5");
+    EXPECT_EQ(NewYs(), "-1;(stays);");
+    QTest::keyClick(&Control<QLineEdit>(*Dialog, "e_To"), Qt::Key_Return);
+    EXPECT_EQ(Ys(), "-1;20;30;");
+}
+
+TEST_F(SetValuesDialog, ASourcedDataSetAsksFirstAndIsManualThen) {
+    Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+    Series.DataSourceInfo().SetSourceName("run.txt");
+    Sink.Answer = false;
+    EXPECT_FALSE(SetValuesOf(Series, nullptr));
+    EXPECT_EQ(Series.DataSourceInfo().Kind(), TSourceKind::TextFile);
+    Sink.Answer = true;
+    for (int i = 0; i < 2; ++i) {
+        WhenModal<Txy_SetValues>([](Txy_SetValues& dialog) {
+            Type(dialog, "e_Formula", "y+1");
+            lumoplot::Click(dialog, "btnOk");
+        });
+        EXPECT_TRUE(SetValuesOf(Series, nullptr));
+    }
+    EXPECT_EQ(Sink.Texts.size(), 2u);
+    EXPECT_EQ(Series.DataSourceInfo().Kind(), TSourceKind::Manual);
+    EXPECT_EQ(Ys(), "12;22;32;");
+}
+
+} // namespace
+} // namespace lumoplot
