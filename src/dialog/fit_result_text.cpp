@@ -37,8 +37,12 @@ std::string ParameterText(const TDBLParameter& parameter, const TFitResult& resu
     return text + "\n";
 }
 
-std::string StatisticText(const std::string& name, double value, int digits) {
-    return std::isfinite(value) ? name + " = " + FormatGeneral(value, digits) + "\n" : std::string();
+std::string StatisticsText(const TFitResult& result, int digits) {
+    std::string text;
+    if (std::isfinite(result.ResidualSD)) text = "Residual SD = " + FormatGeneral(result.ResidualSD, digits);
+    if (std::isfinite(result.RSquared))
+        text += (text.empty() ? "R² = " : ", R² = ") + FormatGeneral(result.RSquared, digits);
+    return text.empty() ? text : text + "\n";
 }
 
 } // namespace
@@ -48,11 +52,9 @@ std::string FitResultText(const TCurFit& fit, int digits) {
     if (!fit.Result()) return {};
     const TFitResult& result = *fit.Result();
     std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";
-    text += EndText(result);
+    text += EndText(result) + StatisticsText(result, digits);
     for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)
         text += ParameterText(*fit.Parameter(number), result, number, digits);
-    text += StatisticText("Residual SD", result.ResidualSD, digits);
-    text += StatisticText("R²", result.RSquared, digits);
     return text;
 }
 

@@ -80,7 +80,7 @@ TEST_F(FitThroughDialogs, ATextFileBecomesAFittedCurve) {
     const std::string result = Result();
     EXPECT_TRUE(result.starts_with("Converged (")) << result;
     for (const char* line :
-         {"\nb1 = 98.7782 ± 0.5753\n", "\nb8 = 18.3894 ± 0.2013\n", "\nResidual SD = 2.3318\n"})
+         {"\nb1 = 98.7782 ± 0.5753\n", "\nb8 = 18.3894 ± 0.2013", "\nResidual SD = 2.3318, R² = 0.99"})
         EXPECT_NE(result.find(line), std::string::npos) << line << result;
     Click("btnCopyResult");
     const std::string copied = QGuiApplication::clipboard()->text().toStdString();
