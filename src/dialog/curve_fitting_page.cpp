@@ -32,7 +32,12 @@ TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     ConnectActions();
 }
 
-TCurveFittingPage::~TCurveFittingPage() = default;
+// An edit that loses the focus while the page's base destroys it must not reach the groups.
+TCurveFittingPage::~TCurveFittingPage() {
+    delete m_parameters;
+    delete m_templates;
+    delete m_settings;
+}
 
 void TCurveFittingPage::MakeGroups() {
     m_parameters = new TParameterGroup(*this,
@@ -202,7 +207,7 @@ void TCurveFittingPage::ShowFunction() {
     if (!series || !isVisible()) return;
     Guarded([&] {
         const TCurFit& fit = series->CurveFit();
-        const TFormulaCheck check = CheckFormula(fit);
+        const TFormulaCheck check = CheckFormula(fit, m_ui->m_Equation->toPlainText().toStdString());
         m_unknownNames = check.UnknownNames;
         m_ui->m_Equation->Mark(QString::fromStdString(fit.IsEnabled() ? check.Fault : ""));
         m_ui->lblFault->setText(QString::fromStdString(check.Text()));
