@@ -3,15 +3,26 @@
 #include "controls/number_edit.h"
 #include "data/ds_info.h"
 #include "dialog/color_button.h"
+#include "dialog/fit_result_text.h"
 #include "dialog/generate_points.h"
 #include "dialog/template_group.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/formula_check.h"
 #include "fit/equation_editor/parameter_group.h"
+#include "graph/series_fitting.h"
 #include "ui_curve_fitting_page.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace lumoplot {
+namespace {
+
+constexpr int kShownDigits = 6;
+constexpr int kCopiedDigits = 12;
+
+} // namespace
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
@@ -21,7 +32,12 @@ TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     ConnectActions();
 }
 
-TCurveFittingPage::~TCurveFittingPage() = default;
+// An edit that loses the focus while the page's base destroys it must not reach the groups.
+TCurveFittingPage::~TCurveFittingPage() {
+    delete m_parameters;
+    delete m_templates;
+    delete m_settings;
+}
 
 void TCurveFittingPage::MakeGroups() {
     m_parameters = new TParameterGroup(*this,
@@ -69,6 +85,7 @@ TCurFit* TCurveFittingPage::FitToEdit() {
 void TCurveFittingPage::FitEdited() {
     EnableControls();
     ShowFunction();
+    ShowResult();
 }
 
 void TCurveFittingPage::ConnectEquation() {
@@ -103,6 +120,11 @@ void TCurveFittingPage::ConnectCurve() {
 void TCurveFittingPage::ConnectActions() {
     connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
             [this] { m_parameters->AddVaried(m_unknownNames); });
+    connect(m_ui->btnFit, &QPushButton::clicked, this, &TCurveFittingPage::RunFit);
+    connect(m_ui->btnCopyResult, &QPushButton::clicked, this, [this] {
+        if (const TCurFit* fit = Fit())
+            QGuiApplication::clipboard()->setText(QString::fromStdString(FitResultText(*fit, kCopiedDigits)));
+    });
     connect(m_ui->btnGenerate, &QPushButton::clicked, this, &TCurveFittingPage::Generate);
     connect(m_ui->btnMore, &QPushButton::clicked, this, &TCurveFittingPage::RunEditor);
 }
@@ -116,8 +138,7 @@ void TCurveFittingPage::FillFrom(TSeries& series) {
     m_ui->m_Equation->ShowFormula(QString::fromStdString(fit.Expression()));
     ShowNumberText(*m_ui->e_XVarName, fit.XVarName());
     ShowCurveLook(fit);
-    EnableControls();
-    ShowFunction();
+    FitEdited();
 }
 
 void TCurveFittingPage::ShowCurveLook(const TCurFit& fit) {
@@ -134,6 +155,7 @@ void TCurveFittingPage::ShowNothing() {
     m_ui->lblFault->clear();
     m_ui->btnAddUnknown->hide();
     m_ui->plot->ShowNothing();
+    m_ui->m_FitResult->hide();
 }
 
 void TCurveFittingPage::Commit(TSeries&) {
@@ -166,6 +188,17 @@ void TCurveFittingPage::EnableControls() {
     const bool hasLine = enabled && m_ui->cbx_CurveLine->currentIndex() > 0;
     m_ui->se_CurveWidth->setEnabled(hasLine);
     m_ui->b_CurveColor->setVisible(hasLine);
+    m_ui->btnFit->setEnabled(fit && fit->Status() > TCurFit::kFunction);
+}
+
+void TCurveFittingPage::ShowResult() {
+    const TCurFit* fit = Fit();
+    const std::string text =
+        fit && fit->Status() > TCurFit::kFunction ? FitResultText(*fit, kShownDigits) : "";
+    const QString shown = QString::fromStdString(text).trimmed();
+    if (m_ui->m_FitResult->toPlainText() != shown) m_ui->m_FitResult->setPlainText(shown);
+    m_ui->m_FitResult->setVisible(!shown.isEmpty());
+    m_ui->btnCopyResult->setEnabled(!shown.isEmpty());
 }
 
 // Only for those who look: taking the data of a large set takes its time.
@@ -174,7 +207,7 @@ void TCurveFittingPage::ShowFunction() {
     if (!series || !isVisible()) return;
     Guarded([&] {
         const TCurFit& fit = series->CurveFit();
-        const TFormulaCheck check = CheckFormula(fit);
+        const TFormulaCheck check = CheckFormula(fit, m_ui->m_Equation->toPlainText().toStdString());
         m_unknownNames = check.UnknownNames;
         m_ui->m_Equation->Mark(QString::fromStdString(fit.IsEnabled() ? check.Fault : ""));
         m_ui->lblFault->setText(QString::fromStdString(check.Text()));
@@ -183,6 +216,15 @@ void TCurveFittingPage::ShowFunction() {
         const QString note =
             fit.IsEnabled() ? QString() : QStringLiteral("Choose a Curve Fitting Status to draw a function");
         m_ui->plot->Show(*series, fit.IsEnabled() ? check.Model.get() : nullptr, note);
+    });
+}
+
+// As the graph does before it draws, but from the values as they stand.
+void TCurveFittingPage::RunFit() {
+    Edit([&](TSeries& series) {
+        m_settings->TakeMargins();
+        RunPendingFit(series);
+        Context().RefillPages();
     });
 }
 
@@ -201,7 +243,6 @@ void TCurveFittingPage::RunEditor() {
     Edit([&](TSeries& series) {
         m_settings->TakeMargins();
         if (!EditCurFit(window(), series.CurveFit())) return;
-        series.Changed(TSeries::kCurveFitChanged);
         Context().RefillPages();
     });
 }

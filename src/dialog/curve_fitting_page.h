@@ -47,6 +47,8 @@ private:
     void ShowCurveLook(const TCurFit& fit);
     void EnableControls();
     void ShowFunction();
+    void ShowResult();
+    void RunFit();
     void Generate();
     void RunEditor();
 

@@ -14,6 +14,6 @@ bool HasPendingFit(const TSeries& series);
 /// (FitError says why). With status kEveryStep the graph is repainted after each iteration. The run works on
 /// a copy: when the definition or the points change meanwhile, its result is dropped and the fit stays
 /// pending. The data set and its graph may be destroyed meanwhile.
-void RunPendingFit(TSeries& series);
+XYGRAPH_EXPORT void RunPendingFit(TSeries& series);
 
 } // namespace lumoplot

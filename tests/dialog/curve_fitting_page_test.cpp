@@ -185,6 +185,9 @@ TEST_F(CurveFittingPage, FaultsAreToldWhileTheEquationIsTyped) {
     EXPECT_EQ(Fault(), "Not known as variable or parameter: y");
     Type("m_Equation", QStringLiteral("a*x"));
     EXPECT_EQ(Fault(), "");
+    Type("m_Equation", QString());
+    EXPECT_EQ(Fault(), "An empty expression is not stored; the last one stays");
+    EXPECT_EQ(Fit().Expression(), "a*x");
     EXPECT_TRUE(Sink.Texts.empty());
 }
 

@@ -27,7 +27,7 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         const std::string file = Folder.filePath(name).toStdString();
         TCurFit fit;
         fit.LoadFromFile(file, true);
-        const TFormulaCheck check = CheckFormula(fit);
+        const TFormulaCheck check = CheckFormula(fit, fit.Expression());
         EXPECT_EQ(check.Fault, "");
         EXPECT_TRUE(check.UnknownNames.empty());
         EXPECT_TRUE(std::isfinite(fit.EvaluateAt(300)));

@@ -148,6 +148,15 @@ TEST_F(EquationSettings, MarginsAreTakenWhenTheirEditIsLeft) {
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
+// With a margin still being typed.
+TEST_F(EquationSettings, TheWindowGoesAwayWithTheFocusInAnEdit) {
+    Show();
+    ShowPage(1);
+    Type("e_LeftMargin", QStringLiteral("5"));
+    Editor.reset();
+    EXPECT_FALSE(Fit.UseLeftMargin());
+}
+
 TEST_F(EquationSettings, ListsAreTheStatusAndTheProcedure) {
     Fit.SetStatus(2);
     Fit.SetProcType(1);

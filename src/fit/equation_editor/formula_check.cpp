@@ -64,13 +64,13 @@ std::vector<std::string> UnknownNames(TCurFit& compiled) {
 } // namespace
 
 std::string TFormulaCheck::Text() const {
-    if (UnknownNames.empty()) return Fault;
+    if (!Fault.empty() || UnknownNames.empty()) return Fault;
     std::string text = "Not known as variable or parameter: ";
     for (const std::string& name : UnknownNames) text += name == UnknownNames.front() ? name : ", " + name;
     return text;
 }
 
-TFormulaCheck CheckFormula(const TCurFit& fit) {
+TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed) {
     TFormulaCheck check;
     if (fit.Expression().empty()) return check;
     auto model = std::make_unique<TCurFit>();
@@ -82,6 +82,7 @@ TFormulaCheck CheckFormula(const TCurFit& fit) {
     } catch (const ELumoError& error) {
         check.Fault = error.what();
     }
+    if (typed.empty()) check.Fault = "An empty expression is not stored; the last one stays";
     return check;
 }
 

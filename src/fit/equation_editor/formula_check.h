@@ -10,20 +10,21 @@
 namespace lumoplot {
 
 struct TFormulaCheck {
-    /// Why the equation does not compile; empty when it does.
+    /// Why the equation does not compile or was not taken; empty when all is well.
     std::string Fault;
     /// Names in it that are neither parameters nor assigned to, in the order of their first use. They make
     /// the equation not-a-number.
     std::vector<std::string> UnknownNames;
-    /// A compiled copy of the fit, for plots; null for an equation that is faulty or empty.
+    /// A compiled copy of the fit, for plots; null when its equation is empty or does not compile.
     std::unique_ptr<TCurFit> Model;
 
     /// What to tell beside the equation: the fault, or which names are not known; empty when all is well.
     std::string Text() const;
 };
 
-/// Compiles a copy of the fit, so that half-typed names leave no trace in the fit itself.
-TFormulaCheck CheckFormula(const TCurFit& fit);
+/// Compiles a copy of the fit, so that half-typed names leave no trace in the fit itself. `typed` is what the
+/// edit of the equation shows: an empty one, which a fit does not take, is a fault too.
+TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed);
 
 /// Why formulas can not use the name for a parameter of the fit; empty when they can.
 std::string ParameterNameFault(const TCurFit& fit, const std::string& name);

@@ -33,7 +33,11 @@ TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
     Fill();
 }
 
-TfrmCalc::~TfrmCalc() = default;
+// An edit that loses the focus while the dialog's base destroys it must not reach the groups.
+TfrmCalc::~TfrmCalc() {
+    delete m_parameters;
+    delete m_settings;
+}
 
 void TfrmCalc::MakeGroups() {
     m_parameters = new TParameterGroup(*this,
@@ -147,12 +151,9 @@ void TfrmCalc::ShowXName() {
 // What the result belongs to may have changed with any edit.
 void TfrmCalc::FitEdited() {
     m_ui->e_Result->clear();
-    const TFormulaCheck check = CheckFormula(m_fit);
-    const bool isEmptied = m_ui->e_Expression->toPlainText().isEmpty() && !m_fit.Expression().empty();
-    const QString fault = isEmptied ? QStringLiteral("An empty expression is not stored; the last one stays")
-                                    : QString::fromStdString(check.Fault);
-    m_ui->e_Expression->Mark(fault);
-    m_ui->lblFault->setText(isEmptied ? fault : QString::fromStdString(check.Text()));
+    const TFormulaCheck check = CheckFormula(m_fit, m_ui->e_Expression->toPlainText().toStdString());
+    m_ui->e_Expression->Mark(QString::fromStdString(check.Fault));
+    m_ui->lblFault->setText(QString::fromStdString(check.Text()));
     m_unknownNames = check.UnknownNames;
     m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
 }
