@@ -54,7 +54,7 @@ double SumAboutMean(std::span<const double> values) {
 /// R⁻¹R⁻ᵀ times the residual variance, in the units of the parameters.
 TMatrix CovarianceOf(const TFitProblem& problem, const TPolished& polished, double variance) {
     const TMatrix& r = polished.Model.Triangle;
-    TMatrix inverse(r.Size()); // Rᵀ's rows
+    TMatrix inverse(r.Size());
     for (int column = 0; column < r.Size(); ++column) {
         TVector unit(static_cast<std::size_t>(r.Size()));
         unit[static_cast<std::size_t>(column)] = 1;

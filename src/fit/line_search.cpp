@@ -47,7 +47,6 @@ private:
                     m_best = trial;
                     return true;
                 }
-                m_ahead = trial;
             }
         }
         return false;
