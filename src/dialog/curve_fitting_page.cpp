@@ -6,6 +6,7 @@
 #include "dialog/fit_result_text.h"
 #include "dialog/generate_points.h"
 #include "dialog/template_group.h"
+#include "dialogs/edit_script.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/formula_check.h"
@@ -125,6 +126,7 @@ void TCurveFittingPage::ConnectActions() {
         if (const TCurFit* fit = Fit())
             QGuiApplication::clipboard()->setText(QString::fromStdString(FitResultText(*fit, kCopiedDigits)));
     });
+    connect(m_ui->btnReport, &QPushButton::clicked, this, &TCurveFittingPage::ShowSettings);
     connect(m_ui->btnGenerate, &QPushButton::clicked, this, &TCurveFittingPage::Generate);
     connect(m_ui->btnMore, &QPushButton::clicked, this, &TCurveFittingPage::RunEditor);
 }
@@ -236,6 +238,15 @@ void TCurveFittingPage::Generate() {
             return;
         GeneratePoints(series);
         Context().RefillPages();
+    });
+}
+
+// What is edited in the report goes nowhere.
+void TCurveFittingPage::ShowSettings() {
+    Edit([&](TSeries& series) {
+        m_settings->TakeMargins();
+        std::vector<std::string> lines = series.CurveFit().SettingsReport();
+        EditScript(window(), &lines, QStringLiteral("LumoPlot Curve Fitting Settings"));
     });
 }
 

@@ -50,6 +50,7 @@ private:
     void ShowResult();
     void RunFit();
     void Generate();
+    void ShowSettings();
     void RunEditor();
 
     std::unique_ptr<Ui::TCurveFittingPage> m_ui;

@@ -4,9 +4,11 @@
 #include "dialog/source_files.h"
 #include "dialog/text_options_panel.h"
 #include "dialog/text_preview_pane.h"
+#include "dialogs/hand_edit.h"
 #include "dialogs/progress_window.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"
+#include "support/message_sink.h"
 #include "ui_data_source_page.h"
 
 #include <QFileDialog>
@@ -14,11 +16,30 @@
 
 namespace lumoplot {
 
+/// Points that were made by hand are in no file.
+bool TDataSourcePage::MayReplacePoints(const TSeries& series) const {
+    const bool isByHand = series.DataSourceInfo().Kind() == TSourceKind::Manual && series.Count() > 0;
+    return !isByHand || AskYesNo("Data from Current DataSet Will be lost, Continue?");
+}
+
+/// What is edited by hand from now on is to be all of the data. False when the user wants it to stay as it
+/// is.
+bool TDataSourcePage::TakeEveryRow(TSeries& series) {
+    try {
+        return ReadEveryRow(series, window());
+    } catch (const ELumoError& error) {
+        return AskYesNo(std::string(error.what()) + "\nOnly the " + std::to_string(series.Count()) +
+                        " points that are shown can be kept. Edit these by hand?");
+    }
+}
+
 /// Rows of the grid that can not be committed keep the data set manual, so that nothing is lost.
 void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
     TDSInfo& info = series.DataSourceInfo();
     try {
         if (info.Kind() == TSourceKind::Manual) Commit(series);
+        const bool becomesManual = kind == TSourceKind::Manual && info.Kind() != TSourceKind::Manual;
+        if (becomesManual && !TakeEveryRow(series)) return FillFrom(series);
     } catch (...) {
         const TFillingScope filling(Context());
         m_ui->cbx_SourceKind->setCurrentIndex(static_cast<int>(info.Kind()));
@@ -31,6 +52,7 @@ void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
         kind == TSourceKind::LumoSheet ? IsSheetOffered() : info.Kind() == TSourceKind::LumoSheet;
     if (isNamedAnew && kind != info.Kind()) info.SetSourceName({});
     info.SetKind(kind);
+    if (kind == TSourceKind::Manual) series.SetThinned(false);
     m_failureTold = false;
     FillFrom(series);
 }
@@ -100,6 +122,7 @@ void TDataSourcePage::Leave(TSeries& series) {
 
 void TDataSourcePage::AttachFile(const std::string& fileName) {
     TSeries& series = *Context().CurrSeries();
+    if (!MayReplacePoints(series)) return;
     const QString name = QString::fromStdString(fileName);
     ChangeKind(series, KindOfFile(name));
     series.DataSourceInfo().SetSourceName(fileName);

@@ -29,6 +29,7 @@ void TDataSourcePage::ChooseSource() {
 
 /// The first Y column goes into the current data set, every other one into a new data set.
 void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& chooser) {
+    if (!MayReplacePoints(series)) return;
     const std::vector<std::string> columns = chooser.YColumns();
     ChangeKind(series, chooser.Source().Kind());
     series.DataSourceInfo() = chooser.Source();

@@ -48,6 +48,8 @@ private:
     void ConnectControls();
     void ConnectTextPanels();
 
+    bool MayReplacePoints(const TSeries& series) const;
+    bool TakeEveryRow(TSeries& series);
     void ChangeKind(TSeries& series, TSourceKind kind);
     void Browse();
     void ChooseSource();

@@ -1,7 +1,7 @@
 #include "dialog/filtering_page.h"
 
-#include "data/band_filter_spectrum.h"
 #include "controls/number_edit.h"
+#include "data/band_filter_spectrum.h"
 #include "dialogs/progress_window.h"
 #include "graph/source_loading.h"
 #include "support/errors.h"

@@ -5,8 +5,8 @@
 #include "fit/cur_fit.h"
 #include "graph/axis.h"
 #include "graph/drawing/canvas.h"
-#include "graph/scale_map.h"
 #include "graph/graph.h"
+#include "graph/scale_map.h"
 
 #include <QPainter>
 #include <algorithm>

@@ -37,13 +37,17 @@ bool HoldsSomeRows(const TSeries& series) {
     return series.IsThinned() || (source.AutoRowHitFreq() && source.RowSamplingFrequency() > 1);
 }
 
-bool LoadEveryRow(TSeries& series, QWidget* window) {
-    const TWholeBudget budget(series.Graph());
-    TProgressWindow progress(window);
-    return LoadFromSource(series, progress);
-}
-
 } // namespace
+
+bool ReadEveryRow(TSeries& series, QWidget* window) {
+    if (!HoldsSomeRows(series)) return true;
+    const TWholeBudget budget(series.Graph());
+    const std::string name = series.SeriesName();
+    TProgressWindow progress(window);
+    const bool isLoaded = LoadFromSource(series, progress);
+    series.SetSeriesName(name);
+    return isLoaded;
+}
 
 bool MakeManual(TSeries& series, QWidget* window) {
     TDSInfo& source = series.DataSourceInfo();
@@ -52,7 +56,7 @@ bool MakeManual(TSeries& series, QWidget* window) {
                                  (source.SourceName().empty() ? "a source" : source.SourceName()) +
                                  ". Edited by hand, it is not loaded from there any more. Edit it?";
     if (!AskYesNo(question)) return false;
-    if (HoldsSomeRows(series) && !LoadEveryRow(series, window)) return false;
+    if (!ReadEveryRow(series, window)) return false;
     source.SetKind(TSourceKind::Manual);
     source.SetNeedsReload(false);
     series.SetThinned(false);

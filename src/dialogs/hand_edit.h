@@ -1,4 +1,4 @@
-// The one question before the points of a data set that comes from a source are edited by hand.
+// Before the points of a data set that comes from a source are edited by hand.
 #pragma once
 
 #include "graph/series.h"
@@ -12,5 +12,10 @@ namespace lumoplot {
 /// when the user does not want that or cancels the reading; then nothing has changed. Throws what the source
 /// throws.
 bool MakeManual(TSeries& series, QWidget* window);
+
+/// Reads every row of the data set's source when the data set holds only some of them, as a preview does; its
+/// name stays. False when the user cancelled the reading; the data set keeps its points then, as it does on
+/// an error. Throws what the source throws.
+bool ReadEveryRow(TSeries& series, QWidget* window);
 
 } // namespace lumoplot

@@ -4,6 +4,7 @@
 #include "data/ds_info.h"
 #include "dialog/color_button.h"
 #include "dialog/fit_plot.h"
+#include "dialogs/edit_script.h"
 #include "fit/cur_fit.h"
 #include "fit/equation_editor/formula_edit.h"
 #include "fit/equation_editor/frm_calc.h"
@@ -265,6 +266,15 @@ TEST_F(CurveFittingPage, MoreRunsTheEditorOnTheFit) {
         EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText().toStdString(), Fit().Expression());
         EXPECT_EQ(Items("lb_Parameters").size(), accept ? 1 : 0);
     }
+}
+
+TEST_F(CurveFittingPage, TheReportShowsTheSettings) {
+    WhenModal<TfrmEditScript>([](TfrmEditScript& report) {
+        EXPECT_EQ(report.windowTitle(), "LumoPlot Curve Fitting Settings");
+        EXPECT_EQ(report.Lines().at(2), "Status = cf_Function");
+        report.close();
+    });
+    Click("btnReport");
 }
 
 TEST_F(CurveFittingPage, FillingShowsTheFitAndChangesNothing) {

@@ -30,7 +30,12 @@ protected:
     }
     void ShowFile(const QString& file) {
         ShowPage();
+        Attach(file);
+    }
+    /// With Yes to the question whether the points that are there may go.
+    void Attach(const QString& file) {
         Wizard.AttachSource(file.toStdString());
+        std::erase(Sink.Texts, "Data from Current DataSet Will be lost, Continue?");
     }
     QString Write(const char* name, const QByteArray& text) {
         QFile file(PathOf(name));
@@ -332,7 +337,7 @@ TEST_F(TDataSourcePageTest, WhatCannotBeReadIsToldAndChangesNothing) {
     ShowPage();
     for (const auto& [file, text] : cases) {
         Sink.Texts.clear();
-        Wizard.AttachSource(file.toStdString());
+        Attach(file);
         EXPECT_NE(Sink.Only().find(text), std::string::npos) << Sink.Only();
         EXPECT_EQ(Ys(), (std::vector<double>{10, 20})) << text;
         EXPECT_EQ(Source().SourceName(), file.toStdString());
@@ -459,6 +464,29 @@ TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
     EXPECT_EQ(Find<QTableView>("grid").model()->index(1, 0).data().toString(), "2024-03-01 12:00");
     Click("btnPreview");
     EXPECT_EQ(Current().Count(), 3);
+}
+
+TEST_F(TDataSourcePageTest, WhatBecomesManualHasEveryRowOfItsSource) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "\t" + QByteArray::number(i % 7) + "\n";
+    const QString file = Write("long.txt", text);
+    Graph.SetEditorMode(true);
+    ShowFile(file);
+    ASSERT_EQ(Current().Count(), 500);
+    QFile::rename(file, file + QStringLiteral(".away"));
+    TRecordingSink sink(false);
+    QTest::keyClick(&Find<QComboBox>("cbx_SourceKind"), Qt::Key_Home);
+    EXPECT_NE(sink.Only().find("Only the 500 points that are shown can be kept."), std::string::npos);
+    EXPECT_EQ(Source().Kind(), TSourceKind::TextFile);
+    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentIndex(), 1);
+    QFile::rename(file + QStringLiteral(".away"), file);
+    Choose("cbx_SourceKind", 0);
+    EXPECT_EQ(Source().Kind(), TSourceKind::Manual);
+    EXPECT_EQ(Current().Count(), 2000);
+    EXPECT_FALSE(Current().IsThinned());
+    Wizard.AttachSource(TextFile("replicates.csv").toStdString());
+    EXPECT_EQ(sink.Texts.back(), "Data from Current DataSet Will be lost, Continue?");
+    EXPECT_EQ(Current().Count(), 2000);
 }
 
 } // namespace

@@ -81,7 +81,7 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
             EXPECT_EQ(Control<QLabel>(chooser, "lblDataSets").text(), "2 data sets will be read.");
         },
         "btnOk");
-    EXPECT_TRUE(Sink.Texts.empty());
+    EXPECT_EQ(Sink.Only(), "Data from Current DataSet Will be lost, Continue?");
     EXPECT_EQ(Names(), (std::vector<std::string>{"volt", "Other", "amp"}));
     EXPECT_EQ(Selected(), "volt");
     EXPECT_EQ(Current().DataSourceInfo().SourceName(), PathOf("one.csv").toStdString());
