@@ -47,7 +47,7 @@ bool FlushToDisk(std::FILE* file) {
 }
 
 bool WriteBytes(std::FILE* file, std::span<const std::uint8_t> bytes) {
-    if (bytes.empty()) return true;  // fwrite takes no null pointer, not even for 0 bytes
+    if (bytes.empty()) return true; // fwrite takes no null pointer, not even for 0 bytes
     return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
 }
 
