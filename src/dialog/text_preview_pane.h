@@ -24,6 +24,9 @@ public:
     explicit TTextPreviewPane(QWidget* parent = nullptr);
     ~TTextPreviewPane() override;
 
+    /// Its wrapped texts take their height from the table, never from what stands above the pane.
+    bool hasHeightForWidth() const override { return false; }
+
     /// `isChosen`: the user has fixed something of the reading, which "Find Again" takes back.
     void ShowPreview(TTextPreview preview, bool isChosen);
     /// What the last loading with the present description came to.
