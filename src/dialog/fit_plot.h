@@ -5,6 +5,7 @@
 #include "graph/drawing/ticks.h"
 #include "graph/series.h"
 
+#include <QPen>
 #include <QWidget>
 #include <cstdint>
 

@@ -6,6 +6,7 @@
 
 #include "dialog/undo_history.h"
 
+#include <QEvent>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
