@@ -79,4 +79,11 @@ void ShowNumberText(QLineEdit& edit, const std::string& text) {
     MarkEdit(edit, {});
 }
 
+void ShowText(QLineEdit& edit, const std::string& text) {
+    const QString shown = QString::fromStdString(text);
+    if (edit.text() == shown) return;
+    edit.setText(shown);
+    edit.setCursorPosition(0);
+}
+
 } // namespace lumoplot

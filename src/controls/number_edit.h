@@ -18,6 +18,10 @@ void ShowNumber(QLineEdit& edit, double value);
 /// Shows another text for a number, and no mark.
 void ShowNumberText(QLineEdit& edit, const std::string& text);
 
+/// Shows a text from its start. Nothing is set when it is there already, so that an edit keeps its caret
+/// while it is typed in.
+void ShowText(QLineEdit& edit, const std::string& text);
+
 /// Marks the edit with a reason, or takes the mark away for an empty one.
 void MarkEdit(QLineEdit& edit, const QString& reason);
 

@@ -1,5 +1,6 @@
 #include "dialog/template_group.h"
 
+#include "controls/number_edit.h"
 #include "fit/equation_editor/formula_edit.h"
 
 #include <QAbstractButton>
@@ -9,16 +10,6 @@
 #include <algorithm>
 
 namespace lumoplot {
-namespace {
-
-void ShowText(QLineEdit& edit, const std::string& text) {
-    const QString shown = QString::fromStdString(text);
-    if (edit.text() == shown) return;
-    edit.setText(shown);
-    edit.setCursorPosition(0);
-}
-
-} // namespace
 
 TTemplateGroup::TTemplateGroup(TFitAccess& access, const TTemplateControls& controls, QObject* parent)
     : QObject(parent), m_access(access), m_controls(controls) {

@@ -17,7 +17,7 @@ const QString kExtension = QStringLiteral(".lfn");
 const QString kReadyFunctions = QStringLiteral(":/lumoplot/functions");
 
 bool CanWriteInto(const QString& folder) {
-    return QDir().mkpath(folder) && QTemporaryFile(folder + QStringLiteral("/XXXXXX.tmp")).open();
+    return QDir().mkpath(folder) && QTemporaryFile(folder + QStringLiteral("/probe")).open();
 }
 
 } // namespace

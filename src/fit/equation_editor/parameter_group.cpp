@@ -19,14 +19,6 @@ std::string NumberedName(int number) {
     return name += std::to_string(number);
 }
 
-// Only what differs is set, so that an edit keeps its caret while it is typed in.
-void ShowText(QLineEdit& edit, const std::string& text) {
-    const QString shown = QString::fromStdString(text);
-    if (edit.text() == shown) return;
-    edit.setText(shown);
-    edit.setCursorPosition(0);
-}
-
 } // namespace
 
 TParameterGroup::TParameterGroup(TFitAccess& access, const TParameterControls& controls, QObject* parent)
