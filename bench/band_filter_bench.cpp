@@ -1,7 +1,7 @@
 // The band filter over a whole data set (blocks, response, convolution, normalization, new points) against a
 // plain direct convolution of arrays of the same sizes, written so that the compiler makes vector code of it.
-#include "data/band_filter.h"
-#include "data/band_filter_spectrum.h"
+#include "data/filter/band_filter.h"
+#include "data/filter/band_filter_spectrum.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,9 +1,9 @@
 // Frames of large data sets at 1200x800, next to a plain polyline through all points.
 #include "drawing_data.h"
-#include "graph/drawing/drawing.h"
-#include "graph/drawing/picture_file.h"
-#include "graph/drawing/series_positions.h"
-#include "graph/nearest_point.h"
+#include "graph/drawing/lines/series_positions.h"
+#include "graph/drawing/picture/drawing.h"
+#include "graph/drawing/picture/picture_file.h"
+#include "graph/plotted/nearest_point.h"
 
 #include <QApplication>
 #include <QTemporaryDir>

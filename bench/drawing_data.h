@@ -1,7 +1,7 @@
 // The data that the drawing benchmarks show.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 #include <QImage>
 #include <cmath>

@@ -1,7 +1,7 @@
 // A line of 1,000,000 points at 1200x800 with a thin pen, next to a plotting widget that is installed for
 // comparison.
 #include "drawing_data.h"
-#include "graph/drawing/drawing.h"
+#include "graph/drawing/picture/drawing.h"
 
 #include <QApplication>
 #include <benchmark/benchmark.h>

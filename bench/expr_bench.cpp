@@ -1,8 +1,8 @@
 // Six fit models over a million x, each evaluated by hand-written C++, by the compiled chain, in blocks, in
 // blocks with the derivatives by all parameters, and by muParser (where it is installed); and the time to
 // compile a formula of 100 characters. The ratios of CPU time to the hand-written C++ follow at the end.
-#include "expr/block_evaluator.h"
-#include "expr/block_kernels.h"
+#include "expr/blocks/block_evaluator.h"
+#include "expr/blocks/block_kernels.h"
 
 #include <array>
 #include <benchmark/benchmark.h>

@@ -1,6 +1,6 @@
 // Copying a graph with 1,000,000 points by its file format, against a memcpy of the encoded bytes both ways
 // plus the append of the same points. Prints the ratio and the speed in MB/s.
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 #include <QApplication>
 #include <algorithm>

@@ -1,6 +1,6 @@
 // What a step of undo costs on a graph of 10 data sets of 100,000 points: to look for changes, to record one,
 // to put a state back. The ratio is to saving the whole graph in memory.
-#include "graph/graph_snapshot.h"
+#include "session/graph_snapshot.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 // The robust line against sorting as many values: on scattered points, on points of a coarse lattice (many
 // equal slopes and equal X) and on points of a rounded straight line (all slopes nearly equal).
-#include "data/robust_line.h"
+#include "data/analysis/robust_line.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,6 +1,6 @@
 // The points of a data series against what the standard library does with the same numbers. A million points
 // each; the ratios are printed as counters, and so are the bytes that the points take.
-#include "data/data_series.h"
+#include "data/series/data_series.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,10 +1,10 @@
 // Statistics, least squares, smoothing and the spline over 1,000,000 points, each against std::sort of the
 // same values; and the statistics of a data series, which answers from its cache until a point changes.
-#include "data/data_series.h"
-#include "data/least_squares.h"
-#include "data/smoothing.h"
-#include "data/spline.h"
-#include "data/statistics.h"
+#include "data/analysis/least_squares.h"
+#include "data/analysis/smoothing.h"
+#include "data/analysis/spline.h"
+#include "data/analysis/statistics.h"
+#include "data/series/data_series.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

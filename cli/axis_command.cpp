@@ -1,6 +1,6 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
-#include "graph/axis_scale.h"
+#include "graph/model/axis_scale.h"
 
 #include <memory>
 

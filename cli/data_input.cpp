@@ -1,10 +1,10 @@
 #include "cli/data_input.h"
 
 #include "cli/arguments.h"
-#include "data/ds_info.h"
-#include "fit/cur_fit.h"
-#include "graph/graph_file.h"
-#include "host/default_look.h"
+#include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
+#include "graph/file/graph_file.h"
+#include "graph/loading/default_look.h"
 #include "support/errors.h"
 
 #include <QFileInfo>

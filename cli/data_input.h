@@ -4,8 +4,8 @@
 
 #include "cli/file_kind.h"
 #include "cli/offscreen.h"
-#include "graph/graph.h"
-#include "sources/series_supplier.h"
+#include "graph/model/graph.h"
+#include "sources/text/series_supplier.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>

@@ -1,9 +1,9 @@
 #include "cli/file_document.h"
 
-#include "data/series_record.h"
-#include "fit/cur_fit.h"
-#include "graph/child_graph.h"
-#include "graph/graph_file.h"
+#include "data/series/series_record.h"
+#include "fit/definition/cur_fit.h"
+#include "graph/file/graph_file.h"
+#include "graph/model/child_graph.h"
 #include "support/number_text.h"
 
 namespace lumoplot {

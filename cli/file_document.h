@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cli/output.h"
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 namespace lumoplot {
 

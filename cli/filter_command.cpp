@@ -1,7 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "data/band_filter.h"
+#include "data/filter/band_filter.h"
 #include "support/errors.h"
 
 #include <memory>

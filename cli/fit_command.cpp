@@ -2,7 +2,7 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "cli/procedure_names.h"
-#include "fit/curve_fitter.h"
+#include "fit/procedures/curve_fitter.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 

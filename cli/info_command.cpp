@@ -3,7 +3,7 @@
 #include "cli/data_input.h"
 #include "cli/file_document.h"
 #include "cli/text_document.h"
-#include "fit/cur_fit.h"
+#include "fit/definition/cur_fit.h"
 
 #include <memory>
 

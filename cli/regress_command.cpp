@@ -1,8 +1,8 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "data/regression.h"
-#include "fit/cur_fit.h"
+#include "data/analysis/regression.h"
+#include "fit/definition/cur_fit.h"
 #include "support/errors.h"
 
 #include <memory>

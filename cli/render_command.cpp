@@ -1,7 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "graph/drawing/picture_file.h"
+#include "graph/drawing/picture/picture_file.h"
 #include "support/number_text.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "data/statistics.h"
+#include "data/analysis/statistics.h"
 
 #include <memory>
 

@@ -1,11 +1,13 @@
-# One target per layer of the architecture. A layer is a folder below src/; its files are found by globbing, and
-# every layer is an object library that ends up in one of the two shared libraries.
+# One target per layer of src/layers.txt. A layer is a folder below src/; its files are found by globbing, and every layer
+# is an object library that ends up in one of the shared libraries. The target of a/b is called a_b.
 
 add_library(lumoplot_flags INTERFACE)
-# -Wno-restrict: GCC 12 reports sums of strings falsely.
+# What is switched off: GCC 12 reports sums of strings falsely.
 target_compile_options(lumoplot_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-  -ffp-contract=off -Wno-restrict $<$<BOOL:${LUMOPLOT_WERROR}>:-Werror>)
+  -ffp-contract=off
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict;-Wno-stringop-overflow;-Wno-array-bounds>
+  $<$<BOOL:${LUMOPLOT_WERROR}>:-Werror>)
 if(LUMOPLOT_SANITIZE)
   target_compile_options(lumoplot_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1
@@ -14,31 +16,62 @@ if(LUMOPLOT_SANITIZE)
   target_link_options(lumoplot_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# lumoplot_layer(NAME FOLDER [LIBRARY xygraph|xydataeditor] [QT] [DEPS targets…])
-# QT: the layer uses the toolkit (moc, uic, rcc and the precompiled header of the toolkit).
-function(lumoplot_layer name folder)
-  cmake_parse_arguments(ARG "QT" "LIBRARY" "DEPS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS
-    ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc)
-  if(NOT sources)
-    add_library(${name} INTERFACE)
-    target_link_libraries(${name} INTERFACE ${ARG_DEPS})
+# lumoplot_precompile(TARGET NAME LIBRARIES…): the target is compiled with cmake/NAME_pch.h, which is precompiled once for
+# all that use it; LIBRARIES are what that header needs. Definitions that Qt's headers look at must be alike.
+function(lumoplot_precompile target name)
+  if(TARGET lumoplot_pch_${name})
+    target_precompile_headers(${target} REUSE_FROM lumoplot_pch_${name})
     return()
   endif()
+  file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/pch/${name}_pch.cpp CONTENT "")
+  add_library(lumoplot_pch_${name} OBJECT ${PROJECT_BINARY_DIR}/pch/${name}_pch.cpp)
+  set_target_properties(lumoplot_pch_${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF UNITY_BUILD OFF)
+  target_link_libraries(lumoplot_pch_${name} PRIVATE lumoplot_flags ${ARGN})
+  target_compile_definitions(lumoplot_pch_${name} PRIVATE QT_NO_KEYWORDS $<$<STREQUAL:${name},qt>:QT_NO_CAST_FROM_ASCII>)
+  target_precompile_headers(lumoplot_pch_${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/${name}_pch.h)
+  target_precompile_headers(${target} REUSE_FROM lumoplot_pch_${name})
+endfunction()
+
+function(lumoplot_layer folder library toolkit)
+  string(REPLACE "/" "_" name ${folder})
+  list(TRANSFORM ARGN REPLACE "/" "_" OUTPUT_VARIABLE uses)
+  file(GLOB sources CONFIGURE_DEPENDS
+    ${folder}/*.cpp ${folder}/*.h ${folder}/*.ui ${folder}/*.qrc)
   add_library(${name} OBJECT ${sources})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(${name} PUBLIC ${ARG_DEPS} PRIVATE lumoplot_flags)
-  if(ARG_LIBRARY STREQUAL "xygraph")
-    target_compile_definitions(${name} PRIVATE XYGRAPH_BUILDING)
-    target_sources(xygraph PRIVATE $<TARGET_OBJECTS:${name}>)
-  elseif(ARG_LIBRARY STREQUAL "xydataeditor")
-    target_compile_definitions(${name} PRIVATE XYDATAEDITOR_BUILDING)
-    target_sources(xydataeditor PRIVATE $<TARGET_OBJECTS:${name}>)
-  endif()
-  if(ARG_QT)
+  target_link_libraries(${name} PUBLIC ${uses} PRIVATE lumoplot_flags)
+  string(TOUPPER ${library} LIBRARY)
+  target_compile_definitions(${name} PRIVATE ${LIBRARY}_BUILDING)
+  target_sources(${library} PRIVATE $<TARGET_OBJECTS:${name}>)
+  if(toolkit STREQUAL "widgets")
+    target_link_libraries(${name} PUBLIC Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
     target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
-    target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/qt_pch.h)
+    lumoplot_precompile(${name} qt Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
   else()
+    if(toolkit STREQUAL "core")
+      target_link_libraries(${name} PUBLIC Qt6::Core)
+    endif()
     set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
   endif()
+endfunction()
+
+# Makes the layers of the table, in its order.
+function(lumoplot_layers_of table)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${table})
+  file(STRINGS ${table} rows REGEX "^[^#]")
+  foreach(row ${rows})
+    string(REGEX REPLACE " *\\| *" ";" row "${row}")
+    list(GET row 0 folder)
+    list(GET row 1 library)
+    list(GET row 2 toolkit)
+    list(LENGTH row columns)
+    set(uses "")
+    if(columns GREATER 3)
+      list(GET row 3 uses)
+      separate_arguments(uses)
+    endif()
+    if(NOT library STREQUAL "-")
+      lumoplot_layer(${folder} ${library} ${toolkit} ${uses})
+    endif()
+  endforeach()
 endfunction()

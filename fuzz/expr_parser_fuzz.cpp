@@ -1,5 +1,5 @@
 // Any text either compiles or is refused with a message and leaves no trace; what compiles can be evaluated.
-#include "expr/block_evaluator.h"
+#include "expr/blocks/block_evaluator.h"
 
 #include <array>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "host/axis_form.h"
 
-#include "graph/axis.h"
+#include "graph/model/axis.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "ui_axis_form.h"

@@ -1,8 +1,8 @@
 #include "host/data_files.h"
 
-#include "data/ds_info.h"
-#include "graph/source_loading.h"
-#include "host/default_look.h"
+#include "data/series/ds_info.h"
+#include "graph/loading/default_look.h"
+#include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 

@@ -2,7 +2,7 @@
 // many of their rows the graph shows.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 #include "support/progress.h"
 
 #include <QStringList>

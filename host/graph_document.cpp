@@ -1,6 +1,6 @@
 #include "host/graph_document.h"
 
-#include "host/default_look.h"
+#include "graph/loading/default_look.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 

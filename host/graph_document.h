@@ -2,7 +2,7 @@
 // has changes that are not saved. It asks the user nothing.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 #include <functional>
 

@@ -1,5 +1,5 @@
 // What the main window does with the graph: data, axes, view.
-#include "graph/graph_mouse.h"
+#include "graph/mouse/graph_mouse.h"
 #include "host/axes_dialog.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"

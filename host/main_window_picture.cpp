@@ -1,5 +1,5 @@
 // The graph as a picture: files, clipboard and paper.
-#include "graph/drawing/picture_file.h"
+#include "graph/drawing/picture/picture_file.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
 #include "host/picture_export_dialog.h"

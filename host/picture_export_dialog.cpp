@@ -9,7 +9,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kUnitsInInch = 96;
+constexpr double kExportUnitsInInch = 96;
 constexpr double kMillimetresInInch = 25.4;
 constexpr int kSmallest = 50;
 constexpr int kLargest = 10000;
@@ -61,8 +61,8 @@ bool TPictureExportDialog::IsPng() const {
 }
 
 double TPictureExportDialog::Factor() const {
-    if (m_ui->cbx_Unit->currentIndex() == 0) return kMillimetresInInch / kUnitsInInch;
-    return IsPng() ? Resolution() / kUnitsInInch : 1;
+    if (m_ui->cbx_Unit->currentIndex() == 0) return kMillimetresInInch / kExportUnitsInInch;
+    return IsPng() ? Resolution() / kExportUnitsInInch : 1;
 }
 
 void TPictureExportDialog::SetWidth(double shown) {
@@ -82,8 +82,8 @@ void TPictureExportDialog::ShowSize() {
     m_ui->se_Resolution->setEnabled(IsPng());
     ShowLength(*m_ui->se_Width, m_size.width(), Factor(), decimals);
     ShowLength(*m_ui->se_Height, m_size.height(), Factor(), decimals);
-    const double pixels = Resolution() / kUnitsInInch;
-    const double millimetres = kMillimetresInInch / kUnitsInInch;
+    const double pixels = Resolution() / kExportUnitsInInch;
+    const double millimetres = kMillimetresInInch / kExportUnitsInInch;
     const QString paper = tr("%1 × %2 mm")
                               .arg(m_size.width() * millimetres, 0, 'f', 1)
                               .arg(m_size.height() * millimetres, 0, 'f', 1);

@@ -1,6 +1,6 @@
 #include "host/printing.h"
 
-#include "graph/drawing/drawing.h"
+#include "graph/drawing/picture/drawing.h"
 #include "support/errors.h"
 
 #include <QPainter>

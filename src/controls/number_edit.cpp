@@ -9,7 +9,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kShownDigits = 4;
 constexpr const char* kPlainToolTip = "plainToolTip";
 
 std::string NoNumberText(const std::string& text) {

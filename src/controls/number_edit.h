@@ -13,7 +13,10 @@ std::optional<int> IntegerIn(QLineEdit& edit);
 /// As NumberIn, but an empty text and a lone "." are marked too.
 std::optional<double> FiniteNumberIn(QLineEdit& edit);
 
-/// Shows a number in general format with 4 significant digits.
+/// The significant digits of a number that is shown and not being edited.
+inline constexpr int kShownDigits = 4;
+
+/// Shows a number in general format with kShownDigits.
 void ShowNumber(QLineEdit& edit, double value);
 /// Shows another text for a number, and no mark.
 void ShowNumberText(QLineEdit& edit, const std::string& text);

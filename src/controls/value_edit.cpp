@@ -10,7 +10,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kShownDigits = 4;
 constexpr int kWheelNotch = 120;
 constexpr int kPageSteps = 10;
 constexpr double kFineStep = 0.1;

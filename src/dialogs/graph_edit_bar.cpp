@@ -1,11 +1,11 @@
 #include "dialogs/graph_edit_bar.h"
 
-#include "data/ds_info.h"
+#include "data/series/ds_info.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/mark_editor.h"
 #include "dialogs/set_values_dialog.h"
-#include "graph/graph_mouse.h"
-#include "graph/mark_mode.h"
+#include "graph/mouse/graph_mouse.h"
+#include "graph/mouse/mark_mode.h"
 #include "support/guard.h"
 #include "ui_graph_edit_bar.h"
 

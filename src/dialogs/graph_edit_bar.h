@@ -3,9 +3,9 @@
 // preview and by hosts.
 #pragma once
 
-#include "graph/graph.h"
-#include "graph/hand_editing.h"
-#include "graph/point_mode.h"
+#include "graph/model/graph.h"
+#include "graph/mouse/hand_editing.h"
+#include "graph/mouse/point_mode.h"
 
 #include <QPointer>
 #include <QWidget>

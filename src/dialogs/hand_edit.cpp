@@ -1,9 +1,9 @@
 #include "dialogs/hand_edit.h"
 
-#include "data/ds_info.h"
+#include "data/series/ds_info.h"
 #include "dialogs/progress_window.h"
-#include "graph/graph.h"
-#include "graph/source_loading.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/graph.h"
 #include "support/message_sink.h"
 
 #include <limits>

@@ -1,7 +1,7 @@
 // Before the points of a data set that comes from a source are edited by hand.
 #pragma once
 
-#include "graph/series.h"
+#include "graph/model/series.h"
 
 class QWidget;
 

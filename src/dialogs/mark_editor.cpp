@@ -1,7 +1,7 @@
 #include "dialogs/mark_editor.h"
 
 #include "controls/number_edit.h"
-#include "graph/drawing/canvas.h"
+#include "graph/drawing/lines/canvas.h"
 #include "support/guard.h"
 #include "support/number_text.h"
 #include "ui_mark_editor.h"

@@ -2,7 +2,7 @@
 // once, or when its edit is left, so there is nothing to apply and nothing to cancel.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 #include <QDialog>
 #include <array>

@@ -1,7 +1,7 @@
 #include "dialogs/set_values_dialog.h"
 
 #include "dialogs/hand_edit.h"
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 #include "support/errors.h"
 #include "support/guard.h"
 #include "support/number_text.h"

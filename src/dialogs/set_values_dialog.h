@@ -2,7 +2,7 @@
 // shows the first values; what is wrong with it stands below it.
 #pragma once
 
-#include "graph/set_values.h"
+#include "graph/model/set_values.h"
 
 #include <QDialog>
 #include <memory>

@@ -1,10 +1,10 @@
 #include "editor/editxydata.h"
 
-#include "dialog/data_wizard.h"
+#include "dialog/frame/data_wizard.h"
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_window.h"
-#include "graph/holder.h"
-#include "graph/source_loading.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/holder.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/progress_maker.h"

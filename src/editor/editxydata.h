@@ -2,7 +2,7 @@
 // thread.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 #include "support/short_string.h"
 
 #if defined(_WIN32)

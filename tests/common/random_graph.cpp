@@ -1,8 +1,8 @@
 #include "common/random_graph.h"
 
-#include "data/ds_info.h"
-#include "fit/cur_fit.h"
-#include "graph/child_graph.h"
+#include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
+#include "graph/model/child_graph.h"
 
 #include <array>
 #include <cmath>

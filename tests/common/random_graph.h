@@ -1,7 +1,7 @@
 // Random legal graphs for properties: every setting is given some value that its setter accepts.
 #pragma once
 
-#include "graph/graph.h"
+#include "graph/model/graph.h"
 
 #include <random>
 

@@ -1,8 +1,8 @@
 // Edits a graph in the editor, which a timer answers with OK, draws it into a picture, and ends while the
 // editor is shown, without deleting it.
 #include <editor/editxydata.h>
-#include <graph/drawing/drawing.h>
-#include <graph/graph.h>
+#include <graph/drawing/picture/drawing.h>
+#include <graph/model/graph.h>
 
 #include <QApplication>
 #include <QDialog>

@@ -3,7 +3,7 @@
 
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
-#include "dialog/data_wizard.h"
+#include "dialog/frame/data_wizard.h"
 
 #include <QTemporaryDir>
 

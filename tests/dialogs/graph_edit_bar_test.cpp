@@ -1,8 +1,8 @@
 #include "dialogs/graph_edit_bar.h"
 
 #include "common/window_driver.h"
-#include "data/ds_info.h"
-#include "graph/shown_graph.h"
+#include "data/series/ds_info.h"
+#include "graph/mouse/shown_graph.h"
 
 #include <QVBoxLayout>
 

@@ -1,5 +1,5 @@
 #include "common/window_driver.h"
-#include "data/band_filter.h"
+#include "data/filter/band_filter.h"
 #include "dialogs/progress_bar.h"
 #include "dialogs/progress_window.h"
 #include "dialogs/wait_window.h"

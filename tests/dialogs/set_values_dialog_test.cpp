@@ -2,8 +2,8 @@
 
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
-#include "data/ds_info.h"
-#include "graph/graph.h"
+#include "data/series/ds_info.h"
+#include "graph/model/graph.h"
 
 #include <QLabel>
 #include <QTableWidget>

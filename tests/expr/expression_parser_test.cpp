@@ -1,4 +1,5 @@
 // The language, case by case: values, errors and the life of variables and formulas.
+#include "common/special_values.h"
 #include "expr/expression_parser.h"
 
 #include <cmath>
@@ -8,8 +9,6 @@
 
 namespace lumoplot {
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 double ValueOf(std::string_view text) {
     TExpressionParser parser;

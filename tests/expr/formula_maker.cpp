@@ -1,4 +1,4 @@
-#include "formula_maker.h"
+#include "expr/formula_maker.h"
 
 #include <initializer_list>
 #include <utility>

@@ -1,9 +1,9 @@
 // The scalar chain, the blocks and the derivatives over many random formulas, against the syntax tree and
 // against differences.
-#include "expr/block_evaluator.h"
-#include "expr/block_kernels.h"
-#include "formula_maker.h"
-#include "syntax_tree.h"
+#include "expr/blocks/block_evaluator.h"
+#include "expr/blocks/block_kernels.h"
+#include "expr/formula_maker.h"
+#include "expr/syntax_tree.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

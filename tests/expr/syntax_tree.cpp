@@ -1,4 +1,5 @@
-#include "syntax_tree.h"
+#include "expr/syntax_tree.h"
+#include "common/special_values.h"
 
 #include <algorithm>
 #include <cctype>
@@ -9,9 +10,6 @@
 
 namespace lumoplot::tests {
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 double Whole(double a, double b, bool remainder) {
     a = std::nearbyint(a);

@@ -1,7 +1,7 @@
 #include "window_fixture.h"
 
-#include "data/ds_info.h"
-#include "graph/graph_mouse.h"
+#include "data/series/ds_info.h"
+#include "graph/mouse/graph_mouse.h"
 
 namespace lumoplot {
 namespace {

@@ -1,4 +1,4 @@
-#include "data/stream/float80.h"
+#include "stream/float80.h"
 
 #include <array>
 #include <bit>

@@ -1,7 +1,7 @@
-#include "data/stream/reader.h"
-#include "data/stream/section.h"
-#include "data/stream/writer.h"
-#include "fit/cur_fit.h"
+#include "fit/definition/cur_fit.h"
+#include "stream/reader.h"
+#include "stream/section.h"
+#include "stream/writer.h"
 #include "support/errors.h"
 
 #include <cmath>

@@ -2,7 +2,7 @@
 // the data editor's page show the same things in forms of their own.
 #pragma once
 
-#include "fit/cur_fit.h"
+#include "fit/definition/cur_fit.h"
 #include "support/guard.h"
 
 namespace lumoplot {

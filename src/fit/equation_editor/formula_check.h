@@ -1,7 +1,7 @@
 // Tells what is wrong with the equation of a curve fit, for marks while it is typed.
 #pragma once
 
-#include "fit/cur_fit.h"
+#include "fit/definition/cur_fit.h"
 
 #include <memory>
 #include <string>

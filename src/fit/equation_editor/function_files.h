@@ -1,7 +1,7 @@
 // Where function files (.lfn) lie and how they are named, read and saved.
 #pragma once
 
-#include "fit/cur_fit.h"
+#include "fit/definition/cur_fit.h"
 
 #include <QString>
 

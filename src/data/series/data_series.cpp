@@ -1,0 +1,172 @@
+#include "data/series/data_series.h"
+
+#include "data/analysis/regression.h"
+#include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
+
+#include <cmath>
+
+namespace lumoplot {
+
+TDataSeries::TDataSeries()
+    : m_dataSourceInfo(std::make_unique<TDSInfo>()), m_curveFit(std::make_unique<TCurFit>()) {
+    m_curveFit->OnChange = [this](TCurFit&) { CurveFitChanged(); };
+}
+
+TDataSeries::~TDataSeries() {
+    m_curveFit.reset();
+    // Counted, as a handler may register another one now; it may also empty one that comes after it.
+    for (std::size_t left = m_changeHandlers.size(); left > 0; --left) {
+        const auto handler = m_changeHandlers.front().Handler;
+        m_changeHandlers.erase(m_changeHandlers.begin());
+        if (*handler) (*handler)(*this, kDestroyed);
+    }
+}
+
+void TDataSeries::Changed(int reason) {
+    // By number: a handler may add handlers.
+    for (std::size_t i = 0; i < m_changeHandlers.size(); ++i) {
+        const auto handler = m_changeHandlers[i].Handler;
+        if (*handler) (*handler)(*this, reason);
+    }
+}
+
+void TDataSeries::AddChangeHandler(std::intptr_t key, TChangeHandler handler) {
+    auto shared = std::make_shared<const TChangeHandler>(std::move(handler));
+    const auto same = std::find_if(m_changeHandlers.begin(), m_changeHandlers.end(),
+                                   [key](const TChangeEntry& entry) { return entry.Key == key; });
+    if (same != m_changeHandlers.end())
+        same->Handler.swap(shared);
+    else
+        m_changeHandlers.push_back({key, std::move(shared)});
+}
+
+int TDataSeries::AddPoint(double x, double y) {
+    if (!m_points.Add(x, y, MergeRule())) return Count();
+    if (Count() == 1)
+        StartExtents(x, y);
+    else if (!LowerBaseline(y))
+        WidenExtents(x, y);
+    MarkResultsStale();
+    Changed(kPointAdded);
+    return Count();
+}
+
+void TDataSeries::SetPointY(std::int32_t id, double y) {
+    const std::optional<double> x = m_points.SetY(id, y);
+    if (!x) y = 0;
+    if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(x.value_or(0), y));
+    MarkResultsStale();
+    Changed(kPointChanged);
+}
+
+bool TDataSeries::DeletePoint(std::int32_t id) {
+    const auto point = m_points.Erase(id);
+    if (!point) return false;
+    if (point->X == m_minX || point->X == m_maxX || point->Y == m_minY || point->Y == m_maxY ||
+        (m_autoZero && point->Y <= m_zeroValue))
+        m_extentsStale = true;
+    MarkResultsStale();
+    Changed(kPointChanged);
+    return true;
+}
+
+bool TDataSeries::RemoveDuplicates() {
+    if (m_points.EraseNeighbours(m_numericalTolerance) == 0) return false;
+    m_extentsStale = true;
+    MarkResultsStale();
+    Changed(kPointChanged);
+    return true;
+}
+
+void TDataSeries::Clear() {
+    m_points = {};
+    m_regressionCurve = {};
+    m_minX = m_maxX = m_minY = m_maxY = 0;
+    m_extentsStale = true;
+    m_awaitsFiniteY = false;
+    MarkResultsStale();
+    Changed(kPointChanged);
+}
+
+TPointChain TDataSeries::SwapPoints(TPointChain points) {
+    m_points.Swap(points);
+    m_regressionCurve = {};
+    m_minX = m_maxX = m_minY = m_maxY = 0;
+    m_extentsStale = true;
+    m_awaitsFiniteY = false;
+    MarkResultsStale();
+    RecalcExtents();
+    Changed(kPointChanged);
+    return points;
+}
+
+/// What follows from the data is out of date.
+void TDataSeries::MarkResultsStale() {
+    m_results.ClearStatistics();
+    MarkRegressionStale();
+    MarkFitStale();
+}
+
+// The sampled curve is that of the fit.
+void TDataSeries::CurveFitChanged() {
+    if (m_regressionType == static_cast<int>(TRegressionType::SampledCurve)) MarkRegressionStale();
+    Changed(kCurveFitChanged);
+}
+
+void TDataSeries::MarkFitStale() {
+    if (m_curveFit) m_curveFit->MarkStale(); // none while the series is being destroyed
+}
+
+void TDataSeries::SetZeroValue(double value) {
+    if (value == m_zeroValue || !std::isfinite(value)) return;
+    m_zeroValue = value;
+    m_extentsStale = true;
+    MarkFitStale();
+    Changed(kBaselineChanged);
+}
+
+void TDataSeries::SetBaseLineSlope(double value) {
+    if (value == m_baseLineSlope || !std::isfinite(value)) return;
+    m_baseLineSlope = value;
+    m_extentsStale = true;
+    MarkFitStale();
+    Changed(kBaselineChanged);
+}
+
+void TDataSeries::SetAutoZero(bool value) {
+    if (value == m_autoZero) return;
+    m_autoZero = value;
+    m_extentsStale = true;
+    Changed(kBaselineChanged);
+}
+
+template <class TValue>
+void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
+    if (value == field || value != value) return;
+    field = value;
+    MarkRegressionStale();
+    MarkFitStale();
+    Changed(kRegressionChanged);
+}
+
+void TDataSeries::SetRegressionType(int value) {
+    StoreRegressionSetting(m_regressionType, value);
+}
+
+void TDataSeries::SetRegressionControlValue1(int value) {
+    StoreRegressionSetting(m_regressionControlValue1, value);
+}
+
+void TDataSeries::SetRegressionControlValue2(double value) {
+    StoreRegressionSetting(m_regressionControlValue2, value);
+}
+
+void TDataSeries::SetDuplicatesAllowed(bool value) {
+    if (value == m_duplicatesAllowed) return;
+    m_duplicatesAllowed = value;
+    MarkRegressionStale();
+    if (!value) RemoveDuplicates();
+}
+
+} // namespace lumoplot

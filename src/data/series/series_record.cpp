@@ -1,0 +1,92 @@
+#include "data/series/series_record.h"
+
+#include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
+
+#include <vector>
+
+namespace lumoplot {
+namespace {
+
+using S = TDataSeries;
+
+// A row of a property of the series' data source description.
+template <auto Get, auto Set>
+constexpr TSectionRow<S> SourceRow(int key, const char* name) {
+    using TValue = std::remove_cvref_t<std::invoke_result_t<decltype(Get), const TDSInfo&>>;
+    return Row<S, [](const S& series) { return std::invoke(Get, series.DataSourceInfo()); },
+               [](S& series, TValue value) { std::invoke(Set, series.DataSourceInfo(), value); }>(key, name);
+}
+
+// A row of a composite record of the series' curve fit.
+template <auto Write, auto Read>
+constexpr TSectionRow<S> CurveFitRow(int key) {
+    return CompositeRow<
+        S, [](const S& series, TxyWriter& writer) { std::invoke(Write, series.CurveFit(), writer); },
+        [](S& series, TxyReader& reader) { std::invoke(Read, series.CurveFit(), reader); }>(key, "CurveFit");
+}
+
+constexpr std::size_t kPointsPerPart = 4096;
+
+} // namespace
+
+// Key 8 carries the name of key 7; readers go by the number.
+std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
+    using I = TDSInfo;
+    static constexpr TSectionRow<S> kRows[] = {
+        Row<S, &S::SeriesName, &S::SetSeriesName>(1, "SeriesName"),
+        Row<S, &S::NumericalTolerance, &S::SetNumericalTolerance>(2, "NumericalTolerance"),
+        Row<S, &S::DuplicatesAllowed, &S::SetDuplicatesAllowed>(3, "DuplicatesAllowed"),
+        Row<S, &S::AutoZero, &S::SetAutoZero>(4, "AutoZero"),
+        Row<S, &S::ZeroValue, &S::SetZeroValue>(5, "ZeroValue"),
+        Row<S, &S::RegressionType, &S::SetRegressionType>(6, "RegressionType"),
+        Row<S, &S::RegressionControlValue1, &S::SetRegressionControlValue1>(7, "RegressionControlValue1"),
+        Row<S, &S::RegressionControlValue2, &S::SetRegressionControlValue2>(8, "RegressionControlValue1",
+                                                                            "RegressionControlValue2"),
+        SourceRow<&I::Kind, &I::SetKind>(9, "DataSource"),
+        SourceRow<&I::SourceName, &I::SetSourceName>(10, "DatasourceInfo"),
+        SourceRow<&I::DivideTextByWidth, &I::SetDivideTextByWidth>(12, "DivideTextByWidth"),
+        SourceRow<&I::FileHasHeaders, &I::SetFileHasHeaders>(13, "FileHasHeaders"),
+        SourceRow<&I::TextSeparators, &I::SetTextSeparators>(14, "TextSeparators"),
+        SourceRow<&I::TextMarkers, &I::SetTextMarkers>(15, "TextMarkers"),
+        SourceRow<&I::XDataColumn, &I::SetXDataColumn>(16, "XDataColumn"),
+        SourceRow<&I::YDataColumn, &I::SetYDataColumn>(17, "YDataColumn"),
+        SourceRow<&I::RowSamplingFrequency, &I::SetRowSamplingFrequency>(18, "RowSamplingFrequency"),
+        SourceRow<&I::ColumnWidth, &I::SetColumnWidth>(19, "ColumnWidth"),
+        SourceRow<&I::RowChoiceMode, &I::SetRowChoiceMode>(20, "RowChoiceMode"),
+        SourceRow<&I::RowChoiceValue1, &I::SetRowChoiceValue1>(21, "RowChoiceValue1"),
+        SourceRow<&I::RowChoiceValue2, &I::SetRowChoiceValue2>(22, "RowChoiceValue2"),
+        SourceRow<&I::XFormat, &I::SetXFormat>(23, "XFormat"),
+        SourceRow<&I::YFormat, &I::SetYFormat>(24, "YFormat"),
+        CurveFitRow<&TCurFit::WriteDefinition, &TCurFit::ReadDefinition>(39),
+        Row<S, &S::BaseLineSlope, &S::SetBaseLineSlope>(42, "BaseLineSlope"),
+        CurveFitRow<&TCurFit::WriteSettings, &TCurFit::ReadSettings>(43),
+        SourceRow<&I::AutoRowHitFreq, &I::SetAutoRowHitFreq>(44, "AutoRowHitFreq"),
+        CurveFitRow<&TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45),
+        Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
+        Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
+    };
+    return kRows;
+}
+
+void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
+    WriteEntries(writer, SeriesRecordRows(), *this);
+    writer.WritePointHeader(withPoints ? Count() : 0);
+    if (!withPoints) return;
+    for (std::size_t i = 0; i < Points().BlockCount(); ++i)
+        writer.WritePoints(Points().Block(i).X, Points().Block(i).Y);
+}
+
+void TDataSeries::ReadFromStream(TxyReader& reader) {
+    ReadEntries(reader, SeriesRecordRows(), *this);
+    DataSourceInfo().SetNeedsReload(false);
+    std::vector<double> xs, ys;
+    for (auto left = static_cast<std::size_t>(reader.ReadPointHeader()); left > 0; left -= xs.size()) {
+        xs.resize(std::min(left, kPointsPerPart));
+        ys.resize(xs.size());
+        reader.ReadPoints(xs, ys);
+        for (std::size_t i = 0; i < xs.size(); ++i) AddPoint(xs[i], ys[i]);
+    }
+}
+
+} // namespace lumoplot

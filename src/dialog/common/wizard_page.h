@@ -1,0 +1,96 @@
+// A page of the data editor. The dialog knows its pages by this interface alone, never their controls; a page
+// knows the dialog by the few things that it may ask of it.
+#pragma once
+
+#include "graph/model/child_graph.h"
+#include "support/guard.h"
+
+#include <QWidget>
+#include <string>
+
+namespace lumoplot {
+
+/// What the dialog offers its pages.
+class TWizardContext {
+public:
+    virtual ~TWizardContext() = default;
+    virtual TxyChildGr& WorkGraph() = 0;
+    /// The data set that the pages show, or null.
+    virtual TSeries* CurrSeries() = 0;
+    /// True while controls are being filled: no handler may write to the data set then.
+    virtual bool Filling() const = 0;
+    virtual void SetFilling(bool value) = 0;
+    /// Writes what the pages still hold into the current data set; throws when one cannot.
+    virtual void CommitPages() = 0;
+    /// Fills all pages again from the selected data set.
+    virtual void RefillPages() = 0;
+    /// Lists the data sets again, after some have come or gone, and selects the one with that number.
+    virtual void FillList(int number) = 0;
+    /// The name edit has given the current data set another name.
+    virtual void ShowSeriesName(const QString& name) = 0;
+    /// Names the step that undoes what the event at hand changes ("fit Run 1"). Steps that nobody names are
+    /// named after what has changed and the control that did it.
+    virtual void NameStep(const std::string& name) { static_cast<void>(name); }
+};
+
+class TWizardPage : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TWizardPage(TWizardContext& context, QWidget* parent = nullptr)
+        : QWidget(parent), m_context(context) {}
+
+    /// Fills every control from the data set; the dialog has set its Filling guard.
+    virtual void FillFrom(TSeries& series) = 0;
+    /// There is no data set to show.
+    virtual void ShowNothing() {}
+    /// Writes what is still being edited into the data set; throws when it cannot.
+    virtual void Commit(TSeries& series) { static_cast<void>(series); }
+    /// Another page is about to be shown: writes what can be written without asking or refusing.
+    virtual void Leave(TSeries& series) { static_cast<void>(series); }
+    /// The preview, which may have recomputed some of the values shown, has been left.
+    virtual void RefreshAfterPreview(TSeries& series) { static_cast<void>(series); }
+
+protected:
+    TWizardContext& Context() const { return m_context; }
+
+    /// Runs a change of the current data set unless the controls are being filled. An exception is shown.
+    template <class TAction>
+    void Edit(TAction&& action) {
+        TSeries* series = m_context.CurrSeries();
+        if (m_context.Filling() || !series) return;
+        Guarded([&] { action(*series); });
+    }
+
+private:
+    TWizardContext& m_context;
+};
+
+/// Sets the Filling guard for a scope and puts the old value back.
+class TFillingScope {
+public:
+    explicit TFillingScope(TWizardContext& context) : m_context(context), m_before(context.Filling()) {
+        context.SetFilling(true);
+    }
+    ~TFillingScope() { m_context.SetFilling(m_before); }
+    TFillingScope(const TFillingScope&) = delete;
+    TFillingScope& operator=(const TFillingScope&) = delete;
+
+private:
+    TWizardContext& m_context;
+    bool m_before;
+};
+
+/// The same for a data set's update hold.
+class TUpdateScope {
+public:
+    explicit TUpdateScope(TSeries& series) : m_series(series) { series.SetUpdateDepth(true); }
+    ~TUpdateScope() { m_series.SetUpdateDepth(false); }
+    TUpdateScope(const TUpdateScope&) = delete;
+    TUpdateScope& operator=(const TUpdateScope&) = delete;
+
+private:
+    TSeries& m_series;
+};
+
+} // namespace lumoplot

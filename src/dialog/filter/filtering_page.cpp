@@ -1,0 +1,287 @@
+#include "dialog/filter/filtering_page.h"
+
+#include "controls/number_edit.h"
+#include "data/filter/band_filter_spectrum.h"
+#include "dialogs/progress_window.h"
+#include "graph/loading/source_loading.h"
+#include "support/errors.h"
+#include "support/number_text.h"
+#include "ui_filtering_page.h"
+
+#include <QLocale>
+#include <bit>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kGainsShown = 512;
+/// Between a change of a setting and the preview of it, so that typing and held arrows stay fluent.
+constexpr int kTypingDelayMs = 30;
+constexpr const char* kFailure = "Fail to Apply Filter";
+const QString kPartText = QStringLiteral(" Shown is a part of the rows; Apply reads all of them.");
+
+/// While it lives, sources are read with the budget of the plot in place of the editor's small one.
+class TPlotBudget {
+public:
+    explicit TPlotBudget(TxyGraph& graph) : m_graph(graph), m_before(graph.EditorMode()) {
+        m_graph.SetEditorMode(false);
+    }
+    ~TPlotBudget() { m_graph.SetEditorMode(m_before); }
+    TPlotBudget(const TPlotBudget&) = delete;
+    TPlotBudget& operator=(const TPlotBudget&) = delete;
+
+private:
+    TxyGraph& m_graph;
+    bool m_before;
+};
+
+QString ShortNumber(double value) {
+    return QString::fromStdString(FormatGeneral(value, 4));
+}
+
+QString Counted(std::int64_t count, const char* one, const char* many) {
+    return QLocale().toString(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
+} // namespace
+
+TFilteringPage::TFilteringPage(TWizardContext& context, QWidget* parent)
+    : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TFilteringPage>()) {
+    m_ui->setupUi(this);
+    ShowSettings();
+    ConnectSettings();
+    connect(m_ui->btnApply, &QPushButton::clicked, this, &TFilteringPage::Apply);
+    connect(m_ui->btnUndoFilter, &QPushButton::clicked, this, &TFilteringPage::Undo);
+    m_previewTimer.setSingleShot(true);
+    connect(&m_previewTimer, &QTimer::timeout, this, [this] { Guarded([&] { UpdatePreview(); }); });
+    connect(&context.WorkGraph(), &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
+        if (m_before && m_before->Series == series) m_before.reset();
+        m_seen.reset();
+    });
+}
+
+TFilteringPage::~TFilteringPage() = default;
+
+void TFilteringPage::ShowSettings() {
+    m_ui->cbx_FilterType->setCurrentIndex(static_cast<int>(m_settings.FilterType));
+    ShowNumber(*m_ui->e_LowFreq, m_settings.LowFreq);
+    ShowNumber(*m_ui->e_HighFreq, m_settings.HighFreq);
+    m_ui->cb_Normalize->setChecked(m_settings.Normalize);
+    ShowNumber(*m_ui->e_NormZero, m_settings.NormZero);
+    m_ui->se_CountEvery->setValue(m_settings.CountEvery);
+    m_ui->se_ResponseWidth->setValue(m_settings.ResponseWidth);
+}
+
+void TFilteringPage::ConnectSettings() {
+    ConnectNumber(m_ui->e_LowFreq, &TBandFilterSettings::LowFreq);
+    ConnectNumber(m_ui->e_HighFreq, &TBandFilterSettings::HighFreq);
+    ConnectNumber(m_ui->e_NormZero, &TBandFilterSettings::NormZero);
+    // While no data set is shown the guard is set and the page is disabled, so nothing is changed unseen.
+    const auto change = [this](auto store) {
+        return [this, store](auto value) {
+            if (Context().Filling()) return;
+            store(value);
+            SettingsChanged();
+        };
+    };
+    connect(m_ui->cbx_FilterType, &QComboBox::currentIndexChanged, this,
+            change([this](int item) { m_settings.FilterType = static_cast<TFilterType>(item); }));
+    connect(m_ui->cb_Normalize, &QCheckBox::toggled, this,
+            change([this](bool checked) { m_settings.Normalize = checked; }));
+    connect(m_ui->se_CountEvery, &QSpinBox::valueChanged, this,
+            change([this](int value) { m_settings.CountEvery = value; }));
+    connect(m_ui->se_ResponseWidth, &QSpinBox::valueChanged, this,
+            change([this](int value) { m_settings.ResponseWidth = value; }));
+}
+
+void TFilteringPage::ConnectNumber(QLineEdit* edit, double TBandFilterSettings::*setting) {
+    connect(edit, &QLineEdit::textChanged, this, [this, edit, setting] {
+        if (Context().Filling()) return;
+        if (const auto value = FiniteNumberIn(*edit)) m_settings.*setting = *value;
+        SettingsChanged();
+    });
+}
+
+void TFilteringPage::SettingsChanged() {
+    EnableButtons();
+    SchedulePreview(kTypingDelayMs);
+}
+
+/// What is shown is what is applied: an edit that holds no number stops Apply.
+bool TFilteringPage::NumbersAreValid() const {
+    for (const QLineEdit* edit : {m_ui->e_LowFreq, m_ui->e_HighFreq, m_ui->e_NormZero}) {
+        const auto value = TryParseFloat(edit->text().toStdString());
+        if (!value || !std::isfinite(*value)) return false;
+    }
+    return true;
+}
+
+void TFilteringPage::EnableButtons() {
+    const TSeries* series = Context().CurrSeries();
+    m_ui->btnApply->setEnabled(series && series->Count() > 0 && NumbersAreValid());
+    m_ui->btnUndoFilter->setEnabled(series && CanUndo(*series));
+}
+
+void TFilteringPage::FillFrom(TSeries& series) {
+    // Points that another edit has changed are not taken back any more.
+    if (m_before && m_before->Series == &series && !CanUndo(series)) m_before.reset();
+    EnableButtons();
+    SchedulePreview();
+}
+
+void TFilteringPage::ShowNothing() {
+    m_seen.reset();
+    m_ui->preview->ShowNothing();
+    m_ui->lblFilterState->clear();
+    EnableButtons();
+}
+
+void TFilteringPage::showEvent(QShowEvent* event) {
+    TWizardPage::showEvent(event);
+    SchedulePreview();
+}
+
+void TFilteringPage::Apply() {
+    if (Context().Filling() || !NumbersAreValid()) return;
+    Guarded([&] {
+        Context().CommitPages();
+        TSeries* series = Context().CurrSeries();
+        if (series && series->Count() > 0) Filter(*series);
+    });
+}
+
+void TFilteringPage::Filter(TSeries& series) {
+    m_previewTimer.stop();
+    if (!LoadAllPoints(series)) return;
+    TFilteredPoints result;
+    {
+        TProgressWindow progress(window());
+        result = FilterBand(series, m_settings, progress);
+    }
+    if (result.Outcome == TFilterOutcome::Refused) ShowMessage(kFailure, TMessageKind::Error);
+    if (result.Outcome == TFilterOutcome::Filtered) TakeIn(series, std::move(result.Points));
+    Context().RefillPages();
+}
+
+void TFilteringPage::TakeIn(TSeries& series, TPointChain points) {
+    TBefore before{&series,           {}, {}, series.ZeroValue(), series.BaseLineSlope(), series.AutoZero(),
+                   series.IsThinned()};
+    const TUpdateScope hold(series);
+    before.Points = series.SwapPoints(std::move(points));
+    before.Written = MarkOf(series);
+    series.SetThinned(false);
+    m_before = std::move(before);
+}
+
+void TFilteringPage::Undo() {
+    TSeries* series = Context().CurrSeries();
+    if (Context().Filling() || !series || !CanUndo(*series)) return;
+    Guarded([&] {
+        TBefore before = *std::exchange(m_before, std::nullopt);
+        {
+            const TUpdateScope hold(*series);
+            series->SwapPoints(std::move(before.Points));
+            series->SetAutoZero(before.AutoZero);
+            series->SetZeroValue(before.ZeroValue);
+            series->SetBaseLineSlope(before.BaseLineSlope);
+            series->SetThinned(before.Thinned);
+        }
+        Context().RefillPages();
+    });
+}
+
+bool TFilteringPage::CanUndo(const TSeries& series) const {
+    return m_before && m_before->Series == &series && m_before->Written.Count == series.Count() &&
+           m_before->Written == MarkOf(series);
+}
+
+TFilteringPage::TPointsMark TFilteringPage::MarkOf(const TSeries& series) {
+    TPointsMark mark{series.Count(), 0};
+    const auto take = [&mark](double value) {
+        mark.Hash = (std::rotl(mark.Hash, 5) ^ std::bit_cast<std::uint64_t>(value)) * 0x9E3779B97F4A7C15u;
+    };
+    for (std::size_t i = 0; i < series.Points().BlockCount(); ++i) {
+        const TPointSpans block = series.Points().Block(i);
+        for (const double x : block.X) take(x);
+        for (const double y : block.Y) take(y);
+    }
+    return mark;
+}
+
+/// A data set that was read with the editor's small budget is read again as its plot will show it: few of its
+/// rows have other frequencies. False when the user cancelled; throws what the source throws.
+bool TFilteringPage::LoadAllPoints(TSeries& series) {
+    if (!series.IsThinned()) return true;
+    const TPlotBudget budget(Context().WorkGraph());
+    const std::string name = series.SeriesName();
+    TProgressWindow progress(window());
+    const bool isLoaded = LoadFromSource(series, progress);
+    series.SetSeriesName(name);
+    return isLoaded;
+}
+
+/// The same for the preview, which makes do with what it gets and asks no file twice.
+void TFilteringPage::LoadToPreview(TSeries& series) {
+    if (!series.IsThinned() || m_loadTried == series.DataStamp()) return;
+    m_loadTried = series.DataStamp();
+    try {
+        if (LoadAllPoints(series)) Context().RefillPages();
+    } catch (const ELumoError&) {
+        // Told when the filter is applied.
+    }
+}
+
+void TFilteringPage::SchedulePreview(int delayMs) {
+    if (isVisible()) m_previewTimer.start(delayMs);
+}
+
+void TFilteringPage::UpdatePreview() {
+    TSeries* series = Context().CurrSeries();
+    if (!series || !isVisible()) return;
+    LoadToPreview(*series);
+    const bool isNew =
+        !m_seen || m_seen->DataStamp != series->DataStamp() || m_seen->CountEvery != m_settings.CountEvery;
+    const TFilterSamples& samples = SamplesOf(*series);
+    m_ui->lblFilterState->setText(StateText(samples) + (series->IsThinned() ? kPartText : QString()));
+    if (!(samples.Step > 0)) return m_ui->preview->ShowNothing();
+    if (isNew) m_ui->preview->ShowSpectrum(AmplitudeSpectrum(samples.Values, samples.Step));
+    m_ui->preview->ShowResponse(FrequencyResponse(m_settings, samples.Step, kGainsShown), m_settings);
+}
+
+const TFilterSamples& TFilteringPage::SamplesOf(const TSeries& series) {
+    const std::uint64_t stamp = series.DataStamp();
+    if (!m_seen || m_seen->DataStamp != stamp || m_seen->CountEvery != m_settings.CountEvery) {
+        TSilentProgress progress;
+        m_seen = {stamp, m_settings.CountEvery, *SampleBlocks(series, m_settings.CountEvery, progress)};
+    }
+    return m_seen->Samples;
+}
+
+QString TFilteringPage::StateText(const TFilterSamples& samples) const {
+    const auto count = static_cast<std::int64_t>(samples.Values.size());
+    if (count == 0) return QStringLiteral("There are too few points for a sample: nothing can be filtered.");
+    QString text = Counted(count, "sample", "samples");
+    if (samples.Step > 0) {
+        const double highest = 0.5 / samples.Step;
+        text += QStringLiteral(", %1 apart: frequencies up to %2. ")
+                    .arg(ShortNumber(samples.Step), ShortNumber(highest));
+        if (std::min(std::abs(m_settings.LowFreq), std::abs(m_settings.HighFreq)) > highest)
+            text += QStringLiteral("The band lies above them. ");
+    } else {
+        text += QStringLiteral(" without spread in X. ");
+    }
+    return text + ResultText(samples);
+}
+
+QString TFilteringPage::ResultText(const TFilterSamples& samples) const {
+    const auto kept = static_cast<std::int64_t>(samples.Values.size()) - 2 * m_settings.ResponseWidth - 1;
+    if (kept <= 0) return QStringLiteral("The response is wider than the data: Apply leaves no points.");
+    if (!(samples.Step > 0)) return QStringLiteral("Nothing can be filtered.");
+    const QString points = Counted(kept * m_settings.CountEvery, "point", "points");
+    if (!m_settings.Normalize) return QStringLiteral("Apply leaves %1.").arg(points);
+    return QStringLiteral("Apply leaves %1 and multiplies by %2.")
+        .arg(points, ShortNumber(NormalizingScale(samples, m_settings)));
+}
+
+} // namespace lumoplot

@@ -1,0 +1,90 @@
+// The page that filters a frequency band of the current data set. The settings belong to the page and outlive
+// the data sets; Apply replaces the data set's points, and Undo takes the last run back.
+#pragma once
+
+#include "data/filter/band_filter.h"
+#include "dialog/common/wizard_page.h"
+
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+class QLineEdit;
+
+namespace Ui {
+class TFilteringPage;
+}
+
+namespace lumoplot {
+
+class TFilteringPage : public TWizardPage {
+    Q_OBJECT
+
+public:
+    explicit TFilteringPage(TWizardContext& context, QWidget* parent = nullptr);
+    ~TFilteringPage() override;
+
+    const TBandFilterSettings& Settings() const { return m_settings; }
+
+    void FillFrom(TSeries& series) override;
+    void ShowNothing() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    /// What identifies the points that a run has written.
+    struct TPointsMark {
+        int Count = 0;
+        std::uint64_t Hash = 0;
+
+        bool operator==(const TPointsMark&) const = default;
+    };
+    /// What a data set was before a run.
+    struct TBefore {
+        const TSeries* Series;
+        TPointsMark Written; ///< as long as the points are these, the run can be taken back
+        TPointChain Points;
+        double ZeroValue;
+        double BaseLineSlope;
+        bool AutoZero;
+        bool Thinned;
+    };
+    /// What the filter sees of a data set, kept until its data or the block size change.
+    struct TSeen {
+        std::uint64_t DataStamp;
+        int CountEvery;
+        TFilterSamples Samples;
+    };
+
+    static TPointsMark MarkOf(const TSeries& series);
+    void ShowSettings();
+    void ConnectSettings();
+    void ConnectNumber(QLineEdit* edit, double TBandFilterSettings::*setting);
+    void SettingsChanged();
+    bool NumbersAreValid() const;
+    void EnableButtons();
+
+    void Apply();
+    void Filter(TSeries& series);
+    void TakeIn(TSeries& series, TPointChain points);
+    void Undo();
+    bool CanUndo(const TSeries& series) const;
+    bool LoadAllPoints(TSeries& series);
+    void LoadToPreview(TSeries& series);
+
+    void SchedulePreview(int delayMs = 0);
+    void UpdatePreview();
+    const TFilterSamples& SamplesOf(const TSeries& series);
+    QString StateText(const TFilterSamples& samples) const;
+    QString ResultText(const TFilterSamples& samples) const;
+
+    std::unique_ptr<Ui::TFilteringPage> m_ui;
+    TBandFilterSettings m_settings;
+    std::optional<TBefore> m_before;
+    std::optional<TSeen> m_seen;
+    std::uint64_t m_loadTried = 0; ///< the data that reading all rows was tried for
+    QTimer m_previewTimer;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,63 @@
+// The page of the data editor that edits the curve fit of a data set: its equation, parameters and templates,
+// the settings of the fitting run and the look of the curve. A small plot follows what is typed.
+#pragma once
+
+#include "dialog/common/wizard_page.h"
+#include "fit/equation_editor/fit_access.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class TCurveFittingPage;
+}
+
+namespace lumoplot {
+
+class TFitSettingsGroup;
+class TParameterGroup;
+class TTemplateGroup;
+
+class TCurveFittingPage : public TWizardPage, private TFitAccess {
+    Q_OBJECT
+
+public:
+    explicit TCurveFittingPage(TWizardContext& context, QWidget* parent = nullptr);
+    ~TCurveFittingPage() override;
+
+    void FillFrom(TSeries& series) override;
+    void ShowNothing() override;
+    void Commit(TSeries& series) override;
+    void Leave(TSeries& series) override;
+    void RefreshAfterPreview(TSeries& series) override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    TCurFit* Fit() override;
+    TCurFit* FitToEdit() override;
+    void FitEdited() override;
+
+    void MakeGroups();
+    void ConnectEquation();
+    void ConnectCurve();
+    void ConnectActions();
+    void ShowCurveLook(const TCurFit& fit);
+    void EnableControls();
+    void ShowFunction();
+    void ShowResult();
+    void RunFit();
+    void Generate();
+    void ShowSettings();
+    void RunEditor();
+
+    std::unique_ptr<Ui::TCurveFittingPage> m_ui;
+    std::vector<std::string> m_unknownNames;
+    TParameterGroup* m_parameters = nullptr;
+    TTemplateGroup* m_templates = nullptr;
+    TFitSettingsGroup* m_settings = nullptr;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,61 @@
+#include "dialog/fit/fit_result_text.h"
+
+#include "fit/definition/fit_result.h"
+#include "support/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kErrorDigits = 4;
+
+std::string Counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string EndText(const TFitResult& result) {
+    std::string text = TextOf(result.End);
+    if (!text.empty())
+        text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+    text += " (" + Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", " +
+            Counted(result.PointsUsed, "point");
+    if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " without a value";
+    return text + ")\n";
+}
+
+std::string ParameterText(const TDBLParameter& parameter, const TFitResult& result, int number, int digits) {
+    std::string text = parameter.Name() + " = " + FormatGeneral(parameter.Value(), digits);
+    const auto varied = std::ranges::find(result.Varied, number);
+    if (varied != result.Varied.end()) {
+        const double error = result.StandardError(static_cast<std::size_t>(varied - result.Varied.begin()));
+        text += " ± " + (std::isfinite(error) ? FormatGeneral(error, kErrorDigits) : "not determined");
+    }
+    if (!parameter.Units.empty()) text += " " + parameter.Units;
+    if (varied == result.Varied.end()) text += " (fixed)";
+    return text + "\n";
+}
+
+std::string StatisticsText(const TFitResult& result, int digits) {
+    std::string text;
+    if (std::isfinite(result.ResidualSD)) text = "Residual SD = " + FormatGeneral(result.ResidualSD, digits);
+    if (std::isfinite(result.RSquared))
+        text += (text.empty() ? "R² = " : ", R² = ") + FormatGeneral(result.RSquared, digits);
+    return text.empty() ? text : text + "\n";
+}
+
+} // namespace
+
+std::string FitResultText(const TCurFit& fit, int digits) {
+    if (!fit.FitError().empty()) return "The fit was not possible: " + fit.FitError() + "\n";
+    if (!fit.Result()) return {};
+    const TFitResult& result = *fit.Result();
+    std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";
+    text += EndText(result) + StatisticsText(result, digits);
+    for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)
+        text += ParameterText(*fit.Parameter(number), result, number, digits);
+    return text;
+}
+
+} // namespace lumoplot

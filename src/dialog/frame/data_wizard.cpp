@@ -1,0 +1,245 @@
+#include "dialog/frame/data_wizard.h"
+
+#include "dialog/filter/filtering_page.h"
+#include "dialog/fit/curve_fitting_page.h"
+#include "dialog/frame/undo_recorder.h"
+#include "dialog/series/general_page.h"
+#include "dialog/series/regressions_page.h"
+#include "dialog/source/data_source_page.h"
+#include "dialogs/graph_edit_bar.h"
+#include "ui_data_wizard.h"
+
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <utility>
+
+namespace lumoplot {
+
+TxyDataWizard::TxyDataWizard(QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::TxyDataWizard>()), m_workGraph(nullptr) {
+    m_ui->setupUi(this);
+    setAcceptDrops(true);
+    SetUpPreview();
+    connect(m_workGraph, &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
+        if (series == m_currSeries) m_currSeries = nullptr;
+    });
+    SetUpUndo();
+    AddPages();
+    ConnectControls();
+    ShowSeries(-1);
+}
+
+// The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
+// an edit that loses the focus then would call into nothing.
+TxyDataWizard::~TxyDataWizard() {
+    m_undo->Stop();
+    m_filling = true;
+    m_currSeries = nullptr;
+    m_workGraph->disconnect(this);
+    m_ui->tabs->disconnect(this);
+    for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
+}
+
+void TxyDataWizard::SetUpPreview() {
+    m_workGraph = new TxyChildGr(m_ui->pagePreview);
+    m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
+    m_ui->previewLayout->addWidget(m_editBar);
+    m_ui->previewLayout->addWidget(m_workGraph, 1);
+    connect(m_editBar, &TGraphEditBar::Edited, this,
+            [this](const QString& step) { NameStep(step.toStdString()); });
+    connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);
+}
+
+void TxyDataWizard::AddPages() {
+    m_dataSourcePage = new TDataSourcePage(*this);
+    AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
+    AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
+    AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
+    AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
+}
+
+void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
+    const QString path = QStringLiteral(":/lumoplot/tabs/%1%2.svg");
+    QIcon icon(path.arg(picture, QString()));
+    icon.addFile(path.arg(picture, QStringLiteral("_inactive")), QSize(), QIcon::Disabled);
+    m_ui->tabs->addTab(page, icon, caption);
+    m_pages.push_back(page);
+}
+
+void TxyDataWizard::ConnectControls() {
+    const auto on = [this](QPushButton* button, void (TxyDataWizard::*action)()) {
+        connect(button, &QPushButton::clicked, this, [this, action] { Guarded([&] { (this->*action)(); }); });
+    };
+    on(m_ui->btnNew, &TxyDataWizard::NewSeries);
+    on(m_ui->btnDelete, &TxyDataWizard::DeleteSeries);
+    on(m_ui->btnImport, &TxyDataWizard::ImportSeries);
+    on(m_ui->btnExport, &TxyDataWizard::ExportSeries);
+    on(m_ui->btnDuplicate, &TxyDataWizard::DuplicateSeries);
+    on(m_ui->btnMoveFirst, &TxyDataWizard::MoveToFirst);
+    on(m_ui->btnSort, &TxyDataWizard::SortSeries);
+    on(m_ui->btnReverse, &TxyDataWizard::ReverseSeries);
+    connect(m_ui->cbx_DataSets, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded([&] { DataSetPicked(); }); });
+    connect(m_ui->tabs, &QTabWidget::currentChanged, this,
+            [this](int page) { Guarded([&] { TabChanged(page); }); });
+    connect(m_ui->btnPreview, &QPushButton::clicked, this,
+            [this] { Guarded([&] { SetPreviewMode(!m_previewMode); }); });
+    connect(m_ui->btnOk, &QPushButton::clicked, this, [this] { CloseWith(kOk); });
+    connect(m_ui->btnSetDefault, &QPushButton::clicked, this, [this] { CloseWith(kSetDefault); });
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, [this] { done(kCancel); });
+}
+
+void TxyDataWizard::SetTemplateName(const std::string& name) {
+    m_templateName = name;
+    setWindowTitle(QStringLiteral("Data Template Editor : ") + QString::fromStdString(name));
+}
+
+void TxyDataWizard::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (event->spontaneous()) return; // only restored from its icon
+    SetPreviewMode(false);
+    FillList(m_workGraph->Appearance()->CurrSerIndex());
+    if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
+    ListChanged();
+    m_undo->Start();
+}
+
+void TxyDataWizard::hideEvent(QHideEvent* event) {
+    if (!event->spontaneous()) m_undo->Stop();
+    QDialog::hideEvent(event);
+}
+
+void TxyDataWizard::CommitManualData() {
+    if (!m_currSeries) return;
+    for (TWizardPage* page : m_pages) page->Commit(*m_currSeries);
+}
+
+// What cannot be committed keeps the dialog open, so that nothing typed is lost.
+void TxyDataWizard::CloseWith(int result) {
+    if (Guarded([&] { CommitManualData(); })) done(result);
+}
+
+void TxyDataWizard::SetPreviewMode(bool preview) {
+    if (preview) CommitManualData();
+    const bool leaving = m_previewMode && !preview;
+    m_previewMode = preview;
+    m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
+    m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
+    m_workGraph->setVisible(preview);
+    if (!leaving) return;
+    m_editBar->ShowZoom();
+    RefillPages(); // points and marks may have been edited
+    if (m_currSeries)
+        m_undo->Quietly([this] {
+            for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
+        });
+}
+
+int TxyDataWizard::NumberOfItem(int item) const {
+    return m_ui->cbx_DataSets->itemData(item).toInt();
+}
+
+void TxyDataWizard::FillList(int number) {
+    m_filling = true;
+    int selected = -1;
+    {
+        const QSignalBlocker quiet(m_ui->cbx_DataSets);
+        m_ui->cbx_DataSets->clear();
+        for (const auto& series : m_workGraph->Series()) {
+            m_ui->cbx_DataSets->addItem(QString::fromStdString(series->SeriesName()), series->SeriesIndex());
+            if (selected < 0 && series->SeriesIndex() == number) selected = m_ui->cbx_DataSets->count() - 1;
+        }
+        m_ui->cbx_DataSets->setCurrentIndex(selected);
+    }
+    m_filling = false;
+    ListChanged();
+}
+
+// While no data set is shown Filling stays set, yet choosing one in the list must show it.
+void TxyDataWizard::ListChanged() {
+    if (m_filling && m_currSeries) return;
+    const int item = m_ui->cbx_DataSets->currentIndex();
+    if (item < 0) return ShowSeries(-1);
+    m_workGraph->Appearance()->SetCurrSerIndex(item + 1);
+    ShowSeries(NumberOfItem(item));
+}
+
+// What cannot be committed keeps its data set selected.
+void TxyDataWizard::DataSetPicked() {
+    try {
+        CommitManualData();
+    } catch (...) {
+        const QSignalBlocker quiet(m_ui->cbx_DataSets);
+        m_ui->cbx_DataSets->setCurrentIndex(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()));
+        throw;
+    }
+    ListChanged();
+}
+
+void TxyDataWizard::TabChanged(int page) {
+    const int left = std::exchange(m_shownPage, page);
+    if (m_currSeries) Guarded([&] { m_pages[static_cast<std::size_t>(left)]->Leave(*m_currSeries); });
+    ListChanged();
+}
+
+void TxyDataWizard::ShowSeries(int number) {
+    m_undo->Quietly([&] { FillPages(number); });
+}
+
+void TxyDataWizard::FillPages(int number) {
+    m_filling = true;
+    m_currSeries = number == -1 ? nullptr : m_workGraph->FindSeries(number);
+    EnableSeriesControls(m_currSeries != nullptr);
+    if (!m_currSeries) {
+        for (TWizardPage* page : m_pages) page->ShowNothing();
+        return;
+    }
+    // A page that fails tells so; the guard must not stay set, or nothing could be edited or chosen any more.
+    for (TWizardPage* page : m_pages) Guarded([&] { page->FillFrom(*m_currSeries); });
+    m_filling = false;
+}
+
+void TxyDataWizard::EnableSeriesControls(bool enable) {
+    for (TWizardPage* page : m_pages) page->setEnabled(enable);
+    for (QWidget* control :
+         {m_ui->btnExport, m_ui->btnDuplicate, m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
+        control->setEnabled(enable);
+    m_ui->cbx_DataSets->setEnabled(m_ui->cbx_DataSets->count() > 0);
+}
+
+void TxyDataWizard::RefillPages() {
+    if (m_currSeries) ShowSeries(m_currSeries->SeriesIndex());
+}
+
+void TxyDataWizard::ShowSeriesName(const QString& name) {
+    if (!m_currSeries) return;
+    const QSignalBlocker quiet(m_ui->cbx_DataSets);
+    // Not the current item: while another one is being picked, the data set that is left may get its name.
+    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()), name);
+}
+
+void TxyDataWizard::AttachSource(const std::string& fileName) {
+    if (m_currSeries) m_dataSourcePage->AttachFile(fileName);
+}
+
+void TxyDataWizard::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+// A file dropped on the dialog becomes a new data set unless it is dropped on the page for sources.
+void TxyDataWizard::dropEvent(QDropEvent* event) {
+    const std::string file = event->mimeData()->urls().front().toLocalFile().toStdString();
+    const bool onPage =
+        m_currSeries && m_dataSourcePage->isVisible() &&
+        m_dataSourcePage->rect().contains(m_dataSourcePage->mapFrom(this, event->position().toPoint()));
+    event->acceptProposedAction();
+    Guarded([&] {
+        if (!onPage) NewSeries();
+        AttachSource(file);
+    });
+}
+
+} // namespace lumoplot

@@ -1,0 +1,122 @@
+// The data editor: the one modal dialog of the library. It holds a working graph, lists its data sets and
+// edits the selected one on its pages; every change goes straight into the working graph, and whoever shows
+// the dialog decides by its result what becomes of that graph.
+#pragma once
+
+#include "dialog/common/wizard_page.h"
+
+#include <QDialog>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class TxyDataWizard;
+}
+
+namespace lumoplot {
+
+class TDataSourcePage;
+class TGraphEditBar;
+class TUndoRecorder;
+
+class TxyDataWizard : public QDialog, public TWizardContext {
+    Q_OBJECT
+
+public:
+    // Modal results.
+    static constexpr int kOk = 1;
+    static constexpr int kCancel = 2;
+    static constexpr int kSetDefault = 6;
+
+    // Indices of the pages.
+    static constexpr int kGeneralPage = 0;
+    static constexpr int kDataSourcePage = 1;
+    static constexpr int kRegressionsPage = 2;
+    static constexpr int kCurveFittingPage = 3;
+
+    explicit TxyDataWizard(QWidget* parent = nullptr);
+    ~TxyDataWizard() override;
+
+    TxyChildGr& WorkGraph() override { return *m_workGraph; }
+    TSeries* CurrSeries() override { return m_currSeries; }
+    bool Filling() const override { return m_filling; }
+    void SetFilling(bool value) override { m_filling = value; }
+    bool PreviewMode() const { return m_previewMode; }
+    TDataSourcePage& DataSourcePage() { return *m_dataSourcePage; }
+
+    const std::string& TemplateName() const { return m_templateName; }
+    /// Also sets the caption.
+    void SetTemplateName(const std::string& name);
+    /// The page that the next showing brings to front; negative keeps the page that was active.
+    void SetStartPage(int page) { m_startPage = page; }
+
+    /// Rebuilds the data-set list and selects the data set with that number.
+    void FillList(int number) override;
+    /// Makes the data set with that number the current one and fills every page from it; -1 for none. Without
+    /// a data set the Filling guard stays set, so that no page can write anywhere.
+    void ShowSeries(int number);
+    /// Enables or disables every control that edits a data set.
+    void EnableSeriesControls(bool enable);
+    /// Adds a data set named after its number and selects it.
+    void NewSeries();
+    /// Takes a file as the source of the selected data set, as the page for sources does on its own.
+    void AttachSource(const std::string& fileName);
+
+    void CommitPages() override { CommitManualData(); }
+    void RefillPages() override;
+    void ShowSeriesName(const QString& name) override;
+    void NameStep(const std::string& name) override;
+
+    void reject() override { done(kCancel); }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void AddPages();
+    void AddPage(TWizardPage* page, const QString& caption, const QString& picture);
+    void ConnectControls();
+    void ListChanged();
+    void DataSetPicked();
+    void TabChanged(int page);
+    int NumberOfItem(int item) const;
+    void CommitManualData();
+    void SetPreviewMode(bool preview);
+    void CloseWith(int result);
+    void FillPages(int number);
+
+    void SetUpPreview();
+    void SetUpUndo();
+    bool TakePendingEdits();
+    void ShowSteps();
+    void UndoStep();
+    void RedoStep();
+
+    void DeleteSeries();
+    void ImportSeries();
+    void ExportSeries();
+    void DuplicateSeries();
+    void MoveToFirst();
+    void SortSeries();
+    void ReverseSeries();
+    QString AskExportFile(const TSeries& series);
+
+    std::unique_ptr<Ui::TxyDataWizard> m_ui;
+    TxyChildGr* m_workGraph;
+    TGraphEditBar* m_editBar = nullptr;
+    TUndoRecorder* m_undo = nullptr;
+    std::vector<TWizardPage*> m_pages;
+    TDataSourcePage* m_dataSourcePage = nullptr;
+    TSeries* m_currSeries = nullptr;
+    bool m_filling = true;
+    bool m_previewMode = false;
+    int m_startPage = -1;
+    int m_shownPage = kGeneralPage;
+    std::string m_templateName;
+};
+
+} // namespace lumoplot

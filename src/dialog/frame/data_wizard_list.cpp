@@ -1,0 +1,111 @@
+// What the buttons of the data-set list do.
+#include "controls/file_filter.h"
+#include "dialog/frame/data_wizard.h"
+#include "graph/file/graph_file.h"
+#include "graph/plotted/series_text.h"
+#include "ui_data_wizard.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+
+namespace lumoplot {
+
+void TxyDataWizard::NewSeries() {
+    CommitManualData();
+    const int number = m_workGraph->AddSeries();
+    m_workGraph->FindSeries(number)->SetSeriesName("DataSet " + std::to_string(number));
+    FillList(number);
+}
+
+void TxyDataWizard::DeleteSeries() {
+    const int item = m_ui->cbx_DataSets->currentIndex();
+    if (item < 0) return ShowMessage("There is no DataSet selected", TMessageKind::Error);
+    const std::string name = m_ui->cbx_DataSets->currentText().toStdString();
+    if (!AskYesNo("Delete DataSet  \"" + name + "\"  permanently?")) return;
+    m_workGraph->DeleteSeries(NumberOfItem(item));
+    if (m_previewMode) m_workGraph->RequestRepaint(true);
+    FillList(m_workGraph->Appearance()->CurrSerIndex());
+}
+
+void TxyDataWizard::ImportSeries() {
+    CommitManualData();
+    const QString filter = ToolkitFilter(QStringLiteral("DataSet Files (*.lds)|*.lds; *.LDS"));
+    const QString file =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Load DataSet from File"), {}, filter);
+    if (file.isEmpty()) return;
+    const int number = m_workGraph->AddSeries();
+    try {
+        LoadSeriesFromFile(*m_workGraph->FindSeries(number), file.toStdString());
+    } catch (...) {
+        m_workGraph->DeleteSeries(number);
+        FillList(m_workGraph->Appearance()->CurrSerIndex());
+        throw;
+    }
+    FillList(number);
+}
+
+QString TxyDataWizard::AskExportFile(const TSeries& series) {
+    QString proposed = QString::fromStdString(series.SeriesName()).trimmed();
+    for (const QChar c : {u'/', u'\\', u'*'}) proposed.replace(c, u'_');
+    QFileDialog dialog(this, QStringLiteral("Save DataSet to File"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by Export itself
+    dialog.setNameFilter(ToolkitFilter(
+        QStringLiteral("LumoPlot DataSet (*.lds)|*.lds;*.LDS|ASCII Data File (*.dat)|*.dat;*.DAT")));
+    dialog.setDefaultSuffix(QStringLiteral("lds"));
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        dialog.setDefaultSuffix(filter.contains(QStringLiteral(".dat")) ? QStringLiteral("dat")
+                                                                        : QStringLiteral("lds"));
+    });
+    dialog.selectFile(proposed);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+void TxyDataWizard::ExportSeries() {
+    if (!m_currSeries) return;
+    const QString file = AskExportFile(*m_currSeries);
+    if (file.isEmpty()) return;
+    CommitManualData();
+    if (QFileInfo::exists(file) &&
+        !AskYesNo("File \"" + file.toStdString() + "\" exists. Overwrite?", TMessageKind::Warning))
+        return;
+    if (QFileInfo(file).suffix().toLower() == QStringLiteral("dat"))
+        SaveSeriesAsText(*m_currSeries, file.toStdString());
+    else
+        SaveSeriesToFile(*m_currSeries, file.toStdString());
+}
+
+void TxyDataWizard::DuplicateSeries() {
+    if (!m_currSeries) return;
+    CommitManualData();
+    const TSeries& original = *m_currSeries;
+    const int number = m_workGraph->AddSeries();
+    TSeries& copy = *m_workGraph->FindSeries(number);
+    copy.CopyFrom(original);
+    copy.SetSeriesName(original.SeriesName() + " DPL " + std::to_string(number));
+    m_workGraph->PrepareForDrawing();
+    FillList(number);
+}
+
+void TxyDataWizard::MoveToFirst() {
+    if (!m_currSeries || m_currSeries->SeriesIndex() == 1) return;
+    CommitManualData();
+    m_workGraph->MoveSeriesToFirst(m_currSeries->SeriesIndex());
+    FillList(1);
+}
+
+void TxyDataWizard::SortSeries() {
+    if (!m_currSeries) return;
+    CommitManualData();
+    m_workGraph->SortSeriesByName();
+    FillList(1);
+}
+
+void TxyDataWizard::ReverseSeries() {
+    if (!m_currSeries) return;
+    CommitManualData();
+    m_workGraph->ReverseSeries();
+    FillList(1);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,223 @@
+#include "dialog/manual/manual_grid.h"
+
+#include "support/errors.h"
+#include "support/guard.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QRegularExpression>
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kColumns = 2;
+
+enum class TDivider { Tab, Semicolon, Comma, Blanks };
+
+TDivider DividerOf(const QString& text) {
+    if (text.contains(QLatin1Char('\t'))) return TDivider::Tab;
+    if (text.contains(QLatin1Char(';'))) return TDivider::Semicolon;
+    // "1.5,2" are two cells; "1,5" is one number with a decimal comma.
+    static const QRegularExpression commaBehindPoint(QStringLiteral("\\.[^\\n]*,|,[^\\n]*\\.|, "));
+    return text.contains(commaBehindPoint) ? TDivider::Comma : TDivider::Blanks;
+}
+
+QStringList CellsOf(const QString& line, TDivider divider) {
+    switch (divider) {
+    case TDivider::Tab: return line.split(QLatin1Char('\t'));
+    case TDivider::Semicolon: return line.split(QLatin1Char(';'));
+    case TDivider::Comma: return line.split(QLatin1Char(','));
+    case TDivider::Blanks: break;
+    }
+    return line.simplified().split(QLatin1Char(' '));
+}
+
+} // namespace
+
+QList<QStringList> SplitBlock(const QString& text) {
+    QString plain = text;
+    plain.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    if (plain.endsWith(QLatin1Char('\n'))) plain.chop(1);
+    if (plain.isEmpty()) return {};
+    const TDivider divider = DividerOf(plain);
+    QList<QStringList> block;
+    for (const QString& line : plain.split(QLatin1Char('\n'))) {
+        QStringList cells = CellsOf(line, divider);
+        for (QString& cell : cells) cell = cell.trimmed();
+        block.push_back(std::move(cells));
+    }
+    return block;
+}
+
+TManualGrid::TManualGrid(QWidget* parent) : QTableView(parent), m_points(new TManualPointsModel(this)) {
+    setModel(m_points);
+    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+    setTabKeyNavigation(false);
+    setAlternatingRowColors(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    horizontalHeader()->setHighlightSections(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
+    verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setAccessibleName(QStringLiteral("Points"));
+}
+
+void TManualGrid::FinishEditing() {
+    if (state() != EditingState) return;
+    QWidget* editor = indexWidget(currentIndex());
+    if (!editor) editor = viewport()->findChild<QLineEdit*>();
+    if (!editor) return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+void TManualGrid::GoTo(int row, int column) {
+    const QModelIndex cell = m_points->index(row, column);
+    if (!cell.isValid()) return;
+    setCurrentIndex(cell);
+    scrollTo(cell);
+}
+
+// Enter in a cell takes its text and goes to the cell below, as in a spreadsheet.
+void TManualGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const QModelIndex cell = currentIndex();
+    QTableView::closeEditor(editor, hint);
+    if (hint == QAbstractItemDelegate::SubmitModelCache) GoTo(cell.row() + 1, cell.column());
+}
+
+bool TManualGrid::RunShortcut(const QKeyEvent& event) {
+    using TAction = void (TManualGrid::*)();
+    static constexpr std::pair<QKeySequence::StandardKey, TAction> kShortcuts[] = {
+        {QKeySequence::Copy, &TManualGrid::CopySelection},
+        {QKeySequence::Paste, &TManualGrid::PasteClipboard},
+        {QKeySequence::Undo, &TManualGrid::UndoEdit},
+        {QKeySequence::Redo, &TManualGrid::RedoEdit},
+        {QKeySequence::Delete, &TManualGrid::ClearSelection},
+    };
+    for (const auto& [key, action] : kShortcuts) {
+        if (!event.matches(key)) continue;
+        Guarded([&] { (this->*action)(); });
+        return true;
+    }
+    if (!event.matches(QKeySequence::Cut)) return false;
+    CopySelection();
+    ClearSelection();
+    return true;
+}
+
+void TManualGrid::keyPressEvent(QKeyEvent* event) {
+    const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (state() == EditingState) return; // the editor has seen the key
+    if (RunShortcut(*event)) return;
+    if (enter) return GoTo(currentIndex().row() + 1, currentIndex().column());
+    if (control && event->key() == Qt::Key_Plus) return InsertRowsAtSelection();
+    if (control && event->key() == Qt::Key_Minus) return DeleteSelectedRows();
+    QTableView::keyPressEvent(event);
+}
+
+TManualGrid::TRowRange TManualGrid::SelectedRows() const {
+    if (!selectionModel()->hasSelection()) return {std::max(currentIndex().row(), 0), 1};
+    int first = m_points->rowCount();
+    int last = 0;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        first = std::min(first, range.top());
+        last = std::max(last, range.bottom());
+    }
+    return {first, last - first + 1};
+}
+
+void TManualGrid::InsertRowsAtSelection() {
+    FinishEditing();
+    const auto [first, count] = SelectedRows();
+    const int column = std::max(currentIndex().column(), 0);
+    m_points->InsertRows(first, count);
+    GoTo(first, column);
+}
+
+void TManualGrid::DeleteSelectedRows() {
+    FinishEditing();
+    const auto [first, count] = SelectedRows();
+    const int column = std::max(currentIndex().column(), 0);
+    m_points->DeleteRows(first, count);
+    GoTo(std::min(first, m_points->rowCount() - 1), column);
+}
+
+void TManualGrid::UndoEdit() {
+    GoTo(m_points->Undo(), std::max(currentIndex().column(), 0));
+}
+
+void TManualGrid::RedoEdit() {
+    GoTo(m_points->Redo(), std::max(currentIndex().column(), 0));
+}
+
+void TManualGrid::ClearSelection() {
+    m_points->ClearCells(selectedIndexes());
+}
+
+void TManualGrid::CopySelection() {
+    if (!selectionModel()->hasSelection()) return;
+    const QItemSelection selection = selectionModel()->selection();
+    int left = kColumns;
+    int right = -1;
+    for (const QItemSelectionRange& range : selection) {
+        left = std::min(left, range.left());
+        right = std::max(right, range.right());
+    }
+    const auto [first, count] = SelectedRows();
+    QString text;
+    for (int row = first; row < first + count; ++row) {
+        for (int column = left; column <= right; ++column) {
+            if (column > left) text += QLatin1Char('\t');
+            const QModelIndex cell = m_points->index(row, column);
+            if (selectionModel()->isSelected(cell)) text += cell.data().toString();
+        }
+        text += QLatin1Char('\n');
+    }
+    QApplication::clipboard()->setText(text);
+}
+
+void TManualGrid::PasteClipboard() {
+    FinishEditing();
+    const QList<QStringList> block = SplitBlock(QApplication::clipboard()->text());
+    qsizetype width = 0;
+    for (const QStringList& cells : block) width = std::max(width, cells.size());
+    if (width > kColumns)
+        throw ELumoError("The copied block has " + std::to_string(width) +
+                         " columns. Copy one column, or those of X and Y beside each other.");
+    const QModelIndex cell = currentIndex();
+    const int row = std::max(cell.row(), 0);
+    const int column = width == kColumns ? 0 : std::max(cell.column(), 0);
+    m_points->Paste(row, column, block);
+    GoTo(row, column);
+}
+
+void TManualGrid::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu;
+    const auto add = [&](const char* text, QKeySequence::StandardKey key, void (TManualGrid::*action)()) {
+        QAction* item = menu.addAction(QLatin1String(text), this,
+                                       [this, action] { Guarded([&] { (this->*action)(); }); });
+        item->setShortcut(key);
+        return item;
+    };
+    add("&Undo", QKeySequence::Undo, &TManualGrid::UndoEdit)->setEnabled(m_points->CanUndo());
+    add("&Redo", QKeySequence::Redo, &TManualGrid::RedoEdit)->setEnabled(m_points->CanRedo());
+    menu.addSeparator();
+    add("&Copy", QKeySequence::Copy, &TManualGrid::CopySelection);
+    add("&Paste", QKeySequence::Paste, &TManualGrid::PasteClipboard);
+    add("C&lear", QKeySequence::Delete, &TManualGrid::ClearSelection);
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("&Insert Rows"), QKeySequence(QStringLiteral("Ctrl++")), this,
+                   &TManualGrid::InsertRowsAtSelection);
+    menu.addAction(QStringLiteral("&Delete Rows"), QKeySequence(QStringLiteral("Ctrl+-")), this,
+                   &TManualGrid::DeleteSelectedRows);
+    menu.exec(event->globalPos());
+}
+
+} // namespace lumoplot

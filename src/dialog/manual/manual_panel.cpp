@@ -1,0 +1,88 @@
+#include "dialog/manual/manual_panel.h"
+
+#include "dialog/manual/manual_commit.h"
+#include "dialogs/set_values_dialog.h"
+#include "ui_manual_panel.h"
+
+#include <QLocale>
+
+namespace lumoplot {
+namespace {
+
+std::unique_ptr<Ui::TManualPanel> SetUp(QWidget* panel) {
+    auto ui = std::make_unique<Ui::TManualPanel>();
+    ui->setupUi(panel);
+    return ui;
+}
+
+} // namespace
+
+TManualPanel::TManualPanel(TWizardContext& context, QWidget* parent)
+    : QWidget(parent), m_context(context), m_ui(SetUp(this)), m_points(m_ui->grid->Points()) {
+    const auto on = [this](QPushButton* button, void (TManualGrid::*action)()) {
+        connect(button, &QPushButton::clicked, this,
+                [this, action] { Guarded([&] { (m_ui->grid->*action)(); }); });
+    };
+    on(m_ui->btnPaste, &TManualGrid::PasteClipboard);
+    on(m_ui->btnInsertRows, &TManualGrid::InsertRowsAtSelection);
+    on(m_ui->btnDeleteRows, &TManualGrid::DeleteSelectedRows);
+    on(m_ui->btnUndo, &TManualGrid::UndoEdit);
+    on(m_ui->btnRedo, &TManualGrid::RedoEdit);
+    connect(m_ui->btnSetValues, &QPushButton::clicked, this, [this] { Guarded([this] { SetValues(); }); });
+    connect(m_ui->cbx_ManualXFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
+        const auto format = static_cast<TColumnFormat>(item);
+        m_points.SetXFormat(format);
+        if (m_context.Filling() || !m_context.CurrSeries()) return;
+        m_context.CurrSeries()->DataSourceInfo().SetXFormat(format);
+    });
+    connect(&m_points, &TManualPointsModel::Edited, this, &TManualPanel::ShowState);
+    ShowState();
+}
+
+TManualPanel::~TManualPanel() {
+    m_points.disconnect(this);
+}
+
+void TManualPanel::FillFrom(TSeries& series) {
+    m_ui->cbx_ManualXFormat->setCurrentIndex(static_cast<int>(series.DataSourceInfo().XFormat()));
+    if (m_points.Series() != &series || !m_points.HasEdits()) m_points.Show(&series);
+}
+
+void TManualPanel::Clear() {
+    m_points.Show(nullptr);
+}
+
+bool TManualPanel::Commit(TEqualX equalX) {
+    m_ui->grid->FinishEditing();
+    const QModelIndex cell = m_ui->grid->currentIndex();
+    try {
+        const bool edited = m_points.HasEdits();
+        const bool done = m_points.Commit(equalX);
+        if (edited && done) m_ui->grid->GoTo(std::min(cell.row(), m_points.rowCount() - 1), cell.column());
+        return done;
+    } catch (const EManualCell& error) {
+        m_ui->grid->GoTo(static_cast<int>(error.Row), error.Column);
+        throw;
+    }
+}
+
+void TManualPanel::SetValues() {
+    TSeries* series = m_context.CurrSeries();
+    if (m_context.Filling() || !series || !Commit(TEqualX::Ask) || !SetValuesOf(*series, window())) return;
+    m_context.NameStep("set values of " + series->SeriesName());
+    m_context.RefillPages();
+}
+
+void TManualPanel::ShowState() {
+    const bool shown = m_points.Series() != nullptr;
+    const int rows = std::max(m_points.rowCount() - 1, 0);
+    QString text =
+        rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(QLocale().toString(rows));
+    if (m_points.HasEdits()) text += QStringLiteral(", edited");
+    m_ui->lblState->setText(shown ? text : QString());
+    m_ui->btnUndo->setEnabled(m_points.CanUndo());
+    m_ui->btnRedo->setEnabled(m_points.CanRedo());
+    m_ui->btnDeleteRows->setEnabled(rows > 0);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,227 @@
+#include "dialog/manual/manual_points_model.h"
+
+#include "controls/mark_color.h"
+#include "dialog/common/x_value_text.h"
+#include "dialog/manual/manual_commit.h"
+#include "support/message_sink.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <map>
+
+namespace lumoplot {
+
+TManualPointsModel::~TManualPointsModel() {
+    Watch(nullptr);
+}
+
+/// Listens to one data set at a time.
+void TManualPointsModel::Watch(TSeries* series) {
+    if (series == m_series) return;
+    const auto key = reinterpret_cast<std::intptr_t>(this);
+    if (m_series) m_series->AddChangeHandler(key, {});
+    m_series = series;
+    if (m_series)
+        m_series->AddChangeHandler(key, [this](TDataSeries&, int reason) { PointsChanged(reason); });
+}
+
+void TManualPointsModel::Show(TSeries* series) {
+    beginResetModel();
+    Watch(series);
+    m_rows.Show(series ? &series->Points() : nullptr);
+    m_marksEmptyCells = false;
+    endResetModel();
+    Q_EMIT Edited();
+}
+
+// The points that the rows refer to are changing: they are shown again when all of the change is done. Rows
+// with edits have points of their own.
+void TManualPointsModel::PointsChanged(int reason) {
+    if (reason == TDataSeries::kDestroyed) {
+        m_series = nullptr; // its handlers go with it
+        return Show(nullptr);
+    }
+    const bool points = reason == TDataSeries::kPointChanged || reason == TDataSeries::kPointAdded;
+    if (!points || m_committing || m_showsAgainSoon || HasEdits()) return;
+    m_showsAgainSoon = true;
+    beginResetModel();
+    m_rows.Show(nullptr);
+    endResetModel();
+    QTimer::singleShot(0, this, [this] {
+        m_showsAgainSoon = false;
+        if (!HasEdits()) Show(m_series);
+    });
+}
+
+void TManualPointsModel::SetXFormat(TColumnFormat format) {
+    if (format == m_xFormat) return;
+    m_xFormat = format;
+    Q_EMIT dataChanged(index(0, kXColumn), index(Rows(), kXColumn));
+    Q_EMIT headerDataChanged(Qt::Horizontal, kXColumn, kXColumn);
+}
+
+bool TManualPointsModel::Commit(TEqualX equalX) {
+    if (!m_series || !HasEdits()) return true;
+    m_marksEmptyCells = true;
+    Q_EMIT dataChanged(index(0, 0), index(Rows(), kYColumn));
+    TManualPoints result = PointsOf(m_rows, m_xFormat, m_series->Points(), m_series->MergeRule());
+    if (result.Merged > 0) {
+        if (equalX == TEqualX::Refuse) return false;
+        const std::string rows =
+            result.Merged == 1 ? "1 row has" : std::to_string(result.Merged) + " rows have";
+        if (AskYesNo(rows + " the X of another row. Keep them all? (No merges them into one point each.)")) {
+            m_series->SetDuplicatesAllowed(true);
+            result = PointsOf(m_rows, m_xFormat, m_series->Points(), m_series->MergeRule());
+        }
+    }
+    m_committing = true;
+    m_series->SwapPoints(std::move(result.Points));
+    m_committing = false;
+    Show(m_series);
+    return true;
+}
+
+int TManualPointsModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || !m_series ? 0 : Rows() + 1;
+}
+
+TManualRow TManualPointsModel::RowOrNew(int row) const {
+    return row < Rows() ? m_rows.Row(static_cast<std::size_t>(row)) : TManualRow{};
+}
+
+QString TManualPointsModel::CellText(const TManualRow& row, int column) const {
+    const QString& text = column == kXColumn ? row.X : row.Y;
+    if (!text.isNull() || row.Point == TManualRow::kNew) return text;
+    const TSeriesPoint point = m_rows.Point(row.Point);
+    return column == kXColumn ? XValueText(point.X, m_xFormat) : XValueText(point.Y, TColumnFormat::Number);
+}
+
+std::string TManualPointsModel::ReasonAgainstCell(int row, int column) const {
+    const TManualRow content = RowOrNew(row);
+    const QString& text = column == kXColumn ? content.X : content.Y;
+    const QString& other = column == kXColumn ? content.Y : content.X;
+    if (text.isNull() && content.Point != TManualRow::kNew) return {};
+    const bool empty = text.trimmed().isEmpty();
+    const bool otherEmpty =
+        other.trimmed().isEmpty() && (!other.isNull() || content.Point == TManualRow::kNew);
+    if (empty && (otherEmpty || !m_marksEmptyCells)) return {};
+    return ReasonAgainst(text, column, m_xFormat);
+}
+
+QVariant TManualPointsModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole: return CellText(RowOrNew(index.row()), index.column());
+    case Qt::TextAlignmentRole: return static_cast<int>(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::ToolTipRole: {
+        const std::string reason = ReasonAgainstCell(index.row(), index.column());
+        return reason.empty() ? QVariant() : QString::fromStdString(reason);
+    }
+    case Qt::BackgroundRole:
+        return ReasonAgainstCell(index.row(), index.column()).empty() ? QVariant() : QBrush(FaultyBase());
+    default: return {};
+    }
+}
+
+QVariant TManualPointsModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole) return {};
+    if (orientation == Qt::Vertical)
+        return section < Rows() ? QVariant(section + 1) : QVariant(QStringLiteral("*"));
+    if (section == kYColumn) return QStringLiteral("Y");
+    return m_xFormat == TColumnFormat::DateTime ? QStringLiteral("X (date and time)") : QStringLiteral("X");
+}
+
+Qt::ItemFlags TManualPointsModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable : Qt::NoItemFlags;
+}
+
+TManualRow TManualPointsModel::WithText(TManualRow row, int column, const QString& text) const {
+    (column == kXColumn ? row.X : row.Y) = text.isNull() ? QLatin1String("") : text;
+    return row;
+}
+
+bool TManualPointsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!index.isValid() || role != Qt::EditRole) return false;
+    const TManualRow row = RowOrNew(index.row());
+    if (value.toString() == CellText(row, index.column())) return true;
+    Replace(index.row(), 1, {WithText(row, index.column(), value.toString())});
+    return true;
+}
+
+void TManualPointsModel::Replace(int row, int removed, std::vector<TManualRow> rows) {
+    const auto first = static_cast<std::size_t>(std::clamp(row, 0, Rows()));
+    const std::size_t count = std::min(static_cast<std::size_t>(removed), m_rows.Count() - first);
+    Change({first, count, rows.size()}, [&] { m_rows.Replace(first, count, std::move(rows)); });
+}
+
+/// Runs an action that changes the rows so, and tells the views.
+template <class TAction>
+void TManualPointsModel::Change(const TRowChange& change, TAction action) {
+    const auto row = static_cast<int>(change.Row);
+    const auto removed = static_cast<int>(change.Removed);
+    const auto inserted = static_cast<int>(change.Inserted);
+    const int kept = std::min(removed, inserted);
+    if (inserted > removed) beginInsertRows({}, row + kept, row + inserted - 1);
+    if (removed > inserted) beginRemoveRows({}, row + kept, row + removed - 1);
+    action();
+    if (inserted > removed) endInsertRows();
+    if (removed > inserted) endRemoveRows();
+    if (kept > 0) Q_EMIT dataChanged(index(row, 0), index(row + kept - 1, kYColumn));
+    Q_EMIT headerDataChanged(Qt::Vertical, row, Rows());
+    Q_EMIT Edited();
+}
+
+void TManualPointsModel::Paste(int row, int column, const QList<QStringList>& block) {
+    std::vector<TManualRow> rows;
+    rows.reserve(static_cast<std::size_t>(block.size()));
+    for (qsizetype i = 0; i < block.size(); ++i) {
+        TManualRow content = RowOrNew(row + static_cast<int>(i));
+        for (qsizetype j = 0; j < block[i].size() && column + j < 2; ++j)
+            content = WithText(std::move(content), column + static_cast<int>(j), block[i][j]);
+        rows.push_back(std::move(content));
+    }
+    const auto count = static_cast<int>(rows.size());
+    if (count > 0) Replace(row, count, std::move(rows));
+}
+
+void TManualPointsModel::InsertRows(int row, int count) {
+    if (m_series && count > 0) Replace(row, 0, std::vector<TManualRow>(static_cast<std::size_t>(count)));
+}
+
+void TManualPointsModel::DeleteRows(int row, int count) {
+    const int last = std::min(row + count, Rows());
+    if (row < last) Replace(row, last - row, {});
+}
+
+void TManualPointsModel::ClearCells(const QModelIndexList& cells) {
+    std::map<int, TManualRow> rows;
+    for (const QModelIndex& cell : cells) {
+        if (cell.row() >= Rows()) continue;
+        const auto place = rows.try_emplace(cell.row(), RowOrNew(cell.row())).first;
+        place->second = WithText(std::move(place->second), cell.column(), {});
+    }
+    // Neighbouring rows are one edit, so that they are undone together.
+    for (auto row = rows.begin(); row != rows.end();) {
+        const int first = row->first;
+        std::vector<TManualRow> run;
+        for (; row != rows.end() && row->first == first + static_cast<int>(run.size()); ++row)
+            run.push_back(std::move(row->second));
+        const auto count = static_cast<int>(run.size());
+        Replace(first, count, std::move(run));
+    }
+}
+
+int TManualPointsModel::Undo() {
+    const auto change = m_rows.NextUndo();
+    if (change) Change(*change, [this] { m_rows.Undo(); });
+    return change ? static_cast<int>(change->Row) : -1;
+}
+
+int TManualPointsModel::Redo() {
+    const auto change = m_rows.NextRedo();
+    if (change) Change(*change, [this] { m_rows.Redo(); });
+    return change ? static_cast<int>(change->Row) : -1;
+}
+
+} // namespace lumoplot

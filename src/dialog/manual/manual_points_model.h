@@ -1,0 +1,81 @@
+// The model behind the manual grid: a row for each point of a data set, edited rows among them, and an empty
+// row at the end to type into. Nothing reaches the data set before Commit.
+#pragma once
+
+#include "data/series/ds_info.h"
+#include "dialog/manual/manual_rows.h"
+#include "graph/model/series.h"
+
+#include <QAbstractTableModel>
+#include <QStringList>
+
+namespace lumoplot {
+
+/// What to do with rows whose X another row has as well while the data set allows no duplicates.
+enum class TEqualX { Ask, Refuse };
+
+class TManualPointsModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    static constexpr int kXColumn = 0;
+    static constexpr int kYColumn = 1;
+
+    explicit TManualPointsModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+    ~TManualPointsModel() override;
+
+    /// Shows the points of a data set (null for none) and drops all edits. The model notices by itself when
+    /// they change or the data set goes.
+    void Show(TSeries* series);
+    const TSeries* Series() const { return m_series; }
+    void SetXFormat(TColumnFormat format);
+
+    bool HasEdits() const { return m_rows.IsEdited(); }
+    /// Writes the edits into the data set with one notification. Throws EManualCell for a cell that is no
+    /// value and leaves everything as it is. Rows that would merge into others are asked about (Yes allows
+    /// duplicates), or nothing is written and the result is false.
+    bool Commit(TEqualX equalX);
+
+    // Edits. Rows are those of the grid; texts become values when they are committed.
+    void Paste(int row, int column, const QList<QStringList>& block);
+    void InsertRows(int row, int count);
+    void DeleteRows(int row, int count);
+    void ClearCells(const QModelIndexList& cells);
+    bool CanUndo() const { return m_rows.NextUndo().has_value(); }
+    bool CanRedo() const { return m_rows.NextRedo().has_value(); }
+    /// Where the change began, or -1 when there was nothing to do.
+    int Undo();
+    int Redo();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+Q_SIGNALS:
+    /// Something was edited, undone or committed.
+    void Edited();
+
+private:
+    int Rows() const { return static_cast<int>(m_rows.Count()); }
+    void Watch(TSeries* series);
+    void PointsChanged(int reason);
+    QString CellText(const TManualRow& row, int column) const;
+    std::string ReasonAgainstCell(int row, int column) const;
+    TManualRow WithText(TManualRow row, int column, const QString& text) const;
+    TManualRow RowOrNew(int row) const;
+    void Replace(int row, int removed, std::vector<TManualRow> rows);
+    template <class TAction>
+    void Change(const TRowChange& change, TAction action);
+
+    TSeries* m_series = nullptr;
+    TManualRows m_rows;
+    TColumnFormat m_xFormat = TColumnFormat::Number;
+    bool m_marksEmptyCells = false; ///< a commit was refused: cells without a text are at fault too
+    bool m_committing = false;
+    bool m_showsAgainSoon = false;
+};
+
+} // namespace lumoplot

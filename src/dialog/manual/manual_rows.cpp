@@ -1,0 +1,104 @@
+#include "dialog/manual/manual_rows.h"
+
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+/// In which of the ascending ranges that end there `position` lies.
+std::size_t RangeOf(const std::vector<std::size_t>& ends, std::size_t position) {
+    return static_cast<std::size_t>(std::ranges::upper_bound(ends, position) - ends.begin());
+}
+
+} // namespace
+
+void TManualRows::Show(const TPointChain* points) {
+    m_points = points;
+    m_copy.reset();
+    m_edited = {};
+    m_undo.clear();
+    m_redo.clear();
+    IndexBlocks();
+    SetPieces(PointCount() > 0 ? TPieces{{0, PointCount(), false}} : TPieces{});
+}
+
+void TManualRows::IndexBlocks() {
+    m_blockEnds.clear();
+    if (!m_points) return;
+    std::size_t end = 0;
+    for (std::size_t block = 0; block < m_points->BlockCount(); ++block)
+        m_blockEnds.push_back(end += m_points->Block(block).X.size());
+}
+
+void TManualRows::CopyPoints() {
+    if (m_copy) return;
+    m_copy = m_points ? *m_points : TPointChain();
+    m_points = &*m_copy;
+    IndexBlocks();
+}
+
+bool TManualRows::IsEdited() const {
+    if (m_pieces.size() > 1 || Count() != PointCount()) return true;
+    return !m_pieces.empty() && m_pieces.front().Edited;
+}
+
+TManualRow TManualRows::Row(std::size_t row) const {
+    const std::size_t index = RangeOf(m_ends, row);
+    const TPiece& piece = m_pieces[index];
+    const std::size_t place = piece.Start + row - (m_ends[index] - piece.Count);
+    return piece.Edited ? m_edited[place] : TManualRow{place, {}, {}};
+}
+
+TSeriesPoint TManualRows::Point(std::size_t place) const {
+    const std::size_t block = RangeOf(m_blockEnds, place);
+    const TPointSpans spans = m_points->Block(block);
+    const std::size_t i = place - (m_blockEnds[block] - spans.X.size());
+    return {spans.Ids[i], spans.X[i], spans.Y[i], spans.Derived.empty() ? 0 : spans.Derived[i]};
+}
+
+void TManualRows::SetPieces(TPieces pieces) {
+    m_pieces = std::move(pieces);
+    m_ends.clear();
+    std::size_t end = 0;
+    for (const TPiece& piece : m_pieces) m_ends.push_back(end += piece.Count);
+}
+
+/// Appends the pieces, cut where necessary, of the rows from `from` to before `to`.
+void TManualRows::AppendRange(TPieces& pieces, std::size_t from, std::size_t to) const {
+    for (std::size_t i = RangeOf(m_ends, from); i < m_pieces.size() && from < to; ++i) {
+        const TPiece& piece = m_pieces[i];
+        const std::size_t skipped = from - (m_ends[i] - piece.Count);
+        const std::size_t count = std::min(m_ends[i], to) - from;
+        const std::size_t start = piece.Start + skipped;
+        const bool continues = !pieces.empty() && pieces.back().Edited == piece.Edited &&
+                               pieces.back().Start + pieces.back().Count == start;
+        if (continues)
+            pieces.back().Count += count;
+        else
+            pieces.push_back({start, count, piece.Edited});
+        from += count;
+    }
+}
+
+void TManualRows::Replace(std::size_t row, std::size_t removed, std::vector<TManualRow> rows) {
+    CopyPoints();
+    TPieces pieces;
+    AppendRange(pieces, 0, row);
+    if (!rows.empty()) pieces.push_back({m_edited.size(), rows.size(), true});
+    AppendRange(pieces, row + removed, Count());
+    m_redo.clear();
+    m_undo.push_back({std::move(m_pieces), {row, rows.size(), removed}});
+    if (m_undo.size() > kMaxUndo) m_undo.erase(m_undo.begin());
+    std::ranges::move(rows, std::back_inserter(m_edited));
+    SetPieces(std::move(pieces));
+}
+
+void TManualRows::Step(std::vector<TUndoStep>& from, std::vector<TUndoStep>& to) {
+    if (from.empty()) return;
+    TUndoStep step = std::move(from.back());
+    from.pop_back();
+    to.push_back({std::move(m_pieces), {step.Change.Row, step.Change.Inserted, step.Change.Removed}});
+    SetPieces(std::move(step.Pieces));
+}
+
+} // namespace lumoplot

@@ -1,0 +1,196 @@
+#include "dialog/series/general_page.h"
+
+#include "controls/number_edit.h"
+#include "dialog/common/color_button.h"
+#include "graph/model/axis.h"
+#include "ui_general_page.h"
+
+#include <array>
+
+namespace lumoplot {
+namespace {
+
+// Items 1 to 9 of the shape list.
+constexpr std::array kShapeOfItem = {
+    TPointShape::Square,     TPointShape::Circle,       TPointShape::Diamond,
+    TPointShape::UpTriangle, TPointShape::DownTriangle, TPointShape::Cross,
+    TPointShape::XCross,     TPointShape::Star,         TPointShape::WidePoint};
+
+int ItemOfShape(TPointShape shape) {
+    return static_cast<int>(std::ranges::find(kShapeOfItem, shape) - kShapeOfItem.begin()) + 1;
+}
+
+} // namespace
+
+TGeneralPage::TGeneralPage(TWizardContext& context, QWidget* parent)
+    : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TGeneralPage>()) {
+    m_ui->setupUi(this);
+    ConnectNameAndVisibility();
+    ConnectBaseline();
+    ConnectStyle();
+}
+
+TGeneralPage::~TGeneralPage() = default;
+
+void TGeneralPage::ConnectNameAndVisibility() {
+    connect(m_ui->e_SeriesName, &QLineEdit::textChanged, this, [this](const QString& text) {
+        Edit([&](TSeries& series) {
+            series.SetSeriesName(text.toStdString());
+            series.Changed(TSeries::kStyleChanged);
+            Context().WorkGraph().SetHolderID({});
+            Context().ShowSeriesName(text);
+        });
+    });
+    connect(m_ui->cb_AutoName, &QCheckBox::toggled, this,
+            [this](bool on) { Edit([&](TSeries& series) { series.SetSeriesFlag(on); }); });
+    connect(m_ui->cb_Active, &QCheckBox::toggled, this,
+            [this](bool on) { Edit([&](TSeries& series) { series.SetActive(on); }); });
+    connect(m_ui->rb_SecondAxis, &QRadioButton::toggled, this, [this](bool second) {
+        Edit([&](TSeries& series) {
+            TxyGraph& graph = series.Graph();
+            series.SetYAxisOfSeries(second ? graph.YAxis_Second() : graph.YAxis());
+            EnableBaseline(second);
+        });
+    });
+    connect(m_ui->btnHideOthers, &QPushButton::clicked, this, [this] { SetActiveOfAll(false); });
+    connect(m_ui->btnShowAll, &QPushButton::clicked, this, [this] { SetActiveOfAll(true); });
+}
+
+void TGeneralPage::ConnectBaseline() {
+    connect(m_ui->cb_AutoZero, &QCheckBox::toggled, this, [this](bool on) {
+        EnableBaseline(m_ui->rb_SecondAxis->isChecked());
+        Edit([&](TSeries& series) {
+            series.SetAutoZero(on);
+            if (on) series.RecalcExtents();
+            ShowBaseline(series);
+        });
+    });
+    connect(m_ui->e_ZeroValue, &QLineEdit::textChanged, this, [this] {
+        Edit([&](TSeries& series) {
+            if (const auto value = NumberIn(*m_ui->e_ZeroValue)) series.SetZeroValue(*value);
+        });
+    });
+    connect(m_ui->e_Slope, &QLineEdit::textChanged, this, [this] {
+        Edit([&](TSeries& series) {
+            if (const auto value = NumberIn(*m_ui->e_Slope)) series.SetBaseLineSlope(*value);
+        });
+    });
+    connect(m_ui->btnReadMark, &QPushButton::clicked, this, [this] {
+        Edit([&](TSeries& series) {
+            TxyGraph& graph = series.Graph();
+            graph.SetBaselineFromMark(graph.Marks().CurrentID(), series.SeriesIndex());
+            ShowBaseline(series);
+        });
+    });
+}
+
+void TGeneralPage::ConnectStyle() {
+    connect(m_ui->cbx_PointShape, &QComboBox::currentIndexChanged, this, [this](int item) {
+        EnablePointControls();
+        Edit([&](TSeries& series) { ChangePointShape(series, item); });
+    });
+    connect(m_ui->cbx_LineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
+        EnableLineControls();
+        Edit([&](TSeries& series) { ChangeLineStyle(series, item); });
+    });
+    connect(m_ui->cb_FillPoints, &QCheckBox::toggled, this,
+            [this](bool on) { Edit([&](TSeries& series) { series.SetFillPoints(on); }); });
+    const auto connectSpin = [this](QSpinBox* spin, void (TSeries::*set)(int)) {
+        connect(spin, &QSpinBox::valueChanged, this,
+                [this, set](int value) { Edit([&](TSeries& series) { (series.*set)(value); }); });
+    };
+    connectSpin(m_ui->se_PointSize, &TSeries::SetPointSize);
+    connectSpin(m_ui->se_PointBorderWidth, &TSeries::SetPointBorderWidth);
+    connectSpin(m_ui->se_LineWidth, &TSeries::SetLineWidth);
+    connect(m_ui->b_PointColor, &TColorButton::ColorPicked, this,
+            [this](TColor color) { Edit([&](TSeries& series) { series.SetPointColor(color); }); });
+    connect(m_ui->b_LineColor, &TColorButton::ColorPicked, this,
+            [this](TColor color) { Edit([&](TSeries& series) { series.SetLineColor(color); }); });
+}
+
+void TGeneralPage::FillFrom(TSeries& series) {
+    const TFillingScope filling(Context());
+    m_ui->e_SeriesName->setText(QString::fromStdString(series.SeriesName()));
+    m_ui->cb_AutoName->setChecked(series.SeriesFlag());
+    m_ui->cb_Active->setChecked(series.Active());
+    const bool second = series.IsOnSecondY();
+    (second ? m_ui->rb_SecondAxis : m_ui->rb_MainAxis)->setChecked(true);
+    m_ui->cbx_PointShape->setCurrentIndex(series.PointsShown() ? ItemOfShape(series.PointShape()) : 0);
+    m_ui->cbx_LineStyle->setCurrentIndex(series.LinesShown() ? static_cast<int>(series.LineStyle()) + 1 : 0);
+    m_ui->se_PointSize->setValue(series.PointSize());
+    m_ui->se_PointBorderWidth->setValue(series.PointBorderWidth());
+    m_ui->se_LineWidth->setValue(series.LineWidth());
+    m_ui->cb_FillPoints->setChecked(series.FillPoints());
+    m_ui->b_PointColor->SetColor(series.PointColor());
+    m_ui->b_LineColor->SetColor(series.LineColor());
+    m_ui->cb_AutoZero->setChecked(series.AutoZero());
+    EnablePointControls();
+    EnableLineControls();
+    EnableBaseline(second);
+    ShowBaseline(series);
+}
+
+void TGeneralPage::RefreshAfterPreview(TSeries& series) {
+    if (m_ui->cb_AutoZero->isChecked()) ShowBaseline(series);
+}
+
+void TGeneralPage::ShowBaseline(const TSeries& series) {
+    const TFillingScope filling(Context());
+    ShowNumber(*m_ui->e_ZeroValue, series.ZeroValue());
+    ShowNumber(*m_ui->e_Slope, series.BaseLineSlope());
+}
+
+void TGeneralPage::EnableBaseline(bool secondAxis) {
+    const bool manual = !m_ui->cb_AutoZero->isChecked();
+    m_ui->e_ZeroValue->setEnabled(manual);
+    m_ui->e_Slope->setEnabled(manual);
+    m_ui->btnReadMark->setEnabled(manual && !secondAxis);
+}
+
+void TGeneralPage::EnablePointControls() {
+    const bool shown = m_ui->cbx_PointShape->currentIndex() > 0;
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->cb_FillPoints), static_cast<QWidget*>(m_ui->se_PointSize),
+          static_cast<QWidget*>(m_ui->se_PointBorderWidth)})
+        control->setEnabled(shown);
+    m_ui->b_PointColor->setVisible(shown);
+    m_ui->lblPointColor->setVisible(shown);
+}
+
+void TGeneralPage::EnableLineControls() {
+    const bool shown = m_ui->cbx_LineStyle->currentIndex() > 0;
+    m_ui->se_LineWidth->setEnabled(shown);
+    m_ui->b_LineColor->setVisible(shown);
+    m_ui->lblLineColor->setVisible(shown);
+}
+
+void TGeneralPage::SetActiveOfAll(bool others) {
+    Edit([&](TSeries& current) {
+        for (const auto& series : current.Graph().Series())
+            series->SetActive(series.get() == &current || others);
+        const TFillingScope filling(Context());
+        m_ui->cb_Active->setChecked(true);
+    });
+}
+
+void TGeneralPage::ChangePointShape(TSeries& series, int item) {
+    const TUpdateScope hold(series);
+    const bool before = series.PointsShown();
+    series.SetPointsShown(item > 0);
+    if (item > 0) series.SetPointShape(kShapeOfItem[static_cast<std::size_t>(item - 1)]);
+    if (!series.LinesShown() || !series.PointsShown() || before) return;
+    series.SetPointColor(series.LineColor());
+    m_ui->b_PointColor->SetColor(series.PointColor());
+}
+
+void TGeneralPage::ChangeLineStyle(TSeries& series, int item) {
+    const TUpdateScope hold(series);
+    const bool before = series.LinesShown();
+    series.SetLinesShown(item > 0);
+    if (item > 0) series.SetLineStyle(static_cast<TPenStyle>(item - 1));
+    if (!series.LinesShown() || !series.PointsShown() || before) return;
+    series.SetLineColor(series.PointColor());
+    m_ui->b_LineColor->SetColor(series.LineColor());
+}
+
+} // namespace lumoplot

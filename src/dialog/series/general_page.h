@@ -1,0 +1,42 @@
+// The General page: name, visibility, Y axis, baseline and drawing style of the current data set.
+#pragma once
+
+#include "dialog/common/wizard_page.h"
+
+#include <memory>
+
+namespace Ui {
+class TGeneralPage;
+}
+
+class QLineEdit;
+class QSpinBox;
+
+namespace lumoplot {
+
+class TGeneralPage : public TWizardPage {
+    Q_OBJECT
+
+public:
+    explicit TGeneralPage(TWizardContext& context, QWidget* parent = nullptr);
+    ~TGeneralPage() override;
+
+    void FillFrom(TSeries& series) override;
+    void RefreshAfterPreview(TSeries& series) override;
+
+private:
+    void ConnectNameAndVisibility();
+    void ConnectBaseline();
+    void ConnectStyle();
+    void ShowBaseline(const TSeries& series);
+    void EnableBaseline(bool secondAxis);
+    void EnablePointControls();
+    void EnableLineControls();
+    void SetActiveOfAll(bool others);
+    void ChangePointShape(TSeries& series, int item);
+    void ChangeLineStyle(TSeries& series, int item);
+
+    std::unique_ptr<Ui::TGeneralPage> m_ui;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,201 @@
+#include "dialog/series/regressions_page.h"
+
+#include "controls/number_edit.h"
+#include "dialog/common/color_button.h"
+#include "dialog/series/regression_text.h"
+#include "support/number_text.h"
+#include "ui_regressions_page.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kSplineItem = 4;
+constexpr int kFitCurveItem = 5;
+constexpr int kSmoothingItem = 6;
+
+struct TControlCaptions {
+    const char* First = "Value not used";
+    const char* Second = "Value not used";
+};
+
+TControlCaptions CaptionsOf(int item) {
+    switch (item) {
+    case kSplineItem: return {"Number of Points:", "Gradient at ends:"};
+    case kFitCurveItem: return {"Number of Points:", "Fitting Tension:"};
+    case kSmoothingItem: return {.Second = "Alpha value:"};
+    default: return {};
+    }
+}
+
+// Four decimals, but an exponent where these would show nothing of the value, or hundreds of digits.
+std::string BoundText(double value) {
+    const double size = std::abs(value);
+    return size == 0 || (size >= 0.00005 && size < 1e15) ? FormatFixed(value, 4) : FormatExponent(value, 4);
+}
+
+void KeepPlaceWhenHidden(QWidget& control) {
+    QSizePolicy policy = control.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control.setSizePolicy(policy);
+}
+
+} // namespace
+
+TRegressionsPage::TRegressionsPage(TWizardContext& context, QWidget* parent)
+    : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TRegressionsPage>()) {
+    m_ui->setupUi(this);
+    KeepControlsInPlace();
+    ConnectRegression();
+    ConnectBounds();
+}
+
+TRegressionsPage::~TRegressionsPage() = default;
+
+// Neither another caption nor a colour box that comes and goes moves what lies beside it.
+void TRegressionsPage::KeepControlsInPlace() {
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->lblLineColor), static_cast<QWidget*>(m_ui->lblBoundsColor),
+          static_cast<QWidget*>(m_ui->b_RegressionColor), static_cast<QWidget*>(m_ui->b_BoundsColor)})
+        KeepPlaceWhenHidden(*control);
+    int width = 0;
+    for (int item = 0; item < m_ui->cbx_Regression->count(); ++item)
+        for (const char* caption : {CaptionsOf(item).First, CaptionsOf(item).Second})
+            width = std::max(width, fontMetrics().horizontalAdvance(QLatin1String(caption)));
+    m_ui->lblControlValue1->setMinimumWidth(width);
+}
+
+void TRegressionsPage::ConnectRegression() {
+    connect(m_ui->cbx_Regression, &QComboBox::currentIndexChanged, this, [this] {
+        EnableLineControls();
+        ShowControlCaptions();
+    });
+    // Choosing the item shown counts too: it replaces a regression that the list does not offer.
+    const auto choose = [this](int item) {
+        Edit([&](TSeries& series) {
+            m_ui->b_RegressionColor->SetColor(series.RegressionColor());
+            series.SetRegressionType(item);
+            ShowResults(series);
+        });
+    };
+    connect(m_ui->cbx_Regression, &QComboBox::currentIndexChanged, this, choose);
+    connect(m_ui->cbx_Regression, &QComboBox::activated, this, choose);
+    connect(m_ui->e_ControlValue1, &QLineEdit::textChanged, this, [this] {
+        Edit([&](TSeries& series) {
+            if (const auto value = IntegerIn(*m_ui->e_ControlValue1))
+                series.SetRegressionControlValue1(*value);
+            ShowResults(series);
+        });
+    });
+    connect(m_ui->e_ControlValue2, &QLineEdit::textChanged, this, [this] {
+        Edit([&](TSeries& series) {
+            if (const auto value = NumberIn(*m_ui->e_ControlValue2))
+                series.SetRegressionControlValue2(*value);
+            ShowResults(series);
+        });
+    });
+    connect(m_ui->cbx_RegressionLineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
+        Edit([&](TSeries& series) { series.SetRegressionLineStyle(static_cast<TPenStyle>(item)); });
+    });
+    connect(m_ui->se_RegressionLineWidth, &QSpinBox::valueChanged, this,
+            [this](int width) { Edit([&](TSeries& series) { series.SetRegressionLineWidth(width); }); });
+    connect(m_ui->b_RegressionColor, &TColorButton::ColorPicked, this,
+            [this](TColor color) { Edit([&](TSeries& series) { series.SetRegressionColor(color); }); });
+}
+
+void TRegressionsPage::ConnectBounds() {
+    connect(m_ui->cbx_Bounds, &QComboBox::currentIndexChanged, this, [this](int item) {
+        EnableBoundsControls();
+        Edit([&](TSeries& series) {
+            m_ui->b_BoundsColor->SetColor(series.BoundsColor());
+            series.SetBoundsType(static_cast<TBoundsType>(item));
+        });
+    });
+    connect(m_ui->cbx_BoundsLineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
+        Edit([&](TSeries& series) { series.SetBoundsLineStyle(static_cast<TPenStyle>(item)); });
+    });
+    connect(m_ui->b_BoundsColor, &TColorButton::ColorPicked, this,
+            [this](TColor color) { Edit([&](TSeries& series) { series.SetBoundsColor(color); }); });
+    const auto connectBound = [this](QLineEdit* edit, void (TSeries::*set)(double)) {
+        connect(edit, &QLineEdit::textChanged, this, [this, edit, set] {
+            Edit([&](TSeries& series) {
+                if (const auto value = FiniteNumberIn(*edit)) (series.*set)(*value);
+            });
+        });
+    };
+    connectBound(m_ui->e_LowerBound, &TSeries::SetLowerBound);
+    connectBound(m_ui->e_UpperBound, &TSeries::SetUpperBound);
+}
+
+void TRegressionsPage::FillFrom(TSeries& series) {
+    const TFillingScope filling(Context());
+    const int type = series.RegressionType();
+    if (type >= 0 && type < m_ui->cbx_Regression->count()) m_ui->cbx_Regression->setCurrentIndex(type);
+    m_ui->b_RegressionColor->SetColor(series.RegressionColor());
+    ShowNumberText(*m_ui->e_ControlValue1, std::to_string(series.RegressionControlValue1()));
+    ShowNumberText(*m_ui->e_ControlValue2, FormatExponent(series.RegressionControlValue2(), 4));
+    m_ui->cbx_RegressionLineStyle->setCurrentIndex(static_cast<int>(series.RegressionLineStyle()));
+    m_ui->se_RegressionLineWidth->setValue(series.RegressionLineWidth());
+    m_ui->cbx_Bounds->setCurrentIndex(static_cast<int>(series.BoundsType()));
+    ShowNumberText(*m_ui->e_LowerBound, BoundText(series.LowerBound()));
+    ShowNumberText(*m_ui->e_UpperBound, BoundText(series.UpperBound()));
+    m_ui->cbx_BoundsLineStyle->setCurrentIndex(static_cast<int>(series.BoundsLineStyle()));
+    m_ui->b_BoundsColor->SetColor(series.BoundsColor());
+    EnableLineControls();
+    ShowControlCaptions();
+    EnableBoundsControls();
+    ShowResults(series);
+}
+
+void TRegressionsPage::ShowNothing() {
+    for (QLabel* label : {m_ui->lblRegressionError, m_ui->lblRegressionResult, m_ui->lblYStatistics}) {
+        label->clear();
+        label->setToolTip({});
+    }
+}
+
+// What the preview or another page has changed meanwhile.
+void TRegressionsPage::showEvent(QShowEvent* event) {
+    if (TSeries* series = Context().CurrSeries()) Guarded([&] { ShowResults(*series); });
+    TWizardPage::showEvent(event);
+}
+
+void TRegressionsPage::EnableLineControls() {
+    const bool shown = m_ui->cbx_Regression->currentIndex() > 0;
+    m_ui->cbx_RegressionLineStyle->setEnabled(shown);
+    m_ui->se_RegressionLineWidth->setEnabled(shown);
+    m_ui->b_RegressionColor->setVisible(shown);
+    m_ui->lblLineColor->setVisible(shown);
+}
+
+void TRegressionsPage::EnableBoundsControls() {
+    const int item = m_ui->cbx_Bounds->currentIndex();
+    const bool shown = item != static_cast<int>(TBoundsType::None);
+    const bool set = item == static_cast<int>(TBoundsType::SetValues);
+    m_ui->cbx_BoundsLineStyle->setEnabled(shown);
+    m_ui->b_BoundsColor->setVisible(shown);
+    m_ui->lblBoundsColor->setVisible(shown);
+    m_ui->e_LowerBound->setEnabled(set);
+    m_ui->e_UpperBound->setEnabled(set);
+}
+
+void TRegressionsPage::ShowControlCaptions() {
+    const TControlCaptions captions = CaptionsOf(m_ui->cbx_Regression->currentIndex());
+    m_ui->lblControlValue1->setText(QString::fromLatin1(captions.First));
+    m_ui->lblControlValue2->setText(QString::fromLatin1(captions.Second));
+}
+
+// A regression of many points takes its time, so only for those who look.
+void TRegressionsPage::ShowResults(TSeries& series) {
+    if (!isVisible()) return;
+    series.UpdateRegression();
+    m_ui->lblRegressionError->setText(RegressionErrorText(series));
+    m_ui->lblRegressionResult->setText(RegressionResultText(series, TDigits::Four));
+    m_ui->lblRegressionResult->setToolTip(RegressionResultText(series, TDigits::All));
+    m_ui->lblYStatistics->setText(YStatisticsText(series, TDigits::Four));
+    m_ui->lblYStatistics->setToolTip(YStatisticsText(series, TDigits::All));
+}
+
+} // namespace lumoplot

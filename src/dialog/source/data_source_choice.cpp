@@ -1,0 +1,65 @@
+// What the Data Source page does with a choice of sources and columns.
+#include "dialog/source/data_source_page.h"
+#include "dialog/source/get_data_source.h"
+#include "dialogs/progress_window.h"
+#include "graph/loading/source_loading.h"
+
+#include <QFileInfo>
+
+namespace lumoplot {
+namespace {
+
+/// The name of a data set whose column has none.
+std::string NameOfSource(const TDSInfo& info, std::size_t place) {
+    const QString name = QString::fromStdString(info.SourceName());
+    const bool isSheet = info.Kind() == TSourceKind::LumoSheet;
+    const std::string base = (isSheet ? name : QFileInfo(name).completeBaseName()).toStdString();
+    return place == 0 ? base : base + " " + info.YDataColumn();
+}
+
+} // namespace
+
+void TDataSourcePage::ChooseSource() {
+    TSeries* series = Context().CurrSeries();
+    if (!series) return;
+    TakePendingTexts(*series);
+    TxyGetDataSource chooser(*series, this);
+    if (chooser.exec() == QDialog::Accepted) TakeChoice(*series, chooser);
+}
+
+/// The first Y column goes into the current data set, every other one into a new data set.
+void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& chooser) {
+    if (!MayReplacePoints(series)) return;
+    const std::vector<std::string> columns = chooser.YColumns();
+    ChangeKind(series, chooser.Source().Kind());
+    series.DataSourceInfo() = chooser.Source();
+    series.DataSourceInfo().SetNeedsReload(true);
+    series.SetTextWishes(chooser.Wishes());
+    if (series.SeriesFlag()) series.SetSeriesName(NameOfSource(series.DataSourceInfo(), 0));
+    Forget();
+    const int number = series.SeriesIndex();
+    Guarded([&] { Load(series); });
+    bool isLoaded = !series.DataSourceInfo().NeedsReload();
+    for (std::size_t i = 1; i < columns.size() && isLoaded; ++i) isLoaded = AddDataSet(series, columns[i]);
+    Context().FillList(number);
+}
+
+/// Another data set of the same source and rows. False when it could not be read, and there is none then.
+bool TDataSourcePage::AddDataSet(const TSeries& like, const std::string& yColumn) {
+    TxyChildGr& graph = Context().WorkGraph();
+    const int number = graph.AddSeries();
+    TSeries& series = *graph.FindSeries(number);
+    series.DataSourceInfo() = like.DataSourceInfo();
+    series.DataSourceInfo().SetYDataColumn(yColumn);
+    series.SetTextWishes(like.TextWishes());
+    series.SetXColExpr(like.XColExpr());
+    series.SetDuplicatesAllowed(like.DuplicatesAllowed());
+    series.SetSeriesName(NameOfSource(series.DataSourceInfo(), 1));
+    bool isLoaded = false;
+    TProgressWindow progress(window());
+    Guarded([&] { isLoaded = LoadFromSource(series, progress); });
+    if (!isLoaded) graph.DeleteSeries(number);
+    return isLoaded;
+}
+
+} // namespace lumoplot

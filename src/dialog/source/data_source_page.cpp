@@ -1,0 +1,248 @@
+#include "dialog/source/data_source_page.h"
+
+#include "dialog/manual/manual_panel.h"
+#include "dialog/source/source_reading.h"
+#include "dialog/source/text_options_panel.h"
+#include "dialog/source/text_preview_pane.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/holder.h"
+#include "support/errors.h"
+#include "ui_data_source_page.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kPreviewRows = 100;
+
+} // namespace
+
+TDataSourcePage::TDataSourcePage(TWizardContext& context, QWidget* parent)
+    : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TDataSourcePage>()) {
+    m_ui->setupUi(this);
+    AddPanels();
+    ConnectControls();
+    ConnectTextPanels();
+    ShowNothing();
+}
+
+TDataSourcePage::~TDataSourcePage() = default;
+
+void TDataSourcePage::AddPanels() {
+    m_manual = new TManualPanel(Context(), m_ui->pageManual);
+    m_ui->manualLayout->addWidget(m_manual);
+    m_options = new TTextOptionsPanel(Context(), m_ui->pageText);
+    m_preview = new TTextPreviewPane(m_ui->pageText);
+    m_ui->textLayout->addWidget(m_options);
+    m_ui->textLayout->addWidget(m_preview, 1);
+    // A file dropped on an edit is a source, too, and no text.
+    for (QLineEdit* edit : findChildren<QLineEdit*>()) edit->setAcceptDrops(false);
+}
+
+void TDataSourcePage::ConnectControls() {
+    connect(&Context().WorkGraph(), &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
+        if (series == m_shown) Forget();
+    });
+    connect(m_ui->cbx_SourceKind, &QComboBox::currentIndexChanged, this, [this](int item) {
+        Edit([&](TSeries& series) { ChangeKind(series, static_cast<TSourceKind>(item)); });
+    });
+    connect(m_ui->e_SourceName, &QLineEdit::editingFinished, this, [this] {
+        Edit([&](TSeries& series) {
+            TakeSourceName(series);
+            LoadIfNeeded(series);
+        });
+    });
+    connect(m_ui->cbx_Sheet, &QComboBox::activated, this, [this] {
+        Edit([&](TSeries& series) {
+            series.DataSourceInfo().SetSourceName(m_ui->cbx_Sheet->currentText().toStdString());
+            m_failureTold = false;
+            Load(series);
+        });
+    });
+    connect(m_ui->e_Directory, &QLineEdit::editingFinished, this, [this] {
+        Edit([&](TSeries& series) {
+            TakeDirectory(series);
+            LoadIfNeeded(series);
+        });
+    });
+    connect(m_ui->btnBrowse, &QPushButton::clicked, this, [this] { Guarded([&] { Browse(); }); });
+    connect(m_ui->btnChoose, &QPushButton::clicked, this, [this] { Guarded([&] { ChooseSource(); }); });
+    connect(m_ui->btnReload, &QPushButton::clicked, this, [this] {
+        Edit([&](TSeries& series) {
+            TakePendingTexts(series);
+            Load(series);
+        });
+    });
+}
+
+void TDataSourcePage::ConnectTextPanels() {
+    connect(m_options, &TTextOptionsPanel::Changed, this, &TDataSourcePage::DescriptionChanged);
+    connect(m_preview, &TTextPreviewPane::ReadingPicked, this, [this](const TTextFormat& format) {
+        Edit([&](TSeries& series) {
+            FixReading(series, format, PreviewSource(series, 1).readings.best.format);
+            Load(series);
+        });
+    });
+    connect(m_preview, &TTextPreviewPane::FindAgainPicked, this, [this] {
+        Edit([&](TSeries& series) {
+            ForgetReading(series);
+            Load(series);
+        });
+    });
+    connect(m_preview, &TTextPreviewPane::KeepAllPicked, this, [this] {
+        Edit([&](TSeries& series) {
+            series.SetDuplicatesAllowed(true);
+            Load(series);
+        });
+    });
+}
+
+// Enter takes what was typed; it does not close the dialog from here.
+void TDataSourcePage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) TWizardPage::keyPressEvent(event);
+}
+
+void TDataSourcePage::FillFrom(TSeries& series) {
+    const TFillingScope filling(Context());
+    const TDSInfo& source = series.DataSourceInfo();
+    if (m_shown != &series) Forget();
+    m_shown = &series;
+    m_ui->cbx_SourceKind->setCurrentIndex(static_cast<int>(source.Kind()));
+    m_ui->e_SourceName->setText(QString::fromStdString(source.SourceName()));
+    m_ui->e_SourceName->setToolTip(m_ui->e_SourceName->text());
+    ShowKind(series);
+}
+
+void TDataSourcePage::ShowNothing() {
+    m_ui->e_SourceName->clear();
+    m_ui->e_SourceName->setToolTip({});
+    m_ui->lblNotes->clear();
+    m_ui->lblNotesResult->clear();
+    m_manual->Clear();
+    m_preview->Clear();
+    Forget();
+    ShowNameControls(TSourceKind::Manual);
+}
+
+void TDataSourcePage::Forget() {
+    m_shown = nullptr;
+    m_report.reset();
+    m_failureTold = false;
+}
+
+void TDataSourcePage::RefreshAfterPreview(TSeries& series) {
+    m_options->ShowFrequency(series);
+}
+
+void TDataSourcePage::ShowNameControls(TSourceKind kind) {
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->lblSourceName), static_cast<QWidget*>(m_ui->e_SourceName),
+          static_cast<QWidget*>(m_ui->btnBrowse)})
+        control->setVisible(IsFile(kind));
+    const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
+    m_ui->lblSheet->setVisible(isSheet);
+    m_ui->cbx_Sheet->setVisible(isSheet);
+    m_ui->btnReload->setVisible(IsFile(kind) || isSheet);
+    CheckDirectory();
+}
+
+void TDataSourcePage::ShowKind(TSeries& series) {
+    const TFillingScope filling(Context());
+    const TSourceKind kind = series.DataSourceInfo().Kind();
+    ShowNameControls(kind);
+    if (kind == TSourceKind::Manual)
+        m_manual->FillFrom(series);
+    else
+        m_manual->Clear();
+    if (kind == TSourceKind::LumoSheet) FillSheets(series);
+    const bool isText = IsText(series);
+    m_ui->stack->setCurrentWidget(kind == TSourceKind::Manual ? m_ui->pageManual
+                                  : isText                    ? m_ui->pageText
+                                                              : m_ui->pageNotes);
+    isText ? ShowText(series) : ShowNotes(series);
+}
+
+bool TDataSourcePage::IsFile(TSourceKind kind) {
+    return kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
+}
+
+bool TDataSourcePage::IsSheetOffered() const {
+    return static_cast<bool>(Context().WorkGraph().Holder()->Sheets());
+}
+
+/// The source is read as text: a file or a sheet.
+bool TDataSourcePage::IsText(const TSeries& series) const {
+    const TSourceKind kind = series.DataSourceInfo().Kind();
+    return kind == TSourceKind::TextFile || (kind == TSourceKind::LumoSheet && IsSheetOffered());
+}
+
+/// The sheets that the host offers now, and the chosen one even when it has gone.
+void TDataSourcePage::FillSheets(const TSeries& series) {
+    m_ui->cbx_Sheet->clear();
+    Guarded([this] {
+        if (!IsSheetOffered()) return;
+        for (const std::string& name : Context().WorkGraph().Holder()->Sheets().Names())
+            m_ui->cbx_Sheet->addItem(QString::fromStdString(name));
+    });
+    const QString chosen = QString::fromStdString(series.DataSourceInfo().SourceName());
+    if (!chosen.isEmpty() && m_ui->cbx_Sheet->findText(chosen) < 0) m_ui->cbx_Sheet->addItem(chosen);
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(chosen));
+}
+
+void TDataSourcePage::ShowNotes(const TSeries& series) {
+    const bool isDataFile = series.DataSourceInfo().Kind() == TSourceKind::DataFile;
+    m_ui->lblNotes->setText(
+        isDataFile
+            ? QStringLiteral("A data-set file (.lds) brings all its points and all settings of its data set: "
+                             "name, style, baseline, regression and fit.\n\n"
+                             "Database files (.dbf, .db, .mdb) can not be read by this version.")
+            : QStringLiteral("No sheet is offered by the application that has opened this editor."));
+    const bool isLoaded = isDataFile && !series.DataSourceInfo().NeedsReload() && series.Count() > 0;
+    m_ui->lblNotesResult->setText(
+        isLoaded ? QStringLiteral("%1 points loaded.").arg(QLocale().toString(series.Count())) : QString());
+}
+
+/// The options, the first rows and, while they still hold, the results of the last loading.
+void TDataSourcePage::ShowText(const TSeries& series) {
+    if (series.DataSourceInfo().SourceName().empty()) {
+        m_options->FillFrom(series, nullptr);
+        const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
+        return m_preview->ShowProblem(isSheet ? QStringLiteral("Choose a sheet.")
+                                              : QStringLiteral("Choose a text file, or drop one here."));
+    }
+    try {
+        TTextPreview preview = PreviewSource(series, kPreviewRows);
+        m_options->FillFrom(series, &preview.readings.best.format);
+        m_preview->ShowPreview(std::move(preview), HasFixedReading(series));
+    } catch (const ELumoError& error) {
+        m_options->FillFrom(series, nullptr);
+        return m_preview->ShowProblem(QString::fromUtf8(error.what()));
+    }
+    if (series.DataSourceInfo().NeedsReload())
+        m_preview->ShowNotLoaded();
+    else if (m_report)
+        m_preview->ShowReport(*m_report);
+}
+
+void TDataSourcePage::DescriptionChanged() {
+    m_failureTold = false;
+    if (const TSeries* series = Context().CurrSeries()) ShowText(*series);
+}
+
+/// A relative name of a file that is not there is looked up in the graph's data directory.
+void TDataSourcePage::CheckDirectory() {
+    const QString name = m_ui->e_SourceName->text();
+    const bool found = name.isEmpty() || QFileInfo::exists(QDir(QDir::rootPath()).filePath(name));
+    const bool isRelative = !name.contains(QStringLiteral(":\\")) && QFileInfo(name).isRelative();
+    const bool isShown = !found && isRelative && m_ui->e_SourceName->isVisibleTo(this);
+    m_ui->lblDirectory->setVisible(isShown);
+    m_ui->e_Directory->setVisible(isShown);
+    if (!isShown) return;
+    m_ui->e_Directory->setText(QString::fromStdString(Context().WorkGraph().Appearance()->DataDirectory()));
+    m_ui->e_Directory->setToolTip(m_ui->e_Directory->text());
+}
+
+} // namespace lumoplot

@@ -1,0 +1,233 @@
+#include "dialog/source/get_data_source.h"
+
+#include "dialog/common/source_files.h"
+#include "dialog/source/column_items.h"
+#include "dialog/source/source_reading.h"
+#include "dialog/source/text_preview_pane.h"
+#include "graph/file/graph_file.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/holder.h"
+#include "support/errors.h"
+#include "support/guard.h"
+#include "ui_get_data_source.h"
+
+#include <QDragEnterEvent>
+#include <QLocale>
+#include <QMimeData>
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kChooserPreviewRows = 100;
+constexpr int kYRowsShown = 5;
+constexpr int kKeyRole = Qt::UserRole;
+
+bool HasValues(const TTextColumn& column) {
+    return column.kind == TCellKind::Number || column.kind == TCellKind::Date ||
+           column.kind == TCellKind::TimeOfDay;
+}
+
+} // namespace
+
+TxyGetDataSource::TxyGetDataSource(const TSeries& current, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::TxyGetDataSource>()), m_graph(std::make_unique<TxyGraph>()),
+      m_given(current.DataSourceInfo()), m_givenWishes(current.TextWishes()) {
+    m_ui->setupUi(this);
+    m_preview = new TTextPreviewPane(m_ui->pageText);
+    m_ui->textLayout->insertWidget(0, m_preview, 1);
+    m_ui->l_YColumns->setFixedHeight(fontMetrics().lineSpacing() * kYRowsShown + fontMetrics().height());
+    m_graph->Holder()->OfferSheets(current.Graph().Holder()->Sheets());
+    m_graph->Appearance()->SetDataDirectory(current.Graph().Appearance()->DataDirectory());
+    m_series = m_graph->FindSeries(m_graph->AddSeries());
+    ConnectControls();
+    Guarded([&] { ListSources(current); });
+    SelectSource(m_given.Kind(), QString::fromStdString(m_given.SourceName()));
+    const QSize character(fontMetrics().averageCharWidth(), fontMetrics().height());
+    m_ui->l_Sources->setMinimumWidth(character.width() * 24);
+    setMinimumSize(character.width() * 88, character.height() * 26);
+    resize(character.width() * 120, character.height() * 34);
+}
+
+TxyGetDataSource::~TxyGetDataSource() = default;
+
+void TxyGetDataSource::ConnectControls() {
+    connect(m_ui->l_Sources, &QListWidget::currentItemChanged, this,
+            [this](const QListWidgetItem* item) { Guarded([&] { SourcePicked(item); }); });
+    connect(m_ui->l_Sources, &QListWidget::itemActivated, this, [this] {
+        if (m_ui->btnOk->isEnabled()) accept();
+    });
+    connect(m_ui->btnBrowse, &QPushButton::clicked, this, [this] { Guarded([&] { Browse(); }); });
+    connect(m_ui->cbx_XColumn, &QComboBox::currentIndexChanged, this,
+            [this] { Guarded([&] { XColumnPicked(); }); });
+    connect(m_ui->l_YColumns, &QListWidget::itemChanged, this,
+            [this] { Guarded([&] { YColumnsPicked(); }); });
+    connect(m_preview, &TTextPreviewPane::ReadingPicked, this, [this](const TTextFormat& format) {
+        Guarded([&] {
+            FixReading(*m_series, format, PreviewSource(*m_series, 1).readings.best.format);
+            ShowSource();
+        });
+    });
+    connect(m_preview, &TTextPreviewPane::FindAgainPicked, this, [this] {
+        Guarded([&] {
+            ForgetReading(*m_series);
+            ShowSource();
+        });
+    });
+    connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+const TDSInfo& TxyGetDataSource::Source() const {
+    return m_series->DataSourceInfo();
+}
+
+const TTextWishes& TxyGetDataSource::Wishes() const {
+    return m_series->TextWishes();
+}
+
+std::vector<std::string> TxyGetDataSource::YColumns() const {
+    std::vector<std::string> columns;
+    for (int i = 0; i < m_ui->l_YColumns->count(); ++i) {
+        const QListWidgetItem& item = *m_ui->l_YColumns->item(i);
+        if (item.checkState() == Qt::Checked) columns.push_back(item.data(kKeyRole).toString().toStdString());
+    }
+    return columns;
+}
+
+void TxyGetDataSource::SourcePicked(const QListWidgetItem* item) {
+    if (!item) return;
+    TDSInfo info;
+    info.SetKind(static_cast<TSourceKind>(item->data(kKeyRole).toInt()));
+    info.SetSourceName(item->data(kKeyRole + 1).toString().toStdString());
+    const bool isGiven = info.Kind() == m_given.Kind() && info.SourceName() == m_given.SourceName();
+    m_series->DataSourceInfo() = isGiven ? m_given : info;
+    m_series->SetTextWishes(isGiven ? m_givenWishes : TTextWishes());
+    m_ui->l_YColumns->clear();
+    ShowSource();
+}
+
+void TxyGetDataSource::ShowSource() {
+    m_canBeRead = false;
+    const bool isDataFile = Source().Kind() == TSourceKind::DataFile;
+    m_ui->stack->setCurrentWidget(isDataFile ? m_ui->pageNotes : m_ui->pageText);
+    isDataFile ? ShowDataFile() : ShowText();
+    EnableOk();
+}
+
+void TxyGetDataSource::ShowText() {
+    const auto found = ShowPreview();
+    ShowColumns(found ? &*found : nullptr);
+}
+
+/// The format that was found, or nothing when the source can not be read.
+std::optional<TTextFormat> TxyGetDataSource::ShowPreview() {
+    m_canBeRead = false;
+    try {
+        TTextPreview preview = PreviewSource(*m_series, kChooserPreviewRows);
+        const TTextReading reading = preview.readings.best;
+        m_canBeRead = reading.problem.empty();
+        m_preview->ShowPreview(std::move(preview), HasFixedReading(*m_series));
+        return reading.format;
+    } catch (const ELumoError& error) {
+        m_preview->ShowProblem(QString::fromUtf8(error.what()));
+        return std::nullopt;
+    }
+}
+
+/// It is read into a data set of its own, to say what is in it.
+void TxyGetDataSource::ShowDataFile() {
+    m_ui->l_YColumns->clear();
+    const int number = m_graph->AddSeries();
+    try {
+        TSeries& series = *m_graph->FindSeries(number);
+        LoadSeriesFromFile(series, SourceFileOf(*m_series));
+        m_canBeRead = true;
+        m_ui->lblNotes->setText(
+            QStringLiteral("Data set \"%1\" with %2 points.\n\nIt brings all settings of its data "
+                           "set: name, style, baseline, regression and fit.")
+                .arg(QString::fromStdString(series.SeriesName()), QLocale().toString(series.Count())));
+    } catch (const ELumoError& error) {
+        m_ui->lblNotes->setText(QString::fromUtf8(error.what()));
+    }
+    m_graph->DeleteSeries(number);
+}
+
+void TxyGetDataSource::ShowColumns(const TTextFormat* found) {
+    const QSignalBlocker quiet(m_ui->cbx_XColumn);
+    QComboBox& box = *m_ui->cbx_XColumn;
+    box.clear();
+    box.setEnabled(found != nullptr);
+    m_ui->l_YColumns->setEnabled(found != nullptr);
+    if (found) {
+        const QString chosen = QString::fromStdString(Source().XDataColumn());
+        const bool isFound = chosen.isEmpty();
+        box.addItem(isFound ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, found->xColumn))
+                            : QStringLiteral("Auto"),
+                    QString());
+        box.addItem(ColumnItemText(*found, TTextFormat::kRowNumber), QStringLiteral("0"));
+        for (int i = 0; i < static_cast<int>(found->columns.size()); ++i)
+            box.addItem(ColumnItemText(*found, i), ColumnItemKey(*found, i));
+        const bool isRowNumber = found->xColumn == TTextFormat::kRowNumber;
+        box.setCurrentIndex(isFound ? 0 : isRowNumber ? 1 : found->xColumn + 2);
+    }
+    FillYColumns(found);
+}
+
+/// The checks stay where the columns do; a list without any gets the column that is read.
+void TxyGetDataSource::FillYColumns(const TTextFormat* found) {
+    const QSignalBlocker quiet(m_ui->l_YColumns);
+    const std::vector<std::string> checked = YColumns();
+    m_ui->l_YColumns->clear();
+    if (!found) return;
+    QListWidgetItem* read = nullptr;
+    for (int i = 0; i < static_cast<int>(found->columns.size()); ++i) {
+        if (!HasValues(found->columns[static_cast<std::size_t>(i)]) || i == found->xColumn) continue;
+        const QString key = ColumnItemKey(*found, i);
+        auto* item = new QListWidgetItem(ColumnItemText(*found, i), m_ui->l_YColumns);
+        item->setData(kKeyRole, key);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setCheckState(std::ranges::count(checked, key.toStdString()) > 0 ? Qt::Checked : Qt::Unchecked);
+        if (i == found->yColumn) read = item;
+    }
+    if (read && YColumns().empty()) read->setCheckState(Qt::Checked);
+}
+
+void TxyGetDataSource::XColumnPicked() {
+    m_series->DataSourceInfo().SetXDataColumn(m_ui->cbx_XColumn->currentData().toString().toStdString());
+    m_series->DataSourceInfo().SetYDataColumn({});
+    const auto found = ShowPreview();
+    FillYColumns(found ? &*found : nullptr);
+    YColumnsPicked();
+}
+
+/// The preview shows the first of them.
+void TxyGetDataSource::YColumnsPicked() {
+    const std::vector<std::string> columns = YColumns();
+    if (!columns.empty()) m_series->DataSourceInfo().SetYDataColumn(columns.front());
+    ShowPreview();
+    EnableOk();
+}
+
+void TxyGetDataSource::EnableOk() {
+    const bool isDataFile = Source().Kind() == TSourceKind::DataFile;
+    const std::size_t count = isDataFile ? 1 : YColumns().size();
+    m_ui->btnOk->setEnabled(m_canBeRead && count > 0);
+    const bool isTold = m_canBeRead && count != 1;
+    m_ui->lblDataSets->setText(!isTold      ? QString()
+                               : count == 0 ? QStringLiteral("Check the Y columns to read.")
+                                            : QStringLiteral("%1 data sets will be read.").arg(count));
+}
+
+void TxyGetDataSource::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+void TxyGetDataSource::dropEvent(QDropEvent* event) {
+    const QString file = event->mimeData()->urls().front().toLocalFile();
+    event->acceptProposedAction();
+    SelectSource(KindOfFile(file), file);
+}
+
+} // namespace lumoplot

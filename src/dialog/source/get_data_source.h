@@ -1,0 +1,75 @@
+// The chooser of data sources: lists what can be one (what the graph's data sets have, the sheets that the
+// host offers, the data files beside them), shows how the chosen one is read, and lets the user pick its X
+// and any number of Y columns. It chooses only; who shows it loads the points.
+#pragma once
+
+#include "graph/model/graph.h"
+
+#include <QDialog>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class TxyGetDataSource;
+}
+
+class QListWidgetItem;
+
+namespace lumoplot {
+
+class TTextPreviewPane;
+
+class TxyGetDataSource : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Starts with the source of `current`, whose graph and its holder are asked for what else there is.
+    explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
+    ~TxyGetDataSource() override;
+
+    /// The description of the chosen source, with the first of the Y columns.
+    const TDSInfo& Source() const;
+    const TTextWishes& Wishes() const;
+    /// The Y columns as descriptions keep them, in the order of the file; none for a data-set file, else at
+    /// least one.
+    std::vector<std::string> YColumns() const;
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void ConnectControls();
+    void ListSources(const TSeries& current);
+    void ListUsed(const TxyGraph& graph);
+    void ListSheets();
+    void ListFiles(const TSeries& current);
+    void AddCaption(const QString& caption);
+    QListWidgetItem* AddSource(TSourceKind kind, const QString& name);
+    QListWidgetItem* FindSource(TSourceKind kind, const QString& name) const;
+    void SelectSource(TSourceKind kind, const QString& name);
+
+    void SourcePicked(const QListWidgetItem* item);
+    void Browse();
+    void ShowSource();
+    void ShowText();
+    std::optional<TTextFormat> ShowPreview();
+    void ShowDataFile();
+    void ShowColumns(const TTextFormat* found);
+    void FillYColumns(const TTextFormat* found);
+    void XColumnPicked();
+    void YColumnsPicked();
+    void EnableOk();
+
+    std::unique_ptr<Ui::TxyGetDataSource> m_ui;
+    TTextPreviewPane* m_preview = nullptr;
+    std::unique_ptr<TxyGraph> m_graph; ///< holds the data set whose source is being chosen, and no points
+    TSeries* m_series = nullptr;
+    TDSInfo m_given; ///< the present description of the data set that a source is chosen for
+    TTextWishes m_givenWishes;
+    bool m_canBeRead = false;
+};
+
+} // namespace lumoplot

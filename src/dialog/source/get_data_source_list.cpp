@@ -1,0 +1,129 @@
+// Which sources the chooser lists, and how others come into its list.
+#include "dialog/common/source_files.h"
+#include "dialog/source/get_data_source.h"
+#include "dialog/source/text_preview_pane.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/holder.h"
+#include "ui_get_data_source.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <utility>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kKindRole = Qt::UserRole;
+constexpr int kNameRole = Qt::UserRole + 1;
+/// A directory with more data files is one to browse.
+constexpr int kMostFiles = 500;
+
+QStringList Patterns() {
+    return {QStringLiteral("*.dat"), QStringLiteral("*.txt"), QStringLiteral("*.csv"),
+            QStringLiteral("*.tsv"), QStringLiteral("*.lds")};
+}
+
+QString Shown(TSourceKind kind, const QString& name) {
+    return kind == TSourceKind::LumoSheet ? name : QFileInfo(name).fileName();
+}
+
+} // namespace
+
+void TxyGetDataSource::ListSources(const TSeries& current) {
+    ListUsed(current.Graph());
+    ListFiles(current);
+    ListSheets(); // last: what fails there keeps the others
+}
+
+void TxyGetDataSource::ListUsed(const TxyGraph& graph) {
+    bool isFirst = true;
+    for (const auto& series : graph.Series()) {
+        const TDSInfo& info = series->DataSourceInfo();
+        const QString name = QString::fromStdString(info.SourceName());
+        const bool isFile = info.Kind() == TSourceKind::TextFile || info.Kind() == TSourceKind::DataFile;
+        if (!isFile || name.isEmpty() || FindSource(info.Kind(), name)) continue;
+        if (std::exchange(isFirst, false)) AddCaption(QStringLiteral("In this graph"));
+        AddSource(info.Kind(), name);
+    }
+}
+
+void TxyGetDataSource::ListSheets() {
+    const TSheetOffer& sheets = m_graph->Holder()->Sheets();
+    if (!sheets) return;
+    AddCaption(QStringLiteral("Sheets"));
+    for (const std::string& name : sheets.Names())
+        AddSource(TSourceKind::LumoSheet, QString::fromStdString(name));
+}
+
+/// The data files beside the present source, or in the graph's data directory.
+void TxyGetDataSource::ListFiles(const TSeries& current) {
+    const TSourceKind kind = current.DataSourceInfo().Kind();
+    const bool isFile = kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
+    const QFileInfo present(isFile ? QString::fromStdString(SourceFileOf(current)) : QString());
+    const QString inGraph = QString::fromStdString(current.Graph().Appearance()->DataDirectory());
+    const QString path = present.exists() ? present.absolutePath() : inGraph;
+    const QDir directory(path);
+    if (path.isEmpty() || !directory.exists()) return;
+    const QStringList files = directory.entryList(Patterns(), QDir::Files | QDir::Readable, QDir::Name);
+    if (files.isEmpty()) return;
+    AddCaption(QStringLiteral("In ") + QDir::toNativeSeparators(directory.absolutePath()));
+    for (const QString& file : files.mid(0, kMostFiles))
+        AddSource(KindOfFile(file), directory.absoluteFilePath(file));
+}
+
+/// A line that can not be chosen, above the sources of one origin.
+void TxyGetDataSource::AddCaption(const QString& caption) {
+    auto* item = new QListWidgetItem(caption, m_ui->l_Sources);
+    item->setFlags(Qt::NoItemFlags);
+    item->setToolTip(caption);
+    QFont font = m_ui->l_Sources->font();
+    font.setBold(true);
+    item->setFont(font);
+}
+
+QListWidgetItem* TxyGetDataSource::AddSource(TSourceKind kind, const QString& name) {
+    if (QListWidgetItem* item = FindSource(kind, name)) return item;
+    auto* item = new QListWidgetItem(QStringLiteral("    ") + Shown(kind, name), m_ui->l_Sources);
+    item->setData(kKindRole, static_cast<int>(kind));
+    item->setData(kNameRole, name);
+    item->setToolTip(kind == TSourceKind::LumoSheet ? name : QDir::toNativeSeparators(name));
+    return item;
+}
+
+QListWidgetItem* TxyGetDataSource::FindSource(TSourceKind kind, const QString& name) const {
+    for (int i = 0; i < m_ui->l_Sources->count(); ++i) {
+        QListWidgetItem* item = m_ui->l_Sources->item(i);
+        const bool isSource = item->flags() != Qt::NoItemFlags;
+        if (isSource && item->data(kKindRole).toInt() == static_cast<int>(kind) &&
+            item->data(kNameRole).toString() == name)
+            return item;
+    }
+    return nullptr;
+}
+
+void TxyGetDataSource::Browse() {
+    QFileDialog dialog(this, QStringLiteral("Choose the source file"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::ReadOnly);
+    dialog.setNameFilters({QStringLiteral("Data Files (%1)").arg(Patterns().join(QLatin1Char(' '))),
+                           QStringLiteral("All Files (*)")});
+    const QFileInfo present(QString::fromStdString(SourceFileOf(*m_series)));
+    if (present.exists()) dialog.setDirectory(present.absolutePath());
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString file = dialog.selectedFiles().value(0);
+    SelectSource(KindOfFile(file), file);
+}
+
+/// Selects a source, which need not be in the list yet; manual data are none, and select the first.
+void TxyGetDataSource::SelectSource(TSourceKind kind, const QString& name) {
+    const bool isSource = kind != TSourceKind::Manual && !name.isEmpty();
+    QListWidgetItem* item = isSource ? AddSource(kind, name) : nullptr;
+    for (int i = 0; !item && i < m_ui->l_Sources->count(); ++i)
+        if (m_ui->l_Sources->item(i)->flags() != Qt::NoItemFlags) item = m_ui->l_Sources->item(i);
+    if (item) return m_ui->l_Sources->setCurrentItem(item);
+    ShowColumns(nullptr);
+    m_preview->ShowProblem(QStringLiteral("Browse for a file, or drop one here."));
+    EnableOk();
+}
+
+} // namespace lumoplot

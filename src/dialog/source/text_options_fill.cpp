@@ -1,0 +1,184 @@
+// How the options of a text source are shown.
+#include "controls/number_edit.h"
+#include "dialog/common/x_value_text.h"
+#include "dialog/source/column_items.h"
+#include "dialog/source/text_options_panel.h"
+#include "sources/text/column_formula.h"
+#include "support/number_text.h"
+#include "ui_text_options_panel.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumoplot {
+namespace {
+
+constexpr const char* kPlainSeparators = "\t,; ";
+
+// Items 1 and up of the lists; item 0 is "Auto".
+constexpr std::array kDecimalSigns = {'.', ','};
+constexpr std::array kDateOrders = {TDateOrder::YearMonthDay, TDateOrder::DayMonthYear,
+                                    TDateOrder::MonthDayYear};
+constexpr std::array kEncodings = {TTextEncoding::Utf8, TTextEncoding::Utf16LittleEndian,
+                                   TTextEncoding::Utf16BigEndian, TTextEncoding::CodePage};
+
+template <class TList, class TValue>
+int ItemOf(const TList& list, const TValue& value) {
+    const auto found = std::ranges::find(list, value);
+    return found == list.end() ? 0 : static_cast<int>(found - list.begin()) + 1;
+}
+
+/// "Decimal comma" inside a text; "UTF-8" stays.
+QString AsInsideText(QString caption) {
+    if (caption.size() > 1 && caption[1].isLower()) caption[0] = caption[0].toLower();
+    return caption;
+}
+
+/// Shows the wish, or "Auto" with what was found behind it.
+template <class TList, class TValue>
+void FillList(QComboBox& box, const TList& list, const std::optional<TValue>& wish,
+              const std::optional<TValue>& found) {
+    const int item = found ? ItemOf(list, *found) : 0;
+    box.setItemText(0, item > 0 ? QStringLiteral("Auto: ") + AsInsideText(box.itemText(item))
+                                : QStringLiteral("Auto"));
+    box.setCurrentIndex(wish ? ItemOf(list, *wish) : 0);
+}
+
+template <class TList>
+auto WishOf(const QComboBox& box, const TList& list) {
+    const int item = box.currentIndex();
+    return item <= 0 ? std::nullopt : std::optional(list[static_cast<std::size_t>(item - 1)]);
+}
+
+void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
+    const bool isKnown = found && used != TTextFormat::kNoColumn;
+    box.clear();
+    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, used))
+                        : QStringLiteral("Auto"),
+                QString());
+    if (isX) box.addItem(QStringLiteral("Row number"), QStringLiteral("0"));
+    for (std::size_t i = 0; found && i < found->columns.size(); ++i)
+        box.addItem(ColumnItemText(*found, static_cast<int>(i)), ColumnItemKey(*found, static_cast<int>(i)));
+    int item = box.findData(chosen, Qt::UserRole, Qt::MatchFixedString);
+    const auto number = TryParseInteger(chosen.toStdString());
+    if (item < 0 && number && found && *number >= 1 && *number <= static_cast<int>(found->columns.size()))
+        item = *number + (isX ? 1 : 0);
+    box.setCurrentIndex(item);
+    if (item < 0) box.setEditText(chosen);
+    box.lineEdit()->setCursorPosition(0);
+}
+
+} // namespace
+
+void TTextOptionsPanel::SetUnlessTyped(QLineEdit& edit, const QString& text) {
+    if (edit.hasFocus() && !m_isOther) return;
+    if (edit.text() != text) edit.setText(text);
+    MarkEdit(edit, {});
+}
+
+void TTextOptionsPanel::FillFrom(const TSeries& series, const TTextFormat* found) {
+    const TFillingScope filling(m_context);
+    m_isOther = m_series != &series;
+    m_series = &series;
+    m_found = found ? *found : TTextFormat{};
+    FillText(series.DataSourceInfo());
+    FillReading(series.TextWishes(), found);
+    FillColumns(series, found);
+    MarkFormulas(series, found);
+    FillRows(series);
+}
+
+void TTextOptionsPanel::FillText(const TDSInfo& info) {
+    const bool findsSeparators = info.TextSeparators().empty();
+    const bool byWidth = info.DivideTextByWidth();
+    const QString separators =
+        QString::fromStdString(findsSeparators ? m_found.separators : info.TextSeparators());
+    QString others = separators;
+    for (const char* plain = kPlainSeparators; *plain; ++plain) others.remove(QLatin1Char(*plain));
+    m_ui->cb_FindSeparators->setChecked(findsSeparators);
+    const std::array boxes = {m_ui->cb_Tab, m_ui->cb_Comma, m_ui->cb_Semicolon, m_ui->cb_Blank};
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        boxes[i]->setChecked(!byWidth && separators.contains(QLatin1Char(kPlainSeparators[i])));
+    const bool isTyping = m_ui->e_Other->hasFocus() && !m_isOther && !findsSeparators;
+    m_ui->cb_Other->setChecked(!byWidth && (!others.isEmpty() || isTyping));
+    SetUnlessTyped(*m_ui->e_Other, others);
+    m_ui->cb_FindSeparators->setEnabled(!byWidth);
+    for (QCheckBox* box : {boxes[0], boxes[1], boxes[2], boxes[3], m_ui->cb_Other})
+        box->setEnabled(!byWidth && !findsSeparators);
+    m_ui->e_Other->setEnabled(m_ui->cb_Other->isEnabled() && m_ui->cb_Other->isChecked());
+    m_ui->cb_FixedWidth->setChecked(byWidth);
+    m_ui->se_ColumnWidth->setValue(info.ColumnWidth());
+    m_ui->se_ColumnWidth->setEnabled(byWidth);
+    SetUnlessTyped(*m_ui->e_TextMarkers, QString::fromStdString(info.TextMarkers()));
+    m_ui->e_TextMarkers->setEnabled(!byWidth);
+    const bool findsHeaders = info.FileHasHeaders() == TDSInfo::kFindHeaders;
+    m_ui->cb_FindHeaders->setChecked(findsHeaders);
+    m_ui->se_HeaderRows->setEnabled(!findsHeaders);
+    m_ui->se_HeaderRows->setValue(findsHeaders ? m_found.headerRows : info.FileHasHeaders());
+}
+
+void TTextOptionsPanel::FillReading(const TTextWishes& wishes, const TTextFormat* found) {
+    std::optional<char> decimalSign;
+    std::optional<TDateOrder> dateOrder;
+    std::optional<TTextEncoding> encoding;
+    if (found) {
+        const bool hasMark = found->encoding == TTextEncoding::Utf8WithMark;
+        decimalSign = found->decimalSign;
+        encoding = hasMark ? TTextEncoding::Utf8 : found->encoding;
+        const auto isDate = [](const TTextColumn& column) { return column.kind == TCellKind::Date; };
+        if (std::ranges::any_of(found->columns, isDate)) dateOrder = found->dateOrder;
+    }
+    FillList(*m_ui->cbx_DecimalSign, kDecimalSigns, wishes.decimalSign, decimalSign);
+    FillList(*m_ui->cbx_DateOrder, kDateOrders, wishes.dateOrder, dateOrder);
+    FillList(*m_ui->cbx_Encoding, kEncodings, wishes.encoding, encoding);
+}
+
+TTextWishes TTextOptionsPanel::ShownWishes() const {
+    return {WishOf(*m_ui->cbx_Encoding, kEncodings), WishOf(*m_ui->cbx_DecimalSign, kDecimalSigns),
+            WishOf(*m_ui->cbx_DateOrder, kDateOrders)};
+}
+
+void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* found) {
+    const TDSInfo& info = series.DataSourceInfo();
+    FillColumnList(*m_ui->cbx_XColumn, found, m_found.xColumn, true,
+                   QString::fromStdString(info.XDataColumn()));
+    FillColumnList(*m_ui->cbx_YColumn, found, m_found.yColumn, false,
+                   QString::fromStdString(info.YDataColumn()));
+    m_ui->cbx_XFormat->setCurrentIndex(static_cast<int>(found ? found->xFormat : info.XFormat()));
+    m_ui->cbx_YFormat->setCurrentIndex(static_cast<int>(found ? found->yFormat : info.YFormat()));
+    SetUnlessTyped(*m_ui->e_XExpression, QString::fromStdString(series.XColExpr()));
+    SetUnlessTyped(*m_ui->e_YExpression, QString::fromStdString(series.YColExpr()));
+}
+
+/// Also the one that is being typed: its user sees at once what it lacks.
+void TTextOptionsPanel::MarkFormulas(const TSeries& series, const TTextFormat* found) {
+    const TTextFormat* format = found && !found->columns.empty() ? found : nullptr;
+    MarkEdit(*m_ui->e_XExpression, QString::fromStdString(FormulaProblem(series.XColExpr(), format)));
+    MarkEdit(*m_ui->e_YExpression, QString::fromStdString(FormulaProblem(series.YColExpr(), format)));
+}
+
+void TTextOptionsPanel::FillRows(const TSeries& series) {
+    const TDSInfo& info = series.DataSourceInfo();
+    const TRowChoice choice = info.RowChoiceMode();
+    const TColumnFormat format = BoundFormat(series);
+    const bool hasStart = choice != TRowChoice::All;
+    const bool hasEnd = choice == TRowChoice::ByX || (hasStart && info.RowChoiceValue2() >= 1);
+    m_ui->cbx_RowChoice->setCurrentIndex(static_cast<int>(choice));
+    SetUnlessTyped(*m_ui->e_From, hasStart ? XValueText(info.RowChoiceValue1(), format) : QString());
+    SetUnlessTyped(*m_ui->e_To, hasEnd ? XValueText(info.RowChoiceValue2(), format) : QString());
+    m_ui->e_To->setPlaceholderText(choice == TRowChoice::ByNumber ? QStringLiteral("last") : QString());
+    for (QWidget* control : {static_cast<QWidget*>(m_ui->lblFrom), static_cast<QWidget*>(m_ui->e_From),
+                             static_cast<QWidget*>(m_ui->lblTo), static_cast<QWidget*>(m_ui->e_To)})
+        control->setEnabled(hasStart);
+    m_ui->cb_AutoFrequency->setChecked(info.AutoRowHitFreq());
+    m_ui->se_RowFrequency->setEnabled(!info.AutoRowHitFreq());
+    m_ui->se_RowFrequency->setValue(info.RowSamplingFrequency());
+}
+
+void TTextOptionsPanel::ShowFrequency(const TSeries& series) {
+    const TFillingScope filling(m_context);
+    if (m_ui->cb_AutoFrequency->isChecked())
+        m_ui->se_RowFrequency->setValue(series.DataSourceInfo().RowSamplingFrequency());
+}
+
+} // namespace lumoplot

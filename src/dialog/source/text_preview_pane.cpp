@@ -1,0 +1,147 @@
+#include "dialog/source/text_preview_pane.h"
+
+#include "dialog/source/text_preview_model.h"
+#include "ui_text_preview_pane.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+
+namespace lumoplot {
+namespace {
+
+// In characters, and in rows with the caption.
+constexpr int kWidestColumn = 24;
+constexpr int kLeastRows = 7;
+
+QString Counted(std::int64_t count, const char* one, const char* many) {
+    const QString number = QLocale().toString(static_cast<qlonglong>(count));
+    return number + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+}
+
+/// What of one reading is not said of the other.
+QString Difference(const TTextFormat& format, const TTextFormat& other) {
+    QStringList parts = QString::fromStdString(Describe(format)).split(QStringLiteral(", "));
+    const QStringList all = parts;
+    for (const QString& part : QString::fromStdString(Describe(other)).split(QStringLiteral(", ")))
+        parts.removeOne(part);
+    return (parts.isEmpty() ? all : parts).join(QStringLiteral(", "));
+}
+
+QString ResultText(const TTextReport& report) {
+    QStringList parts = {Counted(report.rowsUsed, "point", "points") + QStringLiteral(" from ") +
+                         Counted(report.rowsChosen, "row", "rows")};
+    if (report.samplingFrequency > 1)
+        parts << QStringLiteral("one of every ") + Counted(report.samplingFrequency, "row", "rows");
+    if (report.rowsSkipped > 0)
+        parts << Counted(report.rowsSkipped, "row", "rows") + QStringLiteral(" skipped");
+    if (report.rowsMerged > 0)
+        parts << Counted(report.rowsMerged, "row", "rows") +
+                     QStringLiteral(" merged into others with the same X");
+    return parts.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+TTextPreviewPane::TTextPreviewPane(QWidget* parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::TTextPreviewPane>()), m_model(new TTextPreviewModel(this)) {
+    m_ui->setupUi(this);
+    m_ui->t_Preview->setModel(m_model);
+    QHeaderView* rows = m_ui->t_Preview->verticalHeader();
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    rows->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 3);
+    rows->setMinimumWidth(fontMetrics().averageCharWidth() * 5);
+    rows->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_ui->t_Preview->setMinimumHeight(rows->defaultSectionSize() * kLeastRows);
+    m_ui->t_Preview->horizontalHeader()->setHighlightSections(false);
+    connect(m_ui->l_Messages, &QListWidget::currentTextChanged, this, &TTextPreviewPane::GoToRow);
+    connect(m_ui->btnRunnerUp, &QPushButton::clicked, this, [this] { Q_EMIT ReadingPicked(m_runnerUp); });
+    connect(m_ui->btnFindAgain, &QPushButton::clicked, this, &TTextPreviewPane::FindAgainPicked);
+    connect(m_ui->btnKeepAll, &QPushButton::clicked, this, &TTextPreviewPane::KeepAllPicked);
+    Clear();
+}
+
+TTextPreviewPane::~TTextPreviewPane() = default;
+
+void TTextPreviewPane::Clear() {
+    ShowProblem({});
+}
+
+void TTextPreviewPane::ShowProblem(const QString& reason) {
+    m_model->Show({});
+    m_previewMessages.clear();
+    m_ui->lblFound->clear();
+    m_ui->btnRunnerUp->hide();
+    m_ui->btnFindAgain->hide();
+    m_ui->btnKeepAll->hide();
+    ShowMessages(reason.isEmpty() ? std::vector<std::string>{} : std::vector{reason.toStdString()}, 0);
+    ShowResult({});
+}
+
+void TTextPreviewPane::ShowPreview(TTextPreview preview, bool isChosen) {
+    ShowReadings(preview.readings, isChosen);
+    m_previewMessages = preview.messages;
+    m_model->Show(std::move(preview));
+    FitColumns();
+    ShowMessages(m_previewMessages, 0);
+}
+
+/// A comment in front of the data must not push the other columns out of sight.
+void TTextPreviewPane::FitColumns() {
+    QTableView& table = *m_ui->t_Preview;
+    const int widest = fontMetrics().averageCharWidth() * kWidestColumn;
+    table.resizeColumnsToContents();
+    for (int column = 0; column < m_model->columnCount(); ++column)
+        if (table.columnWidth(column) > widest) table.setColumnWidth(column, widest);
+}
+
+void TTextPreviewPane::ShowReadings(const TTextReadings& readings, bool isChosen) {
+    const std::string& problem = readings.best.problem;
+    QString found = QStringLiteral("Read as ") + QString::fromStdString(Describe(readings.best.format));
+    if (!problem.empty()) found += QStringLiteral(". The file ") + QString::fromStdString(problem);
+    m_ui->lblFound->setText(found + QLatin1Char('.'));
+    m_ui->lblFound->setToolTip(m_ui->lblFound->text());
+    m_ui->btnFindAgain->setVisible(isChosen);
+    m_ui->btnRunnerUp->setVisible(readings.runnerUp.has_value());
+    if (!readings.runnerUp) return;
+    m_runnerUp = readings.runnerUp->format;
+    m_ui->btnRunnerUp->setText(QStringLiteral("Also fits: ") + Difference(m_runnerUp, readings.best.format));
+    m_ui->btnRunnerUp->setToolTip(QStringLiteral("Read the file as ") +
+                                  QString::fromStdString(Describe(m_runnerUp)));
+}
+
+void TTextPreviewPane::ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped) {
+    m_ui->l_Messages->clear();
+    for (const std::string& message : messages) m_ui->l_Messages->addItem(QString::fromStdString(message));
+    const auto shown = static_cast<std::int64_t>(messages.size());
+    if (skipped > shown)
+        m_ui->l_Messages->addItem(QStringLiteral("and ") + Counted(skipped - shown, "more", "more"));
+    m_ui->l_Messages->setVisible(shown > 0);
+}
+
+void TTextPreviewPane::ShowResult(const QString& text) {
+    m_ui->lblResult->setText(text);
+    m_ui->lblResult->setVisible(!text.isEmpty());
+}
+
+/// Shows the row that a message is about, if it is among those of the preview.
+void TTextPreviewPane::GoToRow(const QString& message) {
+    static const QRegularExpression kRow(QStringLiteral("^row (\\d+): "));
+    const int row = kRow.match(message).captured(1).toInt();
+    if (row < 1 || row > m_model->rowCount()) return;
+    m_ui->t_Preview->selectRow(row - 1);
+    m_ui->t_Preview->scrollTo(m_model->index(row - 1, 0));
+}
+
+void TTextPreviewPane::ShowReport(const TTextReport& report) {
+    ShowResult(ResultText(report) + QLatin1Char('.'));
+    m_ui->btnKeepAll->setVisible(report.rowsMerged > 0);
+    ShowMessages(report.messages, report.rowsSkipped);
+}
+
+void TTextPreviewPane::ShowNotLoaded() {
+    m_ui->btnKeepAll->hide();
+    ShowResult(QStringLiteral("Changed since the points were loaded: they are loaded again by Reload, "
+                              "Preview and OK."));
+}
+
+} // namespace lumoplot

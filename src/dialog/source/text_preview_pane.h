@@ -1,0 +1,59 @@
+// How a text source is read, for the user to judge: what was found and what else fits, the first rows, what
+// can not be read, and what became of the rows when the points were loaded.
+#pragma once
+
+#include "graph/model/series.h"
+#include "sources/text/text_loader.h"
+#include "sources/text/text_preview.h"
+
+#include <QWidget>
+#include <memory>
+
+namespace Ui {
+class TTextPreviewPane;
+}
+
+namespace lumoplot {
+
+class TTextPreviewModel;
+
+class TTextPreviewPane : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TTextPreviewPane(QWidget* parent = nullptr);
+    ~TTextPreviewPane() override;
+
+    /// Its wrapped texts take their height from the table, never from what stands above the pane.
+    bool hasHeightForWidth() const override { return false; }
+
+    /// `isChosen`: the user has fixed something of the reading, which "Find Again" takes back.
+    void ShowPreview(TTextPreview preview, bool isChosen);
+    /// What the last loading with the present description came to.
+    void ShowReport(const TTextReport& report);
+    /// The description has changed since the points were loaded.
+    void ShowNotLoaded();
+    /// The source can not be read: nothing but the reason is shown.
+    void ShowProblem(const QString& reason);
+    void Clear();
+
+Q_SIGNALS:
+    /// The user takes the runner-up's reading.
+    void ReadingPicked(const lumoplot::TTextFormat& format);
+    void FindAgainPicked();
+    void KeepAllPicked();
+
+private:
+    void ShowReadings(const TTextReadings& readings, bool isChosen);
+    void FitColumns();
+    void GoToRow(const QString& message);
+    void ShowResult(const QString& text);
+    void ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped);
+
+    std::unique_ptr<Ui::TTextPreviewPane> m_ui;
+    TTextPreviewModel* m_model;
+    TTextFormat m_runnerUp;
+    std::vector<std::string> m_previewMessages;
+};
+
+} // namespace lumoplot

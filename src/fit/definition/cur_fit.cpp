@@ -1,0 +1,226 @@
+#include "fit/definition/cur_fit.h"
+
+#include "fit/definition/fit_result.h"
+#include "support/message_sink.h"
+
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+bool EqualNames(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && LowerCased(a) == LowerCased(b);
+}
+
+void TellAlreadyDefined(const std::string& name) {
+    ShowMessage("Parameter \"" + name + "\" Already Defined!", TMessageKind::Error);
+}
+
+} // namespace
+
+void TDBLParameter::SetName(const std::string& name) {
+    if (name.empty() || name == m_name) return;
+    if (m_owner && m_owner->IsParameter(name) && !EqualNames(name, m_name)) return TellAlreadyDefined(name);
+    m_name = name;
+    if (m_owner) m_owner->Changed(true);
+}
+
+void TDBLParameter::SetValue(double value) {
+    if (value == m_value) return;
+    m_value = value;
+    if (m_owner) m_owner->Changed(true);
+}
+
+void TDBLParameter::SetVary(bool vary) {
+    if (vary == m_vary) return;
+    m_vary = vary;
+    if (m_owner) m_owner->Changed(true);
+}
+
+template <class TField, class TValue>
+bool TCurFit::Store(TField& field, const TValue& value) {
+    if (field == value) return false;
+    field = value;
+    return true;
+}
+
+TCurFit::TCurFit() = default;
+TCurFit::~TCurFit() = default;
+
+void TCurFit::Changed(bool modified) {
+    ++m_revision;
+    m_modified = modified;
+    if (!modified) return;
+    m_stale = true;
+    if (OnChange) OnChange(*this);
+}
+
+void TCurFit::FitDone(TFitResult result) {
+    m_result = std::make_unique<const TFitResult>(std::move(result));
+    m_fitError.clear();
+    m_modified = true;
+    m_stale = false;
+    NotifyDisplay();
+}
+
+void TCurFit::TakeRun(const TCurFit& run) {
+    TakeValues(run);
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->FinalDeviation = run.Parameter(i)->FinalDeviation;
+    if (run.Result()) FitDone(*run.Result());
+}
+
+void TCurFit::TakeValues(const TCurFit& run) {
+    ++m_revision;
+    for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
+        Parameter(i)->m_value = run.Parameter(i)->m_value;
+}
+
+void TCurFit::TakeFailure(const std::string& error) {
+    m_result.reset();
+    m_fitError = error;
+    NotifyDisplay();
+}
+
+void TCurFit::NotifyDisplay() {
+    ++m_revision;
+    if (OnChange) OnChange(*this);
+}
+
+void TCurFit::SetXVarName(const std::string& value) {
+    if (!value.empty() && Store(m_settings.XVarName, value)) Changed(true);
+}
+
+void TCurFit::SetExpression(const std::string& value) {
+    if (!value.empty() && Store(m_settings.Expression, value)) Changed(true);
+}
+
+void TCurFit::SetTolerance(double value) {
+    if (value > 0 && Store(m_settings.Tolerance, value)) Changed(true);
+}
+
+void TCurFit::SetIterMax(int value) {
+    if (value > 0 && Store(m_settings.IterMax, value)) Changed(true);
+}
+
+void TCurFit::SetProcType(int value) {
+    if (Store(m_settings.ProcType, value)) Changed(true);
+}
+
+void TCurFit::SetUseLeftMargin(bool value) {
+    if (Store(m_settings.UseLeftMargin, value)) Changed(true);
+}
+
+void TCurFit::SetUseRightMargin(bool value) {
+    if (Store(m_settings.UseRightMargin, value)) Changed(true);
+}
+
+void TCurFit::SetLeftMargin(double value) {
+    if (Store(m_settings.LeftMargin, value) && m_settings.UseLeftMargin) Changed(true);
+}
+
+void TCurFit::SetRightMargin(double value) {
+    if (Store(m_settings.RightMargin, value) && m_settings.UseRightMargin) Changed(true);
+}
+
+void TCurFit::SetStatus(int value) {
+    if (Store(m_settings.Status, value)) NotifyDisplay();
+}
+
+void TCurFit::SetNPoints(int value) {
+    if (Store(m_settings.NPoints, value)) NotifyDisplay();
+}
+
+void TCurFit::SetShowCurve(bool value) {
+    if (Store(m_settings.ShowCurve, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveColor(TColor value) {
+    if (Store(m_settings.CurveColor, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveStyle(int value) {
+    if (Store(m_settings.CurveStyle, value)) NotifyDisplay();
+}
+
+void TCurFit::SetCurveWidth(int value) {
+    if (Store(m_settings.CurveWidth, value)) NotifyDisplay();
+}
+
+TDBLParameter* TCurFit::Parameter(int number) const {
+    return number >= 1 && number <= NParams() ? m_parameters[static_cast<std::size_t>(number - 1)].get()
+                                              : nullptr;
+}
+
+bool TCurFit::IsParameter(std::string_view name) const {
+    return std::ranges::any_of(m_parameters, [&](const auto& p) { return EqualNames(p->Name(), name); });
+}
+
+void TCurFit::AddParameter(std::unique_ptr<TDBLParameter> parameter) {
+    if (IsParameter(parameter->Name())) return TellAlreadyDefined(parameter->Name());
+    parameter->m_owner = this;
+    m_parameters.push_back(std::move(parameter));
+    Changed(true);
+}
+
+void TCurFit::DeleteParameter(int number) {
+    if (!Parameter(number)) return;
+    RemoveVariable(Parameter(number)->Name());
+    ClearExpressions();
+    m_parameters.erase(m_parameters.begin() + (number - 1));
+    Changed(true);
+}
+
+void TCurFit::ClearParameters() {
+    Forget();
+    m_parameters.clear();
+    Changed(true);
+}
+
+void TCurFit::CopyParameterValues(const TCurFit& other) {
+    if (NParams() != other.NParams()) return;
+    for (int i = 1; i <= NParams(); ++i) Parameter(i)->m_value = other.Parameter(i)->m_value;
+    Changed(true);
+}
+
+TDBLFunction* TCurFit::Template(int number) const {
+    return IsTemplate(number) ? m_templates[static_cast<std::size_t>(number - 1)].get() : nullptr;
+}
+
+void TCurFit::AddTemplate(std::unique_ptr<TDBLFunction> function) {
+    m_templates.push_back(std::move(function));
+}
+
+void TCurFit::DeleteTemplate(int number) {
+    if (!IsTemplate(number)) return;
+    m_templates.erase(m_templates.begin() + (number - 1));
+    Changed(true);
+}
+
+void TCurFit::TemplateToTop(int number) {
+    if (number < 2 || !IsTemplate(number)) return;
+    std::rotate(m_templates.begin(), m_templates.begin() + (number - 1), m_templates.begin() + number);
+    Changed(true);
+}
+
+void TCurFit::TemplateUp(int number) {
+    if (number < 2 || !IsTemplate(number)) return;
+    std::swap(m_templates[static_cast<std::size_t>(number - 2)],
+              m_templates[static_cast<std::size_t>(number - 1)]);
+    Changed(true);
+}
+
+void TCurFit::TemplateDown(int number) {
+    if (number > 0) TemplateUp(number + 1);
+}
+
+void TCurFit::ClearTemplates() {
+    m_templates.clear();
+}
+
+void TCurFit::ResetSettings() {
+    m_settings = {};
+    m_modified = false;
+}
+
+} // namespace lumoplot

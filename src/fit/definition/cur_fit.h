@@ -1,0 +1,251 @@
+// The curve fit of a data set: the model formula in one variable, its named parameters, the text templates
+// that expand inside it, and the settings of the fitting run. It evaluates its model and writes and reads its
+// record; it knows neither the data nor a window. Owned by its data series.
+#pragma once
+
+#include "expr/expression_parser.h"
+#include "stream/reader.h"
+#include "stream/section.h"
+#include "stream/writer.h"
+#include "support/color.h"
+#include "support/export.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumoplot {
+
+class TCurFit;
+struct TFitResult;
+
+/// One parameter of the model.
+class XYGRAPH_EXPORT TDBLParameter {
+public:
+    /// Relative size of the first steps that a fit takes with the parameter.
+    double StartDeviation = 0.01;
+    /// Its standard error after a fit.
+    double FinalDeviation = 1e-05;
+    bool ShowInLegend = false;
+    std::string Description = "Parameter P";
+    std::string Units;
+
+    const std::string& Name() const { return m_name; }
+    double Value() const { return m_value; }
+    bool Vary() const { return m_vary; }
+    /// Ignores an empty text. A name that the owner already has is refused with a message.
+    void SetName(const std::string& name);
+    void SetValue(double value);
+    void SetVary(bool vary);
+    /// Where the value is, for the formulas that are compiled with it.
+    double* ValueRef() { return &m_value; }
+
+private:
+    friend class TCurFit;
+
+    TCurFit* m_owner = nullptr;
+    std::string m_name = "P";
+    double m_value = 0;
+    bool m_vary = false;
+};
+
+/// One template: wherever `Name` occurs in the model it is replaced by `Text`.
+struct TDBLFunction {
+    std::string Name;
+    std::string Text;
+    std::string Description;
+};
+
+/// A definition is one whether or not its formula compiles: loading and copying keep it whole, and the error
+/// comes where it is compiled. Whatever frees parameters also forgets what was compiled with them.
+class XYGRAPH_EXPORT TCurFit : public TExpressionParser {
+public:
+    TCurFit();
+    ~TCurFit() override;
+
+    enum : int { kPowell = 0, kSimplex = 1, kConjugateGradient = 2, kNewton = 3 };
+    enum : int { kNone = 0, kFunction = 1, kFinalResult = 2, kEveryStep = 3 };
+
+    /// Called after every change that `Changed(true)` or a display setter announces.
+    std::function<void(TCurFit&)> OnChange;
+
+    /// Stores `modified` and, when it is true, calls OnChange.
+    void Changed(bool modified);
+    bool Modified() const { return m_modified; }
+    /// The data or the definition has changed since the last fit.
+    bool IsStale() const { return m_stale; }
+    void MarkStale() { m_stale = true; }
+    /// Nothing is to be fitted until the next change.
+    void ClearStale() { m_stale = false; }
+    /// Another number after every change that may show in the curve.
+    std::uint64_t Revision() const { return m_revision; }
+
+    // What is known of the last run; nothing after loading.
+
+    /// Null when there was none, or it was not possible.
+    const TFitResult* Result() const { return m_result.get(); }
+    /// Why the last run was not possible; empty when it was.
+    const std::string& FitError() const { return m_fitError; }
+    /// A run has put its values into the parameters: Modified is set, the fit is not stale, and OnChange is
+    /// called.
+    void FitDone(TFitResult result);
+    /// Takes values, deviations and result from a copy of this fit that has run, and does as FitDone.
+    void TakeRun(const TCurFit& run);
+    /// Takes the values of a copy that is running, silently.
+    void TakeValues(const TCurFit& run);
+    /// A run was not possible. Only OnChange is called.
+    void TakeFailure(const std::string& error);
+
+    const std::string& XVarName() const { return m_settings.XVarName; }
+    const std::string& Expression() const { return m_settings.Expression; }
+    int Status() const { return m_settings.Status; }
+    /// The graph compiles the fit and draws its curve.
+    bool IsEnabled() const { return Status() != kNone; }
+    bool UseLeftMargin() const { return m_settings.UseLeftMargin; }
+    bool UseRightMargin() const { return m_settings.UseRightMargin; }
+    double LeftMargin() const { return m_settings.LeftMargin; }
+    double RightMargin() const { return m_settings.RightMargin; }
+    /// How many places of the curve are computed for drawing it.
+    int NPoints() const { return m_settings.NPoints; }
+    bool ShowCurve() const { return m_settings.ShowCurve; }
+    TColor CurveColor() const { return m_settings.CurveColor; }
+    int CurveStyle() const { return m_settings.CurveStyle; }
+    int CurveWidth() const { return m_settings.CurveWidth; }
+    /// The relative change of parameters and of the sum of squares at which a fit stops.
+    double Tolerance() const { return m_settings.Tolerance; }
+    int IterMax() const { return m_settings.IterMax; }
+    int ProcType() const { return m_settings.ProcType; }
+
+    // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
+    // ignored.
+    void SetXVarName(const std::string& value);
+    void SetExpression(const std::string& value);
+    void SetTolerance(double value);
+    void SetIterMax(int value);
+    void SetProcType(int value);
+    void SetUseLeftMargin(bool value);
+    void SetUseRightMargin(bool value);
+    /// A margin that is not in use is stored without a notification.
+    void SetLeftMargin(double value);
+    void SetRightMargin(double value);
+    // These call OnChange and leave Modified as it is.
+    void SetStatus(int value);
+    void SetNPoints(int value);
+    void SetShowCurve(bool value);
+    void SetCurveColor(TColor value);
+    void SetCurveStyle(int value);
+    void SetCurveWidth(int value);
+
+    // Parameters are numbered from 1; numbers outside are ignored or give null.
+    int NParams() const { return static_cast<int>(m_parameters.size()); }
+    TDBLParameter* Parameter(int number) const;
+    bool IsParameter(std::string_view name) const;
+    /// Takes the parameter; one whose name is already defined (letter case ignored) is refused with a
+    /// message.
+    void AddParameter(std::unique_ptr<TDBLParameter> parameter);
+    void DeleteParameter(int number);
+    void ClearParameters();
+    /// Copies the values by position when both have the same number of parameters.
+    void CopyParameterValues(const TCurFit& other);
+
+    // Templates are numbered from 1 in their order; numbers outside are ignored or give null.
+    int NTemplates() const { return static_cast<int>(m_templates.size()); }
+    TDBLFunction* Template(int number) const;
+    void AddTemplate(std::unique_ptr<TDBLFunction> function);
+    void DeleteTemplate(int number);
+    void TemplateToTop(int number);
+    void TemplateUp(int number);
+    void TemplateDown(int number);
+    void ClearTemplates();
+
+    /// Gives every setting its default; parameters and templates stay.
+    void ResetSettings();
+
+    // The model.
+
+    /// The formula with its templates put in, from the last to the first, letter case ignored; a template's
+    /// text may use the names of those before it. Line breaks and tabs become blanks. Throws EParserException
+    /// "The equation is too long with its templates" beyond kMaxExpandedLength bytes.
+    std::string ExpandedExpression() const;
+    /// Binds the variable and the parameters and compiles the formula, which Evaluate then runs; an empty
+    /// formula compiles to nothing. Throws what AddExpression throws and leaves nothing compiled.
+    void Compile();
+    /// The model at x; kNotANumber while nothing is compiled.
+    double EvaluateAt(double x);
+    /// The names that the compiled formula or an earlier one uses without anybody having defined them.
+    std::vector<std::string> GeneratedNames();
+    /// Where the model reads x.
+    double* XRef() { return &m_x; }
+
+    /// The lines of the settings report.
+    std::vector<std::string> SettingsReport();
+
+    // The three composite records of a data set's and a function file's stream, each a fixed order of items.
+    void WriteDefinition(TxyWriter& writer) const;
+    void ReadDefinition(TxyReader& reader);
+    void WriteSettings(TxyWriter& writer) const;
+    void ReadSettings(TxyReader& reader);
+    void WriteTemplates(TxyWriter& writer) const;
+    void ReadTemplates(TxyReader& reader);
+
+    /// The whole function file: the three records and the end mark.
+    void SaveToStream(TxyWriter& writer) const;
+    /// Replaces parameters, templates and settings by what the stream holds up to its end mark; an error
+    /// leaves all as it was. With `compile` the formula is compiled when it can be.
+    void LoadFromStream(TxyReader& reader, bool compile);
+    /// A function file, replaced whole. Throws as ReplaceFile does.
+    void SaveToFile(const std::string& name) const;
+    /// Throws EFileError for a file that cannot be read, EStreamError or EConvertError for one that holds no
+    /// curve fit; all is then as it was.
+    void LoadFromFile(const std::string& name, bool compile);
+    /// Takes over what the other's function file would hold, compiles it when it can be, and calls OnChange.
+    /// A null does nothing.
+    void Assign(const TCurFit* other);
+
+    static constexpr std::size_t kMaxExpandedLength = 1 << 16;
+
+private:
+    struct TSettings {
+        std::string XVarName = "x";
+        std::string Expression;
+        int Status = kNone;
+        bool UseLeftMargin = false;
+        bool UseRightMargin = false;
+        double LeftMargin = 0;
+        double RightMargin = 0;
+        int NPoints = 150;
+        bool ShowCurve = true;
+        TColor CurveColor = 255;
+        int CurveStyle = 0;
+        int CurveWidth = 1;
+        double Tolerance = 3e-08;
+        int IterMax = 200;
+        int ProcType = kPowell;
+    };
+
+    template <class TField, class TValue>
+    bool Store(TField& field, const TValue& value);
+    void NotifyDisplay();
+    bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
+
+    void Forget();
+    void TryCompile();
+
+    double m_x = 0;
+    TSettings m_settings;
+    bool m_modified = false;
+    bool m_stale = false;
+    std::uint64_t m_revision = 0;
+    std::unique_ptr<const TFitResult> m_result;
+    std::string m_fitError;
+    std::vector<std::unique_ptr<TDBLParameter>> m_parameters;
+    std::vector<std::unique_ptr<TDBLFunction>> m_templates;
+};
+
+/// The function file's section: entries 39, 43 and 45.
+XYGRAPH_EXPORT std::span<const TSectionRow<TCurFit>> CurFitRows();
+
+} // namespace lumoplot

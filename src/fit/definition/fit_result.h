@@ -1,0 +1,50 @@
+// What a run of a curve fit found, and how it ended.
+#pragma once
+
+#include "fit/definition/dense.h"
+#include "support/errors.h"
+#include "support/export.h"
+
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+/// A fit that cannot be run; the text says what is wrong with its definition or its points.
+class XYGRAPH_EXPORT EFitError : public ELumoError {
+public:
+    using ELumoError::ELumoError;
+};
+
+/// How a run ended.
+enum class TFitEnd {
+    Converged,
+    IterationLimit, ///< IterMax was reached before the tolerance
+    NoProgress,     ///< no step improves the fit, but it is no minimum that is known as one
+    NotDetermined,  ///< the points leave some combination of the parameters open
+    Cancelled,      ///< by the user; the best parameters reached are kept
+};
+
+/// "converged", "the iteration limit was reached", …
+XYGRAPH_EXPORT std::string TextOf(TFitEnd end);
+
+struct XYGRAPH_EXPORT TFitResult {
+    TFitEnd End = TFitEnd::Converged;
+    int Iterations = 0;
+    int Evaluations = 0; ///< of the model over all points, with or without its derivatives
+    std::size_t PointsUsed = 0;
+    std::size_t PointsLeftOut = 0; ///< between the margins, but without a value of the model
+    double Rss = 0;                ///< residual sum of squares
+    /// √(Rss / (points − varied parameters)); not-a-number without degrees of freedom.
+    double ResidualSD = 0;
+    double RSquared = 0; ///< 1 − Rss / sum of squares about the mean; not-a-number where all Y are equal
+    /// The numbers (from 1) of the varied parameters, and the covariance of their estimates in this order;
+    /// not-a-number where the points do not determine them.
+    std::vector<int> Varied;
+    TMatrix Covariance;
+
+    /// The standard error of a varied parameter, by its place in Varied.
+    double StandardError(std::size_t place) const;
+};
+
+} // namespace lumoplot

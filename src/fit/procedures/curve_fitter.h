@@ -1,0 +1,31 @@
+// Runs a curve fit: checks its definition, chooses its points, lets the procedure work and writes what was
+// found back into the definition.
+#pragma once
+
+#include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_result.h"
+#include "fit/procedures/fit_check.h"
+#include "support/progress.h"
+
+#include <functional>
+#include <span>
+
+namespace lumoplot {
+
+struct TFitRun {
+    TProgress* Progress = nullptr;     ///< null: nobody watches
+    std::function<void()> OnIteration; ///< called after each iteration, with the best parameters in the fit
+};
+
+/// Fits the model to the points between the margins in use, by least squares; points whose X or Y is not
+/// finite are left out, as are those where the model has no value. `x` and `y` (corrected) have the same
+/// length. Afterwards the varied parameters hold the best values found, also after a cancelled run, and
+/// FinalDeviation their standard errors (0 where there is none). Modified is set, the fit is no longer stale,
+/// and OnChange is called once.
+///
+/// Throws EFitError, EParserException or EConvertError for a fit that cannot be run; its parameters are then
+/// unchanged.
+XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
+                                 const TFitRun& run = {});
+
+} // namespace lumoplot

@@ -1,0 +1,40 @@
+#include "fit/procedures/row_qr.h"
+
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+/// The reflection that maps a column (head on top of tail) onto its head.
+struct TReflection {
+    double head; ///< first element of its vector; the tail is the column's own
+    double scale;
+    std::span<const double> tail;
+
+    void Apply(double& otherHead, std::span<double> otherTail) const {
+        const double factor = (head * otherHead + Dot(tail, otherTail)) * scale;
+        otherHead -= factor * head;
+        AddTimes(otherTail, -factor, tail);
+    }
+};
+
+} // namespace
+
+void TRowQr::AddRows(std::span<double> columns, std::span<double> right) {
+    const std::size_t rows = right.size();
+    const auto columnOf = [&](int j) { return columns.subspan(static_cast<std::size_t>(j) * rows, rows); };
+    for (int j = 0; j < m_triangle.Size(); ++j) {
+        const std::span<double> tail = columnOf(j);
+        const double tailSquare = Dot(tail, tail);
+        if (tailSquare == 0) continue;
+        double& diagonal = m_triangle(j, j);
+        const double norm = -std::copysign(std::sqrt(diagonal * diagonal + tailSquare), diagonal);
+        const double head = diagonal - norm;
+        const TReflection reflection{head, 2 / (head * head + tailSquare), tail};
+        diagonal = norm;
+        for (int k = j + 1; k < m_triangle.Size(); ++k) reflection.Apply(m_triangle(j, k), columnOf(k));
+        reflection.Apply(m_projected[static_cast<std::size_t>(j)], right);
+    }
+}
+
+} // namespace lumoplot

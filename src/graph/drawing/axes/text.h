@@ -1,0 +1,42 @@
+// Texts of a graph in one font: how large they are and how they are drawn. Lengths are units of 1/96 inch and
+// the same on every device.
+#pragma once
+
+#include "graph/drawing/axes/label_text.h"
+#include "graph/drawing/lines/canvas.h"
+
+#include <QFontMetricsF>
+
+namespace lumoplot {
+
+class XYGRAPH_EXPORT TTextStyle {
+public:
+    explicit TTextStyle(const TFontSpec& font);
+
+    double Width(const TLabelText& label) const;
+    double Width(const QString& text) const { return m_metrics.horizontalAdvance(text); }
+    /// From the top of accents to the foot of descenders.
+    double Height() const { return m_metrics.ascent() + m_metrics.descent(); }
+    double Ascent() const { return m_metrics.ascent(); }
+    double CapHeight() const { return m_metrics.capHeight(); }
+    /// The width of an M: what distances between texts are measured by.
+    double Em() const { return m_font.pixelSize(); }
+    /// The text, shortened by "…" at its end where it is wider.
+    QString Fitted(const QString& text, double width) const;
+
+    /// Draws with the left end of the base line at that place.
+    void Draw(const TCanvas& canvas, QPointF baseline, const TLabelText& label) const;
+    void Draw(const TCanvas& canvas, QPointF baseline, const QString& text) const;
+    /// Draws centred in the rectangle; Vertical reads from bottom to top.
+    void DrawCentred(const TCanvas& canvas, const QRectF& rectangle, const QString& text,
+                     Qt::Orientation orientation = Qt::Horizontal) const;
+
+private:
+    QFont m_font;
+    QFont m_exponentFont;
+    QFontMetricsF m_metrics;
+    QFontMetricsF m_exponentMetrics;
+    QColor m_color;
+};
+
+} // namespace lumoplot

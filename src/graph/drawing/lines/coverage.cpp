@@ -1,0 +1,88 @@
+#include "graph/drawing/lines/coverage.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace lumoplot {
+namespace {
+
+constexpr std::size_t kStep = TStampMask::kStep;
+
+QRect InkOf(const QImage& picture) {
+    QRect ink(0, 0, 1, 1);
+    bool isFirst = true;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(picture.pixel(x, y)) == 0) continue;
+            ink = isFirst ? QRect(x, y, 1, 1) : ink | QRect(x, y, 1, 1);
+            isFirst = false;
+        }
+    return ink;
+}
+
+// Written so that the compiler sees sixteen pixels that nothing else touches.
+void LetThrough(std::uint8_t* target, const std::uint16_t* mask) {
+    std::array<std::uint8_t, kStep> clear;
+    std::array<std::uint16_t, kStep> part;
+    std::memcpy(clear.data(), target, kStep);
+    std::memcpy(part.data(), mask, kStep * sizeof(std::uint16_t));
+    for (std::size_t i = 0; i < kStep; ++i)
+        clear[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(clear[i] * part[i]) >> 8);
+    std::memcpy(target, clear.data(), kStep);
+}
+
+// Colours of a picture with premultiplied opacity, by coverage.
+std::array<QRgb, 256> ShadesOf(const QColor& color) {
+    std::array<QRgb, 256> shades;
+    for (int i = 0; i < 256; ++i)
+        shades[static_cast<std::size_t>(i)] =
+            qPremultiply(qRgba(color.red(), color.green(), color.blue(), i));
+    return shades;
+}
+
+} // namespace
+
+TStampMask::TStampMask(const QImage& stamp)
+    : m_place(InkOf(stamp)),
+      m_stride((static_cast<std::size_t>(m_place.width()) + kStep - 1) / kStep * kStep),
+      m_rows(m_stride * static_cast<std::size_t>(m_place.height()), 256) {
+    for (int y = 0; y < m_place.height(); ++y)
+        for (int x = 0; x < m_place.width(); ++x) {
+            const int clear = 255 - qAlpha(stamp.pixel(m_place.topLeft() + QPoint(x, y)));
+            m_rows[static_cast<std::size_t>(y) * m_stride + static_cast<std::size_t>(x)] =
+                static_cast<std::uint16_t>(clear + (clear >> 7));
+        }
+}
+
+TCoverage::TCoverage(std::int64_t width, std::int64_t height)
+    : m_width(width), m_height(height), m_stride(width + static_cast<std::int64_t>(4 * kStep)), m_top(height),
+      m_clear(static_cast<std::size_t>(m_stride * height), 255) {
+}
+
+void TCoverage::Take(const TStampMask& mask, std::int64_t x, std::int64_t y) {
+    x += mask.Offset().x();
+    y += mask.Offset().y();
+    const auto height = static_cast<std::int64_t>(mask.Height());
+    m_top = std::min(m_top, y);
+    m_bottom = std::max(m_bottom, y + height - 1);
+    std::uint8_t* target = m_clear.data() + y * m_stride + x;
+    for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride)
+        for (std::size_t start = 0; start < mask.Stride(); start += kStep)
+            LetThrough(target + start, mask.Row(row) + start);
+}
+
+void TCoverage::Draw(QPainter& painter, QPointF corner, const QColor& color) const {
+    if (m_bottom < m_top) return;
+    const std::array<QRgb, 256> shades = ShadesOf(color);
+    QImage picture(static_cast<int>(m_width), static_cast<int>(m_bottom - m_top + 1),
+                   QImage::Format_ARGB32_Premultiplied);
+    for (std::int64_t y = m_top; y <= m_bottom; ++y) {
+        const std::uint8_t* source = m_clear.data() + y * m_stride;
+        auto* target = reinterpret_cast<QRgb*>(picture.scanLine(static_cast<int>(y - m_top)));
+        for (std::int64_t x = 0; x < m_width; ++x) target[x] = shades[255 - source[x]];
+    }
+    painter.drawImage(corner + QPointF(0, static_cast<double>(m_top)), picture);
+}
+
+} // namespace lumoplot

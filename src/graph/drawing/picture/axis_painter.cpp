@@ -1,0 +1,87 @@
+#include "graph/drawing/picture/axis_painter.h"
+
+#include "graph/model/appearance.h"
+#include "graph/model/graph.h"
+
+namespace lumoplot {
+namespace {
+
+constexpr double kLineWidth = 1;
+constexpr double kMinorPart = 0.5; // of the tick length
+
+bool LinesPrintedPlain(const TCanvas& canvas, const TAppearance& appearance) {
+    return canvas.IsPrinting() && !appearance.PrintLineStyle();
+}
+
+void DrawGridOf(const TCanvas& canvas, const TAxisLayout& axis, const QRectF& plot, const QPen& pen) {
+    for (const TTick& tick : axis.Ticks()) {
+        if (tick.Kind == TTickKind::Minor) continue;
+        const double place = axis.Map().Position(tick.Value);
+        if (axis.IsHorizontal())
+            canvas.DrawStraight({place, plot.bottom()}, {place, plot.top()}, pen);
+        else
+            canvas.DrawStraight({plot.left(), place}, {plot.right(), place}, pen);
+    }
+}
+
+QPointF OutwardsOf(TAxisSide side) {
+    switch (side) {
+    case TAxisSide::Below: return {0, 1};
+    case TAxisSide::Above: return {0, -1};
+    case TAxisSide::Left: return {-1, 0};
+    case TAxisSide::Right: break;
+    }
+    return {1, 0};
+}
+
+void DrawLineAndTicks(const TCanvas& canvas, const TAxisLayout& axis, const QRectF& plot, const QPen& pen) {
+    const double half = pen.widthF() / 2;
+    if (axis.IsHorizontal())
+        canvas.DrawStraight({plot.left() - half, axis.Line()}, {plot.right() + half, axis.Line()}, pen);
+    else
+        canvas.DrawStraight({axis.Line(), plot.bottom() + half}, {axis.Line(), plot.top() - half}, pen);
+    if (axis.TickLength() <= 0) return;
+    const QPointF outwards = OutwardsOf(axis.Side());
+    for (const TTick& tick : axis.Ticks()) {
+        const double place = axis.Map().Position(tick.Value);
+        const QPointF foot = axis.IsHorizontal() ? QPointF(place, axis.Line()) : QPointF(axis.Line(), place);
+        const double length = axis.TickLength() * (tick.Kind == TTickKind::Major ? 1 : kMinorPart);
+        canvas.DrawStraight(foot, foot + outwards * (length + half), pen);
+    }
+}
+
+void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts& fonts) {
+    const TTextStyle& style = fonts.Labels;
+    for (const TTick& tick : axis.Ticks()) {
+        if (tick.Label.IsEmpty()) continue;
+        const QRectF place = axis.LabelPlace(tick, fonts);
+        // Beside a vertical axis the digits, not the whole line of text, are centred on the tick.
+        const double baseline =
+            axis.IsHorizontal() ? place.top() + style.Ascent() : place.center().y() + style.CapHeight() / 2;
+        style.Draw(canvas, {place.left(), baseline}, tick.Label);
+    }
+    const auto orientation = axis.IsHorizontal() ? Qt::Horizontal : Qt::Vertical;
+    fonts.Titles.DrawCentred(canvas, axis.TitlePlace(), axis.Title(), orientation);
+}
+
+} // namespace
+
+void DrawGrid(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {
+    const TAppearance& appearance = *graph.Appearance();
+    const TPenStyle style = LinesPrintedPlain(canvas, appearance) ? TPenStyle::Solid : appearance.GridStyle();
+    const QPen pen = canvas.Pen(appearance.GridColor(), style, kLineWidth);
+    for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY})
+        if (axis->Axis().Gridlines()) DrawGridOf(canvas, *axis, layout.Plot(), pen);
+}
+
+void DrawAxes(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {
+    const TAppearance& appearance = *graph.Appearance();
+    const QPen pen = canvas.Pen(appearance.AxesColor(), TPenStyle::Solid, kLineWidth);
+    for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY}) {
+        if (!axis->Axis().ShowAxis()) continue;
+        DrawLineAndTicks(canvas, *axis, layout.Plot(), pen);
+        if (appearance.ShowGraphLabels()) DrawLabels(canvas, *axis, layout.Fonts());
+    }
+}
+
+} // namespace lumoplot

@@ -1,0 +1,151 @@
+#include "graph/drawing/picture/drawing.h"
+
+#include "graph/drawing/picture/axis_painter.h"
+#include "graph/drawing/picture/background_picture.h"
+#include "graph/drawing/picture/legend_painter.h"
+#include "graph/drawing/picture/mark_painter.h"
+#include "graph/drawing/picture/series_painter.h"
+#include "graph/model/appearance.h"
+#include "graph/model/axis.h"
+#include "graph/model/child_graph.h"
+#include "graph/model/dimensions.h"
+#include "graph/mouse/drawing_hook.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+class TGraphPainter {
+public:
+    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
+        : m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()), m_rectangle(rectangle) {}
+
+    /// Returns where the plot lies; nothing when there is none.
+    std::optional<TPlotMap> Draw() const {
+        DrawMargins();
+        if (!m_graph.HasContent()) return DrawNotice(QStringLiteral("Waiting for the data..."));
+        if (m_graph.ScaleFailed() || !HasRanges())
+            return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
+        const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
+        if (!layout.HasPlot()) return std::nullopt;
+        DrawPlot(layout);
+        DrawAxes(m_canvas, m_graph, layout);
+        TTextStyle(m_appearance.CaptionFont())
+            .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
+        DrawLegend(m_canvas, m_graph, m_rectangle);
+        return PlotMapOf(layout);
+    }
+
+private:
+    static TPlotMap PlotMapOf(const TGraphLayout& layout) {
+        const TAxisLayouts& axes = layout.Axes();
+        const auto placeOf = [](const TAxisLayout& axis) {
+            return axis.Axis().ShowAxis() ? axis.TextPlace() : QRectF();
+        };
+        return {layout.Plot(),
+                axes.X.Map(),
+                axes.Y.Map(),
+                axes.SecondY.Map(),
+                {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)}};
+    }
+
+    bool FillsBackground() const { return !m_canvas.IsPrinting() || m_appearance.PrintBkgndColor(); }
+
+    void DrawMargins() const {
+        if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+        const QImage picture = BackgroundPicture(m_appearance.bkgdImageFile());
+        if (picture.isNull()) return;
+        QPainter& painter = m_canvas.Painter();
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        if (m_appearance.StretchBkgd()) return painter.drawImage(m_rectangle, picture);
+        // Not every vector format cuts off what lies outside a clip rectangle.
+        const QRectF shown = QRectF(QPointF(), m_rectangle.size()) & QRectF(picture.rect());
+        painter.drawImage(QRectF(m_rectangle.topLeft(), shown.size()), picture, shown);
+    }
+
+    std::optional<TPlotMap> DrawNotice(const QString& text) const {
+        TFontSpec font = m_appearance.CaptionFont();
+        font.Size = std::max(font.Size, 12);
+        TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
+        return std::nullopt;
+    }
+
+    bool HasRanges() const {
+        const std::array axes = {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()};
+        return std::ranges::all_of(axes, [](const TAxis* axis) {
+            return axis->Min() < axis->Max() && (!axis->LogScale() || axis->Min() > 0);
+        });
+    }
+
+    void DrawPlot(const TGraphLayout& layout) const {
+        const double half = 0.5 / m_canvas.PixelsPerUnit();
+        const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
+        const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
+        if (FillsBackground() && !hasPicture) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
+        DrawGrid(m_canvas, m_graph, layout);
+        const QRectF visible = m_appearance.PlotOffGraph() ? m_rectangle : plot;
+        for (const auto& series : m_graph.Series()) DrawSeries(m_canvas, *series, layout, visible);
+        DrawMarks(m_canvas, m_graph, layout);
+        DrawCrossAtZero(m_canvas, m_graph, layout);
+    }
+
+    const TCanvas& m_canvas;
+    const TxyGraph& m_graph;
+    const TAppearance& m_appearance;
+    QRectF m_rectangle;
+};
+
+// A file may hold any fraction. What lies farther than a widget could reach shows nothing, and the ticks
+// along it would be without number.
+double WithinReach(double units) {
+    constexpr double kReach = 32000;
+    return std::isfinite(units) ? std::clamp(units, -kReach, kReach) : 0;
+}
+
+QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
+    const TDimensions& place = *child.Dimensions();
+    return {WithinReach(parent.left() + place.HorPosition() * parent.width()),
+            WithinReach(parent.top() + place.VerPosition() * parent.height()),
+            WithinReach(place.HorSize() * parent.width()), WithinReach(place.VerSize() * parent.height())};
+}
+
+std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+                                     TDrawPurpose purpose) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return std::nullopt;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle).Draw();
+    painter.restore();
+    return map;
+}
+
+std::optional<TPlotMap> DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
+    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show);
+}
+
+const bool g_installed = (InstallDrawing(DrawPanel), true);
+
+} // namespace
+
+void DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+               const TDrawOptions& options) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
+    DrawOneGraph(painter, graph, rectangle, options.Purpose);
+    if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    for (const auto& child : graph.ChildGraphs())
+        DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
+    painter.restore();
+}
+
+void PrepareWithChildGraphs(TxyGraph& graph) {
+    graph.PrepareForDrawing();
+    for (const auto& child : graph.ChildGraphs()) PrepareWithChildGraphs(*child);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,232 @@
+#include "graph/file/graph_file.h"
+
+#include "graph/model/child_graph.h"
+#include "support/errors.h"
+#include "support/number_text.h"
+#include "support/replace_file.h"
+
+namespace lumoplot {
+namespace {
+
+constexpr const char* kSignature = "xygg06.01";
+constexpr int kLargestCount = 65535;
+
+template <class T>
+void WriteSection(TxyWriter& writer, const char* header, const char* name,
+                  std::span<const TSectionRow<T>> rows, const T& object) {
+    writer.WriteString(kSectionHeader, header, name);
+    WriteEntries(writer, rows, object);
+}
+
+void WriteCount(TxyWriter& writer, std::size_t count) {
+    if (count > kLargestCount) throw EGraphFileError("A graph can hold at most 65535 data sets and marks");
+    const int value = static_cast<int>(count);
+    if (writer.Encoding() == TEncoding::Compact) {
+        writer.WriteBareString("I");
+        writer.WriteBareInteger(value);
+    } else {
+        writer.WriteBareString("S");
+        writer.WriteBareString(std::to_string(value));
+    }
+}
+
+[[noreturn]] void ThrowNoGraphFile() {
+    throw EGraphFileError("Not a valid graph file");
+}
+
+int ReadCount(TxyReader& reader) {
+    const int count =
+        reader.ReadBareString() == "I" ? reader.ReadBareInteger() : ParseInteger(reader.ReadBareString());
+    if (count < 0 || count > kLargestCount) ThrowNoGraphFile();
+    return count;
+}
+
+void CheckSignature(TxyReader& reader) {
+    std::string signature;
+    try {
+        signature = reader.ReadBareString();
+    } catch (const EStreamError&) {
+        ThrowNoGraphFile();
+    }
+    if (!signature.starts_with("xygg")) ThrowNoGraphFile();
+    if (signature.size() < 5 || signature[4] != '0') throw EGraphFileError("Wrong Graph version");
+}
+
+class TUpdateHold {
+public:
+    explicit TUpdateHold(TxyGraph& graph) : m_graph(graph) { m_graph.BeginUpdate(); }
+    ~TUpdateHold() { m_graph.EndUpdate(); }
+    TUpdateHold(const TUpdateHold&) = delete;
+    TUpdateHold& operator=(const TUpdateHold&) = delete;
+
+private:
+    TxyGraph& m_graph;
+};
+
+} // namespace
+
+void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points) {
+    WriteSection(writer, "", "Series", SeriesRows(), series);
+    series.WriteToStream(writer, points == TPoints::Include);
+}
+
+void ReadSeries(TxyReader& reader, TSeries& series) {
+    ReadEntries(reader, SeriesRows(), series);
+    series.ReadFromStream(reader);
+}
+
+void SaveSeriesToFile(const TSeries& series, const std::string& name) {
+    TBytes bytes;
+    TxyWriter writer(bytes);
+    WriteSeries(writer, series, TPoints::Include);
+    ReplaceFile(name, bytes);
+}
+
+void LoadSeriesFromFile(TSeries& series, const std::string& name) {
+    const TBytes bytes = ReadWholeFile(name);
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    TSeries loaded(series.Graph(), series.SeriesIndex());
+    loaded.SetUpdateDepth(true);
+    ReadSeries(reader, loaded);
+    series.CopyFrom(loaded);
+}
+
+/// One loading or saving of a graph file, child graphs included.
+class TGraphFile {
+public:
+    static void Save(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+        graph.m_savedWithData = points == TPoints::Include;
+        SaveSettings(bytes, graph);
+        TxyWriter writer(bytes);
+        for (const auto& series : graph.Series()) WriteSeries(writer, *series, points);
+        for (const auto& [id, mark] : graph.Marks().Marks())
+            WriteSection(writer, "Section:", "Mark", MarkRows(), mark);
+        AppendInteger(bytes, graph.ChildGraphCount(), 4);
+        for (const auto& child : graph.ChildGraphs()) Save(bytes, *child, points);
+    }
+
+    explicit TGraphFile(TByteSource& source) : m_source(source) {}
+
+    void Load(TxyGraph& graph, int depth) {
+        const TUpdateHold hold(graph);
+        graph.FreeAllSeries();
+        graph.ClearMarks();
+        graph.ClearChildGraphs();
+        graph.ResetToDefaults();
+        LoadSettings(graph);
+        LoadSeries(graph);
+        LoadMarks(graph);
+        LoadChildren(graph, depth);
+        graph.Appearance()->ApplyHeldIndices();
+        graph.SelectMark(1);
+        graph.NeedRescale();
+        graph.RequestRepaint(true);
+    }
+
+private:
+    static void SaveSettings(TBytes& bytes, const TxyGraph& graph) {
+        TxyWriter writer(bytes);
+        writer.WriteBareString(kSignature);
+        WriteSection(writer, "Section", "Appearance", AppearanceRows(), *graph.Appearance());
+        WriteSection(writer, "Section:", "Dimensions", DimensionsRows(), *graph.Dimensions());
+        for (const TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()})
+            WriteSection(writer, "Section:", "Axis", AxisRows(), *axis);
+        WriteSection(writer, "Section:", "Legend", LegendRows(), *graph.Legend());
+        WriteCount(writer, graph.Series().size());
+        WriteCount(writer, graph.Marks().Marks().size());
+    }
+
+    void LoadSettings(TxyGraph& graph) {
+        TxyReader reader(m_source);
+        CheckSignature(reader);
+        ReadEntries(reader, AppearanceRows(), *graph.Appearance());
+        ReadEntries(reader, DimensionsRows(), *graph.Dimensions());
+        for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()})
+            ReadEntries(reader, AxisRows(), *axis);
+        ReadEntries(reader, LegendRows(), *graph.Legend());
+        m_seriesCount = ReadCount(reader);
+        m_markCount = ReadCount(reader);
+    }
+
+    void LoadSeries(TxyGraph& graph) {
+        TxyReader reader(m_source);
+        for (int number = 1; number <= m_seriesCount; ++number) {
+            TSeries* series = graph.FindSeries(number);
+            ReadSeries(reader, series ? *series : *graph.AddSeriesNumbered(number));
+        }
+    }
+
+    void LoadMarks(TxyGraph& graph) {
+        TxyReader reader(m_source);
+        for (int i = 0; i < m_markCount; ++i) {
+            TGraphMark mark;
+            ReadEntries(reader, MarkRows(), mark);
+            graph.SetMark(mark);
+        }
+    }
+
+    void LoadChildren(TxyGraph& graph, int depth) {
+        const int count = m_source.TakeInteger(4);
+        m_childGraphs += count;
+        const bool possible =
+            count >= 0 && count <= TxyGraph::kMaxChildGraphs && m_childGraphs <= TxyGraph::kMaxChildGraphs;
+        if (!possible || (count > 0 && depth >= TxyGraph::kMaxNesting)) ThrowNoGraphFile();
+        for (int i = 0; i < count; ++i) {
+            TxyChildGr* child = graph.AddChildGraph();
+            Load(*child, depth + 1);
+            child->FollowParent();
+        }
+    }
+
+    TByteSource& m_source;
+    int m_seriesCount = 0;
+    int m_markCount = 0;
+    std::int64_t m_childGraphs = 0;
+};
+
+void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) const {
+    TGraphFile::Save(bytes, *this, points);
+}
+
+void TxyGraph::LoadFromStream(TByteSource& source) {
+    TGraphFile(source).Load(*this, 0);
+}
+
+void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
+    TBytes bytes;
+    SaveToStream(bytes, points);
+    ReplaceFile(name, bytes);
+}
+
+void TxyGraph::LoadFromFile(const std::string& name) {
+    const TBytes bytes = ReadWholeFile(name);
+    TByteSource source(bytes);
+    LoadFromStream(source);
+}
+
+void TxyGraph::CopyFrom(const TxyGraph& source) {
+    if (&source == this) return;
+    TBytes bytes;
+    source.SaveToStream(bytes, TPoints::Include);
+    TByteSource copy(bytes);
+    LoadFromStream(copy);
+}
+
+void TSeries::CopyFrom(const TSeries& other) {
+    if (&other == this) return;
+    TBytes bytes;
+    TxyWriter writer(bytes, TEncoding::Compact);
+    WriteSeries(writer, other, TPoints::LeaveOut);
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    const bool held = m_updateDepth;
+    SetUpdateDepth(true);
+    Clear();
+    ReadSeries(reader, *this);
+    CopyPointsFrom(other);
+    TakeSourceState(other);
+    SetUpdateDepth(held);
+}
+
+} // namespace lumoplot

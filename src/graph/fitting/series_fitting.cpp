@@ -1,0 +1,109 @@
+#include "graph/fitting/series_fitting.h"
+
+#include "fit/procedures/curve_fitter.h"
+#include "graph/model/graph.h"
+#include "support/progress_maker.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kPatienceMs = 200;
+
+/// Asks for the progress of the windows only when the work takes long, and stops work whose graph has gone.
+class TLateProgress final : public TProgress {
+public:
+    explicit TLateProgress(std::function<bool()> isWanted) : m_isWanted(std::move(isWanted)) {
+        m_sinceStart.start();
+    }
+
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
+        m_caption = caption;
+        m_minimum = minimum;
+        m_maximum = maximum;
+        if (m_shown) m_shown->Begin(caption, minimum, maximum);
+    }
+
+    [[nodiscard]] bool StepTo(std::int64_t position) override {
+        if (!m_isWanted()) return false;
+        if (!m_shown && m_sinceStart.elapsed() < kPatienceMs) return true;
+        if (!m_shown) {
+            m_shown = MakeProgress();
+            m_shown->Begin(m_caption, m_minimum, m_maximum);
+        }
+        return m_shown->StepTo(position) && m_isWanted();
+    }
+
+private:
+    std::function<bool()> m_isWanted;
+    QElapsedTimer m_sinceStart;
+    std::unique_ptr<TProgress> m_shown;
+    std::string m_caption;
+    std::int64_t m_minimum = 0;
+    std::int64_t m_maximum = 0;
+};
+
+class TSeriesFit {
+public:
+    explicit TSeriesFit(TSeries& series) : m_series(series), m_graph(&series.Graph()) {
+        m_work.Assign(&series.CurveFit());
+        const TPointChain& points = series.Points();
+        for (std::size_t block = 0; block < points.BlockCount(); ++block) {
+            const TPointSpans run = points.Block(block);
+            m_x.insert(m_x.end(), run.X.begin(), run.X.end());
+            for (std::size_t i = 0; i < run.X.size(); ++i)
+                m_y.push_back(series.CorrectedY(run.X[i], run.Y[i]));
+        }
+    }
+
+    void Run() {
+        Fit().ClearStale();
+        TLateProgress progress([this] { return IsWanted(); });
+        TFitRun run{&progress, {}};
+        if (Fit().Status() == TCurFit::kEveryStep) run.OnIteration = [this] { ShowStep(); };
+        try {
+            RunFit(m_work, m_x, m_y, run);
+            if (IsWanted()) Fit().TakeRun(m_work);
+        } catch (const ELumoError& error) {
+            if (IsWanted()) Fit().TakeFailure(error.what());
+        }
+    }
+
+private:
+    TCurFit& Fit() const { return m_series.CurveFit(); }
+
+    bool IsThere() const {
+        return m_graph &&
+               std::ranges::any_of(m_graph->Series(), [this](const auto& s) { return s.get() == &m_series; });
+    }
+    bool IsWanted() const { return IsThere() && !Fit().IsStale(); }
+
+    void ShowStep() {
+        if (!IsWanted()) return;
+        Fit().TakeValues(m_work);
+        m_graph->RequestRepaint(true);
+        m_graph->repaint();
+    }
+
+    TSeries& m_series;
+    QPointer<TxyGraph> m_graph;
+    TCurFit m_work;
+    std::vector<double> m_x;
+    std::vector<double> m_y;
+};
+
+} // namespace
+
+bool HasPendingFit(const TSeries& series) {
+    const TCurFit& fit = series.CurveFit();
+    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.Status() > TCurFit::kFunction;
+}
+
+void RunPendingFit(TSeries& series) {
+    TSeriesFit(series).Run();
+}
+
+} // namespace lumoplot

@@ -1,0 +1,96 @@
+#include "graph/loading/source_loading.h"
+
+#include "data/series/ds_info.h"
+#include "graph/file/graph_file.h"
+#include "graph/model/holder.h"
+#include "sources/text/series_supplier.h"
+#include "support/errors.h"
+#include "support/message_sink.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace lumoplot {
+namespace {
+
+// A data-set file brings its own settings; what says where the points come from stays.
+bool LoadDataFile(TSeries& series) {
+    const TDSInfo source = series.DataSourceInfo();
+    LoadSeriesFromFile(series, SourceFileOf(series));
+    series.DataSourceInfo() = source;
+    series.DataSourceInfo().SetNeedsReload(false);
+    series.SetThinned(false);
+    return true;
+}
+
+TTextSource SheetOf(const TSeries& series) {
+    const TSheetOffer& sheets = series.Graph().Holder()->Sheets();
+    if (!sheets) throw EFileError("No sheet is offered by the application that holds this graph");
+    const std::string& name = series.DataSourceInfo().SourceName();
+    return {name, sheets.Text(name)};
+}
+
+TTextSource TextSourceOf(const TSeries& series) {
+    const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
+    return isSheet ? SheetOf(series) : TTextSource(SourceFileOf(series));
+}
+
+bool LoadTextSource(TSeries& series, TProgress& progress, TTextReport& report) {
+    TTextLoadOptions options;
+    options.budget = series.Graph().PointBudget();
+    options.wishes = series.TextWishes();
+    report = LoadTextSeries(series, TextSourceOf(series), options, progress);
+    if (report.cancelled) return false;
+    const bool isBudgeted = series.DataSourceInfo().AutoRowHitFreq() && report.samplingFrequency > 1;
+    series.SetThinned(isBudgeted && series.Graph().EditorMode());
+    series.SetSourceRows({report.rowsChosen, report.rowsUsed});
+    return true;
+}
+
+} // namespace
+
+std::string SourceFileOf(const TSeries& series) {
+    const QString name = QString::fromStdString(series.DataSourceInfo().SourceName());
+    const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
+    if (name.isEmpty() || directory.isEmpty() || QFileInfo(name).isAbsolute() || QFileInfo::exists(name))
+        return name.toStdString();
+    return QDir(directory).filePath(name).toStdString();
+}
+
+bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
+    TTextReport own;
+    switch (series.DataSourceInfo().Kind()) {
+    case TSourceKind::TextFile:
+    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, report ? *report : own);
+    case TSourceKind::DataFile: return LoadDataFile(series);
+    case TSourceKind::Manual: break;
+    }
+    return true;
+}
+
+TTextPreview PreviewSource(const TSeries& series, int maxRows) {
+    return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes(),
+                       {series.XColExpr(), series.YColExpr()});
+}
+
+void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {
+    const std::size_t count = std::min(graph.Series().size(), from.Series().size());
+    for (std::size_t i = 0; i < count; ++i) graph.Series()[i]->TakeSourceState(*from.Series()[i]);
+}
+
+void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progress) {
+    const std::size_t count = std::min(graph.Series().size(), edited.Series().size());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!edited.Series()[i]->IsThinned()) continue;
+        TSeries& series = *graph.Series()[i];
+        const std::string name = series.SeriesName();
+        try {
+            if (!LoadFromSource(series, progress)) return;
+        } catch (const std::exception& error) { // the host's functions may throw what they like
+            ShowMessage(error.what(), TMessageKind::Error);
+        }
+        series.SetSeriesName(name); // as it was edited
+    }
+}
+
+} // namespace lumoplot

@@ -1,0 +1,97 @@
+#include "graph/model/appearance.h"
+
+#include "graph/model/graph.h"
+#include "graph/model/holder.h"
+
+namespace lumoplot {
+namespace {
+
+constexpr double kStepsRatio = 2.5;
+constexpr int kLargestMaxSteps = 90;
+
+} // namespace
+
+void TAppearance::SetAllowDuplicates(bool value) {
+    m_allowDuplicates = value;
+    for (const auto& series : Graph().Series()) series->SetDuplicatesAllowed(value);
+    Redraw();
+}
+
+void TAppearance::SetXAxisSerIndex(int value) {
+    if (value == m_xAxisSerIndex) return;
+    const TSeries* series = Graph().FindSeries(value);
+    m_xAxisSerIndex = series && !series->DuplicatesAllowed() ? value : 0;
+    for (const auto& each : Graph().Series()) each->SetUseXAxisSeries(m_xAxisSerIndex > 0);
+    Graph().NeedRescale();
+    Redraw();
+}
+
+void TAppearance::SetCurrSerIndex(int value) {
+    const int count = Graph().SeriesCount();
+    m_currSerIndex = value > count ? count : value > 0 ? value : count > 0 ? 1 : 0;
+}
+
+void TAppearance::ApplyHeldIndices() {
+    SetCurrSerIndex(m_holdCurrSerIndex);
+    SetXAxisSerIndex(m_holdXAxisSerIndex);
+}
+
+void TAppearance::SetGraphTitle(const std::string& value) {
+    if (value == m_graphTitle) return;
+    const std::string& id = Graph().Holder()->ID();
+    if (id.empty() || id == m_graphTitle + " DATA") Graph().SetHolderID(value + " DATA");
+    Store(m_graphTitle, value);
+}
+
+void TAppearance::SetMinSteps(int value) {
+    if (value > 0 && value < m_maxSteps / kStepsRatio) m_minSteps = value;
+    Redraw();
+}
+
+void TAppearance::SetMaxSteps(int value) {
+    if (m_minSteps * kStepsRatio < value && value <= kLargestMaxSteps) m_maxSteps = value;
+    Redraw();
+}
+
+void TAppearance::SetFiledMinSteps(int value) {
+    m_filedMinSteps = value;
+    SetMinSteps(value);
+}
+
+void TAppearance::SetFiledMaxSteps(int value) {
+    SetMaxSteps(value);
+    SetMinSteps(m_filedMinSteps);
+}
+
+void TAppearance::ResetToDefaults() {
+    m_allowDuplicates = false;
+    SetXAxisSerIndex(0); // the data sets know, too
+    m_holdXAxisSerIndex = 0;
+    m_holdCurrSerIndex = 0;
+    m_filedMinSteps = 0;
+    m_axesColor = kBlack;
+    m_backgroundColor = Graph().Color();
+    m_marginColor = Graph().Color();
+    m_printBkgndColor = false;
+    m_bkgdImageFile.clear();
+    m_stretchBkgd = false;
+    m_errorCaption = "MAX/MIN VALUES INCONSISTENT";
+    m_gridColor = kSilver;
+    m_gridStyle = TPenStyle::Dot;
+    m_showGraphLabels = true;
+    m_plotOffGraph = false;
+    m_showMarks = false;
+    m_showTicks = true;
+    m_graphTitle.clear();
+    m_minSteps = 5;
+    m_maxSteps = 50;
+    m_titleFont = m_captionFont = m_labelFont = Graph().Font();
+    m_crossAtZero = false;
+    m_crossColor = kRed;
+    m_crossLength = 4;
+    m_printLineStyle = true;
+    m_dataDirectory.clear();
+    Redraw();
+}
+
+} // namespace lumoplot

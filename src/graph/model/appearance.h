@@ -1,0 +1,158 @@
+// Colours, fonts and flags of a graph, its title, and which data set is current and which one serves as X.
+// Owned by its graph.
+#pragma once
+
+#include "graph/model/settings.h"
+
+namespace lumoplot {
+
+class XYGRAPH_EXPORT TAppearance : public TGraphSettings {
+    Q_OBJECT
+    Q_PROPERTY(bool AllowDuplicates READ AllowDuplicates WRITE SetAllowDuplicates)
+    Q_PROPERTY(int XAxisSerIndex READ XAxisSerIndex WRITE SetXAxisSerIndex)
+    Q_PROPERTY(int CurrSerIndex READ CurrSerIndex WRITE SetCurrSerIndex)
+    Q_PROPERTY(int AxesColor READ AxesColor WRITE SetAxesColor)
+    Q_PROPERTY(int BackgroundColor READ BackgroundColor WRITE SetBackgroundColor)
+    Q_PROPERTY(int MarginColor READ MarginColor WRITE SetMarginColor)
+    Q_PROPERTY(bool PrintBkgndColor READ PrintBkgndColor WRITE SetPrintBkgndColor)
+    Q_PROPERTY(std::string bkgdImageFile READ bkgdImageFile WRITE SetbkgdImageFile)
+    Q_PROPERTY(bool StretchBkgd READ StretchBkgd WRITE SetStretchBkgd)
+    Q_PROPERTY(std::string ErrorCaption READ ErrorCaption WRITE SetErrorCaption)
+    Q_PROPERTY(int GridColor READ GridColor WRITE SetGridColor)
+    Q_PROPERTY(TPenStyle GridStyle READ GridStyle WRITE SetGridStyle)
+    Q_PROPERTY(bool ShowGraphLabels READ ShowGraphLabels WRITE SetShowGraphLabels)
+    Q_PROPERTY(bool PlotOffGraph READ PlotOffGraph WRITE SetPlotOffGraph)
+    Q_PROPERTY(bool ShowMarks READ ShowMarks WRITE SetShowMarks)
+    Q_PROPERTY(bool ShowTicks READ ShowTicks WRITE SetShowTicks)
+    Q_PROPERTY(std::string GraphTitle READ GraphTitle WRITE SetGraphTitle)
+    Q_PROPERTY(int MinSteps READ MinSteps WRITE SetMinSteps)
+    Q_PROPERTY(int MaxSteps READ MaxSteps WRITE SetMaxSteps)
+    Q_PROPERTY(TFontSpec TitleFont READ TitleFont WRITE SetTitleFont)
+    Q_PROPERTY(TFontSpec CaptionFont READ CaptionFont WRITE SetCaptionFont)
+    Q_PROPERTY(TFontSpec LabelFont READ LabelFont WRITE SetLabelFont)
+    Q_PROPERTY(bool CrossAtZero READ CrossAtZero WRITE SetCrossAtZero)
+    Q_PROPERTY(int CrossColor READ CrossColor WRITE SetCrossColor)
+    Q_PROPERTY(int Crosslength READ Crosslength WRITE SetCrosslength)
+    Q_PROPERTY(bool PrintLineStyle READ PrintLineStyle WRITE SetPrintLineStyle)
+
+public:
+    explicit TAppearance(TxyGraph& graph) : TGraphSettings(graph) {}
+
+    bool AllowDuplicates() const { return m_allowDuplicates; }
+    int XAxisSerIndex() const { return m_xAxisSerIndex; }
+    int CurrSerIndex() const { return m_currSerIndex; }
+    TColor AxesColor() const { return m_axesColor; }
+    TColor BackgroundColor() const { return m_backgroundColor; }
+    TColor MarginColor() const { return m_marginColor; }
+    bool PrintBkgndColor() const { return m_printBkgndColor; }
+    const std::string& bkgdImageFile() const { return m_bkgdImageFile; }
+    bool StretchBkgd() const { return m_stretchBkgd; }
+    /// Drawn in place of the plot when scaling fails.
+    const std::string& ErrorCaption() const { return m_errorCaption; }
+    TColor GridColor() const { return m_gridColor; }
+    TPenStyle GridStyle() const { return m_gridStyle; }
+    bool ShowGraphLabels() const { return m_showGraphLabels; }
+    /// Points beyond the axes' ranges are drawn too, outside the plot area.
+    bool PlotOffGraph() const { return m_plotOffGraph; }
+    bool ShowMarks() const { return m_showMarks; }
+    bool ShowTicks() const { return m_showTicks; }
+    const std::string& GraphTitle() const { return m_graphTitle; }
+    int MinSteps() const { return m_minSteps; }
+    int MaxSteps() const { return m_maxSteps; }
+    /// Font of the axes' titles.
+    const TFontSpec& TitleFont() const { return m_titleFont; }
+    /// Font of the graph's title.
+    const TFontSpec& CaptionFont() const { return m_captionFont; }
+    const TFontSpec& LabelFont() const { return m_labelFont; }
+    bool CrossAtZero() const { return m_crossAtZero; }
+    TColor CrossColor() const { return m_crossColor; }
+    int Crosslength() const { return m_crossLength; }
+    /// Lines are printed in their styles.
+    bool PrintLineStyle() const { return m_printLineStyle; }
+    /// Folder that relative source names are looked up in. Filed with the points only.
+    const std::string& DataDirectory() const { return m_dataDirectory; }
+
+    /// Also sets the duplicates flag of every data set.
+    void SetAllowDuplicates(bool value);
+    /// Number of the data set whose Y values serve as X of the others; 0 for none. A number without a data
+    /// set, or of one that holds duplicates, becomes 0.
+    void SetXAxisSerIndex(int value);
+    /// Number of the current data set: clamped to the series count; 0 and below become 1 where there is a
+    /// data set.
+    void SetCurrSerIndex(int value);
+    /// Values of a graph file, applied by ApplyHeldIndices when the data sets exist.
+    void SetHoldXAxisSerIndex(int value) { m_holdXAxisSerIndex = value; }
+    void SetHoldCurrSerIndex(int value) { m_holdCurrSerIndex = value; }
+    void ApplyHeldIndices();
+    /// Stores the number that the X data set has been given; nothing else changes.
+    void FollowXAxisSeries(int number) { m_xAxisSerIndex = number; }
+    void SetAxesColor(TColor value) { Store(m_axesColor, value); }
+    void SetBackgroundColor(TColor value) { Store(m_backgroundColor, value); }
+    void SetMarginColor(TColor value) { Store(m_marginColor, value); }
+    void SetPrintBkgndColor(bool value) { m_printBkgndColor = value; }
+    void SetbkgdImageFile(const std::string& value) { Store(m_bkgdImageFile, value); }
+    void SetStretchBkgd(bool value) { Store(m_stretchBkgd, value); }
+    void SetErrorCaption(const std::string& value) { Store(m_errorCaption, value); }
+    void SetGridColor(TColor value) { Store(m_gridColor, value); }
+    void SetGridStyle(TPenStyle value) { StoreEnum(m_gridStyle, value, TPenStyle::DashDotDot); }
+    void SetShowGraphLabels(bool value) { Store(m_showGraphLabels, value); }
+    void SetPlotOffGraph(bool value) { Store(m_plotOffGraph, value); }
+    void SetShowMarks(bool value) { Store(m_showMarks, value); }
+    void SetShowTicks(bool value) { Store(m_showTicks, value); }
+    /// The holder's ID follows as the title + " DATA" unless it was given another text.
+    void SetGraphTitle(const std::string& value);
+    /// Accepted when it is above 0 and below MaxSteps / 2.5.
+    void SetMinSteps(int value);
+    /// Accepted when it is above MinSteps x 2.5 and at most 90.
+    void SetMaxSteps(int value);
+    void SetTitleFont(const TFontSpec& value) { Store(m_titleFont, value); }
+    void SetCaptionFont(const TFontSpec& value) { Store(m_captionFont, value); }
+    void SetLabelFont(const TFontSpec& value) { Store(m_labelFont, value); }
+    void SetCrossAtZero(bool value) { Store(m_crossAtZero, value); }
+    void SetCrossColor(TColor value) { Store(m_crossColor, value); }
+    void SetCrosslength(int value) { StoreWord(m_crossLength, value); }
+    void SetPrintLineStyle(bool value) { m_printLineStyle = value; }
+    void SetDataDirectory(const std::string& value) { m_dataDirectory = value; }
+
+    // Reading a file's pair through the setters in file order would lose legal pairs, so MinSteps is kept and
+    // applied once more behind MaxSteps.
+    void SetFiledMinSteps(int value);
+    void SetFiledMaxSteps(int value);
+
+    /// Gives everything its default but CurrSerIndex, which the graph resets.
+    void ResetToDefaults();
+
+private:
+    bool m_allowDuplicates = false;
+    int m_xAxisSerIndex = 0;
+    int m_currSerIndex = 0;
+    int m_holdXAxisSerIndex = 0;
+    int m_holdCurrSerIndex = 0;
+    int m_filedMinSteps = 0;
+    TColor m_axesColor = kBlack;
+    TColor m_backgroundColor = kWhite;
+    TColor m_marginColor = kWhite;
+    bool m_printBkgndColor = false;
+    std::string m_bkgdImageFile;
+    bool m_stretchBkgd = false;
+    std::string m_errorCaption = "MAX/MIN VALUES INCONSISTENT";
+    TColor m_gridColor = kSilver;
+    TPenStyle m_gridStyle = TPenStyle::Dot;
+    bool m_showGraphLabels = true;
+    bool m_plotOffGraph = false;
+    bool m_showMarks = false;
+    bool m_showTicks = true;
+    std::string m_graphTitle;
+    int m_minSteps = 5;
+    int m_maxSteps = 50;
+    TFontSpec m_titleFont;
+    TFontSpec m_captionFont;
+    TFontSpec m_labelFont;
+    bool m_crossAtZero = false;
+    TColor m_crossColor = kRed;
+    int m_crossLength = 4;
+    bool m_printLineStyle = true;
+    std::string m_dataDirectory;
+};
+
+} // namespace lumoplot

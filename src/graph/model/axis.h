@@ -1,0 +1,165 @@
+// One axis of a graph: X, Y or the second Y. Holds the displayed range, how it follows the data, and how
+// labels, ticks and the axis line look. Owned by its graph.
+#pragma once
+
+#include "graph/model/axis_scale.h"
+#include "graph/model/settings.h"
+
+namespace lumoplot {
+
+enum class TAxisRole { X, Y, SecondY };
+
+class XYGRAPH_EXPORT TAxis : public TGraphSettings {
+    Q_OBJECT
+    Q_PROPERTY(std::string Title READ Title WRITE SetTitle)
+    Q_PROPERTY(int LabelDecimals READ LabelDecimals WRITE SetLabelDecimals)
+    Q_PROPERTY(bool AutoLabelDecimals READ AutoLabelDecimals WRITE SetAutoLabelDecimals)
+    Q_PROPERTY(int LogCycleDivisions READ LogCycleDivisions WRITE SetLogCycleDivisions)
+    Q_PROPERTY(bool LogScale READ LogScale WRITE SetLogScale)
+    Q_PROPERTY(TLabelFormat LabelFormat READ LabelFormat WRITE SetLabelFormat)
+    Q_PROPERTY(double Max READ Max WRITE SetMax)
+    Q_PROPERTY(double Min READ Min WRITE SetMin)
+    Q_PROPERTY(double StepSize READ StepSize WRITE SetStepSize)
+    Q_PROPERTY(double MinScaleLength READ MinScaleLength WRITE SetMinScaleLength)
+    Q_PROPERTY(bool ShowAsTime READ ShowAsTime WRITE SetShowAsTime)
+    Q_PROPERTY(std::string DateTimeFormat READ DateTimeFormat WRITE SetDateTimeFormat)
+    Q_PROPERTY(Dateticks DateTickType READ DateTickType WRITE SetDateTickType)
+    Q_PROPERTY(bool EnableAutoTitle READ EnableAutoTitle WRITE SetEnableAutoTitle)
+    Q_PROPERTY(bool ShowAxis READ ShowAxis WRITE SetShowAxis)
+    Q_PROPERTY(bool Reversed READ Reversed WRITE SetReversed)
+    Q_PROPERTY(TAxisOffsetType OffsetType READ OffsetType WRITE SetOffsetType)
+    Q_PROPERTY(double Offset READ Offset WRITE SetOffset)
+    Q_PROPERTY(bool Gridlines READ Gridlines WRITE SetGridlines)
+    Q_PROPERTY(bool AutoSizing READ AutoSizing WRITE SetAutoSizing)
+    Q_PROPERTY(bool AutoStepping READ AutoStepping WRITE SetAutoStepping)
+
+public:
+    enum TLabelFormat : int { lfFixed, lfExp, lfAuto };
+    Q_ENUM(TLabelFormat)
+    enum Dateticks : int {
+        dt_minute,
+        dt_5minute,
+        dt_halfhourly,
+        dt_hourly,
+        dt_daily,
+        dt_weekly,
+        dt_monthly,
+        dt_2monthly,
+        dt_quarterly,
+        dt_annually,
+        dt_decade,
+        dt_century,
+        dt_custom
+    };
+    Q_ENUM(Dateticks)
+    enum TAxisOffsetType : int { ao_Minimum, ao_Maximum, ao_percentage, ao_absolute };
+    Q_ENUM(TAxisOffsetType)
+
+    TAxis(TxyGraph& graph, TAxisRole role);
+
+    TAxisRole Role() const { return m_role; }
+    /// True only for the second Y axis.
+    bool IsSecondY() const { return m_role == TAxisRole::SecondY; }
+
+    const std::string& Title() const { return m_title; }
+    int LabelDecimals() const { return m_labelDecimals; }
+    bool AutoLabelDecimals() const { return m_autoLabelDecimals; }
+    int LogCycleDivisions() const { return m_logCycleDivisions; }
+    bool LogScale() const { return m_logScale; }
+    TLabelFormat LabelFormat() const { return m_labelFormat; }
+    double Max() const { return m_max; }
+    double Min() const { return m_min; }
+    double StepSize() const { return m_stepSize; }
+    double MinScaleLength() const { return m_minScaleLength; }
+    bool ShowAsTime() const { return m_showAsTime; }
+    const std::string& DateTimeFormat() const { return m_dateTimeFormat; }
+    Dateticks DateTickType() const { return m_dateTickType; }
+    bool EnableAutoTitle() const { return m_enableAutoTitle; }
+    bool ShowAxis() const { return m_showAxis; }
+    bool Reversed() const { return m_reversed; }
+    TAxisOffsetType OffsetType() const { return m_offsetType; }
+    double Offset() const { return m_offset; }
+    bool Gridlines() const { return m_gridlines; }
+    bool AutoSizing() const { return m_autoSizing; }
+    bool AutoStepping() const { return m_autoStepping; }
+
+    void SetTitle(const std::string& value) { Store(m_title, value); }
+    void SetLabelDecimals(int value) { Store(m_labelDecimals, value); }
+    void SetAutoLabelDecimals(bool value) { Store(m_autoLabelDecimals, value); }
+    void SetLogCycleDivisions(int value) { StoreWord(m_logCycleDivisions, value); }
+    /// Switching on moves a Min that is not positive to 0.001 x Max, after a Max that is not positive
+    /// became 10.
+    void SetLogScale(bool value);
+    void SetLabelFormat(TLabelFormat value) { StoreEnum(m_labelFormat, value, lfAuto); }
+    /// Setting Min or Max turns AutoSizing off, also for an equal value; what is not finite is ignored. No
+    /// step can be found for a Min that is not below Max: then AutoSizing and AutoStepping are turned on,
+    /// until the other end of the range is set. With a usable step of the user's it stays as it is.
+    void SetMax(double value);
+    void SetMin(double value);
+    /// Turns AutoStepping off, also for an equal value; what is not finite is ignored.
+    void SetStepSize(double value);
+    void SetMinScaleLength(double value);
+    void SetShowAsTime(bool value) { Store(m_showAsTime, value); }
+    void SetDateTimeFormat(const std::string& value) { Store(m_dateTimeFormat, value); }
+    void SetDateTickType(Dateticks value) { StoreEnum(m_dateTickType, value, dt_custom); }
+    void SetEnableAutoTitle(bool value) { Store(m_enableAutoTitle, value); }
+    void SetShowAxis(bool value) { Store(m_showAxis, value); }
+    void SetReversed(bool value) { Store(m_reversed, value); }
+    void SetOffsetType(TAxisOffsetType value) { StoreEnum(m_offsetType, value, ao_absolute); }
+    void SetOffset(double value) { Store(m_offset, value); }
+    void SetGridlines(bool value) { Store(m_gridlines, value); }
+    void SetAutoSizing(bool value);
+    void SetAutoStepping(bool value);
+
+    void ResetToDefaults();
+
+    // Scaling, run by the graph before it draws.
+
+    /// Smallest and largest value of the data shown on this axis, as the graph collected them; min > max for
+    /// none.
+    double DataMin() const { return m_dataMin; }
+    double DataMax() const { return m_dataMax; }
+    void SetDataExtent(double min, double max);
+    void ClearDataExtent();
+    bool HasData() const { return m_dataMin <= m_dataMax; }
+    /// Brings the range and the step up to date with the data and the settings. Redraws nothing.
+    /// Throws EScaleError with the texts of AutoRange, or TITLE + "Axis MIN exceeds axis MAX".
+    void Rescale();
+    /// Pixels per unit (per unit of natural logarithm on a logarithmic axis) over `plotLength` pixels.
+    /// Throws EScaleError TITLE + "Axis MIN exceeds axis MAX" where Min is not below Max.
+    double ScaleFactor(double plotLength) const;
+
+private:
+    void CheckRange() const;
+    void ApplyAutoRange();
+    void ApplyAutoLogRange();
+    void ApplyMinScaleLength();
+    void UpdateStep();
+
+    TAxisRole m_role;
+    std::string m_title;
+    int m_labelDecimals = 1;
+    bool m_autoLabelDecimals = false;
+    int m_logCycleDivisions = 2;
+    bool m_logScale = false;
+    TLabelFormat m_labelFormat = lfAuto;
+    double m_max = 1;
+    double m_min = 0;
+    double m_stepSize = 0.2;
+    double m_minScaleLength = 0;
+    bool m_showAsTime = false;
+    std::string m_dateTimeFormat = "dd-mmm";
+    Dateticks m_dateTickType = dt_minute;
+    bool m_enableAutoTitle = true;
+    bool m_showAxis = true;
+    bool m_reversed = false;
+    TAxisOffsetType m_offsetType = ao_Minimum;
+    double m_offset = 0;
+    bool m_gridlines = true;
+    bool m_autoSizing = true;
+    bool m_autoStepping = true;
+    double m_dataMin = 0;
+    double m_dataMax = -1;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,91 @@
+// Margins and distances of a graph in pixels of 1/96 inch, its placement on paper, and (for a child graph)
+// its place in the parent as fractions of the parent's size.
+#pragma once
+
+#include "graph/model/settings.h"
+
+namespace lumoplot {
+
+class XYGRAPH_EXPORT TDimensions : public TGraphSettings {
+    Q_OBJECT
+    Q_PROPERTY(int BottomMargin READ BottomMargin WRITE SetBottomMargin)
+    Q_PROPERTY(int LeftMargin READ LeftMargin WRITE SetLeftMargin)
+    Q_PROPERTY(int RightMargin READ RightMargin WRITE SetRightMargin)
+    Q_PROPERTY(int TopMargin READ TopMargin WRITE SetTopMargin)
+    Q_PROPERTY(int TickLength READ TickLength WRITE SetTickLength)
+    Q_PROPERTY(int XAxisTitleOffset READ XAxisTitleOffset WRITE SetXAxisTitleOffset)
+    Q_PROPERTY(int XAxisLabelOffset READ XAxisLabelOffset WRITE SetXAxisLabelOffset)
+    Q_PROPERTY(int YAxisTitleOffset READ YAxisTitleOffset WRITE SetYAxisTitleOffset)
+    Q_PROPERTY(int YAxisLabelOffset READ YAxisLabelOffset WRITE SetYAxisLabelOffset)
+    Q_PROPERTY(int GraphTitleOffset READ GraphTitleOffset WRITE SetGraphTitleOffset)
+    Q_PROPERTY(int PrintXOffsetPct READ PrintXOffsetPct WRITE SetPrintXOffsetPct)
+    Q_PROPERTY(int PrintYOffsetPct READ PrintYOffsetPct WRITE SetPrintYOffsetPct)
+    Q_PROPERTY(int PrintScalePct READ PrintScalePct WRITE SetPrintScalePct)
+    Q_PROPERTY(double HorPosition READ HorPosition WRITE SetHorPosition)
+    Q_PROPERTY(double VerPosition READ VerPosition WRITE SetVerPosition)
+    Q_PROPERTY(double HorSize READ HorSize WRITE SetHorSize)
+    Q_PROPERTY(double VerSize READ VerSize WRITE SetVerSize)
+
+public:
+    explicit TDimensions(TxyGraph& graph) : TGraphSettings(graph) {}
+
+    int BottomMargin() const { return m_bottomMargin; }
+    int LeftMargin() const { return m_leftMargin; }
+    int RightMargin() const { return m_rightMargin; }
+    int TopMargin() const { return m_topMargin; }
+    int TickLength() const { return m_tickLength; }
+    int XAxisTitleOffset() const { return m_xAxisTitleOffset; }
+    int XAxisLabelOffset() const { return m_xAxisLabelOffset; }
+    int YAxisTitleOffset() const { return m_yAxisTitleOffset; }
+    int YAxisLabelOffset() const { return m_yAxisLabelOffset; }
+    int GraphTitleOffset() const { return m_graphTitleOffset; }
+    int PrintXOffsetPct() const { return m_printXOffsetPct; }
+    int PrintYOffsetPct() const { return m_printYOffsetPct; }
+    int PrintScalePct() const { return m_printScalePct; }
+    double HorPosition() const { return m_horPosition; }
+    double VerPosition() const { return m_verPosition; }
+    double HorSize() const { return m_horSize; }
+    double VerSize() const { return m_verSize; }
+
+    void SetBottomMargin(int value) { StoreWord(m_bottomMargin, value); }
+    void SetLeftMargin(int value) { StoreWord(m_leftMargin, value); }
+    void SetRightMargin(int value) { StoreWord(m_rightMargin, value); }
+    void SetTopMargin(int value) { StoreWord(m_topMargin, value); }
+    void SetTickLength(int value) { StoreWord(m_tickLength, value); }
+    void SetXAxisTitleOffset(int value) { Store(m_xAxisTitleOffset, value); }
+    void SetXAxisLabelOffset(int value) { Store(m_xAxisLabelOffset, value); }
+    void SetYAxisTitleOffset(int value) { Store(m_yAxisTitleOffset, value); }
+    void SetYAxisLabelOffset(int value) { Store(m_yAxisLabelOffset, value); }
+    void SetGraphTitleOffset(int value) { Store(m_graphTitleOffset, value); }
+    void SetPrintXOffsetPct(int value) { StoreWord(m_printXOffsetPct, value); }
+    void SetPrintYOffsetPct(int value) { StoreWord(m_printYOffsetPct, value); }
+    void SetPrintScalePct(int value) { StoreWord(m_printScalePct, value); }
+    void SetHorPosition(double value) { Store(m_horPosition, value); }
+    void SetVerPosition(double value) { Store(m_verPosition, value); }
+    void SetHorSize(double value) { Store(m_horSize, value); }
+    void SetVerSize(double value) { Store(m_verSize, value); }
+
+    /// Gives everything its default but the place in the parent, which belongs to the child graph's life.
+    void ResetToDefaults();
+
+private:
+    int m_bottomMargin = 40;
+    int m_leftMargin = 40;
+    int m_rightMargin = 15;
+    int m_topMargin = 30;
+    int m_tickLength = 4;
+    int m_xAxisTitleOffset = 4;
+    int m_xAxisLabelOffset = 2;
+    int m_yAxisTitleOffset = 4;
+    int m_yAxisLabelOffset = 2;
+    int m_graphTitleOffset = 7;
+    int m_printXOffsetPct = 5;
+    int m_printYOffsetPct = 20;
+    int m_printScalePct = 90;
+    double m_horPosition = 0;
+    double m_verPosition = 0;
+    double m_horSize = 1;
+    double m_verSize = 1;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,109 @@
+#include "graph/model/graph.h"
+
+#include "graph/model/child_graph.h"
+#include "graph/model/holder.h"
+#include "support/errors.h"
+
+#include <QEvent>
+#include <QMetaMethod>
+#include <QPainter>
+#include <cmath>
+#include <utility>
+
+namespace lumoplot {
+
+void TGraphSettings::Redraw() {
+    m_graph.RequestRepaint(true);
+}
+
+void TxyGraph::SetHolderID(const std::string& id) {
+    m_holder->SetID(id);
+}
+
+void TxyGraph::SetPointBudget(int value) {
+    m_pointBudget = std::max(1, value);
+}
+
+void TxyGraph::ResetToDefaults() {
+    m_appearance->SetCurrSerIndex(m_highestNumber);
+    m_marks.Select(0);
+    m_xAxis->ResetToDefaults();
+    m_yAxis->ResetToDefaults();
+    m_yAxisSecond->ResetToDefaults();
+    m_dimensions->ResetToDefaults();
+    m_appearance->ResetToDefaults();
+    m_legend->ResetToDefaults();
+    ForgetZoomHistory();
+    NeedRescale();
+}
+
+void TxyGraph::SetMark(const TGraphMark& mark) {
+    m_marks.Set(mark);
+    RequestFullRepaint();
+}
+
+int TxyGraph::AddMark(const TGraphMark& mark) {
+    const int id = m_marks.Add(mark);
+    RequestFullRepaint();
+    return id;
+}
+
+bool TxyGraph::DeleteMark(int id) {
+    const bool deleted = m_marks.Delete(id);
+    if (deleted) RequestFullRepaint();
+    return deleted;
+}
+
+void TxyGraph::ClearMarks() {
+    m_marks.Clear();
+    RequestFullRepaint();
+}
+
+TxyChildGr* TxyGraph::AddChildGraph() {
+    m_children.push_back(std::make_unique<TxyChildGr>(*this));
+    TxyChildGr* child = m_children.back().get();
+    connect(child, &TxyGraph::OnUserChange, this, &TxyGraph::OnUserChange);
+    child->FollowParent();
+    if (isVisible()) child->show();
+    return child;
+}
+
+void TxyGraph::ClearChildGraphs() {
+    m_children.clear();
+    RequestFullRepaint();
+}
+
+void TxyGraph::RequestRepaint(bool repaint) {
+    if (repaint == m_repaintRequested) return;
+    m_repaintRequested = repaint;
+    if (repaint && !m_updating) update();
+}
+
+void TxyGraph::RequestFullRepaint() {
+    RequestRepaint(true);
+}
+
+void TxyGraph::EndUpdate() {
+    if (m_repaintRequested) update();
+    m_updating = false;
+}
+
+void TxyGraph::SeriesChanged() {
+    NeedRescale();
+    RequestRepaint(true);
+}
+
+bool TxyGraph::HasDesigner() const {
+    return isSignalConnected(QMetaMethod::fromSignal(&TxyGraph::OnWantDesigner));
+}
+
+void TxyGraph::SetPlottedPointLimit(int value) {
+    m_plottedPointLimit = std::max(1, value);
+    RequestRepaint(true);
+}
+
+void TxyGraph::Assign(const QObject* source) {
+    if (const auto* graph = qobject_cast<const TxyGraph*>(source)) CopyFrom(*graph);
+}
+
+} // namespace lumoplot

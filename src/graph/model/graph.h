@@ -1,0 +1,242 @@
+// The graph component: a panel that owns everything a plot consists of (data sets, axes, settings groups,
+// marks, child graphs). It holds state, keeps the axes in step with the data and asks for repaints;
+// graph/drawing draws it.
+#pragma once
+
+#include "graph/model/appearance.h"
+#include "graph/model/axis.h"
+#include "graph/model/dimensions.h"
+#include "graph/model/legend.h"
+#include "graph/model/mark.h"
+#include "graph/model/resizable_panel.h"
+#include "graph/model/series.h"
+#include "stream/items.h"
+
+#include <QImage>
+#include <QPainter>
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+class TDrawnExtents;
+class TGraphMouse;
+class TxyChildGr;
+class TxyHolder;
+
+/// Whether a file or stream carries the points of the data sets.
+enum class TPoints { Include, LeaveOut };
+
+class XYGRAPH_EXPORT TxyGraph : public TReSizablePanel {
+    Q_OBJECT
+    Q_PROPERTY(lumoplot::TAxis* XAxis READ XAxis CONSTANT)
+    Q_PROPERTY(lumoplot::TAxis* YAxis READ YAxis CONSTANT)
+    Q_PROPERTY(lumoplot::TAxis* YAxis_Second READ YAxis_Second CONSTANT)
+    Q_PROPERTY(lumoplot::TDimensions* Dimensions READ Dimensions CONSTANT)
+    Q_PROPERTY(lumoplot::TAppearance* Appearance READ Appearance CONSTANT)
+    Q_PROPERTY(lumoplot::TLegend* Legend READ Legend CONSTANT)
+
+public:
+    static constexpr int kHostPointBudget = 5000;
+    static constexpr int kEditorPointBudget = 500;
+    static constexpr int kPlottedPointLimit = 1000000;
+    /// Child graphs may be nested so deep, and a file may hold so many of them.
+    static constexpr int kMaxNesting = 64;
+    static constexpr int kMaxChildGraphs = 4096;
+
+    explicit TxyGraph(QWidget* parent = nullptr);
+    ~TxyGraph() override;
+
+    TAxis* XAxis() const { return m_xAxis.get(); }
+    TAxis* YAxis() const { return m_yAxis.get(); }
+    TAxis* YAxis_Second() const { return m_yAxisSecond.get(); }
+    TDimensions* Dimensions() const { return m_dimensions.get(); }
+    TAppearance* Appearance() const { return m_appearance.get(); }
+    TLegend* Legend() const { return m_legend.get(); }
+    TxyHolder* Holder() const { return m_holder.get(); }
+    /// Stores the identifier of the graph's data holder.
+    void SetHolderID(const std::string& id);
+    /// Colour and font that the settings start from.
+    TColor Color() const { return kWhite; }
+    TFontSpec Font() const { return {}; }
+
+    // The chain of data sets.
+
+    const std::vector<std::unique_ptr<TSeries>>& Series() const { return m_series; }
+    TSeries* FirstSeries() const { return m_series.empty() ? nullptr : m_series.front().get(); }
+    /// How many of the numbers 1, 2, 3, … have a data set, up to the first gap.
+    int SeriesCount() const;
+    /// The data set with that number, or null.
+    TSeries* FindSeries(int number) const;
+    /// Appends a new data set under the next number, which is returned.
+    int AddSeries();
+    /// Appends a data set under a number of the caller's choice, which no data set has.
+    TSeries* AddSeriesNumbered(int number);
+    /// Makes the data set with that number the first one and renumbers; false when there is none.
+    bool MoveSeriesToFirst(int number);
+    /// Deletes the data set with that number and renumbers; false when there is none.
+    bool DeleteSeries(int number);
+    /// Numbers the data sets 1, 2, … in chain order. The X data set keeps its role under its new number.
+    void RenumberSeries();
+    /// Sorts by name, letter case ignored; equal names keep their order. Then renumbers; the last one is
+    /// current.
+    void SortSeriesByName();
+    void ReverseSeries();
+    void FreeAllSeries();
+
+    // Marks.
+
+    const TMarkChain& Marks() const { return m_marks; }
+    void SetMark(const TGraphMark& mark);
+    int AddMark(const TGraphMark& mark);
+    bool DeleteMark(int id);
+    void ClearMarks();
+    void SelectMark(int id) { m_marks.Select(id); }
+    /// Takes the baseline of a data set from a mark; tells through the message sink why it cannot.
+    void SetBaselineFromMark(int markId, int seriesNumber);
+
+    // Child graphs.
+
+    const std::vector<std::unique_ptr<TxyChildGr>>& ChildGraphs() const { return m_children; }
+    int ChildGraphCount() const { return static_cast<int>(m_children.size()); }
+    TxyChildGr* AddChildGraph();
+    void ClearChildGraphs();
+
+    // Repaints.
+
+    /// Asks for a repaint (true) or withdraws the request (false); requests coalesce.
+    void RequestRepaint(bool repaint);
+    bool RepaintRequested() const { return m_repaintRequested; }
+    /// Between these calls nothing is repainted; EndUpdate repaints when somebody asked for it meanwhile.
+    void BeginUpdate() { m_updating = true; }
+    void EndUpdate();
+    /// The axes must be scaled anew before the next drawing.
+    void NeedRescale() { m_needsRescale = true; }
+    /// A data set has changed: rescale and repaint.
+    void SeriesChanged();
+
+    /// Brings everything that a drawing reads up to date: extents, axes, and the regressions and curve fits
+    /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
+    /// runs pending fits when it has painted.
+    void PrepareForDrawing();
+    /// A fit is running: nothing of it must be expected to be final.
+    bool IsFitting() const { return m_isFitting; }
+    /// The last scaling failed; ErrorCaption is drawn in place of the plot.
+    bool ScaleFailed() const { return m_scaleFailed; }
+    /// There is something to draw: a data set with points, or a mark.
+    bool HasContent() const;
+
+    // The user.
+
+    /// What the mouse and the keys do over the graph.
+    TGraphMouse& Mouse() const { return *m_mouse; }
+    /// Somebody listens to OnWantDesigner.
+    bool HasDesigner() const;
+    /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
+    /// filed.
+    int PlottedPointLimit() const { return m_plottedPointLimit; }
+    void SetPlottedPointLimit(int value);
+
+    // Reading data from sources.
+
+    /// In editor mode the suppliers load a preview budget of 500 points.
+    bool EditorMode() const { return m_editorMode; }
+    void SetEditorMode(bool value) { m_editorMode = value; }
+    /// How many points a supplier loads for this graph with automatic row sampling, at least 1. Not filed.
+    int PointBudget() const { return m_editorMode ? kEditorPointBudget : m_pointBudget; }
+    void SetPointBudget(int value);
+
+    // Files and copies.
+
+    /// Writes the whole graph in the format of docs/graph-file.md; `points` goes to child graphs as well.
+    void SaveToStream(TBytes& bytes, TPoints points) const;
+    /// Replaces the content by what the stream holds from its position. On an error (EGraphFileError "Not a
+    /// valid graph file" or "Wrong Graph version", EStreamError, EConvertError) what was read so far stays.
+    void LoadFromStream(TByteSource& source);
+    /// Saves to a file, which is replaced whole. Throws EFileError "Can not save to file NAME".
+    void SaveTemplate(const std::string& name, TPoints points) const;
+    void LoadFromFile(const std::string& name);
+    /// Takes over everything that a graph file of `source` with points would carry.
+    void CopyFrom(const TxyGraph& source);
+    /// As CopyFrom when `source` is a graph; does nothing otherwise.
+    void Assign(const QObject* source);
+    /// Gives all settings their defaults; data sets, marks and child graphs stay.
+    void ResetToDefaults();
+    /// The points were included when the graph was last saved.
+    bool SavedWithData() const { return m_savedWithData; }
+
+    QSize sizeHint() const override { return {640, 480}; }
+
+Q_SIGNALS:
+    // Data sets are told of when they first meet the condition, and again when they meet it anew.
+
+    /// A data set has values that a logarithmic axis can not show.
+    void OnLogError(lumoplot::TSeries* series);
+    void OnNewSeries(lumoplot::TSeries* series);
+    /// The data set is about to be removed.
+    void OnDeleteSeries(lumoplot::TSeries* series);
+    /// A data set exceeds the limit of plotted points.
+    void OnTooManyPoints(lumoplot::TSeries* series);
+    /// The range or the step of an axis is another one than in the last picture.
+    void OnRescale();
+    /// The user has changed the graph with the mouse or the keys: the ranges of its axes, or those or the
+    /// place of a child graph.
+    void OnUserChange();
+    void OnScaleError();
+    /// The picture of the graph has been drawn; what a listener draws becomes part of it.
+    void OnPaintEnd(QPainter* painter);
+    /// The user asks for the graph's settings to be edited.
+    void OnWantDesigner();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    friend class TGraphFile;
+
+    std::vector<std::unique_ptr<TSeries>>::iterator Place(int number);
+    void Relink();
+    void Rescale();
+    void CollectExtents();
+    void UpdateForDrawing();
+    bool RunPendingFits();
+    void SchedulePendingFits();
+    void RequestFullRepaint();
+    void ForgetZoomHistory();
+    void TellAboutSeries();
+    void DrawPicture(QPainter& painter);
+    void RenewPicture(double pixelRatio);
+
+    // The settings below ask for repaints while they are made, so the flags come first.
+    bool m_needsRescale = false;
+    bool m_scaleFailed = false;
+    bool m_repaintRequested = false;
+    bool m_updating = false;
+    bool m_isFitting = false;
+    bool m_fitsScheduled = false;
+    bool m_editorMode = false;
+    mutable bool m_savedWithData = false;
+    std::unique_ptr<TDimensions> m_dimensions;
+    std::unique_ptr<TAppearance> m_appearance;
+    std::unique_ptr<TAxis> m_xAxis;
+    std::unique_ptr<TAxis> m_yAxis;
+    std::unique_ptr<TAxis> m_yAxisSecond;
+    std::unique_ptr<TLegend> m_legend;
+    std::unique_ptr<TxyHolder> m_holder;
+    std::vector<std::unique_ptr<TSeries>> m_series;
+    TMarkChain m_marks;
+    std::vector<std::unique_ptr<TxyChildGr>> m_children;
+    int m_highestNumber = 0;
+    int m_pointBudget = kHostPointBudget;
+    int m_plottedPointLimit = kPlottedPointLimit;
+    std::unique_ptr<TDrawnExtents> m_extents;
+    std::array<TAxisRange, 3> m_toldRanges; ///< of the last OnRescale
+    QImage m_picture; ///< what the widget shows below what the mouse draws; null when stale
+    std::unique_ptr<TGraphMouse> m_mouse;
+};
+
+} // namespace lumoplot

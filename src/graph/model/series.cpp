@@ -1,0 +1,146 @@
+#include "graph/model/series.h"
+
+#include "data/series/ds_info.h"
+#include "graph/model/graph.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kLastFilledNumber = 8;
+
+std::uint64_t NextStamp() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
+TColor ColorOfNumber(int number) {
+    static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
+                                                       kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
+                                                       kSkyBlue, kGray,  kMoneyGreen, kPurple};
+    return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
+}
+
+// How many standard deviations away from the mean bounds lie.
+std::vector<int> DistancesOf(TBoundsType type) {
+    switch (type) {
+    case TBoundsType::OneSD: return {-1, 1};
+    case TBoundsType::TwoSD: return {-2, 2};
+    case TBoundsType::ThreeSD: return {-3, 3};
+    case TBoundsType::AllSD: return {-3, -2, -1, 1, 2, 3};
+    case TBoundsType::None:
+    case TBoundsType::SetValues: break;
+    }
+    return {};
+}
+
+TPointShape ShapeOfNumber(int number) {
+    using enum TPointShape;
+    static constexpr std::array<TPointShape, 8> kShapes = {XCross,     Circle,       Square, Diamond,
+                                                           UpTriangle, DownTriangle, Star,   Cross};
+    return kShapes[static_cast<std::size_t>(std::max(0, number % 8))];
+}
+
+} // namespace
+
+TSeries::TSeries(TxyGraph& graph, int number)
+    : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
+      m_fillPoints(number <= kLastFilledNumber), m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0),
+      m_lineColor(ColorOfNumber(number)), m_pointColor(m_lineColor), m_pointShape(ShapeOfNumber(number)) {
+    m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
+    SetSeriesName("DataSet " + std::to_string(number));
+    SetDuplicatesAllowed(graph.Appearance()->AllowDuplicates());
+    m_updateDepth = m_changedWhileHeld = false;
+}
+
+bool TSeries::IsOnSecondY() const {
+    return m_yAxisOfSeries == m_graph.YAxis_Second();
+}
+
+template <class TField, class TValue>
+void TSeries::Store(TField& field, const TValue& value) {
+    if (field == value) return;
+    field = value;
+    Changed(kStyleChanged);
+}
+
+void TSeries::StoreWord(int& field, int value) {
+    Store(field, std::clamp(value, 0, 65535));
+}
+
+template <class TEnum>
+void TSeries::StoreEnum(TEnum& field, TEnum value, TEnum last) {
+    if (static_cast<int>(value) >= 0 && value <= last) Store(field, value);
+}
+
+template void TSeries::Store(bool&, const bool&);
+template void TSeries::Store(TColor&, const TColor&);
+template void TSeries::Store(double&, const double&);
+template void TSeries::StoreEnum(TPenStyle&, TPenStyle, TPenStyle);
+template void TSeries::StoreEnum(TBoundsType&, TBoundsType, TBoundsType);
+
+void TSeries::SetYAxisOfSeries(TAxis* value) {
+    if (value == m_graph.YAxis() || value == m_graph.YAxis_Second()) Store(m_yAxisOfSeries, value);
+}
+
+int TSeries::FittingSize(int size) const {
+    size = std::clamp(size, 0, 65535);
+    if (m_pointShape == TPointShape::WidePoint) return size;
+    size = std::max(size, 2);
+    return size + size % 2;
+}
+
+void TSeries::SetPointShape(TPointShape value) {
+    StoreEnum(m_pointShape, value, TPointShape::DownTriangle);
+    Store(m_pointSize, FittingSize(m_pointSize));
+}
+
+void TSeries::SetPointSize(int value) {
+    Store(m_pointSize, FittingSize(value));
+}
+
+std::vector<double> TSeries::BoundLevels() const {
+    std::vector<double> levels;
+    if (m_boundsType == TBoundsType::SetValues) levels = {m_lowerBound, m_upperBound};
+    const std::vector<int> distances = DistancesOf(m_boundsType);
+    const auto spread = distances.empty() ? std::nullopt : CorrectedSpread();
+    if (spread)
+        for (const int distance : distances) levels.push_back(spread->Mean + distance * spread->Deviation);
+    std::erase_if(levels, [](double level) { return !std::isfinite(level); });
+    return levels;
+}
+
+void TSeries::SetUpdateDepth(bool value) {
+    m_updateDepth = value;
+    if (value || !m_changedWhileHeld) return;
+    m_changedWhileHeld = false;
+    Changed(kStyleChanged);
+}
+
+void TSeries::Changed(int reason) {
+    if (reason != kStyleChanged && reason != kCurveFitChanged) m_dataStamp = NextStamp();
+    if (m_updateDepth) {
+        m_changedWhileHeld = true;
+        return;
+    }
+    TDataSeries::Changed(reason);
+    m_graph.SeriesChanged();
+}
+
+void TSeries::SetTextWishes(const TTextWishes& value) {
+    if (m_textWishes == value) return;
+    m_textWishes = value;
+    DataSourceInfo().SetNeedsReload(true);
+}
+
+void TSeries::TakeSourceState(const TSeries& other) {
+    m_isThinned = other.m_isThinned;
+    m_sourceRows = other.m_sourceRows;
+    m_textWishes = other.m_textWishes;
+    DataSourceInfo().SetNeedsReload(other.DataSourceInfo().NeedsReload());
+}
+
+} // namespace lumoplot

@@ -1,0 +1,199 @@
+// A data set as the graph draws it: a data series plus its number, its axis and its drawing style. Owned by
+// its graph, in a chain whose order is the drawing order.
+#pragma once
+
+#include "data/series/data_series.h"
+#include "graph/model/settings.h"
+#include "sources/text/text_format.h"
+#include "support/color.h"
+
+#include <cstdint>
+
+namespace lumoplot {
+
+class TAxis;
+class TxyGraph;
+
+/// Point shapes by their stored numbers.
+enum class TPointShape {
+    Square = 0,
+    Circle = 1,
+    Diamond = 2,
+    Cross = 3,
+    WidePoint = 4,
+    XCross = 5,
+    Star = 6,
+    UpTriangle = 7,
+    DownTriangle = 8
+};
+
+/// Which bounds of a regression are drawn: none, the set values, or the mean and 1, 2, 3 or each of these
+/// standard deviations.
+enum class TBoundsType { None = 0, SetValues = 1, OneSD = 2, TwoSD = 3, ThreeSD = 4, AllSD = 5 };
+
+/// How many rows of its source a data set shows; 0 for none and before it was loaded.
+struct TSourceRows {
+    std::int64_t Chosen = 0; ///< that the row choice lets through
+    std::int64_t Used = 0;   ///< of them, those that became points
+};
+
+class XYGRAPH_EXPORT TSeries : public TDataSeries {
+public:
+    /// Reason of a change of the drawing style, besides those of TDataSeries.
+    static constexpr int kStyleChanged = 3;
+
+    /// A new data set with the colours and the shape that its number gives it.
+    TSeries(TxyGraph& graph, int number);
+
+    TxyGraph& Graph() const { return m_graph; }
+    /// The next data set of the chain, or null.
+    TSeries* Next() const { return m_next; }
+    /// The data set's number, from 1.
+    int SeriesIndex() const { return m_seriesIndex; }
+
+    TAxis* YAxisOfSeries() const { return m_yAxisOfSeries; }
+    bool IsOnSecondY() const;
+    bool Active() const { return m_active; }
+    bool LinesShown() const { return m_linesShown; }
+    bool PointsShown() const { return m_pointsShown; }
+    bool FillPoints() const { return m_fillPoints; }
+    TColor LineColor() const { return m_lineColor; }
+    TColor PointColor() const { return m_pointColor; }
+    TColor BoundsColor() const { return m_boundsColor; }
+    TPointShape PointShape() const { return m_pointShape; }
+    TPenStyle LineStyle() const { return m_lineStyle; }
+    int LineWidth() const { return m_lineWidth; }
+    /// Width and height of a symbol, in pixels of 1/96 inch.
+    int PointSize() const { return m_pointSize; }
+    int PointBorderWidth() const { return m_pointBorderWidth; }
+    double UpperBound() const { return m_upperBound; }
+    double LowerBound() const { return m_lowerBound; }
+    TBoundsType BoundsType() const { return m_boundsType; }
+    /// The levels of the Y axis at which bounds are drawn: the set values as they are, or multiples of the
+    /// standard deviation of the corrected Y about its mean (none with fewer than two finite Y). All finite.
+    std::vector<double> BoundLevels() const;
+    TPenStyle BoundsLineStyle() const { return m_boundsLineStyle; }
+    bool ShowInLegend() const { return m_showInLegend; }
+    TColor RegressionColor() const { return m_regressionColor; }
+    TPenStyle RegressionLineStyle() const { return m_regressionLineStyle; }
+    int RegressionLineWidth() const { return m_regressionLineWidth; }
+    bool UseXAxisSeries() const { return m_useXAxisSeries; }
+    /// The points were read with the editor's small budget and are fewer than the host would read. Not filed.
+    bool IsThinned() const { return m_isThinned; }
+    /// How many rows the last loading found and took. Not filed.
+    const TSourceRows& SourceRows() const { return m_sourceRows; }
+    /// How the user wants the text of the source to be read beyond what the source description holds. Not
+    /// filed.
+    const TTextWishes& TextWishes() const { return m_textWishes; }
+
+    // Setters store a changed value and send one change notification; enumerations outside their range are
+    // ignored.
+    void SetYAxisOfSeries(TAxis* value);
+    void SetActive(bool value) { Store(m_active, value); }
+    void SetLinesShown(bool value) { Store(m_linesShown, value); }
+    void SetPointsShown(bool value) { Store(m_pointsShown, value); }
+    void SetFillPoints(bool value) { Store(m_fillPoints, value); }
+    void SetLineColor(TColor value) { Store(m_lineColor, value); }
+    void SetPointColor(TColor value) { Store(m_pointColor, value); }
+    void SetBoundsColor(TColor value) { Store(m_boundsColor, value); }
+    /// The size is made even and at least 2 unless the shape is WidePoint; the same holds for SetPointSize.
+    void SetPointShape(TPointShape value);
+    void SetPointSize(int value);
+    void SetLineStyle(TPenStyle value) { StoreEnum(m_lineStyle, value, TPenStyle::DashDotDot); }
+    void SetLineWidth(int value) { StoreWord(m_lineWidth, value); }
+    void SetPointBorderWidth(int value) { StoreWord(m_pointBorderWidth, value); }
+    void SetUpperBound(double value) { Store(m_upperBound, value); }
+    void SetLowerBound(double value) { Store(m_lowerBound, value); }
+    void SetBoundsType(TBoundsType value) { StoreEnum(m_boundsType, value, TBoundsType::AllSD); }
+    void SetBoundsLineStyle(TPenStyle value) { StoreEnum(m_boundsLineStyle, value, TPenStyle::DashDotDot); }
+    void SetShowInLegend(bool value) { Store(m_showInLegend, value); }
+    void SetRegressionColor(TColor value) { Store(m_regressionColor, value); }
+    void SetRegressionLineStyle(TPenStyle value) {
+        StoreEnum(m_regressionLineStyle, value, TPenStyle::DashDotDot);
+    }
+    void SetRegressionLineWidth(int value) { StoreWord(m_regressionLineWidth, value); }
+    void SetUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
+    void SetThinned(bool value) { m_isThinned = value; }
+    void SetSourceRows(const TSourceRows& value) { m_sourceRows = value; }
+    void SetTextWishes(const TTextWishes& value);
+    /// Takes over what is known of the other's source and no file holds.
+    void TakeSourceState(const TSeries& other);
+
+    /// While true, changes are only noted; switching it off sends one notification for all of them.
+    bool UpdateDepth() const { return m_updateDepth; }
+    void SetUpdateDepth(bool value);
+
+    void Changed(int reason) override;
+    /// Works out FittedCurve when its fit or the extent of X has changed; extents are up to date.
+    void UpdateFittedCurve(bool logX);
+    /// The model of an enabled fit at NPoints places between the margins in use or else the ends of the data;
+    /// not-a-number where it has no value. Empty when no curve is to be shown or the equation does not
+    /// compile.
+    const std::vector<TCurveSample>& FittedCurve() const { return m_fittedCurve; }
+
+    /// Another number after every change of points or baseline, never used twice in a process, so that what
+    /// is worked out from the points can be kept under it.
+    std::uint64_t DataStamp() const { return m_dataStamp; }
+
+    /// Takes over everything that a file holds of the other data set, points included; the number stays.
+    void CopyFrom(const TSeries& other);
+
+private:
+    friend class TxyGraph;
+
+    /// What the fitted curve depends on.
+    struct TCurveState {
+        std::uint64_t Revision = ~std::uint64_t{0};
+        double From = 0;
+        double To = 0;
+        bool LogX = false;
+        bool operator==(const TCurveState&) const = default;
+    };
+
+    template <class TField, class TValue>
+    void Store(TField& field, const TValue& value);
+    void StoreWord(int& field, int value);
+    template <class TEnum>
+    void StoreEnum(TEnum& field, TEnum value, TEnum last);
+    int FittingSize(int size) const;
+
+    TxyGraph& m_graph;
+    TSeries* m_next = nullptr;
+    int m_seriesIndex;
+    std::uint64_t m_dataStamp;
+    TAxis* m_yAxisOfSeries;
+    bool m_active = true;
+    bool m_linesShown = true;
+    bool m_pointsShown = false;
+    bool m_fillPoints;
+    bool m_updateDepth = false;
+    bool m_changedWhileHeld = false;
+    bool m_showInLegend = false;
+    bool m_useXAxisSeries;
+    bool m_isThinned = false;
+    // What the graph knows and has told of the data set.
+    bool m_meetsLogError = false;
+    bool m_toldLogError = false;
+    bool m_toldManyPoints = false;
+    TSourceRows m_sourceRows;
+    TTextWishes m_textWishes;
+    TColor m_lineColor;
+    TColor m_pointColor;
+    TColor m_boundsColor = 0;
+    TColor m_regressionColor = kRed;
+    TPointShape m_pointShape;
+    TPenStyle m_lineStyle = TPenStyle::Solid;
+    TPenStyle m_boundsLineStyle = TPenStyle::DashDot;
+    TPenStyle m_regressionLineStyle = TPenStyle::DashDot;
+    TBoundsType m_boundsType = TBoundsType::None;
+    int m_lineWidth = 2;
+    int m_pointSize = 12;
+    int m_pointBorderWidth = 2;
+    int m_regressionLineWidth = 1;
+    double m_upperBound = 0;
+    double m_lowerBound = 0;
+    TCurveState m_curveState;
+    std::vector<TCurveSample> m_fittedCurve;
+};
+
+} // namespace lumoplot

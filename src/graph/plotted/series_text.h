@@ -1,0 +1,18 @@
+// The text form of a data set, for programs that read columns of numbers. Only the points and two names
+// survive it; a data-set file keeps everything.
+#pragma once
+
+#include "graph/model/series.h"
+
+#include <string>
+
+namespace lumoplot {
+
+/// Writes the data set's name and the title of its Y axis as the first line, then X and raw Y of each point
+/// in the shortest form that reads back, with the point as decimal sign; lines end with a line feed. Columns
+/// are divided by a tab, or by a comma when the file's extension is .csv (letter case ignored). A header text
+/// that holds the divider, a quote or a line break is quoted, its quotes doubled. Texts are UTF-8.
+/// Throws EFileError "Can not save to file NAME"; the old file is then untouched.
+XYGRAPH_EXPORT void SaveSeriesAsText(const TSeries& series, const std::string& fileName);
+
+} // namespace lumoplot

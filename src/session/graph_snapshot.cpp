@@ -1,0 +1,191 @@
+#include "session/graph_snapshot.h"
+
+#include "data/series/ds_info.h"
+#include "graph/file/graph_file.h"
+
+#include <algorithm>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace lumoplot {
+namespace {
+
+using TBytesPointer = std::shared_ptr<const TSharedBytes>;
+
+/// `bytes`, or the same ones that are kept already.
+TBytesPointer Share(TBytes bytes, const TBytesPointer* earlier, const std::shared_ptr<TMemoryMeter>& meter) {
+    if (earlier && (*earlier)->Bytes() == bytes) return *earlier;
+    return std::make_shared<const TSharedBytes>(std::move(bytes), meter);
+}
+
+// Which data set is current, and which one is X, is kept beside the settings, and so is what is only at times
+// written.
+template <class T>
+bool IsKeptApart(const TSectionRow<T>& row) {
+    return row.isWritten || std::string_view(row.label).ends_with("SerIndex");
+}
+
+template <class T>
+TBytes SectionOf(std::span<const TSectionRow<T>> rows, const T& object) {
+    TBytes bytes;
+    TxyWriter writer(bytes, TEncoding::Compact);
+    for (const auto& row : rows)
+        if (row.write && !IsKeptApart(row)) row.write(writer, row, object);
+    writer.WriteEndOfSection();
+    return bytes;
+}
+
+template <class T>
+void ReadSection(std::span<const TSectionRow<T>> rows, const TBytes& bytes, T& object) {
+    TByteSource source(bytes);
+    TxyReader reader(source);
+    ReadEntries(reader, rows, object);
+}
+
+TBytes RecordOf(const TSeries& series) {
+    TBytes bytes;
+    TxyWriter writer(bytes, TEncoding::Compact);
+    WriteSeries(writer, series, TPoints::LeaveOut);
+    return bytes;
+}
+
+/// Every section of settings of a graph with its table and its object, in one order.
+template <class TVisitor>
+void VisitSections(TxyGraph& graph, TVisitor visit) {
+    visit(AppearanceRows(), *graph.Appearance());
+    visit(DimensionsRows(), *graph.Dimensions());
+    for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
+    visit(LegendRows(), *graph.Legend());
+}
+
+// The state of the same data set in an earlier snapshot: the one with the same points, else the one at the
+// same place.
+const TSeriesState* EarlierState(const TGraphSnapshot* earlier, std::size_t place, std::uint64_t stamp) {
+    if (!earlier) return nullptr;
+    const auto& states = earlier->Series();
+    if (place < states.size() && states[place].DataStamp == stamp) return &states[place];
+    const auto same = std::ranges::find(states, stamp, &TSeriesState::DataStamp);
+    if (same != states.end()) return &*same;
+    return place < states.size() ? &states[place] : nullptr;
+}
+
+std::shared_ptr<const TPointSnapshot> PointsOf(const TSeries& series, const TSeriesState* earlier,
+                                               const std::shared_ptr<TMemoryMeter>& meter) {
+    if (earlier && earlier->DataStamp == series.DataStamp()) return earlier->Points;
+    auto points = std::make_shared<const TPointSnapshot>(series.Points(),
+                                                         earlier ? earlier->Points.get() : nullptr, meter);
+    return earlier && *points == *earlier->Points ? earlier->Points : points;
+}
+
+TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
+                     const std::shared_ptr<TMemoryMeter>& meter) {
+    TSeriesState state;
+    state.Name = series.SeriesName();
+    state.Record = Share(RecordOf(series), earlier ? &earlier->Record : nullptr, meter);
+    state.Points = PointsOf(series, earlier, meter);
+    state.Extents = series.Extents();
+    state.SourceRows = series.SourceRows();
+    state.TextWishes = series.TextWishes();
+    state.IsThinned = series.IsThinned();
+    state.NeedsReload = series.DataSourceInfo().NeedsReload();
+    state.DataStamp = series.DataStamp();
+    return state;
+}
+
+// The points are away while the record is read, whose settings would merge them.
+void RestoreContent(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
+    TPointChain points = series.SwapPoints({});
+    if (!state.SamePoints(present)) points = state.Points->ToChain();
+    TByteSource source(state.Record->Bytes());
+    TxyReader reader(source);
+    ReadSeries(reader, series);
+    series.SetTextWishes(state.TextWishes);
+    series.SwapPoints(std::move(points));
+}
+
+void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
+    const bool held = series.UpdateDepth();
+    series.SetUpdateDepth(true);
+    if (state != present) RestoreContent(series, state, present);
+    series.RestoreExtents(state.Extents);
+    series.SetSourceRows(state.SourceRows);
+    series.SetThinned(state.IsThinned);
+    series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
+    series.SetUpdateDepth(held);
+}
+
+} // namespace
+
+TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier,
+                               std::shared_ptr<TMemoryMeter> meter)
+    : m_dataDirectory(graph.Appearance()->DataDirectory()),
+      m_xAxisSerIndex(graph.Appearance()->XAxisSerIndex()),
+      m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks().Marks()),
+      m_currentMark(graph.Marks().CurrentID()), m_meter(std::move(meter)),
+      m_cost(m_meter, sizeof(*this) + graph.Series().size() * sizeof(TSeriesState) +
+                          m_marks.size() * sizeof(TGraphMark)) {
+    VisitSections(const_cast<TxyGraph&>(graph), [&](auto rows, const auto& object) {
+        const TBytesPointer* before = earlier ? &earlier->m_settings[m_settings.size()] : nullptr;
+        m_settings.push_back(Share(SectionOf(rows, object), before, m_meter));
+    });
+    m_series.reserve(graph.Series().size());
+    for (const auto& series : graph.Series())
+        m_series.push_back(
+            StateOf(*series, EarlierState(earlier, m_series.size(), series->DataStamp()), m_meter));
+}
+
+bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {
+    return m_dataDirectory == other.m_dataDirectory && m_xAxisSerIndex == other.m_xAxisSerIndex &&
+           std::ranges::equal(m_settings, other.m_settings, [](const auto& a, const auto& b) {
+               return a == b || a->Bytes() == b->Bytes();
+           });
+}
+
+bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
+    return m_series == other.m_series && m_marks == other.m_marks && SameSettings(other);
+}
+
+void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
+    graph.BeginUpdate();
+    RestoreSettings(graph);
+    RestoreSeries(graph);
+    RestoreMarks(graph);
+    // Not by the setter: it refuses a data set that has allowed duplicates since it became X.
+    graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
+    for (const auto& series : graph.Series()) series->SetUseXAxisSeries(m_xAxisSerIndex > 0);
+    graph.Appearance()->SetCurrSerIndex(currSerIndex);
+    graph.NeedRescale();
+    graph.RequestRepaint(true);
+    graph.EndUpdate();
+}
+
+void TGraphSnapshot::RestoreSettings(TxyGraph& graph) const {
+    std::size_t section = 0;
+    VisitSections(graph, [&](auto rows, auto& object) {
+        const TBytes& wanted = m_settings[section++]->Bytes();
+        if (SectionOf(rows, std::as_const(object)) == wanted) return;
+        if constexpr (std::is_same_v<std::remove_cvref_t<decltype(object)>, TAxis>) object.ResetToDefaults();
+        ReadSection(rows, wanted, object);
+    });
+    graph.Appearance()->SetDataDirectory(m_dataDirectory);
+}
+
+void TGraphSnapshot::RestoreSeries(TxyGraph& graph) const {
+    while (graph.Series().size() > m_series.size()) graph.DeleteSeries(graph.Series().back()->SeriesIndex());
+    while (graph.Series().size() < m_series.size()) graph.AddSeries();
+    graph.RenumberSeries();
+    const TGraphSnapshot present(graph, this, m_meter);
+    for (std::size_t i = 0; i < m_series.size(); ++i)
+        RestoreState(*graph.Series()[i], m_series[i], present.m_series[i]);
+}
+
+void TGraphSnapshot::RestoreMarks(TxyGraph& graph) const {
+    if (graph.Marks().Marks() != m_marks) {
+        graph.ClearMarks();
+        for (const auto& [id, mark] : m_marks) graph.SetMark(mark);
+    }
+    graph.SelectMark(m_currentMark);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,85 @@
+// The content of a graph at one moment, kept in memory so that it can be put back exactly: settings, data
+// sets with their points and what is known of their sources, and marks. Child graphs are left out, as nothing
+// in the editor changes them. Snapshots taken one after the other share what has not changed between them.
+#pragma once
+
+#include "data/points/point_snapshot.h"
+#include "graph/model/graph.h"
+#include "stream/items.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+/// Bytes that several snapshots share and that count into a meter.
+class TSharedBytes {
+public:
+    TSharedBytes(TBytes bytes, std::shared_ptr<TMemoryMeter> meter)
+        : m_bytes(std::move(bytes)), m_cost(std::move(meter), sizeof(*this) + m_bytes.capacity()) {}
+
+    const TBytes& Bytes() const { return m_bytes; }
+
+private:
+    TBytes m_bytes;
+    TMeteredBytes m_cost;
+};
+
+/// One data set of a graph.
+struct TSeriesState {
+    std::string Name;
+    std::shared_ptr<const TSharedBytes> Record; ///< all that a file holds of the data set but its points
+    std::shared_ptr<const TPointSnapshot> Points;
+    TSeriesExtents Extents;
+    TSourceRows SourceRows;
+    TTextWishes TextWishes;
+    bool IsThinned = false;
+    bool NeedsReload = false;
+    std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
+
+    bool SameSettings(const TSeriesState& other) const {
+        const bool sameRecord = Record == other.Record || Record->Bytes() == other.Record->Bytes();
+        return sameRecord && TextWishes == other.TextWishes;
+    }
+    bool SamePoints(const TSeriesState& other) const {
+        return Points == other.Points || *Points == *other.Points;
+    }
+    bool operator==(const TSeriesState& other) const { return SameSettings(other) && SamePoints(other); }
+};
+
+class XYGRAPH_EXPORT TGraphSnapshot {
+public:
+    /// Of the graph as it is. What is as in `earlier` (may be null) is shared with it.
+    TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier, std::shared_ptr<TMemoryMeter> meter);
+
+    /// Gives the graph this content. Data sets that have it already are not touched; the data sets are 1, 2,
+    /// 3, … afterwards, and the current one is `currSerIndex`.
+    void Restore(TxyGraph& graph, int currSerIndex) const;
+
+    /// All data sets, in order.
+    const std::vector<TSeriesState>& Series() const { return m_series; }
+    const std::map<int, TGraphMark>& Marks() const { return m_marks; }
+    /// CurrSerIndex when it was taken.
+    int CurrSerIndex() const { return m_currSerIndex; }
+    bool SameSettings(const TGraphSnapshot& other) const;
+    /// The same but for the current data set and the current mark.
+    bool operator==(const TGraphSnapshot& other) const;
+
+private:
+    void RestoreSettings(TxyGraph& graph) const;
+    void RestoreMarks(TxyGraph& graph) const;
+    void RestoreSeries(TxyGraph& graph) const;
+
+    std::vector<std::shared_ptr<const TSharedBytes>> m_settings; ///< in the order of the file's sections
+    std::string m_dataDirectory;
+    int m_xAxisSerIndex;
+    int m_currSerIndex;
+    std::vector<TSeriesState> m_series;
+    std::map<int, TGraphMark> m_marks;
+    int m_currentMark;
+    std::shared_ptr<TMemoryMeter> m_meter;
+    TMeteredBytes m_cost; ///< of what is not shared
+};
+
+} // namespace lumoplot

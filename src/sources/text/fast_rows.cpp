@@ -1,0 +1,100 @@
+#include "sources/text/fast_rows.h"
+
+#include "sources/text/decimal.h"
+#include "sources/text/text_number.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace lumoplot {
+namespace {
+
+bool IsLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+} // namespace
+
+TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
+    : m_splitter(splitter), m_blanksSeparate(splitter.BlanksSeparate()), m_decimalSign(format.decimalSign),
+      m_xFirst(format.xColumn < format.yColumn), m_hasX(format.xColumn != TTextFormat::kRowNumber),
+      m_firstColumn(m_hasX ? std::min(format.xColumn, format.yColumn) : format.yColumn),
+      m_betweenCells(std::abs(format.yColumn - format.xColumn) - 1) {
+    const bool plainSeparators =
+        !m_blanksSeparate || format.separators.find_first_not_of(" \t") == std::string::npos;
+    const bool numbers = format.xFormat == TColumnFormat::Number && format.yFormat == TColumnFormat::Number;
+    const auto isPartOfNumbers = [](const std::string& text) {
+        return text.find_first_of("0123456789+-eEdD") != std::string::npos;
+    };
+    m_possible = !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
+                 format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
+                 format.timeColumn == TTextFormat::kNoColumn && !splitter.IsSeparator(format.decimalSign);
+}
+
+// Over whole cells; null when the row ends before, or has a quote.
+[[gnu::always_inline]] inline const char* TFastRows::SkipCells(const char* text, int count) const {
+    for (; count > 0; --count) {
+        while (m_blanksSeparate && IsBlank(*text)) ++text;
+        while (!m_splitter.IsSpecial(*text)) ++text;
+        if (!m_splitter.IsSeparator(*text)) return nullptr;
+        ++text;
+    }
+    return text;
+}
+
+// The number of the cell at `text`; returns the separator or line end behind it.
+[[gnu::always_inline]] inline const char* TFastRows::ReadCell(const char* text, double& value) const {
+    while (IsBlank(*text) && (m_blanksSeparate || !m_splitter.IsSeparator(*text))) ++text;
+    TDecimal number;
+    const char* end = decimal::Take(text, m_decimalSign, number);
+    if (end == nullptr) return nullptr;
+    if (!decimal::ExactValue(number, value) && ReadNumber(text, m_decimalSign, value) == nullptr)
+        return nullptr;
+    while (IsBlank(*end) && !m_splitter.IsSeparator(*end)) ++end;
+    return m_splitter.IsSpecial(*end) && !m_splitter.IsQuote(*end) ? end : nullptr;
+}
+
+// The line end of the row; null when there is a quote before it.
+[[gnu::always_inline]] inline const char* TFastRows::SkipRest(const char* text, const char* end) const {
+    if (IsLineEnd(*text)) return text;
+    const char* lineEnd = FindLineEnd(text, end);
+    for (const char quote : m_splitter.Quotes())
+        if (std::memchr(text, quote, static_cast<std::size_t>(lineEnd - text)) != nullptr) return nullptr;
+    return lineEnd;
+}
+
+[[gnu::always_inline]] inline const char* TFastRows::ReadRow(const char* text, const char* end, double& x,
+                                                             double& y) const {
+    if (m_firstColumn > 0) {
+        const char* first = text;
+        while (IsBlank(*first)) ++first;
+        if (m_splitter.MayBeginComment(*first)) return nullptr;
+        text = SkipCells(text, m_firstColumn);
+        if (text == nullptr) return nullptr;
+    }
+    text = ReadCell(text, m_hasX && m_xFirst ? x : y);
+    if (text == nullptr || !m_hasX) return text == nullptr ? nullptr : SkipRest(text, end);
+    if (IsLineEnd(*text)) return nullptr;
+    text = SkipCells(text + 1, m_betweenCells);
+    if (text == nullptr) return nullptr;
+    text = ReadCell(text, m_xFirst ? y : x);
+    return text == nullptr ? nullptr : SkipRest(text, end);
+}
+
+const char* TFastRows::Read(const char* text, const char* end, std::span<double> x, std::span<double> y,
+                            double firstX, std::size_t& count) const {
+    for (count = 0; count < x.size() && text < end; ++count) {
+        double rowX = firstX + static_cast<double>(count);
+        const char* lineEnd = ReadRow(text, end, rowX, y[count]);
+        if (lineEnd == nullptr) break;
+        x[count] = rowX;
+        text = lineEnd + (lineEnd[0] == '\r' && lineEnd[1] == '\n' ? 2 : 1);
+    }
+    return text;
+}
+
+} // namespace lumoplot

@@ -1,0 +1,28 @@
+#include "sources/text/series_supplier.h"
+
+#include "support/errors.h"
+
+namespace lumoplot {
+
+TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const TTextLoadOptions& options,
+                           TProgress& progress) {
+    TPointChain points;
+    const TMergeRule rule = series.MergeRule();
+    const auto addPoints = [&](std::span<const double> x, std::span<const double> y) {
+        if (!points.AddAll(x, y, rule))
+            throw EFileError("File " + source.Name + " holds more rows than a data set can have points");
+    };
+    TTextLoadOptions withFormulas = options;
+    withFormulas.formulas = {series.XColExpr(), series.YColExpr()};
+    TTextReport report = LoadText(source, series.DataSourceInfo(), withFormulas, addPoints, progress);
+    if (report.cancelled) return report;
+    report.rowsMerged = report.rowsUsed - points.Count();
+    if (series.SeriesFlag() && !report.yName.empty()) series.SetSeriesName(report.yName);
+    if (series.DataSourceInfo().AutoRowHitFreq())
+        series.DataSourceInfo().NoteRowSamplingFrequency(report.samplingFrequency);
+    series.DataSourceInfo().SetNeedsReload(false);
+    series.SwapPoints(std::move(points));
+    return report;
+}
+
+} // namespace lumoplot

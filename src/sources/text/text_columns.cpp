@@ -1,0 +1,137 @@
+#include "sources/text/text_columns.h"
+
+#include "support/number_text.h"
+
+#include <algorithm>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kNone = TTextFormat::kNoColumn;
+/// More names do not help in a message.
+constexpr int kMostNames = 20;
+
+bool IsValueColumn(const TTextColumn& column) {
+    return column.kind == TCellKind::Number || column.kind == TCellKind::Date ||
+           column.kind == TCellKind::TimeOfDay;
+}
+
+bool IsSameIgnoringCase(std::string_view left, std::string_view right) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; };
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [lower](char a, char b) { return lower(a) == lower(b); });
+}
+
+} // namespace
+
+int ColumnNamed(const TTextFormat& format, std::string_view name) {
+    const auto& columns = format.columns;
+    auto found = std::find_if(columns.begin(), columns.end(), [&](const auto& c) { return c.name == name; });
+    if (found == columns.end())
+        found = std::find_if(columns.begin(), columns.end(),
+                             [&](const auto& c) { return IsSameIgnoringCase(c.name, name); });
+    return found == columns.end() ? kNone : static_cast<int>(found - columns.begin());
+}
+
+std::string ColumnNameList(const TTextFormat& format) {
+    std::string list;
+    int count = 0;
+    for (const TTextColumn& column : format.columns) {
+        if (column.name.empty()) continue;
+        if (++count > kMostNames) return "its columns are " + list + ", …";
+        list += (list.empty() ? "" : ", ") + column.name;
+    }
+    return list.empty() ? "no column has a name" : "its columns are " + list;
+}
+
+namespace {
+
+// The column that the description names, or a problem. An empty text is no column and no problem.
+int ColumnAsked(const TTextFormat& format, const std::string& asked, std::string& problem) {
+    const std::string_view text = Trimmed(asked);
+    if (text.empty()) return kNone;
+    const auto count = static_cast<int>(format.columns.size());
+    if (const auto number = TryParseInteger(text)) {
+        if (*number >= 0 && *number <= count) return *number == 0 ? TTextFormat::kRowNumber : *number - 1;
+        problem = "has no column " + std::string(text) + ", only " + std::to_string(count);
+        return kNone;
+    }
+    const int column = ColumnNamed(format, text);
+    if (column == kNone)
+        problem = "has no column '" + std::string(text) + "' (" + ColumnNameList(format) + ")";
+    return column;
+}
+
+// The first column from `from` on that passes, other than `taken`.
+template <class TPredicate>
+int FirstColumn(const TTextFormat& format, int from, int taken, TPredicate passes) {
+    for (int i = std::max(from, 0); i < static_cast<int>(format.columns.size()); ++i)
+        if (i != taken && passes(format.columns[static_cast<std::size_t>(i)])) return i;
+    return kNone;
+}
+
+int FindX(const TTextFormat& format, int yColumn) {
+    const int named = ColumnNamed(format, "X");
+    if (named != kNone && named != yColumn && IsValueColumn(format.columns[static_cast<std::size_t>(named)]))
+        return named;
+    // A date says more than the time of day beside it.
+    const int first = FirstColumn(format, 0, yColumn, IsValueColumn);
+    const bool isTime =
+        first != kNone && format.columns[static_cast<std::size_t>(first)].kind == TCellKind::TimeOfDay;
+    const auto isDate = [](const TTextColumn& column) { return column.kind == TCellKind::Date; };
+    const int date = isTime ? FirstColumn(format, first + 1, yColumn, isDate) : kNone;
+    if (date == first + 1) return date;
+    const bool other = yColumn != kNone || FirstColumn(format, first + 1, first, IsValueColumn) != kNone;
+    return first != kNone && other ? first : TTextFormat::kRowNumber;
+}
+
+int FindY(const TTextFormat& format, int xColumn) {
+    const auto isNumber = [](const TTextColumn& column) { return column.kind == TCellKind::Number; };
+    const int named = ColumnNamed(format, "Y");
+    if (named != kNone && named != xColumn && isNumber(format.columns[static_cast<std::size_t>(named)]))
+        return named;
+    int column = FirstColumn(format, xColumn + 1, xColumn, isNumber);
+    if (column == kNone) column = FirstColumn(format, 0, xColumn, isNumber);
+    return column != kNone ? column : FirstColumn(format, 0, xColumn, IsValueColumn);
+}
+
+TCellKind KindOfColumn(const TTextFormat& format, int column) {
+    return column < 0 ? TCellKind::Number : format.columns[static_cast<std::size_t>(column)].kind;
+}
+
+TColumnFormat FormatOf(const TTextFormat& format, int column, TColumnFormat asked) {
+    const TCellKind kind = KindOfColumn(format, column);
+    const bool dates = kind == TCellKind::Date || kind == TCellKind::TimeOfDay;
+    return dates && column >= 0 ? TColumnFormat::DateTime : asked;
+}
+
+// The column of times of day beside the dates in X.
+int FindTimeColumn(const TTextFormat& format) {
+    if (format.xColumn < 0 || KindOfColumn(format, format.xColumn) != TCellKind::Date) return kNone;
+    for (const int column : {format.xColumn + 1, format.xColumn - 1}) {
+        const bool exists = column >= 0 && column < static_cast<int>(format.columns.size());
+        if (exists && column != format.yColumn && KindOfColumn(format, column) == TCellKind::TimeOfDay)
+            return column;
+    }
+    return kNone;
+}
+
+} // namespace
+
+std::string ChooseColumns(TTextFormat& format, const TDSInfo& info) {
+    std::string problem;
+    const int askedX = ColumnAsked(format, info.XDataColumn(), problem);
+    const int askedY = ColumnAsked(format, info.YDataColumn(), problem);
+    const bool hasX = askedX != kNone;
+    format.yColumn = askedY != kNone && askedY != TTextFormat::kRowNumber ? askedY : kNone;
+    format.xColumn = hasX ? askedX : FindX(format, format.yColumn);
+    if (askedY == TTextFormat::kRowNumber) problem = "has no column 0 for Y";
+    if (format.yColumn == kNone) format.yColumn = FindY(format, format.xColumn);
+    format.timeColumn = FindTimeColumn(format);
+    format.xFormat = FormatOf(format, format.xColumn, info.XFormat());
+    format.yFormat = FormatOf(format, format.yColumn, info.YFormat());
+    if (problem.empty() && format.yColumn == kNone) problem = "holds no column of numbers";
+    return problem;
+}
+
+} // namespace lumoplot

@@ -1,0 +1,67 @@
+// A text file read from front to end in pieces, as 8-bit text whatever its encoding: UTF-16 arrives as UTF-8,
+// the 8-bit encodings as they are. The file is read, not mapped: one that shrinks meanwhile is an error for
+// who reads it, not a crash.
+#pragma once
+
+#include "sources/text/text_format.h"
+#include "support/export.h"
+
+#include <QIODevice>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumoplot {
+
+/// The encoding that the first bytes of a file show: by its mark, by zeros at every other place, by being
+/// UTF-8.
+XYGRAPH_EXPORT TTextEncoding FindEncoding(std::string_view firstBytes);
+
+/// Where a text comes from: a file, or memory.
+struct TTextSource {
+    /// A file by its name (UTF-8).
+    TTextSource(std::string fileName) : Name(std::move(fileName)) {}
+    /// A text in memory, under the name that messages give it.
+    TTextSource(std::string name, std::string text) : Name(std::move(name)), Text(std::move(text)) {}
+
+    std::string Name;
+    std::optional<std::string> Text; ///< none: the file of that name is read
+};
+
+class XYGRAPH_EXPORT TTextFile {
+public:
+    /// Opens the source and finds its encoding. Throws EFileError "Can not open file NAME: …" and "File NAME
+    /// is empty".
+    explicit TTextFile(const TTextSource& source);
+
+    const std::string& Name() const { return m_name; }
+    TTextEncoding Encoding() const { return m_encoding; }
+    /// Bytes in the file when it was opened, and how many of them have been read.
+    std::int64_t Size() const { return m_size; }
+    std::int64_t Position() const { return m_position; }
+
+    /// Starts again at the front, behind the byte order mark, reading it in that encoding.
+    void Restart(TTextEncoding encoding);
+    /// Reads up to `capacity` (at least 16) characters of 8-bit text and returns how many; 0 at the end of
+    /// the file. Position() is below Size() at the end of a file that has become shorter. Throws EFileError
+    /// "Can not read file NAME: …".
+    std::size_t Read(char* text, std::size_t capacity);
+
+private:
+    void Open(const TTextSource& source);
+    std::size_t ReadBytes(char* bytes, std::size_t capacity);
+    std::size_t ReadUtf16(char* text, std::size_t capacity);
+    char* TakeUnit(char16_t unit, char* text);
+
+    std::string m_name;
+    std::unique_ptr<QIODevice> m_file;
+    TTextEncoding m_encoding = TTextEncoding::Utf8;
+    std::int64_t m_size = 0;
+    std::int64_t m_position = 0;
+    std::vector<char> m_units;
+    int m_heldByte = -1;     ///< first half of a UTF-16 unit that a piece ended with
+    char16_t m_heldUnit = 0; ///< first half of a surrogate pair
+};
+
+} // namespace lumoplot

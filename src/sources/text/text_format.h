@@ -1,0 +1,73 @@
+// How a text file is to be read: its encoding, how rows divide into cells, how cells become numbers, and
+// which columns are X and Y. Found from the text by FindTextFormat (sources/text_detect.h).
+#pragma once
+
+#include "data/series/ds_info.h"
+#include "sources/text/text_date.h"
+#include "support/export.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumoplot {
+
+enum class TTextEncoding { Utf8, Utf8WithMark, Utf16LittleEndian, Utf16BigEndian, CodePage };
+
+enum class TCellKind { Empty, Number, Date, TimeOfDay, Text };
+
+struct TTextColumn {
+    std::string name; ///< from the header rows, UTF-8; empty without one
+    TCellKind kind = TCellKind::Empty;
+
+    bool operator==(const TTextColumn&) const = default;
+};
+
+struct TTextFormat {
+    /// As a column: X is the number of the data row, from 1.
+    static constexpr int kRowNumber = -1;
+    static constexpr int kNoColumn = -2;
+
+    TTextEncoding encoding = TTextEncoding::Utf8;
+    /// Any of these characters ends a cell; a run of blanks or tabs counts as one when a blank is among them.
+    /// Empty: the row is one cell.
+    std::string separators;
+    std::string quotes = "\"";
+    int columnWidth = 0; ///< above 0 the cells are that many characters wide and have no separators or quotes
+    char decimalSign = '.';
+    TDateOrder dateOrder = TDateOrder::YearMonthDay;
+    int headerRows = 0; ///< rows of the file before the first data row, comments and empty rows among them
+    bool trailingSeparator = false; ///< rows end with a separator behind which there is no column
+    std::vector<TTextColumn> columns;
+
+    int xColumn = kRowNumber; ///< from 0
+    int yColumn = kNoColumn;  ///< from 0
+    /// A column with a time of day that is added to the date in X, or kNoColumn.
+    int timeColumn = kNoColumn;
+    TColumnFormat xFormat = TColumnFormat::Number;
+    TColumnFormat yFormat = TColumnFormat::Number;
+
+    bool operator==(const TTextFormat&) const = default;
+};
+
+/// What a user has chosen among the readings of a file and TDSInfo has no field for. Empty: found from the
+/// text.
+struct TTextWishes {
+    std::optional<TTextEncoding> encoding;
+    std::optional<char> decimalSign;
+    std::optional<TDateOrder> dateOrder;
+
+    bool operator==(const TTextWishes&) const = default;
+};
+
+/// One line for a user: "semicolon, decimal comma, 1 header row, UTF-8".
+XYGRAPH_EXPORT std::string Describe(const TTextFormat& format);
+
+/// "3 (Voltage)": a column counted from 0 as messages name it.
+XYGRAPH_EXPORT std::string ColumnText(const TTextFormat& format, int column);
+
+/// Text of the file as UTF-8. Bytes that are no UTF-8 are taken as characters of the code page.
+XYGRAPH_EXPORT std::string ToDisplayText(std::string_view text, TTextEncoding encoding);
+
+} // namespace lumoplot

@@ -1,0 +1,296 @@
+#include "data/filter/band_filter.h"
+
+#include "common/special_values.h"
+#include "data/filter/band_filter_kernel.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <numbers>
+#include <random>
+
+namespace lumoplot {
+namespace {
+
+struct TPoint {
+    double x;
+    double y;
+};
+
+/// The filter written down literally, with all coefficients and every sum as it stands in the formulas.
+std::vector<TPoint> FilterLiterally(const std::vector<TPoint>& points, double zero, double slope,
+                                    const TBandFilterSettings& f) {
+    using std::numbers::pi;
+    const int N = f.CountEvery;
+    const int M = f.ResponseWidth;
+    std::vector<double> in;
+    double sumIn = 0;
+    double end = 0;
+    for (std::size_t i = 0; i + static_cast<std::size_t>(N) <= points.size();
+         i += static_cast<std::size_t>(N)) {
+        double sum = 0;
+        for (int k = 0; k < N; ++k) {
+            const TPoint& p = points[i + static_cast<std::size_t>(k)];
+            sum += p.y - (zero + slope * p.x);
+            end = p.x;
+        }
+        in.push_back(sum / N);
+        sumIn += in.back() - f.NormZero;
+    }
+    const int n = static_cast<int>(in.size());
+    const double x0 = points.front().x;
+    const double dt = (end - x0) / (n - 1);
+    const double B = (f.HighFreq - f.LowFreq) * 0.5;
+    const double F = (f.HighFreq + f.LowFreq) * 0.5;
+    std::vector<double> h;
+    for (int k = 0; k <= 2 * M; ++k) {
+        const double t = (k - M) * dt;
+        const double pass =
+            k == M ? 4 * B : 2 * std::sin(2 * pi * B * t) * std::cos(2 * pi * F * t) / (pi * t);
+        const double stop = k == M ? 1 / dt - 4 * B : -pass;
+        h.push_back(f.FilterType == TFilterType::BandPass ? pass : stop);
+    }
+    std::vector<double> out(in.size(), 0.0);
+    double sumOut = 0;
+    const auto at = [](int i) { return static_cast<std::size_t>(i); };
+    for (int i = 2 * M; i <= n - 1; ++i) {
+        double sum = 0;
+        for (int k = 0; k <= 2 * M; ++k) sum += h[at(k)] * in[at(i - k)];
+        out[at(i)] = dt * sum;
+        sumOut += out[at(i)] - f.NormZero;
+    }
+    const double scale = f.Normalize ? sumIn / sumOut : 1;
+    std::vector<TPoint> result;
+    for (int i = 2 * M; i <= n - 2; ++i)
+        for (int s = 1; s <= N; ++s) {
+            const double d = out[at(i + 1)] - out[at(i)];
+            result.push_back(
+                {i * dt + x0 + (s - 1) * dt / N - M * dt, (out[at(i)] + (s - 1) * d / N) * scale});
+        }
+    return result;
+}
+
+/// Two sines, a level and noise, 0.01 apart from 3 on.
+std::vector<TPoint> MakeSignal(int count) {
+    std::mt19937 random(5);
+    std::vector<TPoint> points;
+    for (int i = 0; i < count; ++i) {
+        const double x = 3 + 0.01 * i;
+        const double noise = static_cast<double>(random()) / 4294967296.0 - 0.5;
+        points.push_back({x, 7 + 2 * std::sin(2 * x) + std::cos(40 * x) + 0.3 * noise});
+    }
+    return points;
+}
+
+void Fill(TDataSeries& series, const std::vector<TPoint>& points) {
+    for (const TPoint& point : points) series.AddPoint(point.x, point.y);
+}
+
+TFilteredPoints Filtered(const TDataSeries& series, const TBandFilterSettings& settings) {
+    TSilentProgress progress;
+    return FilterBand(series, settings, progress);
+}
+
+std::vector<TPoint> PointsOf(const TPointChain& chain) {
+    std::vector<TPoint> points;
+    for (TPointCursor p = chain.First(); p; p = p.Next()) points.push_back({p.X(), p.Y()});
+    return points;
+}
+
+/// The sums are formed in another order than the literal ones, of some hundred terms of size 10.
+constexpr double kRounding = 1e-11;
+
+void ExpectEqualPoints(const std::vector<TPoint>& actual, const std::vector<TPoint>& expected,
+                       const std::string& what) {
+    ASSERT_EQ(actual.size(), expected.size()) << what;
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        ASSERT_DOUBLE_EQ(actual[i].x, expected[i].x) << what << " point " << i;
+        ASSERT_NEAR(actual[i].y, expected[i].y, kRounding * (1 + std::abs(expected[i].y)))
+            << what << " point " << i;
+    }
+}
+
+TEST(BandFilter, AgreesWithTheLiteralFormulas) {
+    const std::vector<TPoint> points = MakeSignal(2003);
+    TDataSeries series;
+    Fill(series, points);
+    series.SetZeroValue(1.5);
+    series.SetBaseLineSlope(-0.25);
+    for (const int every : {1, 2, 5, 20})
+        for (const int width : {1, 4, 7, 33, 100})
+            for (const auto type : {TFilterType::BandStop, TFilterType::BandPass})
+                for (const bool normalize : {false, true})
+                    for (const auto& [low, high] :
+                         {std::pair{2.0, 10.0}, {0.0, 1.0}, {-3.0, 0.1}, {9.0, 4.0}}) {
+                        if (2003 / every < 2 * width + 2) continue;
+                        const TBandFilterSettings settings{low, high, type, normalize, 0.5, every, width};
+                        const TFilteredPoints result = Filtered(series, settings);
+                        ASSERT_EQ(result.Outcome, TFilterOutcome::Filtered);
+                        ExpectEqualPoints(PointsOf(result.Points),
+                                          FilterLiterally(points, 1.5, -0.25, settings),
+                                          "N " + std::to_string(every) + " M " + std::to_string(width));
+                    }
+}
+
+TEST(BandFilter, TheScaleIsKnownWithoutARun) {
+    TDataSeries series;
+    Fill(series, MakeSignal(700));
+    TSilentProgress progress;
+    for (const int width : {1, 6, 60})
+        for (const double zero : {0.0, 6.0}) {
+            TBandFilterSettings settings{1, 4, TFilterType::BandStop, true, zero, 3, width};
+            const double scale = NormalizingScale(*SampleBlocks(series, 3, progress), settings);
+            const double normalized = Filtered(series, settings).Points.First().Y();
+            settings.Normalize = false;
+            EXPECT_NEAR(scale, normalized / Filtered(series, settings).Points.First().Y(), 1e-9) << width;
+        }
+}
+
+TEST(BandFilter, TrimsBothEndsAndKeepsTheMiddleInPlace) {
+    TDataSeries series;
+    for (int i = 0; i < 100; ++i) series.AddPoint(2 + i, 0);
+    const TFilteredPoints result =
+        Filtered(series, {.Normalize = false, .CountEvery = 1, .ResponseWidth = 4});
+    ASSERT_EQ(result.Points.Count(), 91);
+    EXPECT_EQ(result.Points.First().X(), 6);
+    EXPECT_EQ(result.Points.LastX(), 96);
+}
+
+TEST(BandFilter, AnEmptyBandStopsNothingAndPassesNothing) {
+    const std::vector<TPoint> points = MakeSignal(60);
+    TDataSeries series;
+    Fill(series, points);
+    series.SetZeroValue(2);
+    TBandFilterSettings settings{4, 4, TFilterType::BandStop, false, 0, 1, 6};
+    const std::vector<TPoint> kept = PointsOf(Filtered(series, settings).Points);
+    ASSERT_EQ(kept.size(), 60u - 13);
+    for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_NEAR(kept[i].y, points[i + 6].y - 2, 1e-13) << i;
+    settings.FilterType = TFilterType::BandPass;
+    for (const TPoint& point : PointsOf(Filtered(series, settings).Points)) EXPECT_EQ(point.y, 0);
+    settings.Normalize = true;
+    EXPECT_EQ(Filtered(series, settings).Outcome, TFilterOutcome::Refused) << "the output's sum is 0";
+    settings.NormZero = 1;
+    EXPECT_EQ(Filtered(series, settings).Outcome, TFilterOutcome::Filtered) << "about 1 it is not";
+}
+
+TEST(BandFilter, WhatTheResponseDoesNotFitIntoLeavesNoPoints) {
+    for (const auto& [count, expected] : {std::pair{1, 0}, {2, 0}, {8, 0}, {9, 0}, {10, 1}, {11, 2}}) {
+        TDataSeries series;
+        Fill(series, MakeSignal(count));
+        const TFilteredPoints result = Filtered(series, {.CountEvery = 1, .ResponseWidth = 4});
+        EXPECT_EQ(result.Outcome, TFilterOutcome::Filtered) << count;
+        EXPECT_EQ(result.Points.Count(), expected) << count;
+    }
+}
+
+TEST(BandFilter, RefusesWhatWouldWriteNoNumbers) {
+    struct TCase {
+        const char* what;
+        std::vector<TPoint> points;
+        TBandFilterSettings settings;
+    };
+    std::vector<TPoint> waves;
+    for (int i = 0; i < 64; ++i) waves.push_back({i * 0.125, i % 2 == 0 ? 1.0 : -1.0});
+    const TCase cases[] = {
+        {"no points", {}, {}},
+        {"no complete block", MakeSignal(4), {}},
+        {"no spread in X", std::vector<TPoint>(50, {3, 1}), {.CountEvery = 1}},
+        {"nothing but points that are not finite", std::vector<TPoint>(50, {3, kNaN}), {.CountEvery = 1}},
+        {"an output whose sum is only rounding", waves, {1, 3, TFilterType::BandStop, true, 0, 1, 16}},
+        {"a band without end", MakeSignal(50), {2, kInfinity, TFilterType::BandStop, true, 0, 1, 4}},
+        {"sums beyond the doubles",
+         std::vector<TPoint>{{1, 1e308}, {2, 1e308}, {3, 1e308}, {4, 1e308}},
+         {0, 1, TFilterType::BandStop, true, 0, 1, 1}},
+    };
+    for (const TCase& c : cases) {
+        TDataSeries series;
+        series.SetDuplicatesAllowed(true);
+        Fill(series, c.points);
+        const TFilteredPoints result = Filtered(series, c.settings);
+        EXPECT_EQ(result.Outcome, TFilterOutcome::Refused) << c.what;
+        EXPECT_TRUE(result.Points.IsEmpty()) << c.what;
+    }
+}
+
+TEST(BandFilter, LeavesOutPointsThatAreNotFinite) {
+    std::vector<TPoint> points = MakeSignal(300);
+    TDataSeries clean;
+    Fill(clean, points);
+    TDataSeries spoilt;
+    Fill(spoilt, points);
+    spoilt.AddPoint(3.0051, kNaN);
+    spoilt.AddPoint(1, kInfinity);
+    ExpectEqualPoints(PointsOf(Filtered(spoilt, {}).Points), PointsOf(Filtered(clean, {}).Points), "spoilt");
+}
+
+TEST(BandFilter, MergesTheResultByTheRuleOfTheDataSet) {
+    TDataSeries series;
+    Fill(series, MakeSignal(300));
+    const TBandFilterSettings settings{.CountEvery = 5, .ResponseWidth = 4};
+    const int separate = Filtered(series, settings).Points.Count();
+    series.SetNumericalTolerance(0.011);
+    EXPECT_LT(Filtered(series, settings).Points.Count(), separate);
+    series.SetDuplicatesAllowed(true);
+    EXPECT_EQ(Filtered(series, settings).Points.Count(), separate);
+}
+
+/// Cancels at a step of its choice and remembers the stages.
+class TCancellingProgress : public TProgress {
+public:
+    explicit TCancellingProgress(int steps) : m_left(steps) {}
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
+        Stages.push_back(caption);
+        m_minimum = minimum;
+        m_maximum = maximum;
+    }
+    bool StepTo(std::int64_t position) override {
+        EXPECT_GE(position, m_minimum);
+        EXPECT_LE(position, m_maximum);
+        ++Steps;
+        return m_left-- > 0;
+    }
+    std::vector<std::string> Stages;
+    int Steps = 0;
+
+private:
+    int m_left;
+    std::int64_t m_minimum = 0;
+    std::int64_t m_maximum = 0;
+};
+
+TEST(BandFilter, CanBeCancelledInEveryStage) {
+    TDataSeries series;
+    Fill(series, MakeSignal(100'000));
+    const TBandFilterSettings settings{.CountEvery = 1, .ResponseWidth = 100};
+    TCancellingProgress patient(1 << 30);
+    EXPECT_EQ(FilterBand(series, settings, patient).Outcome, TFilterOutcome::Filtered);
+    EXPECT_EQ(patient.Stages.front(), "Filling Filter Vector...");
+    EXPECT_EQ(patient.Stages.back(), "Filtering...");
+    for (int steps = 0; steps < patient.Steps; ++steps) {
+        TCancellingProgress progress(steps);
+        const TFilteredPoints result = FilterBand(series, settings, progress);
+        EXPECT_EQ(result.Outcome, TFilterOutcome::Cancelled) << steps;
+        EXPECT_TRUE(result.Points.IsEmpty()) << steps;
+    }
+}
+
+TEST(BandFilterKernel, EveryLengthGivesTheSumInTheStatedOrder) {
+    std::mt19937 random(1);
+    std::vector<double> in(400);
+    for (double& value : in) value = static_cast<double>(random()) / 4294967296.0 - 0.5;
+    for (const std::size_t reach : {0, 1, 5, 40})
+        for (const std::size_t count : {0, 1, 15, 16, 31, 64, 65, 200}) {
+            const std::span<const double> half = std::span(in).subspan(7, reach + 1);
+            std::vector<double> out(count);
+            ConvolveSymmetric(half, std::span(in).first(count + 2 * reach), out);
+            for (std::size_t i = 0; i < count; ++i) {
+                double sum = half[0] * in[i + reach];
+                for (std::size_t m = 1; m <= reach; ++m)
+                    sum += half[m] * (in[i + reach - m] + in[i + reach + m]);
+                ASSERT_EQ(out[i], sum) << reach << ' ' << count << ' ' << i;
+            }
+        }
+}
+
+} // namespace
+} // namespace lumoplot

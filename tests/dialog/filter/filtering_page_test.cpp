@@ -1,0 +1,259 @@
+#include "data/series/ds_info.h"
+#include "dialog/filter/filtering_page.h"
+#include "dialog/wizard_fixture.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <cmath>
+#include <numbers>
+
+namespace lumoplot {
+namespace {
+
+using TPairs = std::vector<std::pair<double, double>>;
+
+TPairs PointsOf(const TPointChain& chain) {
+    TPairs points;
+    for (TPointCursor p = chain.First(); p; p = p.Next()) points.emplace_back(p.X(), p.Y());
+    return points;
+}
+
+/// The dialog on 400 points of two sines about a level, 0.05 apart, with its filtering page in front.
+class FilteringPage : public TWizardTest {
+protected:
+    void SetUp() override {
+        Show({"a", "b"});
+        Current().Clear();
+        for (int i = 0; i < 400; ++i) {
+            const double x = 0.05 * i;
+            Current().AddPoint(x, 5 + std::sin(2 * kTurn * x) + 0.5 * std::sin(7 * kTurn * x));
+        }
+        ToPage("&FFT Filtering");
+    }
+    void ToPage(const char* caption) {
+        auto& tabs = Find<QTabWidget>("tabs");
+        for (int i = 0; i < tabs.count(); ++i)
+            if (tabs.tabText(i) == QString::fromLatin1(caption)) tabs.setCurrentIndex(i);
+        ASSERT_EQ(tabs.tabText(tabs.currentIndex()).toStdString(), caption);
+    }
+    void SetNumber(const char* name, int value) {
+        Type(name, QString::number(value));
+        ASSERT_EQ(Find<QSpinBox>(name).value(), value);
+    }
+    /// Settings that leave 383 points.
+    void SetUpBandPass() {
+        Choose("cbx_FilterType", 1);
+        Type("e_LowFreq", QStringLiteral("1.5"));
+        Type("e_HighFreq", QStringLiteral("2.5"));
+        SetNumber("se_CountEvery", 1);
+        SetNumber("se_ResponseWidth", 8);
+        Click("cb_Normalize");
+    }
+    static constexpr int kKept = 383;
+
+    bool CanPress(const char* button) { return Find<QAbstractButton>(button).isEnabled(); }
+    std::string State() { return Find<QLabel>("lblFilterState").text().toStdString(); }
+    /// Waits until the preview has told about a change.
+    bool StateBecomes(const std::string& part) {
+        return QTest::qWaitFor([&] { return State().find(part) != std::string::npos; }, 2000);
+    }
+    TxyGraph& Preview() { return Find<TxyGraph>("preview"); }
+
+    static constexpr double kTurn = 2 * std::numbers::pi;
+};
+
+TEST_F(FilteringPage, ShowsTheDefaults) {
+    auto& tabs = Find<QTabWidget>("tabs");
+    EXPECT_EQ(tabs.currentIndex(), tabs.count() - 1) << "it is the last page";
+    EXPECT_EQ(Find<QLineEdit>("e_LowFreq").text(), "2");
+    EXPECT_EQ(Find<QLineEdit>("e_HighFreq").text(), "10");
+    EXPECT_EQ(Find<QComboBox>("cbx_FilterType").currentText(), "Band Stop");
+    EXPECT_TRUE(Find<QCheckBox>("cb_Normalize").isChecked());
+    EXPECT_EQ(Find<QLineEdit>("e_NormZero").text(), "0");
+    EXPECT_EQ(Find<QSpinBox>("se_CountEvery").value(), 5);
+    EXPECT_EQ(Find<QSpinBox>("se_ResponseWidth").value(), 5);
+    EXPECT_FALSE(CanPress("btnUndoFilter"));
+    EXPECT_EQ(Find<QLabel>("lblNote").text(),
+              "Note : after filtering the data in current DataSet  will be changed permanently");
+}
+
+TEST_F(FilteringPage, AppliesWhatItsControlsSay) {
+    TSilentProgress progress;
+    Type("e_NormZero", QStringLiteral("-1.5"));
+    const TBandFilterSettings normalized{2, 10, TFilterType::BandStop, true, -1.5, 5, 5};
+    const TPairs stopped = PointsOf(FilterBand(Current(), normalized, progress).Points);
+    Click("btnApply");
+    EXPECT_EQ(PointsOf(Current().Points()), stopped);
+    Click("btnUndoFilter");
+
+    SetUpBandPass();
+    const TBandFilterSettings plain{1.5, 2.5, TFilterType::BandPass, false, -1.5, 1, 8};
+    const TPairs passed = PointsOf(FilterBand(Current(), plain, progress).Points);
+    Click("btnApply");
+    EXPECT_EQ(PointsOf(Current().Points()), passed);
+    EXPECT_EQ(Current().Count(), kKept);
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST_F(FilteringPage, SettingsOutliveDataSetsAndShowings) {
+    SetUpBandPass();
+    Choose("cbx_DataSets", 1);
+    Wizard.hide();
+    Wizard.show();
+    ToPage("&FFT Filtering");
+    EXPECT_EQ(Find<QLineEdit>("e_LowFreq").text(), "1.5");
+    EXPECT_EQ(Find<QSpinBox>("se_ResponseWidth").value(), 8);
+    Click("btnApply");
+    EXPECT_EQ(Current().Count(), 0) << "two points are fewer than the response";
+    Click("btnUndoFilter");
+    EXPECT_EQ(PointsOf(Current().Points()), (TPairs{{1, 10}, {2, 20}}));
+}
+
+TEST_F(FilteringPage, UndoTakesPointsAndBaselineBack) {
+    SetUpBandPass();
+    Current().SetAutoZero(true);
+    Current().RecalcExtents();
+    const TPairs before = PointsOf(Current().Points());
+    const double zero = Current().ZeroValue();
+    Click("btnApply");
+    EXPECT_NE(Current().ZeroValue(), zero) << "the zero follows the lowest value";
+    Choose("cbx_DataSets", 1);
+    EXPECT_FALSE(CanPress("btnUndoFilter")) << "this one was not filtered";
+    Choose("cbx_DataSets", 0);
+    Click("btnUndoFilter");
+    EXPECT_EQ(PointsOf(Current().Points()), before);
+    EXPECT_EQ(Current().ZeroValue(), zero);
+    EXPECT_TRUE(Current().AutoZero());
+    EXPECT_FALSE(CanPress("btnUndoFilter"));
+}
+
+TEST_F(FilteringPage, UndoIsOfferedWhileThePointsAreThoseOfTheRun) {
+    SetUpBandPass();
+    Click("btnApply");
+    ToPage("&Regressions");
+    Choose("cbx_Regression", 1);
+    ToPage("&FFT Filtering");
+    EXPECT_TRUE(CanPress("btnUndoFilter")) << "a regression changes no point";
+    Current().SetPointY(7, 1000);
+    Wizard.RefillPages();
+    EXPECT_FALSE(CanPress("btnUndoFilter"));
+    Click("btnApply");
+    Click("btnDelete");
+    EXPECT_FALSE(CanPress("btnUndoFilter"));
+}
+
+TEST_F(FilteringPage, ARefusedRunIsToldAndChangesNothing) {
+    SetUpBandPass();
+    Type("e_HighFreq", QStringLiteral("1.5"));
+    Click("cb_Normalize");
+    const TPairs before = PointsOf(Current().Points());
+    Click("btnApply");
+    EXPECT_EQ(Sink.Only(), "Fail to Apply Filter");
+    EXPECT_EQ(PointsOf(Current().Points()), before);
+    EXPECT_FALSE(CanPress("btnUndoFilter"));
+}
+
+TEST_F(FilteringPage, TextsThatAreNoNumbersAreMarkedAndStopApply) {
+    for (const char* edit : {"e_LowFreq", "e_HighFreq", "e_NormZero"})
+        for (const char* text : {"", ".", "1x", "nan"}) {
+            Type(edit, QString::fromLatin1(text));
+            EXPECT_FALSE(CanPress("btnApply")) << edit << text;
+            EXPECT_FALSE(Find<QLineEdit>(edit).toolTip().isEmpty()) << edit << text;
+            Type(edit, QStringLiteral("3"));
+            EXPECT_TRUE(CanPress("btnApply")) << edit << text;
+        }
+}
+
+TEST_F(FilteringPage, ThePreviewFollowsDataAndSettings) {
+    ASSERT_TRUE(StateBecomes("80 samples"));
+    SetNumber("se_CountEvery", 1);
+    ASSERT_TRUE(StateBecomes("400 samples, 0.05 apart: frequencies up to 10. Apply leaves 389 points and "));
+    Click("cb_Normalize");
+    ASSERT_TRUE(StateBecomes("Apply leaves 389 points."));
+    const TSeries& amplitudes = *Preview().FindSeries(1);
+    const TSeries& gains = *Preview().FindSeries(2);
+    const auto highest = [](const TSeries& curve, double from, double to) {
+        double value = 0;
+        for (TPointCursor p = curve.First(); p; p = p.Next())
+            if (p.X() >= from && p.X() <= to) value = std::max(value, p.Y());
+        return value;
+    };
+    EXPECT_NEAR(highest(amplitudes, 1.9, 2.1), 1, 0.05);
+    EXPECT_NEAR(highest(amplitudes, 6.9, 7.1), 0.5, 0.05);
+    EXPECT_NEAR(highest(amplitudes, 0, 0.01), 5, 0.05);
+    SetNumber("se_ResponseWidth", 100);
+    ASSERT_TRUE(StateBecomes("leaves 199 points"));
+    EXPECT_LT(highest(gains, 3, 9), 0.05);
+    Choose("cbx_FilterType", 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return highest(gains, 0, 1) < 0.05; }, 2000));
+    EXPECT_GT(highest(gains, 3, 9), 0.95);
+    EXPECT_NEAR(Preview().XAxis()->Max(), 10, 1e-9);
+}
+
+TEST_F(FilteringPage, ThePreviewTellsWhenThereIsNothingToFilter) {
+    Type("e_LowFreq", QStringLiteral("50"));
+    EXPECT_TRUE(StateBecomes("The band lies above them."));
+    SetNumber("se_ResponseWidth", 40);
+    EXPECT_TRUE(StateBecomes("Apply leaves no points."));
+    Choose("cbx_DataSets", 1);
+    EXPECT_TRUE(StateBecomes("too few points"));
+    Current().SetDuplicatesAllowed(true);
+    for (int i = 0; i < 3; ++i) Current().AddPoint(2, 1);
+    SetNumber("se_CountEvery", 2);
+    EXPECT_TRUE(StateBecomes("2 samples"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Preview().FindSeries(2)->Count() > 0; }, 2000));
+    while (!Wizard.WorkGraph().Series().empty()) Click("btnDelete");
+    EXPECT_EQ(State(), "");
+    EXPECT_EQ(Preview().FindSeries(2)->Count(), 0);
+}
+
+TEST_F(FilteringPage, EditsOfTheGridAreTakenInFirst) {
+    SetUpBandPass();
+    ToPage("&Data Source");
+    auto& grid = Find<QTableView>("grid");
+    grid.model()->setData(grid.model()->index(0, 1), QStringLiteral("1e9"));
+    ToPage("&FFT Filtering");
+    Click("btnApply");
+    EXPECT_GT(std::abs(Current().Points().First().Y()), 1e6);
+    Click("btnUndoFilter");
+    EXPECT_EQ(Current().Points().First().Y(), 1e9);
+}
+
+// The editor reads few rows of a text; what is filtered is what the plot will show.
+TEST_F(FilteringPage, ADataSetThatWasReadInPartIsReadWhole) {
+    QFile file(PathOf("long.csv"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 1200; ++i) file.write(QByteArray::number(i) + ',' + QByteArray::number(i % 7) + '\n');
+    file.close();
+    Graph.SetEditorMode(true);
+    ToPage("&Data Source");
+    Wizard.AttachSource(PathOf("long.csv").toStdString());
+    ASSERT_TRUE(Current().IsThinned());
+    const std::string name = Current().SeriesName();
+    ToPage("&FFT Filtering");
+    EXPECT_TRUE(StateBecomes("240 samples"));
+    EXPECT_EQ(Current().Count(), 1200);
+    EXPECT_EQ(Current().SeriesName(), name);
+    Click("btnApply");
+    EXPECT_EQ(Current().Count(), 5 * (240 - 11));
+    EXPECT_FALSE(Current().IsThinned()) << "it would be read anew otherwise when the editor is closed";
+    EXPECT_TRUE(Graph.EditorMode());
+}
+
+TEST_F(FilteringPage, EveryControlIsReachedByTab) {
+    QStringList reached;
+    Find<QWidget>("cbx_FilterType").setFocus();
+    for (int i = 0; i < 8; ++i) {
+        reached << QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached.join(QLatin1Char(' ')).toStdString(),
+              "cbx_FilterType e_LowFreq e_HighFreq se_CountEvery se_ResponseWidth cb_Normalize e_NormZero "
+              "btnApply");
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,312 @@
+#include "dialog/wizard_fixture.h"
+
+#include "controls/value_edit.h"
+#include "data/series/ds_info.h"
+#include "dialog/common/color_button.h"
+#include "dialog/fit/fit_plot.h"
+#include "dialogs/edit_script.h"
+#include "fit/definition/cur_fit.h"
+#include "fit/equation_editor/formula_edit.h"
+#include "fit/equation_editor/frm_calc.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QSpinBox>
+#include <QTabWidget>
+
+namespace lumoplot {
+namespace {
+
+/// The dialog on a data set with its Curve Fitting page in front and a function drawn.
+class CurveFittingPage : public TWizardTest {
+protected:
+    void SetUp() override {
+        Wizard.SetStartPage(TxyDataWizard::kCurveFittingPage);
+        Show({"a"});
+        Choose("cbx_Status", 1);
+    }
+    TCurFit& Fit() { return Current().CurveFit(); }
+    TFitPlot& Plot() { return Find<TFitPlot>("plot"); }
+    std::string TextOf(const char* edit) { return Find<QLineEdit>(edit).text().toStdString(); }
+    std::string Fault() { return Find<QLabel>("lblFault").text().toStdString(); }
+    QStringList Items(const char* list) {
+        QStringList items;
+        for (int i = 0; i < Find<QListWidget>(list).count(); ++i)
+            items << Find<QListWidget>(list).item(i)->text();
+        return items;
+    }
+    void AddParameter(const char* name, double value) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetValue(value);
+        Fit().AddParameter(std::move(parameter));
+    }
+    /// Pixels of the plot that differ between two pictures of it.
+    static int Difference(const QImage& a, const QImage& b) {
+        int count = 0;
+        for (int y = 0; y < a.height(); ++y)
+            for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y);
+        return count;
+    }
+};
+
+TEST_F(CurveFittingPage, IsTheFourthPage) {
+    auto& tabs = Find<QTabWidget>("tabs");
+    EXPECT_EQ(tabs.tabText(3), QStringLiteral("&Curve Fitting"));
+    EXPECT_EQ(tabs.currentIndex(), 3);
+}
+
+TEST_F(CurveFittingPage, StatusEnablesWhatDescribesTheCurve) {
+    for (const int status : {3, 2, 1, 0}) {
+        Choose("cbx_Status", status);
+        EXPECT_EQ(Fit().Status(), status);
+        for (const char* name : {"e_NPoints", "e_Tolerance", "e_LeftMargin", "e_RightMargin", "e_IterMax",
+                                 "e_XVarName", "m_Equation", "se_CurveWidth"})
+            EXPECT_EQ(Find<QWidget>(name).isEnabled(), status > 0) << name;
+        EXPECT_EQ(Find<TColorButton>("b_CurveColor").isVisible(), status > 0);
+    }
+}
+
+TEST_F(CurveFittingPage, ControlsWriteIntoTheFitOfTheDataSet) {
+    Type("e_NPoints", QStringLiteral("321"));
+    Type("e_Tolerance", QStringLiteral("1e-6"));
+    Type("e_IterMax", QStringLiteral("50"));
+    Choose("cbx_Procedure", 2);
+    Type("e_XVarName", QStringLiteral("t"));
+    Type("m_Equation", QStringLiteral("2*t"));
+    EXPECT_EQ(Fit().NPoints(), 321);
+    EXPECT_EQ(Fit().Tolerance(), 1e-6);
+    EXPECT_EQ(Fit().IterMax(), 50);
+    EXPECT_EQ(Fit().ProcType(), TCurFit::kConjugateGradient);
+    EXPECT_EQ(Fit().XVarName(), "t");
+    EXPECT_EQ(Fit().Expression(), "2*t");
+    for (const char* refused : {"0", "-5", "x"}) Type("e_IterMax", QLatin1String(refused));
+    EXPECT_EQ(Fit().IterMax(), 50);
+    Type("e_RightMargin", QStringLiteral("1.98765"));
+    EXPECT_FALSE(Fit().UseRightMargin());
+    Find<QWidget>("e_NPoints").setFocus();
+    EXPECT_TRUE(Fit().UseRightMargin());
+    EXPECT_EQ(Fit().RightMargin(), 1.98765);
+    EXPECT_EQ(TextOf("e_RightMargin"), "1.988");
+}
+
+TEST_F(CurveFittingPage, LookOfTheCurveIsStored) {
+    Choose("cbx_CurveLine", 3);
+    Find<QSpinBox>("se_CurveWidth").selectAll();
+    QTest::keyClicks(&Find<QSpinBox>("se_CurveWidth"), QStringLiteral("7"));
+    WhenModal<QColorDialog>([](QColorDialog& dialog) {
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        dialog.accept();
+    });
+    Click("b_CurveColor");
+    EXPECT_TRUE(Fit().ShowCurve());
+    EXPECT_EQ(Fit().CurveStyle(), 2);
+    EXPECT_EQ(Fit().CurveWidth(), 7);
+    EXPECT_EQ(Fit().CurveColor(), MakeColor(1, 2, 3));
+    Choose("cbx_CurveLine", 0);
+    EXPECT_FALSE(Fit().ShowCurve());
+    EXPECT_EQ(Fit().CurveStyle(), 2);
+    EXPECT_FALSE(Find<QSpinBox>("se_CurveWidth").isEnabled());
+    EXPECT_FALSE(Find<TColorButton>("b_CurveColor").isVisible());
+}
+
+TEST_F(CurveFittingPage, ParametersAreAddedChangedAndDeleted) {
+    AddParameter("a", 1);
+    AddParameter("b", 2);
+    Wizard.RefillPages();
+    Click("btnAddParam");
+    EXPECT_EQ(Items("lb_Parameters"), QStringList({"a", "b", "P3"}));
+    EXPECT_EQ(Fit().Parameter(3)->Value(), 1.2);
+    EXPECT_EQ(Fit().Parameter(3)->Description, "Parameter P3");
+    EXPECT_EQ(TextOf("e_ParamName"), "P3");
+    Type("e_ParamName", QStringLiteral("rate"));
+    Type("e_ParamValue", QStringLiteral("0.25"));
+    Type("e_ParamUnits", QStringLiteral("1/s"));
+    Type("e_ParamDescription", QStringLiteral("Speed"));
+    Click("cb_ParamVary");
+    Click("cb_ParamInLegend");
+    EXPECT_EQ(Items("lb_Parameters"), QStringList({"a", "b", "rate"}));
+    EXPECT_EQ(Current().LegendText(), "a (rate=0.25 1/s)");
+    EXPECT_TRUE(Fit().Parameter(3)->Vary());
+    EXPECT_EQ(Fit().Parameter(3)->Description, "Speed");
+    Click("btnDeleteParam");
+    EXPECT_EQ(TextOf("e_ParamName"), "b");
+    Find<QListWidget>("lb_Parameters").setCurrentRow(0);
+    Click("btnDeleteParam");
+    EXPECT_EQ(TextOf("e_ParamName"), "b");
+    Click("btnDeleteParam");
+    EXPECT_EQ(Fit().NParams(), 0);
+    EXPECT_FALSE(Find<QLineEdit>("e_ParamValue").isEnabled());
+}
+
+TEST_F(CurveFittingPage, TemplatesAreArranged) {
+    auto& lists = Find<QTabWidget>("lists");
+    lists.setCurrentIndex(1);
+    for (int i = 0; i < 3; ++i) Click("btnAddTemplate");
+    ASSERT_EQ(Items("lb_Templates"), QStringList({"Func1", "Func2", "Func3"}));
+    EXPECT_EQ(Fit().Template(3)->Text, "Enter Expression");
+    EXPECT_EQ(Fit().Template(3)->Description, "Function Func3");
+    struct TCase {
+        const char* button;
+        QStringList order;
+        const char* selected;
+    };
+    const TCase cases[] = {
+        {"btnTemplateFirst", {"Func3", "Func1", "Func2"}, "Func3"},
+        {"btnTemplateUp", {"Func3", "Func1", "Func2"}, "Func3"}, // is the first already
+        {"btnTemplateDown", {"Func1", "Func3", "Func2"}, "Func3"},
+        {"btnTemplateDown", {"Func1", "Func2", "Func3"}, "Func3"},
+        {"btnTemplateDown", {"Func1", "Func2", "Func3"}, "Func3"},
+        {"btnTemplateUp", {"Func1", "Func3", "Func2"}, "Func3"},
+        {"btnDeleteTemplate", {"Func1", "Func2"}, "Func1"},
+    };
+    for (const TCase& c : cases) {
+        Click(c.button);
+        EXPECT_EQ(Items("lb_Templates"), c.order) << c.button;
+        EXPECT_EQ(TextOf("e_TemplateName"), c.selected) << c.button;
+    }
+    Type("e_TemplateName", QStringLiteral("line"));
+    Type("e_TemplateDescription", QStringLiteral("A straight line"));
+    Type("m_TemplateText", QStringLiteral("(2*x+1)"));
+    Type("m_Equation", QStringLiteral("LINE^2"));
+    Fit().Compile();
+    EXPECT_EQ(Fit().EvaluateAt(1), 9);
+    EXPECT_EQ(Fit().Template(1)->Description, "A straight line");
+    EXPECT_EQ(Items("lb_Templates"), QStringList({"line", "Func2"}));
+}
+
+TEST_F(CurveFittingPage, FaultsAreToldWhileTheEquationIsTyped) {
+    AddParameter("a", 1);
+    Type("m_Equation", QStringLiteral("a*(x"));
+    EXPECT_EQ(Fault(), "Unequal brackets");
+    EXPECT_FALSE(Plot().ShowsCurve());
+    QTest::keyClicks(&Find<QWidget>("m_Equation"), QStringLiteral(")*y"));
+    EXPECT_EQ(Fault(), "Not known as variable or parameter: y");
+    Type("m_Equation", QStringLiteral("a*x"));
+    EXPECT_EQ(Fault(), "");
+    Type("m_Equation", QString());
+    EXPECT_EQ(Fault(), "An empty expression is not stored; the last one stays");
+    EXPECT_EQ(Fit().Expression(), "a*x");
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+// The points are (1, 10) and (2, 20).
+TEST_F(CurveFittingPage, ThePlotFollowsAValueThatIsNudged) {
+    AddParameter("a", 9);
+    Wizard.RefillPages();
+    Type("m_Equation", QStringLiteral("a*x"));
+    EXPECT_TRUE(Plot().ShowsCurve());
+    const QImage before = Plot().grab().toImage();
+    auto& value = Find<TValueEdit>("e_ParamValue");
+    value.setFocus();
+    QTest::keyClick(&value, Qt::Key_Up, Qt::NoModifier);
+    EXPECT_EQ(Fit().Parameter(1)->Value(), 9.1);
+    const QImage nudged = Plot().grab().toImage();
+    EXPECT_GT(Difference(before, nudged), 20);
+    QTest::keyClick(&value, Qt::Key_Down);
+    EXPECT_EQ(Difference(before, Plot().grab().toImage()), 0);
+    Type("e_ParamValue", QStringLiteral("500"));
+    EXPECT_FALSE(Plot().ShowsCurve());
+    Type("e_ParamValue", QStringLiteral("10"));
+    Choose("cbx_Status", 0);
+    EXPECT_FALSE(Plot().ShowsCurve());
+}
+
+TEST_F(CurveFittingPage, GenerateFillsTheDataSetAndAsksFirst) {
+    Type("m_Equation", QStringLiteral("1/(x-2)"));
+    Type("e_NPoints", QStringLiteral("5"));
+    Type("e_RightMargin", QStringLiteral("3"));
+    Sink.Answer = false;
+    Click("btnGenerate");
+    EXPECT_EQ(Sink.Only(), "Data from Current DataSet Will be lost, Continue?");
+    EXPECT_EQ(Current().Count(), 2);
+    Sink.Answer = true;
+    int changes = 0;
+    Current().AddChangeHandler(7, [&](TDataSeries&, int) { ++changes; });
+    Click("btnGenerate");
+    EXPECT_EQ(changes, 1);
+    Current().AddChangeHandler(7, {});
+    std::vector<std::pair<double, double>> points;
+    for (TPointCursor at = Current().First(); at; at = at.Next()) points.emplace_back(at.X(), at.Y());
+    const std::vector<std::pair<double, double>> expected = {{1, -1}, {1.5, -2}, {2.5, 2}, {3, 1}};
+    EXPECT_EQ(points, expected) << "at 2 it has no value";
+    Sink.Texts.clear();
+    Current().DataSourceInfo().SetKind(TSourceKind::TextFile);
+    Click("btnGenerate");
+    EXPECT_TRUE(Sink.Texts.empty()) << "data of a file are not asked for";
+}
+
+TEST_F(CurveFittingPage, WhatCanNotBeGeneratedLeavesTheData) {
+    Current().DataSourceInfo().SetKind(TSourceKind::TextFile);
+    Click("btnGenerate");
+    EXPECT_EQ(Sink.Texts.back(), "There is no equation to generate points from");
+    Type("m_Equation", QStringLiteral("ln(-x)"));
+    Click("btnGenerate");
+    EXPECT_EQ(Sink.Texts.back(), "The equation has no value between 1 and 2");
+    Type("m_Equation", QStringLiteral("(x"));
+    Click("btnGenerate");
+    EXPECT_EQ(Sink.Texts.back(), "Unequal brackets");
+    Type("m_Equation", QStringLiteral("x"));
+    Type("e_LeftMargin", QStringLiteral("2"));
+    Click("btnGenerate");
+    EXPECT_EQ(Sink.Texts.back(), "There is no range of X between 2 and 2; set the margins");
+    EXPECT_EQ(Current().Count(), 2);
+}
+
+TEST_F(CurveFittingPage, MoreRunsTheEditorOnTheFit) {
+    for (const bool accept : {false, true}) {
+        WhenModal<TfrmCalc>([&](TfrmCalc& editor) {
+            lumoplot::Type(editor, "e_Expression", QStringLiteral("P1*x"));
+            lumoplot::Click(editor, "btnNewParameter");
+            lumoplot::Click(editor, accept ? "btnOk" : "btnCancel");
+        });
+        Click("btnMore");
+        EXPECT_EQ(Fit().Expression(), accept ? "P1*x" : "");
+        EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText().toStdString(), Fit().Expression());
+        EXPECT_EQ(Items("lb_Parameters").size(), accept ? 1 : 0);
+    }
+}
+
+TEST_F(CurveFittingPage, TheReportShowsTheSettings) {
+    WhenModal<TfrmEditScript>([](TfrmEditScript& report) {
+        EXPECT_EQ(report.windowTitle(), "LumoPlot Curve Fitting Settings");
+        EXPECT_EQ(report.Lines().at(2), "Status = cf_Function");
+        report.close();
+    });
+    Click("btnReport");
+}
+
+TEST_F(CurveFittingPage, FillingShowsTheFitAndChangesNothing) {
+    Fit().SetStatus(TCurFit::kEveryStep);
+    Fit().SetProcType(TCurFit::kSimplex);
+    Fit().SetTolerance(1.23456e-5);
+    Fit().SetLeftMargin(0.5);
+    Fit().SetUseLeftMargin(true);
+    Fit().SetShowCurve(false);
+    Fit().SetCurveWidth(300); // more than the page offers
+    Wizard.RefillPages();
+    EXPECT_EQ(Find<QComboBox>("cbx_Status").currentText(), QStringLiteral("Show Every Step"));
+    EXPECT_EQ(Find<QComboBox>("cbx_Procedure").currentText(), QStringLiteral("Downhill Simplex  Method"));
+    EXPECT_EQ(TextOf("e_Tolerance"), "0.00001235");
+    EXPECT_EQ(TextOf("e_LeftMargin"), "0.5");
+    EXPECT_EQ(TextOf("e_RightMargin"), "None");
+    EXPECT_EQ(Find<QComboBox>("cbx_CurveLine").currentIndex(), 0);
+    EXPECT_EQ(Fit().Tolerance(), 1.23456e-5);
+    EXPECT_EQ(Fit().CurveWidth(), 300);
+    EXPECT_FALSE(Fit().UseRightMargin());
+}
+
+TEST_F(CurveFittingPage, WithoutADataSetThePageIsEmptyAndInert) {
+    AddParameter("a", 1);
+    Type("m_Equation", QStringLiteral("a*(x"));
+    Click("btnDelete");
+    EXPECT_FALSE(Wizard.CurrSeries());
+    EXPECT_EQ(Fault(), "");
+    EXPECT_TRUE(Items("lb_Parameters").isEmpty());
+    EXPECT_FALSE(Find<QPushButton>("btnGenerate").isEnabled());
+}
+
+} // namespace
+} // namespace lumoplot

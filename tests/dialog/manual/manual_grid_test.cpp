@@ -1,0 +1,342 @@
+#include "dialog/wizard_fixture.h"
+
+#include "data/series/ds_info.h"
+#include "dialog/common/x_value_text.h"
+#include "dialog/manual/manual_grid.h"
+
+#include <QClipboard>
+#include <QHeaderView>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <random>
+
+namespace lumoplot {
+namespace {
+
+using TPairs = std::vector<std::pair<double, double>>;
+using TBlock = QList<QStringList>;
+
+class TManualGridTest : public TWizardTest {
+protected:
+    void ShowPage(std::initializer_list<const char*> names = {"Run"}) {
+        Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+        Show(names);
+    }
+    TManualGrid& Grid() { return Find<TManualGrid>("grid"); }
+    void GoTo(int row, int column) {
+        TManualGrid& grid = Grid();
+        grid.scrollTo(grid.model()->index(row, column));
+        const QPoint cell = grid.visualRect(grid.model()->index(row, column)).center();
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell);
+        grid.setFocus();
+    }
+    /// As the window system would: each key goes to whatever has the focus.
+    static void TypeKeys(const QString& text) {
+        for (const QChar c : text) QTest::keyClick(QApplication::focusWidget(), c.toLatin1());
+    }
+    static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        QCoreApplication::processEvents();
+    }
+    void TypeCell(int row, int column, const QString& text) {
+        GoTo(row, column);
+        TypeKeys(text);
+        Press(Qt::Key_Return);
+    }
+    void Paste(int row, int column, const QString& text) {
+        QApplication::clipboard()->setText(text);
+        GoTo(row, column);
+        Press(Qt::Key_V, Qt::ControlModifier);
+    }
+    std::string Cell(int row, int column) {
+        return Grid().model()->index(row, column).data().toString().toStdString();
+    }
+    bool IsMarked(int row, int column) {
+        return Grid().model()->index(row, column).data(Qt::BackgroundRole).isValid();
+    }
+    TPairs Points() {
+        TPairs points;
+        for (auto point = Current().First(); point; point = point.Next())
+            points.emplace_back(point.X(), point.Y());
+        return points;
+    }
+};
+
+struct TBlockCase {
+    const char* text;
+    TBlock cells;
+};
+
+TEST(SplitBlock, DividesWhatProgramsCopy) {
+    const TBlockCase cases[] = {
+        {"1\t2\r\n3\t4\r\n", {{"1", "2"}, {"3", "4"}}}, // a spreadsheet
+        {"1,5\t2,5\n3\t4", {{"1,5", "2,5"}, {"3", "4"}}},
+        {"1\t\n\t4\n", {{"1", ""}, {"", "4"}}},
+        {"1;2,5\n3;4", {{"1", "2,5"}, {"3", "4"}}},
+        {"1.5,2\n3,4.5\n", {{"1.5", "2"}, {"3", "4.5"}}},
+        {"1, 2\n3, 4", {{"1", "2"}, {"3", "4"}}},
+        {"1,5\n2,5", {{"1,5"}, {"2,5"}}}, // decimal commas
+        {"  1   2\n3 4", {{"1", "2"}, {"3", "4"}}},
+        {"1\r2\r3", {{"1"}, {"2"}, {"3"}}},
+        {"", {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(SplitBlock(QString::fromLatin1(c.text)), c.cells) << c.text;
+}
+
+// The rows against a plain list of them, over random edits, with undo and redo.
+TEST(ManualRows, BehaveLikeAListWithAHistory) {
+    TPointChain points;
+    for (int i = 0; i < 1500; ++i) points.Add(i, -i, {});
+    TManualRows rows;
+    rows.Show(&points);
+    using TList = std::vector<std::string>;
+    const auto text = [&](const TManualRow& row) {
+        return row.X.isNull() ? std::to_string(rows.Point(row.Point).Id) : row.X.toStdString();
+    };
+    TList list;
+    for (int id = 1; id <= 1500; ++id) list.push_back(std::to_string(id));
+    std::vector<TList> history = {list};
+    std::size_t now = 0;
+    std::mt19937 random(7);
+    const auto upTo = [&](std::size_t last) {
+        return std::uniform_int_distribution<std::size_t>(0, last)(random);
+    };
+    for (int step = 0; step < 400; ++step) {
+        const std::size_t kind = upTo(9);
+        if (kind < 2 && now > 0) {
+            rows.Undo();
+            list = history[--now];
+        } else if (kind == 2 && now + 1 < history.size()) {
+            rows.Redo();
+            list = history[++now];
+        } else if (now < TManualRows::kMaxUndo) {
+            const std::size_t row = upTo(list.size());
+            const std::size_t removed = std::min(list.size() - row, upTo(kind == 9 ? 300 : 3));
+            std::vector<TManualRow> added(upTo(3));
+            const auto place = list.begin() + static_cast<std::ptrdiff_t>(row);
+            list.erase(place, place + static_cast<std::ptrdiff_t>(removed));
+            for (std::size_t i = 0; i < added.size(); ++i) {
+                added[i].X = QString::number(step) + QLatin1Char('.') + QString::number(i);
+                list.insert(list.begin() + static_cast<std::ptrdiff_t>(row + i), added[i].X.toStdString());
+            }
+            rows.Replace(row, removed, std::move(added));
+            history.resize(++now);
+            history.push_back(list);
+        }
+        ASSERT_EQ(rows.Count(), list.size()) << step;
+        for (std::size_t row = 0; row < list.size(); ++row) ASSERT_EQ(text(rows.Row(row)), list[row]) << step;
+    }
+    while (rows.NextUndo()) rows.Undo();
+    EXPECT_FALSE(rows.IsEdited());
+}
+
+TEST_F(TManualGridTest, WhatIsTypedBecomesPointsWhenThePageIsCommitted) {
+    ShowPage();
+    TypeCell(0, 1, QStringLiteral("11,5"));
+    EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(1, 1)) << "Enter goes down";
+    GoTo(2, 0);
+    TypeKeys(QStringLiteral("0.5"));
+    Press(Qt::Key_Return);
+    TypeCell(2, 1, QStringLiteral("-3"));
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 20}})) << "before it is committed";
+    const std::int32_t id = Current().First().Id();
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{0.5, -3}, {1, 11.5}, {2, 20}}));
+    EXPECT_EQ(Current().First().Next().Id(), id) << "a point whose Y alone is changed stays the same point";
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST_F(TManualGridTest, ATextThatIsBeingTypedIsTakenToo) {
+    ShowPage();
+    GoTo(1, 1);
+    TypeKeys(QStringLiteral("77"));
+    Press(Qt::Key_K, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Wizard.result() == TxyDataWizard::kOk; }));
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 77}}));
+}
+
+TEST_F(TManualGridTest, BlocksArePasted) {
+    ShowPage();
+    Paste(1, 1, QStringLiteral("5\t50\n6\t60\n7\t70\n")); // two columns fill both
+    EXPECT_EQ(Grid().model()->rowCount(), 5);
+    Paste(0, 1, QStringLiteral("9"));
+    QApplication::clipboard()->setText(QStringLiteral("8\t80"));
+    GoTo(4, 0);
+    Click("btnPaste");
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{1, 9}, {5, 50}, {6, 60}, {7, 70}, {8, 80}}));
+    Click("btnPreview");
+    Paste(0, 0, QStringLiteral("1\t2\t3\n"));
+    EXPECT_EQ(Sink.Only(),
+              "The copied block has 3 columns. Copy one column, or those of X and Y beside each other.");
+}
+
+TEST_F(TManualGridTest, ACopyPastesBackTheSame) {
+    ShowPage();
+    Current().AddPoint(0.1 + 0.2, 1.0 / 3);
+    QCoreApplication::processEvents();
+    Grid().setFocus();
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+    const TPairs before = Points();
+    Click("btnNew");
+    GoTo(0, 0);
+    Press(Qt::Key_V, Qt::ControlModifier);
+    Click("btnPreview");
+    EXPECT_EQ(Points(), before);
+}
+
+TEST_F(TManualGridTest, RowsAreInsertedDeletedAndEditsUndone) {
+    ShowPage();
+    GoTo(1, 0);
+    Click("btnInsertRows");
+    EXPECT_EQ(Cell(1, 0), "");
+    EXPECT_EQ(Cell(2, 0), "2");
+    TypeCell(1, 0, QStringLiteral("1.5"));
+    TypeCell(1, 1, QStringLiteral("15"));
+    GoTo(0, 0);
+    Click("btnDeleteRows");
+    EXPECT_EQ(Cell(0, 0), "1.5");
+    Click("btnUndo");
+    EXPECT_EQ(Cell(0, 0), "1");
+    Click("btnRedo");
+    Grid().setFocus();
+    Press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Cell(0, 0), "1");
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {1.5, 15}, {2, 20}}));
+}
+
+TEST_F(TManualGridTest, ClearedRowsAreDeletedPoints) {
+    ShowPage();
+    Grid().setFocus();
+    QTest::mouseClick(Grid().verticalHeader()->viewport(), Qt::LeftButton, {}, QPoint(3, 3));
+    Press(Qt::Key_Delete);
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{2, 20}}));
+}
+
+TEST_F(TManualGridTest, ACellThatIsNoNumberStopsEveryCommit) {
+    ShowPage({"Run", "Other"});
+    TypeCell(1, 1, QStringLiteral("12x"));
+    EXPECT_TRUE(IsMarked(1, 1));
+    EXPECT_FALSE(IsMarked(0, 1));
+    for (const char* button : {"btnPreview", "btnOk", "btnDuplicate", "btnNew", "btnSort", "btnSetDefault"}) {
+        Sink.Texts.clear();
+        Click(button);
+        EXPECT_EQ(Sink.Only(), "Row 2: '12x' is not a valid floating point value") << button;
+    }
+    Sink.Texts.clear();
+    AnswerFileDialog(PathOf("run.lds"));
+    Click("btnExport");
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_FALSE(QFile::exists(PathOf("run.lds")));
+    Wizard.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Wizard));
+    Sink.Texts.clear();
+    auto& list = Find<QComboBox>("cbx_DataSets");
+    list.setFocus();
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_EQ(Selected(), "Run");
+    EXPECT_EQ(Current().SeriesName(), "Run");
+    Choose("cbx_SourceKind", 0);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentIndex(), 0);
+    EXPECT_EQ(Cell(1, 1), "12x");
+    EXPECT_TRUE(Wizard.isVisible());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"Run", "Other"}));
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 20}}));
+    TypeCell(1, 1, QStringLiteral("12"));
+    Click("btnOk");
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 12}}));
+}
+
+TEST_F(TManualGridTest, TabsKeepWhatCannotBeCommittedAndCommitTheRest) {
+    ShowPage();
+    auto& tabs = Find<QTabWidget>("tabs");
+    TypeCell(1, 1, QStringLiteral("oops"));
+    tabs.setCurrentIndex(TxyDataWizard::kGeneralPage);
+    tabs.setCurrentIndex(TxyDataWizard::kDataSourcePage);
+    EXPECT_EQ(Cell(1, 1), "oops");
+    EXPECT_TRUE(Sink.Texts.empty());
+    TypeCell(1, 1, QStringLiteral("21"));
+    tabs.setCurrentIndex(TxyDataWizard::kGeneralPage);
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 21}})) << "the other pages work on the points";
+}
+
+TEST_F(TManualGridTest, AnotherDataSetShowsItsOwnRows) {
+    ShowPage({"Run", "Other"});
+    Graph.FindSeries(2)->SetPointY(1, 99);
+    TypeCell(0, 1, QStringLiteral("5"));
+    Choose("cbx_DataSets", 1);
+    EXPECT_EQ(Cell(0, 1), "99");
+    Choose("cbx_DataSets", 0);
+    EXPECT_EQ(Cell(0, 1), "5");
+    Click("btnDelete");
+    EXPECT_EQ(Cell(0, 1), "99");
+    EXPECT_EQ(Sink.Only(), "Delete DataSet  \"Run\"  permanently?");
+}
+
+TEST_F(TManualGridTest, HalfARowIsNamedAndMarked) {
+    ShowPage();
+    TypeCell(2, 0, QStringLiteral("3"));
+    EXPECT_FALSE(IsMarked(2, 1)) << "its Y is still to come";
+    Click("btnOk");
+    EXPECT_EQ(Sink.Only(), "Row 3: Y is empty");
+    EXPECT_TRUE(IsMarked(2, 1));
+    EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(2, 1));
+    Sink.Texts.clear();
+    TypeCell(2, 0, QStringLiteral("inf"));
+    TypeCell(2, 1, QStringLiteral("1"));
+    Click("btnOk");
+    EXPECT_EQ(Sink.Only(), "Row 3: X must be a finite number");
+}
+
+TEST_F(TManualGridTest, RowsWithEqualXAreNotMergedInSilence) {
+    for (const bool keep : {true, false}) {
+        Graph.FreeAllSeries();
+        Wizard.hide();
+        ShowPage();
+        Sink.Texts.clear();
+        Sink.Answer = keep;
+        Paste(2, 0, QStringLiteral("2\t21\n2\t22\n"));
+        Click("btnPreview");
+        EXPECT_EQ(Sink.Only(),
+                  "2 rows have the X of another row. Keep them all? (No merges them into one point each.)");
+        EXPECT_EQ(Current().Count(), keep ? 4 : 2);
+        EXPECT_EQ(Current().DuplicatesAllowed(), keep);
+    }
+}
+
+TEST_F(TManualGridTest, DatesAreShownAndTyped) {
+    ShowPage();
+    const double exact = 45322.123456789; // finer than what is shown
+    Current().Clear();
+    Current().AddPoint(45322, 1);
+    Current().AddPoint(exact, 2);
+    QCoreApplication::processEvents();
+    Choose("cbx_ManualXFormat", 1);
+    EXPECT_EQ(Cell(0, 0), "2024-01-31");
+    EXPECT_EQ(Cell(1, 0), "2024-01-31 02:57:46.667");
+    TypeCell(1, 1, QStringLiteral("3"));
+    TypeCell(2, 0, QStringLiteral("2024-02-01 12:00"));
+    TypeCell(2, 1, QStringLiteral("4"));
+    TypeCell(3, 0, QStringLiteral("45400"));
+    EXPECT_TRUE(IsMarked(3, 0)) << "a number is no date";
+    Click("btnUndo");
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{45322, 1}, {exact, 3}, {45323.5, 4}}));
+}
+
+TEST_F(TManualGridTest, PointsThatChangeElsewhereAreFollowed) {
+    ShowPage();
+    Current().AddPoint(3, 30);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Cell(2, 1), "30");
+    Graph.FreeAllSeries();
+    EXPECT_EQ(Grid().model()->rowCount(), 0);
+}
+
+} // namespace
+} // namespace lumoplot

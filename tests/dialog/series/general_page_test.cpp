@@ -1,0 +1,145 @@
+#include "dialog/wizard_fixture.h"
+
+#include "dialog/common/color_button.h"
+#include "graph/model/holder.h"
+
+#include <QColorDialog>
+#include <QRadioButton>
+#include <QSpinBox>
+
+namespace lumoplot {
+namespace {
+
+TEST_F(TWizardTest, RenamingGoesIntoTheDataSetAndTheList) {
+    Show({"a", "b"});
+    Choose("cbx_DataSets", 1);
+    Graph.SetHolderID("plot DATA");
+    Type("e_SeriesName", QStringLiteral("Transmission"));
+    EXPECT_EQ(Graph.FindSeries(2)->SeriesName(), "Transmission");
+    EXPECT_EQ(Selected(), "Transmission");
+    EXPECT_EQ(Graph.Holder()->ID(), "");
+}
+
+TEST_F(TWizardTest, ShapesAndStylesFollowTheirLists) {
+    Show({"a"});
+    const TPointShape shapes[] = {TPointShape::Square,     TPointShape::Circle,       TPointShape::Diamond,
+                                  TPointShape::UpTriangle, TPointShape::DownTriangle, TPointShape::Cross,
+                                  TPointShape::XCross,     TPointShape::Star,         TPointShape::WidePoint};
+    for (int item = 1; item <= 9; ++item) {
+        Choose("cbx_PointShape", item);
+        EXPECT_EQ(Current().PointShape(), shapes[item - 1]) << item;
+        Wizard.RefillPages();
+        EXPECT_EQ(Find<QComboBox>("cbx_PointShape").currentIndex(), item);
+    }
+    for (int item = 1; item <= 5; ++item) {
+        Choose("cbx_LineStyle", item);
+        EXPECT_EQ(static_cast<int>(Current().LineStyle()), item - 1);
+    }
+    Choose("cbx_LineStyle", 0);
+    EXPECT_FALSE(Current().LinesShown());
+    EXPECT_FALSE(Find<QSpinBox>("se_LineWidth").isEnabled());
+    EXPECT_FALSE(Find<QWidget>("b_LineColor").isVisible());
+}
+
+TEST_F(TWizardTest, PointsSwitchedOnTakeTheColourOfTheLine) {
+    Show({"a"});
+    Current().SetLineColor(kRed);
+    Current().SetPointColor(kBlue);
+    Choose("cbx_PointShape", 2);
+    EXPECT_EQ(Current().PointColor(), kRed);
+    EXPECT_EQ(Find<TColorButton>("b_PointColor").Color(), kRed);
+    Choose("cbx_LineStyle", 0);
+    Current().SetPointColor(kLime);
+    Choose("cbx_LineStyle", 1);
+    EXPECT_EQ(Current().LineColor(), kLime);
+    Choose("cbx_PointShape", 0);
+    Choose("cbx_LineStyle", 0);
+    Current().SetPointColor(kNavy);
+    Choose("cbx_LineStyle", 1); // points are hidden: the line keeps its own colour
+    EXPECT_EQ(Current().LineColor(), kLime);
+}
+
+TEST_F(TWizardTest, NumbersOfTheStyleGoIntoTheDataSet) {
+    Show({"a"});
+    Choose("cbx_PointShape", 1);
+    Type("se_PointSize", QStringLiteral("20"));
+    Type("se_PointBorderWidth", QStringLiteral("3"));
+    Type("se_LineWidth", QStringLiteral("7"));
+    Click("cb_FillPoints");
+    EXPECT_EQ(Current().PointSize(), 20);
+    EXPECT_EQ(Current().PointBorderWidth(), 3);
+    EXPECT_EQ(Current().LineWidth(), 7);
+    EXPECT_FALSE(Current().FillPoints());
+    Click("cb_AutoName");
+    EXPECT_FALSE(Current().SeriesFlag());
+}
+
+TEST_F(TWizardTest, AColourIsChosenInTheColourDialog) {
+    Show({"a"});
+    WhenModal<QColorDialog>([](QColorDialog& dialog) {
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    Click("b_LineColor");
+    EXPECT_EQ(Current().LineColor(), MakeColor(1, 2, 3));
+}
+
+TEST_F(TWizardTest, VisibilityOfOneAndOfAll) {
+    Show({"a", "b", "c"});
+    Choose("cbx_DataSets", 1);
+    Click("cb_Active");
+    EXPECT_FALSE(Current().Active());
+    Click("btnHideOthers");
+    for (int number = 1; number <= 3; ++number) EXPECT_EQ(Graph.FindSeries(number)->Active(), number == 2);
+    EXPECT_TRUE(Find<QAbstractButton>("cb_Active").isChecked());
+    Click("btnShowAll");
+    for (int number = 1; number <= 3; ++number) EXPECT_TRUE(Graph.FindSeries(number)->Active());
+}
+
+TEST_F(TWizardTest, BaselineTextsThatAreNoNumbersChangeNothing) {
+    Show({"a"});
+    Type("e_ZeroValue", QStringLiteral("0.5"));
+    EXPECT_EQ(Current().ZeroValue(), 0.5);
+    for (const char* text : {".", "", "x1", "-", "inf"}) {
+        Type("e_ZeroValue", QString::fromLatin1(text));
+        EXPECT_EQ(Current().ZeroValue(), 0.5) << text;
+    }
+    EXPECT_EQ(Find<QLineEdit>("e_ZeroValue").toolTip().toStdString(),
+              "'inf' is not a valid floating point value");
+    Type("e_ZeroValue", QStringLiteral("1e-3"));
+    EXPECT_EQ(Current().ZeroValue(), 0.001);
+    EXPECT_EQ(Find<QLineEdit>("e_ZeroValue").toolTip(), "");
+    Type("e_Slope", QStringLiteral("-2"));
+    EXPECT_EQ(Current().BaseLineSlope(), -2);
+    EXPECT_TRUE(Sink.Texts.empty()); // nothing pops up while a number is typed
+}
+
+TEST_F(TWizardTest, AutomaticBaselineShowsWhatItFound) {
+    Show({"a"});
+    Click("cb_AutoZero");
+    EXPECT_EQ(Current().ZeroValue(), 10);
+    EXPECT_EQ(Find<QLineEdit>("e_ZeroValue").text(), "10");
+    EXPECT_FALSE(Find<QLineEdit>("e_ZeroValue").isEnabled());
+    EXPECT_FALSE(Find<QWidget>("btnReadMark").isEnabled());
+}
+
+TEST_F(TWizardTest, TheBaselineIsReadFromAMarkOnTheMainAxisOnly) {
+    Show({"a"});
+    Click("btnReadMark");
+    EXPECT_EQ(Sink.Only(), "No Mark Found!");
+    Graph.AddMark({.X2 = 2, .Y2 = 5, .TypeOfMark = TMarkType::Line});
+    Click("btnReadMark");
+    EXPECT_EQ(Find<QLineEdit>("e_Slope").text(), "2.5");
+    Click("rb_SecondAxis");
+    EXPECT_TRUE(Current().IsOnSecondY());
+    EXPECT_FALSE(Find<QWidget>("btnReadMark").isEnabled());
+    Click("cb_AutoZero");
+    Click("cb_AutoZero");
+    EXPECT_FALSE(Find<QWidget>("btnReadMark").isEnabled());
+    Click("rb_MainAxis");
+    EXPECT_FALSE(Current().IsOnSecondY());
+    EXPECT_TRUE(Find<QWidget>("btnReadMark").isEnabled());
+}
+
+} // namespace
+} // namespace lumoplot

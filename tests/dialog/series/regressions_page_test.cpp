@@ -1,0 +1,242 @@
+#include "dialog/wizard_fixture.h"
+
+#include "dialog/common/color_button.h"
+
+#include <QAbstractItemView>
+#include <QColorDialog>
+#include <QLabel>
+#include <QSpinBox>
+#include <QTabWidget>
+
+namespace lumoplot {
+namespace {
+
+/// The dialog on a data set Y = 1, 3, 8 at X = 0, 1, 2, with its Regressions page in front.
+class RegressionsPage : public TWizardTest {
+protected:
+    void SetUp() override {
+        Wizard.SetStartPage(TxyDataWizard::kRegressionsPage);
+        Show({"a"});
+        Current().Clear();
+        for (const double y : {1, 3, 8}) Current().AddPoint(Current().Count(), y);
+        Wizard.RefillPages();
+    }
+    std::string TextOf(const char* label) { return Find<QLabel>(label).text().toStdString(); }
+    void PickColor(const char* button, QColor color) {
+        WhenModal<QColorDialog>([color](QColorDialog& dialog) {
+            dialog.setCurrentColor(color);
+            dialog.accept();
+        });
+        Click(button);
+    }
+};
+
+TEST_F(RegressionsPage, IsTheThirdPage) {
+    auto& tabs = Find<QTabWidget>("tabs");
+    EXPECT_EQ(tabs.tabText(2), QStringLiteral("&Regressions"));
+    EXPECT_EQ(tabs.currentIndex(), 2);
+}
+
+TEST_F(RegressionsPage, EachRegressionNamesItsControlValuesAndKeepsThem) {
+    struct TCase {
+        const char* item;
+        const char* first;
+        const char* second;
+    };
+    constexpr const char* kUnused = "Value not used";
+    const TCase cases[] = {
+        {"None", kUnused, kUnused},
+        {"Linear Least Squares", kUnused, kUnused},
+        {"Passing / Bablok", kUnused, kUnused},
+        {"Quadratic", kUnused, kUnused},
+        {"Spline", "Number of Points:", "Gradient at ends:"},
+        {"Nonlinear Least Squares ", "Number of Points:", "Fitting Tension:"},
+        {"Running Average", kUnused, "Alpha value:"},
+    };
+    Current().SetRegressionControlValue1(42);
+    Current().SetRegressionControlValue2(0.00125);
+    Wizard.RefillPages();
+    for (int type = 6; type >= 0; --type) {
+        const TCase& c = cases[type];
+        Choose("cbx_Regression", type);
+        EXPECT_EQ(Find<QComboBox>("cbx_Regression").currentText(), QLatin1String(c.item));
+        EXPECT_EQ(TextOf("lblControlValue1"), c.first);
+        EXPECT_EQ(TextOf("lblControlValue2"), c.second);
+        EXPECT_EQ(Current().RegressionType(), type);
+        EXPECT_EQ(Find<QComboBox>("cbx_RegressionLineStyle").isEnabled(), type > 0);
+        EXPECT_EQ(Find<QSpinBox>("se_RegressionLineWidth").isEnabled(), type > 0);
+        EXPECT_EQ(Find<TColorButton>("b_RegressionColor").isVisible(), type > 0);
+    }
+    EXPECT_EQ(Current().RegressionControlValue1(), 42);
+    EXPECT_EQ(Current().RegressionControlValue2(), 0.00125);
+    EXPECT_EQ(Find<QLineEdit>("e_ControlValue2").text(), QStringLiteral("1.250E-03"));
+}
+
+TEST_F(RegressionsPage, OnlyNumbersReachTheDataSet) {
+    struct TCase {
+        const char* edit;
+        const char* text;
+        double expected; ///< of a value that was 7 before
+        bool marked;
+    };
+    const TCase cases[] = {
+        {"e_ControlValue1", "12", 12, false},   {"e_ControlValue1", "", 7, false},
+        {"e_ControlValue1", "x", 7, true},      {"e_ControlValue1", "99999999999", 999999999, true},
+        {"e_ControlValue2", "2.5", 2.5, false}, {"e_ControlValue2", "", 7, false},
+        {"e_ControlValue2", "x", 7, true},      {"e_LowerBound", "-2.5", -2.5, false},
+        {"e_LowerBound", "", 7, true},          {"e_LowerBound", "x", 7, true},
+        {"e_UpperBound", "1e3", 1000, false},   {"e_UpperBound", "", 7, true},
+        {"e_UpperBound", "nan", 7, true},       {"e_ControlValue2", "inf", 7, true},
+    };
+    Choose("cbx_Bounds", 1);
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(std::string(c.edit) + ": " + c.text);
+        Current().SetRegressionControlValue1(7);
+        Current().SetRegressionControlValue2(7);
+        Current().SetLowerBound(7);
+        Current().SetUpperBound(7);
+        Wizard.RefillPages();
+        Type(c.edit, QLatin1String(c.text));
+        const std::string edit = c.edit;
+        const double value = edit == "e_ControlValue1"   ? Current().RegressionControlValue1()
+                             : edit == "e_ControlValue2" ? Current().RegressionControlValue2()
+                             : edit == "e_LowerBound"    ? Current().LowerBound()
+                                                         : Current().UpperBound();
+        EXPECT_EQ(value, c.expected);
+        EXPECT_EQ(Find<QLineEdit>(c.edit).toolTip().contains(QStringLiteral("is not a valid")), c.marked);
+    }
+}
+
+TEST_F(RegressionsPage, LookOfTheLinesIsStored) {
+    Choose("cbx_Regression", 1);
+    Choose("cbx_RegressionLineStyle", 2);
+    Find<QSpinBox>("se_RegressionLineWidth").selectAll();
+    QTest::keyClicks(&Find<QSpinBox>("se_RegressionLineWidth"), QStringLiteral("17"));
+    PickColor("b_RegressionColor", QColor(1, 2, 3));
+    Choose("cbx_Bounds", 5);
+    Choose("cbx_BoundsLineStyle", 4);
+    PickColor("b_BoundsColor", QColor(4, 5, 6));
+    EXPECT_EQ(Current().RegressionLineStyle(), TPenStyle::Dot);
+    EXPECT_EQ(Current().RegressionLineWidth(), 17);
+    EXPECT_EQ(Current().RegressionColor(), MakeColor(1, 2, 3));
+    EXPECT_EQ(Current().BoundsType(), TBoundsType::AllSD);
+    EXPECT_EQ(Current().BoundsLineStyle(), TPenStyle::DashDotDot);
+    EXPECT_EQ(Current().BoundsColor(), MakeColor(4, 5, 6));
+}
+
+TEST_F(RegressionsPage, BoundsEnableWhatTheyUse) {
+    const char* captions[] = {"None",
+                              "As Set Below",
+                              "at 1SD from Mean",
+                              "at 2SD from Mean ",
+                              "at 3SD from Mean",
+                              "at 1, 2 and 3 SD"};
+    for (int item = 5; item >= 0; --item) {
+        Choose("cbx_Bounds", item);
+        EXPECT_EQ(Find<QComboBox>("cbx_Bounds").currentText(), QLatin1String(captions[item]));
+        EXPECT_EQ(static_cast<int>(Current().BoundsType()), item);
+        EXPECT_EQ(Find<QComboBox>("cbx_BoundsLineStyle").isEnabled(), item > 0);
+        EXPECT_EQ(Find<TColorButton>("b_BoundsColor").isVisible(), item > 0);
+        EXPECT_EQ(Find<QLineEdit>("e_LowerBound").isEnabled(), item == 1);
+        EXPECT_EQ(Find<QLineEdit>("e_UpperBound").isEnabled(), item == 1);
+    }
+}
+
+TEST_F(RegressionsPage, FillingShowsTheDataSetAndChangesNothing) {
+    Current().SetRegressionType(4);
+    Current().SetRegressionColor(MakeColor(9, 8, 7));
+    Current().SetRegressionLineWidth(300); // more than the page offers
+    Current().SetBoundsType(TBoundsType::SetValues);
+    Current().SetLowerBound(1.23456789);
+    Current().SetUpperBound(1e300);
+    Wizard.RefillPages();
+    EXPECT_EQ(TextOf("lblControlValue1"), "Number of Points:");
+    EXPECT_EQ(Find<TColorButton>("b_RegressionColor").Color(), MakeColor(9, 8, 7));
+    EXPECT_EQ(Find<QLineEdit>("e_ControlValue1").text(), QStringLiteral("100"));
+    EXPECT_EQ(Find<QLineEdit>("e_ControlValue2").text(), QStringLiteral("5.000E-02"));
+    EXPECT_EQ(Find<QLineEdit>("e_LowerBound").text(), QStringLiteral("1.2346"));
+    EXPECT_EQ(Find<QLineEdit>("e_UpperBound").text(), QStringLiteral("1.000E+300"));
+    EXPECT_TRUE(Find<QLineEdit>("e_LowerBound").isEnabled());
+    EXPECT_EQ(Current().RegressionLineWidth(), 300);
+    EXPECT_EQ(Current().LowerBound(), 1.23456789);
+    EXPECT_EQ(Current().UpperBound(), 1e300);
+}
+
+// The line through 1, 3, 8: slope 7 / 2, mean 4; the parabola goes through all three.
+TEST_F(RegressionsPage, ResultsAreShownWithTheSettings) {
+    EXPECT_EQ(TextOf("lblYStatistics"), "Mean of Y: 4, SD: 3.606, points: 3");
+    EXPECT_EQ(TextOf("lblRegressionResult"), "");
+    Choose("cbx_Regression", 1);
+    EXPECT_EQ(TextOf("lblRegressionResult"), "Y = 0.5 + 3.5 X");
+    Choose("cbx_Regression", 3);
+    EXPECT_EQ(TextOf("lblRegressionResult"), "Y = 1 + 0.5 X + 1.5 X²");
+    Current().SetPointY(3, -2); // by a click into another page
+    Wizard.RefillPages();
+    EXPECT_EQ(TextOf("lblRegressionResult"), "Y = 1 + 5.5 X - 3.5 X²");
+    Current().SetZeroValue(2);
+    Wizard.RefillPages();
+    EXPECT_EQ(TextOf("lblRegressionResult"), "Y = 1 + 5.5 X - 3.5 X²  (before the baseline is subtracted)");
+    Current().Clear();
+    Wizard.RefillPages();
+    EXPECT_EQ(TextOf("lblYStatistics"), "No Statistics are available unless more than one point exists");
+}
+
+TEST_F(RegressionsPage, ReasonsForNoLineStandBesideTheList) {
+    Choose("cbx_Regression", 4);
+    EXPECT_EQ(TextOf("lblRegressionError"), "");
+    Type("e_ControlValue1", QStringLiteral("0"));
+    EXPECT_EQ(TextOf("lblRegressionError"), "The number of points must lie between 1 and 1000000");
+    Type("e_ControlValue1", QStringLiteral("50"));
+    EXPECT_EQ(TextOf("lblRegressionError"), "");
+    Current().SetDuplicatesAllowed(true);
+    Wizard.RefillPages();
+    EXPECT_EQ(TextOf("lblRegressionError"), "There is no spline while points may share their X");
+    Choose("cbx_Regression", 5);
+    EXPECT_EQ(TextOf("lblRegressionError"), "The curve fit of this data set gives no curve");
+    Choose("cbx_Regression", 0);
+    EXPECT_EQ(TextOf("lblRegressionError"), "");
+}
+
+// Hosts and files set it; the list does not offer it.
+TEST_F(RegressionsPage, RunningAverageOfAHostIsLeftAlone) {
+    Choose("cbx_Regression", 2);
+    Current().SetRegressionType(7);
+    Wizard.RefillPages();
+    EXPECT_EQ(Current().RegressionType(), 7);
+    EXPECT_EQ(TextOf("lblRegressionResult"), "Running average of 19 points");
+    Type("e_ControlValue2", QStringLiteral("0.6"));
+    EXPECT_EQ(TextOf("lblRegressionError"), "Invalid Running Average limit");
+    EXPECT_EQ(TextOf("lblRegressionResult"), "");
+    EXPECT_EQ(Current().RegressionType(), 7);
+    auto& list = Find<QComboBox>("cbx_Regression");
+    ASSERT_EQ(list.currentIndex(), 2) << "unchanged";
+    list.showPopup();
+    QTest::keyClick(list.view(), Qt::Key_Return);
+    EXPECT_EQ(Current().RegressionType(), 2) << "chosen again";
+}
+
+TEST_F(RegressionsPage, WithoutADataSetThePageIsEmptyAndInert) {
+    Choose("cbx_Regression", 1);
+    Click("btnDelete");
+    EXPECT_EQ(TextOf("lblRegressionResult"), "");
+    EXPECT_EQ(TextOf("lblYStatistics"), "");
+    EXPECT_FALSE(Find<QComboBox>("cbx_Regression").isEnabled());
+}
+
+TEST_F(RegressionsPage, TabWalksTheControlsAsTheyLie) {
+    Choose("cbx_Regression", 1);
+    Choose("cbx_Bounds", 1);
+    const char* order[] = {
+        "cbx_Regression",         "e_ControlValue1",   "e_ControlValue2", "cbx_RegressionLineStyle",
+        "se_RegressionLineWidth", "b_RegressionColor", "cbx_Bounds",      "cbx_BoundsLineStyle",
+        "b_BoundsColor",          "e_LowerBound",      "e_UpperBound"};
+    Find<QWidget>(order[0]).setFocus();
+    for (const char* name : order) {
+        ASSERT_TRUE(Wizard.focusWidget());
+        EXPECT_EQ(Wizard.focusWidget()->objectName(), QLatin1String(name));
+        QTest::keyClick(&Wizard, Qt::Key_Tab);
+    }
+}
+
+} // namespace
+} // namespace lumoplot

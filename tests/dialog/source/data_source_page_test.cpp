@@ -1,0 +1,493 @@
+#include "dialog/wizard_fixture.h"
+
+#include "data/series/ds_info.h"
+#include "graph/file/graph_file.h"
+#include "graph/loading/source_loading.h"
+#include "graph/model/holder.h"
+#include "support/errors.h"
+
+#include <QDropEvent>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QListWidget>
+#include <QMimeData>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+
+namespace lumoplot {
+namespace {
+
+QString TextFile(const char* name) {
+    return QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + QLatin1String(name);
+}
+
+class TDataSourcePageTest : public TWizardTest {
+protected:
+    void ShowPage() {
+        Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+        Show({"Run"});
+    }
+    void ShowFile(const QString& file) {
+        ShowPage();
+        Attach(file);
+    }
+    /// With Yes to the question whether the points that are there may go.
+    void Attach(const QString& file) {
+        Wizard.AttachSource(file.toStdString());
+        std::erase(Sink.Texts, "Data from Current DataSet Will be lost, Continue?");
+    }
+    QString Write(const char* name, const QByteArray& text) {
+        QFile file(PathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+    void Press(Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        QCoreApplication::processEvents();
+    }
+    TDSInfo& Source() { return Current().DataSourceInfo(); }
+    std::vector<double> Ys() {
+        std::vector<double> ys;
+        for (auto point = Current().First(); point; point = point.Next()) ys.push_back(point.Y());
+        return ys;
+    }
+    std::string Shown(const char* label) { return Find<QLabel>(label).text().toStdString(); }
+    std::string PreviewCell(int row, int column) {
+        return Find<QTableView>("t_Preview").model()->index(row, column).data().toString().toStdString();
+    }
+    std::vector<std::string> Messages() {
+        std::vector<std::string> texts;
+        auto& list = Find<QListWidget>("l_Messages");
+        for (int i = 0; i < list.count() && list.isVisible(); ++i)
+            texts.push_back(list.item(i)->text().toStdString());
+        return texts;
+    }
+};
+
+TEST_F(TDataSourcePageTest, AFileIsAttachedNamedAndExplained) {
+    ShowFile(TextFile("semicolon_decimal_comma.csv"));
+    EXPECT_EQ(Source().Kind(), TSourceKind::TextFile);
+    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentText(), "Text File");
+    EXPECT_EQ(Find<QLineEdit>("e_SourceName").text(), TextFile("semicolon_decimal_comma.csv"));
+    EXPECT_EQ(Find<QLineEdit>("e_SourceName").toolTip(), TextFile("semicolon_decimal_comma.csv"));
+    EXPECT_FALSE(Find<QLineEdit>("e_Directory").isVisible());
+    EXPECT_EQ(Selected(), "semicolon_decimal_comma");
+    EXPECT_EQ(Ys(), (std::vector<double>{1.25, 1.31, 1.38, 1.44}));
+    EXPECT_EQ(Shown("lblFound"), "Read as semicolon, decimal comma, 1 header row, UTF-8.");
+    EXPECT_EQ(Shown("lblResult"), "4 points from 4 rows.");
+    EXPECT_EQ(PreviewCell(1, 2), "10,1");
+    EXPECT_TRUE(Find<QAbstractButton>("cb_Semicolon").isChecked());
+    EXPECT_FALSE(Find<QAbstractButton>("cb_Semicolon").isEnabled()) << "found, not chosen";
+    EXPECT_EQ(Find<QComboBox>("cbx_YColumn").currentText(), "Auto (2: Spannung [V])");
+}
+
+TEST_F(TDataSourcePageTest, OptionsAreWrittenAtOnceAndLoadedWhenThePageIsLeft) {
+    ShowFile(TextFile("semicolon_decimal_comma.csv"));
+    Choose("cbx_YColumn", 3);
+    EXPECT_EQ(Source().YDataColumn(), "Strom [mA]");
+    EXPECT_EQ(Ys().front(), 1.25) << "not loaded yet";
+    Click("btnPreview");
+    EXPECT_EQ(Ys(), (std::vector<double>{10.1, 10.4, 10.2, 10.9}));
+    EXPECT_EQ(Selected(), "Strom [mA]") << "Autoupdate follows the column";
+    Click("btnPreview");
+    Type("cbx_YColumn", QStringLiteral("2"));
+    Find<QTabWidget>("tabs").setCurrentIndex(0);
+    EXPECT_EQ(Ys().front(), 1.25);
+    Find<QTabWidget>("tabs").setCurrentIndex(1);
+    Type("cbx_YColumn", QStringLiteral("strom [ma]"));
+    Click("btnReload");
+    EXPECT_EQ(Ys().front(), 10.1);
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST_F(TDataSourcePageTest, ADataSetThatLoadsWhenAnotherIsPickedKeepsItsPlaceInTheList) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"Run", "Other"});
+    Wizard.AttachSource(Write("run.csv", "t,U,I\n1,2,3\n2,3,4\n3,4,5\n").toStdString());
+    Choose("cbx_YColumn", 3);
+    Choose("cbx_DataSets", 1);
+    EXPECT_EQ(Names(), (std::vector<std::string>{"I", "Other"}));
+    EXPECT_EQ(Selected(), "Other");
+    EXPECT_EQ(Find<QComboBox>("cbx_DataSets").itemText(0), "I");
+}
+
+TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
+    ShowFile(TextFile("semicolon_decimal_comma.csv"));
+    const std::pair<std::function<void()>, std::function<bool(const TDSInfo&)>> cases[] = {
+        {[&] { Click("cb_FindSeparators"); }, [](auto& s) { return s.TextSeparators() == ";"; }},
+        {[&] { Click("cb_Tab"); }, [](auto& s) { return s.TextSeparators() == "\t;"; }},
+        {[&] { Click("cb_Comma"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,"; }},
+        {[&] { Click("cb_Semicolon"); }, [](auto& s) { return s.TextSeparators() == "\t,;"; }},
+        {[&] { Click("cb_Blank"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
+        {[&] { Click("cb_Other"); }, [](auto& s) { return s.TextSeparators() == "\t,; "; }},
+        {[&] { Type("e_Other", QStringLiteral("|/")); },
+         [](auto& s) { return s.TextSeparators() == "\t,; |/"; }},
+        {[&] { Click("cb_FindSeparators"); }, [](auto& s) { return s.TextSeparators().empty(); }},
+        {[&] { Type("e_TextMarkers", QStringLiteral("'")); }, [](auto& s) { return s.TextMarkers() == "'"; }},
+        {[&] { Click("cb_FindHeaders"); }, [](auto& s) { return s.FileHasHeaders() == 1; }},
+        {[&] { Type("se_HeaderRows", QStringLiteral("2")); },
+         [](auto& s) { return s.FileHasHeaders() == 2; }},
+        {[&] { Click("cb_FindHeaders"); },
+         [](auto& s) { return s.FileHasHeaders() == TDSInfo::kFindHeaders; }},
+        {[&] { Click("cb_FixedWidth"); }, [](auto& s) { return s.DivideTextByWidth(); }},
+        {[&] { Type("se_ColumnWidth", QStringLiteral("7")); }, [](auto& s) { return s.ColumnWidth() == 7; }},
+        {[&] { Click("cb_FixedWidth"); }, [](auto& s) { return !s.DivideTextByWidth(); }},
+        {[&] { Choose("cbx_XColumn", 1); }, [](auto& s) { return s.XDataColumn() == "0"; }},
+        {[&] {
+             Type("cbx_XColumn", QStringLiteral("1: Zeit [s]"));
+             Press(Qt::Key_Return);
+         },
+         [](auto& s) { return s.XDataColumn() == "Zeit [s]"; }},
+        {[&] { Choose("cbx_XFormat", 1); }, [](auto& s) { return s.XFormat() == TColumnFormat::DateTime; }},
+        {[&] { Choose("cbx_XFormat", 0); }, [](auto& s) { return s.XFormat() == TColumnFormat::Number; }},
+        {[&] { Choose("cbx_YFormat", 1); }, [](auto& s) { return s.YFormat() == TColumnFormat::DateTime; }},
+        {[&] { Type("e_XExpression", QStringLiteral("X/60")); },
+         [&](auto&) { return Current().XColExpr() == "X/60"; }},
+        {[&] { Type("e_YExpression", QStringLiteral("2*Y")); },
+         [&](auto&) { return Current().YColExpr() == "2*Y"; }},
+        {[&] { Choose("cbx_RowChoice", 1); },
+         [](auto& s) { return s.RowChoiceMode() == TRowChoice::ByNumber; }},
+        {[&] { Type("e_From", QStringLiteral("3")); }, [](auto& s) { return s.RowChoiceValue1() == 3; }},
+        {[&] { Type("e_To", QStringLiteral("4")); }, [](auto& s) { return s.RowChoiceValue2() == 4; }},
+        {[&] { Type("e_To", QStringLiteral("4x")); }, [](auto& s) { return s.RowChoiceValue2() == 4; }},
+        {[&] { Choose("cbx_RowChoice", 2); }, [](auto& s) { return s.RowChoiceMode() == TRowChoice::ByX; }},
+        {[&] { Type("e_From", QStringLiteral("-0,5")); },
+         [](auto& s) { return s.RowChoiceValue1() == -0.5; }},
+        {[&] { Click("cb_AutoFrequency"); }, [](auto& s) { return !s.AutoRowHitFreq(); }},
+        {[&] { Type("se_RowFrequency", QStringLiteral("3")); },
+         [](auto& s) { return s.RowSamplingFrequency() == 3; }},
+        {[&] { Choose("cbx_DecimalSign", 1); },
+         [&](auto&) { return Current().TextWishes().decimalSign == '.'; }},
+        {[&] { Choose("cbx_DateOrder", 2); },
+         [&](auto&) { return Current().TextWishes().dateOrder == TDateOrder::DayMonthYear; }},
+        {[&] { Choose("cbx_Encoding", 4); },
+         [&](auto&) { return Current().TextWishes().encoding == TTextEncoding::CodePage; }},
+        {[&] { Click("btnFindAgain"); }, [&](auto&) { return Current().TextWishes() == TTextWishes{}; }},
+    };
+    int number = 0;
+    for (const auto& [act, holds] : cases) {
+        act();
+        EXPECT_TRUE(holds(Source())) << "case " << number;
+        ++number;
+    }
+}
+
+TEST_F(TDataSourcePageTest, ExpressionsAreShownInThePreviewAndMarkedWhenTheyAreNone) {
+    ShowFile(Write("run.csv", "s,volt\n60,1\n120,2\n180,x\n240,0\n"));
+    auto& edit = Find<QLineEdit>("e_YExpression");
+    const QColor plain = edit.palette().color(QPalette::Base);
+    Type("e_XExpression", QStringLiteral("s/60"));
+    Type("e_YExpression", QStringLiteral("1/volt"));
+    const auto& preview = *Find<QTableView>("t_Preview").model();
+    EXPECT_EQ(preview.headerData(0, Qt::Horizontal).toString(), "X = s/60");
+    EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y as read = 2");
+    EXPECT_EQ(PreviewCell(2, 0), "2");
+    EXPECT_EQ(PreviewCell(2, 1), "0.5");
+    EXPECT_EQ(PreviewCell(2, 3), "2");
+    EXPECT_EQ(preview.index(4, 1).data(Qt::ToolTipRole).toString(),
+              "row 5: the expression for Y gives no value");
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{1, 0.5}));
+    EXPECT_EQ(Current().First().X(), 1);
+    EXPECT_EQ(Messages().size(), 2u);
+
+    for (const auto& [text, reason] :
+         {std::pair("1/(volt", "Unequal brackets"),
+          std::pair("amp", "no column is named 'amp' (its columns are s, volt)")}) {
+        Type("e_YExpression", QString::fromLatin1(text));
+        EXPECT_EQ(edit.toolTip(), reason);
+        EXPECT_NE(edit.palette().color(QPalette::Base), plain);
+        EXPECT_EQ(PreviewCell(2, 0), "120") << "nothing is made while one of them can not be used";
+        Sink.Texts.clear();
+        Click("btnReload");
+        EXPECT_EQ(Sink.Only(), std::string("The expression for Y can not be used: ") + reason);
+        EXPECT_EQ(Ys(), (std::vector<double>{1, 0.5}));
+    }
+    Type("e_YExpression", QString());
+    EXPECT_EQ(edit.palette().color(QPalette::Base), plain);
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{1, 2, 0}));
+}
+
+TEST_F(TDataSourcePageTest, TheSeparatorOfOthersIsFoundAndShown) {
+    ShowFile(Write("bars.txt", "a|b\n1|2\n2|3\n3|4\n"));
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
+    EXPECT_EQ(Find<QLineEdit>("e_Other").text(), "|");
+    EXPECT_TRUE(Find<QAbstractButton>("cb_Other").isChecked());
+}
+
+TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
+    ShowFile(TextFile("bad_rows.csv"));
+    const auto messages = Messages();
+    ASSERT_FALSE(messages.empty());
+    EXPECT_EQ(messages.front().substr(0, 6), "row 3:");
+    EXPECT_NE(Shown("lblResult").find("rows skipped"), std::string::npos) << Shown("lblResult");
+    const QModelIndex oops = Find<QTableView>("t_Preview").model()->index(3, 1);
+    EXPECT_EQ(oops.data().toString(), "oops");
+    EXPECT_TRUE(oops.data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("row 4: 'oops'")));
+    auto& list = Find<QListWidget>("l_Messages");
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
+    EXPECT_TRUE(Find<QTableView>("t_Preview").selectionModel()->isRowSelected(3))
+        << "a message leads to its row";
+}
+
+TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
+    ShowFile(TextFile("replicates.csv"));
+    const int merged = Current().Count();
+    EXPECT_NE(Shown("lblResult").find("merged into others with the same X"), std::string::npos);
+    EXPECT_FALSE(Current().DuplicatesAllowed());
+    Click("btnKeepAll");
+    EXPECT_TRUE(Current().DuplicatesAllowed());
+    EXPECT_GT(Current().Count(), merged);
+    EXPECT_FALSE(Find<QAbstractButton>("btnKeepAll").isVisible());
+    EXPECT_EQ(Shown("lblResult").find("merged"), std::string::npos);
+}
+
+TEST_F(TDataSourcePageTest, TheRunnerUpIsTakenByOneClickAndForgottenByAnother) {
+    QByteArray text = "day,load\n";
+    for (int day = 1; day <= 12; ++day)
+        text += QByteArray::number(day) + "/" + QByteArray::number(13 - day) + "/2024," +
+                QByteArray::number(day) + "\n";
+    ShowFile(Write("days.csv", text));
+    const std::string found = Shown("lblFound");
+    const double first = Current().First().X();
+    auto& runnerUp = Find<QAbstractButton>("btnRunnerUp");
+    ASSERT_TRUE(runnerUp.isVisible());
+    EXPECT_TRUE(runnerUp.text().startsWith(QStringLiteral("Also fits: dates ")))
+        << runnerUp.text().toStdString();
+    Click("btnRunnerUp");
+    EXPECT_NE(Shown("lblFound"), found);
+    EXPECT_TRUE(Current().TextWishes().dateOrder.has_value());
+    EXPECT_EQ(Current().Count(), 12);
+    Click("btnFindAgain");
+    EXPECT_EQ(Shown("lblFound"), found);
+    EXPECT_EQ(Current().First().X(), first);
+}
+
+TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "\t" + QByteArray::number(i % 7) + "\n";
+    const QString file = Write("long.txt", text);
+    Graph.SetEditorMode(true);
+    ShowFile(file);
+    EXPECT_EQ(Current().Count(), 500);
+    EXPECT_EQ(Find<QSpinBox>("se_RowFrequency").value(), 4);
+    EXPECT_TRUE(Current().IsThinned());
+    EXPECT_EQ(Current().SourceRows().Chosen, 2000);
+    Source().NoteRowSamplingFrequency(9);
+    Click("btnPreview");
+    Click("btnPreview");
+    EXPECT_EQ(Find<QSpinBox>("se_RowFrequency").value(), 9) << "what the data set has now";
+    Click("cb_AutoFrequency");
+    Type("se_RowFrequency", QStringLiteral("2"));
+    Click("btnReload");
+    EXPECT_EQ(Current().Count(), 1000) << "without a budget";
+    EXPECT_FALSE(Current().IsThinned());
+}
+
+TEST_F(TDataSourcePageTest, AHostReadsThinnedDataSetsAgainAsTheyWereRead) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + ";1," + QByteArray::number(i % 7) + "\n";
+    const QString file = Write("long.txt", text);
+    Graph.SetEditorMode(true);
+    ShowFile(file);
+    Current().SetSeriesName("Mine");
+    TxyGraph host;
+    host.CopyFrom(Graph);
+    TakeSourceStates(host, Graph);
+    EXPECT_EQ(host.FirstSeries()->Count(), 500);
+    TSilentProgress progress;
+    LoadThinnedAgain(host, Graph, progress);
+    EXPECT_EQ(host.FirstSeries()->Count(), 2000);
+    EXPECT_EQ(host.FirstSeries()->SeriesName(), "Mine");
+    EXPECT_FALSE(host.FirstSeries()->IsThinned());
+    EXPECT_EQ(host.FirstSeries()->First().Next().Y(), 1.1);
+}
+
+TEST_F(TDataSourcePageTest, ASheetThatHasGoneDoesNotKeepTheHostFromReadingTheRest) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "," + QByteArray::number(i % 7) + "\n";
+    Graph.SetEditorMode(true);
+    ShowFile(Write("long.txt", text));
+    Click("btnDuplicate");
+    TxyGraph host;
+    host.CopyFrom(Graph);
+    host.Holder()->OfferSheets({[] { return std::vector<std::string>(); },
+                                [](auto&) -> std::string { throw std::runtime_error("The sheet is gone"); }});
+    host.FirstSeries()->DataSourceInfo().SetKind(TSourceKind::LumoSheet);
+    TSilentProgress progress;
+    LoadThinnedAgain(host, Graph, progress);
+    EXPECT_EQ(Sink.Only(), "The sheet is gone");
+    EXPECT_EQ(host.FindSeries(1)->Count(), 500);
+    EXPECT_EQ(host.FindSeries(2)->Count(), 2000);
+}
+
+TEST_F(TDataSourcePageTest, WhatCannotBeReadIsToldAndChangesNothing) {
+    const std::pair<QString, const char*> cases[] = {
+        {Write("empty.txt", ""), "is empty"},
+        {Write("binary.txt", QByteArray(4000, '\0') + QByteArray("\x7f\x45\x4c\x46\x01\x02", 6)),
+         "binary.txt"},
+        {Write("words.txt", "just some\nwords here\nand there\n"), "holds no column of numbers"},
+        {Folder.path(), ""},
+        {PathOf("missing.txt"), "missing.txt"},
+    };
+    ShowPage();
+    for (const auto& [file, text] : cases) {
+        Sink.Texts.clear();
+        Attach(file);
+        EXPECT_NE(Sink.Only().find(text), std::string::npos) << Sink.Only();
+        EXPECT_EQ(Ys(), (std::vector<double>{10, 20})) << text;
+        EXPECT_EQ(Source().SourceName(), file.toStdString());
+    }
+    Sink.Texts.clear();
+    Click("btnPreview");
+    EXPECT_TRUE(Wizard.PreviewMode()) << "told once, it does not stop everything else";
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST_F(TDataSourcePageTest, SettingsSurviveAFailureAndAFileThatComesBack) {
+    const QString file = Write("run.csv", "a;b;c\n1;2;3\n2;3;4\n");
+    ShowFile(file);
+    Choose("cbx_YColumn", 3);
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{3, 4}));
+    QFile::remove(file);
+    Click("btnReload");
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_EQ(Ys(), (std::vector<double>{3, 4}));
+    EXPECT_EQ(Source().YDataColumn(), "c");
+    Write("run.csv", "a;b;c\n1;2;30\n2;3;40\n");
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{30, 40}));
+}
+
+TEST_F(TDataSourcePageTest, AFailureIsToldBeforeTheDialogCloses) {
+    ShowFile(TextFile("semicolon_decimal_comma.csv"));
+    Type("cbx_YColumn", QStringLiteral("17"));
+    Click("btnOk");
+    EXPECT_NE(Sink.Only().find("has no column 17"), std::string::npos) << Sink.Only();
+    EXPECT_TRUE(Wizard.isVisible());
+    Click("btnOk");
+    EXPECT_FALSE(Wizard.isVisible());
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+}
+
+TEST_F(TDataSourcePageTest, ARelativeNameIsLookedUpInTheDataDirectory) {
+    Write("near.csv", "1,2\n2,3\n");
+    Graph.Appearance()->SetDataDirectory("/nowhere");
+    ShowPage();
+    Choose("cbx_SourceKind", 1);
+    Type("e_SourceName", QStringLiteral("near.csv"));
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(Wizard.isVisible()) << "Enter takes the name and no more";
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    auto& directory = Find<QLineEdit>("e_Directory");
+    ASSERT_TRUE(directory.isVisible());
+    EXPECT_EQ(directory.text(), "/nowhere");
+    Type("e_Directory", Folder.path());
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Graph.Appearance()->DataDirectory(), Folder.path().toStdString());
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3}));
+    EXPECT_EQ(Find<QLineEdit>("e_SourceName").toolTip(), "near.csv");
+}
+
+TEST_F(TDataSourcePageTest, ADataSetFileBringsItsPointsAndSettings) {
+    ShowPage();
+    Current().SetLineColor(kFuchsia);
+    SaveSeriesToFile(Current(), PathOf("saved.lds").toStdString());
+    Click("btnNew");
+    AnswerFileDialog(PathOf("saved.lds"));
+    Choose("cbx_SourceKind", 2);
+    EXPECT_TRUE(Find<QLabel>("lblNotes").text().contains(QStringLiteral("Database files")));
+    Click("btnBrowse");
+    EXPECT_EQ(Source().Kind(), TSourceKind::DataFile);
+    EXPECT_EQ(Ys(), (std::vector<double>{10, 20}));
+    EXPECT_EQ(Current().LineColor(), kFuchsia);
+}
+
+TEST_F(TDataSourcePageTest, ASheetIsReadWhereTheHostOffersOne) {
+    ShowPage();
+    Choose("cbx_SourceKind", 3);
+    EXPECT_EQ(Shown("lblNotes"), "No sheet is offered by the application that has opened this editor.");
+    EXPECT_FALSE(Find<QComboBox>("cbx_Sheet").isVisible());
+    Choose("cbx_SourceKind", 0);
+    std::string cells = "time\tvolt\n1\t1.5\n2\t\"2.5\"\n3\tbad\n";
+    Graph.Holder()->OfferSheets({[] {
+                                     return std::vector<std::string>{"Table1", "Table2"};
+                                 },
+                                 [&cells](const std::string& name) {
+                                     return name == "Table2" ? cells : throw ELumoError("no " + name);
+                                 }});
+    Choose("cbx_SourceKind", 3);
+    auto& sheets = Find<QComboBox>("cbx_Sheet");
+    ASSERT_TRUE(sheets.isVisible());
+    EXPECT_EQ(sheets.currentIndex(), -1);
+    EXPECT_EQ(Messages(), std::vector<std::string>{"Choose a sheet."});
+    EXPECT_TRUE(Sink.Texts.empty());
+    QTest::keyClick(&sheets, Qt::Key_Down);
+    EXPECT_EQ(Sink.Only(), "no Table1");
+    EXPECT_EQ(Ys(), (std::vector<double>{10, 20}));
+    QTest::keyClick(&sheets, Qt::Key_Down);
+    EXPECT_EQ(Source().SourceName(), "Table2");
+    EXPECT_EQ(Ys(), (std::vector<double>{1.5, 2.5}));
+    EXPECT_EQ(Messages().size(), 1u);
+    cells = "1\t7\n2\t8\n3\t9\n";
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{7, 8, 9}));
+}
+
+TEST_F(TDataSourcePageTest, ADroppedFileIsTheSource) {
+    ShowPage();
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(TextFile("replicates.csv"))});
+    const auto dropAt = [&](const QPoint& place) {
+        QDragEnterEvent enter(place, Qt::CopyAction, &mime, Qt::LeftButton, {});
+        QApplication::sendEvent(&Wizard, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(place, Qt::CopyAction, &mime, Qt::LeftButton, {});
+        QApplication::sendEvent(&Wizard, &drop);
+    };
+    dropAt(Find<QWidget>("stack").mapTo(&Wizard, QPoint(20, 20)));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"replicates"}));
+    EXPECT_EQ(Source().SourceName(), TextFile("replicates.csv").toStdString());
+    dropAt(Find<QWidget>("cbx_DataSets").mapTo(&Wizard, QPoint(5, 5)));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"replicates", "replicates"}));
+}
+
+TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
+    ShowFile(TextFile("date_and_time_columns.txt"));
+    ASSERT_EQ(Current().Count(), 3);
+    Choose("cbx_SourceKind", 0);
+    EXPECT_EQ(Find<QTableView>("grid").model()->index(1, 0).data().toString(), "2024-03-01 12:00");
+    Click("btnPreview");
+    EXPECT_EQ(Current().Count(), 3);
+}
+
+TEST_F(TDataSourcePageTest, WhatBecomesManualHasEveryRowOfItsSource) {
+    QByteArray text;
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "\t" + QByteArray::number(i % 7) + "\n";
+    const QString file = Write("long.txt", text);
+    Graph.SetEditorMode(true);
+    ShowFile(file);
+    ASSERT_EQ(Current().Count(), 500);
+    QFile::rename(file, file + QStringLiteral(".away"));
+    TRecordingSink sink(false);
+    QTest::keyClick(&Find<QComboBox>("cbx_SourceKind"), Qt::Key_Home);
+    EXPECT_NE(sink.Only().find("Only the 500 points that are shown can be kept."), std::string::npos);
+    EXPECT_EQ(Source().Kind(), TSourceKind::TextFile);
+    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentIndex(), 1);
+    QFile::rename(file + QStringLiteral(".away"), file);
+    Choose("cbx_SourceKind", 0);
+    EXPECT_EQ(Source().Kind(), TSourceKind::Manual);
+    EXPECT_EQ(Current().Count(), 2000);
+    EXPECT_FALSE(Current().IsThinned());
+    Wizard.AttachSource(TextFile("replicates.csv").toStdString());
+    EXPECT_EQ(sink.Texts.back(), "Data from Current DataSet Will be lost, Continue?");
+    EXPECT_EQ(Current().Count(), 2000);
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,222 @@
+#include "fit/definition/cur_fit.h"
+
+#include "common/recording_sink.h"
+#include "support/replace_file.h"
+
+#include <QTemporaryDir>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+using TNamedValue = std::pair<const char*, double>;
+
+void AddParameters(TCurFit& fit, std::initializer_list<TNamedValue> parameters) {
+    for (const auto& [name, value] : parameters) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetValue(value);
+        fit.AddParameter(std::move(parameter));
+    }
+}
+
+void AddTemplate(TCurFit& fit, const char* name, const char* text) {
+    fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{name, text, ""}));
+}
+
+struct TModelCase {
+    const char* equation;
+    std::vector<std::pair<const char*, const char*>> templates;
+    double expected; ///< at x = 3 with a = 5 and b = 7
+};
+
+TEST(CurFitModel, TemplatesExpandFromTheLastToTheFirst) {
+    const TModelCase cases[] = {
+        {"a*x+b", {}, 22},
+        {"2*F", {{"f", "a*x"}}, 30},
+        {"g", {{"f", "(a+x)"}, {"G", "f*F"}}, 64},
+        {"f", {{"f", "g"}, {"g", "a"}}, NAN}, // g is not expanded again behind its turn
+        {"a\r\n\t+b", {}, 12},                // an equation may be broken into lines
+        {"a", {{"", "b"}}, 5},
+        {"f", {{"f", "F*2"}}, NAN}, // one pass only
+    };
+    for (const TModelCase& c : cases) {
+        TCurFit fit;
+        fit.SetExpression(c.equation);
+        AddParameters(fit, {{"a", 5}, {"B", 7}});
+        for (const auto& [name, text] : c.templates) AddTemplate(fit, name, text);
+        fit.Compile();
+        const double value = fit.EvaluateAt(3);
+        if (std::isnan(c.expected))
+            EXPECT_TRUE(std::isnan(value)) << c.equation;
+        else
+            EXPECT_EQ(value, c.expected) << c.equation;
+    }
+}
+
+TEST(CurFitModel, NothingCompiledIsNotANumber) {
+    TCurFit fit;
+    EXPECT_TRUE(std::isnan(fit.EvaluateAt(1)));
+    fit.Compile();
+    EXPECT_TRUE(std::isnan(fit.EvaluateAt(1)));
+    fit.SetExpression("2*x");
+    fit.Compile();
+    EXPECT_EQ(fit.EvaluateAt(1), 2);
+    fit.SetExpression("2*(x");
+    EXPECT_THROW(fit.Compile(), EParserException);
+    EXPECT_TRUE(std::isnan(fit.EvaluateAt(1)));
+}
+
+// The values of deleted parameters are gone, so nothing may go on reading them.
+TEST(CurFitModel, DeletingParametersForgetsTheFormula) {
+    TCurFit fit;
+    fit.SetExpression("a+b");
+    AddParameters(fit, {{"a", 1}, {"b", 2}});
+    fit.Compile();
+    for (const int outside : {0, 3}) fit.DeleteParameter(outside);
+    EXPECT_EQ(fit.NParams(), 2);
+    EXPECT_EQ(fit.EvaluateAt(0), 3);
+    fit.DeleteParameter(1);
+    EXPECT_TRUE(std::isnan(fit.EvaluateAt(0)));
+    TExprCollection variables(4);
+    fit.GetVariables(variables);
+    for (const TExprWord* word : variables) EXPECT_NE(word->Name(), "a");
+    fit.ClearParameters();
+    EXPECT_TRUE(std::isnan(fit.EvaluateAt(0)));
+}
+
+TEST(CurFitModel, ANameThatHidAWordGivesItBack) {
+    TCurFit fit;
+    fit.SetExpression("pi*x");
+    AddParameters(fit, {{"pi", 2}});
+    fit.Compile();
+    EXPECT_EQ(fit.EvaluateAt(3), 6);
+    fit.Parameter(1)->SetName("other");
+    fit.Compile();
+    EXPECT_DOUBLE_EQ(fit.EvaluateAt(1), 3.141592653589793);
+}
+
+TEST(CurFitModel, TemplatesThatMultiplyAreRefused) {
+    TCurFit fit;
+    fit.SetExpression("t63");
+    for (int i = 0; i < 63; ++i) {
+        const std::string inner = "t" + std::to_string(i + 10);
+        AddTemplate(fit, ("t" + std::to_string(i + 11)).c_str(), (inner + "+" + inner).c_str());
+    }
+    EXPECT_THROW(fit.Compile(), EParserException);
+}
+
+TEST(CurFitModel, ADefinitionThatDoesNotCompileIsCopiedWhole) {
+    TCurFit fit;
+    fit.SetExpression("a*(x");
+    AddParameters(fit, {{"a", 1}});
+    TCurFit copy;
+    copy.SetExpression("3");
+    copy.Compile();
+    copy.Assign(&fit);
+    EXPECT_EQ(copy.Expression(), "a*(x");
+    EXPECT_EQ(copy.NParams(), 1);
+    EXPECT_TRUE(std::isnan(copy.EvaluateAt(1)));
+    copy.Assign(nullptr);
+    EXPECT_EQ(copy.NParams(), 1);
+}
+
+TEST(CurFitModel, AssignCompiles) {
+    TCurFit fit;
+    fit.SetExpression("a*x");
+    AddParameters(fit, {{"a", 4}});
+    TCurFit copy;
+    copy.Assign(&fit);
+    EXPECT_EQ(copy.EvaluateAt(2), 8);
+}
+
+TEST(CurFitModel, ANameIsDefinedOnce) {
+    TRecordingSink sink;
+    TCurFit fit;
+    AddParameters(fit, {{"a", 1}, {"b", 2}, {"A", 3}});
+    fit.Parameter(2)->SetName("A");
+    EXPECT_EQ(fit.NParams(), 2);
+    EXPECT_EQ(fit.Parameter(2)->Name(), "b");
+    EXPECT_EQ(sink.Texts, (std::vector<std::string>{"Parameter \"A\" Already Defined!",
+                                                    "Parameter \"A\" Already Defined!"}));
+}
+
+TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
+    QTemporaryDir folder;
+    const std::string name = folder.filePath("a.lfn").toStdString();
+    TCurFit fit;
+    fit.SetExpression("a*x");
+    fit.SetIterMax(77);
+    AddParameters(fit, {{"a", 4}});
+    AddTemplate(fit, "f", "x");
+    fit.SaveToFile(name);
+    const std::vector<std::uint8_t> bytes = ReadWholeFile(name);
+    TCurFit other;
+    other.SetExpression("b");
+    AddParameters(other, {{"b", 9}});
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+        ReplaceFile(name, std::span(bytes).first(length));
+        EXPECT_ANY_THROW(other.LoadFromFile(name, true)) << length;
+        ASSERT_EQ(other.NParams(), 1);
+        ASSERT_EQ(other.Parameter(1)->Name(), "b");
+        ASSERT_EQ(other.Expression(), "b");
+        ASSERT_EQ(other.NTemplates(), 0);
+    }
+    ReplaceFile(name, bytes);
+    other.LoadFromFile(name, true);
+    EXPECT_EQ(other.EvaluateAt(2), 8);
+    EXPECT_EQ(other.IterMax(), 77);
+    EXPECT_THROW(other.LoadFromFile(folder.filePath("none.lfn").toStdString(), true), EFileError);
+}
+
+TEST(CurFitReport, ShowsTheDefinition) {
+    TCurFit fit;
+    fit.SetExpression("f+b");
+    fit.SetProcType(TCurFit::kNewton);
+    fit.SetStatus(9);
+    fit.SetUseRightMargin(true);
+    fit.SetRightMargin(2.5);
+    AddParameters(fit, {{"b", 0.25}});
+    fit.Parameter(1)->Units = "mV";
+    fit.Parameter(1)->SetVary(true);
+    fit.Parameter(1)->ShowInLegend = true;
+    AddTemplate(fit, "f", "x*x");
+    fit.Template(1)->Description = "square";
+    fit.Compile();
+    fit.EvaluateAt(3);
+    const std::string rule(31, '_');
+    const std::string longRule(47, '_');
+    const std::vector<std::string> expected = {"   C F   S E T T I N G S",
+                                               rule,
+                                               "Status = Unknown",
+                                               "XVarName = x",
+                                               "Expression = f+b",
+                                               "NPoints = 150",
+                                               "Tolerance = 3E-8",
+                                               "ProcType = cfp_Newton",
+                                               "LeftMargin = 0; used = No",
+                                               "RightMargin = 2.5; used = Yes",
+                                               "IterMax = 200",
+                                               "Number of defined parameters: 1",
+                                               rule,
+                                               "*** Prm # 1 (Parameter P) ***",
+                                               "       b = 0.25 mV -> varied -> printed",
+                                               "***",
+                                               "Number of defined templates: 1",
+                                               rule,
+                                               "*** Tmpl # 1 (square) ***",
+                                               "       f = x*x",
+                                               longRule,
+                                               "G E N E R A T E D   V A R I A B L E S",
+                                               longRule,
+                                               "Var # 1: Name = b; Value = 0.25",
+                                               "Var # 2: Name = x; Value = 3",
+                                               longRule,
+                                               "E X P R E S S I O N",
+                                               "x*x+b"};
+    EXPECT_EQ(fit.SettingsReport(), expected);
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,125 @@
+#include "fit/equation_editor/editor_fixture.h"
+
+#include "fit/equation_editor/formula_check.h"
+#include "fit/equation_editor/function_files.h"
+#include "support/replace_file.h"
+
+#include <QDir>
+
+namespace lumoplot {
+namespace {
+
+class FunctionFiles : public TEditorTest {
+protected:
+    TBytes Bytes(const char* name) { return ReadWholeFile(PathOf(name).toStdString()); }
+    void Write(const char* name, const std::string& content) {
+        ReplaceFile(PathOf(name).toStdString(),
+                    {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    }
+};
+
+TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
+    OfferReadyFunctions(Folder.path());
+    const QStringList names = QDir(Folder.path()).entryList(QDir::Files);
+    EXPECT_EQ(names.size(), 17);
+    for (const QString& name : names) {
+        SCOPED_TRACE(name.toStdString());
+        const std::string file = Folder.filePath(name).toStdString();
+        TCurFit fit;
+        fit.LoadFromFile(file, true);
+        const TFormulaCheck check = CheckFormula(fit, fit.Expression());
+        EXPECT_EQ(check.Fault, "");
+        EXPECT_TRUE(check.UnknownNames.empty());
+        EXPECT_TRUE(std::isfinite(fit.EvaluateAt(300)));
+        ASSERT_GT(fit.NParams(), 1);
+        for (int i = 1; i <= fit.NParams(); ++i) {
+            TDBLParameter& parameter = *fit.Parameter(i);
+            EXPECT_TRUE(parameter.Vary());
+            EXPECT_FALSE(parameter.Description.starts_with("Parameter")) << parameter.Name();
+            EXPECT_EQ(ParameterNameFault(TCurFit(), parameter.Name()), "");
+        }
+        const TBytes before = ReadWholeFile(file);
+        fit.SaveToFile(file);
+        EXPECT_EQ(ReadWholeFile(file), before);
+    }
+}
+
+TEST_F(FunctionFiles, ReadyOnesDoNotComeBetweenTheUsers) {
+    Write("mine.lfn", "");
+    OfferReadyFunctions(Folder.path());
+    EXPECT_EQ(QDir(Folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(FunctionFiles, NamesGetTheExtension) {
+    struct TCase {
+        const char* chosen;
+        const char* saved;
+    };
+    const TCase cases[] = {{"/a/decay", "/a/decay.lfn"},     {"/a/decay.txt", "/a/decay.lfn"},
+                           {"/a/decay.LFN", "/a/decay.lfn"}, {"/a/run 1.5", "/a/run 1.5.lfn"},
+                           {"/a.b/decay", "/a.b/decay.lfn"}, {"/a/.lfn", "/a/.lfn.lfn"}};
+    for (const TCase& c : cases)
+        EXPECT_EQ(WithFunctionExtension(QLatin1String(c.chosen)).toStdString(), c.saved) << c.chosen;
+}
+
+TEST_F(FunctionFiles, SavedAndOpenedAgain) {
+    Fit.SetExpression("a*x");
+    AddParameter(Fit, "a", 2);
+    Show();
+    AnswerFileDialog(PathOf("line.txt"));
+    Click("btnSaveAs");
+    ASSERT_TRUE(QFileInfo::exists(PathOf("line.lfn")));
+    EXPECT_FALSE(QFileInfo::exists(PathOf("line.txt")));
+    EXPECT_EQ(Find<QLabel>("lblFileName").text(), QStringLiteral("line.lfn"));
+    const TBytes saved = Bytes("line.lfn");
+    Type("e_Expression", QStringLiteral("x"));
+    Click("btnDeleteParameter");
+    Type("e_X", QStringLiteral("3"));
+    AnswerFileDialog(PathOf("LINE.LFN")); // found by its name in lower case
+    Click("btnOpen");
+    EXPECT_TRUE(Sink.Texts.empty()) << Sink.Only();
+    EXPECT_EQ(Find<TFormulaEdit>("e_Expression").toPlainText(), QStringLiteral("a*x"));
+    EXPECT_EQ(TextOf("e_ParameterName"), "a");
+    EXPECT_EQ(TextOf("e_X"), "0");
+    AnswerFileDialog(PathOf("line.lfn"));
+    Sink.Answer = false;
+    Click("btnSaveAs");
+    EXPECT_EQ(Sink.Only(), "File " + PathOf("line.lfn").toStdString() + " exists. Overwrite?");
+    Sink.Answer = true;
+    AnswerFileDialog(PathOf("line.lfn"));
+    Click("btnSaveAs");
+    EXPECT_EQ(Bytes("line.lfn"), saved);
+}
+
+TEST_F(FunctionFiles, AReadyOneIsOpenedByItsName) {
+    Show();
+    AnswerFileDialog(QStringLiteral("Straight_Line"));
+    Click("btnOpen");
+    EXPECT_TRUE(Sink.Texts.empty()) << Sink.Only();
+    EXPECT_EQ(Fit.Expression(), "a + b*x");
+    EXPECT_EQ(Find<QLineEdit>("e_ParameterDescription").text(), QStringLiteral("Value at x = 0"));
+}
+
+TEST_F(FunctionFiles, WhatIsNoFunctionFileLeavesTheFitAsItWas) {
+    Fit.SetExpression("a*x");
+    AddParameter(Fit, "a", 2);
+    Fit.SaveToFile(PathOf("whole.lfn").toStdString());
+    const TBytes whole = Bytes("whole.lfn");
+    Write("text.lfn", "This is no function file.\n");
+    Write("empty.lfn", "");
+    Write("torn.lfn", std::string(whole.begin(), whole.end() - 20));
+    Show();
+    for (const char* name : {"text.lfn", "empty.lfn", "torn.lfn"}) {
+        SCOPED_TRACE(name);
+        Sink.Texts.clear();
+        AnswerFileDialog(PathOf(name));
+        Click("btnOpen");
+        EXPECT_EQ(Sink.Only(), "Wrong File Format!");
+        EXPECT_TRUE(Editor->isVisible());
+        EXPECT_EQ(Fit.Expression(), "a*x");
+        EXPECT_EQ(Fit.NParams(), 1);
+    }
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,319 @@
+#include "fit/procedures/curve_fitter.h"
+
+#include "common/special_values.h"
+#include "expr/parser_exception.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kProcedures[] = {TCurFit::kPowell, TCurFit::kSimplex, TCurFit::kConjugateGradient,
+                               TCurFit::kNewton};
+
+struct TStart {
+    const char* name;
+    double value;
+    bool vary = true;
+};
+
+/// A model with its parameters, and points.
+struct TModel {
+    TCurFit fit;
+    std::vector<double> x;
+    std::vector<double> y;
+
+    TModel(const char* equation, std::initializer_list<TStart> starts, int procType = TCurFit::kNewton) {
+        fit.SetExpression(equation);
+        fit.SetProcType(procType);
+        fit.SetIterMax(2000);
+        for (const TStart& start : starts) {
+            auto parameter = std::make_unique<TDBLParameter>();
+            parameter->SetName(start.name);
+            parameter->SetValue(start.value);
+            parameter->SetVary(start.vary);
+            fit.AddParameter(std::move(parameter));
+        }
+    }
+
+    template <class TFunction>
+    void SetPoints(int count, double step, TFunction&& function) {
+        for (int i = 0; i < count; ++i) {
+            x.push_back(step * i);
+            y.push_back(function(x.back()));
+        }
+    }
+
+    TFitResult Run(const TFitRun& run = {}) { return RunFit(fit, x, y, run); }
+    double Value(int number) const { return fit.Parameter(number)->Value(); }
+};
+
+double Decay(double x) {
+    return 3 * std::exp(-0.5 * x) + 0.02 * std::sin(40 * x);
+}
+
+// Slope and intercept with their errors, by the closed formulas.
+TEST(CurveFitter, AStraightLineHasItsTextbookErrors) {
+    for (const int procType : kProcedures) {
+        TModel line("a+b*t", {{"a", 1}, {"b", 1}}, procType);
+        line.fit.SetXVarName("t");
+        line.x = {1, 2, 3, 4};
+        line.y = {6, 5, 7, 10};
+        const TFitResult result = line.Run();
+        EXPECT_EQ(result.End, TFitEnd::Converged) << procType;
+        EXPECT_NEAR(line.Value(1), 3.5, 1e-12) << procType;
+        EXPECT_NEAR(line.Value(2), 1.4, 1e-12) << procType;
+        EXPECT_NEAR(result.Rss, 4.2, 1e-12);
+        EXPECT_NEAR(result.RSquared, 0.7, 1e-12);
+        EXPECT_NEAR(result.ResidualSD, std::sqrt(2.1), 1e-12);
+        EXPECT_NEAR(result.StandardError(0), std::sqrt(2.1 * 1.5), 1e-12);
+        EXPECT_NEAR(result.StandardError(1), std::sqrt(2.1 / 5), 1e-12);
+        EXPECT_NEAR(result.Covariance(0, 1), -2.1 * 0.5, 1e-12);
+        EXPECT_NEAR(line.fit.Parameter(2)->FinalDeviation, std::sqrt(2.1 / 5), 1e-12);
+        EXPECT_TRUE(line.fit.Modified());
+        EXPECT_FALSE(line.fit.IsStale());
+        ASSERT_TRUE(line.fit.Result());
+        EXPECT_EQ(line.fit.Result()->PointsUsed, 4u);
+    }
+}
+
+TEST(CurveFitter, SizeOfTheNumbersDoesNotMatter) {
+    for (const double size : {1e-200, 1e-12, 1.0, 1e30, 1e200}) {
+        TModel decay("a*exp(-b*x)", {{"a", size}, {"b", 0.1}});
+        decay.SetPoints(50, 0.2, [&](double x) { return size * Decay(x); });
+        EXPECT_EQ(decay.Run().End, TFitEnd::Converged) << size;
+        EXPECT_NEAR(decay.Value(1) / size, 3, 0.02) << size;
+        EXPECT_NEAR(decay.Value(2), 0.5, 0.01) << size;
+    }
+}
+
+TEST(CurveFitter, OnlyPointsBetweenTheMarginsInUseCount) {
+    TModel line("a*x", {{"a", 1}});
+    line.x = {-9, 1, 2, 3, 9};
+    line.y = {5, 2, 4, 6, 5};
+    line.fit.SetLeftMargin(1);
+    line.fit.SetRightMargin(3);
+    EXPECT_EQ(line.Run().PointsUsed, 5u);
+    line.fit.SetUseLeftMargin(true);
+    line.fit.SetUseRightMargin(true);
+    EXPECT_EQ(line.Run().PointsUsed, 3u);
+    EXPECT_NEAR(line.Value(1), 2, 1e-14);
+}
+
+TEST(CurveFitter, PointsWithoutAValueAreCounted) {
+    TModel root("a*sqrt(x-1)", {{"a", 1}});
+    root.x = {0, 1, 2, 5, 10, kNaN, 17};
+    root.y = {9, 0, 3, 6, 9, 1, 12};
+    const TFitResult result = root.Run();
+    EXPECT_EQ(result.PointsUsed, 5u);
+    EXPECT_EQ(result.PointsLeftOut, 1u);
+    EXPECT_NEAR(root.Value(1), 3, 1e-14);
+}
+
+// With c at its start the first points have no value; where the fit ends they have.
+TEST(CurveFitter, PointsThatGainAValueTakePart) {
+    TModel root("a*sqrt(x-c)", {{"a", 1}, {"c", 2.5}});
+    root.SetPoints(20, 1, [](double x) { return 2 * std::sqrt(x + 1); });
+    const TFitResult result = root.Run();
+    EXPECT_EQ(result.PointsUsed, 20u);
+    EXPECT_EQ(result.PointsLeftOut, 0u);
+    EXPECT_NEAR(root.Value(2), -1, 1e-7);
+}
+
+TEST(CurveFitter, StepsBackFromPlacesWithoutAValue) {
+    for (const int procType : kProcedures) {
+        TModel power("a*ln(b*x+1)", {{"a", 40}, {"b", 0.01}}, procType);
+        power.SetPoints(30, 1, [](double x) { return 2 * std::log(5 * x + 1); });
+        EXPECT_EQ(power.Run().End, TFitEnd::Converged) << procType;
+        EXPECT_NEAR(power.Value(2), 5, 1e-6) << procType;
+    }
+}
+
+TEST(CurveFitter, WhatThePointsLeaveOpenIsNotConvergence) {
+    for (const int procType : kProcedures) {
+        TModel product("a*b*x", {{"a", 1}, {"b", 1}}, procType);
+        product.SetPoints(10, 1, [](double x) { return 6 * x + std::cos(x); });
+        const TFitResult result = product.Run();
+        EXPECT_EQ(result.End, TFitEnd::NotDetermined) << procType;
+        EXPECT_TRUE(std::isnan(result.StandardError(0)));
+        EXPECT_NEAR(product.Value(1) * product.Value(2), 6, 0.1) << procType;
+    }
+}
+
+TEST(CurveFitter, TheIterationLimitEndsARun) {
+    TModel decay("a*exp(-b*x)", {{"a", 100}, {"b", 3}});
+    decay.SetPoints(50, 0.2, Decay);
+    decay.fit.SetIterMax(2);
+    const TFitResult result = decay.Run();
+    EXPECT_EQ(result.End, TFitEnd::IterationLimit);
+    EXPECT_EQ(result.Iterations, 2);
+}
+
+TEST(CurveFitter, NoFreedomLeavesNoErrors) {
+    TModel line("a+b*x", {{"a", 1}, {"b", 1}});
+    line.x = {1, 2};
+    line.y = {1, 3};
+    const TFitResult result = line.Run();
+    EXPECT_NEAR(line.Value(2), 2, 1e-14);
+    EXPECT_TRUE(std::isnan(result.ResidualSD));
+    EXPECT_EQ(line.fit.Parameter(1)->FinalDeviation, 0);
+}
+
+struct TBadFit {
+    const char* equation;
+    std::initializer_list<TStart> starts;
+    const char* message;
+};
+
+TEST(CurveFitter, WhatCannotBeFittedIsToldAndChangesNothing) {
+    const TBadFit cases[] = {
+        {"", {{"a", 1}}, "There is no equation to fit"},
+        {"a*2", {{"a", 1}}, "The equation does not use the variable \"x\""},
+        {"a*x+c", {{"a", 1}}, "Unknown name \"c\" in the equation"},
+        {"a*x", {{"a", 1}, {"b", 2}}, "The equation does not use the parameter \"b\""},
+        {"a*x", {{"a", 1, false}}, "No parameter is varied"},
+        {"a*x", {}, "Unknown name \"a\" in the equation"},
+        {"a+b*x+c*x*x+d*x^3",
+         {{"a", 1}, {"b", 1}, {"c", 1}, {"d", 1}},
+         "There are fewer points than varied parameters"},
+        {"a*ln(-x-1)", {{"a", 1}}, "The equation has no value at any point"},
+        {"a*x", {{"a", kNaN}}, "The parameter \"a\" has no finite starting value"},
+        {"a*f*x", {{"a", 1}}, "The template \"f\" contains its own name"},
+    };
+    for (const TBadFit& c : cases) {
+        TModel model(c.equation, c.starts);
+        model.x = {1, 2, 3};
+        model.y = {1, 3, 2};
+        const bool hasTemplate = std::string(c.message).find("template") != std::string::npos;
+        if (hasTemplate) model.fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{"f", "2*F", ""}));
+        try {
+            model.Run();
+            ADD_FAILURE() << c.message;
+        } catch (const EFitError& error) {
+            EXPECT_STREQ(error.what(), c.message);
+        }
+        int number = 0;
+        for (const TStart& start : c.starts) {
+            const double value = model.Value(++number);
+            EXPECT_TRUE(value == start.value || std::isnan(start.value)) << c.message;
+        }
+    }
+    TModel broken("a*(x", {{"a", 1}});
+    EXPECT_THROW(broken.Run(), EParserException);
+}
+
+// A name that the formula assigns to is no unknown one, and one that is part of another is not contained.
+TEST(CurveFitter, AssignmentsAndPartsOfNamesAreFine) {
+    TModel model("(t:=x*a)*t", {{"a", 1}});
+    model.SetPoints(5, 1, [](double x) { return 4 * x * x; });
+    model.Run();
+    EXPECT_NEAR(model.Value(1), 2, 1e-9);
+    TModel inner("f*a", {{"a", 1}});
+    inner.fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{"f", "max(x,ff)", ""}));
+    inner.fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{"ff", "0", ""}));
+    inner.SetPoints(5, 1, [](double x) { return 4 * x; });
+    EXPECT_ANY_THROW(inner.Run()); // expanded last to first, "ff" is text for "f"
+}
+
+TEST(CurveFitter, AtMostFiftyParametersAreVaried) {
+    TModel sum("0*x", {});
+    std::string equation = "0*x";
+    for (int i = 0; i < 51; ++i) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName("p" + std::to_string(i));
+        parameter->SetValue(0.5);
+        parameter->SetVary(true);
+        sum.fit.AddParameter(std::move(parameter));
+        equation += "+p" + std::to_string(i) + "*cos(" + std::to_string(i) + "*x)";
+    }
+    sum.fit.SetExpression(equation);
+    sum.SetPoints(200, 0.01, [](double x) { return std::exp(x); });
+    try {
+        sum.Run();
+        ADD_FAILURE();
+    } catch (const EFitError& error) {
+        EXPECT_STREQ(error.what(), "Error: Maximum Number of Varied Parameters Nmax = 50 Exceeded!");
+    }
+    sum.fit.Parameter(51)->SetVary(false);
+    EXPECT_NO_THROW(sum.Run());
+}
+
+/// Cancels after so many steps.
+class TCancelling final : public TProgress {
+public:
+    explicit TCancelling(int steps) : m_left(steps) {}
+    void Begin(const std::string& caption, std::int64_t, std::int64_t) override { Caption = caption; }
+    [[nodiscard]] bool StepTo(std::int64_t) override { return m_left-- > 0; }
+    std::string Caption;
+
+private:
+    int m_left;
+};
+
+TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
+    for (const int procType : kProcedures) {
+        double start = 0;
+        double reached = 0;
+        for (const int steps : {5, 15}) {
+            TModel decay("a*exp(-b*x)+c", {{"a", 1}, {"b", 0.01}, {"c", -3}}, procType);
+            decay.SetPoints(50, 0.2, Decay);
+            TCancelling progress(steps);
+            const TFitResult result = decay.Run({&progress, {}});
+            EXPECT_EQ(progress.Caption, "Fitting Data....");
+            EXPECT_EQ(result.End, TFitEnd::Cancelled) << procType;
+            double rss = 0;
+            for (std::size_t i = 0; i < decay.x.size(); ++i)
+                rss += std::pow(decay.fit.EvaluateAt(decay.x[i]) - decay.y[i], 2);
+            EXPECT_NEAR(result.Rss, rss, 1e-9 * rss) << procType;
+            (steps == 5 ? start : reached) = rss;
+        }
+        EXPECT_LT(reached, start) << procType;
+    }
+}
+
+TEST(CurveFitter, EachIterationShowsTheBestParameters) {
+    for (const int procType : kProcedures) {
+        TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
+        decay.SetPoints(50, 0.2, Decay);
+        std::vector<double> sums;
+        const auto note = [&] {
+            double rss = 0;
+            for (std::size_t i = 0; i < decay.x.size(); ++i)
+                rss += std::pow(decay.Value(1) * std::exp(-decay.Value(2) * decay.x[i]) - decay.y[i], 2);
+            sums.push_back(rss);
+        };
+        const TFitResult result = decay.Run({nullptr, note});
+        ASSERT_GE(sums.size(), 3u) << procType;
+        EXPECT_TRUE(std::is_sorted(sums.rbegin(), sums.rend(), [](double a, double b) {
+            return a < b * (1 - 1e-12);
+        })) << procType;
+        EXPECT_LE(sums.size(), static_cast<std::size_t>(result.Iterations)) << procType;
+    }
+}
+
+// Places far from any start, hostile tolerances, constant data, a wildly oscillating model: no hang, no false
+// claim.
+TEST(CurveFitter, HopelessRunsEnd) {
+    for (const int procType : kProcedures) {
+        TModel wild("a*sin(1e9*b*x)+exp(c*x)", {{"a", 1e-30}, {"b", -1e30}, {"c", 20}}, procType);
+        wild.SetPoints(40, 0.3, [](double x) { return std::fmod(x * 7, 3); });
+        EXPECT_NO_THROW(wild.Run()) << procType;
+        TModel random("a*random+b*x", {{"a", 1}, {"b", 1}}, procType);
+        random.SetPoints(20, 1, [](double) { return 5; });
+        EXPECT_NO_THROW(random.Run()) << procType;
+        TModel tight("a*exp(-b*x)", {{"a", 1}, {"b", 0.1}}, procType);
+        tight.fit.SetTolerance(1e-300);
+        tight.SetPoints(30, 0.2, Decay);
+        EXPECT_EQ(tight.Run().End, TFitEnd::Converged) << procType;
+        TModel zero("a*x", {{"a", 1}}, procType);
+        zero.SetPoints(5, 1, [](double) { return 0; });
+        EXPECT_EQ(zero.Run().End, TFitEnd::Converged) << procType;
+        EXPECT_NEAR(zero.Value(1), 0, 1e-12) << procType;
+    }
+}
+
+} // namespace
+} // namespace lumoplot

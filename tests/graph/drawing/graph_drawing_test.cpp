@@ -1,0 +1,374 @@
+#include "graph/drawing/lines/column_reducer.h"
+#include "graph/drawing/lines/series_positions.h"
+#include "graph/drawing/picture/drawing.h"
+#include "graph/drawing/picture/graph_layout.h"
+#include "graph/drawing/recording_device.h"
+#include "graph/model/appearance.h"
+#include "graph/model/axis.h"
+#include "graph/model/child_graph.h"
+#include "graph/model/dimensions.h"
+#include "graph/model/legend.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace lumoplot {
+namespace {
+
+constexpr QRectF kPanel(0, 0, 600, 400);
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+class TGraphDrawing : public testing::Test {
+protected:
+    TSeries& Add(std::initializer_list<QPointF> points, TColor color = MakeColor(1, 2, 3)) {
+        TSeries& series = *m_graph.FindSeries(m_graph.AddSeries());
+        for (const QPointF point : points) series.AddPoint(point.x(), point.y());
+        series.SetLineColor(color);
+        series.SetPointColor(color);
+        return series;
+    }
+    void Draw(const TDrawOptions& options = {}, const QRectF& rectangle = kPanel) {
+        PrepareWithChildGraphs(m_graph);
+        QPainter painter(&m_device);
+        DrawGraph(painter, m_graph, rectangle, options);
+    }
+    TGraphLayout Layout() {
+        m_graph.PrepareForDrawing();
+        QPainter painter(&m_layoutDevice);
+        return TGraphLayout(TCanvas(painter, TDrawPurpose::Show), m_graph, kPanel);
+    }
+    bool Says(const char* text) const { return m_device.FindText(QString::fromUtf8(text)) != nullptr; }
+
+    TxyGraph m_graph;
+    TRecordingDevice m_device;
+    TRecordingDevice m_layoutDevice;
+};
+
+const QColor kDataColor(1, 2, 3);
+
+TEST_F(TGraphDrawing, AnEmptyGraphWaitsForData) {
+    Draw();
+    EXPECT_TRUE(Says("Waiting for the data..."));
+    EXPECT_TRUE(m_device.Record().Lines.empty());
+}
+
+TEST_F(TGraphDrawing, AnInconsistentRangeShowsItsCaption) {
+    Add({{0, 0}, {1, 1}});
+    m_graph.YAxis()->SetStepSize(1); // an automatic step would bring the automatic range with it
+    m_graph.YAxis()->SetMin(5);
+    m_graph.YAxis()->SetMax(1);
+    Draw();
+    EXPECT_TRUE(Says("MAX/MIN VALUES INCONSISTENT"));
+    EXPECT_TRUE(m_device.LinesIn(kDataColor).empty());
+}
+
+TEST_F(TGraphDrawing, TheLineRunsThroughCorrectedPointsWithGaps) {
+    TSeries& series = Add({{0, 10}, {1, 20}, {2, kNan}, {3, 30}, {4, HUGE_VAL}, {5, 60}, {10, 110}});
+    series.SetZeroValue(10);
+    series.SetBaseLineSlope(2);
+    m_graph.YAxis()->SetMin(0);
+    m_graph.YAxis()->SetMax(100);
+    m_graph.XAxis()->SetMin(0);
+    m_graph.XAxis()->SetMax(10);
+    const QRectF plot = Layout().Plot();
+    Draw();
+    const auto lines = m_device.LinesIn(kDataColor);
+    ASSERT_EQ(lines.size(), 3u); // two lines and the dot between two gaps
+    const auto at = [&plot](double x, double y) {
+        return QPointF(plot.left() + plot.width() * x / 10, plot.bottom() - plot.height() * y / 100);
+    };
+    EXPECT_LT((lines[0].Points[1] - at(1, 8)).manhattanLength(), 0.01);
+    EXPECT_LT((lines[1].Points[0] - at(3, 14)).manhattanLength(), 0.01);
+    EXPECT_LT((lines[2].Points[1] - at(10, 80)).manhattanLength(), 0.01);
+}
+
+TEST_F(TGraphDrawing, PointsStandWhereTheAxesSay) {
+    TSeries& series = Add({{1, 1}, {10, 10}, {100, 1000}});
+    series.SetLinesShown(false);
+    series.SetPointsShown(true);
+    series.SetPointShape(TPointShape::Square);
+    series.SetPointSize(10);
+    series.SetYAxisOfSeries(m_graph.YAxis_Second());
+    m_graph.XAxis()->SetLogScale(true);
+    m_graph.XAxis()->SetReversed(true);
+    m_graph.YAxis_Second()->SetMin(0);
+    m_graph.YAxis_Second()->SetMax(2000);
+    const QRectF plot = Layout().Plot();
+    Draw();
+    const auto shapes = m_device.ShapesIn(kDataColor);
+    ASSERT_EQ(shapes.size(), 3u);
+    const QRectF middle = shapes[1].Bounds;
+    EXPECT_NEAR(middle.width(), 10, 0.01);
+    EXPECT_NEAR(middle.center().x(), plot.center().x(), 0.01);
+    EXPECT_NEAR(middle.center().y(), plot.bottom() - plot.height() * 10 / 2000, 0.01);
+    EXPECT_GT(shapes[0].Bounds.center().x(), middle.center().x());
+}
+
+TEST_F(TGraphDrawing, ADataSetServesAsX) {
+    Add({{0, 5}, {1, 1}, {2, 3}}, kRed);
+    Add({{0, 10}, {7, 20}, {9, 30}, {10, 40}});
+    m_graph.Appearance()->SetXAxisSerIndex(1);
+    Draw();
+    const auto lines = m_device.LinesIn(kDataColor);
+    ASSERT_EQ(lines.size(), 1u);
+    ASSERT_EQ(lines[0].Points.size(), 3u); // the X data set has no fourth value
+    EXPECT_GT(lines[0].Points[0].x(), lines[0].Points[2].x());
+    EXPECT_GT(lines[0].Points[2].x(), lines[0].Points[1].x());
+    EXPECT_TRUE(m_device.LinesIn(Qt::red).empty());
+}
+
+TEST_F(TGraphDrawing, OnlyPlotOffGraphLeavesThePlot) {
+    Add({{0, 0}, {5, 5}, {6, 50}});
+    m_graph.YAxis()->SetMin(0);
+    m_graph.YAxis()->SetMax(10);
+    const QRectF plot = Layout().Plot();
+    const auto highest = [this] {
+        double y = HUGE_VAL;
+        for (const TRecordedLine& line : m_device.LinesIn(kDataColor))
+            for (const QPointF point : line.Points) y = std::min(y, point.y());
+        return y;
+    };
+    Draw();
+    EXPECT_GE(highest(), plot.top() - 0.2);
+    m_graph.Appearance()->SetPlotOffGraph(true);
+    Draw();
+    EXPECT_NEAR(highest(), 0, 0.2);
+}
+
+TEST_F(TGraphDrawing, PaperTakesNoBackgroundAndPlainLinesWhenAsked) {
+    TSeries& series = Add({{0, 0}, {1, 1}});
+    series.SetLineStyle(TPenStyle::Dash);
+    m_graph.Appearance()->SetMarginColor(kAqua);
+    m_graph.Appearance()->SetPrintLineStyle(false);
+    Draw({TChildGraphs::Include, TDrawPurpose::Print});
+    EXPECT_TRUE(m_device.ShapesIn(Qt::cyan).empty());
+    EXPECT_EQ(m_device.LinesIn(kDataColor).back().Pen.style(), Qt::SolidLine);
+    m_graph.Appearance()->SetPrintBkgndColor(true);
+    m_graph.Appearance()->SetPrintLineStyle(true);
+    Draw({TChildGraphs::Include, TDrawPurpose::Print});
+    EXPECT_FALSE(m_device.ShapesIn(Qt::cyan).empty());
+    EXPECT_EQ(m_device.LinesIn(kDataColor).back().Pen.style(), Qt::DashLine);
+}
+
+TEST_F(TGraphDrawing, ChildGraphsLieInsideTheirParent) {
+    Add({{0, 0}, {1, 1}});
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    child.Dimensions()->SetHorPosition(0.5);
+    child.Dimensions()->SetHorSize(0.5);
+    child.Dimensions()->SetVerSize(0.5);
+    child.Appearance()->SetGraphTitle("Inset");
+    TSeries& series = *child.FindSeries(child.AddSeries());
+    series.AddPoint(0, 0);
+    series.AddPoint(1, 1);
+    Draw({TChildGraphs::LeaveOut, TDrawPurpose::Show});
+    EXPECT_FALSE(Says("Inset"));
+    Draw();
+    const TRecordedText* title = m_device.FindText(QStringLiteral("Inset"));
+    ASSERT_TRUE(title);
+    EXPECT_TRUE(QRectF(300, 0, 300, 200).contains(title->Place));
+}
+
+// Along such a width there would be place for the minutes of all dates, more than any memory holds.
+TEST_F(TGraphDrawing, AChildGraphOfAnySizeHasTicksThatCanBeCounted) {
+    Add({{0, 0}, {1, 1}});
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    child.FindSeries(child.AddSeries())->AddPoint(1, 1);
+    child.XAxis()->SetShowAsTime(true);
+    child.XAxis()->SetMin(-600000);
+    child.XAxis()->SetMax(2900000);
+    child.Dimensions()->SetHorPosition(1e300);
+    child.Dimensions()->SetHorSize(1e8);
+    Draw();
+    EXPECT_LT(m_device.Record().Lines.size(), 100000u);
+}
+
+TEST_F(TGraphDrawing, MarksAreDrawnOnTheirAxes) {
+    Add({{0, 0}, {10, 10}});
+    m_graph.AddMark({0, 5, 0, 0, 0, kRed, "upright", TMarkType::VerticalLine});
+    m_graph.AddMark({0, 0, 5, 0, 0, kRed, "level", TMarkType::HorizontalLine});
+    m_graph.AddMark({0, 3, 3, 0, 0, kRed, "spot", TMarkType::Point});
+    m_graph.AddMark({0, 2, 2, 4, 4, kRed, "slope", TMarkType::Line});
+    m_graph.AddMark({0, 5, 0, 0, 0, kRed, "hidden", TMarkType::VerticalLine, TMarkDrawing::None});
+    m_graph.AddMark({0, 500, 0, 0, 0, kRed, "outside", TMarkType::VerticalLine});
+    Draw();
+    EXPECT_TRUE(m_device.LinesIn(Qt::red).empty());
+    m_graph.Appearance()->SetShowMarks(true);
+    const TGraphLayout layout = Layout();
+    Draw();
+    const auto lines = m_device.LinesIn(Qt::red);
+    ASSERT_EQ(lines.size(), 5u); // the point has two
+    EXPECT_NEAR(lines[0].Points[0].x(), layout.Axes().X.Map().Position(5), 0.01);
+    EXPECT_NEAR(lines[1].Points[0].y(), layout.Axes().Y.Map().Position(5), 0.01);
+    for (const char* caption : {"upright", "level", "spot", "slope"}) {
+        const TRecordedText* text = m_device.FindText(QString::fromLatin1(caption));
+        ASSERT_TRUE(text) << caption;
+        EXPECT_TRUE(layout.Plot().contains(text->Place)) << caption;
+    }
+    EXPECT_FALSE(Says("hidden"));
+    EXPECT_FALSE(Says("outside"));
+}
+
+// The same line through the summary of a large data set and through its points one by one.
+TEST_F(TGraphDrawing, SummariesChangeNothing) {
+    TSeries& series = Add({});
+    TPointChain points;
+    for (int i = 0; i < 30000; ++i) points.Add(i, i % 977 == 5 ? kNan : std::sin(i * 0.7) + i * 1e-4, {});
+    series.SwapPoints(std::move(points));
+    series.SetBaseLineSlope(1e-4);
+    for (const bool log : {false, true})
+        for (const double first : {-100.0, 500.0, 20000.0}) {
+            const TScaleMap xMap(first, first + 9000, 0, 300);
+            const TScaleMap yMap(log ? 0.01 : -1, 1, 200, 0, log ? TScaleKind::Log : TScaleKind::Linear);
+            const TSeriesPositions positions(series, xMap, yMap);
+            TColumnReducer reducer(0, 300);
+            positions.ForEachRun([&](auto x, auto y) { reducer.Add(x, y); });
+            const TPolylines expected = reducer.Finish();
+            const TPolylines lines = positions.Reduced(0, 300);
+            ASSERT_EQ(lines.Count(), expected.Count());
+            for (std::size_t i = 0; i < lines.Count(); ++i)
+                EXPECT_TRUE(std::ranges::equal(lines.Line(i), expected.Line(i)));
+        }
+    const auto before = SummaryOf(series);
+    EXPECT_EQ(SummaryOf(series), before);
+    series.SetPointsShown(true);
+    EXPECT_EQ(SummaryOf(series), before);
+    series.SetPointY(17, 5);
+    EXPECT_NE(SummaryOf(series), before);
+}
+
+TEST_F(TGraphDrawing, TheLegendNamesTheDataSetsThatAskForIt) {
+    for (const char* name : {"first", "second", "third"}) {
+        TSeries& series = Add({{0, 0}, {1, 1}});
+        series.SetSeriesName(name);
+        series.SetShowInLegend(std::string(name) != "second");
+    }
+    Draw();
+    EXPECT_FALSE(Says("first"));
+    m_graph.Legend()->Setvisible(true);
+    m_graph.Legend()->Setwidth(300);
+    Draw();
+    const TRecordedText* first = m_device.FindText(QStringLiteral("first"));
+    const TRecordedText* third = m_device.FindText(QStringLiteral("third"));
+    ASSERT_TRUE(first && third);
+    EXPECT_EQ(first->Place.y(), third->Place.y());
+    EXPECT_FALSE(Says("second"));
+    m_graph.Legend()->SetLayout(TLegend::lsDown);
+    TRecordingDevice device;
+    QPainter painter(&device);
+    DrawGraph(painter, m_graph, kPanel);
+    EXPECT_EQ(device.FindText(QStringLiteral("first"))->Place.x(),
+              device.FindText(QStringLiteral("third"))->Place.x());
+}
+
+TEST_F(TGraphDrawing, AutomaticTitlesNameTheOnlyDataSet) {
+    TSeries& series = Add({{0, 0}, {1, 1}});
+    EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Y axis"));
+    series.SetSeriesName("Voltage [V]");
+    EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Voltage [V]"));
+    Add({{0, 0}});
+    EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Y axis"));
+    m_graph.YAxis()->SetTitle("Mine");
+    EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Mine"));
+}
+
+// Every text lies inside the graph and none covers another, whatever the range, the format and the fonts.
+TEST_F(TGraphDrawing, TextsNeitherOverlapNorLeaveTheGraph) {
+    Add({{0, 0}, {1, 1}});
+    m_graph.Appearance()->SetGraphTitle("Title");
+    m_graph.YAxis_Second()->SetShowAxis(true);
+    const std::pair<double, double> ranges[] = {{0, 1},          {-1e-9, 1e-9}, {0, 1e9},  {1e6, 1e6 + 1},
+                                                {-1e300, 1e300}, {0, 1e-300},   {0.1, 0.7}};
+    for (const auto& [min, max] : ranges)
+        for (const int fontSize : {9, 16})
+            for (const bool log : {false, true}) {
+                TFontSpec font;
+                font.Size = fontSize;
+                m_graph.Appearance()->SetLabelFont(font);
+                for (TAxis* axis : {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()}) {
+                    axis->SetLogScale(false);
+                    axis->SetMin(min);
+                    axis->SetMax(max);
+                    axis->SetLogScale(log);
+                }
+                m_graph.NeedRescale();
+                TRecordingDevice device;
+                m_graph.PrepareForDrawing();
+                {
+                    QPainter painter(&device);
+                    DrawGraph(painter, m_graph, kPanel);
+                }
+                std::vector<QRectF> places;
+                for (const TRecordedText& text : device.Record().Texts) {
+                    if (!text.IsUpright) continue;
+                    const double height = text.Height * 0.7;
+                    places.emplace_back(text.Place.x(), text.Place.y() - height, text.Width, height);
+                    EXPECT_TRUE(kPanel.contains(places.back()))
+                        << text.Text.toStdString() << min << " " << max;
+                }
+                EXPECT_GE(places.size(), 5u) << min << " " << max << log;
+                for (std::size_t i = 0; i < places.size(); ++i)
+                    for (std::size_t j = 0; j < i; ++j) {
+                        const QRectF common = places[i] & places[j];
+                        EXPECT_LT(common.width() * common.height(), 3)
+                            << min << " " << max << " " << fontSize << log;
+                    }
+            }
+}
+
+TEST_F(TGraphDrawing, AxesCrossWhereTheirOffsetSays) {
+    Add({{0, 0}, {10, 10}});
+    TAxis& y = *m_graph.YAxis();
+    struct TCase {
+        TAxis::TAxisOffsetType type;
+        double offset, fraction;
+    };
+    const TCase cases[] = {{TAxis::ao_Minimum, 3, 0},        {TAxis::ao_Maximum, 3, 1},
+                           {TAxis::ao_percentage, 25, 0.25}, {TAxis::ao_absolute, 3, 0.3},
+                           {TAxis::ao_absolute, 99, 1},      {TAxis::ao_absolute, kNan, 0}};
+    m_graph.XAxis()->SetMin(0);
+    m_graph.XAxis()->SetMax(10);
+    for (const TCase& c : cases) {
+        y.SetOffsetType(c.type);
+        y.SetOffset(c.offset);
+        const TGraphLayout layout = Layout();
+        const QRectF plot = layout.Plot();
+        EXPECT_NEAR(layout.Axes().Y.Line(), plot.left() + c.fraction * plot.width(), 0.01) << c.fraction;
+    }
+}
+
+TEST_F(TGraphDrawing, DegenerateInputIsDrawn) {
+    using TData = std::vector<QPointF>;
+    const double huge = 1e308;
+    const TData data[] = {{{1, 1}},
+                          {{0, 0}},
+                          {{1, 5}, {2, 5}, {3, 5}},
+                          {{1, kNan}, {2, kNan}},
+                          {{-1e300, -1e300}, {1e300, 1e300}},
+                          {{-huge, -huge}, {huge, huge}},
+                          {{0, 0}, {1e-300, 1e-300}, {2e-300, 1e-310}},
+                          {{5e-324, 5e-324}, {1e-323, 1e-323}},
+                          {{-5, -5}, {-1, 0}, {3, 7}}};
+    for (const TData& points : data)
+        for (const bool log : {false, true})
+            for (const QSizeF size :
+                 {QSizeF(0, 0), QSizeF(1, 1), QSizeF(30, 5), QSizeF(300, 200), QSizeF(20000, 20000)}) {
+                TxyGraph graph;
+                TSeries& series = *graph.FindSeries(graph.AddSeries());
+                series.SetPointsShown(true);
+                for (const QPointF point : points) series.AddPoint(point.x(), point.y());
+                graph.XAxis()->SetLogScale(log);
+                graph.YAxis()->SetLogScale(log);
+                graph.XAxis()->SetShowAsTime(!log);
+                graph.PrepareForDrawing();
+                QImage image(300, 200, QImage::Format_ARGB32_Premultiplied);
+                image.fill(Qt::transparent);
+                QPainter painter(&image);
+                DrawGraph(painter, graph, QRectF(QPointF(), size));
+                EXPECT_EQ(qAlpha(image.pixel(2, 2)) == 255, size.width() > 3) << size.width();
+            }
+}
+
+} // namespace
+} // namespace lumoplot

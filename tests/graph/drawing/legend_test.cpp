@@ -1,0 +1,76 @@
+#include "graph/drawing/picture/drawing.h"
+#include "graph/drawing/picture/graph_layout.h"
+#include "graph/drawing/picture/legend_painter.h"
+#include "graph/drawing/recording_device.h"
+
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+const QRectF kLegendPanel(0, 0, 600, 400);
+
+class Legends : public testing::Test {
+protected:
+    Legends() {
+        Graph.Appearance()->SetGraphTitle("The title");
+        Graph.Legend()->Setvisible(true);
+    }
+    void Add(int count, const std::string& name) {
+        for (int i = 0; i < count; ++i) {
+            TSeries& series = *Graph.FindSeries(Graph.AddSeries());
+            series.AddPoint(i, i);
+            series.SetSeriesName(name);
+            series.SetShowInLegend(true);
+        }
+    }
+    TGraphLayout Layout() {
+        Graph.PrepareForDrawing();
+        QPainter painter(&Device);
+        return TGraphLayout(TCanvas(painter, TDrawPurpose::Show), Graph, kLegendPanel);
+    }
+
+    TxyGraph Graph;
+    TRecordingDevice Device;
+};
+
+// The place of a new graph's legend is that of the title.
+TEST_F(Legends, TheTitleKeepsOffALegendAboveThePlot) {
+    Graph.resize(600, 400);
+    Graph.ResetToDefaults();
+    Graph.Appearance()->SetGraphTitle("The title");
+    Graph.Legend()->Setvisible(true);
+    Add(2, "a data set");
+    for (const int top : {10, 0, 40, 22}) {
+        Graph.Legend()->Settop(top);
+        const TGraphLayout layout = Layout();
+        const QRectF box = LayOutLegend(Graph, kLegendPanel).Box;
+        EXPECT_FALSE(layout.TitlePlace().intersects(box)) << top;
+        EXPECT_LE(layout.TitlePlace().bottom(), layout.Plot().top()) << top;
+        EXPECT_GE(layout.TitlePlace().top(), 0) << top;
+        EXPECT_GT(layout.Plot().height(), 200) << top;
+    }
+}
+
+TEST_F(Legends, EntriesStayInsideTheBoxInBothLayouts) {
+    Add(9, "a data set with a name that goes on and on");
+    TLegend& legend = *Graph.Legend();
+    for (const auto style : {TLegend::lsAcross, TLegend::lsDown})
+        for (const int width : {60, 200, 500, 0}) {
+            legend.SetLayout(style);
+            legend.Setwidth(width);
+            const TLegendLayout layout = LayOutLegend(Graph, kLegendPanel);
+            ASSERT_EQ(layout.Entries.size(), 9u);
+            const TTextStyle text(legend.font());
+            for (const TLegendEntry& entry : layout.Entries) {
+                EXPECT_TRUE(layout.Box.contains(entry.Symbol)) << style << ' ' << width;
+                EXPECT_LE(entry.Text.left() + text.Width(entry.Label), layout.Box.right() + 1)
+                    << style << ' ' << width;
+                EXPECT_TRUE(&entry == &layout.Entries.front() ||
+                            !entry.Text.intersects(layout.Entries.front().Text));
+            }
+        }
+}
+
+} // namespace
+} // namespace lumoplot

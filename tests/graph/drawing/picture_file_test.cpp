@@ -1,0 +1,168 @@
+#include "graph/drawing/picture/picture_file.h"
+
+#include "graph/drawing/picture/drawing.h"
+#include "graph/model/appearance.h"
+#include "graph/model/axis.h"
+#include "support/errors.h"
+#include "support/message_sink.h"
+#include "support/replace_file.h"
+
+#include <QFile>
+#include <QImage>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+class TRecordingSink : public TMessageSink {
+public:
+    TRecordingSink() : m_before(InstallMessageSink(this)) {}
+    ~TRecordingSink() override { InstallMessageSink(m_before); }
+    void Show(TMessageKind, const std::string& text) override { Texts.push_back(text); }
+    bool Ask(TMessageKind, const std::string&) override { return false; }
+
+    std::vector<std::string> Texts;
+
+private:
+    TMessageSink* m_before;
+};
+
+class TPictureFile : public testing::Test {
+protected:
+    TPictureFile() {
+        TSeries& series = *m_graph.FindSeries(m_graph.AddSeries());
+        for (int i = 0; i < 50; ++i) series.AddPoint(i, i % 7);
+    }
+    std::string NameOf(const char* file) {
+        return m_folder.filePath(QString::fromLatin1(file)).toStdString();
+    }
+    QImage Saved(const char* file, double scale = 1) {
+        SaveGraphPicture(m_graph, NameOf(file), {300, 200}, scale);
+        return QImage(QString::fromStdString(NameOf(file)));
+    }
+
+    QTemporaryDir m_folder;
+    TxyGraph m_graph;
+};
+
+TEST_F(TPictureFile, APngHasThePixelsOfItsScale) {
+    EXPECT_EQ(Saved("a.png").size(), QSize(300, 200));
+    const QImage large = Saved("b.PNG", 2.5);
+    EXPECT_EQ(large.size(), QSize(750, 500));
+    EXPECT_NEAR(large.dotsPerMeterX() * 0.0254, 240, 1);
+}
+
+TEST_F(TPictureFile, VectorFilesAreWhatTheirEndingSays) {
+    SaveGraphPicture(m_graph, NameOf("a.svg"), {300, 200});
+    QSvgRenderer svg(QString::fromStdString(NameOf("a.svg")));
+    ASSERT_TRUE(svg.isValid());
+    EXPECT_EQ(svg.viewBox(), QRect(0, 0, 300, 200));
+    SaveGraphPicture(m_graph, NameOf("a.pdf"), {300, 200});
+    const auto pdf = ReadWholeFile(NameOf("a.pdf"));
+    const std::string content(pdf.begin(), pdf.end());
+    EXPECT_TRUE(content.starts_with("%PDF"));
+    EXPECT_NE(content.find("/MediaBox [0 0 225"), std::string::npos); // 300/96 inch in points
+}
+
+// A panel somewhere inside a window, on a screen with any number of pixels, shows what it shows alone.
+TEST_F(TPictureFile, APanelInsideAWindowLooksTheSame) {
+    QWidget window;
+    window.resize(500, 400);
+    auto* panel = new TxyGraph(&window);
+    panel->setGeometry(70, 50, 300, 200);
+    m_graph.FirstSeries()->SetPointsShown(true);
+    panel->CopyFrom(m_graph);
+    const auto seen = [](QWidget& widget, const QRect& place, double ratio) {
+        QImage image(place.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        widget.render(&image, QPoint(), QRegion(place));
+        return image;
+    };
+    for (const double ratio : {1.0, 2.0}) {
+        const QImage alone = seen(*panel, panel->rect(), ratio);
+        EXPECT_EQ(seen(window, panel->geometry(), ratio), alone) << ratio;
+        EXPECT_EQ(alone.pixel(5, 5), qRgb(255, 255, 255));
+        EXPECT_NE(alone, QImage(alone).scaled(1, 1).scaled(alone.size()));
+    }
+}
+
+// Whatever the picture's scale, the axis line is as sharp as the pixels are.
+TEST_F(TPictureFile, AxisLinesAreCrispAtEveryScale) {
+    m_graph.Appearance()->SetAxesColor(kRed);
+    for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+        const QImage image = Saved("crisp.png", scale);
+        const int y = image.height() / 2;
+        int full = 0, partial = 0;
+        for (int x = 0; x < image.width() / 4; ++x) {
+            const QRgb pixel = image.pixel(x, y + 1);
+            if (pixel == qRgb(255, 0, 0))
+                ++full;
+            else if (qRed(pixel) > qBlue(pixel) + 10)
+                ++partial;
+        }
+        EXPECT_GE(full, static_cast<int>(scale)) << scale;
+        EXPECT_EQ(partial, 0) << scale;
+    }
+}
+
+TEST_F(TPictureFile, WhatCanNotBeSavedIsNamed) {
+    SaveGraphPicture(m_graph, NameOf("old.png"), {50, 50});
+    const auto old = ReadWholeFile(NameOf("old.png"));
+    struct TCase {
+        std::string name;
+        QSize size;
+        double scale;
+    };
+    const TCase cases[] = {{NameOf("old.bmp"), {10, 10}, 1},
+                           {NameOf("missing/a.png"), {10, 10}, 1},
+                           {NameOf("old.png"), {0, 10}, 1},
+                           {NameOf("old.png"), {10, 10}, 0},
+                           {NameOf("old.png"), {10, 10}, std::nan("")},
+                           {NameOf("old.png"), {30000, 30000}, 1},
+                           {NameOf("old.png"), {1000, 1000}, 1e9}};
+    for (const TCase& c : cases) {
+        try {
+            SaveGraphPicture(m_graph, c.name, c.size, c.scale);
+            ADD_FAILURE() << c.name;
+        } catch (const EFileError& error) {
+            EXPECT_EQ(error.what(), "Can not save to file " + c.name);
+        }
+    }
+    EXPECT_EQ(ReadWholeFile(NameOf("old.png")), old);
+}
+
+TEST_F(TPictureFile, ABackgroundPictureFillsTheGraphWhenStretched) {
+    QImage picture(20, 20, QImage::Format_RGB32);
+    picture.fill(qRgb(10, 200, 30));
+    for (const char* file : {"back.jpg", "back.png"}) {
+        ASSERT_TRUE(picture.save(QString::fromStdString(NameOf(file))));
+        m_graph.Appearance()->SetbkgdImageFile(NameOf(file));
+        m_graph.Appearance()->SetStretchBkgd(true);
+        EXPECT_GT(qGreen(Saved("a.png").pixel(297, 197)), 180);
+        EXPECT_LT(qBlue(Saved("a.png").pixel(297, 197)), 60);
+        m_graph.Appearance()->SetStretchBkgd(false);
+        EXPECT_EQ(Saved("a.png").pixel(297, 197), qRgb(255, 255, 255));
+        EXPECT_LT(qBlue(Saved("a.png").pixel(3, 3)), 60);
+    }
+}
+
+TEST_F(TPictureFile, ABrokenBackgroundPictureIsReportedOnce) {
+    TRecordingSink sink;
+    ReplaceFile(NameOf("broken.jpg"), std::vector<std::uint8_t>{0xFF, 0xD8, 1, 2, 3});
+    for (const char* file : {"broken.jpg", "missing.png"}) {
+        m_graph.Appearance()->SetbkgdImageFile(NameOf(file));
+        QImage image(300, 200, QImage::Format_RGB32);
+        for (int frame = 0; frame < 3; ++frame) {
+            QPainter painter(&image);
+            DrawGraph(painter, m_graph, image.rect());
+        }
+        Saved("a.png");
+    }
+    ASSERT_EQ(sink.Texts.size(), 2u);
+    EXPECT_EQ(sink.Texts[0], "Can not read picture " + NameOf("broken.jpg"));
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,217 @@
+#include "graph/drawing/picture/drawing.h"
+#include "graph/drawing/picture/graph_layout.h"
+#include "graph/drawing/recording_device.h"
+#include "graph/model/appearance.h"
+#include "graph/model/axis.h"
+#include "graph/model/child_graph.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+constexpr QRectF kPlotRectangle(0, 0, 600, 400);
+constexpr TColor kRegressionColor = MakeColor(200, 10, 20);
+constexpr TColor kBoundsColor = MakeColor(10, 20, 200);
+const QColor kRegression(200, 10, 20);
+const QColor kBounds(10, 20, 200);
+constexpr double kNearly = 0.05; // units; the places of a curve are 1/3 unit apart here
+
+class TRegressionDrawing : public testing::Test {
+protected:
+    TSeries& Add(std::initializer_list<QPointF> points) {
+        TSeries& series = *m_graph.FindSeries(m_graph.AddSeries());
+        for (const QPointF point : points) series.AddPoint(point.x(), point.y());
+        series.SetLinesShown(false);
+        series.SetRegressionColor(kRegressionColor);
+        series.SetBoundsColor(kBoundsColor);
+        return series;
+    }
+    void SetAxes(double minX, double maxX, double minY, double maxY) {
+        m_graph.XAxis()->SetMin(minX);
+        m_graph.XAxis()->SetMax(maxX);
+        m_graph.YAxis()->SetMin(minY);
+        m_graph.YAxis()->SetMax(maxY);
+    }
+    void Draw(TRecordingDevice& device, TDrawPurpose purpose = TDrawPurpose::Show) {
+        m_graph.PrepareForDrawing();
+        QPainter painter(&device);
+        m_plot = TGraphLayout(TCanvas(painter, purpose), m_graph, kPlotRectangle).Plot();
+        DrawGraph(painter, m_graph, kPlotRectangle, {TChildGraphs::LeaveOut, purpose});
+    }
+    /// The corners of the regression in fractions of the plot, (0, 0) at its lower left.
+    std::vector<QPointF> Corners() {
+        TRecordingDevice device;
+        Draw(device);
+        std::vector<QPointF> corners;
+        for (const TRecordedLine& line : device.LinesIn(kRegression))
+            for (const QPointF p : line.Points)
+                corners.emplace_back((p.x() - m_plot.left()) / m_plot.width(),
+                                     (m_plot.bottom() - p.y()) / m_plot.height());
+        return corners;
+    }
+    /// The heights of the bounds in fractions of the plot, ascending.
+    std::vector<double> Levels() {
+        TRecordingDevice device;
+        Draw(device);
+        std::vector<double> levels;
+        for (const TRecordedLine& line : device.LinesIn(kBounds)) {
+            EXPECT_EQ(line.Points.front().x(), m_plot.left());
+            EXPECT_EQ(line.Points.back().x(), m_plot.right());
+            EXPECT_EQ(line.Points.front().y(), line.Points.back().y());
+            levels.push_back((m_plot.bottom() - line.Points[0].y()) / m_plot.height());
+        }
+        std::ranges::sort(levels);
+        return levels;
+    }
+
+    TxyGraph m_graph;
+    QRectF m_plot;
+};
+
+void ExpectCorners(const std::vector<QPointF>& corners, const std::vector<QPointF>& expected,
+                   double tolerance = 1e-6) {
+    ASSERT_EQ(corners.size(), expected.size());
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        EXPECT_LT((corners[i] - expected[i]).manhattanLength(), tolerance) << i;
+}
+
+TEST_F(TRegressionDrawing, ALineRunsFromTheFirstPointToTheLast) {
+    TSeries& series = Add({{2, 30}, {4, 50}, {6, 70}}); // Y = 10 + 10·X
+    SetAxes(0, 10, 0, 100);
+    for (const int type : {1, 2}) {
+        series.SetRegressionType(type);
+        ExpectCorners(Corners(), {{0.2, 0.3}, {0.6, 0.7}});
+    }
+    series.SetZeroValue(20); // the line lies on its corrected points
+    series.SetBaseLineSlope(2);
+    ExpectCorners(Corners(), {{0.2, 0.06}, {0.6, 0.38}});
+    series.SetActive(false);
+    EXPECT_TRUE(Corners().empty());
+}
+
+TEST_F(TRegressionDrawing, ALineIsCutOffAtThePlot) {
+    Add({{-10, -100}, {30, 300}}).SetRegressionType(1); // Y = 10·X
+    SetAxes(0, 10, 0, 50);
+    constexpr double kEdge = 1e-3; // the plot reaches to the outer side of its edges
+    ExpectCorners(Corners(), {{0, 0}, {0.5, 1}}, kEdge);
+}
+
+TEST_F(TRegressionDrawing, CurvesStayOnTheirFormulas) {
+    struct TCase {
+        const char* name;
+        bool logX, logY;
+        int type;
+        double c2;
+    };
+    const TCase cases[] = {
+        {"parabola", false, false, 3, 0.5},
+        {"line on log X", true, false, 1, 0},
+        {"line on log Y", false, true, 1, 0},
+        {"parabola on both", true, true, 3, 0.5},
+    };
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        m_graph.FreeAllSeries();
+        const auto formula = [&](double x) { return 1 + 2 * x + c.c2 * x * x; };
+        TSeries& series = Add({{1, formula(1)}, {4, formula(4)}, {50, formula(50)}, {100, formula(100)}});
+        series.SetRegressionType(c.type);
+        m_graph.XAxis()->SetLogScale(c.logX);
+        m_graph.YAxis()->SetLogScale(c.logY);
+        SetAxes(1, 100, 1, 10000);
+        const std::vector<QPointF> corners = Corners();
+        ASSERT_GT(corners.size(), 300U);
+        for (const QPointF corner : corners) {
+            const double x = c.logX ? std::pow(100, corner.x()) : 1 + 99 * corner.x();
+            const double y = formula(x);
+            const double height = c.logY ? std::log10(y) / 4 : (y - 1) / 9999;
+            ASSERT_NEAR(corner.y(), height, kNearly / m_plot.height()) << x;
+        }
+    }
+}
+
+TEST_F(TRegressionDrawing, SmoothedValuesAndSplinesGoFromPlaceToPlace) {
+    TSeries& series = Add({{0, 80}, {5, 40}, {10, 0}});
+    SetAxes(0, 10, 0, 100);
+    series.SetZeroValue(-10);
+    series.SetRegressionControlValue2(0.5);
+    for (const int type : {6, 7}) { // 80, 60, then 30 or 20
+        series.SetRegressionType(type);
+        ExpectCorners(Corners(), {{0, 0.9}, {0.5, 0.7}, {1, type == 6 ? 0.4 : 0.3}});
+    }
+    series.SetRegressionType(4);
+    series.SetRegressionControlValue1(4);
+    series.SetRegressionControlValue2(1e30); // natural ends: the straight line through the points
+    ExpectCorners(Corners(), {{0, 0.9}, {0.25, 0.7}, {0.5, 0.5}, {0.75, 0.3}, {1, 0.1}});
+    series.SetDuplicatesAllowed(true);
+    EXPECT_TRUE(Corners().empty());
+}
+
+TEST_F(TRegressionDrawing, NothingIsDrawnWithoutARegression) {
+    TSeries& series = Add({{0, 80}, {5, 40}, {10, 0}});
+    EXPECT_TRUE(Corners().empty());
+    series.SetRegressionType(7);
+    series.SetRegressionControlValue2(1);
+    EXPECT_TRUE(Corners().empty());
+    series.SetRegressionType(5);
+    EXPECT_TRUE(Corners().empty());
+}
+
+// Against the corrected Y of another data set the regression lies where the points lie.
+TEST_F(TRegressionDrawing, ARegressionFollowsTheXOfAnotherDataSet) {
+    TSeries& xSeries = Add({{0, 13}, {1, 11}, {2, 17}});
+    xSeries.SetZeroValue(10);
+    TSeries& series = Add({{0, 20}, {1, 40}, {2, 60}, {3, 80}});
+    m_graph.Appearance()->SetXAxisSerIndex(1);
+    series.SetUseXAxisSeries(true);
+    SetAxes(0, 10, 0, 100);
+    series.SetRegressionType(1);
+    ExpectCorners(Corners(), {{0.3, 0.2}, {0.1, 0.4}, {0.7, 0.6}});
+    series.SetRegressionType(4);
+    EXPECT_TRUE(Corners().empty());
+}
+
+TEST_F(TRegressionDrawing, BoundsLieAboutTheMeanOfWhatIsShown) {
+    TSeries& series = Add({{0, 40}, {1, 50}, {2, 60}}); // mean 50, standard deviation 10
+    SetAxes(0, 2, 0, 100);
+    const auto expectLevels = [this](TBoundsType type, const std::vector<double>& expected) {
+        m_graph.FirstSeries()->SetBoundsType(type);
+        const std::vector<double> levels = Levels();
+        ASSERT_EQ(levels.size(), expected.size());
+        for (std::size_t i = 0; i < levels.size(); ++i) EXPECT_NEAR(levels[i], expected[i], 1e-6);
+    };
+    expectLevels(TBoundsType::None, {});
+    expectLevels(TBoundsType::AllSD, {0.2, 0.3, 0.4, 0.6, 0.7, 0.8});
+    series.SetZeroValue(25);
+    expectLevels(TBoundsType::ThreeSD, {0.55}); // the lower one lies below the plot
+    series.SetLowerBound(5);
+    series.SetUpperBound(95);
+    expectLevels(TBoundsType::SetValues, {0.05, 0.95});
+    series.SetActive(false);
+    expectLevels(TBoundsType::SetValues, {});
+}
+
+TEST_F(TRegressionDrawing, BothHaveTheirLook) {
+    TSeries& series = Add({{0, 40}, {1, 50}, {2, 60}});
+    series.SetRegressionType(1);
+    series.SetRegressionLineStyle(TPenStyle::Dot);
+    series.SetRegressionLineWidth(3);
+    series.SetBoundsType(TBoundsType::OneSD);
+    series.SetBoundsLineStyle(TPenStyle::Dash);
+    for (const bool plain : {false, true}) {
+        m_graph.Appearance()->SetPrintLineStyle(!plain);
+        TRecordingDevice device;
+        Draw(device, TDrawPurpose::Print);
+        const QPen regression = device.LinesIn(kRegression).at(0).Pen;
+        const QPen bounds = device.LinesIn(kBounds).at(0).Pen;
+        EXPECT_EQ(regression.widthF(), 3);
+        EXPECT_EQ(bounds.widthF(), 1);
+        EXPECT_EQ(regression.style() == Qt::SolidLine, plain);
+        EXPECT_EQ(bounds.style() == Qt::SolidLine, plain);
+    }
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,206 @@
+#include "data/analysis/regression.h"
+#include "fit/procedures/curve_fitter.h"
+#include "graph/model/graph.h"
+#include "support/progress_maker.h"
+
+#include <QPainter>
+#include <QTest>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kStepsOfACancelledRun = 3;
+
+class SeriesFitting : public testing::Test {
+protected:
+    SeriesFitting() : m_series(*m_graph->FindSeries(m_graph->AddSeries())) {
+        for (int i = 0; i < 20; ++i) m_series.AddPoint(i, 3 * std::exp(-0.2 * i) + 1);
+        Fit().SetExpression("a*exp(-b*x)");
+        AddParameter("a", 1);
+        AddParameter("b", 0.1);
+        Fit().SetProcType(TCurFit::kNewton);
+        m_series.SetZeroValue(1);
+    }
+
+    TCurFit& Fit() { return m_series.CurveFit(); }
+    double Value(int number) { return Fit().Parameter(number)->Value(); }
+
+    void AddParameter(const char* name, double value) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetValue(value);
+        parameter->SetVary(true);
+        Fit().AddParameter(std::move(parameter));
+    }
+
+    std::unique_ptr<TxyGraph> m_graph = std::make_unique<TxyGraph>();
+    TSeries& m_series;
+};
+
+TEST_F(SeriesFitting, PreparingFitsTheCorrectedYOnce) {
+    for (const int status : {TCurFit::kNone, TCurFit::kFunction}) {
+        Fit().SetStatus(status);
+        m_graph->PrepareForDrawing();
+        EXPECT_EQ(Value(1), 1) << status;
+        EXPECT_EQ(m_series.FittedCurve().empty(), status == TCurFit::kNone);
+    }
+    Fit().SetStatus(TCurFit::kFinalResult);
+    m_graph->PrepareForDrawing();
+    EXPECT_NEAR(Value(1), 3, 1e-10);
+    EXPECT_NEAR(Value(2), 0.2, 1e-10);
+    EXPECT_FALSE(Fit().IsStale());
+    ASSERT_TRUE(Fit().Result());
+    EXPECT_EQ(Fit().Result()->End, TFitEnd::Converged);
+    EXPECT_NEAR(m_series.FittedCurve().front().Derived, 3, 1e-9);
+    EXPECT_EQ(m_series.FittedCurve().size(), 150u);
+
+    const TFitResult* before = Fit().Result();
+    m_graph->PrepareForDrawing();
+    EXPECT_EQ(Fit().Result(), before);
+}
+
+TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
+    Fit().SetStatus(TCurFit::kFinalResult);
+    const std::function<void()> changes[] = {
+        [this] { m_series.SetZeroValue(1.5); },
+        [this] { m_series.SetBaseLineSlope(0.01); },
+        [this] { m_series.AddPoint(21, 1); },
+        [this] { Fit().SetRightMargin(9.5), Fit().SetUseRightMargin(true); },
+        [this] { Fit().Parameter(2)->SetVary(false); },
+        [this] { Fit().SetExpression("a*exp(-b*x)+0*x"); },
+    };
+    for (const auto& change : changes) {
+        m_graph->PrepareForDrawing();
+        ASSERT_FALSE(Fit().IsStale());
+        const TFitResult* before = Fit().Result();
+        change();
+        EXPECT_TRUE(Fit().IsStale());
+        m_graph->PrepareForDrawing();
+        EXPECT_FALSE(Fit().IsStale());
+        EXPECT_NE(Fit().Result(), before);
+    }
+}
+
+TEST_F(SeriesFitting, TheCurveRunsBetweenTheMargins) {
+    Fit().SetStatus(TCurFit::kFunction);
+    Fit().SetNPoints(11);
+    Fit().SetLeftMargin(2);
+    Fit().SetRightMargin(200);
+    Fit().SetUseRightMargin(true);
+    m_graph->PrepareForDrawing();
+    ASSERT_EQ(m_series.FittedCurve().size(), 11u);
+    EXPECT_EQ(m_series.FittedCurve().front().X, 0);
+    EXPECT_EQ(m_series.FittedCurve()[1].X, 20);
+    EXPECT_EQ(m_series.FittedCurve().back().X, 200);
+    Fit().SetShowCurve(false);
+    m_graph->PrepareForDrawing();
+    EXPECT_TRUE(m_series.FittedCurve().empty());
+}
+
+TEST_F(SeriesFitting, ABrokenEquationShowsItsErrorAndNothingElse) {
+    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetExpression("a*(x");
+    m_graph->PrepareForDrawing();
+    EXPECT_EQ(Fit().FitError(), "Unequal brackets");
+    EXPECT_FALSE(Fit().IsStale());
+    EXPECT_FALSE(Fit().Result());
+    EXPECT_TRUE(m_series.FittedCurve().empty());
+    EXPECT_EQ(Value(1), 1);
+    Fit().SetExpression("a*exp(-b*x)");
+    m_graph->PrepareForDrawing();
+    EXPECT_EQ(Fit().FitError(), "");
+    EXPECT_NEAR(Value(1), 3, 1e-10);
+}
+
+TEST_F(SeriesFitting, APaintEventOnlyPaints) {
+    Fit().SetStatus(TCurFit::kFinalResult);
+    bool fittedWhilePainting = false;
+    QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(),
+                     [&] { fittedWhilePainting |= Value(1) != 1 && Fit().IsStale(); });
+    int paints = 0;
+    QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(), [&] {
+        if (++paints == 1) {
+            EXPECT_EQ(Value(1), 1);
+        }
+    });
+    m_graph->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !Fit().IsStale(); }));
+    EXPECT_NEAR(Value(1), 3, 1e-10);
+    EXPECT_FALSE(fittedWhilePainting);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return paints >= 2; }));
+}
+
+TEST_F(SeriesFitting, EveryStepIsPainted) {
+    Fit().SetStatus(TCurFit::kEveryStep);
+    m_graph->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
+    m_graph->PrepareForDrawing();
+    Fit().Parameter(1)->SetValue(0.5);
+    Fit().Parameter(2)->SetValue(2);
+    std::vector<double> shown;
+    QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(),
+                     [&] { shown.push_back(m_series.FittedCurve().front().Derived); });
+    m_graph->PrepareForDrawing();
+    EXPECT_GE(static_cast<int>(shown.size()), Fit().Result()->Iterations - 1);
+    EXPECT_GE(shown.size(), 3u);
+    EXPECT_NE(shown.front(), shown.back());
+}
+
+/// Takes its time, so that the run asks for it, and then cancels.
+class TCancelling final : public TProgress {
+public:
+    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+    [[nodiscard]] bool StepTo(std::int64_t) override { return ++m_steps < kStepsOfACancelledRun; }
+
+private:
+    int m_steps = 0;
+};
+
+TEST_F(SeriesFitting, ACancelledFitIsNotPendingUntilTheNextChange) {
+    const TProgressMakerScope scope([] { return std::make_unique<TCancelling>(); });
+    Fit().SetExpression("a*exp(-b*x)+0.01*random"); // never comes to an end
+    Fit().SetIterMax(1000000000);
+    Fit().SetTolerance(1e-300);
+    Fit().SetProcType(TCurFit::kSimplex);
+    Fit().SetStatus(TCurFit::kFinalResult);
+    m_graph->PrepareForDrawing();
+    ASSERT_TRUE(Fit().Result());
+    EXPECT_EQ(Fit().Result()->End, TFitEnd::Cancelled);
+    EXPECT_FALSE(Fit().IsStale());
+    EXPECT_NE(Value(1), 1);
+}
+
+TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
+    Fit().SetStatus(TCurFit::kEveryStep);
+    m_graph->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !Fit().IsStale(); }));
+    Fit().Parameter(1)->SetValue(0.5);
+    QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(),
+                     [this] { m_graph->FreeAllSeries(); });
+    m_graph->PrepareForDrawing();
+    EXPECT_EQ(m_graph->SeriesCount(), 0);
+}
+
+// The curve stands for corrected Y and follows the parameters.
+TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
+    m_series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    m_series.SetRegressionControlValue1(4);
+    m_graph->PrepareForDrawing();
+    ASSERT_EQ(m_series.RegressionCurve().size(), 5u);
+    EXPECT_EQ(m_series.RegressionCurve()[0].Derived, 1);
+    EXPECT_DOUBLE_EQ(m_series.RegressionCurve()[4].Derived, std::exp(-0.1 * 19));
+    Fit().Parameter(1)->SetValue(7);
+    m_graph->PrepareForDrawing();
+    EXPECT_EQ(m_series.RegressionCurve()[0].Derived, 7);
+    Fit().SetExpression("(");
+    m_graph->PrepareForDrawing();
+    EXPECT_TRUE(m_series.RegressionCurve().empty());
+    EXPECT_EQ(m_series.RegressionError(), "Unequal brackets");
+}
+
+} // namespace
+} // namespace lumoplot

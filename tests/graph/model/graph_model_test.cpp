@@ -1,0 +1,300 @@
+#include "common/random_graph.h"
+#include "common/recording_sink.h"
+#include "graph/model/child_graph.h"
+#include "graph/model/holder.h"
+
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+class GraphModel : public testing::Test {
+protected:
+    void AddNamed(std::initializer_list<const char*> names) {
+        for (const char* name : names) Graph.FindSeries(Graph.AddSeries())->SetSeriesName(name);
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const TSeries* series = Graph.FirstSeries(); series; series = series->Next())
+            names.push_back(std::to_string(series->SeriesIndex()) + " " + series->SeriesName());
+        return names;
+    }
+    TxyGraph Graph;
+};
+
+using TNames = std::vector<std::string>;
+
+TEST_F(GraphModel, CurrentDataSetIsClampedToTheSeriesCount) {
+    Graph.Appearance()->SetCurrSerIndex(3);
+    EXPECT_EQ(Graph.Appearance()->CurrSerIndex(), 0);
+    AddNamed({"a", "b", "c"});
+    for (const auto& [set, expected] : {std::pair{5, 3}, {0, 1}, {-4, 1}, {2, 2}}) {
+        Graph.Appearance()->SetCurrSerIndex(set);
+        EXPECT_EQ(Graph.Appearance()->CurrSerIndex(), expected) << set;
+    }
+}
+
+TEST_F(GraphModel, SeriesCountStopsAtTheFirstGap) {
+    Graph.AddSeriesNumbered(2);
+    Graph.AddSeriesNumbered(3);
+    EXPECT_EQ(Graph.SeriesCount(), 0);
+    Graph.AddSeriesNumbered(1);
+    EXPECT_EQ(Graph.SeriesCount(), 3);
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "DataSet 1");
+}
+
+TEST_F(GraphModel, XDataSetMustExistAndHoldNoDuplicates) {
+    AddNamed({"a", "b"});
+    TAppearance& appearance = *Graph.Appearance();
+    appearance.SetXAxisSerIndex(2);
+    EXPECT_TRUE(Graph.FindSeries(1)->UseXAxisSeries());
+    appearance.SetXAxisSerIndex(7);
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
+    appearance.SetXAxisSerIndex(1);
+    Graph.ResetToDefaults();
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
+    Graph.FindSeries(2)->SetDuplicatesAllowed(true);
+    appearance.SetXAxisSerIndex(2);
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+}
+
+TEST_F(GraphModel, XDataSetKeepsItsRoleWhenNumbersChange) {
+    AddNamed({"c", "a", "b"});
+    Graph.Appearance()->SetXAxisSerIndex(1);
+    Graph.SortSeriesByName();
+    EXPECT_EQ(Graph.Appearance()->XAxisSerIndex(), 3);
+    Graph.DeleteSeries(1);
+    EXPECT_EQ(Graph.Appearance()->XAxisSerIndex(), 2);
+    Graph.DeleteSeries(2);
+    EXPECT_EQ(Graph.Appearance()->XAxisSerIndex(), 0);
+}
+
+TEST_F(GraphModel, SortingReversingAndMovingRenumber) {
+    AddNamed({"beta", "Alpha", "gamma", "alpha"});
+    Graph.SortSeriesByName();
+    EXPECT_EQ(Names(), (TNames{"1 Alpha", "2 alpha", "3 beta", "4 gamma"}));
+    EXPECT_EQ(Graph.Appearance()->CurrSerIndex(), 4);
+    Graph.ReverseSeries();
+    EXPECT_EQ(Names(), (TNames{"1 gamma", "2 beta", "3 alpha", "4 Alpha"}));
+    Graph.MoveSeriesToFirst(3);
+    EXPECT_EQ(Names(), (TNames{"1 alpha", "2 gamma", "3 beta", "4 Alpha"}));
+    Graph.DeleteSeries(2);
+    EXPECT_EQ(Names(), (TNames{"1 alpha", "2 beta", "3 Alpha"}));
+    EXPECT_EQ(Graph.AddSeries(), 4);
+    EXPECT_FALSE(Graph.DeleteSeries(9));
+}
+
+TEST_F(GraphModel, NewDataSetsTakeStyleFromTheirNumber) {
+    for (int i = 0; i < 17; ++i) Graph.AddSeries();
+    EXPECT_EQ(Graph.FindSeries(3)->LineColor(), kRed);
+    EXPECT_EQ(Graph.FindSeries(16)->LineColor(), kGray);
+    EXPECT_EQ(Graph.FindSeries(17)->PointColor(), kGreen);
+    EXPECT_EQ(Graph.FindSeries(8)->PointShape(), TPointShape::XCross);
+    EXPECT_EQ(Graph.FindSeries(4)->PointShape(), TPointShape::UpTriangle);
+    EXPECT_TRUE(Graph.FindSeries(8)->FillPoints());
+    EXPECT_FALSE(Graph.FindSeries(9)->FillPoints());
+}
+
+TEST_F(GraphModel, SymbolSizesAreEvenButForWidePoints) {
+    AddNamed({"a"});
+    TSeries& series = *Graph.FindSeries(1);
+    series.SetPointShape(TPointShape::Circle);
+    series.SetPointSize(7);
+    EXPECT_EQ(series.PointSize(), 8);
+    series.SetPointSize(1);
+    EXPECT_EQ(series.PointSize(), 2);
+    series.SetPointShape(TPointShape::WidePoint);
+    series.SetPointSize(7);
+    EXPECT_EQ(series.PointSize(), 7);
+    series.SetPointShape(TPointShape::Square);
+    EXPECT_EQ(series.PointSize(), 8);
+    series.SetPointShape(static_cast<TPointShape>(9));
+    EXPECT_EQ(series.PointShape(), TPointShape::Square);
+}
+
+TEST_F(GraphModel, StepLimitsRefuseWhatDoesNotSuitTheOther) {
+    TAppearance& appearance = *Graph.Appearance();
+    appearance.SetMaxSteps(91);
+    EXPECT_EQ(appearance.MaxSteps(), 50);
+    appearance.SetMaxSteps(12);
+    EXPECT_EQ(appearance.MaxSteps(), 50);
+    appearance.SetMinSteps(20);
+    EXPECT_EQ(appearance.MinSteps(), 5);
+    appearance.SetMinSteps(0);
+    EXPECT_EQ(appearance.MinSteps(), 5);
+    appearance.SetMaxSteps(13);
+    EXPECT_EQ(appearance.MaxSteps(), 13);
+}
+
+TEST_F(GraphModel, LogScaleMovesARangeThatIsNotPositive) {
+    TAxis& axis = *Graph.YAxis();
+    axis.SetMax(0);
+    axis.SetMin(0);
+    axis.SetLogScale(true);
+    EXPECT_EQ(axis.Max(), 10);
+    EXPECT_EQ(axis.Min(), 0.01);
+    axis.SetMin(-1);
+    axis.SetLogScale(true);
+    EXPECT_EQ(axis.Min(), -1) << "it was on already";
+}
+
+TEST_F(GraphModel, SettingARangeTurnsItsAutomaticOff) {
+    TAxis& axis = *Graph.XAxis();
+    axis.SetMax(axis.Max());
+    EXPECT_FALSE(axis.AutoSizing());
+    EXPECT_TRUE(axis.AutoStepping());
+    axis.SetStepSize(axis.StepSize());
+    EXPECT_FALSE(axis.AutoStepping());
+}
+
+TEST_F(GraphModel, TheHolderIdFollowsTheTitleUnlessItWasGivenAnother) {
+    Graph.Appearance()->SetGraphTitle("Run");
+    EXPECT_EQ(Graph.Holder()->ID(), "Run DATA");
+    Graph.Appearance()->SetGraphTitle("Walk");
+    EXPECT_EQ(Graph.Holder()->ID(), "Walk DATA");
+    Graph.SetHolderID("own");
+    Graph.Appearance()->SetGraphTitle("Sit");
+    EXPECT_EQ(Graph.Holder()->ID(), "own");
+}
+
+TEST_F(GraphModel, RepaintRequestsCoalesceAndHoldsSendOneNotification) {
+    AddNamed({"a"});
+    TSeries& series = *Graph.FindSeries(1);
+    int changes = 0;
+    series.AddChangeHandler(1,
+                            [&](TDataSeries&, int reason) { changes += reason != TDataSeries::kDestroyed; });
+    series.SetUpdateDepth(true);
+    series.SetLineWidth(9);
+    series.SetActive(false);
+    EXPECT_EQ(changes, 0);
+    Graph.RequestRepaint(false);
+    series.SetUpdateDepth(false);
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(Graph.RepaintRequested());
+    series.SetLineWidth(9);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(GraphModel, ListenersOfADataSetThatGoesMayWalkTheChain) {
+    AddNamed({"a", "b", "c"});
+    TNames seen;
+    const auto walk = [&](TDataSeries& series, int reason) {
+        if (reason != TDataSeries::kDestroyed) return;
+        seen.push_back("without " + series.SeriesName());
+        for (const auto& name : Names()) seen.push_back(name);
+    };
+    for (const auto& series : Graph.Series()) series->AddChangeHandler(1, walk);
+    Graph.DeleteSeries(1);
+    Graph.FreeAllSeries();
+    EXPECT_EQ(seen, (TNames{"without a", "1 b", "2 c", "without b", "without c"}));
+}
+
+TEST_F(GraphModel, EventsTellOfDataSetsThatComeAndGo) {
+    TNames events;
+    QObject::connect(&Graph, &TxyGraph::OnNewSeries,
+                     [&](TSeries* s) { events.push_back("+" + s->SeriesName()); });
+    QObject::connect(&Graph, &TxyGraph::OnDeleteSeries,
+                     [&](TSeries* s) { events.push_back("-" + s->SeriesName()); });
+    Graph.AddSeries();
+    Graph.AddSeries();
+    Graph.DeleteSeries(1);
+    Graph.FreeAllSeries();
+    EXPECT_EQ(events, (TNames{"+DataSet 1", "+DataSet 2", "-DataSet 1", "-DataSet 2"}));
+}
+
+TEST_F(GraphModel, ACopySharesNothingWithItsSource) {
+    TRandom random(2);
+    FillRandomly(Graph, random);
+    AddNamed({"last"});
+    TxyGraph copy;
+    copy.Assign(&Graph);
+    const TBytes before = FileOf(Graph);
+    EXPECT_EQ(FileOf(copy), before);
+    copy.FindSeries(1)->AddPoint(1e6, 5);
+    copy.Appearance()->SetGraphTitle("changed");
+    copy.ClearMarks();
+    EXPECT_EQ(FileOf(Graph), before);
+    QObject notAGraph;
+    copy.Assign(&notAGraph);
+    EXPECT_EQ(copy.Appearance()->GraphTitle(), "changed");
+}
+
+TEST_F(GraphModel, ChildGraphsFollowTheirParent) {
+    Graph.resize(400, 200);
+    TxyChildGr* child = Graph.AddChildGraph();
+    child->Dimensions()->SetHorPosition(0.25);
+    child->Dimensions()->SetVerPosition(0.1);
+    child->Dimensions()->SetHorSize(0.5);
+    child->Dimensions()->SetVerSize(0.333);
+    child->FollowParent();
+    EXPECT_EQ(child->geometry(), QRect(100, 20, 200, 67));
+    child->setGeometry(40, 100, 100, 50);
+    child->TakeFractionsFromBounds();
+    EXPECT_EQ(child->Dimensions()->HorPosition(), 0.1);
+    EXPECT_EQ(child->Dimensions()->VerSize(), 0.25);
+    child->Dimensions()->SetHorSize(1e300); // as a file may have it
+    child->FollowParent();
+    EXPECT_LE(child->width(), 32000);
+}
+
+TEST(Marks, TheSmallestFreeNumberIsGiven) {
+    TMarkChain marks;
+    for (const int id : {4, 1, 2}) marks.Set({.ID = id});
+    EXPECT_EQ(marks.Add({}), 3);
+    EXPECT_EQ(marks.Find(3)->Caption, "3");
+    EXPECT_EQ(marks.CurrentID(), 3);
+    EXPECT_EQ(marks.Add({.Caption = "peak"}), 5);
+    EXPECT_EQ(marks.Find(5)->Caption, "peak");
+    marks.Set({.ID = 0});
+    EXPECT_EQ(marks.Marks().begin()->first, 0);
+}
+
+TEST(Marks, SelectingAMissingMarkTakesTheLast) {
+    TMarkChain marks;
+    marks.Select(7);
+    EXPECT_EQ(marks.CurrentID(), 0);
+    for (const int id : {1, 3, 5}) marks.Set({.ID = id});
+    marks.Select(7);
+    EXPECT_EQ(marks.CurrentID(), 5);
+    EXPECT_TRUE(marks.Delete(3));
+    EXPECT_FALSE(marks.Delete(3));
+    EXPECT_EQ(marks.Count(), 2);
+}
+
+struct TBaselineCase {
+    TGraphMark mark;
+    const char* message;
+    double zeroValue;
+    double slope;
+};
+
+TEST_F(GraphModel, BaselineIsTakenFromALineOrSaidWhyNot) {
+    const TBaselineCase cases[] = {
+        {{.ID = 1, .Y1 = 7, .TypeOfMark = TMarkType::HorizontalLine}, "", 7, 0},
+        {{.ID = 1, .X1 = 0, .Y1 = 1, .X2 = 2, .Y2 = 5, .TypeOfMark = TMarkType::Line}, "", 1, 2},
+        {{.ID = 1, .X1 = 3, .Y1 = 1, .X2 = 3, .Y2 = 5, .TypeOfMark = TMarkType::Line},
+         "Mark Can Not be a Vertical Line",
+         9,
+         8},
+        {{.ID = 1, .TypeOfMark = TMarkType::Point}, "Mark must be Either Linier or Horizontal", 9, 8},
+        {{.ID = 2, .TypeOfMark = TMarkType::HorizontalLine}, "No Mark Found!", 9, 8},
+    };
+    AddNamed({"a"});
+    TSeries& series = *Graph.FindSeries(1);
+    for (const auto& c : cases) {
+        const TRecordingSink sink;
+        series.SetZeroValue(9);
+        series.SetBaseLineSlope(8);
+        Graph.ClearMarks();
+        Graph.SetMark(c.mark);
+        Graph.SetBaselineFromMark(1, 1);
+        EXPECT_EQ(sink.Texts, *c.message ? TNames{c.message} : TNames{});
+        EXPECT_EQ(series.ZeroValue(), c.zeroValue);
+        EXPECT_EQ(series.BaseLineSlope(), c.slope);
+    }
+}
+
+} // namespace
+} // namespace lumoplot

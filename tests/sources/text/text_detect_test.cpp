@@ -1,0 +1,275 @@
+#include "sources/text/text_fixture.h"
+#include "sources/text/text_preview.h"
+
+namespace lumoplot {
+namespace {
+
+class TextFormat : public TTextFiles {};
+
+struct TFormatCase {
+    const char* name;
+    std::string_view text;
+    const char* description;
+    TPoints points;
+};
+
+const TPoints kTwo = {{1.5, 2.5}, {3, -4}};
+
+TEST_F(TextFormat, IsFoundFromTheText) {
+    const TFormatCase cases[] = {
+        {"comma", "1.5,2.5\n3,-4\n", "comma, decimal point, no header rows, UTF-8", kTwo},
+        {"tab", "x\ty\n1.5\t2.5\n3\t-4\n", "tab, decimal point, 1 header row, UTF-8", kTwo},
+        {"semicolon", "a;b\n1,5;2,5\n3;-4", "semicolon, decimal comma, 1 header row, UTF-8", kTwo},
+        {"tab and comma", "1,5\t2,5\n3,0\t-4\n", "tab, decimal comma, no header rows, UTF-8", kTwo},
+        {"blanks", "  1.5   2.5 \n 3\t-4\n", "blanks, decimal point, no header rows, UTF-8", kTwo},
+        {"bar", "1.5|2.5\n3|-4\n", "vertical bar, decimal point, no header rows, UTF-8", kTwo},
+        {"comma and blank", "1.5, 2.5\n3, -4\n", "comma, decimal point, no header rows, UTF-8", kTwo},
+        {"quoted decimals", "\"1,5\",\"2,5\"\n\"3,0\",\"-4\"\n",
+         "comma, decimal comma, no header rows, UTF-8", kTwo},
+        {"CR", "a;b\r1.5;2.5\r3;-4\r", "semicolon, decimal point, 1 header row, UTF-8", kTwo},
+        {"CRLF", "1.5;2.5\r\n3;-4\r\n", "semicolon, decimal point, no header rows, UTF-8", kTwo},
+        {"trailing separators", "1.5;2.5;\n3;-4;\n", "semicolon, decimal point, no header rows, UTF-8", kTwo},
+        {"comments", "# made by hand\n% t v\n// end\n1.5 2.5\n# pause\n3 -4\n",
+         "blanks, decimal point, 3 header rows, UTF-8", kTwo},
+        {"BOM", "\xEF\xBB\xBFt;v\n1.5;2.5\n3;-4\n", "semicolon, decimal point, 1 header row, UTF-8 with BOM",
+         kTwo},
+        {"code page", "t;\xB5V\n1.5;2.5\n3;-4\n", "semicolon, decimal point, 1 header row, Windows-1252",
+         kTwo},
+        {"prose in front", "Run 7 of 12\nOperator: A. B.\n\nt [s];U [V]\n1.5;2.5\n3;-4\n",
+         "semicolon, decimal point, 4 header rows, UTF-8", kTwo},
+        {"one column", "v\n7\n8\n", "one column, decimal point, 1 header row, UTF-8", {{1, 7}, {2, 8}}},
+        {"text between", "1.5;abc;2.5\n3;def;-4\n", "semicolon, decimal point, no header rows, UTF-8", kTwo},
+        {"named x and y", "Data:   y   x\n  2.5 1.5\n -4 3\n", "blanks, decimal point, 1 header row, UTF-8",
+         kTwo},
+        {"Fortran exponents", "1.5D0 25.D-1\n.3D+1 -4\n", "blanks, decimal point, no header rows, UTF-8",
+         kTwo},
+        {"row ends in quotes", "\"a\nb\";\"c;\"\"d\"\"\"\n1.5;2.5\n3;-4\n",
+         "semicolon, decimal point, 1 header row, UTF-8", kTwo},
+        {"empty rows", "\n\n1.5;2.5\n;\n\n3;-4\n\n", "semicolon, decimal point, 2 header rows, UTF-8", kTwo},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const TTextReport report = LoadThis(c.text);
+        EXPECT_EQ(Describe(report.readings.best.format), c.description);
+        EXPECT_EQ(points, c.points);
+        EXPECT_EQ(report.rowsSkipped, 0);
+    }
+}
+
+std::string Utf16(std::u16string_view text, bool littleEndian, bool mark) {
+    std::string bytes;
+    const auto add = [&](char16_t unit) {
+        const char low = static_cast<char>(unit & 0xFF);
+        const char high = static_cast<char>(unit >> 8);
+        bytes += littleEndian ? low : high;
+        bytes += littleEndian ? high : low;
+    };
+    if (mark) add(0xFEFF);
+    for (const char16_t unit : text) add(unit);
+    return bytes;
+}
+
+TEST_F(TextFormat, Utf16IsFoundWithAndWithoutItsMark) {
+    for (const bool littleEndian : {false, true})
+        for (const bool mark : {false, true}) {
+            const auto report =
+                LoadThis(Utf16(u"t;\u0394U \U0001F600\r\n1.5;2.5\r\n3;-4\r\n", littleEndian, mark));
+            EXPECT_EQ(Describe(report.readings.best.format),
+                      std::string("semicolon, decimal point, 1 header row, UTF-16 ") +
+                          (littleEndian ? "LE" : "BE"));
+            EXPECT_EQ(report.yName, "\u0394U \U0001F600");
+            EXPECT_EQ(points, kTwo);
+        }
+}
+
+TEST_F(TextFormat, BrokenUtf16LosesNoRow) {
+    // A lone surrogate in a name, and half a unit at the end of the file.
+    const std::string text = Utf16(u"t;\xD800\n1.5;2.5\n3;-4\n", true, true) + "\n";
+    EXPECT_EQ(LoadThis(text).yName, "\uFFFD");
+    EXPECT_EQ(points, kTwo);
+}
+
+struct TDateOrderCase {
+    const char* text;
+    TDateOrder order;
+    bool offersOther;
+};
+
+TEST_F(TextFormat, OrderOfDatesIsTheOneThatFits) {
+    const TDateOrderCase cases[] = {
+        {"2024-03-01,1\n2024-03-02,2\n", TDateOrder::YearMonthDay, false},
+        {"28.02.2024;1\n01.03.2024;2\n", TDateOrder::DayMonthYear, false},
+        {"02/28/2024;1\n03/01/2024;2\n", TDateOrder::MonthDayYear, false},
+        // Only one order lets time run forward.
+        {"10/11/2024;1\n11/11/2024;2\n12/11/2024;3\n01/12/2024;4\n", TDateOrder::DayMonthYear, true},
+        {"01/11/2024;1\n01/12/2024;2\n02/01/2024;3\n02/02/2024;4\n", TDateOrder::MonthDayYear, true},
+    };
+    for (const auto& c : cases) {
+        const auto readings = LoadThis(c.text).readings;
+        EXPECT_EQ(readings.best.format.dateOrder, c.order) << c.text;
+        ASSERT_EQ(readings.runnerUp.has_value(), c.offersOther) << c.text;
+        EXPECT_TRUE(!c.offersOther || readings.runnerUp->format.dateOrder != c.order);
+    }
+}
+
+TEST_F(TextFormat, TimesOfDayAreAddedToTheDatesBesideThem) {
+    LoadThis("Time,Date,v\n06:00,2024-01-31,1\n18:00,2024-01-31,2\n");
+    EXPECT_EQ(points, (TPoints{{45322.25, 1}, {45322.75, 2}}));
+}
+
+TEST_F(TextFormat, RunnerUpIsNamedWhenItFitsToo) {
+    const auto readings = LoadThis("1,5\n2,5\n3,5\n").readings;
+    EXPECT_EQ(points.front(), std::pair(1.0, 5.0));
+    ASSERT_TRUE(readings.runnerUp);
+    EXPECT_EQ(Describe(readings.runnerUp->format), "one column, decimal comma, no header rows, UTF-8");
+    EXPECT_FALSE(LoadThis("a;b\n1.5;2.5\n").readings.runnerUp);
+
+    options.wishes.decimalSign = ',';
+    LoadThis("1,5\n2,5\n3,5\n");
+    EXPECT_EQ(points, (TPoints{{1, 1.5}, {2, 2.5}, {3, 3.5}}));
+}
+
+TEST_F(TextFormat, BadRowInFrontOfTheOthersIsNoHeader) {
+    for (const char* bad : {"1;oops", "oops;2", "1", "1;"}) {
+        const auto report = LoadThis(std::string("t;v\ns;V\n") + bad + "\n2;20\n3;30\n4;40\n");
+        EXPECT_EQ(report.rowsSkipped, 1) << bad;
+        EXPECT_EQ(report.yName, "v");
+    }
+    const auto report = LoadThis("Depth;2019;2020\n1.5;10;11\n2.5;12;13\n3.5;14;15\n");
+    EXPECT_EQ(report.yName, "");
+    EXPECT_EQ(report.readings.best.format.headerRows, 1);
+}
+
+TEST_F(TextFormat, WhatIsDescribedIsNotSearchedFor) {
+    info.SetTextSeparators(" ");
+    info.SetFileHasHeaders(2);
+    const auto report = LoadThis("1;2 3\n1 2\n5 6\n");
+    EXPECT_EQ(points, (TPoints{{5, 6}}));
+    EXPECT_EQ(Describe(report.readings.best.format), "blank, decimal point, 2 header rows, UTF-8");
+}
+
+TEST_F(TextFormat, HeaderRowsMayReachBeyondTheSample) {
+    info.SetFileHasHeaders(20000);
+    std::string text;
+    for (int i = 0; i < 20000; ++i) text += "some; words\n";
+    EXPECT_EQ(LoadThis(text + "1.5;2.5\n3;-4\n").rowsSkipped, 0);
+    EXPECT_EQ(points, kTwo);
+}
+
+TEST_F(TextFormat, SeparatorsMayBeCharactersOfNumbers) {
+    info.SetTextSeparators("-e");
+    LoadThis("1.5-2.5\n3e4\n5--6\n");
+    EXPECT_EQ(points, (TPoints{{1.5, 2.5}, {3, 4}}));
+}
+
+TEST_F(TextFormat, TextIsDividedByWidthInCharacters) {
+    info.SetDivideTextByWidth(true);
+    info.SetColumnWidth(4);
+    const auto report = LoadThis("\u03B1   \u03B2\u03B3\u03B4\u03B5\n1.52.5\n  3   -4\n 9 8\n");
+    EXPECT_EQ(report.yName, "\u03B2\u03B3\u03B4\u03B5");
+    EXPECT_EQ(points, (TPoints{{1.52, 0.5}, {3, -4}}));
+    EXPECT_EQ(report.messages, std::vector<std::string>{"row 4: '9 8' in column 1 (\u03B1) is not a number"});
+}
+
+struct TColumnCase {
+    const char* x;
+    const char* y;
+    TPoints points; // empty: the error
+    const char* error;
+};
+
+TEST_F(TextFormat, ColumnsAreChosenByNumberOrName) {
+    const std::string file = Write("t;Volt;note;Ampere\n1;10;a;100\n2;20;b;200\n");
+    const TColumnCase cases[] = {
+        {"", "", {{1, 10}, {2, 20}}, ""},
+        {"4", "1", {{100, 1}, {200, 2}}, ""},
+        {"Volt", " ampere ", {{10, 100}, {20, 200}}, ""},
+        {"", "t", {{10, 1}, {20, 2}}, ""},
+        {"Ampere", "", {{100, 1}, {200, 2}}, ""},
+        {"0", "4", {{1, 100}, {2, 200}}, ""},
+        {"5", "", {}, "File data.txt has no column 5, only 4"},
+        {"", "0", {}, "File data.txt has no column 0 for Y"},
+        {"Ohm", "", {}, "File data.txt has no column 'Ohm' (its columns are t, Volt, note, Ampere)"},
+        {"",
+         "note",
+         {},
+         "File data.txt holds no row that can be used: row 2: 'a' in column 3 (note) is not a number"},
+    };
+    for (const auto& c : cases) {
+        info.SetXDataColumn(c.x);
+        info.SetYDataColumn(c.y);
+        EXPECT_EQ(ErrorOf(file), c.error);
+        EXPECT_EQ(points, c.points) << c.x << " and " << c.y;
+    }
+}
+
+std::string SampleFile(const char* name) {
+    return std::string(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + name;
+}
+
+struct TSampleFile {
+    const char* name;
+    const char* description;
+    const char* yName;
+    std::size_t points;
+    std::pair<double, double> last;
+};
+
+TEST_F(TextFormat, RealFilesAreReadWithoutBeingAsked) {
+    const TSampleFile files[] = {
+        {"semicolon_decimal_comma.csv",
+         "semicolon, decimal comma, 1 header row, UTF-8",
+         "Spannung [V]",
+         4,
+         {1.5, 1.44}},
+        {"utf16_tab.txt", "tab, decimal point, 1 header row, UTF-16 LE", "\u0394U [\u00B5V]", 3, {2, 3.125}},
+        {"code_page_cr.txt",
+         "semicolon, decimal comma, 1 header row, Windows-1252",
+         "L\u00E4nge [\u00B5m]",
+         3,
+         {30, 102}},
+        {"logger_iso_dates.csv",
+         "comma, decimal point, dates year-month-day, 3 header rows, UTF-8",
+         "temperature",
+         4,
+         {45353, 5}},
+        {"date_and_time_columns.txt",
+         "semicolon, decimal comma, dates day.month.year, 1 header row, UTF-8",
+         "Load",
+         3,
+         {45353, 13}},
+        {"trailing_separator.dat", "semicolon, decimal point, 1 header row, UTF-8", "y", 3, {3, 6}},
+        {"one_column.txt", "one column, decimal point, 1 header row, UTF-8", "counts", 3, {3, 23}},
+        {"comments_between.txt", "blanks, decimal point, 2 header rows, UTF-8", "A", 3, {0.3, 9e-9}},
+    };
+    for (const auto& f : files) {
+        SCOPED_TRACE(f.name);
+        const auto report = Load(SampleFile(f.name));
+        EXPECT_EQ(Describe(report.readings.best.format), f.description);
+        EXPECT_EQ(report.yName, f.yName);
+        ASSERT_EQ(points.size(), f.points);
+        EXPECT_EQ(points.back(), f.last);
+        EXPECT_EQ(report.rowsSkipped, 0);
+    }
+}
+
+TEST_F(TextFormat, WhatASpreadsheetQuotesIsOneCell) {
+    const auto report = Load(SampleFile("spreadsheet_quoted.csv"));
+    EXPECT_EQ(Describe(report.readings.best.format), "comma, decimal point, 1 header row, UTF-8 with BOM");
+    EXPECT_EQ(report.readings.best.format.columns.front().name, "Time, s");
+    EXPECT_EQ(report.yName, "Reading \"A\"");
+    EXPECT_EQ(points, (TPoints{{1, 7.25}, {2, 7.5}}));
+    EXPECT_EQ(report.messages,
+              (std::vector<std::string>{"row 2: '1,204.5' in column 3 (Reading \"A\") is not a number"}));
+}
+
+TEST_F(TextFormat, ColumnsOfOneWidthMayTouch) {
+    info.SetDivideTextByWidth(true);
+    info.SetColumnWidth(7);
+    const auto report = Load(SampleFile("fixed_width.txt"));
+    EXPECT_EQ(report.yName, "force");
+    EXPECT_EQ(points, (TPoints{{0, 1.25}, {0.5, -112.5}, {1, -13.75}}));
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,247 @@
+#include "sources/text/text_fixture.h"
+#include "support/errors.h"
+
+#include <QDir>
+#include <limits>
+#include <random>
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+namespace lumoplot {
+namespace {
+
+class TextLoader : public TTextFiles {
+protected:
+    /// "0,0\n1,10\n2,20\n" and so on.
+    static std::string Ramp(int rows) {
+        std::string text;
+        for (int i = 0; i < rows; ++i) text += std::to_string(i) + "," + std::to_string(10 * i) + "\n";
+        return text;
+    }
+};
+
+struct TBadFile {
+    const char* what;
+    std::string text;
+    const char* error;
+};
+
+TEST_F(TextLoader, WhatCanNotBeReadIsSaidWithTheFileAndTheRow) {
+    std::string noise;
+    for (unsigned i = 0, state = 1; i < 5000; ++i)
+        noise += static_cast<char>((state = state * 1103515245 + 12345) >> 16);
+    const TBadFile files[] = {
+        {"empty", "", "File data.txt is empty"},
+        {"blank rows only", " \n\n;;\n", "File data.txt holds no column of numbers"},
+        {"prose", "To whom it may concern\nNothing was measured\n",
+         "File data.txt holds no column of numbers"},
+        {"headers only", "time;voltage\n", "File data.txt holds no column of numbers"},
+        {"binary", noise, "File data.txt is no text file: row 1 holds characters that no text has"},
+        {"10 MB in one row", std::string(10 << 20, '1'), "File data.txt: row 1 is longer than 4 MB"},
+        {"10 MB in a later row", "1,2\n3,4\n" + std::string(10 << 20, '5'),
+         "File data.txt: row 3 is longer than 4 MB"},
+    };
+    for (const auto& f : files) {
+        SCOPED_TRACE(f.what);
+        EXPECT_EQ(ErrorOf(Write(f.text)), f.error);
+    }
+    EXPECT_EQ(ErrorOf(m_directory.filePath(QStringLiteral("none.txt")).toStdString()),
+              "Can not open file none.txt: there is no such file");
+    EXPECT_EQ(ErrorOf((m_directory.path() + QStringLiteral("/.")).toStdString()),
+              "Can not open file .: it is a directory");
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(TextLoader, FileWithoutPermissionIsRefused) {
+    if (::geteuid() == 0) GTEST_SKIP() << "nothing is forbidden to the superuser";
+    const std::string file = Write("1,2\n3,4\n");
+    QFile::setPermissions(QString::fromStdString(file), {});
+    EXPECT_EQ(ErrorOf(file), "Can not open file data.txt: Permission denied");
+}
+#endif
+
+TEST_F(TextLoader, EveryBadRowIsNamedAndNoneBecomesZero) {
+    const TTextReport report = Load(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/bad_rows.csv");
+    EXPECT_EQ(points, (TPoints{{1, 10}, {5, 50}, {8, 80}}));
+    EXPECT_EQ(report.rowsChosen, 8);
+    EXPECT_EQ(report.rowsUsed, 3);
+    EXPECT_EQ(report.rowsSkipped, 5);
+    EXPECT_EQ(report.messages, (std::vector<std::string>{
+                                   "row 3: column 2 (y) is empty",
+                                   "row 4: 'oops' in column 2 (y) is not a number",
+                                   "row 5: column 2 (y) is missing",
+                                   "row 7: 'nan' in column 2 (y) is no value",
+                                   "row 8: '1e999' in column 2 (y) is too large",
+                               }));
+}
+
+TEST_F(TextLoader, OnlyTheFirstMessagesAreKeptButAllSkippedRowsAreCounted) {
+    std::string text = Ramp(200);
+    for (int i = 0; i < 100; ++i) text += "x,y\n";
+    const TTextReport report = LoadThis(text);
+    EXPECT_EQ(report.rowsSkipped, 100);
+    EXPECT_EQ(report.messages.size(), TTextReport::kMaxMessages);
+}
+
+TEST_F(TextLoader, UnclosedQuoteSpoilsItsRowOnly) {
+    LoadThis("1,\"a\",10\n2,\"5 inch,20\n3,b,30\n\"4,c,40\n5,\"d\ne\",50\n");
+    EXPECT_EQ(points, (TPoints{{1, 10}, {2, 20}, {3, 30}, {5, 50}}));
+}
+
+TEST_F(TextLoader, RowsAreChosenByNumberInTheFile) {
+    const std::string text = "x,y\n" + Ramp(10); // row 2 holds X = 0
+    info.SetRowChoiceMode(TRowChoice::ByNumber);
+    const std::tuple<double, double, double, double> cases[] = {
+        {3, 5, 1, 3}, {1, 2, 0, 0}, {8, 0, 6, 9}, {8, 99, 6, 9}};
+    for (const auto& [from, to, first, last] : cases) {
+        info.SetRowChoiceValue1(from);
+        info.SetRowChoiceValue2(to);
+        const TTextReport report = LoadThis(text);
+        EXPECT_EQ(points.front().first, first);
+        EXPECT_EQ(points.back().first, last);
+        EXPECT_EQ(report.rowsChosen, static_cast<std::int64_t>(points.size()));
+    }
+    info.SetRowChoiceValue1(50);
+    EXPECT_EQ(ErrorOf(Write(text)), "File data.txt: the row choice leaves no rows");
+}
+
+TEST_F(TextLoader, RowsAreChosenByX) {
+    info.SetRowChoiceMode(TRowChoice::ByX);
+    info.SetRowChoiceValue1(7.5);
+    info.SetRowChoiceValue2(4); // the bounds may stand the other way round
+    const TTextReport report = LoadThis(Ramp(10));
+    EXPECT_EQ(points, (TPoints{{4, 40}, {5, 50}, {6, 60}, {7, 70}}));
+    EXPECT_EQ(report.rowsChosen, 4);
+}
+
+struct TBudgetCase {
+    bool automatic;
+    int everyNth;
+    int budget;
+    TRowChoice choice;
+    int frequency;
+    std::size_t points;
+};
+
+TEST_F(TextLoader, RowsAreThinnedToTheBudget) {
+    info.SetRowChoiceValue1(1001);
+    info.SetRowChoiceValue2(2000);
+    const std::string file = Write(Ramp(10000));
+    const TBudgetCase cases[] = {
+        {true, 1, 500, TRowChoice::All, 20, 500},  {true, 7, 5000, TRowChoice::All, 2, 5000},
+        {true, 1, 4999, TRowChoice::All, 3, 3334}, {true, 1, 20000, TRowChoice::All, 1, 10000},
+        {true, 7, 0, TRowChoice::All, 1, 10000}, // no budget
+        {false, 7, 500, TRowChoice::All, 7, 1429}, {true, 1, 500, TRowChoice::ByNumber, 2, 500},
+        {true, 1, 500, TRowChoice::ByX, 2, 500},   {false, 3, 500, TRowChoice::ByX, 3, 334},
+    };
+    for (const auto& c : cases) {
+        info.SetAutoRowHitFreq(c.automatic);
+        info.SetRowSamplingFrequency(c.everyNth);
+        info.SetRowChoiceMode(c.choice);
+        options.budget = c.budget;
+        const TTextReport report = Load(file);
+        EXPECT_EQ(report.samplingFrequency, c.frequency);
+        ASSERT_EQ(points.size(), c.points);
+        EXPECT_EQ(points[1].first - points[0].first, c.frequency);
+    }
+}
+
+// The same rows in texts that the short way and the long way read, across the borders of the pieces that are
+// read.
+TEST_F(TextLoader, LongFilesLoseNoRowWhereverTheyAreCut) {
+    constexpr int kRows = 60000;
+    const char* rowFormats[] = {"%d,%d.5\n", "%d,%d.5\r\n", "\"%d\",\"%d.5\"\r\n",
+                                "%d,%d.5,\"two\nlines\"\n"};
+    for (const char* format : rowFormats) {
+        std::string text;
+        char row[64];
+        for (int i = 0; i < kRows; ++i) {
+            std::snprintf(row, sizeof row, format, i, i * 7);
+            text += row;
+        }
+        const TTextReport report = LoadThis(text);
+        ASSERT_EQ(points.size(), static_cast<std::size_t>(kRows)) << format;
+        EXPECT_EQ(report.rowsSkipped, 0);
+        for (int i = 0; i < kRows; ++i)
+            ASSERT_EQ(points[static_cast<std::size_t>(i)], std::pair(1.0 * i, i * 7 + 0.5)) << format;
+    }
+}
+
+// Whatever the bytes are, every chosen row is a point or told.
+TEST_F(TextLoader, DamagedFilesAreReadOrRefused) {
+    std::mt19937 random(3);
+    const QDir directory(QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/text"));
+    for (const QString& name : directory.entryList(QDir::Files)) {
+        QFile file(directory.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const std::string whole = file.readAll().toStdString();
+        for (int round = 0; round < 60; ++round) {
+            std::string text = whole.substr(0, round % 3 ? whole.size() : random() % whole.size());
+            for (unsigned i = random() % 8; i > 0 && !text.empty(); --i)
+                text[random() % text.size()] = "\"\r\n;,.0-/e\t\0\xFF"[random() % 13];
+            info.SetDivideTextByWidth(round % 7 == 0);
+            const std::string fileName = Write(text);
+            try {
+                const TTextReport report = Load(fileName);
+                ASSERT_EQ(report.rowsChosen, report.rowsUsed + report.rowsSkipped) << text;
+                ASSERT_EQ(report.rowsUsed, static_cast<std::int64_t>(points.size()));
+            } catch (const ELumoError&) {
+            }
+        }
+    }
+}
+
+class TCancellingProgress : public TProgress {
+public:
+    explicit TCancellingProgress(int steps) : m_steps(steps) {}
+    void Begin(const std::string&, std::int64_t, std::int64_t maximum) override { m_maximum = maximum; }
+    [[nodiscard]] bool StepTo(std::int64_t position) override {
+        EXPECT_GE(position, m_position);
+        EXPECT_LE(position, m_maximum);
+        m_position = position;
+        return m_steps-- > 0;
+    }
+    std::int64_t m_position = 0;
+    std::int64_t m_maximum = 0;
+
+private:
+    int m_steps;
+};
+
+TEST_F(TextLoader, ProgressRunsThroughAndCancels) {
+    const std::string file = Write(Ramp(100000));
+    for (const int budget : {0, 500}) {
+        options.budget = budget;
+        TCancellingProgress patient(std::numeric_limits<int>::max());
+        EXPECT_FALSE(Load(file, &patient).cancelled);
+        EXPECT_EQ(patient.m_position, patient.m_maximum);
+        TCancellingProgress impatient(2);
+        EXPECT_TRUE(Load(file, &impatient).cancelled);
+    }
+}
+
+/// Cuts the file off at the first step.
+class TCuttingProgress : public TProgress {
+public:
+    explicit TCuttingProgress(const std::string& name) : m_file(QString::fromStdString(name)) {}
+    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+    [[nodiscard]] bool StepTo(std::int64_t) override { return m_file.resize(4); }
+
+private:
+    QFile m_file;
+};
+
+TEST_F(TextLoader, FileThatShrinksWhileItIsReadIsAnError) {
+    const std::string file = Write(Ramp(100000));
+    TCuttingProgress progress(file);
+    try {
+        Load(file, &progress);
+        FAIL();
+    } catch (const std::exception& error) {
+        EXPECT_NE(std::string(error.what()).find("data.txt became shorter while row "), std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace lumoplot
