@@ -1,11 +1,10 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "expr/expression_parser.h"
+#include "expr/names.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <deque>
 #include <iostream>
@@ -26,13 +25,6 @@ struct TGrid {
         return std::isfinite(x) ? x : std::lerp(from, to, static_cast<double>(index) / (count - 1));
     }
 };
-
-bool IsName(const std::string& text) {
-    const auto isLetter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) || c == '_'; };
-    const auto isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
-    return !text.empty() && isLetter(text[0]) &&
-           std::all_of(text.begin(), text.end(), [&](char c) { return isLetter(c) || isDigit(c); });
-}
 
 TGrid GridArgument(const std::string& text) {
     const std::size_t first = text.find(':');

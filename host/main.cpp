@@ -1,7 +1,7 @@
 // The plotting program: opens the files of its command line, or an example without any.
+#include "dialogs/message_box_sink.h"
+#include "dialogs/progress_window.h"
 #include "host/main_window.h"
-#include "host/message_boxes.h"
-#include "host/progress_box.h"
 #include "host/screen_shots.h"
 #include "support/progress_maker.h"
 
@@ -72,9 +72,9 @@ int RunShots(const TArguments& arguments) {
 }
 
 int RunWindow(const TArguments& arguments) {
-    const TMessageBoxes messages;
+    const TMessageBoxScope messages;
     const TProgressMakerScope progress(
-        [] { return std::make_unique<TProgressBox>(QApplication::activeWindow()); });
+        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
     TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                        QStringLiteral("/templates"));
     window.RestorePlace();

@@ -1,9 +1,9 @@
 // What the main window does with the graph: data, axes, view.
+#include "dialogs/progress_window.h"
 #include "graph/mouse/graph_mouse.h"
 #include "host/axes_dialog.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
-#include "host/progress_box.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
@@ -15,7 +15,7 @@ namespace lumoplot {
 
 void TMainWindow::OpenData(const QString& fileName) {
     const bool added = [&] {
-        TProgressBox progress(this);
+        TProgressWindow progress(this);
         return m_dataFiles->Add(fileName, progress);
     }();
     m_dataFiles->TellNotes();
@@ -48,7 +48,7 @@ void TMainWindow::OnAxesAndTitle() {
 
 bool TMainWindow::ReloadData() {
     const bool done = [&] {
-        TProgressBox progress(this);
+        TProgressWindow progress(this);
         return m_dataFiles->ReloadAll(progress);
     }();
     m_dataFiles->TellNotes();

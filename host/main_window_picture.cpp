@@ -16,7 +16,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kUnitsInInch = 96;
 constexpr double kClipboardScale = 2;
 
 } // namespace

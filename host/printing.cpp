@@ -7,12 +7,6 @@
 #include <QPrinter>
 
 namespace lumoplot {
-namespace {
-
-constexpr double kUnitsInInch = 96;
-
-} // namespace
-
 QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
     const TDimensions& dimensions = *graph.Dimensions();
     const auto part = [](double length, int percent) { return length * std::min(percent, 100) / 100; };

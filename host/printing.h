@@ -10,6 +10,9 @@ namespace lumoplot {
 
 class TxyGraph;
 
+/// Units of drawing in an inch.
+inline constexpr double kUnitsInInch = 96;
+
 /// Where the graph lies on a page whose printable area has that size: PrintXOffsetPct and PrintYOffsetPct
 /// place it, PrintScalePct gives its width, each in percent of the area; it keeps the shape of its panel and
 /// is made smaller where it would leave the page.

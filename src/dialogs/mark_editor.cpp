@@ -24,10 +24,6 @@ constexpr std::array<std::array<const char*, 4>, 4> kLabels = {{
     {"Origin X = ", "Origin Y = ", "End X = ", "End Y = "},
 }};
 
-TColor ToColor(const QColor& color) {
-    return color.red() | color.green() << 8 | color.blue() << 16;
-}
-
 /// An entry of the list: the first line of the text.
 QString EntryOf(const TGraphMark& mark) {
     QString text = QString::fromStdString(mark.Caption);

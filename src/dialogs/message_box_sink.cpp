@@ -1,5 +1,7 @@
 #include "dialogs/message_box_sink.h"
 
+#include "dialogs/window_place.h"
+
 #include <QApplication>
 #include <QMessageBox>
 
@@ -17,11 +19,10 @@ QMessageBox::Icon IconOf(TMessageKind kind) {
 }
 
 int Run(TMessageKind kind, const std::string& text, QMessageBox::StandardButtons buttons) {
-    QWidget* parent = QApplication::activeModalWidget();
-    if (!parent) parent = QApplication::activeWindow();
-    QMessageBox box(IconOf(kind), parent ? parent->windowTitle() : QString(), QString::fromStdString(text),
-                    buttons, parent);
-    box.setTextFormat(Qt::PlainText);
+    QWidget* dialog = QApplication::activeModalWidget();
+    QMessageBox box(IconOf(kind), dialog ? dialog->windowTitle() : QGuiApplication::applicationDisplayName(),
+                    QString::fromStdString(text), buttons, dialog ? dialog : MainWindow());
+    box.setTextFormat(Qt::PlainText); // file names and formulas must not be taken for markup
     return box.exec();
 }
 

@@ -1,17 +1,10 @@
 #include "expr/tokeniser.h"
 
+#include "expr/names.h"
+
 namespace lumoplot {
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-bool IsNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || c == '_';
-}
-bool IsNamePart(char c) {
-    return IsNameStart(c) || IsDigit(c);
-}
 bool StartsSequence(char c) {
     return static_cast<unsigned char>(c) >= 0xC0;
 }
@@ -40,12 +33,12 @@ private:
     void TakeToken() {
         const char c = m_text[m_position];
         const std::size_t start = m_position;
-        if (IsDigit(c) || c == '.') {
-            SkipNumber();
+        if ((c >= '0' && c <= '9') || c == '.') {
+            m_position = EndOfNumber(m_text, start);
             const std::string_view number = Since(start);
             TakeConstant(std::make_unique<TDoubleConstant>(number, number));
         } else if (c == '\'') {
-            SkipString();
+            m_position = EndOfString(m_text, start);
             TakeConstant(std::make_unique<TStringConstant>(Since(start)));
         } else {
             SkipWord(c);
@@ -55,32 +48,11 @@ private:
 
     std::string_view Since(std::size_t start) const { return m_text.substr(start, m_position - start); }
 
-    void SkipDigits() {
-        while (IsDigit(At(m_position))) ++m_position;
-    }
-
-    void SkipNumber() {
-        SkipDigits();
-        if (At(m_position) == '.') {
-            ++m_position;
-            SkipDigits();
-        }
-        if (At(m_position) != 'e') return;
-        ++m_position;
-        if (At(m_position) == '+' || At(m_position) == '-') ++m_position;
-        SkipDigits();
-    }
-
-    void SkipString() {
-        const std::size_t quote = m_text.find('\'', m_position + 1);
-        m_position = quote == std::string_view::npos ? m_text.size() : quote + 1;
-    }
-
     void SkipWord(char first) {
         ++m_position;
         const char second = At(m_position);
         if (IsNameStart(first)) {
-            while (IsNamePart(At(m_position))) ++m_position;
+            m_position = EndOfName(m_text, m_position);
         } else if (first == ':') {
             if (second == '=') ++m_position;
         } else if (first == '<' || first == '>') {

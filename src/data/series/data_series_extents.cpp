@@ -3,6 +3,7 @@
 #include "data/series/data_series.h"
 #include "fit/definition/cur_fit.h"
 #include "support/number_text.h"
+#include "support/ranges.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,19 +12,6 @@
 namespace lumoplot {
 
 namespace {
-
-/// The smallest and the largest of the finite values that it is given.
-struct TRange {
-    double Min = std::numeric_limits<double>::infinity();
-    double Max = -std::numeric_limits<double>::infinity();
-
-    void Take(double value) {
-        if (!std::isfinite(value)) return;
-        Min = std::min(Min, value);
-        Max = std::max(Max, value);
-    }
-    bool IsEmpty() const { return Min > Max; }
-};
 
 /// Rounded to single precision; a number beyond its range becomes the nearest one that is not infinite and,
 /// when positive, not 0.
@@ -93,7 +81,7 @@ bool TDataSeries::LowerBaseline(double y) {
 
 void TDataSeries::ApplyAutoZero() {
     if (!m_autoZero) return;
-    TRange range;
+    TExtent range;
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i)
         for (const double y : m_points.Block(i).Y) range.Take(y);
     if (range.IsEmpty()) return;
@@ -105,8 +93,8 @@ void TDataSeries::RecalcExtents() {
     if (Count() == 0) return;
     ApplyAutoZero(); // its notification may reach a handler that changes the points
     if (Count() == 0) return;
-    TRange rangeX;
-    TRange rangeY;
+    TExtent rangeX;
+    TExtent rangeY;
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i) {
         const TPointSpans block = m_points.Block(i);
         for (std::size_t k = 0; k < block.X.size(); ++k) {
@@ -132,7 +120,7 @@ double TDataSeries::PositiveMinX() const {
 
 double TDataSeries::PositiveMinY() const {
     if (m_minY > 0) return m_minY;
-    TRange range;
+    TExtent range;
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i) {
         const TPointSpans block = m_points.Block(i);
         for (std::size_t k = 0; k < block.X.size(); ++k) range.Take(CorrectedY(block.X[k], block.Y[k]));

@@ -1,19 +1,13 @@
 #include "dialog/common/color_button.h"
 
+#include "graph/drawing/lines/canvas.h"
+
 #include <QColorDialog>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
 
 namespace lumoplot {
-
-QColor ToQColor(TColor color) {
-    return QColor(RedOf(color), GreenOf(color), BlueOf(color));
-}
-
-TColor ToColor(const QColor& color) {
-    return MakeColor(color.red(), color.green(), color.blue());
-}
 
 TColorButton::TColorButton(QWidget* parent) : QPushButton(parent) {
     setAutoDefault(false);

@@ -7,9 +7,6 @@
 
 namespace lumoplot {
 
-QColor ToQColor(TColor color);
-TColor ToColor(const QColor& color);
-
 class TColorButton : public QPushButton {
     Q_OBJECT
 

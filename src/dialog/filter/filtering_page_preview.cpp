@@ -23,10 +23,6 @@ constexpr int kBandOpacity = 48;
 constexpr TColor kSpectrumColor = MakeColor(58, 134, 200);
 constexpr TColor kGainColor = MakeColor(222, 126, 30);
 
-TColor ToColor(const QColor& color) {
-    return MakeColor(color.red(), color.green(), color.blue());
-}
-
 QColor Between(const QColor& a, const QColor& b, double part) {
     const auto mix = [part](int from, int to) {
         return from + static_cast<int>(std::lround((to - from) * part));

@@ -7,6 +7,7 @@
 #include "graph/model/axis.h"
 #include "graph/model/graph.h"
 #include "graph/plotted/scale_map.h"
+#include "support/ranges.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -20,18 +21,6 @@ constexpr int kCurvePlaces = 800;
 constexpr double kRoom = 0.06; // beyond the data, in parts of their span
 constexpr int kMinSteps = 3;
 constexpr double kFarthest = 1e5; // pixels, which painters still take
-
-struct TExtent {
-    double Min = std::numeric_limits<double>::infinity();
-    double Max = -std::numeric_limits<double>::infinity();
-
-    void Take(double value) {
-        if (!std::isfinite(value)) return;
-        Min = std::min(Min, value);
-        Max = std::max(Max, value);
-    }
-    bool IsEmpty() const { return Min > Max; }
-};
 
 TScaleKind KindOf(const TTickRules& rules) {
     return rules.LogScale ? TScaleKind::Log : TScaleKind::Linear;
@@ -144,7 +133,7 @@ void TFitPlot::ChooseRanges(const TSeries& series) {
         if (!yAxis.LogScale() || point.y() > 0) y.Take(point.y());
     }
     const TXRange range = CurveRange(series);
-    for (const double end : {range.First, range.Last})
+    for (const double end : {range.From, range.To})
         if (!xAxis.LogScale() || end > 0) x.Take(end);
     m_xRules = RulesFor(xAxis, x);
     m_yRules = RulesFor(yAxis, y);
@@ -153,8 +142,8 @@ void TFitPlot::ChooseRanges(const TSeries& series) {
 // Evenly along the axis, so that a logarithmic one is smooth at its low end too.
 void TFitPlot::TakeCurve(const TSeries& series, TCurFit& model) {
     const TXRange range = CurveRange(series);
-    const double first = std::max(range.First, m_xRules.Min);
-    const double last = std::min(range.Last, m_xRules.Max);
+    const double first = std::max(range.From, m_xRules.Min);
+    const double last = std::min(range.To, m_xRules.Max);
     if (!(first < last)) return;
     const TScaleMap places(first, last, 0, kCurvePlaces - 1, KindOf(m_xRules));
     std::vector<double> x(kCurvePlaces);

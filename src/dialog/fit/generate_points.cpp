@@ -19,7 +19,7 @@ std::vector<double> EvenPlaces(const TXRange& range, int count) {
     std::vector<double> x(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         const double part = count > 1 ? static_cast<double>(i) / (count - 1) : 0;
-        x[static_cast<std::size_t>(i)] = range.First * (1 - part) + range.Last * part;
+        x[static_cast<std::size_t>(i)] = range.From * (1 - part) + range.To * part;
     }
     return x;
 }
@@ -38,7 +38,7 @@ TPointChain PointsAt(const std::vector<double>& x, TCurFit& fit, const TMergeRul
 }
 
 std::string RangeText(const TXRange& range) {
-    return FormatGeneral(range.First, 4) + " and " + FormatGeneral(range.Last, 4);
+    return FormatGeneral(range.From, 4) + " and " + FormatGeneral(range.To, 4);
 }
 
 } // namespace
@@ -63,7 +63,7 @@ void GeneratePoints(TSeries& series) {
                          std::to_string(kMaxGeneratedPoints));
     if (series.ExtentsStale()) series.RecalcExtents();
     const TXRange range = CurveRange(series);
-    if (!(range.First < range.Last))
+    if (!(range.From < range.To))
         throw ELumoError("There is no range of X between " + RangeText(range) + "; set the margins");
     fit.Compile();
     TPointChain points = PointsAt(EvenPlaces(range, fit.NPoints()), fit, series.MergeRule());

@@ -2,17 +2,12 @@
 #pragma once
 
 #include "graph/model/series.h"
+#include "support/ranges.h"
 
 namespace lumoplot {
 
-/// A curve that points are taken of or drawn by runs over X from First to Last.
-struct TXRange {
-    double First;
-    double Last;
-};
-
-/// From the left to the right margin; in the place of one that is not in use, the end of the data set, and
-/// without points of the X axis.
+/// Where the curve is drawn and points are taken of it: from the left to the right margin; in the place of
+/// one that is not in use, the end of the data set, and without points of the X axis.
 TXRange CurveRange(const TSeries& series);
 
 inline constexpr int kMaxGeneratedPoints = 10'000'000;

@@ -1,51 +1,11 @@
 #include "fit/equation_editor/formula_check.h"
 
+#include "expr/names.h"
+
 #include <algorithm>
-#include <cctype>
 
 namespace lumoplot {
 namespace {
-
-bool IsNameStart(char c) {
-    return c == '_' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-bool IsNamePart(char c) {
-    return IsNameStart(c) || (c >= '0' && c <= '9');
-}
-
-bool IsName(const std::string& text) {
-    return !text.empty() && IsNameStart(text.front()) && std::ranges::all_of(text, IsNamePart);
-}
-
-struct TNameUse {
-    std::string Name;
-    bool IsAssigned;
-};
-
-// The names of a formula as they are written, without those inside quotes. An exponent's "e" is no name.
-std::vector<TNameUse> NamesIn(const std::string& formula) {
-    std::vector<TNameUse> names;
-    std::size_t i = 0;
-    const auto at = [&](std::size_t place) { return place < formula.size() ? formula[place] : '\0'; };
-    while (i < formula.size()) {
-        if (formula[i] == '\'') {
-            i = std::min(formula.find('\'', i + 1), formula.size() - 1) + 1;
-        } else if (std::isdigit(static_cast<unsigned char>(formula[i])) || formula[i] == '.') {
-            while (std::isdigit(static_cast<unsigned char>(at(i))) || at(i) == '.') ++i;
-            if (at(i) == 'e' || at(i) == 'E') ++i;
-        } else if (IsNameStart(formula[i])) {
-            const std::size_t start = i;
-            while (IsNamePart(at(i))) ++i;
-            std::size_t next = i;
-            while (at(next) == ' ') ++next;
-            names.push_back({formula.substr(start, i - start), at(next) == ':' && at(next + 1) == '='});
-        } else {
-            ++i;
-        }
-    }
-    return names;
-}
 
 std::vector<std::string> UnknownNames(TCurFit& compiled) {
     const std::vector<TNameUse> names = NamesIn(compiled.ExpandedExpression());

@@ -1,8 +1,9 @@
 #include "fit/procedures/fit_check.h"
 
+#include "expr/names.h"
 #include "fit/definition/fit_result.h"
 
-#include <cctype>
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -13,25 +14,19 @@ std::string Quoted(const std::string& text) {
     return '"' + text + '"';
 }
 
-bool IsNamePart(char c) {
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-}
-
-// As a name of its own, not as part of a longer one.
-bool ContainsName(const std::string& text, const std::string& name) {
-    for (std::size_t at = text.find(name); at != std::string::npos; at = text.find(name, at + 1)) {
-        const std::size_t behind = at + name.size();
-        const bool goesOnBefore = at > 0 && IsNamePart(text[at - 1]) && IsNamePart(name.front());
-        const bool goesOnBehind = behind < text.size() && IsNamePart(text[behind]) && IsNamePart(name.back());
-        if (!goesOnBefore && !goesOnBehind) return true;
-    }
-    return false;
+// A template whose name is no name of the language is put in wherever its characters stand.
+bool ContainsItself(const TDBLFunction& function) {
+    const std::string text = LowerCased(function.Text);
+    const std::string name = LowerCased(function.Name);
+    if (name.empty()) return false;
+    if (!IsName(name)) return text.find(name) != std::string::npos;
+    return std::ranges::any_of(NamesIn(text), [&](const TNameUse& use) { return use.Name == name; });
 }
 
 void CheckTemplates(const TCurFit& fit) {
     for (int i = 1; i <= fit.NTemplates(); ++i) {
         const TDBLFunction& function = *fit.Template(i);
-        if (!function.Name.empty() && ContainsName(LowerCased(function.Text), LowerCased(function.Name)))
+        if (ContainsItself(function))
             throw EFitError("The template " + Quoted(function.Name) + " contains its own name");
     }
 }

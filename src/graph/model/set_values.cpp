@@ -2,11 +2,11 @@
 
 #include "expr/blocks/block_evaluator.h"
 #include "expr/expression_parser.h"
+#include "expr/names.h"
 #include "graph/model/graph.h"
 #include "support/number_text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <deque>
 #include <map>
@@ -19,13 +19,6 @@ constexpr std::size_t kX = 0;
 constexpr std::size_t kY = 1;
 constexpr std::size_t kNumber = 2;
 constexpr std::size_t kFirstSeries = 3;
-
-bool IsName(const std::string& text) {
-    const auto isLetter = [](char c) { return std::isalpha(static_cast<unsigned char>(c)) || c == '_'; };
-    const auto isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
-    return !text.empty() && isLetter(text[0]) &&
-           std::ranges::all_of(text, [&](char c) { return isLetter(c) || isDigit(c); });
-}
 
 std::string NumberedName(std::size_t place) {
     std::string name = "y";

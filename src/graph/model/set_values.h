@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graph/model/series.h"
+#include "support/ranges.h"
 
 #include <cstdint>
 #include <memory>
@@ -10,12 +11,6 @@
 #include <vector>
 
 namespace lumoplot {
-
-/// A range of X, both ends included.
-struct TXRange {
-    double From;
-    double To;
-};
 
 /// Y values are those that are stored, without the baseline. Where the formula gives not-a-number or an
 /// infinity, the point keeps its Y.

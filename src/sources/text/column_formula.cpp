@@ -1,5 +1,6 @@
 #include "sources/text/column_formula.h"
 
+#include "expr/names.h"
 #include "sources/text/decimal.h"
 #include "sources/text/text_columns.h"
 #include "support/number_text.h"
@@ -9,20 +10,10 @@
 namespace lumoplot {
 namespace {
 
-bool IsNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || c == '_';
-}
-
-// The names in the lower-cased formula, each once. Some of them may stand in strings or numbers: binding
-// those does no harm.
-std::vector<std::string> NamesIn(const std::string& text) {
+// The names in the lower-cased formula, each once.
+std::vector<std::string> DistinctNames(const std::string& formula) {
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t start = i++;
-        if (!IsNameStart(text[start])) continue;
-        while (i < text.size() && (IsNameStart(text[i]) || decimal::IsDigit(text[i]))) ++i;
-        names.push_back(text.substr(start, i - start));
-    }
+    for (TNameUse& use : NamesIn(formula)) names.push_back(std::move(use.Name));
     std::ranges::sort(names);
     names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
@@ -56,7 +47,7 @@ std::optional<int> InputOf(const std::string& name, const TTextFormat* format) {
 } // namespace
 
 TColumnFormula::TColumnFormula(std::string_view text, const TTextFormat* format) {
-    const std::vector<std::string> names = NamesIn(LowerCased(text));
+    const std::vector<std::string> names = DistinctNames(LowerCased(text));
     m_values.reserve(names.size()); // the formula points into it
     for (const std::string& name : names) Bind(name, format);
     m_parser.AddExpression(text);

@@ -14,6 +14,7 @@
 namespace lumoplot {
 
 XYGRAPH_EXPORT QColor ToQColor(TColor color);
+XYGRAPH_EXPORT TColor ToColor(const QColor& color);
 /// The font with its size in units, laid out alike at every scale.
 XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& settings);
 
