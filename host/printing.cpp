@@ -7,6 +7,7 @@
 #include <QPrinter>
 
 namespace lumoplot {
+
 QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
     const TDimensions& dimensions = *graph.Dimensions();
     const auto part = [](double length, int percent) { return length * std::min(percent, 100) / 100; };
