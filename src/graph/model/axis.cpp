@@ -128,9 +128,4 @@ void TAxis::CheckRange() const {
         throw EScaleError(m_title + "Axis MIN exceeds axis MAX");
 }
 
-double TAxis::ScaleFactor(double plotLength) const {
-    CheckRange();
-    return plotLength / (m_logScale ? std::log(m_max) - std::log(m_min) : m_max - m_min);
-}
-
 } // namespace lumoplot

@@ -101,9 +101,6 @@ public:
     /// Brings the range and the step up to date with the data and the settings. Redraws nothing.
     /// Throws EScaleError with the texts of AutoRange, or TITLE + "Axis MIN exceeds axis MAX".
     void Rescale();
-    /// Pixels per unit (per unit of natural logarithm on a logarithmic axis) over `plotLength` pixels.
-    /// Throws EScaleError TITLE + "Axis MIN exceeds axis MAX" where Min is not below Max.
-    double ScaleFactor(double plotLength) const;
 
 private:
     friend XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
