@@ -1,23 +1,16 @@
-// The tables of a graph file's sections, and the one data set as files hold it (also the content of a
+// One data set as files hold it (also the content of a
 // data-set file). docs/graph-file.md describes the layout.
 #pragma once
 
 #include "graph/model/graph.h"
-#include "stream/section.h"
+#include "graph/model/setting_rows.h"
 
 namespace lumoplot {
 
-XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TGraphMark>> MarkRows();
-
 /// A data set's Series section, its record and its point block.
-XYGRAPH_EXPORT void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
+void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
 /// Reads what WriteSeries wrote; the points are added to those that the data set has.
-XYGRAPH_EXPORT void ReadSeries(TxyReader& reader, TSeries& series);
+void ReadSeries(TxyReader& reader, TSeries& series);
 
 /// A data-set file (.lds): exactly what WriteSeries writes, with points. The file is replaced whole.
 XYGRAPH_EXPORT void SaveSeriesToFile(const TSeries& series, const std::string& name);

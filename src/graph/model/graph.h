@@ -8,12 +8,12 @@
 #include "graph/model/dimensions.h"
 #include "graph/model/legend.h"
 #include "graph/model/mark.h"
-#include "graph/model/resizable_panel.h"
 #include "graph/model/series.h"
 #include "stream/items.h"
 
 #include <QImage>
 #include <QPainter>
+#include <QWidget>
 #include <array>
 #include <memory>
 #include <string>
@@ -28,6 +28,14 @@ class TxyHolder;
 
 /// Whether a file or stream carries the points of the data sets.
 enum class TPoints { Include, LeaveOut };
+
+/// A widget with a size of its own that may lie inside another one.
+class XYGRAPH_EXPORT TReSizablePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TReSizablePanel(QWidget* parent = nullptr) : QWidget(parent) {}
+};
 
 class XYGRAPH_EXPORT TxyGraph : public TReSizablePanel {
     Q_OBJECT
@@ -121,8 +129,6 @@ public:
     /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
     /// runs pending fits when it has painted.
     void PrepareForDrawing();
-    /// A fit is running: nothing of it must be expected to be final.
-    bool IsFitting() const { return m_isFitting; }
     /// The last scaling failed; ErrorCaption is drawn in place of the plot.
     bool ScaleFailed() const { return m_scaleFailed; }
     /// There is something to draw: a data set with points, or a mark.
@@ -136,7 +142,6 @@ public:
     bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
     /// filed.
-    int PlottedPointLimit() const { return m_plottedPointLimit; }
     void SetPlottedPointLimit(int value);
 
     // Reading data from sources.
