@@ -102,6 +102,8 @@ public:
     bool DeleteMark(int id);
     void ClearMarks();
     void SelectMark(int id) { m_marks.Select(id); }
+    /// Takes over all marks of a chain and which one is current.
+    void SetMarks(const TMarkChain& marks);
     /// Takes the baseline of a data set from a mark; tells through the message sink why it cannot.
     void SetBaselineFromMark(int markId, int seriesNumber);
 

@@ -35,6 +35,8 @@ enum class TBoundsType { None = 0, SetValues = 1, OneSD = 2, TwoSD = 3, ThreeSD 
 struct TSourceRows {
     std::int64_t Chosen = 0; ///< that the row choice lets through
     std::int64_t Used = 0;   ///< of them, those that became points
+
+    bool operator==(const TSourceRows&) const = default;
 };
 
 class XYGRAPH_EXPORT TSeries : public TDataSeries {
