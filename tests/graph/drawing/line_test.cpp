@@ -1,5 +1,6 @@
 #include "graph/drawing/lines/column_reducer.h"
 #include "graph/drawing/lines/line_painter.h"
+#include "graph/drawing/lines/line_stroker.h"
 #include "graph/drawing/lines/polylines.h"
 #include "graph/drawing/lines/symbol_cloud.h"
 #include "graph/drawing/recording_device.h"
@@ -180,6 +181,113 @@ TEST(LinePainter, DenseLinesCoverWhatAllTheirSegmentsCover) {
             EXPECT_LE(FarFrom(segments, quick), few) << width << " " << path.X.size();
             EXPECT_LE(FarFrom(quick, segments), few) << width << " " << path.X.size();
         }
+}
+
+// The part of each pixel that lies in a line with round ends and corners, or in the dashes of its segments,
+// from 64 samples a pixel.
+class TSampledCoverage {
+public:
+    TSampledCoverage(const TPath& path, double radius, double dash)
+        : m_path(path), m_radius(radius), m_dash(dash) {}
+
+    double At(int x, int y) const {
+        int inside = 0;
+        for (int i = 0; i < 36; ++i) inside += Contains(x + (i % 6 + 0.5) / 6, y + (i / 6 + 0.5) / 6);
+        return inside / 36.0;
+    }
+
+private:
+    bool Contains(double x, double y) const {
+        double drawn = 0;
+        for (std::size_t i = 1; i < m_path.X.size(); ++i) {
+            const double dx = m_path.X[i] - m_path.X[i - 1], dy = m_path.Y[i] - m_path.Y[i - 1];
+            const double length = std::hypot(dx, dy);
+            const double px = x - m_path.X[i - 1], py = y - m_path.Y[i - 1];
+            const double along = (px * dx + py * dy) / length;
+            const double end = std::clamp(along, 0.0, length);
+            const double distance = std::hypot(px - end * dx / length, py - end * dy / length);
+            const bool isOn = m_dash == 0 || (along == end && std::fmod(drawn + along, 2 * m_dash) < m_dash);
+            if (distance <= m_radius && isOn) return true;
+            drawn += length;
+        }
+        return false;
+    }
+
+    const TPath& m_path;
+    double m_radius;
+    double m_dash;
+};
+
+TPath Path(std::initializer_list<QPointF> corners) {
+    TPath path;
+    for (const QPointF corner : corners) path.Add(corner.x(), corner.y());
+    return path;
+}
+
+TEST(LineStroker, CoversWhatLiesWithinTheRadius) {
+    TPath circle;
+    for (int i = 0; i <= 40; ++i) circle.Add(20 + 15 * std::cos(i * 0.16), 21 + 15 * std::sin(i * 0.16));
+    TPath fine;
+    for (int i = 0; i <= 100; ++i) fine.Add(3 + i * 0.32, 20 + 12 * std::sin(i * 0.12));
+    const TPath paths[] = {Path({{5, 20}, {35, 20}}),
+                           Path({{20.3, -10}, {20.3, 60}}),
+                           Path({{3, 3}, {37.4, 30.8}}),
+                           Path({{8, 35}, {14, 4}, {20, 36}, {22.5, 5}, {31, 34}, {33, 20}}),
+                           Path({{-50, 10}, {90, 31}, {-40, 33}}),
+                           Path({{12, 12}, {28, 12}, {28, 28}, {12, 28}, {12, 12}}),
+                           circle,
+                           fine};
+    constexpr int kSide = 40;
+    constexpr double kOffAtFork = 0.4; // two legs that share a pixel count as the one that covers more of it
+    for (const double width : {1.0, 2.0, 5.0, 80.0})
+        for (const double dash : {0.0, 7.0})
+            for (std::size_t k = 0; k < std::size(paths); ++k) {
+                const bool hasCorners = paths[k].X.size() > 2;
+                if (dash > 0 && hasCorners) continue;
+                TStrokeMask mask(QRect(0, 0, kSide, kSide));
+                const double dashes[] = {dash, dash};
+                std::vector<QPointF> corners;
+                for (std::size_t i = 0; i < paths[k].X.size(); ++i)
+                    corners.emplace_back(paths[k].X[i], paths[k].Y[i]);
+                TLineStroker(mask, width,
+                             dash > 0 ? std::span<const double>(dashes) : std::span<const double>())
+                    .Stroke(corners, 0);
+                const TSampledCoverage exact(paths[k], width / 2, dash);
+                double sum = 0, largest = 0;
+                for (int y = 0; y < kSide; ++y)
+                    for (int x = 0; x < kSide; ++x) {
+                        const double off = std::abs(mask.Row(y)[x] / 255.0 - exact.At(x, y));
+                        sum += off;
+                        largest = std::max(largest, off);
+                    }
+                EXPECT_LE(largest, kOffAtFork) << "path " << k << " width " << width << " dash " << dash;
+                EXPECT_LE(sum, 0.01 * kSide * kSide)
+                    << "path " << k << " width " << width << " dash " << dash;
+            }
+}
+
+// What is skipped because it is covered must not be missing: against every segment in a mask of its own.
+TEST(LineStroker, SkipsOnlyWhatIsCovered) {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<> place(-20, 220);
+    std::vector<QPointF> corners;
+    for (int i = 0; i < 4000; ++i) corners.emplace_back(place(random), place(random));
+    const QRect area(0, 0, 200, 200);
+    TStrokeMask all(area);
+    TLineStroker(all, 3, {}).Stroke(corners, 0);
+    std::vector<std::uint8_t> most(200 * 200);
+    for (std::size_t i = 0; i + 2 < corners.size(); i += 2) {
+        TStrokeMask part(area);
+        TLineStroker(part, 3, {}).Stroke(std::span(corners).subspan(i, 3), 0);
+        for (int y = 0; y < 200; ++y)
+            for (int x = 0; x < 200; ++x) {
+                auto& pixel = most[static_cast<std::size_t>(200 * y + x)];
+                pixel = std::max(pixel, part.Row(y)[x]);
+            }
+    }
+    for (int y = 0; y < 200; ++y)
+        for (int x = 0; x < 200; ++x)
+            ASSERT_NEAR(all.Row(y)[x], most[static_cast<std::size_t>(200 * y + x)], 64) << x << " " << y;
 }
 
 TEST(SymbolCloud, EachPixelIsTakenOnce) {

@@ -1,8 +1,8 @@
-// Fills neighbouring pixel columns, each between two heights of its own: what a dense line covers. Much
-// faster than a polygon of the same outline.
+// Covers neighbouring pixel columns, each between two heights of its own: what a dense line covers.
 #pragma once
 
-#include <QPainter>
+#include "graph/drawing/lines/stroke_mask.h"
+
 #include <span>
 
 namespace lumoplot {
@@ -13,8 +13,7 @@ struct TColumnSpan {
     double High;
 };
 
-/// Fills the columns from `first` on; the painter's units are pixels of a raster, which is `clip` or larger.
-void FillColumns(QPainter& painter, int first, std::span<const TColumnSpan> spans, const QColor& color,
-                 const QRect& clip);
+/// Covers the columns from `first` on, as far as they lie in the mask.
+void CoverColumns(TStrokeMask& mask, int first, std::span<const TColumnSpan> spans);
 
 } // namespace lumoplot

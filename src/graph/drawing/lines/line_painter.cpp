@@ -1,6 +1,7 @@
 #include "graph/drawing/lines/line_painter.h"
 
-#include <QPainterPath>
+#include "graph/drawing/lines/line_stroker.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,23 +9,20 @@ namespace lumoplot {
 namespace {
 
 // A piece of a line is steep when it has so much length for each pixel column. With so many corners a column
-// it fills the columns; with fewer it is drawn segment by segment, since a stroke through them would cross
-// itself all the time; with still fewer it is an ordinary stroke.
+// it fills the columns; with fewer each of its segments is covered by itself.
 constexpr double kSteepLength = 6;
 constexpr double kFillingCorners = 2.5;
-constexpr double kCrowdedCorners = 0.7;
 constexpr double kFewCorners = 8;
 constexpr double kPieceWidth = 32; // columns that are judged together
-constexpr std::size_t kLongestStroke =
-    400;                        // corners stroked at once; a stroke's cost grows faster than its length
-constexpr double kClose = 0.35; // pixels; corners nearer to each other than this are one to a wide pen
+constexpr std::size_t kMostCorners = 400;
+constexpr double kClose = 0.35; // pixels; corners nearer to each other than this are one
 
 double LengthOf(QPointF a, QPointF b) {
     const QPointF d = b - a;
     return std::sqrt(QPointF::dotProduct(d, d));
 }
 
-enum class TPieceKind { Stroke, Segments, Area };
+enum class TPieceKind { Stroke, Area };
 
 struct TPiece {
     std::size_t First; ///< corner; a piece starts with the last corner of the piece before
@@ -33,35 +31,35 @@ struct TPiece {
     double Length;
 };
 
-TPieceKind KindOf(double corners, double length, double columns) {
-    if (corners <= kFewCorners || length <= kSteepLength * columns) return TPieceKind::Stroke;
-    if (corners > kFillingCorners * columns) return TPieceKind::Area;
-    return corners > kCrowdedCorners * columns ? TPieceKind::Segments : TPieceKind::Stroke;
-}
-
+// Takes corners as long as they go on to the same side: what lies between the lowest and the highest place of
+// a column is covered only where the line goes through the column once.
 TPiece NextPiece(std::span<const QPointF> line, std::size_t first) {
     std::size_t last = first;
-    double left = line[first].x();
-    double right = left;
     double length = 0;
-    while (last + 1 < line.size() && right - left < kPieceWidth && last - first < kLongestStroke) {
+    const double start = line[first].x();
+    double side = 0;
+    while (last + 1 < line.size() && std::abs(line[last].x() - start) < kPieceWidth &&
+           last - first < kMostCorners) {
+        const double step = line[last + 1].x() - line[last].x();
+        if (step * side < 0) break;
+        if (side == 0) side = step;
         ++last;
         length += LengthOf(line[last - 1], line[last]);
-        left = std::min(left, line[last].x());
-        right = std::max(right, line[last].x());
     }
-    return {first, last, KindOf(static_cast<double>(last - first), length, right - left + 1), length};
+    const double columns = std::abs(line[last].x() - start) + 1;
+    const auto corners = static_cast<double>(last - first);
+    const bool fills =
+        corners > kFewCorners && length > kSteepLength * columns && corners > kFillingCorners * columns;
+    return {first, last, fills ? TPieceKind::Area : TPieceKind::Stroke, length};
 }
 
-// Neighbouring strokes become one, up to the longest; areas stay apart, since filling one costs the square of
-// its columns.
+// Neighbouring strokes become one; areas stay apart, since filling one costs the square of its columns.
 std::vector<TPiece> PiecesOf(std::span<const QPointF> line) {
     std::vector<TPiece> pieces;
     for (std::size_t first = 0; first + 1 < line.size(); first = pieces.back().Last) {
         const TPiece piece = NextPiece(line, first);
-        const bool joins = !pieces.empty() && pieces.back().Kind == TPieceKind::Stroke &&
-                           piece.Kind == TPieceKind::Stroke &&
-                           piece.Last - pieces.back().First <= kLongestStroke;
+        const bool joins =
+            !pieces.empty() && pieces.back().Kind == TPieceKind::Stroke && piece.Kind == TPieceKind::Stroke;
         if (!joins) {
             pieces.push_back(piece);
             continue;
@@ -72,87 +70,90 @@ std::vector<TPiece> PiecesOf(std::span<const QPointF> line) {
     return pieces;
 }
 
-std::vector<QPointF> WithoutCloseCorners(std::span<const QPointF> line) {
-    std::vector<QPointF> kept{line.front()};
+// In the mask's pixels.
+std::vector<QPointF> WithoutCloseCorners(std::span<const QPointF> line, QPointF corner) {
+    std::vector<QPointF> kept{line.front() - corner};
+    kept.reserve(line.size());
     for (std::size_t i = 1; i + 1 < line.size(); ++i)
-        if (LengthOf(kept.back(), line[i]) >= kClose) kept.push_back(line[i]);
-    kept.push_back(line.back());
+        if (const QPointF place = line[i] - corner; LengthOf(kept.back(), place) >= kClose)
+            kept.push_back(place);
+    kept.push_back(line.back() - corner);
     return kept;
 }
 
-// Draws the lines of one device in its pixels.
-class TPixelStroker {
+// Covers a mask with the lines of one device, in its pixels.
+class TLineCover {
 public:
-    TPixelStroker(QPainter& painter, const QPen& pen, double width)
-        : m_painter(painter), m_pen(pen), m_width(width) {
-        m_pen.setWidthF(width);
-        m_isDashed = pen.style() != Qt::SolidLine;
-        // A dense piece behind a stroke would show its flat ends.
-        if (!m_isDashed && m_width > 1) m_pen.setCapStyle(Qt::RoundCap);
-        m_painter.setBrush(Qt::NoBrush);
-        m_clip = m_painter.clipBoundingRect().toAlignedRect();
-        if (!m_painter.hasClipping())
-            m_clip = QRect(0, 0, painter.device()->width(), painter.device()->height());
-    }
+    TLineCover(TStrokeMask& mask, double width, std::span<const double> dashes)
+        : m_mask(mask), m_width(width), m_corner(mask.Area().topLeft()), m_stroker(mask, width, dashes) {}
 
-    void Draw(std::span<const QPointF> line) {
-        if (line.size() == 1) return DrawDot(line[0]);
-        double drawn = 0;
+    void Take(std::span<const QPointF> line) {
+        if (line.size() == 1) return Stroke(line, 0);
+        double before = 0;
         for (const TPiece& piece : PiecesOf(line)) {
             const auto corners = line.subspan(piece.First, piece.Last - piece.First + 1);
-            switch (piece.Kind) {
-            case TPieceKind::Area: FillArea(corners); break;
-            case TPieceKind::Segments: DrawSegments(corners); break;
-            case TPieceKind::Stroke: Stroke(corners, drawn); break;
-            }
-            drawn += piece.Length;
+            if (piece.Kind == TPieceKind::Area)
+                CoverArea(corners);
+            else
+                Stroke(corners, before);
+            before += piece.Length;
         }
     }
 
 private:
-    void DrawDot(QPointF place) {
-        const double radius = m_width / 2;
-        m_painter.setPen(Qt::NoPen);
-        m_painter.setBrush(m_pen.color());
-        m_painter.drawEllipse(place, radius, radius);
-        m_painter.setBrush(Qt::NoBrush);
+    void CoverArea(std::span<const QPointF> corners) {
+        TColumnArea area = AreaOfDenseLine(corners, m_width);
+        for (TColumnSpan& span : area.Spans) {
+            span.Low -= m_corner.y();
+            span.High -= m_corner.y();
+        }
+        CoverColumns(m_mask, area.First - m_mask.Area().left(), area.Spans);
     }
 
-    void FillArea(std::span<const QPointF> corners) {
-        const TColumnArea area = AreaOfDenseLine(corners, m_width);
-        FillColumns(m_painter, area.First, area.Spans, m_pen.color(), m_clip);
+    void Stroke(std::span<const QPointF> corners, double before) {
+        m_stroker.Stroke(WithoutCloseCorners(corners, m_corner), before);
     }
 
-    // Square ends close the gaps that flat ones would leave at the corners; the toolkit draws them fast.
-    void DrawSegments(std::span<const QPointF> corners) {
-        QPen pen = m_pen;
-        pen.setStyle(Qt::SolidLine);
-        pen.setCapStyle(Qt::SquareCap);
-        m_painter.setPen(pen);
-        std::vector<QLineF> segments;
-        for (std::size_t i = 1; i < corners.size(); ++i) segments.emplace_back(corners[i - 1], corners[i]);
-        m_painter.drawLines(segments.data(), static_cast<int>(segments.size()));
-    }
-
-    void Stroke(std::span<const QPointF> corners, double drawn) {
-        QPen pen = m_pen;
-        if (m_isDashed) pen.setDashOffset(drawn / m_width);
-        m_painter.setPen(pen);
-        const std::vector<QPointF> kept = WithoutCloseCorners(corners);
-        m_painter.drawPolyline(kept.data(), static_cast<int>(kept.size()));
-    }
-
-    QPainter& m_painter;
-    QPen m_pen;
+    TStrokeMask& m_mask;
     double m_width;
-    QRect m_clip;
-    bool m_isDashed;
+    QPointF m_corner;
+    TLineStroker m_stroker;
 };
+
+// The pixels that the lines may cover, as far as they can be seen.
+QRect AreaOf(const QPainter& painter, const TPolylines& lines, double width) {
+    QRectF reach;
+    for (std::size_t i = 0; i < lines.Count(); ++i)
+        for (const QPointF corner : lines.Line(i)) {
+            if (reach.isNull()) reach = QRectF(corner, QSizeF(1e-3, 1e-3));
+            reach.setCoords(std::min(reach.left(), corner.x()), std::min(reach.top(), corner.y()),
+                            std::max(reach.right(), corner.x()), std::max(reach.bottom(), corner.y()));
+        }
+    if (reach.isNull()) return {};
+    const QRectF clip = painter.hasClipping()
+                            ? painter.clipBoundingRect()
+                            : QRectF(0, 0, painter.device()->width(), painter.device()->height());
+    const double beyond = width / 2 + 1;
+    return (reach.adjusted(-beyond, -beyond, beyond, beyond) & clip).toAlignedRect();
+}
+
+std::vector<double> DashesOf(const QPen& pen, double width) {
+    if (pen.style() == Qt::SolidLine) return {};
+    std::vector<double> dashes;
+    for (const double part : pen.dashPattern()) dashes.push_back(part * width);
+    return dashes;
+}
 
 void DrawOnRaster(const TCanvas& canvas, const TPolylines& lines, const QPen& pen) {
     const TCanvas::TDeviceUnits deviceUnits(canvas);
-    TPixelStroker stroker(canvas.Painter(), pen, std::round(pen.widthF() * canvas.PixelsPerUnit()));
-    for (std::size_t i = 0; i < lines.Count(); ++i) stroker.Draw(lines.Line(i));
+    const double width = std::max(1.0, std::round(pen.widthF() * canvas.PixelsPerUnit()));
+    const QRect area = AreaOf(canvas.Painter(), lines, width);
+    if (area.isEmpty()) return;
+    TStrokeMask mask(area);
+    const std::vector<double> dashes = DashesOf(pen, width);
+    TLineCover cover(mask, width, dashes);
+    for (std::size_t i = 0; i < lines.Count(); ++i) cover.Take(lines.Line(i));
+    mask.Draw(canvas.Painter(), pen.color());
 }
 
 void DrawAsVectors(const TCanvas& canvas, const TPolylines& lines, QPen pen) {
