@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
+#include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
 #include "fit/definition/cur_fit.h"
 #include "support/errors.h"

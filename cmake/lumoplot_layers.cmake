@@ -1,5 +1,8 @@
 # One target per layer of src/layers.txt. A layer is a folder below src/; its files are found by globbing, and every layer
 # is an object library that ends up in one of the shared libraries. The target of a/b is called a_b.
+#
+# What is compiled once is linked twice: into the shared library L, and by way of L_objects into the programs that look
+# behind what L exports (tests, benchmarks, fuzz targets).
 
 add_library(lumoplot_flags INTERFACE)
 # What is switched off: GCC 12 reports sums of strings falsely.
@@ -33,6 +36,27 @@ function(lumoplot_precompile target name)
   target_precompile_headers(${target} REUSE_FROM lumoplot_pch_${name})
 endfunction()
 
+# lumoplot_library(NAME USES…): a shared library, to which lumoplot_layer adds, and NAME_objects.
+function(lumoplot_library name)
+  add_library(${name} SHARED)
+  add_library(lumoplot::${name} ALIAS ${name})
+  target_include_directories(${name} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_link_libraries(${name} PUBLIC ${ARGN} PRIVATE $<BUILD_INTERFACE:lumoplot_flags>)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  set_target_properties(${name} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    INSTALL_RPATH "${LUMOPLOT_BESIDE}" AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+  if(UNIX AND NOT APPLE)
+    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+  endif()
+  add_library(${name}_objects INTERFACE)
+  list(TRANSFORM ARGN REPLACE "^(xy.*)$" "\\1_objects" OUTPUT_VARIABLE uses)
+  target_include_directories(${name}_objects INTERFACE ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name}_objects INTERFACE ${uses})
+  target_compile_definitions(${name}_objects INTERFACE $<$<PLATFORM_ID:Windows>:LUMOPLOT_STATIC>)
+endfunction()
+
 function(lumoplot_layer folder library toolkit)
   string(REPLACE "/" "_" name ${folder})
   list(TRANSFORM ARGN REPLACE "/" "_" OUTPUT_VARIABLE uses)
@@ -44,6 +68,7 @@ function(lumoplot_layer folder library toolkit)
   string(TOUPPER ${library} LIBRARY)
   target_compile_definitions(${name} PRIVATE ${LIBRARY}_BUILDING)
   target_sources(${library} PRIVATE $<TARGET_OBJECTS:${name}>)
+  target_sources(${library}_objects INTERFACE $<TARGET_OBJECTS:${name}>)
   if(toolkit STREQUAL "widgets")
     target_link_libraries(${name} PUBLIC Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
     target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)

@@ -1,6 +1,8 @@
 // The script editor: a modal window in which lines of plain text are read or edited, and printed.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QDialog>
 #include <memory>
 #include <string>
@@ -45,7 +47,7 @@ private:
 /// Shows lines (UTF-8) for editing in a modal window over `ownerForm`. True when the user accepted them, and
 /// `lines` are then the edited ones; otherwise they are left as they were, and null lines show nothing.
 /// `changed` tells whether the text was edited at all while the window was open.
-bool EditScript(QWidget* ownerForm, std::vector<std::string>* lines, const QString& title,
-                bool* changed = nullptr);
+XYWIDGETS_EXPORT bool EditScript(QWidget* ownerForm, std::vector<std::string>* lines, const QString& title,
+                                 bool* changed = nullptr);
 
 } // namespace lumoplot

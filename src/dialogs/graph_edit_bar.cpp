@@ -5,7 +5,9 @@
 #include "dialogs/mark_editor.h"
 #include "dialogs/set_values_dialog.h"
 #include "graph/mouse/graph_mouse.h"
+#include "graph/mouse/hand_editing.h"
 #include "graph/mouse/mark_mode.h"
+#include "graph/mouse/point_mode.h"
 #include "support/guard.h"
 #include "ui_graph_edit_bar.h"
 

@@ -3,9 +3,8 @@
 // preview and by hosts.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "graph/model/graph.h"
-#include "graph/mouse/hand_editing.h"
-#include "graph/mouse/point_mode.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -19,7 +18,9 @@ class TGraphEditBar;
 
 namespace lumoplot {
 
-class TGraphEditBar : public QWidget {
+struct THandEditing;
+
+class XYWIDGETS_EXPORT TGraphEditBar : public QWidget {
     Q_OBJECT
 
 public:

@@ -1,6 +1,7 @@
 // Shows the model's messages as message boxes over the active window.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "support/message_sink.h"
 
 namespace lumoplot {
@@ -12,7 +13,7 @@ public:
 };
 
 /// Installs a sink of message boxes for a scope where no other sink is installed.
-class TMessageBoxScope {
+class XYWIDGETS_EXPORT TMessageBoxScope {
 public:
     TMessageBoxScope();
     ~TMessageBoxScope();

@@ -3,12 +3,13 @@
 // nothing that the work stands on can be changed meanwhile.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "dialogs/small_progress_bar.h"
 #include "support/progress.h"
 
 namespace lumoplot {
 
-class TProgressWindow : public TProgress {
+class XYWIDGETS_EXPORT TProgressWindow : public TProgress {
 public:
     explicit TProgressWindow(QWidget* owner);
 

@@ -2,6 +2,7 @@
 // shows the first values; what is wrong with it stands below it.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "graph/model/set_values.h"
 
 #include <QDialog>
@@ -40,6 +41,6 @@ private:
 };
 
 /// Asks whether a sourced data set may be edited and shows the dialog. True when values were set.
-bool SetValuesOf(TSeries& series, QWidget* window);
+XYWIDGETS_EXPORT bool SetValuesOf(TSeries& series, QWidget* window);
 
 } // namespace lumoplot

@@ -1,6 +1,7 @@
 // The small progress window that long operations show: a bar with a Cancel button, or the reason of a wait.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "dialogs/step_window.h"
 
 #include <memory>
@@ -11,7 +12,7 @@ class TfrmSmallPrBar;
 
 namespace lumoplot {
 
-class TfrmSmallPrBar : public TStepWindow {
+class XYWIDGETS_EXPORT TfrmSmallPrBar : public TStepWindow {
     Q_OBJECT
 
 public:

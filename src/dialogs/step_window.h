@@ -3,6 +3,8 @@
 // lets the application process what has come in meanwhile.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QTimer>
@@ -12,7 +14,7 @@ class QPushButton;
 
 namespace lumoplot {
 
-class TStepWindow : public QDialog {
+class XYWIDGETS_EXPORT TStepWindow : public QDialog {
     Q_OBJECT
 
 public:

@@ -12,7 +12,7 @@
 namespace lumoplot {
 
 /// Owns its items. A derived class that overrides FreeItem calls Clear in its destructor.
-class XYGRAPH_EXPORT TOCollection {
+class TOCollection {
 public:
     explicit TOCollection(int capacity);
     virtual ~TOCollection();
@@ -40,7 +40,7 @@ protected:
 };
 
 /// Borrows its items: they live somewhere else and longer.
-class XYGRAPH_EXPORT TNoOwnerCollection : public TOCollection {
+class TNoOwnerCollection : public TOCollection {
 public:
     using TOCollection::TOCollection;
     ~TNoOwnerCollection() override;
@@ -61,7 +61,7 @@ struct TWordKey {
 };
 
 /// Kept in ascending order of the keys. With Duplicates false (the default) every key is there once.
-class XYGRAPH_EXPORT TSortedCollection : public TOCollection {
+class TSortedCollection : public TOCollection {
 public:
     using TOCollection::TOCollection;
 
@@ -86,20 +86,20 @@ private:
 };
 
 /// A working list of words, such as the tokens of a formula.
-class XYGRAPH_EXPORT TExprCollection : public TNoOwnerCollection {
+class TExprCollection : public TNoOwnerCollection {
 public:
     using TNoOwnerCollection::TNoOwnerCollection;
 };
 
 /// The dictionary: words in the order of their names, letter case ignored.
-class XYGRAPH_EXPORT TExpressList : public TSortedCollection {
+class TExpressList : public TSortedCollection {
 public:
     using TSortedCollection::TSortedCollection;
 
     TWordKey KeyOf(const TExprWord* item) const override { return {item, item->Name()}; }
     int Compare(const TWordKey& key1, const TWordKey& key2) const override;
     /// The word of that name, or null.
-    TExprWord* Find(std::string_view name) const;
+    XYGRAPH_EXPORT TExprWord* Find(std::string_view name) const;
 };
 
 } // namespace lumoplot

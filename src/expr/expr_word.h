@@ -24,7 +24,7 @@ enum class TResultType : std::uint8_t {
 XYGRAPH_EXPORT std::string LowerCased(std::string_view text);
 
 /// The procedure of value words: copies the double behind the first argument into the result.
-XYGRAPH_EXPORT void CopyValue(TEvalRecord& record);
+void CopyValue(TEvalRecord& record);
 
 class XYGRAPH_EXPORT TExprWord {
 public:
@@ -51,7 +51,7 @@ private:
     TEvalProcedure m_procedure;
 };
 
-class XYGRAPH_EXPORT TDoubleConstant : public TExprWord {
+class TDoubleConstant : public TExprWord {
 public:
     /// An empty text gives kNotANumber. Throws EConvertError "'TEXT' is not a valid floating point value".
     TDoubleConstant(std::string_view name, std::string_view text);
@@ -65,7 +65,7 @@ private:
 };
 
 /// A name that a formula used before anybody defined it; not-a-number until a formula assigns to it.
-class XYGRAPH_EXPORT TGeneratedVariable : public TDoubleConstant {
+class TGeneratedVariable : public TDoubleConstant {
 public:
     explicit TGeneratedVariable(std::string_view name);
 
@@ -81,7 +81,7 @@ private:
 };
 
 /// A name for a double that lives outside and must outlive every expression compiled with it.
-class XYGRAPH_EXPORT TDoubleVariable : public TExprWord {
+class TDoubleVariable : public TExprWord {
 public:
     TDoubleVariable(std::string_view name, double* value);
 
@@ -93,7 +93,7 @@ private:
 };
 
 /// A text between single quotes; one quote alone belongs to the text.
-class XYGRAPH_EXPORT TStringConstant : public TExprWord {
+class TStringConstant : public TExprWord {
 public:
     explicit TStringConstant(std::string_view text);
 
@@ -105,26 +105,26 @@ private:
     std::string m_stringValue;
 };
 
-class XYGRAPH_EXPORT TLeftBracket : public TExprWord {
+class TLeftBracket : public TExprWord {
 public:
     TLeftBracket() : TExprWord("(", nullptr) {}
     TResultType ResultType() const override { return TResultType::LeftBracket; }
 };
 
-class XYGRAPH_EXPORT TRightBracket : public TExprWord {
+class TRightBracket : public TExprWord {
 public:
     TRightBracket() : TExprWord(")", nullptr) {}
     TResultType ResultType() const override { return TResultType::RightBracket; }
 };
 
-class XYGRAPH_EXPORT TComma : public TExprWord {
+class TComma : public TExprWord {
 public:
     TComma() : TExprWord(",", nullptr) {}
     TResultType ResultType() const override { return TResultType::Comma; }
 };
 
 /// A function or an operator. Among operators the smaller priority number binds tighter.
-class XYGRAPH_EXPORT TFunction : public TExprWord {
+class TFunction : public TExprWord {
 public:
     /// Throws EParserException "Too many arguments" for more than six.
     TFunction(std::string_view name, int priority, bool operatorFlag, int nArgs, TEvalProcedure procedure);
@@ -142,7 +142,7 @@ private:
 };
 
 /// A function whose result is a truth value, 0 or 1.
-class XYGRAPH_EXPORT TBooleanFunction : public TFunction {
+class TBooleanFunction : public TFunction {
 public:
     using TFunction::TFunction;
     TResultType ResultType() const override { return TResultType::Boolean; }
@@ -157,7 +157,7 @@ enum class TStringComparison : std::uint8_t {
 };
 
 /// The comparison of two texts, byte by byte; 1 or 0.
-class XYGRAPH_EXPORT TLogicalStringOper : public TExprWord {
+class TLogicalStringOper : public TExprWord {
 public:
     /// Borrows both words. Throws EParserException "OPTEXT is not a valid string operand" for an operator
     /// other than "=", ">", "<", ">=" and "<=".

@@ -14,17 +14,17 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TExpressionParser {
+class TExpressionParser {
 public:
-    TExpressionParser();
-    virtual ~TExpressionParser();
+    XYGRAPH_EXPORT TExpressionParser();
+    XYGRAPH_EXPORT virtual ~TExpressionParser();
     TExpressionParser(const TExpressionParser&) = delete;
     TExpressionParser& operator=(const TExpressionParser&) = delete;
 
     /// Compiles the formula, selects it for Evaluate and returns its index, the number of formulas before it.
     /// Unknown names become variables of this parser that are not-a-number until a formula assigns to them.
     /// Throws EParserException or (for a malformed number) EConvertError and then leaves no trace.
-    int AddExpression(std::string_view text);
+    XYGRAPH_EXPORT int AddExpression(std::string_view text);
 
     /// Selects the formula with this text, letter case ignored, compiling it when it is new, and returns its
     /// index. An empty text gives -1 and selects nothing new. Throws as AddExpression.
@@ -38,7 +38,7 @@ public:
 
     /// Binds a name to a double, which must stay until the formulas compiled with it are cleared. A word of
     /// the same name is replaced for later formulas; earlier ones keep reading what they were compiled with.
-    void DefineVariable(std::string_view name, double* value);
+    XYGRAPH_EXPORT void DefineVariable(std::string_view name, double* value);
 
     /// Removes the bound variable of that name, letter case ignored; true when there was one.
     bool RemoveVariable(std::string_view name);
@@ -47,7 +47,7 @@ public:
     void GetVariables(TExprCollection& list);
 
     /// Forgets every formula. Generated variables keep their names and values.
-    void ClearExpressions();
+    XYGRAPH_EXPORT void ClearExpressions();
 
     /// Removes every bound variable.
     void ClearVariables();
@@ -67,7 +67,7 @@ protected:
     /// time, so that the words of a derived class are called for; a derived class adds to or replaces them.
     virtual void FillExpressList();
 
-    TExpressList& Words();
+    XYGRAPH_EXPORT TExpressList& Words();
     const TOCollection& Constants() const { return m_constants; }
 
 private:

@@ -48,7 +48,7 @@ struct TSeriesState {
     bool operator==(const TSeriesState& other) const { return SameSettings(other) && SamePoints(other); }
 };
 
-class XYGRAPH_EXPORT TGraphSnapshot {
+class TGraphSnapshot {
 public:
     /// Of the graph as it is. What is as in `earlier` (may be null) is shared with it.
     TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier, std::shared_ptr<TMemoryMeter> meter);

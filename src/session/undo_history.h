@@ -10,7 +10,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TUndoHistory {
+class TUndoHistory {
 public:
     static constexpr std::size_t kMemoryLimit = std::size_t{256} << 20;
 
@@ -23,16 +23,16 @@ public:
     using TMergeKey = std::uint64_t;
 
     /// Forgets all steps and starts with the graph as it is.
-    void Start();
+    XYGRAPH_EXPORT void Start();
     /// Forgets everything; nothing is recorded until Start.
-    void Stop();
+    XYGRAPH_EXPORT void Stop();
     /// Makes what has changed since the last look a step, behind which nothing can be redone; true when
     /// something has. A step that takes the one before it back to where that began removes it. The oldest
     /// steps are dropped while the states take more memory than the limit; a graph that is larger than that
     /// alone ends the recording.
-    bool Note(const TNaming& naming, TMergeKey mergeKey = 0);
+    XYGRAPH_EXPORT bool Note(const TNaming& naming, TMergeKey mergeKey = 0);
     /// Takes what has changed since the last look into the present state: it belongs to no step.
-    void Absorb();
+    XYGRAPH_EXPORT void Absorb();
 
     bool CanUndo() const { return m_present > 0; }
     bool CanRedo() const { return m_present + 1 < m_states.size(); }
@@ -41,9 +41,9 @@ public:
     std::string RedoName() const { return CanRedo() ? m_states[m_present + 1].StepName : std::string(); }
     /// Puts the state before the last step back, with the data set current that the step was made on. What
     /// has changed since the last look is lost: call Note before.
-    void Undo();
+    XYGRAPH_EXPORT void Undo();
     /// Does the step again that was undone last.
-    void Redo();
+    XYGRAPH_EXPORT void Redo();
 
     int StepCount() const { return m_states.empty() ? 0 : static_cast<int>(m_states.size()) - 1; }
     std::size_t MemoryUsed() const { return m_meter->Bytes; }

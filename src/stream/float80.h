@@ -3,8 +3,6 @@
 // 16383) and the sign.
 #pragma once
 
-#include "support/export.h"
-
 #include <cstdint>
 
 namespace lumoplot {
@@ -12,10 +10,10 @@ namespace lumoplot {
 inline constexpr int kFloat80Size = 10;
 
 /// Writes the ten bytes of `value`; exact for every double, the payload of a not-a-number included.
-XYGRAPH_EXPORT void EncodeFloat80(double value, std::uint8_t* bytes);
+void EncodeFloat80(double value, std::uint8_t* bytes);
 
 /// The double nearest to the ten bytes (ties to even). Too large gives infinity, too small 0 with the sign; a
 /// significand without its leading one (no processor writes it) gives not-a-number.
-XYGRAPH_EXPORT double DecodeFloat80(const std::uint8_t* bytes);
+double DecodeFloat80(const std::uint8_t* bytes);
 
 } // namespace lumoplot

@@ -35,7 +35,7 @@ XYGRAPH_EXPORT bool CompactStreams();
 XYGRAPH_EXPORT void SetCompactStreams(bool compact);
 
 /// A read position over bytes that somebody else owns. Every read checks what is left first.
-class XYGRAPH_EXPORT TByteSource {
+class TByteSource {
 public:
     explicit TByteSource(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
 
@@ -58,6 +58,6 @@ private:
 };
 
 /// Appends a signed little-endian integer of `size` (1, 2 or 4) bytes.
-XYGRAPH_EXPORT void AppendInteger(TBytes& bytes, std::int32_t value, int size);
+void AppendInteger(TBytes& bytes, std::int32_t value, int size);
 
 } // namespace lumoplot

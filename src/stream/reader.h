@@ -12,7 +12,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TxyReader {
+class TxyReader {
 public:
     /// Reads on from the position of `source`, which must outlive the reader.
     explicit TxyReader(TByteSource& source) : m_source(source) {}

@@ -9,7 +9,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TxyWriter {
+class TxyWriter {
 public:
     /// Appends to `bytes`, which must outlive the writer.
     explicit TxyWriter(TBytes& bytes,

@@ -3,23 +3,21 @@
 // UTF-8 behind the bytes EF BB BF, so every text survives the way out and back.
 #pragma once
 
-#include "support/export.h"
-
 #include <string>
 #include <string_view>
 
 namespace lumoplot {
 
 /// The 8-bit form of a UTF-8 text. Bytes that are no UTF-8 are taken as characters of the page.
-XYGRAPH_EXPORT std::string ToCodePage(std::string_view utf8);
+std::string ToCodePage(std::string_view utf8);
 
 /// The UTF-8 form of an 8-bit text; behind EF BB BF the bytes are taken as UTF-8 where they are valid.
-XYGRAPH_EXPORT std::string FromCodePage(std::string_view bytes);
+std::string FromCodePage(std::string_view bytes);
 
 /// True when every byte belongs to a well-formed UTF-8 sequence (no surrogates, no overlong forms).
-XYGRAPH_EXPORT bool IsValidUtf8(std::string_view text);
+bool IsValidUtf8(std::string_view text);
 
 /// Cuts an 8-bit or UTF-8 text to at most `maxBytes` bytes without splitting a UTF-8 sequence.
-XYGRAPH_EXPORT std::string_view CutUtf8(std::string_view text, std::size_t maxBytes);
+std::string_view CutUtf8(std::string_view text, std::size_t maxBytes);
 
 } // namespace lumoplot

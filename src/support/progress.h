@@ -20,7 +20,7 @@ public:
 };
 
 /// Reports nothing and is never cancelled.
-class XYGRAPH_EXPORT TSilentProgress final : public TProgress {
+class TSilentProgress final : public TProgress {
 public:
     void Begin(const std::string&, std::int64_t, std::int64_t) override {}
     [[nodiscard]] bool StepTo(std::int64_t) override { return true; }

@@ -15,10 +15,10 @@ using TProgressMaker = std::function<std::unique_ptr<TProgress>()>;
 XYGRAPH_EXPORT std::unique_ptr<TProgress> MakeProgress();
 
 /// Installs a maker while it lives and puts the one before back afterwards.
-class XYGRAPH_EXPORT TProgressMakerScope {
+class TProgressMakerScope {
 public:
-    explicit TProgressMakerScope(TProgressMaker maker);
-    ~TProgressMakerScope();
+    XYGRAPH_EXPORT explicit TProgressMakerScope(TProgressMaker maker);
+    XYGRAPH_EXPORT ~TProgressMakerScope();
     TProgressMakerScope(const TProgressMakerScope&) = delete;
     TProgressMakerScope& operator=(const TProgressMakerScope&) = delete;
 

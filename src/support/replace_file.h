@@ -17,6 +17,6 @@ namespace lumoplot {
 XYGRAPH_EXPORT void ReplaceFile(const std::string& name, std::span<const std::uint8_t> bytes);
 
 /// The whole content of a file. Throws EFileError "Can not open file NAME" or "Can not read file NAME".
-XYGRAPH_EXPORT std::vector<std::uint8_t> ReadWholeFile(const std::string& name);
+std::vector<std::uint8_t> ReadWholeFile(const std::string& name);
 
 } // namespace lumoplot

@@ -1,5 +1,5 @@
-// Holds the architecture: files include only what the table of layers lets them, and none each other in a
-// loop.
+// Holds the architecture: files include only what the table of layers lets them, none each other in a loop,
+// and the headers that hosts see none that they do not.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -123,6 +123,22 @@ TEST(Architecture, NoFilesIncludeEachOtherInALoop) {
         finished.insert(file);
     };
     for (const auto& [file, list] : includes) visit(file);
+}
+
+// What a host sees is a list; its names are told apart in the one folder that they are installed in.
+TEST(Architecture, PublicHeadersIncludeNoPrivateOne) {
+    const fs::path source = fs::path(LUMOPLOT_SOURCE_DIR) / "src";
+    std::set<std::string> headers, names;
+    std::ifstream list(source / "public_headers.txt");
+    for (std::string line; std::getline(list, line);)
+        if (!Trimmed(line).empty() && line.front() != '#') headers.insert(Trimmed(line));
+    EXPECT_GT(headers.size(), 15u);
+    for (const auto& header : headers) {
+        EXPECT_TRUE(fs::exists(source / header)) << header;
+        EXPECT_TRUE(names.insert(fs::path(header).filename().string()).second) << header;
+        for (const auto& included : IncludesOf(source / header))
+            EXPECT_TRUE(headers.contains(included)) << header << " includes " << included;
+    }
 }
 
 TEST(Architecture, TheModelKnowsNoToolkit) {

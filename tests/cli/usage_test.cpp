@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <filesystem>
+#include <regex>
 
 namespace lumoplot {
 namespace {
@@ -18,6 +19,18 @@ TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
         EXPECT_EQ(own.status, 0) << command;
         EXPECT_EQ(own.error, "") << command;
         EXPECT_NE(own.out.find(std::string("xydata ") + command), std::string::npos) << own.out;
+    }
+}
+
+TEST(Usage, TheManualHasEveryOptionOfTheHelp) {
+    const std::string manual = ContentOf(LUMOPLOT_SOURCE_DIR "/packaging/xydata.1");
+    const std::regex option("\n  (?:-\\w,)?(--[a-z0-9-]+)");
+    for (const char* command : kCommands) {
+        const std::string help = RunProgram({command, "--help"}).out;
+        for (std::sregex_iterator found(help.begin(), help.end(), option), end; found != end; ++found) {
+            const std::string escaped = std::regex_replace((*found)[1].str(), std::regex("-"), "\\-");
+            EXPECT_NE(manual.find(escaped), std::string::npos) << command << ' ' << (*found)[1];
+        }
     }
 }
 

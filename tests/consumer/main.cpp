@@ -1,8 +1,10 @@
 // Edits a graph in the editor, which a timer answers with OK, draws it into a picture, and ends while the
 // editor is shown, without deleting it.
-#include <editor/editxydata.h>
-#include <graph/drawing/picture/drawing.h>
-#include <graph/model/graph.h>
+#include <lumoplot/drawing.h>
+#include <lumoplot/editxydata.h>
+#include <lumoplot/graph.h>
+#include <lumoplot/graph_edit_bar.h>
+#include <lumoplot/message_box_sink.h>
 
 #include <QApplication>
 #include <QDialog>
@@ -12,7 +14,9 @@
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    const lumoplot::TMessageBoxScope messages;
     lumoplot::TxyGraph graph;
+    lumoplot::TGraphEditBar bar(graph);
     lumoplot::TSeries* series = graph.FindSeries(graph.AddSeries());
     for (int i = 0; i < 100; ++i) series->AddPoint(i, i * i);
     QTimer::singleShot(200, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->done(1); });

@@ -10,7 +10,7 @@ namespace lumoplot {
 
 /// A fitted line or parabola. Keeps the form about the mean of X: it loses no digits where X is large and
 /// varies little, which the coefficients in plain x cannot promise.
-class XYGRAPH_EXPORT TFittedCurve {
+class TFittedCurve {
 public:
     /// 0 everywhere.
     TFittedCurve() = default;
@@ -35,11 +35,11 @@ private:
 
 /// The least-squares line. With fewer than two different X it is flat at the mean of Y, and 0 without points.
 /// Points of which X or Y is not finite are left out. Needs no order of X.
-XYGRAPH_EXPORT TFittedCurve FitLine(std::span<const double> x, std::span<const double> y);
+TFittedCurve FitLine(std::span<const double> x, std::span<const double> y);
 
 /// The least-squares parabola, by polynomials that are orthogonal over the points (Forsythe 1957). With fewer
 /// than three different X, or X that rounding cannot tell from so few, it is the line of FitLine. Points of
 /// which X or Y is not finite are left out. Needs no order of X.
-XYGRAPH_EXPORT TFittedCurve FitQuadratic(std::span<const double> x, std::span<const double> y);
+TFittedCurve FitQuadratic(std::span<const double> x, std::span<const double> y);
 
 } // namespace lumoplot

@@ -43,7 +43,7 @@ struct TRegressionResult {
 /// RegressionControlValue1 steps. SampledCurve gives none either: the owner of the curve samples it over
 /// CurveGrid. Throws ERegressionError "internal error: regression" for type 0, "Unknown regression type" for
 /// numbers that are no type, and what RunningAverageWindow throws.
-XYGRAPH_EXPORT TRegressionResult ComputeRegression(const TRegressionSettings& settings,
-                                                   std::span<const double> x, std::span<const double> y);
+TRegressionResult ComputeRegression(const TRegressionSettings& settings, std::span<const double> x,
+                                    std::span<const double> y);
 
 } // namespace lumoplot

@@ -10,6 +10,6 @@ namespace lumoplot {
 /// C1 is the median slope of all pairs of points with different X (MedianSlope), C0 the median of y − C1·x;
 /// both medians take the lower of two middle values as statistics do. With fewer than two different X it is
 /// the flat line of FitLine. Points of which X or Y is not finite are left out. Needs no order of X.
-XYGRAPH_EXPORT TFittedCurve FitRobustLine(std::span<const double> x, std::span<const double> y);
+TFittedCurve FitRobustLine(std::span<const double> x, std::span<const double> y);
 
 } // namespace lumoplot

@@ -2,8 +2,6 @@
 // plane at a given slope is decided exactly, however close they are.
 #pragma once
 
-#include "support/export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -13,7 +11,7 @@ namespace lumoplot {
 
 /// Points numbered by ascending X, then Y, from 0. Slopes are in units of the points' extents, so that
 /// products neither overflow nor vanish; InGivenUnits turns one back.
-class XYGRAPH_EXPORT TSlopePoints {
+class TSlopePoints {
 public:
     /// `x` and `y` are finite, of the same length, below 2^32 points.
     TSlopePoints(std::span<const double> x, std::span<const double> y);

@@ -1,8 +1,6 @@
 // The median of the slopes of all pairs of points, without forming all pairs.
 #pragma once
 
-#include "support/export.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -29,7 +27,7 @@ struct TSlopeSelectionOptions {
 /// 0.
 ///
 /// Takes O(n log n) expected time and O(n) memory (Matoušek 1991; Dillencourt, Mount and Netanyahu 1992).
-XYGRAPH_EXPORT std::optional<double> MedianSlope(std::span<const double> x, std::span<const double> y,
-                                                 const TSlopeSelectionOptions& options = {});
+std::optional<double> MedianSlope(std::span<const double> x, std::span<const double> y,
+                                  const TSlopeSelectionOptions& options = {});
 
 } // namespace lumoplot

@@ -11,7 +11,7 @@ namespace lumoplot {
 
 /// s = weight·y + (1 − weight)·s along the points, starting with the first y. A y that is not finite is
 /// passed over: its point takes the s of the point before it, or its own y when there is none yet.
-XYGRAPH_EXPORT std::vector<double> SmoothExponentially(std::span<const double> y, double weight);
+std::vector<double> SmoothExponentially(std::span<const double> y, double weight);
 
 /// The number of points of a running average: the quotient 1 / controlValue rounded to 64 significant bits,
 /// then truncated. A double rarely holds the reciprocal of a whole number, so 0.05, 0.1 and 0.2 give 19, 9
@@ -23,6 +23,6 @@ XYGRAPH_EXPORT std::size_t RunningAverageWindow(double controlValue);
 /// does not enter any mean, and its point takes that of the point before it, or its own y when there is none
 /// yet. `window` is at least 1. Takes O(n) for any window; nothing is subtracted, so large values leave no
 /// trace in the means of later windows.
-XYGRAPH_EXPORT std::vector<double> RunningAverage(std::span<const double> y, std::size_t window);
+std::vector<double> RunningAverage(std::span<const double> y, std::size_t window);
 
 } // namespace lumoplot

@@ -17,7 +17,7 @@ inline constexpr int kMostCurveSamples = 1'000'000;
 
 /// `samples` even steps from minX to maxX, hence samples + 1 values, the last exactly maxX. Empty when
 /// `samples` is below 1 or above kMostCurveSamples, or when minX < maxX does not hold.
-XYGRAPH_EXPORT std::vector<double> CurveGrid(double minX, double maxX, int samples);
+std::vector<double> CurveGrid(double minX, double maxX, int samples);
 
 struct TSpline {
     std::vector<double> SecondDerivatives; ///< one a point; 0 for points left out
@@ -28,7 +28,6 @@ struct TSpline {
 /// natural (kNaturalEndSlope). A point is left out as a knot when X or Y is not finite or when it does not
 /// lie to the right of the knot before it. With fewer than two knots, or no grid for `samples`, the curve is
 /// empty. Tridiagonal sweep after Press et al., Numerical Recipes, section 3.3.
-XYGRAPH_EXPORT TSpline SampleSpline(std::span<const double> x, std::span<const double> y, int samples,
-                                    double endSlope);
+TSpline SampleSpline(std::span<const double> x, std::span<const double> y, int samples, double endSlope);
 
 } // namespace lumoplot

@@ -55,6 +55,6 @@ struct TSpread {
 };
 
 /// Of the finite values, in O(n); nothing for fewer than two.
-XYGRAPH_EXPORT std::optional<TSpread> ComputeSpread(std::span<const double> values);
+std::optional<TSpread> ComputeSpread(std::span<const double> values);
 
 } // namespace lumoplot

@@ -47,7 +47,7 @@ XYGRAPH_EXPORT std::optional<TFilterSamples> SampleBlocks(const TDataSeries& ser
 /// The impulse response at t = m·dt from its centre m = 0 to m = ResponseWidth; the other half mirrors it.
 /// With B half the bandwidth and F the centre of the band it is 2·sin(2πBt)·cos(2πFt) ÷ (πt), 4B at the
 /// centre, for a band pass, and the unit impulse 1 ÷ dt less that for a band stop. Needs a step above 0.
-XYGRAPH_EXPORT std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double step);
+std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double step);
 
 /// What Normalize multiplies the output by, found without running the filter: in O(samples + M), so that it
 /// can be shown while settings change. Not finite, or large and made of rounding, where the output's sum is 0

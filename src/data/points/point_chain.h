@@ -28,7 +28,7 @@ struct TPointSpans {
 
 /// A place in a chain that walks to the next point, or no place. Any change of the chain but SetY and
 /// SetDerived makes it invalid.
-class XYGRAPH_EXPORT TPointCursor {
+class TPointCursor {
 public:
     TPointCursor() = default;
 
@@ -38,7 +38,7 @@ public:
     double Y() const { return (*m_block)->Y()[m_place]; }
     double Derived() const { return (*m_block)->Point(m_place).Derived; }
     TSeriesPoint Point() const { return (*m_block)->Point(m_place); }
-    TPointCursor Next() const;
+    XYGRAPH_EXPORT TPointCursor Next() const;
 
 private:
     friend class TPointChain;
@@ -52,27 +52,27 @@ private:
     std::size_t m_place = 0;
 };
 
-class XYGRAPH_EXPORT TPointChain {
+class TPointChain {
 public:
     TPointChain() = default;
     /// The points as the blocks of another chain had them, Ids and order included (their Derived is not
     /// looked at); the next point gets the Id behind `lastId`. No run is longer than a block.
-    TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
-    TPointChain(const TPointChain& other);
+    XYGRAPH_EXPORT TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
+    XYGRAPH_EXPORT TPointChain(const TPointChain& other);
     TPointChain(TPointChain&& other) noexcept { Swap(other); }
     TPointChain& operator=(TPointChain other) noexcept {
         Swap(other);
         return *this;
     }
     ~TPointChain() = default;
-    void Swap(TPointChain& other) noexcept;
+    XYGRAPH_EXPORT void Swap(TPointChain& other) noexcept;
 
     int Count() const { return m_count; }
     bool IsEmpty() const { return m_count == 0; }
     /// The last Id handed out; a new chain starts with Id 1, and no Id is used twice.
     std::int32_t LastId() const { return m_ids.LastId(); }
 
-    TPointCursor First() const;
+    XYGRAPH_EXPORT TPointCursor First() const;
     /// The last point's X; the chain is not empty.
     double LastX() const { return m_blocks.back()->X().back(); }
     /// The point with that Id.
@@ -80,7 +80,7 @@ public:
 
     /// The chain in order as runs of neighbouring points, none of them empty.
     std::size_t BlockCount() const { return m_blocks.size(); }
-    TPointSpans Block(std::size_t index) const;
+    XYGRAPH_EXPORT TPointSpans Block(std::size_t index) const;
 
     /// Places a point. At or behind the last one it overwrites that when duplicates are not allowed and
     /// x − tolerance <= its X, and is appended otherwise. In front of the last one it meets the first point
@@ -89,14 +89,14 @@ public:
     /// when there is none, which takes a tolerance that is negative or not a number). An overwrite takes X
     /// and Y and leaves neighbours where they are, even when they are out of order then. False, and nothing
     /// done, for an X that is infinite or not a number, or when all Ids are used up.
-    bool Add(double x, double y, const TMergeRule& rule);
+    XYGRAPH_EXPORT bool Add(double x, double y, const TMergeRule& rule);
     /// Adds points one after the other; those that ascend behind the last one take a fraction of the time of
     /// Add. False when Add refuses one, which ends it; the points in front of that are there.
-    bool AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule);
+    XYGRAPH_EXPORT bool AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule);
     /// Sets the point's Y and returns its X; nothing for an unknown Id.
-    std::optional<double> SetY(std::int32_t id, double y);
+    XYGRAPH_EXPORT std::optional<double> SetY(std::int32_t id, double y);
     /// Removes the point and returns what it was.
-    std::optional<TSeriesPoint> Erase(std::int32_t id);
+    XYGRAPH_EXPORT std::optional<TSeriesPoint> Erase(std::int32_t id);
     /// From first to last, removes each point whose X is within `tolerance` of that of the point before it
     /// that stayed; returns how many.
     int EraseNeighbours(double tolerance);

@@ -38,7 +38,7 @@ private:
     std::size_t m_bytes;
 };
 
-class XYGRAPH_EXPORT TPointSnapshot {
+class TPointSnapshot {
 public:
     /// Copies the points of `points`. Runs of points that are bit for bit those at the same place of
     /// `earlier` (counted from the first and from the last point; may be null) are shared with it.
@@ -47,7 +47,7 @@ public:
 
     TPointChain ToChain() const;
     /// The same points bit for bit, Ids included.
-    bool operator==(const TPointSnapshot& other) const;
+    XYGRAPH_EXPORT bool operator==(const TPointSnapshot& other) const;
 
 private:
     class TPiece;

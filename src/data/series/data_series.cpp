@@ -2,6 +2,7 @@
 
 #include "data/analysis/regression.h"
 #include "data/series/ds_info.h"
+#include "data/series/series_results.h"
 #include "fit/definition/cur_fit.h"
 
 #include <cmath>
@@ -9,7 +10,8 @@
 namespace lumoplot {
 
 TDataSeries::TDataSeries()
-    : m_dataSourceInfo(std::make_unique<TDSInfo>()), m_curveFit(std::make_unique<TCurFit>()) {
+    : m_dataSourceInfo(std::make_unique<TDSInfo>()), m_results(std::make_unique<TSeriesResults>()),
+      m_curveFit(std::make_unique<TCurFit>()) {
     m_curveFit->OnChange = [this](TCurFit&) { CurveFitChanged(); };
 }
 
@@ -103,7 +105,7 @@ TPointChain TDataSeries::SwapPoints(TPointChain points) {
 
 /// What follows from the data is out of date.
 void TDataSeries::MarkResultsStale() {
-    m_results.ClearStatistics();
+    m_results->ClearStatistics();
     MarkRegressionStale();
     MarkFitStale();
 }

@@ -5,7 +5,6 @@
 
 #include "data/analysis/regression_types.h"
 #include "data/points/point_chain.h"
-#include "data/series/series_results.h"
 #include "support/export.h"
 
 #include <cstdint>
@@ -20,8 +19,12 @@ namespace lumoplot {
 
 class TCurFit;
 class TDSInfo;
+class TFittedCurve;
 class TxyReader;
 class TxyWriter;
+struct TSeriesResults;
+struct TSpread;
+struct TStatistics;
 
 /// The extents of a series as they stand, for those who put a former state back.
 struct TSeriesExtents {
@@ -172,9 +175,7 @@ public:
     /// Why the last calculation gave nothing; empty when it did.
     const std::string& RegressionError() const { return m_regressionError; }
     /// The polynomial of the types 1 to 3, over the raw Y; null for others and while the regression is stale.
-    const TFittedCurve* RegressionLine() const {
-        return m_results.RegressionLine ? &*m_results.RegressionLine : nullptr;
-    }
+    const TFittedCurve* RegressionLine() const;
     /// A regression sampled on a grid of its own, empty when the type has none. That of a spline is raw; that
     /// of the curve fit stands for corrected Y.
     const std::vector<TCurveSample>& RegressionCurve() const { return m_regressionCurve; }
@@ -232,7 +233,7 @@ private:
     int m_regressionType = 0;
     int m_regressionControlValue1 = 100;
     double m_regressionControlValue2 = 0.05;
-    mutable TSeriesResults m_results;
+    std::unique_ptr<TSeriesResults> m_results; ///< what is kept of results, by const functions too
     std::vector<TCurveSample> m_regressionCurve;
     std::string m_regressionError;
     std::string m_seriesName = "UnNamed Series";

@@ -4,6 +4,7 @@
 
 #include "support/export.h"
 
+#include <optional>
 #include <string>
 
 namespace lumoplot {
@@ -11,6 +12,8 @@ namespace lumoplot {
 enum class TSourceKind { Manual = 0, TextFile = 1, DataFile = 2, LumoSheet = 3 };
 enum class TRowChoice { All = 0, ByNumber = 1, ByX = 2 };
 enum class TColumnFormat { Number = 0, DateTime = 1 };
+enum class TDateOrder { YearMonthDay = 0, DayMonthYear = 1, MonthDayYear = 2 };
+enum class TTextEncoding { Utf8, Utf8WithMark, Utf16LittleEndian, Utf16BigEndian, CodePage };
 
 class XYGRAPH_EXPORT TDSInfo {
 public:
@@ -89,6 +92,16 @@ private:
     TColumnFormat m_xFormat = TColumnFormat::Number;
     TColumnFormat m_yFormat = TColumnFormat::Number;
     bool m_needsReload = false;
+};
+
+/// What a user has chosen among the readings of a file and TDSInfo has no field for. Empty: found from the
+/// text.
+struct TTextWishes {
+    std::optional<TTextEncoding> encoding;
+    std::optional<char> decimalSign;
+    std::optional<TDateOrder> dateOrder;
+
+    bool operator==(const TTextWishes&) const = default;
 };
 
 } // namespace lumoplot

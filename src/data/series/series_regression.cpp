@@ -2,6 +2,7 @@
 #include "data/analysis/regression.h"
 #include "data/analysis/spline.h"
 #include "data/series/data_series.h"
+#include "data/series/series_results.h"
 #include "fit/definition/cur_fit.h"
 
 namespace lumoplot {
@@ -37,7 +38,7 @@ private:
 } // namespace
 
 TStatistics TDataSeries::XStatistics() const {
-    auto& cached = m_results.XStatistics;
+    auto& cached = m_results->XStatistics;
     if (!cached)
         cached = ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::X), m_numericalTolerance,
                                    TValueOrder::AsWalked);
@@ -45,13 +46,13 @@ TStatistics TDataSeries::XStatistics() const {
 }
 
 TStatistics TDataSeries::YStatistics() const {
-    auto& cached = m_results.YStatistics;
+    auto& cached = m_results->YStatistics;
     if (!cached) cached = ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::Y), m_numericalTolerance);
     return *cached;
 }
 
 std::optional<TSpread> TDataSeries::CorrectedSpread() const {
-    auto& cached = m_results.CorrectedSpread;
+    auto& cached = m_results->CorrectedSpread;
     if (cached && cached->ZeroValue == m_zeroValue && cached->BaseLineSlope == m_baseLineSlope)
         return cached->Spread;
     std::vector<double> corrected;
@@ -68,17 +69,17 @@ std::optional<TSpread> TDataSeries::CorrectedSpread() const {
 // The mode depends on the tolerance.
 void TDataSeries::SetNumericalTolerance(double value) {
     m_numericalTolerance = value;
-    m_results.ClearStatistics();
+    m_results->ClearStatistics();
 }
 
 void TDataSeries::MarkRegressionStale() {
     m_regressionStale = true;
-    m_results.RegressionLine.reset();
+    m_results->RegressionLine.reset();
 }
 
 void TDataSeries::ClearRegression() {
     m_regressionError.clear();
-    m_results.RegressionLine.reset();
+    m_results->RegressionLine.reset();
     m_regressionCurve = {};
     m_points.SetDerived({});
 }
@@ -93,7 +94,7 @@ void TDataSeries::CalcRegression() {
             TFieldOfAll(m_points, &TPointSpans::X), TFieldOfAll(m_points, &TPointSpans::Y));
         m_points.SetDerived(result.Derived);
         m_regressionCurve = std::move(result.Curve);
-        m_results.RegressionLine = std::move(result.Line);
+        m_results->RegressionLine = std::move(result.Line);
         if (static_cast<TRegressionType>(m_regressionType) == TRegressionType::SampledCurve) SampleCurveFit();
     } catch (const std::exception& error) {
         ClearRegression();
@@ -109,6 +110,10 @@ void TDataSeries::SampleCurveFit() {
     if (!m_curveFit->Selected()) return;
     for (const double x : CurveGrid(m_minX, m_maxX, m_regressionControlValue1))
         m_regressionCurve.push_back({x, m_curveFit->EvaluateAt(x)});
+}
+
+const TFittedCurve* TDataSeries::RegressionLine() const {
+    return m_results->RegressionLine ? &*m_results->RegressionLine : nullptr;
 }
 
 void TDataSeries::UpdateRegression() noexcept {

@@ -1,8 +1,10 @@
 #include "dialog/series/regression_text.h"
 
+#include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
 #include "data/analysis/smoothing.h"
 #include "data/analysis/spline.h"
+#include "data/analysis/statistics.h"
 #include "graph/model/series.h"
 #include "support/number_text.h"
 

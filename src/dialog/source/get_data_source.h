@@ -4,6 +4,7 @@
 #pragma once
 
 #include "graph/model/graph.h"
+#include "sources/text/text_format.h"
 
 #include <QDialog>
 #include <memory>

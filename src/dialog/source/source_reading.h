@@ -3,6 +3,7 @@
 #pragma once
 
 #include "graph/model/series.h"
+#include "sources/text/text_format.h"
 
 namespace lumoplot {
 

@@ -20,21 +20,22 @@ struct TBlockKernels;
 /// The values are those of Evaluate to within 2 ulp an operation, and the same in what is not-a-number,
 /// infinite or a truth value. Formulas with ":=", "random" or words that are not built in are evaluated one x
 /// after the other by the compiled chain. A parser without a selected formula gives kNotANumber everywhere.
-class XYGRAPH_EXPORT TBlockEvaluator {
+class TBlockEvaluator {
 public:
     /// `xVariable` may be null (nothing varies) and may be among `variables`. `kernels` null takes the
     /// fastest for this processor. Throws EParserException "No derivative of NAME" when there are variables
     /// and the formula has a word that is not built in.
-    TBlockEvaluator(TExpressionParser& parser, double* xVariable, std::span<double* const> variables = {},
-                    const TBlockKernels* kernels = nullptr);
+    XYGRAPH_EXPORT TBlockEvaluator(TExpressionParser& parser, double* xVariable,
+                                   std::span<double* const> variables = {},
+                                   const TBlockKernels* kernels = nullptr);
     /// For several doubles that vary together, each a column of its own; no derivatives.
-    TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns);
-    ~TBlockEvaluator();
-    TBlockEvaluator(TBlockEvaluator&&) noexcept;
+    XYGRAPH_EXPORT TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns);
+    XYGRAPH_EXPORT ~TBlockEvaluator();
+    XYGRAPH_EXPORT TBlockEvaluator(TBlockEvaluator&&) noexcept;
     TBlockEvaluator& operator=(TBlockEvaluator&&) noexcept;
 
     /// y[i] = formula at x[i]; both are of one length. The double bound as x keeps its value.
-    void Evaluate(std::span<const double> x, std::span<double> y);
+    XYGRAPH_EXPORT void Evaluate(std::span<const double> x, std::span<double> y);
     /// y[i] = formula with columns[c][i] as the double c. A column that is not read may be null.
     void EvaluateColumns(std::span<const double* const> columns, std::span<double> y);
     /// The formula may read that column.

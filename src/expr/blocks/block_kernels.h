@@ -3,7 +3,6 @@
 #pragma once
 
 #include "expr/operation.h"
-#include "support/export.h"
 
 namespace lumoplot {
 
@@ -32,6 +31,6 @@ const TBlockKernels* Avx512Kernels();
 
 /// The kernels that this processor can run, the fastest first and last those for every processor; behind them
 /// a null. There are always some.
-XYGRAPH_EXPORT const TBlockKernels* const* AvailableKernels();
+const TBlockKernels* const* AvailableKernels();
 
 } // namespace lumoplot

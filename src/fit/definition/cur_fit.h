@@ -23,7 +23,7 @@ class TCurFit;
 struct TFitResult;
 
 /// One parameter of the model.
-class XYGRAPH_EXPORT TDBLParameter {
+class TDBLParameter {
 public:
     /// Relative size of the first steps that a fit takes with the parameter.
     double StartDeviation = 0.01;
@@ -37,9 +37,9 @@ public:
     double Value() const { return m_value; }
     bool Vary() const { return m_vary; }
     /// Ignores an empty text. A name that the owner already has is refused with a message.
-    void SetName(const std::string& name);
-    void SetValue(double value);
-    void SetVary(bool vary);
+    XYGRAPH_EXPORT void SetName(const std::string& name);
+    XYGRAPH_EXPORT void SetValue(double value);
+    XYGRAPH_EXPORT void SetVary(bool vary);
     /// Where the value is, for the formulas that are compiled with it.
     double* ValueRef() { return &m_value; }
 
@@ -61,10 +61,10 @@ struct TDBLFunction {
 
 /// A definition is one whether or not its formula compiles: loading and copying keep it whole, and the error
 /// comes where it is compiled. Whatever frees parameters also forgets what was compiled with them.
-class XYGRAPH_EXPORT TCurFit : public TExpressionParser {
+class TCurFit : public TExpressionParser {
 public:
-    TCurFit();
-    ~TCurFit() override;
+    XYGRAPH_EXPORT TCurFit();
+    XYGRAPH_EXPORT ~TCurFit() override;
 
     enum : int { kPowell = 0, kSimplex = 1, kConjugateGradient = 2, kNewton = 3 };
     enum : int { kNone = 0, kFunction = 1, kFinalResult = 2, kEveryStep = 3 };
@@ -73,7 +73,7 @@ public:
     std::function<void(TCurFit&)> OnChange;
 
     /// Stores `modified` and, when it is true, calls OnChange.
-    void Changed(bool modified);
+    XYGRAPH_EXPORT void Changed(bool modified);
     bool Modified() const { return m_modified; }
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
@@ -121,44 +121,44 @@ public:
 
     // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
     // ignored.
-    void SetXVarName(const std::string& value);
-    void SetExpression(const std::string& value);
-    void SetTolerance(double value);
-    void SetIterMax(int value);
-    void SetProcType(int value);
-    void SetUseLeftMargin(bool value);
-    void SetUseRightMargin(bool value);
+    XYGRAPH_EXPORT void SetXVarName(const std::string& value);
+    XYGRAPH_EXPORT void SetExpression(const std::string& value);
+    XYGRAPH_EXPORT void SetTolerance(double value);
+    XYGRAPH_EXPORT void SetIterMax(int value);
+    XYGRAPH_EXPORT void SetProcType(int value);
+    XYGRAPH_EXPORT void SetUseLeftMargin(bool value);
+    XYGRAPH_EXPORT void SetUseRightMargin(bool value);
     /// A margin that is not in use is stored without a notification.
-    void SetLeftMargin(double value);
-    void SetRightMargin(double value);
+    XYGRAPH_EXPORT void SetLeftMargin(double value);
+    XYGRAPH_EXPORT void SetRightMargin(double value);
     // These call OnChange and leave Modified as it is.
-    void SetStatus(int value);
-    void SetNPoints(int value);
-    void SetShowCurve(bool value);
-    void SetCurveColor(TColor value);
-    void SetCurveStyle(int value);
-    void SetCurveWidth(int value);
+    XYGRAPH_EXPORT void SetStatus(int value);
+    XYGRAPH_EXPORT void SetNPoints(int value);
+    XYGRAPH_EXPORT void SetShowCurve(bool value);
+    XYGRAPH_EXPORT void SetCurveColor(TColor value);
+    XYGRAPH_EXPORT void SetCurveStyle(int value);
+    XYGRAPH_EXPORT void SetCurveWidth(int value);
 
     // Parameters are numbered from 1; numbers outside are ignored or give null.
     int NParams() const { return static_cast<int>(m_parameters.size()); }
-    TDBLParameter* Parameter(int number) const;
-    bool IsParameter(std::string_view name) const;
+    XYGRAPH_EXPORT TDBLParameter* Parameter(int number) const;
+    XYGRAPH_EXPORT bool IsParameter(std::string_view name) const;
     /// Takes the parameter; one whose name is already defined (letter case ignored) is refused with a
     /// message.
-    void AddParameter(std::unique_ptr<TDBLParameter> parameter);
-    void DeleteParameter(int number);
+    XYGRAPH_EXPORT void AddParameter(std::unique_ptr<TDBLParameter> parameter);
+    XYGRAPH_EXPORT void DeleteParameter(int number);
     void ClearParameters();
     /// Copies the values by position when both have the same number of parameters.
     void CopyParameterValues(const TCurFit& other);
 
     // Templates are numbered from 1 in their order; numbers outside are ignored or give null.
     int NTemplates() const { return static_cast<int>(m_templates.size()); }
-    TDBLFunction* Template(int number) const;
-    void AddTemplate(std::unique_ptr<TDBLFunction> function);
-    void DeleteTemplate(int number);
-    void TemplateToTop(int number);
-    void TemplateUp(int number);
-    void TemplateDown(int number);
+    XYGRAPH_EXPORT TDBLFunction* Template(int number) const;
+    XYGRAPH_EXPORT void AddTemplate(std::unique_ptr<TDBLFunction> function);
+    XYGRAPH_EXPORT void DeleteTemplate(int number);
+    XYGRAPH_EXPORT void TemplateToTop(int number);
+    XYGRAPH_EXPORT void TemplateUp(int number);
+    XYGRAPH_EXPORT void TemplateDown(int number);
     void ClearTemplates();
 
     /// Gives every setting its default; parameters and templates stay.
@@ -169,19 +169,19 @@ public:
     /// The formula with its templates put in, from the last to the first, letter case ignored; a template's
     /// text may use the names of those before it. Line breaks and tabs become blanks. Throws EParserException
     /// "The equation is too long with its templates" beyond kMaxExpandedLength bytes.
-    std::string ExpandedExpression() const;
+    XYGRAPH_EXPORT std::string ExpandedExpression() const;
     /// Binds the variable and the parameters and compiles the formula, which Evaluate then runs; an empty
     /// formula compiles to nothing. Throws what AddExpression throws and leaves nothing compiled.
-    void Compile();
+    XYGRAPH_EXPORT void Compile();
     /// The model at x; kNotANumber while nothing is compiled.
-    double EvaluateAt(double x);
+    XYGRAPH_EXPORT double EvaluateAt(double x);
     /// The names that the compiled formula or an earlier one uses without anybody having defined them.
     std::vector<std::string> GeneratedNames();
     /// Where the model reads x.
     double* XRef() { return &m_x; }
 
     /// The lines of the settings report.
-    std::vector<std::string> SettingsReport();
+    XYGRAPH_EXPORT std::vector<std::string> SettingsReport();
 
     // The three composite records of a data set's and a function file's stream, each a fixed order of items.
     void WriteDefinition(TxyWriter& writer) const;
@@ -192,18 +192,18 @@ public:
     void ReadTemplates(TxyReader& reader);
 
     /// The whole function file: the three records and the end mark.
-    void SaveToStream(TxyWriter& writer) const;
+    XYGRAPH_EXPORT void SaveToStream(TxyWriter& writer) const;
     /// Replaces parameters, templates and settings by what the stream holds up to its end mark; an error
     /// leaves all as it was. With `compile` the formula is compiled when it can be.
     void LoadFromStream(TxyReader& reader, bool compile);
     /// A function file, replaced whole. Throws as ReplaceFile does.
-    void SaveToFile(const std::string& name) const;
+    XYGRAPH_EXPORT void SaveToFile(const std::string& name) const;
     /// Throws EFileError for a file that cannot be read, EStreamError or EConvertError for one that holds no
     /// curve fit; all is then as it was.
-    void LoadFromFile(const std::string& name, bool compile);
+    XYGRAPH_EXPORT void LoadFromFile(const std::string& name, bool compile);
     /// Takes over what the other's function file would hold, compiles it when it can be, and calls OnChange.
     /// A null does nothing.
-    void Assign(const TCurFit* other);
+    XYGRAPH_EXPORT void Assign(const TCurFit* other);
 
     static constexpr std::size_t kMaxExpandedLength = 1 << 16;
 
@@ -246,6 +246,6 @@ private:
 };
 
 /// The function file's section: entries 39, 43 and 45.
-XYGRAPH_EXPORT std::span<const TSectionRow<TCurFit>> CurFitRows();
+std::span<const TSectionRow<TCurFit>> CurFitRows();
 
 } // namespace lumoplot

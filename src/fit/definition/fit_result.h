@@ -28,7 +28,7 @@ enum class TFitEnd {
 /// "converged", "the iteration limit was reached", …
 XYGRAPH_EXPORT std::string TextOf(TFitEnd end);
 
-struct XYGRAPH_EXPORT TFitResult {
+struct TFitResult {
     TFitEnd End = TFitEnd::Converged;
     int Iterations = 0;
     int Evaluations = 0; ///< of the model over all points, with or without its derivatives
@@ -44,7 +44,7 @@ struct XYGRAPH_EXPORT TFitResult {
     TMatrix Covariance;
 
     /// The standard error of a varied parameter, by its place in Varied.
-    double StandardError(std::size_t place) const;
+    XYGRAPH_EXPORT double StandardError(std::size_t place) const;
 };
 
 } // namespace lumoplot

@@ -1,6 +1,7 @@
 // The controls for the settings of a fitting run, in whatever form they lie.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 
 #include <QObject>
@@ -28,11 +29,12 @@ class TFitSettingsGroup : public QObject {
     Q_OBJECT
 
 public:
-    TFitSettingsGroup(TFitAccess& access, const TFitSettingsControls& controls, QObject* parent);
+    XYWIDGETS_EXPORT TFitSettingsGroup(TFitAccess& access, const TFitSettingsControls& controls,
+                                       QObject* parent);
 
-    void Fill();
+    XYWIDGETS_EXPORT void Fill();
     /// Takes the margins that are still being typed.
-    void TakeMargins();
+    XYWIDGETS_EXPORT void TakeMargins();
 
 private:
     struct TMargin {

@@ -2,11 +2,13 @@
 // while the formula is faulty.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QPlainTextEdit>
 
 namespace lumoplot {
 
-class TFormulaEdit : public QPlainTextEdit {
+class XYWIDGETS_EXPORT TFormulaEdit : public QPlainTextEdit {
     Q_OBJECT
     /// How many lines are seen.
     Q_PROPERTY(int lines MEMBER m_lines)

@@ -1,6 +1,7 @@
 // The controls that list and edit the parameters of a curve fit, in whatever form they lie.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 
 #include <QObject>
@@ -33,18 +34,18 @@ class TParameterGroup : public QObject {
     Q_OBJECT
 
 public:
-    TParameterGroup(TFitAccess& access, const TParameterControls& controls, QObject* parent);
+    XYWIDGETS_EXPORT TParameterGroup(TFitAccess& access, const TParameterControls& controls, QObject* parent);
 
     /// Fills the list and the fields from the fit, selecting the parameter of that number (or the nearest).
-    void Fill(int number = 1);
+    XYWIDGETS_EXPORT void Fill(int number = 1);
     /// Fills them anew and keeps the selection.
     void Refill() { Fill(SelectedNumber()); }
     /// The selected parameter, or null.
     TDBLParameter* Selected() const;
     /// Its number, or 0.
-    int SelectedNumber() const;
+    XYWIDGETS_EXPORT int SelectedNumber() const;
     /// Adds a varied parameter for each of the names; the last one is selected.
-    void AddVaried(const std::vector<std::string>& names);
+    XYWIDGETS_EXPORT void AddVaried(const std::vector<std::string>& names);
 
 private:
     void ConnectList();

@@ -35,7 +35,7 @@ XYGRAPH_EXPORT std::vector<TCertifiedProblem> ReadCertifiedProblems(std::string_
 XYGRAPH_EXPORT TCertifiedData ReadCertifiedData(std::string_view text);
 
 /// The digits in which a value agrees with a certified one: 0 to 11.
-XYGRAPH_EXPORT double CorrectDigits(double value, double certified);
+double CorrectDigits(double value, double certified);
 
 struct TCertifiedRun {
     TFitResult Result;

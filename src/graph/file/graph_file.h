@@ -15,9 +15,9 @@ XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
 XYGRAPH_EXPORT std::span<const TSectionRow<TGraphMark>> MarkRows();
 
 /// A data set's Series section, its record and its point block.
-XYGRAPH_EXPORT void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
+void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
 /// Reads what WriteSeries wrote; the points are added to those that the data set has.
-XYGRAPH_EXPORT void ReadSeries(TxyReader& reader, TSeries& series);
+void ReadSeries(TxyReader& reader, TSeries& series);
 
 /// A data-set file (.lds): exactly what WriteSeries writes, with points. The file is replaced whole.
 XYGRAPH_EXPORT void SaveSeriesToFile(const TSeries& series, const std::string& name);

@@ -27,7 +27,7 @@ struct TAxisScaleOptions {
 /// The tick step for the range from `min` to `max`: the first of p, p/2, p/5, p/10, p/20, p/50, p/100 of
 /// which the span holds at least `minSteps`, p being the power of ten below the span. Nothing for a span that
 /// is not positive.
-XYGRAPH_EXPORT std::optional<double> TickStep(double min, double max, int minSteps);
+std::optional<double> TickStep(double min, double max, int minSteps);
 
 /// The displayed range and step for data from `dataMin` to `dataMax`: multiples of the step, at least a
 /// hundredth of a step beyond the data, drawn to 0 where the data lie near it. Throws EScaleError

@@ -8,12 +8,12 @@
 #include "graph/model/dimensions.h"
 #include "graph/model/legend.h"
 #include "graph/model/mark.h"
-#include "graph/model/resizable_panel.h"
 #include "graph/model/series.h"
 #include "stream/items.h"
 
 #include <QImage>
 #include <QPainter>
+#include <QWidget>
 #include <array>
 #include <memory>
 #include <string>
@@ -28,6 +28,14 @@ class TxyHolder;
 
 /// Whether a file or stream carries the points of the data sets.
 enum class TPoints { Include, LeaveOut };
+
+/// A widget with a size of its own that may lie inside another one.
+class XYGRAPH_EXPORT TReSizablePanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TReSizablePanel(QWidget* parent = nullptr) : QWidget(parent) {}
+};
 
 class XYGRAPH_EXPORT TxyGraph : public TReSizablePanel {
     Q_OBJECT

@@ -2,8 +2,6 @@
 // they are exchanged as text.
 #pragma once
 
-#include "support/export.h"
-
 #include <QObject>
 #include <functional>
 #include <string>
@@ -24,7 +22,7 @@ struct TSheetOffer {
     explicit operator bool() const { return Names && Text; }
 };
 
-class XYGRAPH_EXPORT TxyHolder : public QObject {
+class TxyHolder : public QObject {
     Q_OBJECT
 
 public:

@@ -1,5 +1,6 @@
 #include "graph/model/series.h"
 
+#include "data/analysis/statistics.h"
 #include "data/series/ds_info.h"
 #include "graph/model/graph.h"
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "data/series/data_series.h"
+#include "data/series/ds_info.h"
 #include "graph/model/settings.h"
-#include "sources/text/text_format.h"
 #include "support/color.h"
 
 #include <cstdint>

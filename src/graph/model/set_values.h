@@ -27,17 +27,17 @@ struct TNewValues {
 /// where these are names that mean nothing else (the first of equal ones counts).
 ///
 /// Valid while no data set is added, deleted or renamed.
-class XYGRAPH_EXPORT TValueFormula {
+class TValueFormula {
 public:
     /// Throws EParserException or EConvertError; "There is no formula" for an empty text.
-    TValueFormula(TSeries& series, const std::string& formula);
-    ~TValueFormula();
+    XYGRAPH_EXPORT TValueFormula(TSeries& series, const std::string& formula);
+    XYGRAPH_EXPORT ~TValueFormula();
 
     /// The values for the points in the range (all without one), at most `limit` of them.
-    TNewValues Evaluate(const std::optional<TXRange>& range, std::size_t limit = SIZE_MAX);
+    XYGRAPH_EXPORT TNewValues Evaluate(const std::optional<TXRange>& range, std::size_t limit = SIZE_MAX);
     /// Gives the points in the range the values that Evaluate gives, with one notification; the Ids stay.
     /// Returns how many points kept their Y because there was no value.
-    int Apply(const std::optional<TXRange>& range);
+    XYGRAPH_EXPORT int Apply(const std::optional<TXRange>& range);
 
 private:
     struct TCompiled;

@@ -46,6 +46,9 @@ private:
 
 enum class TPenStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4 };
 
+/// Whether a picture is shown or goes to paper.
+enum class TDrawPurpose { Show, Print };
+
 } // namespace lumoplot
 
 Q_DECLARE_METATYPE(std::string)

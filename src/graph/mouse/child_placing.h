@@ -11,7 +11,7 @@ namespace lumoplot {
 
 class TxyChildGr;
 
-class XYGRAPH_EXPORT TChildPlacing {
+class TChildPlacing {
 public:
     static constexpr QSize kSmallest{60, 45};
 

@@ -11,7 +11,7 @@ namespace lumoplot {
 
 /// One coordinate: the axis' short name and the value. Its width never shrinks while the mouse stays on the
 /// plot, so that the texts beside it stand still.
-class XYGRAPH_EXPORT TCoordLabel : public QLabel {
+class TCoordLabel : public QLabel {
     Q_OBJECT
 
 public:
@@ -24,7 +24,7 @@ private:
     QString m_axisName;
 };
 
-class XYGRAPH_EXPORT TCoordsPanel : public QFrame {
+class TCoordsPanel : public QFrame {
     Q_OBJECT
 
 public:

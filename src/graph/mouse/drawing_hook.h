@@ -17,6 +17,6 @@ class TxyGraph;
 using TDrawPanel = std::optional<TPlotMap> (*)(QPainter& painter, const TxyGraph& graph,
                                                const QRectF& rectangle);
 
-XYGRAPH_EXPORT void InstallDrawing(TDrawPanel draw);
+void InstallDrawing(TDrawPanel draw);
 
 } // namespace lumoplot

@@ -28,7 +28,7 @@ namespace lumoplot {
 class TCoordsPanel;
 class TxyChildGr;
 
-class XYGRAPH_EXPORT TGraphMouse : public QObject {
+class TGraphMouse : public QObject {
     Q_OBJECT
 
 public:
@@ -51,7 +51,7 @@ public:
     void SetMap(std::optional<TPlotMap> map);
 
     /// Another mode takes the drags; null puts the usual one back. Cancels a drag.
-    void SetMode(std::unique_ptr<TMouseMode> mode);
+    XYGRAPH_EXPORT void SetMode(std::unique_ptr<TMouseMode> mode);
     TMouseMode& Mode() const { return *m_mode; }
     bool IsDragging() const { return m_isDragging; }
     /// The point under the mouse, or the one that the keys have walked to.

@@ -13,7 +13,7 @@ namespace lumoplot {
 /// Which axes follow a movement.
 enum class TZoomAxes { All, X, BothY, Y, SecondY };
 
-class XYGRAPH_EXPORT TGraphZoom {
+class TGraphZoom {
 public:
     /// A range narrower than this part of its larger end is not shown.
     static constexpr double kNarrowest = 1e-12;
@@ -27,7 +27,7 @@ public:
     /// Moves the picture by that distance in the map's units.
     void Move(const TPlotMap& map, QPointF distance, TZoomAxes axes = TZoomAxes::All);
     /// The axes follow the data again.
-    void ShowAll();
+    XYGRAPH_EXPORT void ShowAll();
     /// Puts back the ranges of before the last gesture.
     void GoBack();
     bool CanGoBack() const { return !m_history.empty(); }

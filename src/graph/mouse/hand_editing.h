@@ -36,15 +36,14 @@ struct TPlotPlace {
 
 /// The values at a place, which is moved into the plot; or those of the nearest drawn point of a data set
 /// other than `except` (null for any) where `snaps` and one is within the reach of the mouse.
-XYGRAPH_EXPORT TPlotPlace PlaceIn(const TxyGraph& graph, const TPlotMap& map, QPointF place, bool second,
-                                  bool snaps, const TSeries* except);
+TPlotPlace PlaceIn(const TxyGraph& graph, const TPlotMap& map, QPointF place, bool second, bool snaps,
+                   const TSeries* except);
 
 /// "3.25, 17.1", with the digits that a pixel is worth.
-XYGRAPH_EXPORT QString PlaceText(const TxyGraph& graph, const TPlotMap& map, const TPlotPlace& place,
-                                 bool second);
+QString PlaceText(const TxyGraph& graph, const TPlotMap& map, const TPlotPlace& place, bool second);
 
 /// Draws a ring at a place and a text beside it, inside the plot.
-XYGRAPH_EXPORT void PaintDragLabel(QPainter& painter, const TxyGraph& graph, const TPlotMap& map,
-                                   QPointF place, const QString& text);
+void PaintDragLabel(QPainter& painter, const TxyGraph& graph, const TPlotMap& map, QPointF place,
+                    const QString& text);
 
 } // namespace lumoplot

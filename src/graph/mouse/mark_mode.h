@@ -10,9 +10,9 @@ namespace lumoplot {
 
 /// Press on a mark to drag it (a line by an end or as a whole), elsewhere to place one of the type that
 /// THandEditing names; a line goes from the press to where the button goes up. Marks are shown from then on.
-class XYGRAPH_EXPORT TMarkMode : public TMouseMode {
+class TMarkMode : public TMouseMode {
 public:
-    TMarkMode(TGraphMouse& mouse, std::shared_ptr<const THandEditing> editing);
+    XYGRAPH_EXPORT TMarkMode(TGraphMouse& mouse, std::shared_ptr<const THandEditing> editing);
 
     QCursor CursorAt(const TPlotMap& map, QPointF place, bool isDragging) const override;
     bool Press(const TPlotMap& map, const TMouseMoment& moment) override;

@@ -18,7 +18,7 @@ struct TMouseMoment {
     Qt::KeyboardModifiers Modifiers = Qt::NoModifier;
 };
 
-class XYGRAPH_EXPORT TMouseMode {
+class TMouseMode {
 public:
     virtual ~TMouseMode() = default;
 

@@ -16,9 +16,10 @@ enum class TPointAction { Add, Move, Delete };
 /// Add: press, drag to the place, let go. Move: drag a point; with Shift its X stays. Delete: click a point.
 /// The Delete key deletes the point that the keys or the mouse are at. Data sets that are drawn against
 /// another one are not edited.
-class XYGRAPH_EXPORT TPointMode : public TMouseMode {
+class TPointMode : public TMouseMode {
 public:
-    TPointMode(TGraphMouse& mouse, TPointAction action, std::shared_ptr<const THandEditing> editing);
+    XYGRAPH_EXPORT TPointMode(TGraphMouse& mouse, TPointAction action,
+                              std::shared_ptr<const THandEditing> editing);
 
     QCursor CursorAt(const TPlotMap& map, QPointF place, bool isDragging) const override;
     bool Press(const TPlotMap& map, const TMouseMoment& moment) override;

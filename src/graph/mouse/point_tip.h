@@ -8,7 +8,7 @@
 namespace lumoplot {
 
 /// The name of the data set and the point's X and Y, as rich text.
-XYGRAPH_EXPORT QString PointTip(const TPointHit& hit);
+QString PointTip(const TPointHit& hit);
 
 enum class TPointStep { Previous, Next, PreviousSeries, NextSeries };
 
@@ -18,7 +18,7 @@ std::optional<TPointStep> PointStepOf(int key);
 /// The point of the plot that lies one step from `from`: the previous or the next of its data set, or of the
 /// data set before or after it (in a circle) the one nearest in X. From nothing, the leftmost point of the
 /// first data set. Nothing where there is no such point.
-XYGRAPH_EXPORT std::optional<TPointHit> NextPoint(const TxyGraph& graph, const TPlotMap& map,
-                                                  const std::optional<TPointHit>& from, TPointStep step);
+std::optional<TPointHit> NextPoint(const TxyGraph& graph, const TPlotMap& map,
+                                   const std::optional<TPointHit>& from, TPointStep step);
 
 } // namespace lumoplot

@@ -12,9 +12,9 @@ namespace lumoplot {
 class TGraphMouse;
 
 /// The axes that a place concerns: all inside the plot, one on its labels; nothing elsewhere.
-XYGRAPH_EXPORT std::optional<TZoomAxes> AxesAt(const TPlotMap& map, QPointF place);
+std::optional<TZoomAxes> AxesAt(const TPlotMap& map, QPointF place);
 
-class XYGRAPH_EXPORT TZoomMode : public TMouseMode {
+class TZoomMode : public TMouseMode {
 public:
     explicit TZoomMode(TGraphMouse& mouse) : m_mouse(mouse) {}
 

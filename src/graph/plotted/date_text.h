@@ -1,8 +1,6 @@
 // Dates as values of an axis (days since 1899-12-30, the time of day as fraction) and as texts.
 #pragma once
 
-#include "support/export.h"
-
 #include <QDate>
 #include <QString>
 #include <string_view>
@@ -14,13 +12,13 @@ inline constexpr double kFirstDateValue = -693593;
 inline constexpr double kLastDateValue = 2958466;
 
 /// The value of midnight.
-XYGRAPH_EXPORT double ValueOfDate(const QDate& date);
-XYGRAPH_EXPORT QDate DateOfValue(double value);
+double ValueOfDate(const QDate& date);
+QDate DateOfValue(double value);
 
 /// The value, rounded to a millisecond, in a format made of the tokens d dd ddd dddd (day, name of the
 /// weekday), m mm mmm mmmm (month), yy yyyy, h hh, n nn (minute; also m right behind h), s ss, zzz
 /// (millisecond), am/pm and a/p (which make h count to 12), letter case ignored; 'text' and "text" stand as
 /// they are, as do all other characters. Names are English. Empty for a value without a date.
-XYGRAPH_EXPORT QString DateText(double value, std::string_view format);
+QString DateText(double value, std::string_view format);
 
 } // namespace lumoplot

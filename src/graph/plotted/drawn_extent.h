@@ -35,7 +35,7 @@ struct TDrawnExtent {
 
 /// Works out extents and keeps those that took a walk over the points until the points change. Belongs to a
 /// graph.
-class XYGRAPH_EXPORT TDrawnExtents {
+class TDrawnExtents {
 public:
     /// The extent of a data set that is drawn and whose own extents are up to date (as are those of its X
     /// data set).

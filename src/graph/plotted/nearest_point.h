@@ -21,10 +21,9 @@ struct TPointHit {
 /// near ones that which is drawn last. Only points inside the plot count, unless the graph draws points off
 /// it. Points of large data sets are looked up by X, in the order that overwrites within their X tolerance
 /// leave.
-XYGRAPH_EXPORT std::optional<TPointHit> NearestPoint(const TxyGraph& graph, const TPlotMap& map,
-                                                     QPointF place, double reach);
+std::optional<TPointHit> NearestPoint(const TxyGraph& graph, const TPlotMap& map, QPointF place,
+                                      double reach);
 /// As NearestPoint among the points of one data set.
-XYGRAPH_EXPORT std::optional<TPointHit> NearestPointOf(TSeries& series, const TPlotMap& map, QPointF place,
-                                                       double reach);
+std::optional<TPointHit> NearestPointOf(TSeries& series, const TPlotMap& map, QPointF place, double reach);
 
 } // namespace lumoplot

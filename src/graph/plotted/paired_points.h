@@ -12,10 +12,10 @@ namespace lumoplot {
 
 /// The data set whose Y values are the X of this one: the graph's X data set where `series` uses it; else
 /// null.
-XYGRAPH_EXPORT const TSeries* XSeriesOf(const TSeries& series);
+const TSeries* XSeriesOf(const TSeries& series);
 
 /// The data set has points, is active and does not itself serve as its X.
-XYGRAPH_EXPORT bool IsDrawn(const TSeries& series);
+bool IsDrawn(const TSeries& series);
 
 /// Walks the points of a chain in runs of any wanted length.
 class TChainReader {
@@ -58,7 +58,7 @@ struct TDrawnRun {
 
 /// Hands over the points that a data set is drawn with, in order, in runs of at most kLength. With an X data
 /// set, points beyond its count are left out.
-class XYGRAPH_EXPORT TDrawnPoints {
+class TDrawnPoints {
 public:
     static constexpr std::size_t kLength = 512;
 

@@ -11,10 +11,11 @@ namespace lumoplot {
 
 enum class TScaleKind { Linear, Log };
 
-class XYGRAPH_EXPORT TScaleMap {
+class TScaleMap {
 public:
     /// Maps min to `from` and max to `to` (which may lie before it). Needs min < max, and min > 0 for Log.
-    TScaleMap(double min, double max, double from, double to, TScaleKind kind = TScaleKind::Linear);
+    XYGRAPH_EXPORT TScaleMap(double min, double max, double from, double to,
+                             TScaleKind kind = TScaleKind::Linear);
 
     double Min() const { return m_min; }
     double Max() const { return m_max; }
@@ -24,9 +25,9 @@ public:
         return m_factor != 0 ? m_from + (value - m_start) * m_factor
                              : m_from + Fraction(value) * (m_to - m_from);
     }
-    double Value(double position) const;
+    XYGRAPH_EXPORT double Value(double position) const;
     /// 0 at min, 1 at max.
-    double Fraction(double value) const;
+    XYGRAPH_EXPORT double Fraction(double value) const;
     bool Shows(double value) const { return value >= m_min && value <= m_max; }
     /// The positions of many values; `positions` is as long as `values`.
     void MapAll(std::span<const double> values, std::span<double> positions) const;

@@ -9,6 +9,6 @@ namespace lumoplot {
 
 /// A value of the axis to `resolution`, the difference that a reader can tell (0: all digits that a value of
 /// a data set means, up to 12). Not-a-number and infinite values give "–".
-XYGRAPH_EXPORT QString ValueText(const TAxis& axis, double value, double resolution = 0);
+QString ValueText(const TAxis& axis, double value, double resolution = 0);
 
 } // namespace lumoplot

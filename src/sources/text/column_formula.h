@@ -22,7 +22,7 @@ inline constexpr int kY = -2;
 inline constexpr int kRow = -3;
 } // namespace row_input
 
-class XYGRAPH_EXPORT TColumnFormula {
+class TColumnFormula {
 public:
     /// Compiles the text for a file of that format; without one (null) any name may turn out to be a column.
     /// Throws EParserException and EConvertError with the parser's texts, "there is no column 7, only 3" and

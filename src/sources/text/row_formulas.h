@@ -26,7 +26,7 @@ struct TRowBlock {
     std::span<const std::span<const double>> columns; ///< those of Columns(), in its order
 };
 
-class XYGRAPH_EXPORT TRowFormulas {
+class TRowFormulas {
 public:
     /// Compiles both for the format, which must have its columns chosen. Throws EParserException "The
     /// expression for X can not be used: REASON".
@@ -59,6 +59,6 @@ private:
 
 /// "the expression for X gives no value" when that which was made for X (or else Y) is not finite, else
 /// empty.
-XYGRAPH_EXPORT std::string NoValueText(double x, double y);
+std::string NoValueText(double x, double y);
 
 } // namespace lumoplot

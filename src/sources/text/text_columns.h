@@ -3,7 +3,6 @@
 #pragma once
 
 #include "sources/text/text_format.h"
-#include "support/export.h"
 
 #include <string>
 #include <string_view>
@@ -15,12 +14,12 @@ namespace lumoplot {
 /// one X is the column named X or the first of values, Y the next column of numbers; with a single column of
 /// values X is the row number. Returns why it is not possible, to stand behind "File NAME ", or an empty
 /// text.
-XYGRAPH_EXPORT std::string ChooseColumns(TTextFormat& format, const TDSInfo& info);
+std::string ChooseColumns(TTextFormat& format, const TDSInfo& info);
 
 /// The column (from 0) with that header name, case ignored where no name fits exactly, or kNoColumn.
-XYGRAPH_EXPORT int ColumnNamed(const TTextFormat& format, std::string_view name);
+int ColumnNamed(const TTextFormat& format, std::string_view name);
 
 /// "its columns are time, current" with the first names, or that they have none: for messages.
-XYGRAPH_EXPORT std::string ColumnNameList(const TTextFormat& format);
+std::string ColumnNameList(const TTextFormat& format);
 
 } // namespace lumoplot

@@ -2,14 +2,13 @@
 // time of day, as spreadsheets hold them (1970-01-01 is 25569); the calendar is the Gregorian one throughout.
 #pragma once
 
+#include "data/series/ds_info.h"
 #include "support/export.h"
 
 #include <optional>
 #include <string_view>
 
 namespace lumoplot {
-
-enum class TDateOrder { YearMonthDay = 0, DayMonthYear = 1, MonthDayYear = 2 };
 
 /// What can be read at a date's place.
 enum class TDateParts { Date, TimeOfDay };

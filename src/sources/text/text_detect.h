@@ -4,7 +4,6 @@
 
 #include "sources/text/text_file.h"
 #include "sources/text/text_format.h"
-#include "support/export.h"
 
 #include <optional>
 #include <string>
@@ -36,11 +35,10 @@ struct TTextReadings {
 /// Reads the front of the file, beyond the header rows of `info`, in the encoding that is wished or else
 /// found, and leaves the file restarted at its front. Throws EFileError as TTextFile does, "File NAME: row 1
 /// is longer than 4 MB" and "File NAME is no text file: …".
-XYGRAPH_EXPORT TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& wishes = {});
+TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& wishes = {});
 
 /// The readings of the sample. What `info` and `wishes` fix is kept in all of them: separators and header
 /// rows of `info` that are set, its columns, its column width, its formats where they are DateTime.
-XYGRAPH_EXPORT TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info,
-                                            const TTextWishes& wishes = {});
+TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes = {});
 
 } // namespace lumoplot

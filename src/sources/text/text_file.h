@@ -4,7 +4,6 @@
 #pragma once
 
 #include "sources/text/text_format.h"
-#include "support/export.h"
 
 #include <QIODevice>
 #include <cstdint>
@@ -16,7 +15,7 @@ namespace lumoplot {
 
 /// The encoding that the first bytes of a file show: by its mark, by zeros at every other place, by being
 /// UTF-8.
-XYGRAPH_EXPORT TTextEncoding FindEncoding(std::string_view firstBytes);
+TTextEncoding FindEncoding(std::string_view firstBytes);
 
 /// Where a text comes from: a file, or memory.
 struct TTextSource {
@@ -29,7 +28,7 @@ struct TTextSource {
     std::optional<std::string> Text; ///< none: the file of that name is read
 };
 
-class XYGRAPH_EXPORT TTextFile {
+class TTextFile {
 public:
     /// Opens the source and finds its encoding. Throws EFileError "Can not open file NAME: …" and "File NAME
     /// is empty".

@@ -13,8 +13,6 @@
 
 namespace lumoplot {
 
-enum class TTextEncoding { Utf8, Utf8WithMark, Utf16LittleEndian, Utf16BigEndian, CodePage };
-
 enum class TCellKind { Empty, Number, Date, TimeOfDay, Text };
 
 struct TTextColumn {
@@ -51,23 +49,13 @@ struct TTextFormat {
     bool operator==(const TTextFormat&) const = default;
 };
 
-/// What a user has chosen among the readings of a file and TDSInfo has no field for. Empty: found from the
-/// text.
-struct TTextWishes {
-    std::optional<TTextEncoding> encoding;
-    std::optional<char> decimalSign;
-    std::optional<TDateOrder> dateOrder;
-
-    bool operator==(const TTextWishes&) const = default;
-};
-
 /// One line for a user: "semicolon, decimal comma, 1 header row, UTF-8".
 XYGRAPH_EXPORT std::string Describe(const TTextFormat& format);
 
 /// "3 (Voltage)": a column counted from 0 as messages name it.
-XYGRAPH_EXPORT std::string ColumnText(const TTextFormat& format, int column);
+std::string ColumnText(const TTextFormat& format, int column);
 
 /// Text of the file as UTF-8. Bytes that are no UTF-8 are taken as characters of the code page.
-XYGRAPH_EXPORT std::string ToDisplayText(std::string_view text, TTextEncoding encoding);
+std::string ToDisplayText(std::string_view text, TTextEncoding encoding);
 
 } // namespace lumoplot

@@ -4,7 +4,6 @@
 
 #include "sources/text/row_formulas.h"
 #include "sources/text/text_detect.h"
-#include "support/export.h"
 #include "support/progress.h"
 
 #include <cstdint>
@@ -48,8 +47,7 @@ using TPointSink = std::function<void(std::span<const double> x, std::span<const
 /// includes both bounds, and an upper bound below 1 is none; one by X includes both bounds, in either order.
 /// Throws EFileError when the file can not be read or gives no point at all; the sink may then have got
 /// points. Throws EParserException "The expression for X can not be used: REASON" for a bad formula.
-XYGRAPH_EXPORT TTextReport LoadText(const TTextSource& source, const TDSInfo& info,
-                                    const TTextLoadOptions& options, const TPointSink& sink,
-                                    TProgress& progress);
+TTextReport LoadText(const TTextSource& source, const TDSInfo& info, const TTextLoadOptions& options,
+                     const TPointSink& sink, TProgress& progress);
 
 } // namespace lumoplot

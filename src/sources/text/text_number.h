@@ -2,8 +2,6 @@
 // and neither overflow nor underflow passes for a value: the caller tells the user.
 #pragma once
 
-#include "support/export.h"
-
 #include <cstddef>
 #include <string_view>
 
@@ -16,7 +14,7 @@ inline constexpr std::size_t kNumberPadding = 8;
 /// behind e, E, d or D. Returns where the number ends, or null for no number and for one beyond the range of
 /// doubles. The text ends with a character that belongs to no number, kNumberPadding bytes before memory
 /// does.
-XYGRAPH_EXPORT const char* ReadNumber(const char* text, char decimalSign, double& value);
+const char* ReadNumber(const char* text, char decimalSign, double& value);
 
 enum class TNumberState { Number, NoNumber, NotFinite, TooLarge, TooSmall };
 
@@ -27,6 +25,6 @@ struct TNumberReading {
 
 /// Reads a whole cell, blanks around the number allowed. "nan", "inf" and their like are NotFinite; a number
 /// that is not zero but would become zero is TooSmall.
-XYGRAPH_EXPORT TNumberReading ParseNumber(std::string_view cell, char decimalSign);
+TNumberReading ParseNumber(std::string_view cell, char decimalSign);
 
 } // namespace lumoplot

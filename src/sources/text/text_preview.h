@@ -4,7 +4,6 @@
 #include "sources/text/row_formulas.h"
 #include "sources/text/text_detect.h"
 #include "sources/text/text_rows.h"
-#include "support/export.h"
 
 #include <cstdint>
 #include <optional>
@@ -46,7 +45,7 @@ struct TTextPreview {
 /// The first `maxRows` rows at most, fewer when they are very long. Throws EFileError when the file can not
 /// be read or is no text; a file without numbers has its rows and readings.best.problem. Formulas that can
 /// not be used make nothing.
-XYGRAPH_EXPORT TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
-                                        const TTextWishes& wishes = {}, const TFormulaTexts& formulas = {});
+TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int maxRows,
+                         const TTextWishes& wishes = {}, const TFormulaTexts& formulas = {});
 
 } // namespace lumoplot

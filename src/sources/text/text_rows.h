@@ -3,7 +3,6 @@
 #pragma once
 
 #include "sources/text/text_format.h"
-#include "support/export.h"
 
 #include <array>
 #include <string>
@@ -13,7 +12,7 @@
 namespace lumoplot {
 
 /// The first CR or LF at or behind `text`, or `end`.
-XYGRAPH_EXPORT const char* FindLineEnd(const char* text, const char* end);
+const char* FindLineEnd(const char* text, const char* end);
 
 enum class TRowKind {
     Data,
@@ -37,7 +36,7 @@ enum class TTextEnd {
     File  ///< the file ends here, and with it the last row
 };
 
-class XYGRAPH_EXPORT TRowSplitter {
+class TRowSplitter {
 public:
     /// A quoted cell does not reach further than this: a quote that is never closed is a character of its
     /// cell and spoils one row, not the rest of the file.
@@ -86,6 +85,6 @@ private:
 };
 
 /// The text of a cell as UTF-8, doubled quotes made single.
-XYGRAPH_EXPORT std::string DisplayText(const TTextCell& cell, const TTextFormat& format);
+std::string DisplayText(const TTextCell& cell, const TTextFormat& format);
 
 } // namespace lumoplot

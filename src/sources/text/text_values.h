@@ -2,7 +2,6 @@
 #pragma once
 
 #include "sources/text/text_rows.h"
-#include "support/export.h"
 
 #include <cstdint>
 #include <span>
@@ -16,7 +15,7 @@ struct TRowProblem {
     std::string text;                    ///< "'abc' in column 2 (Voltage) is not a number"
 };
 
-class XYGRAPH_EXPORT TRowValues {
+class TRowValues {
 public:
     /// The format is borrowed.
     explicit TRowValues(const TTextFormat& format) : m_format(format) {}

@@ -1,3 +1,5 @@
+#include "data/analysis/least_squares.h"
+#include "data/analysis/statistics.h"
 #include "data/series/data_series.h"
 
 #include "common/special_values.h"

@@ -1,3 +1,4 @@
+#include "data/analysis/least_squares.h"
 #include "graph/model/child_graph.h"
 
 #include <gtest/gtest.h>

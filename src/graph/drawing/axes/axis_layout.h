@@ -23,7 +23,7 @@ struct TAxisFonts {
     TTextStyle Titles;
 };
 
-class XYGRAPH_EXPORT TAxisLayout {
+class TAxisLayout {
 public:
     /// The map covers the whole side of the plot rectangle inside the graph's `bounds`; `crossing` is that of
     /// the axis at right angles. The axis must have a consistent range.
@@ -68,9 +68,9 @@ private:
 };
 
 /// The scale map of an axis along its side of the plot rectangle.
-XYGRAPH_EXPORT TScaleMap MapOf(const TAxis& axis, const QRectF& plot);
+TScaleMap MapOf(const TAxis& axis, const QRectF& plot);
 /// The title that an axis is drawn with: with EnableAutoTitle, the name of the only data set on a Y axis (of
 /// the X data set on the X axis) stands in for an empty title or the one of a new graph.
-XYGRAPH_EXPORT QString TitleOf(const TAxis& axis);
+QString TitleOf(const TAxis& axis);
 
 } // namespace lumoplot

@@ -25,10 +25,10 @@ struct TNumberFormat {
 
 /// How many decimals `step` has (0.25: 2), at most 15. A step that is no short decimal fraction gets four
 /// significant digits.
-XYGRAPH_EXPORT int DecimalsOf(double step);
+int DecimalsOf(double step);
 
 /// Labels of one axis whose ticks lie `step` apart and reach up to `largest` in magnitude.
-class XYGRAPH_EXPORT TNumberLabels {
+class TNumberLabels {
 public:
     /// Fixed and Exp show the format's decimals unless AutoDecimals is set; Auto shows at least those that
     /// tell the ticks apart and turns to powers of ten from 1 million on and below 1 thousandth. `origin` is
@@ -44,7 +44,7 @@ private:
 };
 
 /// The label of 10^exponent times `mantissa` (1 to 9.99): plain, or as a power of ten.
-XYGRAPH_EXPORT TLabelText PowerLabel(double mantissa, int exponent);
-XYGRAPH_EXPORT TLabelText PlainLabel(double value, int decimals);
+TLabelText PowerLabel(double mantissa, int exponent);
+TLabelText PlainLabel(double value, int decimals);
 
 } // namespace lumoplot

@@ -9,7 +9,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TTextStyle {
+class TTextStyle {
 public:
     explicit TTextStyle(const TFontSpec& font);
 

@@ -16,14 +16,11 @@ namespace lumoplot {
 XYGRAPH_EXPORT QColor ToQColor(TColor color);
 XYGRAPH_EXPORT TColor ToColor(const QColor& color);
 /// The font with its size in units, laid out alike at every scale.
-XYGRAPH_EXPORT QFont ToQFont(const TFontSpec& settings);
+QFont ToQFont(const TFontSpec& settings);
 
-/// Whether a picture is shown or goes to paper.
-enum class TDrawPurpose { Show, Print };
-
-class XYGRAPH_EXPORT TCanvas {
+class TCanvas {
 public:
-    TCanvas(QPainter& painter, TDrawPurpose purpose);
+    XYGRAPH_EXPORT TCanvas(QPainter& painter, TDrawPurpose purpose);
 
     QPainter& Painter() const { return m_painter; }
     bool IsPrinting() const { return m_purpose == TDrawPurpose::Print; }

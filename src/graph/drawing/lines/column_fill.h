@@ -2,8 +2,6 @@
 // faster than a polygon of the same outline.
 #pragma once
 
-#include "support/export.h"
-
 #include <QPainter>
 #include <span>
 
@@ -16,7 +14,7 @@ struct TColumnSpan {
 };
 
 /// Fills the columns from `first` on; the painter's units are pixels of a raster, which is `clip` or larger.
-XYGRAPH_EXPORT void FillColumns(QPainter& painter, int first, std::span<const TColumnSpan> spans,
-                                const QColor& color, const QRect& clip);
+void FillColumns(QPainter& painter, int first, std::span<const TColumnSpan> spans, const QColor& color,
+                 const QRect& clip);
 
 } // namespace lumoplot

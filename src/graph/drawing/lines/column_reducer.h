@@ -9,7 +9,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TColumnReducer {
+class TColumnReducer {
 public:
     /// Points left of `firstX` count as one column, as do those right of `lastX` (device pixels).
     TColumnReducer(double firstX, double lastX);

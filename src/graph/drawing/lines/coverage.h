@@ -1,8 +1,6 @@
 // Many copies of one small shape, one above the other, collected as what each pixel still lets through.
 #pragma once
 
-#include "support/export.h"
-
 #include <QColor>
 #include <QImage>
 #include <QPainter>
@@ -13,7 +11,7 @@ namespace lumoplot {
 
 /// What the pixels of a small picture let through, 0 (nothing) to 256 (all), cut to those that are not
 /// transparent, in rows padded to a multiple of kStep.
-class XYGRAPH_EXPORT TStampMask {
+class TStampMask {
 public:
     static constexpr std::size_t kStep = 16; ///< pixels that a processor takes at once
 
@@ -31,7 +29,7 @@ private:
     std::vector<std::uint16_t> m_rows;
 };
 
-class XYGRAPH_EXPORT TCoverage {
+class TCoverage {
 public:
     TCoverage(std::int64_t width, std::int64_t height);
 

@@ -9,7 +9,7 @@
 namespace lumoplot {
 
 /// Draws polylines in device pixels (TCanvas::ToDeviceX) with a pen of TCanvas::Pen. They have been clipped.
-XYGRAPH_EXPORT void DrawPolylines(const TCanvas& canvas, const TPolylines& lines, const QPen& pen);
+void DrawPolylines(const TCanvas& canvas, const TPolylines& lines, const QPen& pen);
 
 /// Neighbouring pixel columns and what is covered of each.
 struct TColumnArea {
@@ -19,6 +19,6 @@ struct TColumnArea {
 
 /// The area that a line `width` pixels wide covers where it runs through column after column. For lines that
 /// are steeper than columns are wide.
-XYGRAPH_EXPORT TColumnArea AreaOfDenseLine(std::span<const QPointF> line, double width);
+TColumnArea AreaOfDenseLine(std::span<const QPointF> line, double width);
 
 } // namespace lumoplot

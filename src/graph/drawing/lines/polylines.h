@@ -2,8 +2,6 @@
 // are device pixels and finite.
 #pragma once
 
-#include "support/export.h"
-
 #include <QPointF>
 #include <QRectF>
 #include <cstddef>
@@ -19,7 +17,7 @@ inline double FarthestPlace(double place) {
 }
 
 /// A sequence of polylines. One of a single point stands for a dot.
-class XYGRAPH_EXPORT TPolylines {
+class TPolylines {
 public:
     void Add(QPointF point) { m_points.push_back(point); }
     /// Ends the polyline; the next point starts another. Does nothing when there is nothing to end.
@@ -39,6 +37,6 @@ private:
 };
 
 /// The parts of the polylines inside the rectangle; dots outside are left out.
-XYGRAPH_EXPORT TPolylines Clipped(const TPolylines& lines, const QRectF& rectangle);
+TPolylines Clipped(const TPolylines& lines, const QRectF& rectangle);
 
 } // namespace lumoplot

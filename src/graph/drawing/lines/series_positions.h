@@ -12,7 +12,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TSeriesPositions {
+class TSeriesPositions {
 public:
     using TTakeRun = std::function<void(std::span<const double> x, std::span<const double> y)>;
 

@@ -22,7 +22,7 @@ struct TPointGroup {
     bool IsRegular;
 };
 
-class XYGRAPH_EXPORT TSeriesSummary {
+class TSeriesSummary {
 public:
     static constexpr std::size_t kGroupSize = 64;
 
@@ -41,6 +41,6 @@ private:
 
 /// The summary of the data set as it is now, or null for one that is too small to gain by it. Summaries are
 /// kept for the data sets used last, as far as they fit into 64 MB.
-XYGRAPH_EXPORT std::shared_ptr<const TSeriesSummary> SummaryOf(const TSeries& series);
+std::shared_ptr<const TSeriesSummary> SummaryOf(const TSeries& series);
 
 } // namespace lumoplot

@@ -17,13 +17,13 @@ struct TSymbol {
 
 /// Draws the symbol around its centre. A wide point is a horizontal bar: as wide as the size says, a third of
 /// that high, at least the border. Crosses and stars are lines; filling does not change them.
-XYGRAPH_EXPORT void DrawSymbol(QPainter& painter, const TSymbol& symbol, QPointF centre);
+void DrawSymbol(QPainter& painter, const TSymbol& symbol, QPointF centre);
 
 /// The symbol of a data set in units.
-XYGRAPH_EXPORT TSymbol SymbolOf(const TSeries& series);
+TSymbol SymbolOf(const TSeries& series);
 
 /// The symbol in whole device pixels, with a size whose middle (a pixel or a line between pixels) suits its
 /// lines.
-XYGRAPH_EXPORT TSymbol InPixels(const TSymbol& symbol, double pixelsPerUnit);
+TSymbol InPixels(const TSymbol& symbol, double pixelsPerUnit);
 
 } // namespace lumoplot

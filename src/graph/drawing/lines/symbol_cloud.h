@@ -14,7 +14,7 @@
 namespace lumoplot {
 
 /// Which pixels of an area have been taken; each is given out once.
-class XYGRAPH_EXPORT TPixelSet {
+class TPixelSet {
 public:
     /// An area that is very large is not kept as a bitmap.
     TPixelSet(std::int64_t width, std::int64_t height);
@@ -55,7 +55,7 @@ void TPixelSet::VisitRow(std::int64_t y, TVisit visit) const {
             visit(static_cast<std::int64_t>(i * 64) + std::countr_zero(bits));
 }
 
-class XYGRAPH_EXPORT TSymbolCloud {
+class TSymbolCloud {
 public:
     /// Centres outside `area` (device pixels) are not drawn.
     TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const QRectF& area);

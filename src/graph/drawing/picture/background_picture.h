@@ -2,8 +2,6 @@
 // never while something is painted, and drawn without.
 #pragma once
 
-#include "support/export.h"
-
 #include <QImage>
 #include <string>
 
@@ -11,10 +9,10 @@ namespace lumoplot {
 
 /// The picture in the file of that name (any format that the toolkit reads), or a null image for none. A file
 /// that has changed is read again.
-XYGRAPH_EXPORT QImage BackgroundPicture(const std::string& fileName);
+QImage BackgroundPicture(const std::string& fileName);
 
 /// Tells through the message sink which files could not be read since the last time: "Can not read picture
 /// NAME". Runs by itself from the event loop; code that draws without one calls it.
-XYGRAPH_EXPORT void ReportBrokenPictures();
+void ReportBrokenPictures();
 
 } // namespace lumoplot

@@ -1,7 +1,6 @@
 // Draws a graph on any painter: the screen, a picture file, paper. What the screen shows, the picture shows.
 #pragma once
 
-#include "graph/drawing/lines/canvas.h"
 #include "graph/model/graph.h"
 
 #include <QRectF>

@@ -16,14 +16,14 @@ struct TAxisLayouts {
 
 /// The plot rectangle that the margins of Dimensions leave; empty where the rectangle is too small for a
 /// plot.
-XYGRAPH_EXPORT QRectF PlotInsideMargins(const TxyGraph& graph, const QRectF& rectangle);
+QRectF PlotInsideMargins(const TxyGraph& graph, const QRectF& rectangle);
 
 /// The layout of a graph whose axes have consistent ranges. Margins grow where texts would be clipped, as
 /// long as a fair part of the rectangle remains for the plot. Edges of the plot lie in the middle of device
 /// pixels, as the axis lines do.
-class XYGRAPH_EXPORT TGraphLayout {
+class TGraphLayout {
 public:
-    TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle);
+    XYGRAPH_EXPORT TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle);
 
     const QRectF& Plot() const { return m_plot; }
     bool HasPlot() const { return !m_plot.isEmpty(); }

@@ -26,7 +26,7 @@ struct TLegendLayout {
 /// Lays the legend out in the rectangle of its graph. Across, entries follow each other and go on in a new
 /// row where the width ends; down, each has a row. A width or height that is not above 0 fits the entries;
 /// the box grows in height until all entries have room, and stays inside the graph where it can.
-XYGRAPH_EXPORT TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle);
+TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle);
 
 /// Draws the legend unless it is not visible or has no entries.
 void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle);

@@ -1,5 +1,6 @@
 #include "graph/drawing/picture/regression_painter.h"
 
+#include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
 #include "graph/drawing/lines/column_reducer.h"
 #include "graph/drawing/lines/line_painter.h"

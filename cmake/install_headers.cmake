@@ -1,0 +1,15 @@
+# Run by the installation: copies the headers of src/public_headers.txt into one folder, where they include each other
+# by name. Expects LUMOPLOT_SOURCE, LUMOPLOT_SCRATCH (a folder of the build) and LUMOPLOT_INCLUDE (below the prefix).
+file(STRINGS ${LUMOPLOT_SOURCE}/public_headers.txt headers REGEX "^[^#]")
+file(REMOVE_RECURSE ${LUMOPLOT_SCRATCH})
+foreach(header ${headers})
+  get_filename_component(name ${header} NAME)
+  if(EXISTS ${LUMOPLOT_SCRATCH}/${name})
+    message(FATAL_ERROR "two public headers are called ${name}")
+  endif()
+  file(READ ${LUMOPLOT_SOURCE}/${header} text)
+  string(REGEX REPLACE "#include \"[a-z_/]*/([a-z_0-9]+\\.h)\"" "#include \"\\1\"" text "${text}")
+  file(WRITE ${LUMOPLOT_SCRATCH}/${name} "${text}")
+endforeach()
+file(GLOB copies ${LUMOPLOT_SCRATCH}/*.h)
+file(INSTALL DESTINATION "${CMAKE_INSTALL_PREFIX}/${LUMOPLOT_INCLUDE}" TYPE FILE FILES ${copies})
