@@ -73,8 +73,7 @@ int RunShots(const TArguments& arguments) {
 
 int RunWindow(const TArguments& arguments) {
     const TMessageBoxScope messages;
-    const TProgressMakerScope progress(
-        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
+    const TProgressMakerScope progress([] { return std::make_unique<TProgressWindow>(); });
     TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                        QStringLiteral("/templates"));
     window.RestorePlace();

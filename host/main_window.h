@@ -10,6 +10,7 @@
 #include <memory>
 
 class QLabel;
+class QPrinter;
 
 namespace Ui {
 class MainWindow;
@@ -74,6 +75,7 @@ private:
     void OnExportPicture();
     void OnPrintPreview();
     void OnPrint();
+    void Print(QPrinter& printer);
     void OnQuit() { close(); }
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();

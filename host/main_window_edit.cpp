@@ -15,7 +15,7 @@ namespace lumoplot {
 
 void TMainWindow::OpenData(const QString& fileName) {
     const bool added = [&] {
-        TProgressWindow progress(this);
+        TProgressWindow progress;
         return m_dataFiles->Add(fileName, progress);
     }();
     m_dataFiles->TellNotes();
@@ -48,7 +48,7 @@ void TMainWindow::OnAxesAndTitle() {
 
 bool TMainWindow::ReloadData() {
     const bool done = [&] {
-        TProgressWindow progress(this);
+        TProgressWindow progress;
         return m_dataFiles->ReloadAll(progress);
     }();
     m_dataFiles->TellNotes();

@@ -1,4 +1,5 @@
 // The graph as a picture: files, clipboard and paper.
+#include "dialogs/progress_window.h"
 #include "graph/drawing/picture/picture_file.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
@@ -27,7 +28,8 @@ void TMainWindow::OnExportPicture() {
     const QString filter = tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix);
     const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
     if (fileName.isEmpty()) return;
-    SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), dialog.Resolution() / kUnitsInInch);
+    const double scale = dialog.Resolution() / kUnitsInInch;
+    if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), scale)) return;
     m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
 }
 
@@ -45,14 +47,19 @@ void TMainWindow::OnPrintPreview() {
     QPrinter printer(QPrinter::HighResolution);
     QPrintPreviewDialog dialog(&printer, this);
     connect(&dialog, &QPrintPreviewDialog::paintRequested, this,
-            [this](QPrinter* page) { Guarded([&] { PrintGraph(*page, Graph()); }); });
+            [this](QPrinter* page) { Guarded([&] { Print(*page); }); });
     dialog.exec();
 }
 
 void TMainWindow::OnPrint() {
     QPrinter printer(QPrinter::HighResolution);
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) PrintGraph(printer, Graph());
+    if (dialog.exec() == QDialog::Accepted) Print(printer);
+}
+
+void TMainWindow::Print(QPrinter& printer) {
+    TBusyWindow busy("Printing...");
+    PrintGraph(printer, Graph(), busy);
 }
 
 } // namespace lumoplot

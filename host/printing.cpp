@@ -7,6 +7,7 @@
 #include <QPrinter>
 
 namespace lumoplot {
+
 QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
     const TDimensions& dimensions = *graph.Dimensions();
     const auto part = [](double length, int percent) { return length * std::min(percent, 100) / 100; };
@@ -17,14 +18,15 @@ QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page) {
     return {corner, QSizeF(graph.size()).scaled(room, Qt::KeepAspectRatio)};
 }
 
-void PrintGraph(QPrinter& printer, TxyGraph& graph) {
+void PrintGraph(QPrinter& printer, TxyGraph& graph, TProgress& progress) {
     PrepareWithChildGraphs(graph);
     QPainter painter;
     if (!painter.begin(&printer)) throw EFileError("The printer can not be used");
     const double scale = printer.resolution() / kUnitsInInch;
     painter.scale(scale, scale);
     const QSizeF page = printer.pageRect(QPrinter::DevicePixel).size() / scale;
-    DrawGraph(painter, graph, PlaceOnPage(graph, page), {.Purpose = TDrawPurpose::Print});
+    const TDrawOptions options{.Purpose = TDrawPurpose::Print, .Progress = &progress, .Caption = "Printing"};
+    if (!DrawGraph(painter, graph, PlaceOnPage(graph, page), options)) printer.abort();
 }
 
 QImage PictureOf(TxyGraph& graph, double scale) {

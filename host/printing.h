@@ -8,6 +8,7 @@ class QPrinter;
 
 namespace lumoplot {
 
+class TProgress;
 class TxyGraph;
 
 /// Units of drawing in an inch.
@@ -18,8 +19,9 @@ inline constexpr double kUnitsInInch = 96;
 /// is made smaller where it would leave the page.
 QRectF PlaceOnPage(const TxyGraph& graph, QSizeF page);
 
-/// Draws the graph at its place on the printer's page. Throws EFileError "The printer can not be used".
-void PrintGraph(QPrinter& printer, TxyGraph& graph);
+/// Draws the graph at its place on the printer's page; aborts the print when the user cancels. Throws
+/// EFileError "The printer can not be used".
+void PrintGraph(QPrinter& printer, TxyGraph& graph, TProgress& progress);
 
 /// The graph at the size of its panel, with `scale` pixels to a unit of 1/96 inch.
 QImage PictureOf(TxyGraph& graph, double scale);

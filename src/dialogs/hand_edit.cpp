@@ -43,7 +43,7 @@ bool ReadEveryRow(TSeries& series, QWidget* window) {
     if (!HoldsSomeRows(series)) return true;
     const TWholeBudget budget(series.Graph());
     const std::string name = series.SeriesName();
-    TProgressWindow progress(window);
+    TProgressWindow progress;
     const bool isLoaded = LoadFromSource(series, progress);
     series.SetSeriesName(name);
     return isLoaded;

@@ -11,18 +11,30 @@ namespace lumoplot {
 
 class XYWIDGETS_EXPORT TProgressWindow : public TProgress {
 public:
-    explicit TProgressWindow(QWidget* owner);
+    TProgressWindow();
 
     void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override;
     [[nodiscard]] bool StepTo(std::int64_t position) override;
 
-    TfrmSmallPrBar& Window() { return m_window; }
+    TfrmSmallPrBar& Window() { return *m_window; }
 
 private:
-    TfrmSmallPrBar m_window;
+    std::unique_ptr<TfrmSmallPrBar> m_window;
     std::int64_t m_minimum = 0;
     std::int64_t m_maximum = 0;
     int m_partsDone = 0;
+};
+
+/// The progress of work whose length says nothing: shows a reason in the place of a bar.
+class XYWIDGETS_EXPORT TBusyWindow : public TProgress {
+public:
+    explicit TBusyWindow(const std::string& reason);
+
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override;
+    [[nodiscard]] bool StepTo(std::int64_t position) override;
+
+private:
+    std::unique_ptr<TfrmSmallPrBar> m_window;
 };
 
 } // namespace lumoplot

@@ -139,8 +139,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     const TEditorUse use(holder);
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
-    const TProgressMakerScope progressMaker(
-        [] { return std::make_unique<TProgressWindow>(QApplication::activeWindow()); });
+    const TProgressMakerScope progressMaker([] { return std::make_unique<TProgressWindow>(); });
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
@@ -154,7 +153,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
     TakeSourceStates(graph, wizard.WorkGraph());
-    TProgressWindow progress(QApplication::activeWindow());
+    TProgressWindow progress;
     LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
     return true;

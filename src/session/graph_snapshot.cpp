@@ -43,6 +43,10 @@ void ReadSection(std::span<const TSectionRow<T>> rows, const TBytes& bytes, T& o
     ReadEntries(reader, rows, object);
 }
 
+bool SamePoints(const TSeriesState& a, const TSeriesState& b) {
+    return a.Points == b.Points || *a.Points == *b.Points;
+}
+
 TBytes RecordOf(const TSeries& series) {
     TBytes bytes;
     TxyWriter writer(bytes, TEncoding::Compact);
@@ -87,6 +91,8 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
     state.Extents = series.Extents();
     state.SourceRows = series.SourceRows();
     state.TextWishes = series.TextWishes();
+    state.FitRun = series.CurveFit().RunState();
+    state.RegressionStale = series.RegressionStale();
     state.IsThinned = series.IsThinned();
     state.NeedsReload = series.DataSourceInfo().NeedsReload();
     state.DataStamp = series.DataStamp();
@@ -96,19 +102,26 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
 // The points are away while the record is read, whose settings would merge them.
 void RestoreContent(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
     TPointChain points = series.SwapPoints({});
-    if (!state.SamePoints(present)) points = state.Points->ToChain();
+    if (!SamePoints(state, present)) points = state.Points->ToChain();
     TByteSource source(state.Record->Bytes());
     TxyReader reader(source);
     ReadSeries(reader, series);
-    series.SetTextWishes(state.TextWishes);
     series.SwapPoints(std::move(points));
+}
+
+void RestoreRegression(TSeries& series, bool stale) {
+    if (stale && !series.RegressionStale()) series.MarkRegressionStale();
+    if (!stale) series.UpdateRegression();
 }
 
 void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
     const bool held = series.UpdateDepth();
     series.SetUpdateDepth(true);
-    if (state != present) RestoreContent(series, state, present);
+    if (!state.SameContent(present)) RestoreContent(series, state, present);
     series.RestoreExtents(state.Extents);
+    series.CurveFit().RestoreRunState(state.FitRun);
+    RestoreRegression(series, state.RegressionStale);
+    series.SetTextWishes(state.TextWishes);
     series.SetSourceRows(state.SourceRows);
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
@@ -117,14 +130,23 @@ void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState
 
 } // namespace
 
+bool TSeriesState::SameContent(const TSeriesState& other) const {
+    return (Record == other.Record || Record->Bytes() == other.Record->Bytes()) && SamePoints(*this, other);
+}
+
+bool TSeriesState::operator==(const TSeriesState& other) const {
+    return SameContent(other) && TextWishes == other.TextWishes && SourceRows == other.SourceRows &&
+           IsThinned == other.IsThinned && FitRun.Result == other.FitRun.Result &&
+           FitRun.Error == other.FitRun.Error;
+}
+
 TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier,
                                std::shared_ptr<TMemoryMeter> meter)
     : m_dataDirectory(graph.Appearance()->DataDirectory()),
       m_xAxisSerIndex(graph.Appearance()->XAxisSerIndex()),
-      m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks().Marks()),
-      m_currentMark(graph.Marks().CurrentID()), m_meter(std::move(meter)),
+      m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks()), m_meter(std::move(meter)),
       m_cost(m_meter, sizeof(*this) + graph.Series().size() * sizeof(TSeriesState) +
-                          m_marks.size() * sizeof(TGraphMark)) {
+                          graph.Marks().Marks().size() * sizeof(TGraphMark)) {
     VisitSections(const_cast<TxyGraph&>(graph), [&](auto rows, const auto& object) {
         const TBytesPointer* before = earlier ? &earlier->m_settings[m_settings.size()] : nullptr;
         m_settings.push_back(Share(SectionOf(rows, object), before, m_meter));
@@ -143,14 +165,14 @@ bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {
 }
 
 bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
-    return m_series == other.m_series && m_marks == other.m_marks && SameSettings(other);
+    return m_series == other.m_series && Marks() == other.Marks() && SameSettings(other);
 }
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.BeginUpdate();
     RestoreSettings(graph);
     RestoreSeries(graph);
-    RestoreMarks(graph);
+    graph.SetMarks(m_marks);
     // Not by the setter: it refuses a data set that has allowed duplicates since it became X.
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
     for (const auto& series : graph.Series()) series->SetUseXAxisSeries(m_xAxisSerIndex > 0);
@@ -178,14 +200,6 @@ void TGraphSnapshot::RestoreSeries(TxyGraph& graph) const {
     const TGraphSnapshot present(graph, this, m_meter);
     for (std::size_t i = 0; i < m_series.size(); ++i)
         RestoreState(*graph.Series()[i], m_series[i], present.m_series[i]);
-}
-
-void TGraphSnapshot::RestoreMarks(TxyGraph& graph) const {
-    if (graph.Marks().Marks() != m_marks) {
-        graph.ClearMarks();
-        for (const auto& [id, mark] : m_marks) graph.SetMark(mark);
-    }
-    graph.SelectMark(m_currentMark);
 }
 
 } // namespace lumoplot

@@ -1,9 +1,11 @@
-// The content of a graph at one moment, kept in memory so that it can be put back exactly: settings, data
-// sets with their points and what is known of their sources, and marks. Child graphs are left out, as nothing
-// in the editor changes them. Snapshots taken one after the other share what has not changed between them.
+// The state of a graph at one moment, kept in memory so that it can be put back exactly: settings, data sets
+// with their points and what is known of their sources and fits, and marks. Child graphs are left out, as
+// nothing in the editor changes them. Snapshots taken one after the other share what has not changed between
+// them.
 #pragma once
 
 #include "data/points/point_snapshot.h"
+#include "fit/definition/cur_fit.h"
 #include "graph/model/graph.h"
 #include "stream/items.h"
 
@@ -34,18 +36,16 @@ struct TSeriesState {
     TSeriesExtents Extents;
     TSourceRows SourceRows;
     TTextWishes TextWishes;
+    TFitRunState FitRun;
     bool IsThinned = false;
     bool NeedsReload = false;
+    bool RegressionStale = false;
     std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
 
-    bool SameSettings(const TSeriesState& other) const {
-        const bool sameRecord = Record == other.Record || Record->Bytes() == other.Record->Bytes();
-        return sameRecord && TextWishes == other.TextWishes;
-    }
-    bool SamePoints(const TSeriesState& other) const {
-        return Points == other.Points || *Points == *other.Points;
-    }
-    bool operator==(const TSeriesState& other) const { return SameSettings(other) && SamePoints(other); }
+    /// What a file holds is the same.
+    bool SameContent(const TSeriesState& other) const;
+    /// The same for a user: what only waits to be worked out anew is not looked at.
+    bool operator==(const TSeriesState& other) const;
 };
 
 class TGraphSnapshot {
@@ -53,22 +53,21 @@ public:
     /// Of the graph as it is. What is as in `earlier` (may be null) is shared with it.
     TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier, std::shared_ptr<TMemoryMeter> meter);
 
-    /// Gives the graph this content. Data sets that have it already are not touched; the data sets are 1, 2,
+    /// Gives the graph this state. Data sets that have it already are not touched; the data sets are 1, 2,
     /// 3, … afterwards, and the current one is `currSerIndex`.
     void Restore(TxyGraph& graph, int currSerIndex) const;
 
     /// All data sets, in order.
     const std::vector<TSeriesState>& Series() const { return m_series; }
-    const std::map<int, TGraphMark>& Marks() const { return m_marks; }
+    const std::map<int, TGraphMark>& Marks() const { return m_marks.Marks(); }
     /// CurrSerIndex when it was taken.
     int CurrSerIndex() const { return m_currSerIndex; }
-    bool SameSettings(const TGraphSnapshot& other) const;
     /// The same but for the current data set and the current mark.
     bool operator==(const TGraphSnapshot& other) const;
 
 private:
+    bool SameSettings(const TGraphSnapshot& other) const;
     void RestoreSettings(TxyGraph& graph) const;
-    void RestoreMarks(TxyGraph& graph) const;
     void RestoreSeries(TxyGraph& graph) const;
 
     std::vector<std::shared_ptr<const TSharedBytes>> m_settings; ///< in the order of the file's sections
@@ -76,8 +75,7 @@ private:
     int m_xAxisSerIndex;
     int m_currSerIndex;
     std::vector<TSeriesState> m_series;
-    std::map<int, TGraphMark> m_marks;
-    int m_currentMark;
+    TMarkChain m_marks;
     std::shared_ptr<TMemoryMeter> m_meter;
     TMeteredBytes m_cost; ///< of what is not shared
 };

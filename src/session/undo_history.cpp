@@ -6,7 +6,7 @@ namespace lumoplot {
 
 void TUndoHistory::Start() {
     Stop();
-    m_states.push_back({TGraphSnapshot(m_graph, nullptr, m_meter), 0, {}, 0});
+    m_states.push_back({TGraphSnapshot(m_graph, nullptr, m_meter), ++m_lastId});
     KeepWithinLimit();
 }
 
@@ -16,7 +16,7 @@ void TUndoHistory::Stop() {
     m_isOpen = false;
 }
 
-bool TUndoHistory::Note(const TNaming& naming, TMergeKey mergeKey) {
+bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
     if (m_states.empty()) return false;
     TState& present = m_states[m_present];
     TGraphSnapshot now(m_graph, &present.Graph, m_meter);
@@ -25,28 +25,45 @@ bool TUndoHistory::Note(const TNaming& naming, TMergeKey mergeKey) {
         return false;
     }
     DropRedo();
-    const bool joins = m_isOpen && CanUndo() && mergeKey != 0 && present.MergeKey == mergeKey;
-    if (!joins) {
-        const std::string name = naming(present.Graph, now);
-        const int currSerIndex = now.CurrSerIndex();
-        m_states.push_back({std::move(now), currSerIndex, name, mergeKey});
-        ++m_present;
-    } else if (now == m_states[m_present - 1].Graph) {
-        m_states.pop_back();
-        --m_present;
+    if (m_isOpen && CanUndo() && key && present.Key == key) {
+        Join(std::move(now), naming);
     } else {
-        present.StepName = naming(m_states[m_present - 1].Graph, now);
-        present.Graph = std::move(now);
+        const int currSerIndex = now.CurrSerIndex();
+        std::string name = naming(present.Graph, now);
+        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key});
+        ++m_present;
     }
     m_isOpen = true;
     KeepWithinLimit();
     return true;
 }
 
+void TUndoHistory::Join(TGraphSnapshot now, const TNaming& naming) {
+    if (now == m_states[m_present - 1].Graph) {
+        m_states.pop_back();
+        --m_present;
+        return;
+    }
+    TState& present = m_states[m_present];
+    present.StepName = naming(m_states[m_present - 1].Graph, now);
+    present.Id = ++m_lastId;
+    present.Graph = std::move(now);
+}
+
 void TUndoHistory::Absorb() {
     if (m_states.empty()) return;
     TGraphSnapshot& present = m_states[m_present].Graph;
     present = TGraphSnapshot(m_graph, &present, m_meter);
+}
+
+void TUndoHistory::PutBack() {
+    if (m_states.empty()) return;
+    const TGraphSnapshot& state = m_states[m_present].Graph;
+    state.Restore(m_graph, state.CurrSerIndex());
+}
+
+void TUndoHistory::DropRedo() {
+    m_states.erase(m_states.begin() + static_cast<std::ptrdiff_t>(m_present) + 1, m_states.end());
 }
 
 void TUndoHistory::KeepWithinLimit() {
@@ -59,6 +76,7 @@ void TUndoHistory::KeepWithinLimit() {
 
 void TUndoHistory::Undo() {
     if (!CanUndo()) return;
+    Absorb();
     --m_present;
     m_isOpen = false;
     const TGraphSnapshot& state = m_states[m_present].Graph;
@@ -67,6 +85,7 @@ void TUndoHistory::Undo() {
 
 void TUndoHistory::Redo() {
     if (!CanRedo()) return;
+    Absorb();
     ++m_present;
     m_isOpen = false;
     m_states[m_present].Graph.Restore(m_graph, m_states[m_present].CurrSerIndex);

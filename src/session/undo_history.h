@@ -1,9 +1,9 @@
-// The steps that can be undone and redone on a graph: the states that it went through, each a snapshot that
-// shares with its neighbours what did not change. It is told when to look at the graph; what it finds changed
-// then becomes a step, whoever has changed it.
+// The states that a graph went through, each a snapshot that shares with its neighbours what did not change,
+// and the names of the steps between them. It is told when to look at the graph; TGraphSession tells it.
 #pragma once
 
 #include "session/graph_snapshot.h"
+#include "session/merge_key.h"
 
 #include <deque>
 #include <functional>
@@ -19,20 +19,27 @@ public:
 
     /// The name of a step by what it changed.
     using TNaming = std::function<std::string(const TGraphSnapshot& before, const TGraphSnapshot& after)>;
-    /// Steps with the same key that follow each other are one; 0 is never the same.
-    using TMergeKey = std::uint64_t;
 
     /// Forgets all steps and starts with the graph as it is.
     XYGRAPH_EXPORT void Start();
     /// Forgets everything; nothing is recorded until Start.
     XYGRAPH_EXPORT void Stop();
+    bool IsRecording() const { return !m_states.empty(); }
+
     /// Makes what has changed since the last look a step, behind which nothing can be redone; true when
-    /// something has. A step that takes the one before it back to where that began removes it. The oldest
-    /// steps are dropped while the states take more memory than the limit; a graph that is larger than that
-    /// alone ends the recording.
-    XYGRAPH_EXPORT bool Note(const TNaming& naming, TMergeKey mergeKey = 0);
-    /// Takes what has changed since the last look into the present state: it belongs to no step.
+    /// something has. A step with the key of the one before it joins that, and removes it when it takes it
+    /// back to where it began. The oldest steps are dropped while the states take more memory than the limit;
+    /// a graph that is larger than that alone ends the recording.
+    XYGRAPH_EXPORT bool Note(const TNaming& naming, TMergeKey key = {});
+    bool Note(const std::string& name, TMergeKey key = {}) {
+        return Note([&name](const TGraphSnapshot&, const TGraphSnapshot&) { return name; }, key);
+    }
+    /// Takes what has changed since the last look into the present state: it belongs to no step of its own.
     XYGRAPH_EXPORT void Absorb();
+    /// Puts back what the graph was at the last look.
+    XYGRAPH_EXPORT void PutBack();
+    /// The next step joins none.
+    void EndMerging() { m_isOpen = false; }
 
     bool CanUndo() const { return m_present > 0; }
     bool CanRedo() const { return m_present + 1 < m_states.size(); }
@@ -40,32 +47,35 @@ public:
     std::string UndoName() const { return CanUndo() ? m_states[m_present].StepName : std::string(); }
     std::string RedoName() const { return CanRedo() ? m_states[m_present + 1].StepName : std::string(); }
     /// Puts the state before the last step back, with the data set current that the step was made on. What
-    /// has changed since the last look is lost: call Note before.
+    /// has changed since the last look goes with the step that it followed.
     XYGRAPH_EXPORT void Undo();
     /// Does the step again that was undone last.
     XYGRAPH_EXPORT void Redo();
 
+    /// A number of the present state that no other state has or had; 0 while nothing is recorded.
+    std::uint64_t PresentId() const { return m_states.empty() ? 0 : m_states[m_present].Id; }
     int StepCount() const { return m_states.empty() ? 0 : static_cast<int>(m_states.size()) - 1; }
     std::size_t MemoryUsed() const { return m_meter->Bytes; }
 
 private:
     struct TState {
         TGraphSnapshot Graph;
-        int CurrSerIndex;     ///< right behind the step; the snapshot has that before the next one
-        std::string StepName; ///< of the step that led here
-        TMergeKey MergeKey;
+        std::uint64_t Id;
+        int CurrSerIndex = 0;      ///< right behind the step; the snapshot has that before the next one
+        std::string StepName = {}; ///< of the step that led here
+        TMergeKey Key = {};
     };
 
-    void DropRedo() {
-        m_states.erase(m_states.begin() + static_cast<std::ptrdiff_t>(m_present) + 1, m_states.end());
-    }
+    void DropRedo();
     void KeepWithinLimit();
+    void Join(TGraphSnapshot now, const TNaming& naming);
 
     TxyGraph& m_graph;
     std::size_t m_memoryLimit;
     std::shared_ptr<TMemoryMeter> m_meter = std::make_shared<TMemoryMeter>();
     std::deque<TState> m_states; ///< from the oldest on; empty while nothing is recorded
     std::size_t m_present = 0;
+    std::uint64_t m_lastId = 0;
     bool m_isOpen = false; ///< the last thing that happened was a step, which the next may join
 };
 

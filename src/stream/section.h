@@ -25,6 +25,7 @@ struct TSectionRow {
     void (*write)(TxyWriter&, const TSectionRow&, const T&); ///< null: read but never written
     void (*read)(TxyReader&, T&);
     bool (*isWritten)(const T&) = nullptr; ///< null: always
+    void (*reset)(T&) = nullptr;           ///< puts the default; null: there is none
 };
 
 namespace section {

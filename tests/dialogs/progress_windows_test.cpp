@@ -201,7 +201,7 @@ TEST_F(ProgressWindows, ACancelledFilterEnds) {
     TPointChain points;
     points.AddAll(x, x, {});
     series.SwapPoints(std::move(points));
-    TProgressWindow progress(&Main);
+    TProgressWindow progress;
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, &Main, [&] {
         if (progress.Window().isVisible()) Click(progress.Window(), "btnCancel");
@@ -217,7 +217,7 @@ TEST_F(ProgressWindows, ACancelledFilterEnds) {
 }
 
 TEST_F(ProgressWindows, PositionsBeyondAnIntMoveTheBar) {
-    TProgressWindow progress(&Main);
+    TProgressWindow progress;
     progress.Begin("Reading", 1'000'000'000'000, 3'000'000'000'000);
     progress.Window().show();
     EXPECT_TRUE(progress.StepTo(2'000'000'000'000));

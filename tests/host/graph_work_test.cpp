@@ -2,6 +2,7 @@
 #include "host/printing.h"
 #include "host/window_fixture.h"
 #include "support/errors.h"
+#include "support/progress.h"
 
 #include <QCheckBox>
 #include <QImage>
@@ -199,13 +200,14 @@ TEST_F(GraphWork, ThePercentagesOfDimensionsPlaceTheGraphOnThePage) {
 }
 
 TEST_F(GraphWork, PrintingToAnUnusablePlaceIsAnError) {
+    TSilentProgress silent;
     QPrinter printer;
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(PathOf("page.pdf"));
-    PrintGraph(printer, Graph());
+    PrintGraph(printer, Graph(), silent);
     EXPECT_TRUE(Read(PathOf("page.pdf")).startsWith("%PDF"));
     printer.setOutputFileName(PathOf("missing/page.pdf"));
-    EXPECT_THROW(PrintGraph(printer, Graph()), EFileError);
+    EXPECT_THROW(PrintGraph(printer, Graph(), silent), EFileError);
 }
 
 } // namespace

@@ -165,6 +165,8 @@ public:
     std::optional<TSpread> CorrectedSpread() const;
 
     bool RegressionStale() const { return m_regressionStale; }
+    /// The next request works the regression out anew. No notification.
+    void MarkRegressionStale();
     /// When RegressionStale is set, clears it and works out the regression of the raw Y: the Derived of the
     /// points, RegressionLine or RegressionCurve, as ComputeRegression says for each type. Throws
     /// ERegressionError as that does; all results are then empty, and RegressionError keeps the text.
@@ -202,7 +204,6 @@ private:
     };
 
     void MarkResultsStale();
-    void MarkRegressionStale();
     void ClearRegression();
     void MarkFitStale();
     void CurveFitChanged();

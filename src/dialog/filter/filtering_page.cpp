@@ -156,7 +156,7 @@ void TFilteringPage::Filter(TSeries& series) {
     if (!LoadAllPoints(series)) return;
     TFilteredPoints result;
     {
-        TProgressWindow progress(window());
+        TProgressWindow progress;
         result = FilterBand(series, m_settings, progress);
     }
     if (result.Outcome == TFilterOutcome::Refused) ShowMessage(kFailure, TMessageKind::Error);
@@ -215,7 +215,7 @@ bool TFilteringPage::LoadAllPoints(TSeries& series) {
     if (!series.IsThinned()) return true;
     const TPlotBudget budget(Context().WorkGraph());
     const std::string name = series.SeriesName();
-    TProgressWindow progress(window());
+    TProgressWindow progress;
     const bool isLoaded = LoadFromSource(series, progress);
     series.SetSeriesName(name);
     return isLoaded;

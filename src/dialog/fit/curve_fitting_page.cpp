@@ -1,6 +1,5 @@
 #include "dialog/fit/curve_fitting_page.h"
 
-#include "controls/number_edit.h"
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_result_text.h"
@@ -9,7 +8,7 @@
 #include "dialogs/edit_script.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
-#include "fit/equation_editor/formula_check.h"
+#include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/parameter_group.h"
 #include "graph/fitting/series_fitting.h"
 #include "ui_curve_fitting_page.h"
@@ -28,13 +27,13 @@ TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
     MakeGroups();
-    ConnectEquation();
     ConnectCurve();
     ConnectActions();
 }
 
 // An edit that loses the focus while the page's base destroys it must not reach the groups.
 TCurveFittingPage::~TCurveFittingPage() {
+    delete m_formula;
     delete m_parameters;
     delete m_templates;
     delete m_settings;
@@ -52,6 +51,12 @@ void TCurveFittingPage::MakeGroups() {
                                         .Vary = m_ui->cb_ParamVary,
                                         .ShowInLegend = m_ui->cb_ParamInLegend},
                                        this);
+    m_formula = new TFormulaGroup(*this,
+                                  {.Formula = m_ui->m_Equation,
+                                   .XVarName = m_ui->e_XVarName,
+                                   .Fault = m_ui->lblFault,
+                                   .AddUnknown = m_ui->btnAddUnknown},
+                                  *m_parameters, this);
     m_templates = new TTemplateGroup(*this,
                                      {.List = m_ui->lb_Templates,
                                       .New = m_ui->btnAddTemplate,
@@ -89,19 +94,6 @@ void TCurveFittingPage::FitEdited() {
     ShowResult();
 }
 
-void TCurveFittingPage::ConnectEquation() {
-    connect(m_ui->m_Equation, &TFormulaEdit::FormulaEdited, this, [this](const QString& formula) {
-        EditFit([&](TCurFit& fit) { fit.SetExpression(formula.toStdString()); });
-    });
-    connect(m_ui->e_XVarName, &QLineEdit::textEdited, this, [this](const QString& text) {
-        EditFit([&](TCurFit& fit) {
-            const std::string name = text.toStdString();
-            MarkEdit(*m_ui->e_XVarName, QString::fromStdString(name.empty() ? "" : XNameFault(fit, name)));
-            fit.SetXVarName(name);
-        });
-    });
-}
-
 void TCurveFittingPage::ConnectCurve() {
     connect(m_ui->cbx_CurveLine, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnableControls();
@@ -119,8 +111,6 @@ void TCurveFittingPage::ConnectCurve() {
 }
 
 void TCurveFittingPage::ConnectActions() {
-    connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
-            [this] { m_parameters->AddVaried(m_unknownNames); });
     connect(m_ui->btnFit, &QPushButton::clicked, this, &TCurveFittingPage::RunFit);
     connect(m_ui->btnCopyResult, &QPushButton::clicked, this, [this] {
         if (const TCurFit* fit = Fit())
@@ -133,13 +123,11 @@ void TCurveFittingPage::ConnectActions() {
 
 void TCurveFittingPage::FillFrom(TSeries& series) {
     const TFillingScope filling(Context());
-    const TCurFit& fit = series.CurveFit();
     m_settings->Fill();
     m_parameters->Refill();
     m_templates->Refill();
-    m_ui->m_Equation->ShowFormula(QString::fromStdString(fit.Expression()));
-    ShowNumberText(*m_ui->e_XVarName, fit.XVarName());
-    ShowCurveLook(fit);
+    m_formula->Fill();
+    ShowCurveLook(series.CurveFit());
     FitEdited();
 }
 
@@ -152,10 +140,7 @@ void TCurveFittingPage::ShowCurveLook(const TCurFit& fit) {
 void TCurveFittingPage::ShowNothing() {
     m_parameters->Fill();
     m_templates->Fill();
-    m_ui->m_Equation->ShowFormula({});
-    m_ui->m_Equation->Mark({});
-    m_ui->lblFault->clear();
-    m_ui->btnAddUnknown->hide();
+    m_formula->ShowNothing();
     m_ui->plot->ShowNothing();
     m_ui->m_FitResult->hide();
 }
@@ -209,11 +194,8 @@ void TCurveFittingPage::ShowFunction() {
     if (!series || !isVisible()) return;
     Guarded([&] {
         const TCurFit& fit = series->CurveFit();
-        const TFormulaCheck check = CheckFormula(fit, m_ui->m_Equation->toPlainText().toStdString());
-        m_unknownNames = check.UnknownNames;
-        m_ui->m_Equation->Mark(QString::fromStdString(fit.IsEnabled() ? check.Fault : ""));
-        m_ui->lblFault->setText(QString::fromStdString(check.Text()));
-        m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
+        const TFormulaCheck check = m_formula->Check();
+        if (!fit.IsEnabled()) m_ui->m_Equation->Mark({});
         if (series->ExtentsStale()) series->RecalcExtents();
         const QString note =
             fit.IsEnabled() ? QString() : QStringLiteral("Choose a Curve Fitting Status to draw a function");

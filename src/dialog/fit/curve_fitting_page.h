@@ -6,8 +6,6 @@
 #include "fit/equation_editor/fit_access.h"
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace Ui {
 class TCurveFittingPage;
@@ -16,6 +14,7 @@ class TCurveFittingPage;
 namespace lumoplot {
 
 class TFitSettingsGroup;
+class TFormulaGroup;
 class TParameterGroup;
 class TTemplateGroup;
 
@@ -41,7 +40,6 @@ private:
     void FitEdited() override;
 
     void MakeGroups();
-    void ConnectEquation();
     void ConnectCurve();
     void ConnectActions();
     void ShowCurveLook(const TCurFit& fit);
@@ -54,8 +52,8 @@ private:
     void RunEditor();
 
     std::unique_ptr<Ui::TCurveFittingPage> m_ui;
-    std::vector<std::string> m_unknownNames;
     TParameterGroup* m_parameters = nullptr;
+    TFormulaGroup* m_formula = nullptr;
     TTemplateGroup* m_templates = nullptr;
     TFitSettingsGroup* m_settings = nullptr;
 };

@@ -52,7 +52,7 @@ bool IsRearranged(const TStates& before, const TStates& after) {
 std::string NameOfSeriesChange(const TSeriesState& before, const TSeriesState& after,
                                const QString& caption) {
     const std::string& name = before.Name;
-    if (!before.SamePoints(after)) {
+    if (before.Points != after.Points && !(*before.Points == *after.Points)) {
         const bool loaded = after.SourceRows.Used > 0 || after.IsThinned;
         return (loaded ? "load " : "edit points of ") + Shortened(name);
     }

@@ -183,13 +183,13 @@ std::string TUndoRecorder::NameOf(const TGraphSnapshot& before, const TGraphSnap
 }
 
 /// What is typed into one edit is one step, and so is a drag or a turn of the wheel over the graph.
-TUndoHistory::TMergeKey TUndoRecorder::MergeKey() const {
+TMergeKey TUndoRecorder::MergeKey() const {
     const QWidget* control = m_control;
     const bool merges = qobject_cast<const QLineEdit*>(control) ||
                         qobject_cast<const QAbstractSpinBox*>(control) ||
                         qobject_cast<const QPlainTextEdit*>(control) ||
                         qobject_cast<const QTextEdit*>(control) || control == &m_graph;
-    return merges && m_stepName.empty() ? m_session : 0;
+    return merges && m_stepName.empty() ? TMergeKey{this, m_session} : TMergeKey{};
 }
 
 } // namespace lumoplot

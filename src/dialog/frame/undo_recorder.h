@@ -57,14 +57,14 @@ private:
     void BeginEvent(QWidget& control, QEvent::Type type);
     void Absorb();
     std::string NameOf(const TGraphSnapshot& before, const TGraphSnapshot& after) const;
-    TUndoHistory::TMergeKey MergeKey() const;
+    TMergeKey MergeKey() const;
 
     QWidget& m_window;
     TxyGraph& m_graph;
     TUndoHistory m_history;
     QPointer<QWidget> m_control; ///< that got the last input
     std::string m_stepName;
-    TUndoHistory::TMergeKey m_session = 1; ///< another one when the input goes elsewhere
+    std::uint64_t m_session = 1; ///< another one when the input goes elsewhere
     bool m_isRecording = false;
     bool m_isPending = false; ///< an event may have changed something that nobody has looked for
     bool m_isQueued = false;

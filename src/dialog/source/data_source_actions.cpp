@@ -153,7 +153,7 @@ void TDataSourcePage::Load(TSeries& series) {
     if (!CanLoad(series)) return;
     m_report.reset();
     m_failureTold = true; // until it is done
-    TProgressWindow progress(window());
+    TProgressWindow progress;
     auto report = std::make_unique<TTextReport>();
     try {
         if (!LoadFromSource(series, progress, report.get())) return ShowKind(series);

@@ -56,7 +56,7 @@ bool TDataSourcePage::AddDataSet(const TSeries& like, const std::string& yColumn
     series.SetDuplicatesAllowed(like.DuplicatesAllowed());
     series.SetSeriesName(NameOfSource(series.DataSourceInfo(), 1));
     bool isLoaded = false;
-    TProgressWindow progress(window());
+    TProgressWindow progress;
     Guarded([&] { isLoaded = LoadFromSource(series, progress); });
     if (!isLoaded) graph.DeleteSeries(number);
     return isLoaded;

@@ -56,7 +56,7 @@ void TCurFit::Changed(bool modified) {
 }
 
 void TCurFit::FitDone(TFitResult result) {
-    m_result = std::make_unique<const TFitResult>(std::move(result));
+    m_result = std::make_shared<const TFitResult>(std::move(result));
     m_fitError.clear();
     m_modified = true;
     m_stale = false;
@@ -80,6 +80,15 @@ void TCurFit::TakeFailure(const std::string& error) {
     m_result.reset();
     m_fitError = error;
     NotifyDisplay();
+}
+
+void TCurFit::RestoreRunState(const TFitRunState& state) {
+    if (RunState() == state) return;
+    ++m_revision;
+    m_modified = state.Modified;
+    m_stale = state.Stale;
+    m_result = state.Result;
+    m_fitError = state.Error;
 }
 
 void TCurFit::NotifyDisplay() {

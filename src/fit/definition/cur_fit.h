@@ -59,6 +59,16 @@ struct TDBLFunction {
     std::string Description;
 };
 
+/// What is known of the last run of a fit, which no file holds.
+struct TFitRunState {
+    bool Modified = false;
+    bool Stale = false;
+    std::shared_ptr<const TFitResult> Result; ///< null when there was none
+    std::string Error;
+
+    bool operator==(const TFitRunState&) const = default;
+};
+
 /// A definition is one whether or not its formula compiles: loading and copying keep it whole, and the error
 /// comes where it is compiled. Whatever frees parameters also forgets what was compiled with them.
 class TCurFit : public TExpressionParser {
@@ -98,6 +108,9 @@ public:
     void TakeValues(const TCurFit& run);
     /// A run was not possible. Only OnChange is called.
     void TakeFailure(const std::string& error);
+    /// For those who put a former state back, behind its definition; silently.
+    TFitRunState RunState() const { return {m_modified, m_stale, m_result, m_fitError}; }
+    void RestoreRunState(const TFitRunState& state);
 
     const std::string& XVarName() const { return m_settings.XVarName; }
     const std::string& Expression() const { return m_settings.Expression; }
@@ -239,7 +252,7 @@ private:
     bool m_modified = false;
     bool m_stale = false;
     std::uint64_t m_revision = 0;
-    std::unique_ptr<const TFitResult> m_result;
+    std::shared_ptr<const TFitResult> m_result;
     std::string m_fitError;
     std::vector<std::unique_ptr<TDBLParameter>> m_parameters;
     std::vector<std::unique_ptr<TDBLFunction>> m_templates;

@@ -1,8 +1,7 @@
 #include "fit/equation_editor/frm_calc.h"
 
-#include "controls/number_edit.h"
 #include "fit/equation_editor/fit_settings_group.h"
-#include "fit/equation_editor/formula_check.h"
+#include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/function_list.h"
 #include "fit/equation_editor/parameter_group.h"
 #include "support/number_text.h"
@@ -26,7 +25,7 @@ TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
         m_ui->lb_Functions->addItem(QString::fromLatin1(function.Piece));
     m_ui->keypad->TakeKeys(*m_ui->e_Expression);
     MakeGroups();
-    ConnectFormula();
+    ConnectEvaluation();
     ConnectPieces();
     ConnectClosing();
     Guarded([&] { PrepareFolder(); });
@@ -35,6 +34,7 @@ TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
 
 // An edit that loses the focus while the dialog's base destroys it must not reach the groups.
 TfrmCalc::~TfrmCalc() {
+    delete m_formula;
     delete m_parameters;
     delete m_settings;
 }
@@ -53,6 +53,12 @@ void TfrmCalc::MakeGroups() {
                                         .StartDeviation = m_ui->e_StartDeviation,
                                         .FinalDeviation = m_ui->e_FinalDeviation},
                                        this);
+    m_formula = new TFormulaGroup(*this,
+                                  {.Formula = m_ui->e_Expression,
+                                   .XVarName = m_ui->e_XVarName,
+                                   .Fault = m_ui->lblFault,
+                                   .AddUnknown = m_ui->btnAddUnknown},
+                                  *m_parameters, this);
     m_settings = new TFitSettingsGroup(*this,
                                        {.NPoints = m_ui->e_NPoints,
                                         .Tolerance = m_ui->e_Tolerance,
@@ -64,26 +70,13 @@ void TfrmCalc::MakeGroups() {
                                        this);
 }
 
-void TfrmCalc::ConnectFormula() {
-    connect(m_ui->e_Expression, &TFormulaEdit::FormulaEdited, this, [this](const QString& formula) {
-        EditFit([&](TCurFit& fit) { fit.SetExpression(formula.toStdString()); });
-    });
-    connect(m_ui->e_XVarName, &QLineEdit::textEdited, this, [this](const QString& text) {
-        EditFit([&](TCurFit& fit) {
-            const std::string name = text.toStdString();
-            MarkEdit(*m_ui->e_XVarName, QString::fromStdString(name.empty() ? "" : XNameFault(fit, name)));
-            fit.SetXVarName(name);
-            ShowXName();
-        });
-    });
+void TfrmCalc::ConnectEvaluation() {
     connect(m_ui->e_X, &TValueEdit::ValueEdited, this, [this](double x) {
         m_x = x;
         m_ui->e_Result->clear();
     });
     connect(m_ui->btnResult, &QPushButton::clicked, this, [this] { Guarded([&] { Evaluate(); }); });
     m_ui->e_X->installEventFilter(this);
-    connect(m_ui->btnAddUnknown, &QPushButton::clicked, this,
-            [this] { m_parameters->AddVaried(m_unknownNames); });
 }
 
 void TfrmCalc::ConnectPieces() {
@@ -135,11 +128,9 @@ void TfrmCalc::showEvent(QShowEvent* event) {
 void TfrmCalc::Fill() {
     m_parameters->Fill();
     m_settings->Fill();
-    m_ui->e_Expression->ShowFormula(QString::fromStdString(m_fit.Expression()));
-    ShowNumberText(*m_ui->e_XVarName, m_fit.XVarName());
+    m_formula->Fill();
     m_x = 0;
     m_ui->e_X->ShowValue(m_x);
-    ShowXName();
     ShowFileName(m_fileName);
     FitEdited();
 }
@@ -151,11 +142,8 @@ void TfrmCalc::ShowXName() {
 // What the result belongs to may have changed with any edit.
 void TfrmCalc::FitEdited() {
     m_ui->e_Result->clear();
-    const TFormulaCheck check = CheckFormula(m_fit, m_ui->e_Expression->toPlainText().toStdString());
-    m_ui->e_Expression->Mark(QString::fromStdString(check.Fault));
-    m_ui->lblFault->setText(QString::fromStdString(check.Text()));
-    m_unknownNames = check.UnknownNames;
-    m_ui->btnAddUnknown->setVisible(!m_unknownNames.empty());
+    ShowXName();
+    m_formula->Check();
 }
 
 void TfrmCalc::ShowFunctionHelp(int item) {

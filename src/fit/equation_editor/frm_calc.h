@@ -7,8 +7,6 @@
 
 #include <QDialog>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace Ui {
 class TfrmCalc;
@@ -17,6 +15,7 @@ class TfrmCalc;
 namespace lumoplot {
 
 class TFitSettingsGroup;
+class TFormulaGroup;
 class TParameterGroup;
 
 class TfrmCalc : public QDialog, private TFitAccess {
@@ -43,7 +42,7 @@ private:
     void FitEdited() override;
 
     void MakeGroups();
-    void ConnectFormula();
+    void ConnectEvaluation();
     void ConnectPieces();
     void ConnectClosing();
     void PrepareFolder();
@@ -60,8 +59,8 @@ private:
 
     std::unique_ptr<Ui::TfrmCalc> m_ui;
     TCurFit& m_fit;
-    std::vector<std::string> m_unknownNames;
     TParameterGroup* m_parameters = nullptr;
+    TFormulaGroup* m_formula = nullptr;
     TFitSettingsGroup* m_settings = nullptr;
     QString m_folder;
     QString m_fileName = QStringLiteral("noname.lfn");

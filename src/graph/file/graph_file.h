@@ -1,18 +1,11 @@
-// The tables of a graph file's sections, and the one data set as files hold it (also the content of a
+// One data set as files hold it (also the content of a
 // data-set file). docs/graph-file.md describes the layout.
 #pragma once
 
 #include "graph/model/graph.h"
-#include "stream/section.h"
+#include "graph/model/setting_rows.h"
 
 namespace lumoplot {
-
-XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TGraphMark>> MarkRows();
 
 /// A data set's Series section, its record and its point block.
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);

@@ -2,6 +2,7 @@
 
 #include "graph/model/graph.h"
 #include "graph/model/holder.h"
+#include "graph/model/setting_rows.h"
 
 namespace lumoplot {
 namespace {
@@ -64,33 +65,11 @@ void TAppearance::SetFiledMaxSteps(int value) {
 }
 
 void TAppearance::ResetToDefaults() {
-    m_allowDuplicates = false;
     SetXAxisSerIndex(0); // the data sets know, too
     m_holdXAxisSerIndex = 0;
     m_holdCurrSerIndex = 0;
     m_filedMinSteps = 0;
-    m_axesColor = kBlack;
-    m_backgroundColor = Graph().Color();
-    m_marginColor = Graph().Color();
-    m_printBkgndColor = false;
-    m_bkgdImageFile.clear();
-    m_stretchBkgd = false;
-    m_errorCaption = "MAX/MIN VALUES INCONSISTENT";
-    m_gridColor = kSilver;
-    m_gridStyle = TPenStyle::Dot;
-    m_showGraphLabels = true;
-    m_plotOffGraph = false;
-    m_showMarks = false;
-    m_showTicks = true;
-    m_graphTitle.clear();
-    m_minSteps = 5;
-    m_maxSteps = 50;
-    m_titleFont = m_captionFont = m_labelFont = Graph().Font();
-    m_crossAtZero = false;
-    m_crossColor = kRed;
-    m_crossLength = 4;
-    m_printLineStyle = true;
-    m_dataDirectory.clear();
+    ResetSettings(AppearanceRows(), *this);
     Redraw();
 }
 

@@ -8,32 +8,6 @@ namespace lumoplot {
 
 class XYGRAPH_EXPORT TAppearance : public TGraphSettings {
     Q_OBJECT
-    Q_PROPERTY(bool AllowDuplicates READ AllowDuplicates WRITE SetAllowDuplicates)
-    Q_PROPERTY(int XAxisSerIndex READ XAxisSerIndex WRITE SetXAxisSerIndex)
-    Q_PROPERTY(int CurrSerIndex READ CurrSerIndex WRITE SetCurrSerIndex)
-    Q_PROPERTY(int AxesColor READ AxesColor WRITE SetAxesColor)
-    Q_PROPERTY(int BackgroundColor READ BackgroundColor WRITE SetBackgroundColor)
-    Q_PROPERTY(int MarginColor READ MarginColor WRITE SetMarginColor)
-    Q_PROPERTY(bool PrintBkgndColor READ PrintBkgndColor WRITE SetPrintBkgndColor)
-    Q_PROPERTY(std::string bkgdImageFile READ bkgdImageFile WRITE SetbkgdImageFile)
-    Q_PROPERTY(bool StretchBkgd READ StretchBkgd WRITE SetStretchBkgd)
-    Q_PROPERTY(std::string ErrorCaption READ ErrorCaption WRITE SetErrorCaption)
-    Q_PROPERTY(int GridColor READ GridColor WRITE SetGridColor)
-    Q_PROPERTY(TPenStyle GridStyle READ GridStyle WRITE SetGridStyle)
-    Q_PROPERTY(bool ShowGraphLabels READ ShowGraphLabels WRITE SetShowGraphLabels)
-    Q_PROPERTY(bool PlotOffGraph READ PlotOffGraph WRITE SetPlotOffGraph)
-    Q_PROPERTY(bool ShowMarks READ ShowMarks WRITE SetShowMarks)
-    Q_PROPERTY(bool ShowTicks READ ShowTicks WRITE SetShowTicks)
-    Q_PROPERTY(std::string GraphTitle READ GraphTitle WRITE SetGraphTitle)
-    Q_PROPERTY(int MinSteps READ MinSteps WRITE SetMinSteps)
-    Q_PROPERTY(int MaxSteps READ MaxSteps WRITE SetMaxSteps)
-    Q_PROPERTY(TFontSpec TitleFont READ TitleFont WRITE SetTitleFont)
-    Q_PROPERTY(TFontSpec CaptionFont READ CaptionFont WRITE SetCaptionFont)
-    Q_PROPERTY(TFontSpec LabelFont READ LabelFont WRITE SetLabelFont)
-    Q_PROPERTY(bool CrossAtZero READ CrossAtZero WRITE SetCrossAtZero)
-    Q_PROPERTY(int CrossColor READ CrossColor WRITE SetCrossColor)
-    Q_PROPERTY(int Crosslength READ Crosslength WRITE SetCrosslength)
-    Q_PROPERTY(bool PrintLineStyle READ PrintLineStyle WRITE SetPrintLineStyle)
 
 public:
     explicit TAppearance(TxyGraph& graph) : TGraphSettings(graph) {}
@@ -123,35 +97,37 @@ public:
     void ResetToDefaults();
 
 private:
-    bool m_allowDuplicates = false;
+    friend XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
+
+    bool m_allowDuplicates{};
     int m_xAxisSerIndex = 0;
     int m_currSerIndex = 0;
     int m_holdXAxisSerIndex = 0;
     int m_holdCurrSerIndex = 0;
     int m_filedMinSteps = 0;
-    TColor m_axesColor = kBlack;
-    TColor m_backgroundColor = kWhite;
-    TColor m_marginColor = kWhite;
-    bool m_printBkgndColor = false;
+    TColor m_axesColor{};
+    TColor m_backgroundColor{};
+    TColor m_marginColor{};
+    bool m_printBkgndColor{};
     std::string m_bkgdImageFile;
-    bool m_stretchBkgd = false;
-    std::string m_errorCaption = "MAX/MIN VALUES INCONSISTENT";
-    TColor m_gridColor = kSilver;
-    TPenStyle m_gridStyle = TPenStyle::Dot;
-    bool m_showGraphLabels = true;
-    bool m_plotOffGraph = false;
-    bool m_showMarks = false;
-    bool m_showTicks = true;
+    bool m_stretchBkgd{};
+    std::string m_errorCaption;
+    TColor m_gridColor{};
+    TPenStyle m_gridStyle{};
+    bool m_showGraphLabels{};
+    bool m_plotOffGraph{};
+    bool m_showMarks{};
+    bool m_showTicks{};
     std::string m_graphTitle;
-    int m_minSteps = 5;
-    int m_maxSteps = 50;
+    int m_minSteps{};
+    int m_maxSteps{};
     TFontSpec m_titleFont;
     TFontSpec m_captionFont;
     TFontSpec m_labelFont;
-    bool m_crossAtZero = false;
-    TColor m_crossColor = kRed;
-    int m_crossLength = 4;
-    bool m_printLineStyle = true;
+    bool m_crossAtZero{};
+    TColor m_crossColor{};
+    int m_crossLength{};
+    bool m_printLineStyle{};
     std::string m_dataDirectory;
 };
 

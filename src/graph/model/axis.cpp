@@ -1,6 +1,7 @@
 #include "graph/model/axis.h"
 
 #include "graph/model/graph.h"
+#include "graph/model/setting_rows.h"
 #include "support/errors.h"
 
 #include <cmath>
@@ -12,28 +13,7 @@ TAxis::TAxis(TxyGraph& graph, TAxisRole role) : TGraphSettings(graph), m_role(ro
 }
 
 void TAxis::ResetToDefaults() {
-    const bool second = IsSecondY();
-    m_title = m_role == TAxisRole::X ? "X axis" : second ? "Y2 axis" : "Y axis";
-    m_labelDecimals = 1;
-    if (!second) m_autoLabelDecimals = true;
-    m_logCycleDivisions = 2;
-    m_logScale = false;
-    m_labelFormat = lfAuto;
-    m_max = 1;
-    m_min = 0;
-    m_stepSize = m_max / 5;
-    m_minScaleLength = 0;
-    m_showAsTime = false;
-    m_dateTimeFormat = "dd-mmm";
-    m_dateTickType = dt_minute;
-    m_enableAutoTitle = !second;
-    m_showAxis = !second;
-    m_reversed = second;
-    m_offsetType = second ? ao_Maximum : ao_Minimum;
-    m_offset = 0;
-    m_gridlines = !second;
-    m_autoSizing = !second;
-    m_autoStepping = !second;
+    ResetSettings(AxisRows(), *this);
     Redraw();
 }
 
@@ -146,11 +126,6 @@ void TAxis::UpdateStep() {
 void TAxis::CheckRange() const {
     if (!(m_min < m_max) || (m_logScale && !(m_min > 0)))
         throw EScaleError(m_title + "Axis MIN exceeds axis MAX");
-}
-
-double TAxis::ScaleFactor(double plotLength) const {
-    CheckRange();
-    return plotLength / (m_logScale ? std::log(m_max) - std::log(m_min) : m_max - m_min);
 }
 
 } // namespace lumoplot

@@ -11,31 +11,9 @@ enum class TAxisRole { X, Y, SecondY };
 
 class XYGRAPH_EXPORT TAxis : public TGraphSettings {
     Q_OBJECT
-    Q_PROPERTY(std::string Title READ Title WRITE SetTitle)
-    Q_PROPERTY(int LabelDecimals READ LabelDecimals WRITE SetLabelDecimals)
-    Q_PROPERTY(bool AutoLabelDecimals READ AutoLabelDecimals WRITE SetAutoLabelDecimals)
-    Q_PROPERTY(int LogCycleDivisions READ LogCycleDivisions WRITE SetLogCycleDivisions)
-    Q_PROPERTY(bool LogScale READ LogScale WRITE SetLogScale)
-    Q_PROPERTY(TLabelFormat LabelFormat READ LabelFormat WRITE SetLabelFormat)
-    Q_PROPERTY(double Max READ Max WRITE SetMax)
-    Q_PROPERTY(double Min READ Min WRITE SetMin)
-    Q_PROPERTY(double StepSize READ StepSize WRITE SetStepSize)
-    Q_PROPERTY(double MinScaleLength READ MinScaleLength WRITE SetMinScaleLength)
-    Q_PROPERTY(bool ShowAsTime READ ShowAsTime WRITE SetShowAsTime)
-    Q_PROPERTY(std::string DateTimeFormat READ DateTimeFormat WRITE SetDateTimeFormat)
-    Q_PROPERTY(Dateticks DateTickType READ DateTickType WRITE SetDateTickType)
-    Q_PROPERTY(bool EnableAutoTitle READ EnableAutoTitle WRITE SetEnableAutoTitle)
-    Q_PROPERTY(bool ShowAxis READ ShowAxis WRITE SetShowAxis)
-    Q_PROPERTY(bool Reversed READ Reversed WRITE SetReversed)
-    Q_PROPERTY(TAxisOffsetType OffsetType READ OffsetType WRITE SetOffsetType)
-    Q_PROPERTY(double Offset READ Offset WRITE SetOffset)
-    Q_PROPERTY(bool Gridlines READ Gridlines WRITE SetGridlines)
-    Q_PROPERTY(bool AutoSizing READ AutoSizing WRITE SetAutoSizing)
-    Q_PROPERTY(bool AutoStepping READ AutoStepping WRITE SetAutoStepping)
 
 public:
     enum TLabelFormat : int { lfFixed, lfExp, lfAuto };
-    Q_ENUM(TLabelFormat)
     enum Dateticks : int {
         dt_minute,
         dt_5minute,
@@ -51,9 +29,7 @@ public:
         dt_century,
         dt_custom
     };
-    Q_ENUM(Dateticks)
     enum TAxisOffsetType : int { ao_Minimum, ao_Maximum, ao_percentage, ao_absolute };
-    Q_ENUM(TAxisOffsetType)
 
     TAxis(TxyGraph& graph, TAxisRole role);
 
@@ -125,11 +101,10 @@ public:
     /// Brings the range and the step up to date with the data and the settings. Redraws nothing.
     /// Throws EScaleError with the texts of AutoRange, or TITLE + "Axis MIN exceeds axis MAX".
     void Rescale();
-    /// Pixels per unit (per unit of natural logarithm on a logarithmic axis) over `plotLength` pixels.
-    /// Throws EScaleError TITLE + "Axis MIN exceeds axis MAX" where Min is not below Max.
-    double ScaleFactor(double plotLength) const;
 
 private:
+    friend XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
+
     void CheckRange() const;
     void ApplyAutoRange();
     void ApplyAutoLogRange();
@@ -138,26 +113,26 @@ private:
 
     TAxisRole m_role;
     std::string m_title;
-    int m_labelDecimals = 1;
-    bool m_autoLabelDecimals = false;
-    int m_logCycleDivisions = 2;
-    bool m_logScale = false;
-    TLabelFormat m_labelFormat = lfAuto;
-    double m_max = 1;
-    double m_min = 0;
-    double m_stepSize = 0.2;
-    double m_minScaleLength = 0;
-    bool m_showAsTime = false;
-    std::string m_dateTimeFormat = "dd-mmm";
-    Dateticks m_dateTickType = dt_minute;
-    bool m_enableAutoTitle = true;
-    bool m_showAxis = true;
-    bool m_reversed = false;
-    TAxisOffsetType m_offsetType = ao_Minimum;
-    double m_offset = 0;
-    bool m_gridlines = true;
-    bool m_autoSizing = true;
-    bool m_autoStepping = true;
+    int m_labelDecimals{};
+    bool m_autoLabelDecimals{};
+    int m_logCycleDivisions{};
+    bool m_logScale{};
+    TLabelFormat m_labelFormat{};
+    double m_max{};
+    double m_min{};
+    double m_stepSize{};
+    double m_minScaleLength{};
+    bool m_showAsTime{};
+    std::string m_dateTimeFormat;
+    Dateticks m_dateTickType{};
+    bool m_enableAutoTitle{};
+    bool m_showAxis{};
+    bool m_reversed{};
+    TAxisOffsetType m_offsetType{};
+    double m_offset{};
+    bool m_gridlines{};
+    bool m_autoSizing{};
+    bool m_autoStepping{};
     double m_dataMin = 0;
     double m_dataMax = -1;
 };

@@ -8,23 +8,6 @@ namespace lumoplot {
 
 class XYGRAPH_EXPORT TDimensions : public TGraphSettings {
     Q_OBJECT
-    Q_PROPERTY(int BottomMargin READ BottomMargin WRITE SetBottomMargin)
-    Q_PROPERTY(int LeftMargin READ LeftMargin WRITE SetLeftMargin)
-    Q_PROPERTY(int RightMargin READ RightMargin WRITE SetRightMargin)
-    Q_PROPERTY(int TopMargin READ TopMargin WRITE SetTopMargin)
-    Q_PROPERTY(int TickLength READ TickLength WRITE SetTickLength)
-    Q_PROPERTY(int XAxisTitleOffset READ XAxisTitleOffset WRITE SetXAxisTitleOffset)
-    Q_PROPERTY(int XAxisLabelOffset READ XAxisLabelOffset WRITE SetXAxisLabelOffset)
-    Q_PROPERTY(int YAxisTitleOffset READ YAxisTitleOffset WRITE SetYAxisTitleOffset)
-    Q_PROPERTY(int YAxisLabelOffset READ YAxisLabelOffset WRITE SetYAxisLabelOffset)
-    Q_PROPERTY(int GraphTitleOffset READ GraphTitleOffset WRITE SetGraphTitleOffset)
-    Q_PROPERTY(int PrintXOffsetPct READ PrintXOffsetPct WRITE SetPrintXOffsetPct)
-    Q_PROPERTY(int PrintYOffsetPct READ PrintYOffsetPct WRITE SetPrintYOffsetPct)
-    Q_PROPERTY(int PrintScalePct READ PrintScalePct WRITE SetPrintScalePct)
-    Q_PROPERTY(double HorPosition READ HorPosition WRITE SetHorPosition)
-    Q_PROPERTY(double VerPosition READ VerPosition WRITE SetVerPosition)
-    Q_PROPERTY(double HorSize READ HorSize WRITE SetHorSize)
-    Q_PROPERTY(double VerSize READ VerSize WRITE SetVerSize)
 
 public:
     explicit TDimensions(TxyGraph& graph) : TGraphSettings(graph) {}
@@ -69,19 +52,21 @@ public:
     void ResetToDefaults();
 
 private:
-    int m_bottomMargin = 40;
-    int m_leftMargin = 40;
-    int m_rightMargin = 15;
-    int m_topMargin = 30;
-    int m_tickLength = 4;
-    int m_xAxisTitleOffset = 4;
-    int m_xAxisLabelOffset = 2;
-    int m_yAxisTitleOffset = 4;
-    int m_yAxisLabelOffset = 2;
-    int m_graphTitleOffset = 7;
-    int m_printXOffsetPct = 5;
-    int m_printYOffsetPct = 20;
-    int m_printScalePct = 90;
+    friend XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
+
+    int m_bottomMargin{};
+    int m_leftMargin{};
+    int m_rightMargin{};
+    int m_topMargin{};
+    int m_tickLength{};
+    int m_xAxisTitleOffset{};
+    int m_xAxisLabelOffset{};
+    int m_yAxisTitleOffset{};
+    int m_yAxisLabelOffset{};
+    int m_graphTitleOffset{};
+    int m_printXOffsetPct{};
+    int m_printYOffsetPct{};
+    int m_printScalePct{};
     double m_horPosition = 0;
     double m_verPosition = 0;
     double m_horSize = 1;

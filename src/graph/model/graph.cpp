@@ -59,6 +59,11 @@ void TxyGraph::ClearMarks() {
     RequestFullRepaint();
 }
 
+void TxyGraph::SetMarks(const TMarkChain& marks) {
+    m_marks = marks;
+    RequestFullRepaint();
+}
+
 TxyChildGr* TxyGraph::AddChildGraph() {
     m_children.push_back(std::make_unique<TxyChildGr>(*this));
     TxyChildGr* child = m_children.back().get();

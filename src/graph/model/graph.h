@@ -102,6 +102,8 @@ public:
     bool DeleteMark(int id);
     void ClearMarks();
     void SelectMark(int id) { m_marks.Select(id); }
+    /// Takes over all marks of a chain and which one is current.
+    void SetMarks(const TMarkChain& marks);
     /// Takes the baseline of a data set from a mark; tells through the message sink why it cannot.
     void SetBaselineFromMark(int markId, int seriesNumber);
 
@@ -129,8 +131,6 @@ public:
     /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
     /// runs pending fits when it has painted.
     void PrepareForDrawing();
-    /// A fit is running: nothing of it must be expected to be final.
-    bool IsFitting() const { return m_isFitting; }
     /// The last scaling failed; ErrorCaption is drawn in place of the plot.
     bool ScaleFailed() const { return m_scaleFailed; }
     /// There is something to draw: a data set with points, or a mark.
@@ -144,7 +144,6 @@ public:
     bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
     /// filed.
-    int PlottedPointLimit() const { return m_plottedPointLimit; }
     void SetPlottedPointLimit(int value);
 
     // Reading data from sources.

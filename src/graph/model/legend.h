@@ -8,24 +8,10 @@ namespace lumoplot {
 
 class XYGRAPH_EXPORT TLegend : public TGraphSettings {
     Q_OBJECT
-    Q_PROPERTY(bool visible READ visible WRITE Setvisible)
-    Q_PROPERTY(int color READ color WRITE Setcolor)
-    Q_PROPERTY(TBorderStyle borderStyle READ borderStyle WRITE SetborderStyle)
-    Q_PROPERTY(TLegendStyle Layout READ Layout WRITE SetLayout)
-    Q_PROPERTY(int top READ top WRITE Settop)
-    Q_PROPERTY(int left READ left WRITE Setleft)
-    Q_PROPERTY(int width READ width WRITE Setwidth)
-    Q_PROPERTY(int height READ height WRITE Setheight)
-    Q_PROPERTY(TFontSpec font READ font WRITE Setfont)
-    Q_PROPERTY(int SymbolSpace READ SymbolSpace WRITE SetSymbolSpace)
-    Q_PROPERTY(int XMargin READ XMargin WRITE SetXMargin)
-    Q_PROPERTY(int YMargin READ YMargin WRITE SetYMargin)
 
 public:
     enum TLegendStyle : int { lsAcross, lsDown };
-    Q_ENUM(TLegendStyle)
     enum TBorderStyle : int { bsNone, bsSingle };
-    Q_ENUM(TBorderStyle)
 
     explicit TLegend(TxyGraph& graph) : TGraphSettings(graph) {}
 
@@ -59,18 +45,20 @@ public:
     void ResetToDefaults();
 
 private:
-    bool m_visible = false;
-    TColor m_color = kWhite;
-    TBorderStyle m_borderStyle = bsNone;
-    TLegendStyle m_layout = lsAcross;
-    int m_top = 10;
-    int m_left = 10;
-    int m_width = 0;
-    int m_height = 20;
+    friend XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
+
+    bool m_visible{};
+    TColor m_color{};
+    TBorderStyle m_borderStyle{};
+    TLegendStyle m_layout{};
+    int m_top{};
+    int m_left{};
+    int m_width{};
+    int m_height{};
     TFontSpec m_font;
-    int m_symbolSpace = 20;
-    int m_xMargin = 10;
-    int m_yMargin = 5;
+    int m_symbolSpace{};
+    int m_xMargin{};
+    int m_yMargin{};
 };
 
 } // namespace lumoplot

@@ -3,6 +3,7 @@
 #include "data/analysis/statistics.h"
 #include "data/series/ds_info.h"
 #include "graph/model/graph.h"
+#include "graph/model/setting_rows.h"
 
 #include <algorithm>
 #include <array>
@@ -11,18 +12,9 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kLastFilledNumber = 8;
-
 std::uint64_t NextStamp() {
     static std::uint64_t last = 0;
     return ++last;
-}
-
-TColor ColorOfNumber(int number) {
-    static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
-                                                       kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
-                                                       kSkyBlue, kGray,  kMoneyGreen, kPurple};
-    return kColors[static_cast<std::size_t>(std::max(0, number % 16))];
 }
 
 // How many standard deviations away from the mean bounds lie.
@@ -38,19 +30,12 @@ std::vector<int> DistancesOf(TBoundsType type) {
     return {};
 }
 
-TPointShape ShapeOfNumber(int number) {
-    using enum TPointShape;
-    static constexpr std::array<TPointShape, 8> kShapes = {XCross,     Circle,       Square, Diamond,
-                                                           UpTriangle, DownTriangle, Star,   Cross};
-    return kShapes[static_cast<std::size_t>(std::max(0, number % 8))];
-}
-
 } // namespace
 
 TSeries::TSeries(TxyGraph& graph, int number)
     : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
-      m_fillPoints(number <= kLastFilledNumber), m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0),
-      m_lineColor(ColorOfNumber(number)), m_pointColor(m_lineColor), m_pointShape(ShapeOfNumber(number)) {
+      m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0) {
+    ResetSettings(SeriesRows(), *this);
     m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
     SetSeriesName("DataSet " + std::to_string(number));
     SetDuplicatesAllowed(graph.Appearance()->AllowDuplicates());

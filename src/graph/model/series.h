@@ -35,6 +35,8 @@ enum class TBoundsType { None = 0, SetValues = 1, OneSD = 2, TwoSD = 3, ThreeSD 
 struct TSourceRows {
     std::int64_t Chosen = 0; ///< that the row choice lets through
     std::int64_t Used = 0;   ///< of them, those that became points
+
+    bool operator==(const TSourceRows&) const = default;
 };
 
 class XYGRAPH_EXPORT TSeries : public TDataSeries {
@@ -140,6 +142,7 @@ public:
 
 private:
     friend class TxyGraph;
+    friend XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
 
     /// What the fitted curve depends on.
     struct TCurveState {
@@ -162,13 +165,13 @@ private:
     int m_seriesIndex;
     std::uint64_t m_dataStamp;
     TAxis* m_yAxisOfSeries;
-    bool m_active = true;
-    bool m_linesShown = true;
-    bool m_pointsShown = false;
-    bool m_fillPoints;
+    bool m_active{};
+    bool m_linesShown{};
+    bool m_pointsShown{};
+    bool m_fillPoints{};
     bool m_updateDepth = false;
     bool m_changedWhileHeld = false;
-    bool m_showInLegend = false;
+    bool m_showInLegend{};
     bool m_useXAxisSeries;
     bool m_isThinned = false;
     // What the graph knows and has told of the data set.
@@ -177,21 +180,21 @@ private:
     bool m_toldManyPoints = false;
     TSourceRows m_sourceRows;
     TTextWishes m_textWishes;
-    TColor m_lineColor;
-    TColor m_pointColor;
-    TColor m_boundsColor = 0;
-    TColor m_regressionColor = kRed;
-    TPointShape m_pointShape;
-    TPenStyle m_lineStyle = TPenStyle::Solid;
-    TPenStyle m_boundsLineStyle = TPenStyle::DashDot;
-    TPenStyle m_regressionLineStyle = TPenStyle::DashDot;
-    TBoundsType m_boundsType = TBoundsType::None;
-    int m_lineWidth = 2;
-    int m_pointSize = 12;
-    int m_pointBorderWidth = 2;
-    int m_regressionLineWidth = 1;
-    double m_upperBound = 0;
-    double m_lowerBound = 0;
+    TColor m_lineColor{};
+    TColor m_pointColor{};
+    TColor m_boundsColor{};
+    TColor m_regressionColor{};
+    TPointShape m_pointShape{};
+    TPenStyle m_lineStyle{};
+    TPenStyle m_boundsLineStyle{};
+    TPenStyle m_regressionLineStyle{};
+    TBoundsType m_boundsType{};
+    int m_lineWidth{};
+    int m_pointSize{};
+    int m_pointBorderWidth{};
+    int m_regressionLineWidth{};
+    double m_upperBound{};
+    double m_lowerBound{};
     TCurveState m_curveState;
     std::vector<TCurveSample> m_fittedCurve;
 };

@@ -7,11 +7,14 @@
 
 #include <QObject>
 #include <algorithm>
+#include <span>
 #include <string>
 
 namespace lumoplot {
 
 class TxyGraph;
+template <class T>
+struct TSectionRow;
 
 class XYGRAPH_EXPORT TGraphSettings : public QObject {
     Q_OBJECT
@@ -50,6 +53,3 @@ enum class TPenStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4
 enum class TDrawPurpose { Show, Print };
 
 } // namespace lumoplot
-
-Q_DECLARE_METATYPE(std::string)
-Q_DECLARE_METATYPE(lumoplot::TFontSpec)

@@ -5,6 +5,7 @@
 #include "graph/model/axis.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
+#include "support/progress_maker.h"
 #include "support/replace_file.h"
 
 #include <QFile>
@@ -131,6 +132,21 @@ TEST_F(TPictureFile, WhatCanNotBeSavedIsNamed) {
         }
     }
     EXPECT_EQ(ReadWholeFile(NameOf("old.png")), old);
+}
+
+TEST_F(TPictureFile, ACancelledPictureLeavesTheOldFile) {
+    class TCancelling : public TProgress {
+    public:
+        void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+        bool StepTo(std::int64_t) override { return false; }
+    };
+    for (const char* file : {"old.png", "old.svg", "old.pdf"}) {
+        ASSERT_TRUE(SaveGraphPicture(m_graph, NameOf(file), {300, 200}));
+        const auto old = ReadWholeFile(NameOf(file));
+        const TProgressMakerScope cancelling([] { return std::make_unique<TCancelling>(); });
+        EXPECT_FALSE(SaveGraphPicture(m_graph, NameOf(file), {100, 100})) << file;
+        EXPECT_EQ(ReadWholeFile(NameOf(file)), old) << file;
+    }
 }
 
 TEST_F(TPictureFile, ABackgroundPictureFillsTheGraphWhenStretched) {

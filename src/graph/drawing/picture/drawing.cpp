@@ -10,6 +10,7 @@
 #include "graph/model/child_graph.h"
 #include "graph/model/dimensions.h"
 #include "graph/mouse/drawing_hook.h"
+#include "support/progress.h"
 
 #include <algorithm>
 #include <array>
@@ -18,10 +19,29 @@
 namespace lumoplot {
 namespace {
 
+/// The steps of a drawing, one a data set, over all graphs that are drawn.
+class TSeriesSteps {
+public:
+    explicit TSeriesSteps(TProgress* progress) : m_progress(progress) {}
+
+    /// False when the user has cancelled.
+    bool Next() {
+        if (m_progress && !m_isCancelled) m_isCancelled = !m_progress->StepTo(++m_done);
+        return !m_isCancelled;
+    }
+    bool IsCancelled() const { return m_isCancelled; }
+
+private:
+    TProgress* m_progress;
+    int m_done = 0;
+    bool m_isCancelled = false;
+};
+
 class TGraphPainter {
 public:
-    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
-        : m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()), m_rectangle(rectangle) {}
+    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, TSeriesSteps& steps)
+        : m_steps(steps), m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()),
+          m_rectangle(rectangle) {}
 
     /// Returns where the plot lies; nothing when there is none.
     std::optional<TPlotMap> Draw() const {
@@ -87,11 +107,13 @@ private:
         if (FillsBackground() && !hasPicture) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
         DrawGrid(m_canvas, m_graph, layout);
         const QRectF visible = m_appearance.PlotOffGraph() ? m_rectangle : plot;
-        for (const auto& series : m_graph.Series()) DrawSeries(m_canvas, *series, layout, visible);
+        for (const auto& series : m_graph.Series())
+            if (m_steps.Next()) DrawSeries(m_canvas, *series, layout, visible);
         DrawMarks(m_canvas, m_graph, layout);
         DrawCrossAtZero(m_canvas, m_graph, layout);
     }
 
+    TSeriesSteps& m_steps;
     const TCanvas& m_canvas;
     const TxyGraph& m_graph;
     const TAppearance& m_appearance;
@@ -113,34 +135,49 @@ QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
 }
 
 std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
-                                     TDrawPurpose purpose) {
+                                     TDrawPurpose purpose, TSeriesSteps& steps) {
     if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return std::nullopt;
     painter.save();
     painter.setClipRect(rectangle, Qt::IntersectClip);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle).Draw();
+    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle, steps).Draw();
     painter.restore();
     return map;
 }
 
 std::optional<TPlotMap> DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
-    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show);
+    TSeriesSteps steps(nullptr);
+    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show, steps);
+}
+
+int CountOfDrawnSeries(const TxyGraph& graph) {
+    int count = graph.SeriesCount();
+    for (const auto& child : graph.ChildGraphs()) count += CountOfDrawnSeries(*child);
+    return count;
+}
+
+void DrawWithChildGraphs(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+                         const TDrawOptions& options, TSeriesSteps& steps) {
+    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
+    DrawOneGraph(painter, graph, rectangle, options.Purpose, steps);
+    if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
+    painter.save();
+    painter.setClipRect(rectangle, Qt::IntersectClip);
+    for (const auto& child : graph.ChildGraphs())
+        DrawWithChildGraphs(painter, *child, PlaceOf(*child, rectangle), options, steps);
+    painter.restore();
 }
 
 const bool g_installed = (InstallDrawing(DrawPanel), true);
 
 } // namespace
 
-void DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
+bool DrawGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
                const TDrawOptions& options) {
-    if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
-    DrawOneGraph(painter, graph, rectangle, options.Purpose);
-    if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
-    painter.save();
-    painter.setClipRect(rectangle, Qt::IntersectClip);
-    for (const auto& child : graph.ChildGraphs())
-        DrawGraph(painter, *child, PlaceOf(*child, rectangle), options);
-    painter.restore();
+    TSeriesSteps steps(options.Progress);
+    if (options.Progress) options.Progress->Begin(options.Caption, 0, CountOfDrawnSeries(graph));
+    DrawWithChildGraphs(painter, graph, rectangle, options, steps);
+    return !steps.IsCancelled();
 }
 
 void PrepareWithChildGraphs(TxyGraph& graph) {

@@ -4,6 +4,7 @@
 #include "graph/drawing/picture/drawing.h"
 #include "graph/model/appearance.h"
 #include "support/errors.h"
+#include "support/progress_maker.h"
 #include "support/replace_file.h"
 
 #include <QBuffer>
@@ -22,10 +23,15 @@ constexpr double kPointsPerInch = 72;
 constexpr int kLargestSide = 32767; // pixels; what the painter's coordinates reach
 constexpr double kLargestArea = 4e8;
 
+// The user has cancelled.
+struct TCancelled {};
+
 void DrawAll(QPaintDevice& device, const TxyGraph& graph, QSize size, double scale) {
+    const auto progress = MakeProgress();
     QPainter painter(&device);
     painter.scale(scale, scale);
-    DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(size)));
+    const TDrawOptions options{.Progress = progress.get(), .Caption = "Saving picture"};
+    if (!DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(size)), options)) throw TCancelled();
 }
 
 bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, double scale) {
@@ -79,16 +85,21 @@ bool SaveAs(const QString& name, QBuffer& buffer, const TxyGraph& graph, QSize s
 
 } // namespace
 
-void SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size, double scale) {
+bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size, double scale) {
     PrepareWithChildGraphs(graph);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    if (!SaveAs(QString::fromStdString(fileName), buffer, graph, size, scale))
-        throw EFileError("Can not save to file " + fileName);
+    try {
+        if (!SaveAs(QString::fromStdString(fileName), buffer, graph, size, scale))
+            throw EFileError("Can not save to file " + fileName);
+    } catch (const TCancelled&) {
+        return false;
+    }
     const QByteArray& bytes = buffer.data();
     ReplaceFile(fileName, {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
                            static_cast<std::size_t>(bytes.size())});
     ReportBrokenPictures();
+    return true;
 }
 
 } // namespace lumoplot

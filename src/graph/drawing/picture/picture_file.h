@@ -12,8 +12,9 @@ namespace lumoplot {
 /// .pdf (any letter case). `size` counts units of 1/96 inch; a PNG has `scale` pixels to the unit. SVG and
 /// PDF have the size on paper, whatever the scale. The graph's axes are brought up to date first. Throws
 /// EFileError "Can not save to file NAME", also for another ending, an empty size or a size that no picture
-/// can have; an old file is then untouched.
-XYGRAPH_EXPORT void SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
+/// can have; an old file is then untouched, and when the user has cancelled the progress (MakeProgress),
+/// which gives false.
+XYGRAPH_EXPORT bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
                                      double scale = 1);
 
 } // namespace lumoplot

@@ -1,0 +1,144 @@
+#include "session/graph_session.h"
+
+#include "session/undo_history.h"
+
+#include <utility>
+
+namespace lumoplot {
+namespace {
+
+constexpr qsizetype kLongestStepName = 60; // characters that a menu shows
+
+std::string ShownStepName(const std::string& name) {
+    const QString text = QString::fromStdString(name).simplified();
+    return (text.size() > kLongestStepName ? text.left(kLongestStepName - 1) + QChar(0x2026) : text)
+        .toStdString();
+}
+
+} // namespace
+
+TGraphSession::TGraphSession(TxyGraph& graph, QObject* parent)
+    : TGraphSession(graph, TUndoHistory::kMemoryLimit, parent) {
+}
+
+TGraphSession::TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent)
+    : QObject(parent), m_graph(graph), m_history(std::make_unique<TUndoHistory>(graph, memoryLimit)) {
+}
+
+TGraphSession::~TGraphSession() = default;
+
+void TGraphSession::Start() {
+    m_history->Start();
+    MarkClean();
+}
+
+void TGraphSession::Stop() {
+    m_history->Stop();
+    Q_EMIT Changed();
+}
+
+bool TGraphSession::Change(const std::string& name, const std::function<void()>& action) {
+    return Change(name, {}, action);
+}
+
+bool TGraphSession::Change(const std::string& name, TMergeKey key, const std::function<void()>& action) {
+    TOpenStep step(*this, name, key);
+    action();
+    return step.Keep();
+}
+
+void TGraphSession::FollowUp(const std::function<void()>& action) {
+    ++m_followUps;
+    const auto leave = [this](TGraphSession*) { --m_followUps; };
+    const std::unique_ptr<TGraphSession, decltype(leave)> guard(this, leave);
+    action();
+}
+
+void TGraphSession::NameStep(const std::string& name) {
+    m_stepName = name;
+}
+
+void TGraphSession::EndMerging() {
+    if (!IsStepOpen()) m_history->EndMerging();
+}
+
+/// What has changed since the last step follows from that.
+bool TGraphSession::Open(const std::string& name) {
+    if (m_followUps > 0) return false;
+    if (m_openSteps++ > 0) return true;
+    m_stepName = name;
+    m_history->Absorb();
+    return true;
+}
+
+bool TGraphSession::Close(TMergeKey key) {
+    if (--m_openSteps > 0) return false;
+    const bool wasRecording = m_history->IsRecording();
+    const bool isStep = m_history->Note(ShownStepName(m_stepName), key);
+    m_hasUnrecorded |= !m_history->IsRecording() && (isStep || !wasRecording);
+    if (isStep || !wasRecording) Q_EMIT Changed();
+    return isStep;
+}
+
+/// Inside another step the exception goes on to that, or its action knows what to do.
+void TGraphSession::GiveUp() {
+    if (--m_openSteps > 0 || !m_history->IsRecording()) return;
+    m_history->PutBack();
+    Q_EMIT PutBack();
+}
+
+bool TGraphSession::CanUndo() const {
+    return !IsStepOpen() && m_history->CanUndo();
+}
+
+bool TGraphSession::CanRedo() const {
+    return !IsStepOpen() && m_history->CanRedo();
+}
+
+std::string TGraphSession::UndoName() const {
+    return CanUndo() ? m_history->UndoName() : std::string();
+}
+
+std::string TGraphSession::RedoName() const {
+    return CanRedo() ? m_history->RedoName() : std::string();
+}
+
+void TGraphSession::Undo() {
+    if (!CanUndo()) return;
+    m_history->Undo();
+    Q_EMIT PutBack();
+    Q_EMIT Changed();
+}
+
+void TGraphSession::Redo() {
+    if (!CanRedo()) return;
+    m_history->Redo();
+    Q_EMIT PutBack();
+    Q_EMIT Changed();
+}
+
+bool TGraphSession::IsClean() const {
+    return !m_hasUnrecorded && m_history->PresentId() == m_cleanId;
+}
+
+// A step that has been saved must be reached again by undo.
+void TGraphSession::MarkClean() {
+    m_history->EndMerging();
+    m_cleanId = m_history->PresentId();
+    m_hasUnrecorded = false;
+    Q_EMIT Changed();
+}
+
+TOpenStep::TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key)
+    : m_session(session), m_key(key), m_isOpen(session.Open(name)) {
+}
+
+TOpenStep::~TOpenStep() {
+    if (m_isOpen) m_session.GiveUp();
+}
+
+bool TOpenStep::Keep() {
+    return std::exchange(m_isOpen, false) && m_session.Close(m_key);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,352 @@
+#include "session/graph_session.h"
+
+#include "common/random_graph.h"
+#include "common/special_values.h"
+#include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
+#include "session/undo_history.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+namespace lumoplot {
+namespace {
+
+int Int(TRandom& random, int low, int high) {
+    return std::uniform_int_distribution(low, high)(random);
+}
+
+double Number(TRandom& random) {
+    return std::uniform_real_distribution(-100.0, 100.0)(random);
+}
+
+/// What an undo has to bring back of a data set beyond what a file holds.
+struct TUnfiled {
+    std::vector<std::int32_t> Ids;
+    std::vector<double> Values; ///< extents, Derived and the regression's curve
+    std::vector<bool> Flags;
+    TSourceRows Rows;
+    TTextWishes Wishes;
+    TFitRunState Fit;
+};
+
+struct TContent {
+    TBytes File;
+    std::vector<TUnfiled> Series;
+    int CurrentMark;
+};
+
+TUnfiled UnfiledOf(const TSeries& series) {
+    TUnfiled unfiled{{},
+                     {series.MinX(), series.MaxX(), series.MinY(), series.MaxY()},
+                     {series.ExtentsStale(), series.RegressionStale(), series.IsThinned(),
+                      series.DataSourceInfo().NeedsReload()},
+                     series.SourceRows(),
+                     series.TextWishes(),
+                     series.CurveFit().RunState()};
+    for (auto point = series.First(); point; point = point.Next()) {
+        unfiled.Ids.push_back(point.Id());
+        if (!series.RegressionStale()) unfiled.Values.push_back(point.Derived());
+    }
+    if (!series.RegressionStale())
+        for (const TCurveSample& sample : series.RegressionCurve()) unfiled.Values.push_back(sample.Derived);
+    std::ranges::replace_if(
+        unfiled.Values, [](double value) { return std::isnan(value); }, -1.0e300);
+    return unfiled;
+}
+
+/// The first thing that differs.
+std::string Difference(const TContent& a, const TContent& b) {
+    if (a.File != b.File) return "file";
+    if (a.CurrentMark != b.CurrentMark) return "current mark";
+    for (std::size_t i = 0; i < a.Series.size(); ++i) {
+        const std::string where = " of data set " + std::to_string(i + 1);
+        const TUnfiled& x = a.Series[i];
+        const TUnfiled& y = b.Series[i];
+        for (std::size_t k = 0; k < x.Flags.size(); ++k)
+            if (x.Flags[k] != y.Flags[k]) return "flag " + std::to_string(k) + where;
+        if (x.Ids != y.Ids || x.Values != y.Values) return "points" + where;
+        if (x.Rows != y.Rows || x.Wishes != y.Wishes) return "source" + where;
+        if (x.Fit != y.Fit) return "fit" + where;
+    }
+    return {};
+}
+
+// Which data set is current is no content; another test looks at that.
+TContent ContentOf(const TxyGraph& graph) {
+    const int current = graph.Appearance()->CurrSerIndex();
+    graph.Appearance()->SetCurrSerIndex(1);
+    TContent content{FileOf(graph), {}, graph.Marks().CurrentID()};
+    graph.Appearance()->SetCurrSerIndex(current);
+    for (const auto& series : graph.Series()) content.Series.push_back(UnfiledOf(*series));
+    return content;
+}
+
+void EditPoints(TSeries& series, TRandom& random) {
+    const int id = Int(random, 1, std::max(1, series.LastId()));
+    switch (Int(random, 0, 6)) {
+    case 0: series.AddPoint(Int(random, -9, 9), Number(random)); break;
+    case 1: series.SetPointY(id, Int(random, 0, 9) == 0 ? kNaN : Number(random)); break;
+    case 2: series.DeletePoint(id); break;
+    case 3:
+        for (int i = Int(random, 1, 600); i > 0; --i) series.AddPoint(Number(random), Number(random));
+        break;
+    case 4: series.SetNumericalTolerance(Int(random, 0, 3)); break;
+    case 5: series.SetDuplicatesAllowed(!series.DuplicatesAllowed()); break;
+    default: series.Clear();
+    }
+}
+
+void FitLine(TSeries& series) {
+    TCurFit& fit = series.CurveFit();
+    fit.ClearParameters();
+    for (const char* name : {"A", "B"}) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetVary(true);
+        fit.AddParameter(std::move(parameter));
+    }
+    fit.SetExpression("A*x+B");
+    fit.SetStatus(TCurFit::kFinalResult);
+    series.Graph().PrepareForDrawing();
+}
+
+void EditSettings(TSeries& series, TRandom& random) {
+    switch (Int(random, 0, 11)) {
+    case 0: series.SetSeriesName("Run " + std::to_string(Int(random, 0, 99))); break;
+    case 1: series.SetAutoZero(!series.AutoZero()); break;
+    case 2: series.SetZeroValue(Number(random)); break;
+    case 3: series.RecalcExtents(); break;
+    case 4: series.DataSourceInfo().SetKind(static_cast<TSourceKind>(Int(random, 0, 3))); break;
+    case 5: series.SetThinned(!series.IsThinned()), series.SetSourceRows({Int(random, 0, 99), 7}); break;
+    case 6: series.CurveFit().SetExpression("x*" + std::to_string(Int(random, 1, 9))); break;
+    case 7: series.CurveFit().ClearParameters(); break;
+    case 8: series.SetRegressionType(Int(random, 0, 6)); break;
+    case 9: series.SetTextWishes({.encoding = {}, .decimalSign = ',', .dateOrder = {}}); break;
+    case 10: FitLine(series); break;
+    default: series.SetLineColor(Int(random, 0, 0xFFFFFF));
+    }
+}
+
+void EditMarks(TxyGraph& graph, TRandom& random) {
+    if (Int(random, 0, 2) == 0)
+        graph.DeleteMark(Int(random, 1, 5));
+    else
+        graph.SetMark({Int(random, 1, 5), Number(random), Number(random)});
+}
+
+void EditOnce(TxyGraph& graph, TRandom& random) {
+    const int count = graph.SeriesCount();
+    const int number = Int(random, 1, std::max(1, count));
+    switch (Int(random, 0, count == 0 ? 1 : 13)) {
+    case 0: graph.AddSeries(); break;
+    case 1: EditMarks(graph, random); break;
+    case 2: graph.DeleteSeries(number); break;
+    case 3: graph.MoveSeriesToFirst(number); break;
+    case 4: graph.ReverseSeries(); break;
+    case 5: graph.SortSeriesByName(); break;
+    case 6: graph.Appearance()->SetXAxisSerIndex(Int(random, 0, count)); break;
+    case 7: graph.YAxis()->SetLogScale(!graph.YAxis()->LogScale()); break;
+    case 8: graph.Appearance()->SetShowMarks(!graph.Appearance()->ShowMarks()); break;
+    case 9: EditSettings(*graph.FindSeries(number), random); break;
+    default: EditPoints(*graph.FindSeries(number), random);
+    }
+}
+
+// What a picture works out, and what is selected.
+void LookOnce(TxyGraph& graph, TRandom& random) {
+    switch (Int(random, 0, 2)) {
+    case 0: graph.PrepareForDrawing(); break;
+    case 1: graph.SelectMark(Int(random, 1, 5)); break;
+    default: graph.Appearance()->SetCurrSerIndex(Int(random, 0, 5));
+    }
+}
+
+TEST(TGraphSessionTest, AStateThatIsPutBackEqualsTheStateAsItWasFiledOrNot) {
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        TRandom random(seed);
+        TxyGraph graph;
+        FillRandomly(graph, random);
+        TGraphSession session(graph);
+        session.Start();
+        std::vector<TContent> states = {ContentOf(graph)};
+        std::size_t at = 0;
+        const auto walk = [&](bool back) {
+            if (back ? session.CanUndo() : session.CanRedo()) {
+                back ? session.Undo() : session.Redo();
+                at += back ? -1 : 1;
+            }
+            ASSERT_EQ(Difference(ContentOf(graph), states[at]), "") << "seed " << seed << " state " << at;
+        };
+        const auto look = [&] {
+            session.FollowUp([&] { LookOnce(graph, random); });
+            states[at] = ContentOf(graph);
+        };
+        for (int edits = 0; edits < 60; ++edits) {
+            look();
+            const bool isStep = session.Change("edit", [&] { EditOnce(graph, random); });
+            if (isStep) states.push_back({});
+            at = states.size() - 1;
+            states[at] = ContentOf(graph);
+        }
+        for (int i = 0; i < 60; ++i) walk(true);
+        ASSERT_EQ(at, 0u);
+        for (int i = 0; i < 60; ++i) walk(false);
+        ASSERT_EQ(at, states.size() - 1);
+        for (int i = 0; i < 60; ++i) {
+            walk(Int(random, 0, 1) == 0);
+            look(); // costs no redo
+        }
+    }
+}
+
+class TSessionTest : public testing::Test {
+protected:
+    TSessionTest() {
+        for (int i = 0; i < 3; ++i) m_graph.AddSeries();
+        m_session.Start();
+    }
+
+    bool Rename(const char* name, TMergeKey key = {}) {
+        return m_session.Change(name, key, [&] { m_graph.FirstSeries()->SetSeriesName(name); });
+    }
+    std::string Name() const { return m_graph.FirstSeries()->SeriesName(); }
+    int UndoAll() {
+        int steps = 0;
+        for (; m_session.CanUndo(); ++steps) m_session.Undo();
+        return steps;
+    }
+
+    TxyGraph m_graph;
+    TGraphSession m_session{m_graph};
+};
+
+TEST_F(TSessionTest, StepsWithOneKeyAreOneUntilSomethingElseHappens) {
+    const TMergeKey edit{&m_graph, 1};
+    Rename("R", edit);
+    Rename("Ru", edit);
+    EXPECT_EQ(m_session.UndoName(), "Ru");
+    Rename("DataSet 1", edit); // typed back to where it began
+    EXPECT_FALSE(m_session.CanUndo());
+    const std::function<void()> kBetween[] = {
+        [] {},
+        [&] { m_session.EndMerging(); },
+        [&] { m_session.MarkClean(); },
+        [&] { m_session.Undo(), m_session.Redo(); },
+        [&] { m_session.Change("width", [&] { m_graph.FirstSeries()->SetLineWidth(9); }); },
+    };
+    const int kSteps[] = {1, 2, 2, 2, 3};
+    for (std::size_t i = 0; i < std::size(kBetween); ++i) {
+        Rename("A", edit);
+        kBetween[i]();
+        Rename("B", edit);
+        EXPECT_EQ(UndoAll(), kSteps[i]) << i;
+        m_session.Start();
+    }
+}
+
+TEST_F(TSessionTest, AChangeInsideAChangeBelongsToItAndAnExceptionPutsAllBack) {
+    int putBack = 0;
+    QObject::connect(&m_session, &TGraphSession::PutBack, [&] { ++putBack; });
+    EXPECT_TRUE(m_session.Change("outer", [&] {
+        EXPECT_FALSE(Rename("inner"));
+        EXPECT_FALSE(m_session.CanUndo());
+        m_session.NameStep("named by the action");
+    }));
+    EXPECT_EQ(m_session.UndoName(), "named by the action");
+    const auto failing = [&] {
+        m_graph.DeleteSeries(1);
+        Rename("half");
+        throw std::runtime_error("no");
+    };
+    EXPECT_THROW(m_session.Change("fails", [&] { m_session.Change("inside", failing); }), std::runtime_error);
+    EXPECT_EQ(putBack, 1);
+    EXPECT_EQ(m_graph.SeriesCount(), 3);
+    EXPECT_EQ(Name(), "inner");
+    EXPECT_EQ(UndoAll(), 1);
+    {
+        TOpenStep cancelled(m_session, "drag");
+        m_graph.FirstSeries()->SetSeriesName("dragged");
+    }
+    EXPECT_EQ(Name(), "DataSet 1");
+}
+
+TEST_F(TSessionTest, WhatFollowsFromAStepIsNoStepAndCostsNoRedo) {
+    Rename("Run 1");
+    m_session.Undo();
+    m_session.FollowUp(
+        [&] { EXPECT_FALSE(m_session.Change("fill", [&] { m_graph.FirstSeries()->SetLineWidth(7); })); });
+    m_graph.XAxis()->SetMax(30);
+    m_session.Redo();
+    EXPECT_EQ(Name(), "Run 1");
+    EXPECT_NE(m_graph.XAxis()->Max(), 30);
+    m_session.Undo();
+    EXPECT_EQ(m_graph.XAxis()->Max(), 30);
+    EXPECT_EQ(m_graph.FirstSeries()->LineWidth(), 7);
+}
+
+TEST_F(TSessionTest, ItIsCleanWhereItWasSaved) {
+    EXPECT_TRUE(m_session.IsClean());
+    Rename("A", {this});
+    EXPECT_FALSE(m_session.IsClean());
+    m_session.MarkClean();
+    Rename("B", {this});
+    EXPECT_FALSE(m_session.IsClean());
+    m_session.Undo();
+    EXPECT_TRUE(m_session.IsClean());
+    m_session.Undo();
+    EXPECT_FALSE(m_session.IsClean());
+    Rename("C"); // the saved state can not be reached any more
+    EXPECT_FALSE(m_session.IsClean());
+    m_session.Stop();
+    m_session.MarkClean();
+    Rename("D");
+    EXPECT_FALSE(m_session.IsClean());
+}
+
+TEST_F(TSessionTest, TheDataSetThatAStepWasMadeOnIsCurrentAgain) {
+    TAppearance& appearance = *m_graph.Appearance();
+    for (const int number : {2, 3}) {
+        appearance.SetCurrSerIndex(number);
+        m_session.Change("width", [&] { m_graph.FindSeries(number)->SetLineWidth(9); });
+    }
+    appearance.SetCurrSerIndex(1);
+    for (const int number : {3, 2}) {
+        m_session.Undo();
+        EXPECT_EQ(appearance.CurrSerIndex(), number);
+    }
+    for (const int number : {2, 3}) {
+        m_session.Redo();
+        EXPECT_EQ(appearance.CurrSerIndex(), number);
+    }
+}
+
+TEST(TUndoHistoryTest, StepsOnLongDataSetsShareWhatStaysAndTheOldestAreDropped) {
+    constexpr std::size_t kLimit = 4u << 20;
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    for (int i = 0; i < 100000; ++i) series.AddPoint(i, i);
+    TUndoHistory history(graph, kLimit);
+    history.Start();
+    for (int i = 0; i < 60; ++i) {
+        series.SetPointY(1 + i * 1600, -1);
+        history.Note("change");
+    }
+    EXPECT_EQ(history.StepCount(), 60);
+    for (int i = 0; i < 60; ++i) {
+        for (int id = 1; id <= 100000; id += 200) series.SetPointY(id, i + 0.5);
+        history.Note("change");
+        EXPECT_LE(history.MemoryUsed(), kLimit);
+    }
+    EXPECT_TRUE(history.CanUndo());
+    EXPECT_LT(history.StepCount(), 60);
+    history.Undo();
+    EXPECT_EQ(series.GetPoint(1)->Y, 58.5);
+    for (int i = 100000; i < 300000; ++i) series.AddPoint(i, i);
+    history.Note("change"); // too large to be kept even once
+    EXPECT_FALSE(history.CanUndo() || history.CanRedo());
+    EXPECT_EQ(history.MemoryUsed(), 0u);
+}
+
+} // namespace
+} // namespace lumoplot
