@@ -1,4 +1,4 @@
-#include "data/analysis/statistics.h"
+#include "data/analysis/least_squares.h"
 #include "graph/model/child_graph.h"
 
 #include <gtest/gtest.h>
