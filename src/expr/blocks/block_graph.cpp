@@ -73,6 +73,19 @@ TNodeIndex TBlockGraph::NodeOf(const TCompiledExpression& expression, double* va
     return Share(node);
 }
 
+bool TBlockGraph::DependsOn(TNodeIndex node, const double* variable) const {
+    if (node == kNoNode) return false;
+    std::vector<bool> depends(static_cast<std::size_t>(node) + 1);
+    for (TNodeIndex i = 0; i <= node; ++i) {
+        const TBlockNode& at = At(i);
+        depends[static_cast<std::size_t>(i)] =
+            (at.Variable == variable && variable) || std::ranges::any_of(at.Args, [&](TNodeIndex arg) {
+                return arg != kNoNode && depends[static_cast<std::size_t>(arg)];
+            });
+    }
+    return depends.back();
+}
+
 TNodeIndex TBlockGraph::AddRecord(const TCompiledExpression& expression, const TEvalRecord& record) {
     if (record.Procedure == &CopyValue) return NodeOf(expression, record.Args[0]);
     const std::optional<TOperation> operation = expression.OperationOf(record);

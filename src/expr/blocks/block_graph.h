@@ -64,6 +64,9 @@ public:
     /// everywhere. Forward mode: the derivative of each node from those of its operands.
     TNodeIndex Derivative(const double* variable);
 
+    /// The node is computed from the double at `variable`. kNoNode depends on nothing.
+    bool DependsOn(TNodeIndex node, const double* variable) const;
+
 private:
     struct THash {
         std::size_t operator()(const TBlockNode& node) const;

@@ -1,9 +1,8 @@
 #include "fit/procedures/curve_fitter.h"
 
 #include "fit/procedures/fit_check.h"
-#include "fit/procedures/minimiser.h"
-#include "fit/procedures/polish.h"
-#include "fit/procedures/variable_metric.h"
+#include "fit/procedures/local_fit.h"
+#include "fit/procedures/small_solve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,8 +13,6 @@ namespace {
 
 constexpr char kCaption[] = "Fitting Data....";
 constexpr double kNotKnown = std::numeric_limits<double>::quiet_NaN();
-constexpr double kLargestOffset = 1e-6;
-constexpr double kRoundingFactor = 1000;
 constexpr int kMostRounds = 4;
 
 TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y) {
@@ -51,22 +48,22 @@ double SumAboutMean(std::span<const double> values) {
     return sum;
 }
 
-/// R⁻¹R⁻ᵀ times the residual variance, in the units of the parameters.
-TMatrix CovarianceOf(const TFitProblem& problem, const TPolished& polished, double variance) {
-    const TMatrix& r = polished.Model.Triangle;
-    TMatrix inverse(r.Size());
-    for (int column = 0; column < r.Size(); ++column) {
-        TVector unit(static_cast<std::size_t>(r.Size()));
+/// R⁻¹R⁻ᵀ times the residual variance.
+TMatrix CovarianceOf(const TLocalFit& found, int size, double variance) {
+    TMatrix covariance(size);
+    for (int i = 0; i < size; ++i) std::ranges::fill(covariance.Column(i), kNotKnown);
+    if (!found.IsDetermined) return covariance;
+    TMatrix inverse(size);
+    for (int column = 0; column < size; ++column) {
+        TVector unit(static_cast<std::size_t>(size));
         unit[static_cast<std::size_t>(column)] = 1;
-        std::ranges::copy(BackSolved(r, std::move(unit)), inverse.Column(column).begin());
+        std::ranges::copy(BackSolved(found.Triangle, std::move(unit)), inverse.Column(column).begin());
     }
-    TMatrix covariance(r.Size());
-    for (int i = 0; i < r.Size(); ++i) {
-        for (int j = 0; j < r.Size(); ++j) {
+    for (int i = 0; i < size; ++i) {
+        for (int j = 0; j < size; ++j) {
             double sum = 0;
-            for (int k = 0; k < r.Size(); ++k) sum += inverse(i, k) * inverse(j, k);
-            covariance(i, j) =
-                polished.IsDetermined ? sum * variance * problem.ScaleOf(i) * problem.ScaleOf(j) : kNotKnown;
+            for (int k = 0; k < size; ++k) sum += inverse(i, k) * inverse(j, k);
+            covariance(i, j) = sum * variance;
         }
     }
     return covariance;
@@ -90,7 +87,7 @@ public:
         for (int round = 1;; ++round) {
             const std::size_t count = usable.X.size();
             m_result.PointsLeftOut = points.X.size() - count;
-            FitPoints(std::move(usable));
+            FitPoints(usable);
             if (m_result.PointsLeftOut == 0 || round == kMostRounds || m_result.End == TFitEnd::Cancelled)
                 break;
             usable = PointsWithValue(m_fit, points);
@@ -110,67 +107,25 @@ private:
             throw EFitError("There are fewer points than varied parameters");
     }
 
-    void FitPoints(TFitPoints points) {
-        TFitProblem problem(m_fit, m_varied, std::move(points), m_progress, m_run.OnIteration);
-        const double start = problem.Value(problem.Start());
-        if (!std::isfinite(start)) throw EFitError("The values of the equation are too large to be fitted");
-        try {
-            TPolished polished = Minimised(problem, *MakeMinimiser(m_fit.ProcType()));
-            // Where a procedure lost its way, least squares may find one from the start.
-            const bool isLost = m_result.End == TFitEnd::NoProgress || m_result.End == TFitEnd::NotDetermined;
-            if (isLost && m_fit.ProcType() != TCurFit::kNewton) {
-                TVariableMetric fromStart;
-                polished = Minimised(problem, fromStart);
-            }
-            problem.Store(polished.Model.At);
-            Summarise(problem, polished.Model.Value);
-            AddErrors(problem, polished);
-        } catch (const TFitCancelled&) {
-            m_result.End = TFitEnd::Cancelled;
-            Summarise(problem, problem.BestValue());
-            m_result.Covariance = TMatrix(problem.Size());
-            problem.Store(problem.Best());
-        }
+    void FitPoints(const TFitPoints& points) {
+        const TLocalFit found =
+            FitLocally({m_fit, m_varied, m_progress, m_run.OnIteration}, points, m_fit.ProcType());
+        m_result.End = found.End;
+        m_result.Iterations += found.Iterations;
+        m_result.Evaluations += found.Evaluations;
+        Summarise(points, found);
     }
 
-    TPolished Minimised(TFitProblem& problem, TMinimiser& procedure) {
-        const TStop stop = procedure.Minimise(problem, problem.Start(), m_fit.Tolerance());
-        TPolished polished = Polish(problem);
-        m_result.End = EndOf(problem, stop, polished);
-        if (stop != TStop::Tolerance || m_result.End != TFitEnd::NoProgress) return polished;
-        // A long flat valley: changes below the tolerance add up. Go on until they are rounding.
-        const TVector place = problem.Best();
-        const TStop last = TVariableMetric().Minimise(problem, place, 0);
-        polished = Polish(problem);
-        m_result.End = EndOf(problem, last, polished);
-        return polished;
-    }
-
-    static TFitEnd EndOf(const TFitProblem& problem, TStop stop, const TPolished& polished) {
-        if (!polished.IsDetermined) return TFitEnd::NotDetermined;
-        const bool isRounding = polished.Offset * polished.Offset * polished.Model.Value <=
-                                kRoundingFactor * kRoundingFactor * problem.RoundingLevel();
-        const bool isStationary = polished.Offset <= kLargestOffset || isRounding;
-        if (isStationary && polished.IsMinimum && stop != TStop::IterationLimit) return TFitEnd::Converged;
-        return stop == TStop::IterationLimit ? TFitEnd::IterationLimit : TFitEnd::NoProgress;
-    }
-
-    void Summarise(const TFitProblem& problem, double value) {
-        const double scale = problem.ResidualScale();
-        m_result.Iterations += problem.Iterations();
-        m_result.Evaluations += problem.Evaluations();
-        m_result.PointsUsed = problem.PointCount();
-        m_result.Rss = 2 * value / scale / scale;
-        const std::size_t freedom = problem.PointCount() - m_varied.size();
-        m_result.ResidualSD =
-            freedom > 0 ? std::sqrt(2 * value / static_cast<double>(freedom)) / scale : kNotKnown;
-        const double about = SumAboutMean(problem.Points().Y);
+    void Summarise(const TFitPoints& points, const TLocalFit& found) {
+        m_result.PointsUsed = points.X.size();
+        m_result.Rss = found.Rss;
+        const std::size_t freedom = m_result.PointsUsed - m_varied.size();
+        const double variance = freedom > 0 ? found.Rss / static_cast<double>(freedom) : kNotKnown;
+        m_result.ResidualSD = std::sqrt(variance);
+        const double about = SumAboutMean(points.Y);
         m_result.RSquared = about > 0 ? 1 - m_result.Rss / about : kNotKnown;
-    }
-
-    void AddErrors(const TFitProblem& problem, const TPolished& polished) {
-        const double deviation = m_result.ResidualSD * problem.ResidualScale();
-        m_result.Covariance = CovarianceOf(problem, polished, deviation * deviation);
+        m_result.Covariance = CovarianceOf(found, static_cast<int>(m_varied.size()), variance);
+        if (m_result.End == TFitEnd::Cancelled) return;
         for (std::size_t i = 0; i < m_varied.size(); ++i) {
             const double error = m_result.StandardError(i);
             m_varied[i]->FinalDeviation = std::isfinite(error) ? error : 0;

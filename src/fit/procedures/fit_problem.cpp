@@ -1,5 +1,8 @@
 #include "fit/procedures/fit_problem.h"
 
+#include "expr/blocks/formula_structure.h"
+#include "fit/procedures/small_solve.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -11,44 +14,55 @@ constexpr std::size_t kChunk = 1024;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kDefaultDeviation = 0.01;
 
-// A power of two, so that scaling rounds nothing.
-double PowerOfTwoBelow(double value) {
-    return value != 0 && std::isfinite(value) ? std::exp2(std::ilogb(value)) : 1;
-}
-
-double LargestOf(std::span<const double> values) {
-    double largest = 0;
-    for (const double value : values) largest = std::max(largest, std::abs(value));
-    return largest;
-}
-
-std::vector<double*> ValuesOf(const std::vector<TDBLParameter*>& parameters) {
+// Moves the parameters that the model is linear in to the front; returns their number.
+std::size_t LinearFirst(TCurFit& fit, std::vector<TDBLParameter*>& varied, TLinearPart linearPart) {
+    if (linearPart == TLinearPart::Keep) return 0;
     std::vector<double*> values;
-    for (TDBLParameter* parameter : parameters) values.push_back(parameter->ValueRef());
-    return values;
+    for (TDBLParameter* parameter : varied) values.push_back(parameter->ValueRef());
+    const std::vector<bool> isLinear = LinearVariables(fit, fit.XRef(), values);
+    std::vector<TDBLParameter*> ordered;
+    for (const bool wanted : {true, false})
+        for (std::size_t i = 0; i < varied.size(); ++i)
+            if (isLinear[i] == wanted) ordered.push_back(varied[i]);
+    varied = std::move(ordered);
+    return static_cast<std::size_t>(std::ranges::count(isLinear, true));
+}
+
+TMatrix Leading(const TMatrix& matrix, int size) {
+    TMatrix part(size);
+    for (int j = 0; j < size; ++j)
+        for (int i = 0; i < size; ++i) part(i, j) = matrix(i, j);
+    return part;
+}
+
+TMatrix Trailing(const TMatrix& matrix, int size) {
+    const int first = matrix.Size() - size;
+    TMatrix part(size);
+    for (int j = 0; j < size; ++j)
+        for (int i = 0; i < size; ++i) part(i, j) = matrix(first + i, first + j);
+    return part;
 }
 
 } // namespace
 
-TFitProblem::TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, TFitPoints points,
-                         TProgress& progress, TIterationHandler onIteration)
-    : m_fit(fit), m_varied(std::move(varied)), m_points(std::move(points)), m_progress(progress),
-      m_onIteration(std::move(onIteration)), m_evaluator(fit, fit.XRef(), ValuesOf(m_varied)),
-      m_bestValue(kInfinity), m_iterationLimit(fit.IterMax()),
-      m_residuals(std::min(kChunk, m_points.X.size())) {
-    for (const TDBLParameter* parameter : m_varied) {
-        const double deviation = parameter->StartDeviation;
-        const double scale = PowerOfTwoBelow(parameter->Value());
-        m_scales.push_back(scale);
-        m_start.push_back(parameter->Value() / scale);
+TFitProblem::TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, const TFitPoints& points,
+                         TLinearPart linearPart, TProgress& progress, TIterationHandler onIteration)
+    : m_progress(progress), m_onIteration(std::move(onIteration)),
+      m_linearCount(LinearFirst(fit, varied, linearPart)), m_rows(fit, varied, m_linearCount, points),
+      m_bestValue(kInfinity), m_linear(m_linearCount), m_iterationLimit(fit.IterMax()),
+      m_residuals(std::min(kChunk, points.X.size())) {
+    for (std::size_t i = 0; i < varied.size(); ++i) {
+        const double value = varied[i]->Value() / m_rows.ScaleOf(i);
+        if (i < m_linearCount) {
+            m_bestLinear.push_back(value);
+            continue;
+        }
+        const double deviation = varied[i]->StartDeviation;
+        m_start.push_back(value);
         m_firstSteps.push_back(deviation > 0 && std::isfinite(deviation) ? deviation : kDefaultDeviation);
         if (m_start.back() != 0) m_firstSteps.back() *= std::abs(m_start.back());
     }
     m_best = m_start;
-    m_residualScale = 1 / PowerOfTwoBelow(LargestOf(m_points.Y));
-    for (const double y : m_points.Y) m_roundingLevel += (y * m_residualScale) * (y * m_residualScale);
-    const double epsilon = std::numeric_limits<double>::epsilon();
-    m_roundingLevel *= 0.5 * epsilon * epsilon;
 }
 
 void TFitProblem::CheckCancelled() {
@@ -56,19 +70,29 @@ void TFitProblem::CheckCancelled() {
 }
 
 void TFitProblem::Store(std::span<const double> at) {
-    for (std::size_t i = 0; i < m_varied.size(); ++i) *m_varied[i]->ValueRef() = at[i] * m_scales[i];
+    for (std::size_t i = 0; i < at.size(); ++i) m_rows.Store(m_linearCount + i, at[i]);
+}
+
+void TFitProblem::StoreLinear(std::span<const double> linear) {
+    for (std::size_t i = 0; i < linear.size(); ++i) m_rows.Store(i, linear[i]);
+}
+
+void TFitProblem::StoreBest() {
+    Store(m_best);
+    StoreLinear(m_bestLinear);
 }
 
 void TFitProblem::Note(std::span<const double> at, double value) {
     if (!(value < m_bestValue)) return;
     m_bestValue = value;
     m_best.assign(at.begin(), at.end());
+    m_bestLinear = m_linear;
 }
 
 bool TFitProblem::NextIteration() {
     if (m_iterations >= m_iterationLimit) return false;
     if (m_iterations > 0 && m_onIteration) {
-        Store(m_best);
+        StoreBest();
         m_onIteration();
     }
     ++m_iterations;
@@ -77,78 +101,107 @@ bool TFitProblem::NextIteration() {
 }
 
 std::size_t TFitProblem::ChunkAt(std::size_t start) const {
-    return std::min(kChunk, m_points.X.size() - start);
-}
-
-// Turns values of the model into scaled residuals and returns their sum of squares.
-double TFitProblem::Residuals(std::size_t start, std::span<double> values) const {
-    for (std::size_t i = 0; i < values.size(); ++i)
-        values[i] = (values[i] - m_points.Y[start + i]) * m_residualScale;
-    return Dot(values, values);
+    return std::min(kChunk, PointCount() - start);
 }
 
 double TFitProblem::Value(std::span<const double> at) {
     Store(at);
     ++m_evaluations;
+    const double sum = m_linearCount > 0 ? SolveLinear(at) : SumOfSquares();
+    if (!std::isfinite(sum)) return kInfinity;
+    Note(at, 0.5 * sum);
+    return 0.5 * sum;
+}
+
+double TFitProblem::SumOfSquares() {
     double sum = 0;
+    for (std::size_t start = 0, count; start < PointCount() && std::isfinite(sum); start += count) {
+        CheckCancelled();
+        count = ChunkAt(start);
+        sum += m_rows.Residuals(start, std::span(m_residuals).first(count));
+    }
+    return sum;
+}
+
+// The best values of the linear parameters where the others are stored. They start from 0, so that what they
+// were before leaves no trace. What the reflections leave of the residuals is what no value can fit.
+double TFitProblem::SolveLinear(std::span<const double> at) {
+    m_linearAt.clear();
+    StoreLinear(TVector(m_linearCount));
+    m_work.resize(m_rows.ParameterCount() * m_residuals.size());
+    TRowQr qr(static_cast<int>(m_linearCount));
+    double rest = 0;
     for (std::size_t start = 0, count; start < PointCount(); start += count) {
         CheckCancelled();
         count = ChunkAt(start);
         const std::span residuals = std::span(m_residuals).first(count);
-        m_evaluator.Evaluate(std::span(m_points.X).subspan(start, count), residuals);
-        sum += Residuals(start, residuals);
-        if (!std::isfinite(sum)) return kInfinity;
+        const std::span columns = std::span(m_work).first(m_linearCount * count);
+        if (!std::isfinite(m_rows.LinearRows(start, residuals, columns))) return kInfinity;
+        qr.AddRows(columns, residuals);
+        rest += Dot(residuals, residuals);
     }
-    Note(at, 0.5 * sum);
-    return 0.5 * sum;
+    const TSmallSolution solution = SolveTriangle(qr.Triangle(), qr.Projected());
+    m_linear = solution.X;
+    for (double& value : m_linear) value = -value;
+    StoreLinear(m_linear);
+    m_linearAt.assign(at.begin(), at.end());
+    return rest + solution.Rest;
 }
 
 bool TFitProblem::Linearise(std::span<const double> at, TLinearModel& model) {
     Store(at);
     ++m_evaluations;
+    if (m_linearCount > 0) {
+        if (!std::ranges::equal(at, m_linearAt) && !std::isfinite(SolveLinear(at))) return false;
+        StoreLinear(m_linear);
+    }
+    const std::size_t width = m_rows.ParameterCount();
     const bool isFirst = m_jacobian.empty();
-    if (isFirst) m_jacobian.resize(m_varied.size() * PointCount());
-    m_work.resize(m_varied.size() * m_residuals.size());
+    if (isFirst) m_jacobian.resize(width * PointCount());
+    m_work.resize(width * m_residuals.size());
     model.At.assign(at.begin(), at.end());
-    model.OldJacobianTimesResiduals.assign(isFirst ? 0 : m_varied.size(), 0);
+    model.OldJacobianTimesResiduals.assign(isFirst ? 0 : width, 0);
     model.Value = 0;
-    TRowQr qr(Size());
+    TRowQr qr(static_cast<int>(width));
     for (std::size_t start = 0, count; start < PointCount(); start += count) {
         CheckCancelled();
         count = ChunkAt(start);
-        AddRows(start, count, qr, model);
+        const std::span residuals = std::span(m_residuals).first(count);
+        const std::span fresh = std::span(m_work).first(width * count);
+        const std::span old = std::span(m_jacobian).subspan(width * start, fresh.size());
+        model.Value += 0.5 * m_rows.AllRows(start, residuals, fresh);
+        for (std::size_t j = 0; j < model.OldJacobianTimesResiduals.size(); ++j)
+            model.OldJacobianTimesResiduals[j] += Dot(old.subspan(j * count, count), residuals);
+        std::ranges::copy(fresh, old.begin());
+        qr.AddRows(fresh, residuals);
     }
-    model.Triangle = qr.Triangle();
-    model.Projected = qr.Projected();
-    model.Gradient = TransposedTimes(model.Triangle, model.Projected);
-    const bool isFinite = std::isfinite(model.Value) && std::isfinite(Norm(model.Gradient)) &&
-                          std::ranges::all_of(m_varied, [&, j = 0](auto) mutable {
-                              return std::isfinite(Norm(model.Triangle.Column(j++)));
-                          });
+    if (!isFirst) LearnOld(m_triangle, model);
+    Reduce(qr, model);
+    bool isFinite = std::isfinite(model.Value) && std::isfinite(Norm(model.Gradient));
+    for (int j = 0; j < Size(); ++j) isFinite = isFinite && std::isfinite(Norm(model.Triangle.Column(j)));
     if (isFinite) Note(at, model.Value);
     return isFinite;
 }
 
-// A chunk of scaled residuals and the columns of the Jacobian.
-void TFitProblem::EvaluateRows(std::size_t start, std::span<double> residuals, std::span<double> rows) {
-    const std::size_t count = residuals.size();
-    m_evaluator.EvaluateWithDerivatives(std::span(m_points.X).subspan(start, count), residuals, rows);
-    for (std::size_t j = 0; j < m_varied.size(); ++j) {
-        const double scale = m_scales[j] * m_residualScale;
-        for (double& slope : rows.subspan(j * count, count)) slope *= scale;
-    }
+// Takes what belongs to the linear parameters out of the old Jacobian times the new residuals.
+void TFitProblem::LearnOld(const TMatrix& old, TLinearModel& model) {
+    if (m_linearCount == 0) return;
+    const TVector& products = model.OldJacobianTimesResiduals;
+    const int linear = static_cast<int>(m_linearCount);
+    const TVector along =
+        ForwardSolved(Leading(old, linear), TVector(products.begin(), products.begin() + linear));
+    TVector reduced(products.begin() + linear, products.end());
+    for (int j = 0; j < Size(); ++j)
+        reduced[static_cast<std::size_t>(j)] -= Dot(old.Column(linear + j).first(m_linearCount), along);
+    model.OldJacobianTimesResiduals = std::move(reduced);
 }
 
-void TFitProblem::AddRows(std::size_t start, std::size_t count, TRowQr& qr, TLinearModel& model) {
-    const std::span residuals = std::span(m_residuals).first(count);
-    const std::span fresh = std::span(m_work).first(m_varied.size() * count);
-    const std::span old = std::span(m_jacobian).subspan(m_varied.size() * start, fresh.size());
-    EvaluateRows(start, residuals, fresh);
-    model.Value += 0.5 * Residuals(start, residuals);
-    for (std::size_t j = 0; j < model.OldJacobianTimesResiduals.size(); ++j)
-        model.OldJacobianTimesResiduals[j] += Dot(old.subspan(j * count, count), residuals);
-    std::ranges::copy(fresh, old.begin());
-    qr.AddRows(fresh, residuals);
+void TFitProblem::Reduce(const TRowQr& qr, TLinearModel& model) {
+    m_triangle = qr.Triangle();
+    model.Triangle = m_linearCount > 0 ? Trailing(m_triangle, Size()) : m_triangle;
+    model.Projected.assign(qr.Projected().begin() + static_cast<std::ptrdiff_t>(m_linearCount),
+                           qr.Projected().end());
+    model.Gradient = TransposedTimes(model.Triangle, model.Projected);
 }
 
 std::vector<double> TFitProblem::ResidualsAt(std::span<const double> at) {
@@ -158,9 +211,7 @@ std::vector<double> TFitProblem::ResidualsAt(std::span<const double> at) {
     for (std::size_t start = 0, count; start < PointCount(); start += count) {
         CheckCancelled();
         count = ChunkAt(start);
-        const std::span part = std::span(residuals).subspan(start, count);
-        m_evaluator.Evaluate(std::span(m_points.X).subspan(start, count), part);
-        Residuals(start, part);
+        m_rows.Residuals(start, std::span(residuals).subspan(start, count));
     }
     return residuals;
 }
@@ -168,15 +219,16 @@ std::vector<double> TFitProblem::ResidualsAt(std::span<const double> at) {
 TVector TFitProblem::JacobianTimes(std::span<const double> at, std::span<const double> residuals) {
     Store(at);
     ++m_evaluations;
-    TVector product(m_varied.size());
-    m_work.resize(m_varied.size() * m_residuals.size());
+    const std::size_t width = m_rows.ParameterCount();
+    TVector product(width);
+    m_work.resize(width * m_residuals.size());
     for (std::size_t start = 0, count; start < PointCount(); start += count) {
         CheckCancelled();
         count = ChunkAt(start);
-        const std::span rows = std::span(m_work).first(m_varied.size() * count);
-        EvaluateRows(start, std::span(m_residuals).first(count), rows);
+        const std::span columns = std::span(m_work).first(width * count);
+        m_rows.AllRows(start, std::span(m_residuals).first(count), columns);
         for (std::size_t j = 0; j < product.size(); ++j)
-            product[j] += Dot(rows.subspan(j * count, count), residuals.subspan(start, count));
+            product[j] += Dot(columns.subspan(j * count, count), residuals.subspan(start, count));
     }
     return product;
 }

@@ -1,10 +1,14 @@
 // What the fitting procedures minimise: half the sum of squared residuals of a model over its points, as a
-// function of the varied parameters in units of their starting values. It counts evaluations and iterations,
-// remembers the best place, and stops a cancelled run.
+// function of the varied parameters in units of their starting values. Parameters that the model is linear in
+// may be projected out: then it is a function of the others alone, and each place has the best values of
+// the linear ones. It counts evaluations and iterations, remembers the best place, and stops a cancelled run.
+//
+// G. H. Golub, V. Pereyra, SIAM J. Numer. Anal. 10 (1973) 413-432; L. Kaufman, BIT 15 (1975) 49-57, for the
+// Jacobian without the derivatives of the projection.
 #pragma once
 
-#include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
+#include "fit/procedures/fit_rows.h"
 #include "fit/procedures/row_qr.h"
 #include "support/progress.h"
 
@@ -15,13 +19,8 @@ namespace lumoplot {
 /// Thrown through a procedure when the user has cancelled.
 class TFitCancelled {};
 
-/// The points of a fit, Y corrected; X and Y have the same length and are finite.
-struct TFitPoints {
-    std::vector<double> X;
-    std::vector<double> Y;
-};
-
 /// The residuals f(x) − y at one place and how they change with the parameters: [J | r] = Q * [R | Q^T r].
+/// With parameters projected out J is what remains of the columns of the others.
 struct TLinearModel {
     TVector At;
     double Value = 0; ///< half the sum of squares
@@ -33,30 +32,34 @@ struct TLinearModel {
     TVector OldJacobianTimesResiduals;
 };
 
+/// What happens to the parameters that the model is linear in.
+enum class TLinearPart { Keep, Project };
+
 class TFitProblem {
 public:
     /// After each iteration, with the best parameters in the fit.
     using TIterationHandler = std::function<void()>;
 
     /// The fit is compiled and its varied parameters (at least one) have their starting values. All borrowed.
-    TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, TFitPoints points, TProgress& progress,
-                TIterationHandler onIteration);
+    TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, const TFitPoints& points,
+                TLinearPart linearPart, TProgress& progress, TIterationHandler onIteration);
 
-    int Size() const { return static_cast<int>(m_varied.size()); }
-    std::size_t PointCount() const { return m_points.X.size(); }
-    const TFitPoints& Points() const { return m_points; }
+    /// How many parameters a place has; with all projected out, none.
+    int Size() const { return static_cast<int>(m_rows.ParameterCount() - m_linearCount); }
+    std::size_t PointCount() const { return m_rows.Points().X.size(); }
+    const TFitPoints& Points() const { return m_rows.Points(); }
     const TVector& Start() const { return m_start; }
     /// The size of the first step for each parameter, from its StartDeviation.
     const TVector& FirstSteps() const { return m_firstSteps; }
     /// Half the sum of squares below which residuals are only rounding.
-    double RoundingLevel() const { return m_roundingLevel; }
+    double RoundingLevel() const { return m_rows.RoundingLevel(); }
 
     /// Half the sum of squares at a place; infinity where the model is not finite at every point.
     double Value(std::span<const double> at);
     /// Moves the linear model to a place; false, with the model useless, where it is not finite.
     bool Linearise(std::span<const double> at, TLinearModel& model);
 
-    /// The residuals at a place, and J(at)^T times given residuals, one for each point.
+    /// The residuals at a place, and J(at)^T times given residuals, one for each point; nothing projected.
     std::vector<double> ResidualsAt(std::span<const double> at);
     TVector JacobianTimes(std::span<const double> at, std::span<const double> residuals);
 
@@ -70,38 +73,43 @@ public:
 
     const TVector& Best() const { return m_best; }
     double BestValue() const { return m_bestValue; }
-    /// Puts the values of a place into the parameters of the fit.
+    /// Puts the values of a place into the parameters of the fit; those projected out are left.
     void Store(std::span<const double> at);
+    /// Puts the best values of all varied parameters into the fit.
+    void StoreBest();
     /// The scale of a parameter: value = scale * place.
-    double ScaleOf(int index) const { return m_scales[static_cast<std::size_t>(index)]; }
+    double ScaleOf(int index) const {
+        return m_rows.ScaleOf(m_linearCount + static_cast<std::size_t>(index));
+    }
     /// Residuals are multiplied by this power of two.
-    double ResidualScale() const { return m_residualScale; }
+    double ResidualScale() const { return m_rows.ResidualScale(); }
 
 private:
     void CheckCancelled();
     void Note(std::span<const double> at, double value);
     std::size_t ChunkAt(std::size_t start) const;
-    double Residuals(std::size_t start, std::span<double> values) const;
-    void EvaluateRows(std::size_t start, std::span<double> residuals, std::span<double> rows);
-    void AddRows(std::size_t start, std::size_t count, TRowQr& qr, TLinearModel& model);
+    double SumOfSquares();
+    double SolveLinear(std::span<const double> at);
+    void StoreLinear(std::span<const double> linear);
+    void Reduce(const TRowQr& qr, TLinearModel& model);
+    void LearnOld(const TMatrix& old, TLinearModel& model);
 
-    TCurFit& m_fit;
-    std::vector<TDBLParameter*> m_varied;
-    TFitPoints m_points;
     TProgress& m_progress;
     TIterationHandler m_onIteration;
-    TBlockEvaluator m_evaluator;
-    TVector m_scales;
+    std::size_t m_linearCount;
+    TFitRows m_rows; ///< the parameters that are projected out come first
     TVector m_start;
     TVector m_firstSteps;
-    double m_residualScale = 1;
-    double m_roundingLevel = 0;
     TVector m_best;
+    TVector m_bestLinear;
     double m_bestValue;
+    TVector m_linearAt; ///< where the linear parameters were solved last, and their values
+    TVector m_linear;
     int m_iterations = 0;
     int m_iterationLimit;
     int m_evaluations = 0;
     std::vector<double> m_jacobian; ///< a chunk of points behind the other, its columns one by one
+    TMatrix m_triangle;             ///< of that Jacobian
     std::vector<double> m_work;
     std::vector<double> m_residuals;
 };

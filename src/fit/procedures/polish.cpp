@@ -1,6 +1,7 @@
 #include "fit/procedures/polish.h"
 
 #include "fit/procedures/jacobi.h"
+#include "fit/procedures/small_solve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,30 +11,10 @@ namespace lumoplot {
 namespace {
 
 constexpr double kDifference = 1e-6; // relative, for slopes that are exact
-constexpr double kDependent = 1e-14; // singular values of unit columns
 constexpr double kFastEnough = 0.01; // of the projected residuals left after a step
 constexpr double kStillImproves = 0.5;
 constexpr double kMayGrow = 1e-9; // of the sum of squares, by rounding
 constexpr int kMostSteps = 12;
-
-// x of Rᵀ x = b.
-TVector ForwardSolved(const TMatrix& r, TVector b) {
-    for (int j = 0; j < r.Size(); ++j) {
-        const auto before = static_cast<std::size_t>(j);
-        b[before] = (b[before] - Dot(r.Column(j).first(before), std::span(b).first(before))) / r(j, j);
-    }
-    return b;
-}
-
-bool HasIndependentColumns(TMatrix r) {
-    for (int j = 0; j < r.Size(); ++j) {
-        const double length = Norm(r.Column(j));
-        if (!(length > 0) || r(j, j) == 0) return false;
-        for (double& element : r.Column(j)) element /= length;
-    }
-    const TVector values = DecomposeSingular(r).Values;
-    return *std::ranges::min_element(values) > kDependent * *std::ranges::max_element(values);
-}
 
 /// The neglected curvature Σ r ∇²r in the basis of R: I + C is the Hessian there.
 class TCurvature {
@@ -136,15 +117,6 @@ private:
 };
 
 } // namespace
-
-TVector BackSolved(const TMatrix& r, TVector b) {
-    for (int j = r.Size() - 1; j >= 0; --j) {
-        double& x = b[static_cast<std::size_t>(j)];
-        x /= r(j, j);
-        AddTimes(std::span(b).first(static_cast<std::size_t>(j)), -x, r.Column(j));
-    }
-    return b;
-}
 
 TPolished Polish(TFitProblem& problem) {
     return TPolisher(problem).Run();

@@ -17,9 +17,6 @@ struct TPolished {
     bool IsMinimum = true;
 };
 
-/// x of R x = b, for an upper triangle without zeros on its diagonal.
-TVector BackSolved(const TMatrix& r, TVector b);
-
 /// Improves the problem's best place by Newton steps in the basis of R, with the curvature of the model from
 /// differences of its exact derivatives, until the steps are rounding. A place that is no stationary one is
 /// left.

@@ -132,6 +132,40 @@ TEST(CurveFitter, StepsBackFromPlacesWithoutAValue) {
     }
 }
 
+struct TFarStart {
+    const char* equation;
+    std::initializer_list<TStart> starts;
+    std::initializer_list<double> expected;
+};
+
+// Only what the model is not linear in needs a start, and a point whose derivative has only a limit (the
+// first of each, at x = 0) does not stop a fit.
+TEST(CurveFitter, LinearParametersNeedNoStart) {
+    const TFarStart cases[] = {
+        {"a*exp(-b*x)+c", {{"a", 1e9}, {"b", 0.1}, {"c", -1e7}}, {3, 0.5, -2}},
+        {"a*x/(k+x)", {{"a", 1}, {"k", 1}}, {300, 0.05}},
+        {"a*exp(-((x/t)^b))", {{"a", 1}, {"t", 50}, {"b", 1}}, {3, 2, 0.6}},
+        {"a*x^n+c", {{"a", 0}, {"n", 1.5}, {"c", 0}}, {2, 0.5, 1}},
+        {"a+b*x+c*x^2", {{"a", 0}, {"b", 0}, {"c", 0}}, {5e5, -1e3, 0.5}},
+    };
+    for (const int procType : kProcedures) {
+        for (const TFarStart& c : cases) {
+            TModel model(c.equation, c.starts, procType);
+            model.SetPoints(40, 0.25, [](double) { return 0; });
+            int number = 0;
+            for (const double value : c.expected) *model.fit.Parameter(++number)->ValueRef() = value;
+            model.fit.Compile();
+            for (std::size_t i = 0; i < model.x.size(); ++i) model.y[i] = model.fit.EvaluateAt(model.x[i]);
+            number = 0;
+            for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
+            EXPECT_EQ(model.Run().End, TFitEnd::Converged) << c.equation << " by " << procType;
+            number = 0;
+            for (const double value : c.expected)
+                EXPECT_NEAR(model.Value(++number), value, 1e-6 * std::abs(value)) << c.equation;
+        }
+    }
+}
+
 TEST(CurveFitter, WhatThePointsLeaveOpenIsNotConvergence) {
     for (const int procType : kProcedures) {
         TModel product("a*b*x", {{"a", 1}, {"b", 1}}, procType);

@@ -178,7 +178,7 @@ TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
     m_graph->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !Fit().IsStale(); }));
-    Fit().Parameter(1)->SetValue(0.5);
+    Fit().Parameter(2)->SetValue(2);
     QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(),
                      [this] { m_graph->FreeAllSeries(); });
     m_graph->PrepareForDrawing();

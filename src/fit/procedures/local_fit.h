@@ -1,0 +1,34 @@
+// One run of a procedure over given points, from the parameters as they are to the last digits of the place
+// that it finds.
+#pragma once
+
+#include "fit/definition/fit_result.h"
+#include "fit/procedures/polish.h"
+
+namespace lumoplot {
+
+/// What a run works on; all borrowed.
+struct TFitTask {
+    TCurFit& Fit; ///< compiled
+    std::vector<TDBLParameter*> Varied;
+    TProgress& Progress;
+    TFitProblem::TIterationHandler OnIteration;
+};
+
+struct TLocalFit {
+    TFitEnd End = TFitEnd::Cancelled;
+    TVector Values; ///< of the varied parameters
+    double Rss = 0; ///< weighted
+    int Iterations = 0;
+    int Evaluations = 0;
+    /// R of the Jacobian in the units of the parameters and of Y; empty where it is not known.
+    TMatrix Triangle;
+    /// The points determine all parameters; then R has an inverse.
+    bool IsDetermined = false;
+};
+
+/// Runs the procedure of that number; afterwards the fit has the best parameters found. A cancelled run ends
+/// as such. Throws EFitError where the model has no values that can be squared at the start.
+TLocalFit FitLocally(const TFitTask& task, const TFitPoints& points, int procType);
+
+} // namespace lumoplot
