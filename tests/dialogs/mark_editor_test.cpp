@@ -43,14 +43,6 @@ protected:
     std::unique_ptr<TxyMark> Editor;
 };
 
-TEST_F(MarkEditor, NothingIsSelectedAtFirst) {
-    Show({{.Caption = "limit"}});
-    EXPECT_EQ(Entry(0), "1: limit");
-    EXPECT_EQ(Labels(), "");
-    for (const char* name : {"cbx_Type", "cbx_Status", "m_Text", "btnColor", "btnDelete"})
-        EXPECT_FALSE(Find<QWidget>(name).isEnabled()) << name;
-}
-
 TEST_F(MarkEditor, TheTypeSaysWhichCoordinatesThereAre) {
     Show({{.X1 = 1, .Y1 = 2, .X2 = 3, .Y2 = 4, .TypeOfMark = TMarkType::Line}});
     Select(0);

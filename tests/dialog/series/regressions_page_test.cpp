@@ -2,8 +2,6 @@
 
 #include "dialog/common/color_button.h"
 
-#include <QAbstractItemView>
-#include <QColorDialog>
 #include <QLabel>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -22,20 +20,7 @@ protected:
         Wizard.RefillPages();
     }
     std::string TextOf(const char* label) { return Find<QLabel>(label).text().toStdString(); }
-    void PickColor(const char* button, QColor color) {
-        WhenModal<QColorDialog>([color](QColorDialog& dialog) {
-            dialog.setCurrentColor(color);
-            dialog.accept();
-        });
-        Click(button);
-    }
 };
-
-TEST_F(RegressionsPage, IsTheThirdPage) {
-    auto& tabs = Find<QTabWidget>("tabs");
-    EXPECT_EQ(tabs.tabText(2), QStringLiteral("&Regressions"));
-    EXPECT_EQ(tabs.currentIndex(), 2);
-}
 
 TEST_F(RegressionsPage, EachRegressionNamesItsControlValuesAndKeepsThem) {
     struct TCase {
@@ -104,41 +89,6 @@ TEST_F(RegressionsPage, OnlyNumbersReachTheDataSet) {
                                                          : Current().UpperBound();
         EXPECT_EQ(value, c.expected);
         EXPECT_EQ(Find<QLineEdit>(c.edit).toolTip().contains(QStringLiteral("is not a valid")), c.marked);
-    }
-}
-
-TEST_F(RegressionsPage, LookOfTheLinesIsStored) {
-    Choose("cbx_Regression", 1);
-    Choose("cbx_RegressionLineStyle", 2);
-    Find<QSpinBox>("se_RegressionLineWidth").selectAll();
-    QTest::keyClicks(&Find<QSpinBox>("se_RegressionLineWidth"), QStringLiteral("17"));
-    PickColor("b_RegressionColor", QColor(1, 2, 3));
-    Choose("cbx_Bounds", 5);
-    Choose("cbx_BoundsLineStyle", 4);
-    PickColor("b_BoundsColor", QColor(4, 5, 6));
-    EXPECT_EQ(Current().RegressionLineStyle(), TPenStyle::Dot);
-    EXPECT_EQ(Current().RegressionLineWidth(), 17);
-    EXPECT_EQ(Current().RegressionColor(), MakeColor(1, 2, 3));
-    EXPECT_EQ(Current().BoundsType(), TBoundsType::AllSD);
-    EXPECT_EQ(Current().BoundsLineStyle(), TPenStyle::DashDotDot);
-    EXPECT_EQ(Current().BoundsColor(), MakeColor(4, 5, 6));
-}
-
-TEST_F(RegressionsPage, BoundsEnableWhatTheyUse) {
-    const char* captions[] = {"None",
-                              "As Set Below",
-                              "at 1SD from Mean",
-                              "at 2SD from Mean ",
-                              "at 3SD from Mean",
-                              "at 1, 2 and 3 SD"};
-    for (int item = 5; item >= 0; --item) {
-        Choose("cbx_Bounds", item);
-        EXPECT_EQ(Find<QComboBox>("cbx_Bounds").currentText(), QLatin1String(captions[item]));
-        EXPECT_EQ(static_cast<int>(Current().BoundsType()), item);
-        EXPECT_EQ(Find<QComboBox>("cbx_BoundsLineStyle").isEnabled(), item > 0);
-        EXPECT_EQ(Find<TColorButton>("b_BoundsColor").isVisible(), item > 0);
-        EXPECT_EQ(Find<QLineEdit>("e_LowerBound").isEnabled(), item == 1);
-        EXPECT_EQ(Find<QLineEdit>("e_UpperBound").isEnabled(), item == 1);
     }
 }
 
@@ -213,29 +163,6 @@ TEST_F(RegressionsPage, RunningAverageOfAHostIsLeftAlone) {
     list.showPopup();
     QTest::keyClick(list.view(), Qt::Key_Return);
     EXPECT_EQ(Current().RegressionType(), 2) << "chosen again";
-}
-
-TEST_F(RegressionsPage, WithoutADataSetThePageIsEmptyAndInert) {
-    Choose("cbx_Regression", 1);
-    Click("btnDelete");
-    EXPECT_EQ(TextOf("lblRegressionResult"), "");
-    EXPECT_EQ(TextOf("lblYStatistics"), "");
-    EXPECT_FALSE(Find<QComboBox>("cbx_Regression").isEnabled());
-}
-
-TEST_F(RegressionsPage, TabWalksTheControlsAsTheyLie) {
-    Choose("cbx_Regression", 1);
-    Choose("cbx_Bounds", 1);
-    const char* order[] = {
-        "cbx_Regression",         "e_ControlValue1",   "e_ControlValue2", "cbx_RegressionLineStyle",
-        "se_RegressionLineWidth", "b_RegressionColor", "cbx_Bounds",      "cbx_BoundsLineStyle",
-        "b_BoundsColor",          "e_LowerBound",      "e_UpperBound"};
-    Find<QWidget>(order[0]).setFocus();
-    for (const char* name : order) {
-        ASSERT_TRUE(Wizard.focusWidget());
-        EXPECT_EQ(Wizard.focusWidget()->objectName(), QLatin1String(name));
-        QTest::keyClick(&Wizard, Qt::Key_Tab);
-    }
 }
 
 } // namespace
