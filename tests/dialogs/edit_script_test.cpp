@@ -77,27 +77,6 @@ TEST_F(EditScriptTest, CloseDiscardsWhatWasTyped) {
     EXPECT_TRUE(Changed) << "whatever the text is now";
 }
 
-TEST_F(EditScriptTest, TheMenuEditsTheText) {
-    EXPECT_TRUE(Edit([](TfrmEditScript& window) {
-        QPlainTextEdit& text = Text(window);
-        QTest::keyClick(&text, Qt::Key_End, Qt::ShiftModifier);
-        Choose(window, "&Copy");
-        EXPECT_EQ(QApplication::clipboard()->text(), "one");
-        Choose(window, "Cu&t");
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthree");
-        QTest::keyClick(&text, Qt::Key_End, Qt::ControlModifier);
-        Choose(window, "&Paste");
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthreeone");
-        Choose(window, "C&lear All");
-        EXPECT_EQ(text.toPlainText(), "");
-        QTest::keyClick(&text, Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthreeone") << "clearing can be undone";
-        Choose(window, "C&lear All");
-        Click(window, "btnOk");
-    }));
-    EXPECT_EQ(Lines, TLines());
-}
-
 TEST_F(EditScriptTest, PrintsIntoAFileAndShowsAPreview) {
     QTemporaryDir folder;
     const QString file = folder.filePath("script.pdf");

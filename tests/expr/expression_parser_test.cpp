@@ -77,19 +77,6 @@ TEST(ExpressionParser, PowerIsWholeOnlyBeforeANumberWithoutAPoint) {
     }
 }
 
-TEST(ExpressionParser, NoValueIsTheDoubleOfAllOnes) {
-    TExpressionParser parser;
-    std::vector<double> values = {parser.Evaluate(), parser.EvaluateIndex(-1), parser.EvaluateIndex(0)};
-    for (const char* text : {"1/0", "unknown", "exp(800)", "1 div 0", "sqrt(-1)", "(-8)^(1/3)", "arcsin(2)",
-                             "arccos(-2)", "arccosh(0)", "arctanh(1)", "logn(1,2)"})
-        values.push_back(ValueOf(text));
-    for (const double value : values) {
-        unsigned char bytes[sizeof value];
-        std::memcpy(bytes, &value, sizeof value);
-        for (const unsigned char byte : bytes) EXPECT_EQ(byte, 0xFF);
-    }
-}
-
 TEST(ExpressionParser, GeneratedVariablesAreShared) {
     TExpressionParser parser;
     EXPECT_EQ(parser.AddExpression("a := 4"), 0);

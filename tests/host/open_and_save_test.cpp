@@ -203,7 +203,7 @@ TEST_F(OpenAndSave, ANewGraphTakesTheLookOfTheTemplateAndNothingThatItShows) {
     Graph().Appearance()->SetGraphTitle("Old");
     Graph().XAxis()->SetTitle("Hours");
     ASSERT_TRUE(QDir().mkpath(PathOf("templates")));
-    Graph().SaveTemplate(Window->Document().DefaultTemplate().toStdString(), TPoints::Include);
+    Graph().SaveTemplate(PathOf("templates/default.ltp").toStdString(), TPoints::Include);
     Window->Document().New();
     EXPECT_EQ(Graph().XAxis()->Title(), "Hours");
     EXPECT_EQ(Graph().Appearance()->GraphTitle(), "");

@@ -230,26 +230,6 @@ TEST_F(CurveFittingPage, MoreRunsTheEditorOnTheFit) {
     }
 }
 
-TEST_F(CurveFittingPage, FillingShowsTheFitAndChangesNothing) {
-    Fit().SetStatus(TCurFit::kEveryStep);
-    Fit().SetProcType(TCurFit::kSimplex);
-    Fit().SetTolerance(1.23456e-5);
-    Fit().SetLeftMargin(0.5);
-    Fit().SetUseLeftMargin(true);
-    Fit().SetShowCurve(false);
-    Fit().SetCurveWidth(300); // more than the page offers
-    Wizard.RefillPages();
-    EXPECT_EQ(Find<QComboBox>("cbx_Status").currentText(), QStringLiteral("Show Every Step"));
-    EXPECT_EQ(Find<QComboBox>("cbx_Procedure").currentText(), QStringLiteral("Downhill Simplex  Method"));
-    EXPECT_EQ(TextOf("e_Tolerance"), "0.00001235");
-    EXPECT_EQ(TextOf("e_LeftMargin"), "0.5");
-    EXPECT_EQ(TextOf("e_RightMargin"), "None");
-    EXPECT_EQ(Find<QComboBox>("cbx_CurveLine").currentIndex(), 0);
-    EXPECT_EQ(Fit().Tolerance(), 1.23456e-5);
-    EXPECT_EQ(Fit().CurveWidth(), 300);
-    EXPECT_FALSE(Fit().UseRightMargin());
-}
-
 TEST_F(CurveFittingPage, WithoutADataSetThePageIsEmptyAndInert) {
     AddParameter("a", 1);
     Type("m_Equation", QStringLiteral("a*(x"));

@@ -92,26 +92,6 @@ TEST_F(RegressionsPage, OnlyNumbersReachTheDataSet) {
     }
 }
 
-TEST_F(RegressionsPage, FillingShowsTheDataSetAndChangesNothing) {
-    Current().SetRegressionType(4);
-    Current().SetRegressionColor(MakeColor(9, 8, 7));
-    Current().SetRegressionLineWidth(300); // more than the page offers
-    Current().SetBoundsType(TBoundsType::SetValues);
-    Current().SetLowerBound(1.23456789);
-    Current().SetUpperBound(1e300);
-    Wizard.RefillPages();
-    EXPECT_EQ(TextOf("lblControlValue1"), "Number of Points:");
-    EXPECT_EQ(Find<TColorButton>("b_RegressionColor").Color(), MakeColor(9, 8, 7));
-    EXPECT_EQ(Find<QLineEdit>("e_ControlValue1").text(), QStringLiteral("100"));
-    EXPECT_EQ(Find<QLineEdit>("e_ControlValue2").text(), QStringLiteral("5.000E-02"));
-    EXPECT_EQ(Find<QLineEdit>("e_LowerBound").text(), QStringLiteral("1.2346"));
-    EXPECT_EQ(Find<QLineEdit>("e_UpperBound").text(), QStringLiteral("1.000E+300"));
-    EXPECT_TRUE(Find<QLineEdit>("e_LowerBound").isEnabled());
-    EXPECT_EQ(Current().RegressionLineWidth(), 300);
-    EXPECT_EQ(Current().LowerBound(), 1.23456789);
-    EXPECT_EQ(Current().UpperBound(), 1e300);
-}
-
 // The line through 1, 3, 8: slope 7 / 2, mean 4; the parabola goes through all three.
 TEST_F(RegressionsPage, ResultsAreShownWithTheSettings) {
     EXPECT_EQ(TextOf("lblYStatistics"), "Mean of Y: 4, SD: 3.606, points: 3");

@@ -57,24 +57,6 @@ TEST_F(EquationFormula, NamesAreInsertedAsTheyAre) {
     EXPECT_EQ(Text(), "Rate * t ");
 }
 
-TEST_F(EquationFormula, KeysTypedOnTheKeypadGoToTheFormula) {
-    Show();
-    auto& seven = Find<QPushButton>("btnKey7");
-    seven.setFocus();
-    QTest::keyClick(&seven, Qt::Key_Space); // a person without a mouse presses the button
-    EXPECT_EQ(Text(), "7");
-    QTest::keyClick(&seven, Qt::Key_Right);
-    EXPECT_TRUE(Find<QPushButton>("btnKey8").hasFocus());
-    QTest::keyClick(Editor->focusWidget(), Qt::Key_Down);
-    QTest::keyClick(Editor->focusWidget(), Qt::Key_Space);
-    EXPECT_EQ(Text(), "75");
-    QTest::keyClick(Editor->focusWidget(), Qt::Key_Backspace);
-    EXPECT_TRUE(Formula().hasFocus());
-    Find<QPushButton>("btnKey5").setFocus();
-    for (const char key : std::string("*x - 1")) QTest::keyClick(Editor->focusWidget(), key);
-    EXPECT_EQ(Fit.Expression(), "7*x - 1");
-}
-
 TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
     struct TCase {
         const char* formula;

@@ -118,22 +118,6 @@ TEST(Axis, ARangeWithoutAStepIsGivenBackToTheData) {
     ExpectNear(axis.Max(), 10);
 }
 
-TEST(Axis, HiddenDataSetsAndOtherAxesDoNotCount) {
-    TxyGraph graph;
-    for (int i = 0; i < 3; ++i) graph.AddSeries();
-    graph.FindSeries(1)->AddPoint(1, 10);
-    graph.FindSeries(1)->AddPoint(2, 20);
-    graph.FindSeries(2)->AddPoint(500, 500);
-    graph.FindSeries(2)->SetActive(false);
-    graph.FindSeries(3)->AddPoint(1, 1000);
-    graph.FindSeries(3)->SetYAxisOfSeries(graph.YAxis_Second());
-    graph.YAxis_Second()->SetAutoSizing(true);
-    graph.PrepareForDrawing();
-    EXPECT_LT(graph.XAxis()->Max(), 10);
-    EXPECT_LT(graph.YAxis()->Max(), 100);
-    EXPECT_GE(graph.YAxis_Second()->Max(), 1000);
-}
-
 TEST(Axis, EveryLogarithmicRangeHoldsWholeDecades) {
     struct TCase {
         double first, last, min, max;
