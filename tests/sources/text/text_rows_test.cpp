@@ -34,5 +34,33 @@ TEST(TextRows, EndWhereNothingThatFollowsBelongsToThem) {
     }
 }
 
+TEST(TextRows, AnUnclosedQuoteReachesNoFurtherThanItsLimit) {
+    const std::string text = "\"xx\n" + std::string(TRowSplitter::kMaxQuoted, 'y') + "\",2\n";
+    const char* end = text.data() + text.size();
+    EXPECT_EQ(TRowSplitter(TTextFormat()).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
+}
+
+struct TCellCase {
+    const char* separators;
+    std::string_view text;
+    std::vector<std::string_view> cells;
+};
+
+TEST(TextRows, AreDividedIntoCells) {
+    const TCellCase cases[] = {
+        {",", "1,2,", {"1", "2", ""}},    {" ", "1  2 ", {"1", "2"}},         {";", " 1 ; 2 ", {"1", "2"}},
+        {",", "\"a,b\",c", {"a,b", "c"}}, {",", "\"a\"b,c", {"\"a\"b", "c"}}, {"", "1,2 3", {"1,2 3"}},
+    };
+    for (const TCellCase& c : cases) {
+        TTextFormat format;
+        format.separators = c.separators;
+        std::vector<TTextCell> cells;
+        TRowSplitter(format).Split(c.text.data(), c.text.data() + c.text.size(), TTextEnd::File, cells);
+        std::vector<std::string_view> texts;
+        for (const TTextCell& cell : cells) texts.push_back(cell.text);
+        EXPECT_EQ(texts, c.cells) << c.text;
+    }
+}
+
 } // namespace
 } // namespace lumoplot
