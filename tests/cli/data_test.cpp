@@ -76,12 +76,10 @@ TEST_F(Data, RegressionsGiveCoefficientsAndDerivedValues) {
               "0\t1\n1\t2\n2\t4\n4\t7\n");
 }
 
-TEST_F(Data, ASplineIsSampledOnItsOwnGrid) {
-    const std::string file = WithText("a.csv", "x,y\n0,1\n1,3\n2,5\n4,9\n");
-    EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", "4", "--value2", "2"}).out,
-              "0\t1\n1\t3\n2\t5\n3\t7\n4\t9\n");
-    for (const char* samples : {"0", "-1", "1000001"})
-        EXPECT_EQ(RunProgram({"regress", file, "--type", "4", "--value1", samples}).out, "");
+// There is no spline through points with equal X, wherever they stand.
+TEST_F(Data, EqualXIsFoundAnywhereInTheFile) {
+    const TArguments spline = {"regress", WithText("a.csv", "0,1\n1,3\n2,5\n2,6\n4,9\n"), "--type", "4"};
+    EXPECT_EQ(RunProgram(spline).out, "");
 }
 
 } // namespace

@@ -31,15 +31,6 @@ TEST_F(Filter, PassesAndStopsABand) {
     EXPECT_NEAR(stopped["y"].toArray()[0].toDouble(), 5 - 2 * (0.5 * 5 + side * 6), 1e-12);
 }
 
-TEST_F(Filter, PrintsLinesForPoints) {
-    const TArguments arguments = {"filter", Waves(12), "--low", "1",       "--high",
-                                  "1",      "--every", "2",     "--width", "1"};
-    // Blocks of two have the mean 4, an empty band changes nothing, and so does normalizing by equal sums.
-    const TRunResult result = RunProgram(arguments);
-    EXPECT_EQ(result.status, 0) << result.error;
-    EXPECT_EQ(result.out.substr(0, result.out.find('\n')), "2.2\t6");
-}
-
 TEST_F(Filter, TellsWhyThereIsNothing) {
     const TRunResult refused = RunProgram({"filter", Waves(4), "--low", "1", "--high", "2"});
     EXPECT_EQ(refused.status, 1);

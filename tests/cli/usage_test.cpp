@@ -1,5 +1,6 @@
 #include "cli/program.h"
 
+#include <QFile>
 #include <QProcess>
 #include <filesystem>
 #include <regex>
@@ -34,66 +35,19 @@ TEST(Usage, TheManualHasEveryOptionOfTheHelp) {
     }
 }
 
+// A line of the table is a command line, its arguments divided by bars.
 TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
-    const TArguments cases[] = {
-        {},
-        {"unknown"},
-        {"--unknown"},
-        {"info"},
-        {"info", "a", "b"},
-        {"info", "a", "--unknown"},
-        {"axis", "1"},
-        {"axis", "1", "x"},
-        {"axis", "1", "nan"},
-        {"axis", "1", "1e999"},
-        {"axis", "1", "2", "--step", "x"},
-        {"axis", "1", "2", "--min-steps", "0"},
-        {"axis", "1", "2", "--max-steps", "1.5"},
-        {"eval"},
-        {"eval", "x", "--x", "1:2"},
-        {"eval", "x", "--x", "1:2:0"},
-        {"eval", "x", "--x", "1:inf:3"},
-        {"eval", "x", "--let", "x"},
-        {"eval", "x", "--let", "2x=1"},
-        {"eval", "x", "--let", "x=one"},
-        {"eval", "x", "--xvar", "t"},
-        {"eval", "t", "--x", "0:1:2", "--xvar", "t t"},
-        {"eval", "-", "--x", "0:1:2"},
-        {"stats", "data.csv", "--columns", "1"},
-        {"stats", "data.csv", "--columns", "1,2,3"},
-        {"stats", "data.csv", "--every", "0"},
-        {"stats", "data.csv", "--tolerance", "-1"},
-        {"regress", "data.csv"},
-        {"regress", "data.csv", "--type", "0"},
-        {"regress", "data.csv", "--type", "8"},
-        {"regress", "data.csv", "--type", "4", "--value1", "2.5"},
-        {"filter", "data.csv", "--low", "1"},
-        {"filter", "data.csv", "--low", "1", "--high", "x"},
-        {"filter", "data.csv", "--low", "1", "--high", "2", "--width", "0"},
-        {"fit", "data.csv", "--param", "a=1"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--param", "A=2"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--fix", "b"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--template", "f"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--procedure", "newton"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--tolerance", "0"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--tolerance", "-1"},
-        {"fit", "data.csv", "--equation", "a*x", "--param", "a=1", "--iterations", "0"},
-        {"verify", "data.csv"},
-        {"convert", "data.csv"},
-        {"convert", "data.csv", "data.xls"},
-        {"convert", "data.csv", "data.dat", "--text"},
-        {"convert", "data.ltp", "again.ltp", "--set", "1"},
-        {"render", "data.csv", "data.jpg"},
-        {"render", "data.csv", "data.png", "--size", "800"},
-        {"render", "data.csv", "data.png", "--size", "0x600"},
-    };
-    for (const auto& arguments : cases) {
+    QFile file(QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/wrong_usage.txt"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
+    while (!file.atEnd()) {
+        const std::string line = file.readLine().trimmed().toStdString();
+        TArguments arguments;
+        for (const QString& part : QString::fromStdString(line).split(u'|', Qt::SkipEmptyParts))
+            arguments.push_back(part.toStdString());
         const TRunResult result = RunProgram(arguments);
-        const std::string name = testing::PrintToString(arguments);
-        EXPECT_EQ(result.status, 2) << name << result.error;
-        EXPECT_EQ(result.out, "") << name;
-        EXPECT_TRUE(IsOneMessage(result.error)) << name << result.error;
+        EXPECT_EQ(result.status, 2) << line << result.error;
+        EXPECT_EQ(result.out, "") << line;
+        EXPECT_TRUE(IsOneMessage(result.error)) << line << result.error;
     }
 }
 

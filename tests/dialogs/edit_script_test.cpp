@@ -3,9 +3,7 @@
 #include "common/window_driver.h"
 
 #include <QClipboard>
-#include <QColorDialog>
 #include <QContextMenuEvent>
-#include <QFontDialog>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
@@ -77,82 +75,6 @@ TEST_F(EditScriptTest, CloseDiscardsWhatWasTyped) {
     }));
     EXPECT_EQ(Lines, (TLines{"one", "two", "three"}));
     EXPECT_TRUE(Changed) << "whatever the text is now";
-}
-
-TEST_F(EditScriptTest, AcceptedWithoutAnEditNothingHasChanged) {
-    Lines = {"", "größer als µ", ""};
-    const TLines before = Lines;
-    EXPECT_TRUE(Edit([](TfrmEditScript& window) { Choose(window, "O&K"); }));
-    EXPECT_EQ(Lines, before);
-    EXPECT_FALSE(Changed);
-    EXPECT_FALSE(Edit([](TfrmEditScript& window) { Choose(window, "C&lose"); }));
-}
-
-TEST_F(EditScriptTest, NoLinesShowNothing) {
-    Changed = true;
-    EXPECT_FALSE(EditScript(nullptr, nullptr, "Settings", &Changed));
-    EXPECT_FALSE(Changed);
-}
-
-TEST_F(EditScriptTest, TheMenuEditsTheText) {
-    EXPECT_TRUE(Edit([](TfrmEditScript& window) {
-        QPlainTextEdit& text = Text(window);
-        QTest::keyClick(&text, Qt::Key_End, Qt::ShiftModifier);
-        Choose(window, "&Copy");
-        EXPECT_EQ(QApplication::clipboard()->text(), "one");
-        Choose(window, "Cu&t");
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthree");
-        QTest::keyClick(&text, Qt::Key_End, Qt::ControlModifier);
-        Choose(window, "&Paste");
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthreeone");
-        Choose(window, "C&lear All");
-        EXPECT_EQ(text.toPlainText(), "");
-        QTest::keyClick(&text, Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(text.toPlainText(), "\ntwo\nthreeone") << "clearing can be undone";
-        Choose(window, "C&lear All");
-        Click(window, "btnOk");
-    }));
-    EXPECT_EQ(Lines, TLines());
-}
-
-TEST_F(EditScriptTest, WrapFontAndColorAreChosen) {
-    Edit([](TfrmEditScript& window) {
-        QPlainTextEdit& text = Text(window);
-        EXPECT_EQ(text.lineWrapMode(), QPlainTextEdit::NoWrap);
-        Choose(window, "&Word Wrap");
-        EXPECT_EQ(text.lineWrapMode(), QPlainTextEdit::WidgetWidth);
-        Choose(window, "&Word Wrap");
-        EXPECT_EQ(text.lineWrapMode(), QPlainTextEdit::NoWrap);
-        WhenModal<QFontDialog>([](QFontDialog& dialog) {
-            dialog.setCurrentFont(QFont("Liberation Serif", 17));
-            dialog.accept();
-        });
-        Choose(window, "Set &Font");
-        EXPECT_EQ(text.font().pointSize(), 17);
-        WhenModal<QColorDialog>([](QColorDialog& dialog) {
-            dialog.setCurrentColor(QColor(10, 20, 40));
-            dialog.accept();
-        });
-        Choose(window, "Set &Background Color");
-        EXPECT_EQ(text.palette().color(QPalette::Base), QColor(10, 20, 40));
-        EXPECT_EQ(text.palette().color(QPalette::Text), QColor(Qt::white)) << "readable on it";
-        WhenModal<QColorDialog>([](QColorDialog& dialog) { dialog.reject(); });
-        Choose(window, "Set &Background Color");
-        EXPECT_EQ(text.palette().color(QPalette::Base), QColor(10, 20, 40));
-    });
-    EXPECT_FALSE(Changed) << "the text is the same";
-}
-
-TEST_F(EditScriptTest, TheButtonsKeepTheirDistanceFromTheRightEdge) {
-    Edit([](TfrmEditScript& window) {
-        for (const int width : {560, 900, 400}) {
-            window.resize(width, 300);
-            EXPECT_EQ(Control<QWidget>(window, "btnClose").x(), width - 150);
-            EXPECT_EQ(Control<QWidget>(window, "btnOk").x(), width - 70);
-        }
-        EXPECT_EQ(Control<QWidget>(window, "btnOk").toolTip(), "Save changes and close");
-        EXPECT_EQ(Control<QWidget>(window, "btnClose").toolTip(), "Discard changes");
-    });
 }
 
 TEST_F(EditScriptTest, PrintsIntoAFileAndShowsAPreview) {

@@ -3,7 +3,6 @@
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 
-#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 
@@ -30,41 +29,11 @@ protected:
                           List().visualItemRect(List().item(row)).center());
     }
     const TGraphMark& Mark(int id) { return *Graph.Marks().Find(id); }
-    /// The labels of the coordinates that are shown.
-    std::string Labels() {
-        std::string labels;
-        for (const char* name : {"lblX1", "lblY1", "lblX2", "lblY2"})
-            if (Find<QLabel>(name).isVisible()) labels += Find<QLabel>(name).text().toStdString() + ";";
-        return labels;
-    }
 
     TRecordingSink Sink;
     TxyGraph Graph;
     std::unique_ptr<TxyMark> Editor;
 };
-
-TEST_F(MarkEditor, NothingIsSelectedAtFirst) {
-    Show({{.Caption = "limit"}});
-    EXPECT_EQ(Entry(0), "1: limit");
-    EXPECT_EQ(Labels(), "");
-    for (const char* name : {"cbx_Type", "cbx_Status", "m_Text", "btnColor", "btnDelete"})
-        EXPECT_FALSE(Find<QWidget>(name).isEnabled()) << name;
-}
-
-TEST_F(MarkEditor, TheTypeSaysWhichCoordinatesThereAre) {
-    Show({{.X1 = 1, .Y1 = 2, .X2 = 3, .Y2 = 4, .TypeOfMark = TMarkType::Line}});
-    Select(0);
-    EXPECT_EQ(Labels(), "Origin X = ;Origin Y = ;End X = ;End Y = ;");
-    Choose(*Editor, "cbx_Type", 2);
-    EXPECT_EQ(Labels(), "Point X = ;Point Y = ;Point Width;");
-    EXPECT_EQ(Find<QLineEdit>("e_X2").text(), "3");
-    Choose(*Editor, "cbx_Type", 1);
-    EXPECT_EQ(Labels(), "Hor Line Y = ;");
-    Choose(*Editor, "cbx_Type", 0);
-    EXPECT_EQ(Labels(), "Vert Line X = ;");
-    EXPECT_EQ(Mark(1).TypeOfMark, TMarkType::VerticalLine);
-    EXPECT_EQ(Mark(1).Y2, 4);
-}
 
 TEST_F(MarkEditor, CoordinatesAreWrittenWhenTheirEditIsLeftAndByEnter) {
     Show({{.X1 = 1, .TypeOfMark = TMarkType::Line}});

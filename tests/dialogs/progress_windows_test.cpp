@@ -58,20 +58,6 @@ TEST_F(ProgressWindows, ShortWorkShowsNothingAndLongWorkShowsItsSteps) {
     EXPECT_FALSE(window->Cancelled()) << "to hide is not to close";
 }
 
-TEST_F(ProgressWindows, ResetBeginsANewBar) {
-    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("First", 5, true, true));
-    window->StepProgress();
-    window->ResetProgress("Second", 0);
-    const auto& bar = Control<QProgressBar>(*window, "progressBar");
-    EXPECT_EQ(bar.minimum(), 0);
-    EXPECT_EQ(bar.maximum(), 1);
-    EXPECT_EQ(bar.value(), 0);
-    EXPECT_EQ(window->HiddenSteps(), 0);
-    EXPECT_EQ(window->windowTitle(), "Second");
-    window->ResetProgress("Third", 7);
-    EXPECT_EQ(bar.maximum(), 7);
-}
-
 TEST_F(ProgressWindows, EveryWayOfClosingCancels) {
     const std::function<void(TStepWindow&)> ways[] = {
         [](TStepWindow& window) { Click(window, "btnCancel"); },
@@ -107,23 +93,6 @@ TEST_F(ProgressWindows, AStepLetsTheUserPressCancel) {
     EXPECT_EQ(Position(*window), 0);
 }
 
-TEST_F(ProgressWindows, WithoutCancelThereIsNoButtonAndAWiderBar) {
-    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Saving", 100, false, false));
-    window->show();
-    EXPECT_FALSE(Control<QWidget>(*window, "btnCancel").isVisible());
-    EXPECT_EQ(Control<QWidget>(*window, "progressBar").width(), 390);
-    EXPECT_FALSE(window->windowFlags() & Qt::WindowSystemMenuHint);
-    QTest::keyClick(window.get(), Qt::Key_Escape);
-    EXPECT_FALSE(window->Cancelled());
-}
-
-TEST_F(ProgressWindows, LiesAtTheTopNearTheRightEdgeOfTheMainWindow) {
-    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
-    EXPECT_EQ(window->parentWidget(), &Main);
-    EXPECT_EQ(window->y(), Main.screen()->availableGeometry().top());
-    EXPECT_EQ(window->x() + window->width(), Main.frameGeometry().right() + 1 - 15);
-}
-
 TEST_F(ProgressWindows, NoAutoShowKeepsItHidden) {
     const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, false));
     EXPECT_TRUE(window->NoAutoShow());
@@ -135,45 +104,6 @@ TEST_F(ProgressWindows, NoAutoShowKeepsItHidden) {
     }
     EXPECT_FALSE(window->isVisible());
     EXPECT_GT(window->HiddenSteps(), 50);
-}
-
-TEST_F(ProgressWindows, BusyShowsAReasonInTheMiddle) {
-    QGuiApplication::setApplicationDisplayName("Plots");
-    const std::unique_ptr<TfrmSmallPrBar> window(ShowBusy("Please wait"));
-    EXPECT_FALSE(window->isVisible());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return window->isVisible(); }, 5 * TStepWindow::kShowAfterMs));
-    EXPECT_EQ(window->size(), QSize(140, 100));
-    EXPECT_EQ(window->windowTitle(), "Plots");
-    const auto& reason = Control<QLabel>(*window, "lblReason");
-    const auto& cancel = Control<QWidget>(*window, "btnCancel");
-    EXPECT_EQ(reason.text(), "Please wait");
-    EXPECT_TRUE(reason.isVisible());
-    EXPECT_FALSE(Control<QWidget>(*window, "progressBar").isVisible());
-    EXPECT_NEAR(cancel.geometry().center().x(), window->rect().center().x(), 1);
-    EXPECT_EQ(cancel.geometry().top() - reason.geometry().bottom() - 1, 16);
-    EXPECT_LT((window->geometry().center() - Main.screen()->availableGeometry().center()).manhattanLength(),
-              60);
-    Click(*window, "btnCancel");
-    EXPECT_TRUE(window->Cancelled());
-}
-
-TEST_F(ProgressWindows, TheLargerOneHasRoomForTexts) {
-    TfrmPrBar window(&Main);
-    window.SetReason("Fitting");
-    window.SetProgressText("Iteration 3");
-    window.ResetProgress("Processing...", 10);
-    window.show();
-    EXPECT_EQ(Control<QLabel>(window, "lblReason").text(), "Fitting");
-    EXPECT_EQ(Control<QLabel>(window, "lblProgress").text(), "Iteration 3");
-    EXPECT_FALSE(Control<QLabel>(window, "lblExtraReason").isVisible());
-    window.SetExtraReason("of the second data set");
-    EXPECT_TRUE(Control<QLabel>(window, "lblExtraReason").isVisible());
-    window.StepProgress(4);
-    EXPECT_EQ(Position(window), 4);
-    EXPECT_LT((window.geometry().center() - Main.screen()->availableGeometry().center()).manhattanLength(),
-              60);
-    Click(window, "btnCancel");
-    EXPECT_TRUE(window.Cancelled());
 }
 
 TEST_F(ProgressWindows, WaitingShowsTheHourglassUntilItIsClosed) {

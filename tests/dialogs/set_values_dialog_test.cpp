@@ -3,10 +3,14 @@
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 #include "data/series/ds_info.h"
+#include "dialogs/hand_edit.h"
+#include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
 
+#include <QFile>
 #include <QLabel>
 #include <QTableWidget>
+#include <QTemporaryDir>
 
 namespace lumoplot {
 namespace {
@@ -88,6 +92,26 @@ TEST_F(SetValuesDialog, ASourcedDataSetAsksFirstAndIsManualThen) {
     EXPECT_EQ(Sink.Texts.size(), 2u);
     EXPECT_EQ(Series.DataSourceInfo().Kind(), TSourceKind::Manual);
     EXPECT_EQ(Ys(), "12;22;32;");
+}
+
+TEST_F(SetValuesDialog, EveryRowIsReadFirstAndTheBudgetsStay) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("long.csv")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 2000; ++i) file.write(QByteArray::number(i) + ",1\n");
+    file.close();
+    Graph.SetPointBudget(1000);
+    Graph.SetEditorMode(true);
+    Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+    Series.DataSourceInfo().SetSourceName(file.fileName().toStdString());
+    TSilentProgress progress;
+    LoadFromSource(Series, progress);
+    ASSERT_LE(Series.Count(), TxyGraph::kEditorPointBudget);
+    EXPECT_TRUE(MakeManual(Series, nullptr));
+    EXPECT_EQ(Series.Count(), 2000);
+    EXPECT_TRUE(Graph.EditorMode());
+    Graph.SetEditorMode(false);
+    EXPECT_EQ(Graph.PointBudget(), 1000);
 }
 
 } // namespace

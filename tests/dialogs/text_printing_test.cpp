@@ -55,11 +55,6 @@ TEST_F(TextPages, LongLinesContinueAndLoseNothing) {
     EXPECT_EQ(rejoined, lines);
 }
 
-TEST_F(TextPages, ThereIsAlwaysAPageAndALineOnIt) {
-    EXPECT_EQ(Break({}, 100, 100).Pages().size(), 1u);
-    EXPECT_EQ(Break({"a", "b"}, 100, 1).Pages().size(), 2u);
-}
-
 TEST(TextPrinting, EveryPageIsPrinted) {
     const QTemporaryDir folder;
     const QString file = folder.filePath("text.pdf");

@@ -6,7 +6,9 @@
 #include "support/short_string.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QLibrary>
+#include <QTabWidget>
 #include <QTemporaryDir>
 
 namespace lumoplot {
@@ -31,6 +33,13 @@ protected:
     bool Run(std::function<void(QDialog&)> inside, bool openWithSource = false, int templateNameMax = 255) {
         WhenModal<QDialog>([inside](QDialog& dialog) { inside(dialog); });
         return Edit(Graph, Template, templateNameMax, ToShortString(Source), openWithSource, 0);
+    }
+
+    void WriteSource(const char* name, const QByteArray& text) {
+        QFile file(Folder.filePath(QString::fromUtf8(name)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        Source = file.fileName().toStdString();
     }
 
     TEdit Edit = nullptr;
@@ -89,13 +98,6 @@ TEST_F(EditData, SetAsDefaultSavesTheTemplateOnYes) {
     EXPECT_EQ(saved.FindSeries(1)->Count(), 0);
 }
 
-TEST_F(EditData, SetAsDefaultWithoutANameAsksNothing) {
-    Template = {};
-    EXPECT_TRUE(Run([](QDialog& dialog) { Rename(dialog, "btnSetDefault"); }));
-    EXPECT_TRUE(Sink.Texts.empty());
-    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
-}
-
 TEST_F(EditData, ATemplateThatCannotBeSavedIsToldToTheHost) {
     Template = ToShortString("/nowhere/plot.ltp");
     EXPECT_THROW(Run([](QDialog& dialog) { Rename(dialog, "btnSetDefault"); }), EFileError);
@@ -103,11 +105,7 @@ TEST_F(EditData, ATemplateThatCannotBeSavedIsToldToTheHost) {
 }
 
 TEST_F(EditData, OpenWithSourceAddsADataSetNamedAfterTheFile) {
-    QFile file(Folder.filePath(QStringLiteral("probe.a.txt")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("t\tU\n1\t10\n2\t20\n3\t30\n");
-    file.close();
-    Source = file.fileName().toStdString();
+    WriteSource("probe.a.txt", "t\tU\n1\t10\n2\t20\n3\t30\n");
     EXPECT_TRUE(Run(
         [&](QDialog& dialog) {
             EXPECT_EQ(Control<QComboBox>(dialog, "cbx_SourceKind").currentText(), "Text File");
@@ -185,6 +183,39 @@ TEST_F(EditData, DeletingTheEditorWhileItIsShownCancelsIt) {
     }));
     EXPECT_EQ(FileOf(Graph), before);
     EXPECT_TRUE(Run([](QDialog& dialog) { Click(dialog, "btnOk"); }));
+}
+
+// The page reads as many rows as the host will show.
+TEST_F(EditData, TheFilteringPageReadsByTheHostsBudget) {
+    QByteArray text;
+    for (int i = 0; i < 4000; ++i) text += QByteArray::number(i) + ";1\n";
+    WriteSource("long.txt", text);
+    Graph.SetPointBudget(1000);
+    EXPECT_TRUE(Run(
+        [](QDialog& dialog) {
+            auto& tabs = Control<QTabWidget>(dialog, "tabs");
+            for (int i = 0; i < tabs.count(); ++i)
+                if (tabs.tabText(i).contains(QStringLiteral("Filtering"))) tabs.setCurrentIndex(i);
+            const auto& state = Control<QLabel>(dialog, "lblFilterState");
+            EXPECT_TRUE(QTest::qWaitFor([&] { return state.text().contains(QStringLiteral("samples")); }));
+            Click(dialog, "btnOk");
+        },
+        true));
+    EXPECT_EQ(Graph.FindSeries(2)->Count(), 1000);
+}
+
+TEST_F(EditData, AThinnedFileKeepsTheNameThatItWasGiven) {
+    QByteArray text = "Time;Volt\n";
+    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + ";1\n";
+    WriteSource("long.txt", text);
+    EXPECT_TRUE(Run(
+        [](QDialog& dialog) {
+            Control<QTabWidget>(dialog, "tabs").setCurrentIndex(0);
+            Rename(dialog, "btnOk");
+        },
+        true));
+    EXPECT_EQ(Graph.FindSeries(2)->Count(), 2000);
+    EXPECT_EQ(Graph.FindSeries(2)->SeriesName(), "renamed");
 }
 
 } // namespace

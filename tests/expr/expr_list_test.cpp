@@ -22,25 +22,6 @@ std::string NamesOf(const TOCollection& list) {
     return names;
 }
 
-TEST(ExprList, AnOwningListFreesItsItemsAndABorrowingListDoesNot) {
-    int alive = 0;
-    {
-        TOCollection owner(2);
-        TNoOwnerCollection borrower(2);
-        for (const char* name : {"a", "b", "c"}) owner.Add(std::make_unique<TCountedWord>(name, alive));
-        for (TExprWord* word : owner) borrower.Add(word);
-        borrower.Clear();
-        EXPECT_EQ(borrower.Count(), 0);
-        EXPECT_EQ(alive, 3);
-        owner.Extract(1).reset();
-        EXPECT_EQ(NamesOf(owner), "a c ");
-        owner.Clear();
-        EXPECT_EQ(alive, 0);
-        owner.Add(std::make_unique<TCountedWord>("d", alive));
-    }
-    EXPECT_EQ(alive, 0);
-}
-
 TEST(ExprList, TheDictionaryIsSortedAndIgnoresCase) {
     int alive = 0;
     TExpressList list(2);
@@ -96,16 +77,6 @@ TEST(ExprWord, StringsLoseTheirQuotesInPairs) {
     EXPECT_EQ(TStringConstant("'").StringValue(), "'");
     EXPECT_EQ(TStringConstant("''").StringValue(), "");
     EXPECT_EQ(TStringConstant("'Abc'").Name(), "'abc'");
-}
-
-TEST(ExprWord, AFunctionTakesUpToSixArguments) {
-    EXPECT_EQ(TFunction("F", 6, nullptr).ArgCount(), 6);
-    try {
-        TFunction("f", 7, nullptr);
-        FAIL();
-    } catch (const EParserException& error) {
-        EXPECT_STREQ(error.what(), "Too many arguments");
-    }
 }
 
 TEST(ExprWord, StringsCompareByBytes) {

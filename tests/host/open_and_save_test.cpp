@@ -1,6 +1,9 @@
 // Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
 #include "host/window_fixture.h"
 
+#include "graph/model/child_graph.h"
+#include "host/recent_files.h"
+
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
@@ -183,6 +186,30 @@ TEST_F(OpenAndSave, RecentFilesComeNewestFirstAndWithoutTheLost) {
         << shown.join(u'|').toStdString();
     menu.actions()[1]->trigger();
     EXPECT_EQ(Graph().Series().size(), 5u);
+}
+
+TEST_F(OpenAndSave, TheListOfRecentFilesIsLimited) {
+    QMenu menu;
+    TRecentFiles recent(menu);
+    for (int i = 0; i < TRecentFiles::kMaxFiles + 3; ++i) recent.Add(PathOf(std::to_string(i).c_str()));
+    EXPECT_EQ(recent.Files().size(), qsizetype{TRecentFiles::kMaxFiles});
+    EXPECT_EQ(recent.Files().front(), PathOf(std::to_string(TRecentFiles::kMaxFiles + 2).c_str()));
+}
+
+TEST_F(OpenAndSave, ANewGraphTakesTheLookOfTheTemplateAndNothingThatItShows) {
+    Open(Example("enso.csv"));
+    Graph().AddMark({.Caption = "peak"});
+    Graph().AddChildGraph();
+    Graph().Appearance()->SetGraphTitle("Old");
+    Graph().XAxis()->SetTitle("Hours");
+    ASSERT_TRUE(QDir().mkpath(PathOf("templates")));
+    Graph().SaveTemplate(PathOf("templates/default.ltp").toStdString(), TPoints::Include);
+    Window->Document().New();
+    EXPECT_EQ(Graph().XAxis()->Title(), "Hours");
+    EXPECT_EQ(Graph().Appearance()->GraphTitle(), "");
+    EXPECT_TRUE(Graph().Series().empty());
+    EXPECT_EQ(Graph().Marks().Count(), 0);
+    EXPECT_TRUE(Graph().ChildGraphs().empty());
 }
 
 } // namespace

@@ -54,5 +54,18 @@ TEST_F(ReplaceFileTest, WhatCannotBeWrittenIsNamedInTheError) {
     EXPECT_THROW(ReadWholeFile(NameOf(".")), EFileError);
 }
 
+TEST_F(ReplaceFileTest, TheFileKeepsItsPermissions) {
+    using std::filesystem::perms;
+    const std::string name = NameOf("private.ltp");
+    ReplaceFile(name, BytesOf("old"));
+    for (const perms wanted :
+         {perms::owner_read | perms::owner_write, perms::owner_all | perms::group_read}) {
+        std::filesystem::permissions(name, wanted);
+        const perms before = std::filesystem::status(name).permissions(); // as the system has it
+        ReplaceFile(name, BytesOf("new"));
+        EXPECT_EQ(std::filesystem::status(name).permissions(), before);
+    }
+}
+
 } // namespace
 } // namespace lumoplot

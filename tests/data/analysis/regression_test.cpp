@@ -17,25 +17,6 @@
 namespace lumoplot {
 namespace {
 
-std::string ErrorOf(const TRegressionSettings& settings) {
-    const std::vector<double> values = {1, 2, 3};
-    try {
-        ComputeRegression(settings, values, values);
-    } catch (const ERegressionError& error) {
-        return error.what();
-    }
-    return "";
-}
-
-TEST(Regression, SettingsThatAllowNoneAreRefused) {
-    EXPECT_EQ(ErrorOf({.RegressionType = 0}), "internal error: regression");
-    EXPECT_EQ(ErrorOf({.RegressionType = 8}), "Unknown regression type");
-    EXPECT_EQ(ErrorOf({.RegressionType = -1}), "Unknown regression type");
-    EXPECT_EQ(ErrorOf({.RegressionType = 7, .RegressionControlValue2 = 0.6}),
-              "Invalid Running Average limit");
-    EXPECT_EQ(ErrorOf({.RegressionType = 7, .RegressionControlValue2 = 0.5}), "");
-}
-
 TEST(Regression, EachTypeGivesItsKindOfResult) {
     struct TCase {
         TRegressionSettings settings;

@@ -94,18 +94,6 @@ TEST(RobustLine, SelectsTheSlopeThatSortingAllWouldGive) {
     }
 }
 
-TEST(RobustLine, NeitherTheSeedNorTheListedPairsChangeTheSlope) {
-    for (const TFamily& family : kFamilies) {
-        for (const std::uint64_t seed : {1, 2, 3, 4, 5, 6, 7, 8}) {
-            const TPoints points = MakePoints(family, 120, 100 + seed);
-            const double expected = LowerMiddle(AllSlopes(points));
-            for (const std::size_t listed : {1, 8, 100, 1000})
-                EXPECT_EQ(MedianSlope(points.x, points.y, {seed, listed}), expected)
-                    << family.name << " seed " << seed << " listed " << listed;
-        }
-    }
-}
-
 // Too many pairs to sort them all quickly: the share of smaller and of equal slopes shows the rank.
 TEST(RobustLine, ManyPointsKeepTheRank) {
     for (const char* name : {"scattered", "lattice", "outliers"}) {
@@ -122,21 +110,6 @@ TEST(RobustLine, ManyPointsKeepTheRank) {
         EXPECT_LT(below, rank) << name;
         EXPECT_GE(upTo, rank) << name;
     }
-}
-
-TEST(RobustLine, ManyPointsOfALineGiveTheLine) {
-    TPoints points;
-    for (int i = 0; i < 5000; ++i) {
-        points.x.push_back(i * 0.25);
-        points.y.push_back(3 * points.x.back() + 1);
-    }
-    const TRegressionCoefficients line = FitRobustLine(points.x, points.y).Coefficients();
-    EXPECT_EQ(line.C1, 3);
-    EXPECT_EQ(line.C0, 1);
-
-    for (std::size_t i = 0; i < points.x.size(); ++i) points.y[i] = 0.1 * points.x[i];
-    // The slopes of the pairs differ by rounding alone.
-    EXPECT_DOUBLE_EQ(*MedianSlope(points.x, points.y), LowerMiddle(AllSlopes(points)));
 }
 
 struct TLineCase {

@@ -146,16 +146,6 @@ TEST(BandFilter, TheScaleIsKnownWithoutARun) {
         }
 }
 
-TEST(BandFilter, TrimsBothEndsAndKeepsTheMiddleInPlace) {
-    TDataSeries series;
-    for (int i = 0; i < 100; ++i) series.AddPoint(2 + i, 0);
-    const TFilteredPoints result =
-        Filtered(series, {.Normalize = false, .CountEvery = 1, .ResponseWidth = 4});
-    ASSERT_EQ(result.Points.Count(), 91);
-    EXPECT_EQ(result.Points.First().X(), 6);
-    EXPECT_EQ(result.Points.LastX(), 96);
-}
-
 TEST(BandFilter, AnEmptyBandStopsNothingAndPassesNothing) {
     const std::vector<TPoint> points = MakeSignal(60);
     TDataSeries series;

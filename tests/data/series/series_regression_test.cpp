@@ -4,6 +4,8 @@
 
 #include "common/special_values.h"
 #include "data/analysis/nist_file.h"
+#include "data/analysis/regression.h"
+#include "fit/definition/cur_fit.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -181,6 +183,28 @@ TEST(SeriesRegression, AnotherTypeLeavesNothingOfTheLastOne) {
             EXPECT_EQ(DerivedOf(series)[1], next == 6 ? 0.05 : 0);
         }
     }
+}
+
+TEST(SeriesStatistics, TheModeFollowsTheTolerance) {
+    TDataSeries series;
+    Fill(series, {1, 2, 3, 4, 5}, {10, 20, 20.5, 21, 30});
+    EXPECT_EQ(series.YStatistics().Mode, 10);
+    series.SetNumericalTolerance(1);
+    EXPECT_EQ(series.YStatistics().Mode, 21);
+}
+
+TEST(SeriesRegression, TheCurveOfAFitIsSampledOverTheExtentOfNow) {
+    TDataSeries series;
+    Fill(series, {0, 1, 2, 8}, {0, 1, 0, 1});
+    series.CurveFit().SetExpression("x*x");
+    series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    series.SetRegressionControlValue1(2);
+    series.DeletePoint(series.LastId());
+    ASSERT_TRUE(series.ExtentsStale());
+    series.CalcRegression();
+    ASSERT_EQ(series.RegressionCurve().size(), 3u);
+    EXPECT_EQ(series.RegressionCurve()[1].X, 1);
+    EXPECT_EQ(series.RegressionCurve()[2].Derived, 4);
 }
 
 TEST(SeriesRegression, ErrorsAreThrownOnceAndKept) {

@@ -65,21 +65,6 @@ protected:
     static constexpr double kTurn = 2 * std::numbers::pi;
 };
 
-TEST_F(FilteringPage, ShowsTheDefaults) {
-    auto& tabs = Find<QTabWidget>("tabs");
-    EXPECT_EQ(tabs.currentIndex(), tabs.count() - 1) << "it is the last page";
-    EXPECT_EQ(Find<QLineEdit>("e_LowFreq").text(), "2");
-    EXPECT_EQ(Find<QLineEdit>("e_HighFreq").text(), "10");
-    EXPECT_EQ(Find<QComboBox>("cbx_FilterType").currentText(), "Band Stop");
-    EXPECT_TRUE(Find<QCheckBox>("cb_Normalize").isChecked());
-    EXPECT_EQ(Find<QLineEdit>("e_NormZero").text(), "0");
-    EXPECT_EQ(Find<QSpinBox>("se_CountEvery").value(), 5);
-    EXPECT_EQ(Find<QSpinBox>("se_ResponseWidth").value(), 5);
-    EXPECT_FALSE(CanPress("btnUndoFilter"));
-    EXPECT_EQ(Find<QLabel>("lblNote").text(),
-              "Note : after filtering the data in current DataSet  will be changed permanently");
-}
-
 TEST_F(FilteringPage, AppliesWhatItsControlsSay) {
     TSilentProgress progress;
     Type("e_NormZero", QStringLiteral("-1.5"));
@@ -241,18 +226,6 @@ TEST_F(FilteringPage, ADataSetThatWasReadInPartIsReadWhole) {
     EXPECT_EQ(Current().Count(), 5 * (240 - 11));
     EXPECT_FALSE(Current().IsThinned()) << "it would be read anew otherwise when the editor is closed";
     EXPECT_TRUE(Graph.EditorMode());
-}
-
-TEST_F(FilteringPage, EveryControlIsReachedByTab) {
-    QStringList reached;
-    Find<QWidget>("cbx_FilterType").setFocus();
-    for (int i = 0; i < 8; ++i) {
-        reached << QApplication::focusWidget()->objectName();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    EXPECT_EQ(reached.join(QLatin1Char(' ')).toStdString(),
-              "cbx_FilterType e_LowFreq e_HighFreq se_CountEvery se_ResponseWidth cb_Normalize e_NormZero "
-              "btnApply");
 }
 
 } // namespace

@@ -4,13 +4,11 @@
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_plot.h"
-#include "dialogs/edit_script.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/equation_editor/formula_edit.h"
 #include "fit/equation_editor/frm_calc.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QSpinBox>
@@ -52,23 +50,6 @@ protected:
     }
 };
 
-TEST_F(CurveFittingPage, IsTheFourthPage) {
-    auto& tabs = Find<QTabWidget>("tabs");
-    EXPECT_EQ(tabs.tabText(3), QStringLiteral("&Curve Fitting"));
-    EXPECT_EQ(tabs.currentIndex(), 3);
-}
-
-TEST_F(CurveFittingPage, StatusEnablesWhatDescribesTheCurve) {
-    for (const int status : {3, 2, 1, 0}) {
-        Choose("cbx_Status", status);
-        EXPECT_EQ(Fit().Status(), status);
-        for (const char* name : {"e_NPoints", "e_Tolerance", "e_LeftMargin", "e_RightMargin", "e_IterMax",
-                                 "e_XVarName", "m_Equation", "se_CurveWidth"})
-            EXPECT_EQ(Find<QWidget>(name).isEnabled(), status > 0) << name;
-        EXPECT_EQ(Find<TColorButton>("b_CurveColor").isVisible(), status > 0);
-    }
-}
-
 TEST_F(CurveFittingPage, ControlsWriteIntoTheFitOfTheDataSet) {
     Type("e_NPoints", QStringLiteral("321"));
     Type("e_Tolerance", QStringLiteral("1e-6"));
@@ -90,26 +71,6 @@ TEST_F(CurveFittingPage, ControlsWriteIntoTheFitOfTheDataSet) {
     EXPECT_TRUE(Fit().UseRightMargin());
     EXPECT_EQ(Fit().RightMargin(), 1.98765);
     EXPECT_EQ(TextOf("e_RightMargin"), "1.988");
-}
-
-TEST_F(CurveFittingPage, LookOfTheCurveIsStored) {
-    Choose("cbx_CurveLine", 3);
-    Find<QSpinBox>("se_CurveWidth").selectAll();
-    QTest::keyClicks(&Find<QSpinBox>("se_CurveWidth"), QStringLiteral("7"));
-    WhenModal<QColorDialog>([](QColorDialog& dialog) {
-        dialog.setCurrentColor(QColor(1, 2, 3));
-        dialog.accept();
-    });
-    Click("b_CurveColor");
-    EXPECT_TRUE(Fit().ShowCurve());
-    EXPECT_EQ(Fit().CurveStyle(), 2);
-    EXPECT_EQ(Fit().CurveWidth(), 7);
-    EXPECT_EQ(Fit().CurveColor(), MakeColor(1, 2, 3));
-    Choose("cbx_CurveLine", 0);
-    EXPECT_FALSE(Fit().ShowCurve());
-    EXPECT_EQ(Fit().CurveStyle(), 2);
-    EXPECT_FALSE(Find<QSpinBox>("se_CurveWidth").isEnabled());
-    EXPECT_FALSE(Find<TColorButton>("b_CurveColor").isVisible());
 }
 
 TEST_F(CurveFittingPage, ParametersAreAddedChangedAndDeleted) {
@@ -267,35 +228,6 @@ TEST_F(CurveFittingPage, MoreRunsTheEditorOnTheFit) {
         EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText().toStdString(), Fit().Expression());
         EXPECT_EQ(Items("lb_Parameters").size(), accept ? 1 : 0);
     }
-}
-
-TEST_F(CurveFittingPage, TheReportShowsTheSettings) {
-    WhenModal<TfrmEditScript>([](TfrmEditScript& report) {
-        EXPECT_EQ(report.windowTitle(), "LumoPlot Curve Fitting Settings");
-        EXPECT_EQ(report.Lines().at(2), "Status = cf_Function");
-        report.close();
-    });
-    Click("btnReport");
-}
-
-TEST_F(CurveFittingPage, FillingShowsTheFitAndChangesNothing) {
-    Fit().SetStatus(TCurFit::kEveryStep);
-    Fit().SetProcType(TCurFit::kSimplex);
-    Fit().SetTolerance(1.23456e-5);
-    Fit().SetLeftMargin(0.5);
-    Fit().SetUseLeftMargin(true);
-    Fit().SetShowCurve(false);
-    Fit().SetCurveWidth(300); // more than the page offers
-    Wizard.RefillPages();
-    EXPECT_EQ(Find<QComboBox>("cbx_Status").currentText(), QStringLiteral("Show Every Step"));
-    EXPECT_EQ(Find<QComboBox>("cbx_Procedure").currentText(), QStringLiteral("Downhill Simplex  Method"));
-    EXPECT_EQ(TextOf("e_Tolerance"), "0.00001235");
-    EXPECT_EQ(TextOf("e_LeftMargin"), "0.5");
-    EXPECT_EQ(TextOf("e_RightMargin"), "None");
-    EXPECT_EQ(Find<QComboBox>("cbx_CurveLine").currentIndex(), 0);
-    EXPECT_EQ(Fit().Tolerance(), 1.23456e-5);
-    EXPECT_EQ(Fit().CurveWidth(), 300);
-    EXPECT_FALSE(Fit().UseRightMargin());
 }
 
 TEST_F(CurveFittingPage, WithoutADataSetThePageIsEmptyAndInert) {

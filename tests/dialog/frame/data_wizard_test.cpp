@@ -169,21 +169,6 @@ TEST_F(TWizardTest, TheStartPageOrTheLastOneIsInFront) {
     }
 }
 
-TEST_F(TWizardTest, EveryControlThatCanBeTypedIntoIsReachedByTab) {
-    Show({"Run"});
-    QStringList reached;
-    for (int i = 0; i < 60; ++i) {
-        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &Wizard, Qt::Key_Tab);
-        if (QApplication::focusWidget()) reached << QApplication::focusWidget()->objectName();
-    }
-    for (const char* name :
-         {"cbx_DataSets", "btnNew", "e_SeriesName", "cb_Active", "e_ZeroValue", "cbx_PointShape",
-          "cbx_LineStyle", "se_LineWidth", "btnPreview", "btnOk", "btnCancel"})
-        EXPECT_TRUE(reached.contains(QString::fromLatin1(name))) << name;
-    EXPECT_LT(reached.indexOf(QStringLiteral("e_SeriesName")),
-              reached.indexOf(QStringLiteral("e_ZeroValue")));
-}
-
 TEST_F(TWizardTest, RestoringTheMinimisedWindowChangesNothing) {
     Wizard.SetStartPage(TxyDataWizard::kGeneralPage);
     Show({"Run"});

@@ -3,7 +3,6 @@
 #include "dialog/common/color_button.h"
 #include "graph/model/holder.h"
 
-#include <QColorDialog>
 #include <QRadioButton>
 #include <QSpinBox>
 
@@ -57,31 +56,6 @@ TEST_F(TWizardTest, PointsSwitchedOnTakeTheColourOfTheLine) {
     Current().SetPointColor(kNavy);
     Choose("cbx_LineStyle", 1); // points are hidden: the line keeps its own colour
     EXPECT_EQ(Current().LineColor(), kLime);
-}
-
-TEST_F(TWizardTest, NumbersOfTheStyleGoIntoTheDataSet) {
-    Show({"a"});
-    Choose("cbx_PointShape", 1);
-    Type("se_PointSize", QStringLiteral("20"));
-    Type("se_PointBorderWidth", QStringLiteral("3"));
-    Type("se_LineWidth", QStringLiteral("7"));
-    Click("cb_FillPoints");
-    EXPECT_EQ(Current().PointSize(), 20);
-    EXPECT_EQ(Current().PointBorderWidth(), 3);
-    EXPECT_EQ(Current().LineWidth(), 7);
-    EXPECT_FALSE(Current().FillPoints());
-    Click("cb_AutoName");
-    EXPECT_FALSE(Current().SeriesFlag());
-}
-
-TEST_F(TWizardTest, AColourIsChosenInTheColourDialog) {
-    Show({"a"});
-    WhenModal<QColorDialog>([](QColorDialog& dialog) {
-        dialog.setCurrentColor(QColor(1, 2, 3));
-        QTest::keyClick(&dialog, Qt::Key_Return);
-    });
-    Click("b_LineColor");
-    EXPECT_EQ(Current().LineColor(), MakeColor(1, 2, 3));
 }
 
 TEST_F(TWizardTest, VisibilityOfOneAndOfAll) {

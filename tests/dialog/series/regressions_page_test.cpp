@@ -2,8 +2,6 @@
 
 #include "dialog/common/color_button.h"
 
-#include <QAbstractItemView>
-#include <QColorDialog>
 #include <QLabel>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -22,20 +20,7 @@ protected:
         Wizard.RefillPages();
     }
     std::string TextOf(const char* label) { return Find<QLabel>(label).text().toStdString(); }
-    void PickColor(const char* button, QColor color) {
-        WhenModal<QColorDialog>([color](QColorDialog& dialog) {
-            dialog.setCurrentColor(color);
-            dialog.accept();
-        });
-        Click(button);
-    }
 };
-
-TEST_F(RegressionsPage, IsTheThirdPage) {
-    auto& tabs = Find<QTabWidget>("tabs");
-    EXPECT_EQ(tabs.tabText(2), QStringLiteral("&Regressions"));
-    EXPECT_EQ(tabs.currentIndex(), 2);
-}
 
 TEST_F(RegressionsPage, EachRegressionNamesItsControlValuesAndKeepsThem) {
     struct TCase {
@@ -107,61 +92,6 @@ TEST_F(RegressionsPage, OnlyNumbersReachTheDataSet) {
     }
 }
 
-TEST_F(RegressionsPage, LookOfTheLinesIsStored) {
-    Choose("cbx_Regression", 1);
-    Choose("cbx_RegressionLineStyle", 2);
-    Find<QSpinBox>("se_RegressionLineWidth").selectAll();
-    QTest::keyClicks(&Find<QSpinBox>("se_RegressionLineWidth"), QStringLiteral("17"));
-    PickColor("b_RegressionColor", QColor(1, 2, 3));
-    Choose("cbx_Bounds", 5);
-    Choose("cbx_BoundsLineStyle", 4);
-    PickColor("b_BoundsColor", QColor(4, 5, 6));
-    EXPECT_EQ(Current().RegressionLineStyle(), TPenStyle::Dot);
-    EXPECT_EQ(Current().RegressionLineWidth(), 17);
-    EXPECT_EQ(Current().RegressionColor(), MakeColor(1, 2, 3));
-    EXPECT_EQ(Current().BoundsType(), TBoundsType::AllSD);
-    EXPECT_EQ(Current().BoundsLineStyle(), TPenStyle::DashDotDot);
-    EXPECT_EQ(Current().BoundsColor(), MakeColor(4, 5, 6));
-}
-
-TEST_F(RegressionsPage, BoundsEnableWhatTheyUse) {
-    const char* captions[] = {"None",
-                              "As Set Below",
-                              "at 1SD from Mean",
-                              "at 2SD from Mean ",
-                              "at 3SD from Mean",
-                              "at 1, 2 and 3 SD"};
-    for (int item = 5; item >= 0; --item) {
-        Choose("cbx_Bounds", item);
-        EXPECT_EQ(Find<QComboBox>("cbx_Bounds").currentText(), QLatin1String(captions[item]));
-        EXPECT_EQ(static_cast<int>(Current().BoundsType()), item);
-        EXPECT_EQ(Find<QComboBox>("cbx_BoundsLineStyle").isEnabled(), item > 0);
-        EXPECT_EQ(Find<TColorButton>("b_BoundsColor").isVisible(), item > 0);
-        EXPECT_EQ(Find<QLineEdit>("e_LowerBound").isEnabled(), item == 1);
-        EXPECT_EQ(Find<QLineEdit>("e_UpperBound").isEnabled(), item == 1);
-    }
-}
-
-TEST_F(RegressionsPage, FillingShowsTheDataSetAndChangesNothing) {
-    Current().SetRegressionType(4);
-    Current().SetRegressionColor(MakeColor(9, 8, 7));
-    Current().SetRegressionLineWidth(300); // more than the page offers
-    Current().SetBoundsType(TBoundsType::SetValues);
-    Current().SetLowerBound(1.23456789);
-    Current().SetUpperBound(1e300);
-    Wizard.RefillPages();
-    EXPECT_EQ(TextOf("lblControlValue1"), "Number of Points:");
-    EXPECT_EQ(Find<TColorButton>("b_RegressionColor").Color(), MakeColor(9, 8, 7));
-    EXPECT_EQ(Find<QLineEdit>("e_ControlValue1").text(), QStringLiteral("100"));
-    EXPECT_EQ(Find<QLineEdit>("e_ControlValue2").text(), QStringLiteral("5.000E-02"));
-    EXPECT_EQ(Find<QLineEdit>("e_LowerBound").text(), QStringLiteral("1.2346"));
-    EXPECT_EQ(Find<QLineEdit>("e_UpperBound").text(), QStringLiteral("1.000E+300"));
-    EXPECT_TRUE(Find<QLineEdit>("e_LowerBound").isEnabled());
-    EXPECT_EQ(Current().RegressionLineWidth(), 300);
-    EXPECT_EQ(Current().LowerBound(), 1.23456789);
-    EXPECT_EQ(Current().UpperBound(), 1e300);
-}
-
 // The line through 1, 3, 8: slope 7 / 2, mean 4; the parabola goes through all three.
 TEST_F(RegressionsPage, ResultsAreShownWithTheSettings) {
     EXPECT_EQ(TextOf("lblYStatistics"), "Mean of Y: 4, SD: 3.606, points: 3");
@@ -213,29 +143,6 @@ TEST_F(RegressionsPage, RunningAverageOfAHostIsLeftAlone) {
     list.showPopup();
     QTest::keyClick(list.view(), Qt::Key_Return);
     EXPECT_EQ(Current().RegressionType(), 2) << "chosen again";
-}
-
-TEST_F(RegressionsPage, WithoutADataSetThePageIsEmptyAndInert) {
-    Choose("cbx_Regression", 1);
-    Click("btnDelete");
-    EXPECT_EQ(TextOf("lblRegressionResult"), "");
-    EXPECT_EQ(TextOf("lblYStatistics"), "");
-    EXPECT_FALSE(Find<QComboBox>("cbx_Regression").isEnabled());
-}
-
-TEST_F(RegressionsPage, TabWalksTheControlsAsTheyLie) {
-    Choose("cbx_Regression", 1);
-    Choose("cbx_Bounds", 1);
-    const char* order[] = {
-        "cbx_Regression",         "e_ControlValue1",   "e_ControlValue2", "cbx_RegressionLineStyle",
-        "se_RegressionLineWidth", "b_RegressionColor", "cbx_Bounds",      "cbx_BoundsLineStyle",
-        "b_BoundsColor",          "e_LowerBound",      "e_UpperBound"};
-    Find<QWidget>(order[0]).setFocus();
-    for (const char* name : order) {
-        ASSERT_TRUE(Wizard.focusWidget());
-        EXPECT_EQ(Wizard.focusWidget()->objectName(), QLatin1String(name));
-        QTest::keyClick(&Wizard, Qt::Key_Tab);
-    }
 }
 
 } // namespace

@@ -91,13 +91,6 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
     EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentText(), "Text File");
 }
 
-TEST_F(TGetDataSourceTest, CancelChangesNothing) {
-    Choose([&](TxyGetDataSource& chooser) { ClickItem(chooser, "l_Sources", "two.txt"); }, "btnCancel");
-    EXPECT_EQ(Current().DataSourceInfo(), TDSInfo());
-    EXPECT_EQ(Ys(Current()), (std::vector<double>{10, 20}));
-    EXPECT_EQ(Names(), (std::vector<std::string>{"Run", "Other"}));
-}
-
 TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {
     Choose(
         [&](TxyGetDataSource& chooser) {

@@ -170,53 +170,5 @@ TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     EXPECT_THROW(other.LoadFromFile(folder.filePath("none.lfn").toStdString(), true), EFileError);
 }
 
-TEST(CurFitReport, ShowsTheDefinition) {
-    TCurFit fit;
-    fit.SetExpression("f+b");
-    fit.SetProcType(TCurFit::kNewton);
-    fit.SetStatus(9);
-    fit.SetUseRightMargin(true);
-    fit.SetRightMargin(2.5);
-    AddParameters(fit, {{"b", 0.25}});
-    fit.Parameter(1)->Units = "mV";
-    fit.Parameter(1)->SetVary(true);
-    fit.Parameter(1)->ShowInLegend = true;
-    AddTemplate(fit, "f", "x*x");
-    fit.Template(1)->Description = "square";
-    fit.Compile();
-    fit.EvaluateAt(3);
-    const std::string rule(31, '_');
-    const std::string longRule(47, '_');
-    const std::vector<std::string> expected = {"   C F   S E T T I N G S",
-                                               rule,
-                                               "Status = Unknown",
-                                               "XVarName = x",
-                                               "Expression = f+b",
-                                               "NPoints = 150",
-                                               "Tolerance = 3E-8",
-                                               "ProcType = cfp_Newton",
-                                               "LeftMargin = 0; used = No",
-                                               "RightMargin = 2.5; used = Yes",
-                                               "IterMax = 200",
-                                               "Number of defined parameters: 1",
-                                               rule,
-                                               "*** Prm # 1 (Parameter P) ***",
-                                               "       b = 0.25 mV -> varied -> printed",
-                                               "***",
-                                               "Number of defined templates: 1",
-                                               rule,
-                                               "*** Tmpl # 1 (square) ***",
-                                               "       f = x*x",
-                                               longRule,
-                                               "G E N E R A T E D   V A R I A B L E S",
-                                               longRule,
-                                               "Var # 1: Name = b; Value = 0.25",
-                                               "Var # 2: Name = x; Value = 3",
-                                               longRule,
-                                               "E X P R E S S I O N",
-                                               "x*x+b"};
-    EXPECT_EQ(fit.SettingsReport(), expected);
-}
-
 } // namespace
 } // namespace lumoplot

@@ -78,19 +78,6 @@ TEST_F(EquationParameters, NamesThatFormulasCanNotUseAreMarked) {
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
-TEST_F(EquationParameters, WithoutOneTheFieldsAreEmptyAndDisabled) {
-    AddParameter(Fit, "a", 1);
-    Show();
-    Click("btnDeleteParameter");
-    for (const char* edit : {"e_ParameterName", "e_ParameterValue", "e_StartDeviation", "e_FinalDeviation",
-                             "e_ParameterUnits", "e_ParameterDescription"}) {
-        EXPECT_EQ(TextOf(edit), "") << edit;
-        EXPECT_FALSE(Find<QLineEdit>(edit).isEnabled()) << edit;
-    }
-    EXPECT_FALSE(Find<QCheckBox>("cb_Vary").isEnabled());
-    EXPECT_TRUE(Find<QPushButton>("btnNewParameter").isEnabled());
-}
-
 class EquationSettings : public TEditorTest {};
 
 TEST_F(EquationSettings, OnlyNumbersThatAreAllowedAreStored) {
@@ -155,19 +142,6 @@ TEST_F(EquationSettings, TheWindowGoesAwayWithTheFocusInAnEdit) {
     Type("e_LeftMargin", QStringLiteral("5"));
     Editor.reset();
     EXPECT_FALSE(Fit.UseLeftMargin());
-}
-
-TEST_F(EquationSettings, ListsAreTheStatusAndTheProcedure) {
-    Fit.SetStatus(2);
-    Fit.SetProcType(1);
-    Show();
-    ShowPage(1);
-    EXPECT_EQ(Find<QComboBox>("cbx_Status").currentText(), QStringLiteral("Show Final Curve"));
-    EXPECT_EQ(Find<QComboBox>("cbx_Procedure").currentText(), QStringLiteral("Downhill Simplex  Method"));
-    Choose("cbx_Status", 3);
-    Choose("cbx_Procedure", 3);
-    EXPECT_EQ(Fit.Status(), TCurFit::kEveryStep);
-    EXPECT_EQ(Fit.ProcType(), TCurFit::kNewton);
 }
 
 TEST(EditCurFit, OnlyOkChangesTheCallersFit) {

@@ -69,20 +69,5 @@ TEST_F(TCurveDrawing, IsBrokenWhereTheModelHasNoValue) {
     EXPECT_GT(XOf(lines[1].Points.front()), 0.6);
 }
 
-TEST_F(TCurveDrawing, IsNotThereWithoutPurpose) {
-    const std::function<void()> reasons[] = {
-        [this] { m_series.CurveFit().SetShowCurve(false); },
-        [this] { m_series.CurveFit().SetShowCurve(true), m_series.CurveFit().SetStatus(TCurFit::kNone); },
-        [this] { m_series.CurveFit().SetStatus(TCurFit::kFunction), m_series.SetActive(false); },
-        [this] { m_series.SetActive(true), m_series.CurveFit().SetExpression("10-"); },
-        [this] { m_series.CurveFit().SetExpression("unknown*x"); },
-    };
-    EXPECT_FALSE(Drawn().empty());
-    for (const auto& reason : reasons) {
-        reason();
-        EXPECT_TRUE(Drawn().empty());
-    }
-}
-
 } // namespace
 } // namespace lumoplot

@@ -72,5 +72,13 @@ TEST_F(Legends, EntriesStayInsideTheBoxInBothLayouts) {
         }
 }
 
+TEST_F(Legends, EntriesStandInTheMiddleOfABoxThatIsTooHigh) {
+    Add(1, "a data set");
+    Graph.Legend()->Setheight(120);
+    const TLegendLayout layout = LayOutLegend(Graph, kLegendPanel);
+    EXPECT_EQ(layout.Box.height(), 120);
+    EXPECT_NEAR(layout.Entries.at(0).Text.center().y(), layout.Box.center().y(), 0.01);
+}
+
 } // namespace
 } // namespace lumoplot

@@ -92,13 +92,6 @@ TEST_F(TRegressionDrawing, ALineRunsFromTheFirstPointToTheLast) {
     EXPECT_TRUE(Corners().empty());
 }
 
-TEST_F(TRegressionDrawing, ALineIsCutOffAtThePlot) {
-    Add({{-10, -100}, {30, 300}}).SetRegressionType(1); // Y = 10·X
-    SetAxes(0, 10, 0, 50);
-    constexpr double kEdge = 1e-3; // the plot reaches to the outer side of its edges
-    ExpectCorners(Corners(), {{0, 0}, {0.5, 1}}, kEdge);
-}
-
 TEST_F(TRegressionDrawing, CurvesStayOnTheirFormulas) {
     struct TCase {
         const char* name;
@@ -149,16 +142,6 @@ TEST_F(TRegressionDrawing, SmoothedValuesAndSplinesGoFromPlaceToPlace) {
     EXPECT_TRUE(Corners().empty());
 }
 
-TEST_F(TRegressionDrawing, NothingIsDrawnWithoutARegression) {
-    TSeries& series = Add({{0, 80}, {5, 40}, {10, 0}});
-    EXPECT_TRUE(Corners().empty());
-    series.SetRegressionType(7);
-    series.SetRegressionControlValue2(1);
-    EXPECT_TRUE(Corners().empty());
-    series.SetRegressionType(5);
-    EXPECT_TRUE(Corners().empty());
-}
-
 // Against the corrected Y of another data set the regression lies where the points lie.
 TEST_F(TRegressionDrawing, ARegressionFollowsTheXOfAnotherDataSet) {
     TSeries& xSeries = Add({{0, 13}, {1, 11}, {2, 17}});
@@ -191,26 +174,6 @@ TEST_F(TRegressionDrawing, BoundsLieAboutTheMeanOfWhatIsShown) {
     expectLevels(TBoundsType::SetValues, {0.05, 0.95});
     series.SetActive(false);
     expectLevels(TBoundsType::SetValues, {});
-}
-
-TEST_F(TRegressionDrawing, BothHaveTheirLook) {
-    TSeries& series = Add({{0, 40}, {1, 50}, {2, 60}});
-    series.SetRegressionType(1);
-    series.SetRegressionLineStyle(TPenStyle::Dot);
-    series.SetRegressionLineWidth(3);
-    series.SetBoundsType(TBoundsType::OneSD);
-    series.SetBoundsLineStyle(TPenStyle::Dash);
-    for (const bool plain : {false, true}) {
-        m_graph.Appearance()->SetPrintLineStyle(!plain);
-        TRecordingDevice device;
-        Draw(device, TDrawPurpose::Print);
-        const QPen regression = device.LinesIn(kRegression).at(0).Pen;
-        const QPen bounds = device.LinesIn(kBounds).at(0).Pen;
-        EXPECT_EQ(regression.widthF(), 3);
-        EXPECT_EQ(bounds.widthF(), 1);
-        EXPECT_EQ(regression.style() == Qt::SolidLine, plain);
-        EXPECT_EQ(bounds.style() == Qt::SolidLine, plain);
-    }
 }
 
 } // namespace

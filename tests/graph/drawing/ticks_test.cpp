@@ -85,6 +85,16 @@ TEST(LinearTicks, CoarserLabelsLeaveTheirTicksBehind) {
     EXPECT_EQ(ChooseTicks(rules, 500, 1).size(), 9u);
 }
 
+TEST(LinearTicks, MinorTicksDivideAStepByItsLeadingDigit) {
+    // 0 to three steps: two whole steps inside and as many parts more as fit.
+    for (const auto& [step, parts] : {std::pair(0.1, 5), {20.0, 4}, {500.0, 5}, {2.5, 1}}) {
+        const auto ticks = ChooseTicks(Linear(0, 3 * step, step), 600, 0);
+        EXPECT_EQ(ticks.size(), static_cast<std::size_t>(3 * parts + 1)) << step;
+        EXPECT_NEAR(ticks[1].Value, step / parts, 1e-9 * step) << step;
+    }
+    EXPECT_EQ(ChooseTicks(Linear(0, 10, 1), 200, 0).size(), 11u) << "no place for minor ticks";
+}
+
 TEST(LinearTicks, CrowdedTicksGiveWay) {
     EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-9), 400, 0).size(), 140u);
     EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-300), 400, 0).size(), 140u);

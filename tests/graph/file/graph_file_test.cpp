@@ -42,12 +42,6 @@ TEST(GraphFile, BeginsWithSignatureAndAppearance) {
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(start.size())), start);
 }
 
-TEST(GraphFile, AnEmptyGraphEndsWithItsThreeCounts) {
-    const TBytes bytes = FileOf(TxyGraph());
-    const std::string end = std::string("\x06\x03 0B\x08\x06\x01I\x02\0\x06\x01I\x02\0\0\0\0\0", 20);
-    EXPECT_EQ(std::string(bytes.end() - static_cast<std::ptrdiff_t>(end.size()), bytes.end()), end);
-}
-
 TEST(GraphFile, RandomGraphsComeBackEqualInEveryKey) {
     for (const TEncoding encoding : {TEncoding::Compact, TEncoding::Text}) {
         const TEncodingScope scope(encoding);

@@ -202,5 +202,17 @@ TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
     EXPECT_EQ(m_series.RegressionError(), "Unequal brackets");
 }
 
+TEST_F(SeriesFitting, OnALogarithmicAxisTheCurveBeginsWhereXIsPositive) {
+    m_series.AddPoint(-3, 1);
+    Fit().SetStatus(TCurFit::kFunction);
+    Fit().SetNPoints(3);
+    m_graph->XAxis()->SetLogScale(true);
+    m_graph->PrepareForDrawing();
+    ASSERT_EQ(m_series.FittedCurve().size(), 3u);
+    const double first = m_series.PositiveMinX();
+    const double expected[] = {first, std::sqrt(first * 19), 19};
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(m_series.FittedCurve()[i].X, expected[i], 1e-9) << i;
+}
+
 } // namespace
 } // namespace lumoplot

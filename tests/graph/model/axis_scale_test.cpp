@@ -117,20 +117,39 @@ TEST(Axis, ARangeWithoutAStepIsGivenBackToTheData) {
     ExpectNear(axis.Max(), 10);
 }
 
-TEST(Axis, HiddenDataSetsAndOtherAxesDoNotCount) {
+TEST(Axis, EveryLogarithmicRangeHoldsWholeDecades) {
+    struct TCase {
+        double first, last, min, max;
+    };
+    const TCase cases[] = {{10, 10, 10, 100},
+                           {2, 3, 1, 10},
+                           {0.5, 200, 0.1, 1000},
+                           {-5, 200, 100, 1000}}; // only what is positive counts
+    for (const TCase& c : cases) {
+        TxyGraph graph;
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
+        series.AddPoint(c.first, 1);
+        series.AddPoint(c.last, 1);
+        graph.XAxis()->SetLogScale(true);
+        graph.PrepareForDrawing();
+        ExpectNear(graph.XAxis()->Min(), c.min);
+        ExpectNear(graph.XAxis()->Max(), c.max);
+        ExpectNear(graph.XAxis()->ScaleFactor(200) * std::log(c.max / c.min), 200);
+    }
+}
+
+TEST(Axis, ARangeIsAtLeastAsLongAsItMustBe) {
     TxyGraph graph;
-    for (int i = 0; i < 3; ++i) graph.AddSeries();
-    graph.FindSeries(1)->AddPoint(1, 10);
-    graph.FindSeries(1)->AddPoint(2, 20);
-    graph.FindSeries(2)->AddPoint(500, 500);
-    graph.FindSeries(2)->SetActive(false);
-    graph.FindSeries(3)->AddPoint(1, 1000);
-    graph.FindSeries(3)->SetYAxisOfSeries(graph.YAxis_Second());
-    graph.YAxis_Second()->SetAutoSizing(true);
-    graph.PrepareForDrawing();
-    EXPECT_LT(graph.XAxis()->Max(), 10);
-    EXPECT_LT(graph.YAxis()->Max(), 100);
-    EXPECT_GE(graph.YAxis_Second()->Max(), 1000);
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    series.AddPoint(0, 1);
+    series.AddPoint(9.5, 1);
+    for (const auto& [least, max, step] : {std::tuple(50.0, 50.0, 10.0), {3.0, 10.0, 1.0}}) {
+        graph.XAxis()->SetMinScaleLength(least);
+        graph.NeedRescale();
+        graph.PrepareForDrawing();
+        ExpectNear(graph.XAxis()->Max() - graph.XAxis()->Min(), max);
+        ExpectNear(graph.XAxis()->StepSize(), step);
+    }
 }
 
 } // namespace

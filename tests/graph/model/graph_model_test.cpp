@@ -86,17 +86,6 @@ TEST_F(GraphModel, SortingReversingAndMovingRenumber) {
     EXPECT_FALSE(Graph.DeleteSeries(9));
 }
 
-TEST_F(GraphModel, NewDataSetsTakeStyleFromTheirNumber) {
-    for (int i = 0; i < 17; ++i) Graph.AddSeries();
-    EXPECT_EQ(Graph.FindSeries(3)->LineColor(), kRed);
-    EXPECT_EQ(Graph.FindSeries(16)->LineColor(), kGray);
-    EXPECT_EQ(Graph.FindSeries(17)->PointColor(), kGreen);
-    EXPECT_EQ(Graph.FindSeries(8)->PointShape(), TPointShape::XCross);
-    EXPECT_EQ(Graph.FindSeries(4)->PointShape(), TPointShape::UpTriangle);
-    EXPECT_TRUE(Graph.FindSeries(8)->FillPoints());
-    EXPECT_FALSE(Graph.FindSeries(9)->FillPoints());
-}
-
 TEST_F(GraphModel, SymbolSizesAreEvenButForWidePoints) {
     AddNamed({"a"});
     TSeries& series = *Graph.FindSeries(1);

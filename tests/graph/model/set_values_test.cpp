@@ -93,5 +93,14 @@ TEST_F(SetValues, BlocksOfSeveralColumnsAreThoseOfOnePointAfterTheOther) {
     }
 }
 
+TEST_F(SetValues, AnotherDataSetIsReadInTheOrderOfItsX) {
+    TSeries& other = *Graph.FindSeries(2);
+    other.SetNumericalTolerance(2.6);
+    other.AddPoint(2.5, 0); // takes the place of the first point, in front of a smaller X
+    ASSERT_EQ(other.First().X(), 2.5);
+    TValueFormula(Target(), "y2").Apply({});
+    EXPECT_EQ(Ys(), (std::vector<double>{10, 8, 9, 40}));
+}
+
 } // namespace
 } // namespace lumoplot

@@ -288,5 +288,41 @@ TEST_F(GraphMouse, WhatTheMouseShowsRedrawsNoPicture) {
     EXPECT_EQ(pictures, 2);
 }
 
+TEST_F(GraphMouse, GoingBackLeavesAnAxisThatHasChangedItsScale) {
+    DragAndDrop(PlaceOf(2, 64), PlaceOf(6, 16));
+    X().SetMin(1);
+    X().SetMax(100);
+    X().SetLogScale(true);
+    Press(Qt::Key_Backspace);
+    EXPECT_EQ(X().Min(), 1);
+    EXPECT_EQ(X().Max(), 100);
+    EXPECT_TRUE(Y().AutoSizing());
+}
+
+TEST_F(GraphMouse, AHundredViewsAreKept) {
+    TGraphZoom& zoom = Graph.Mouse().Zoom();
+    for (int i = 0; i < 120; ++i) {
+        zoom.Magnify(Map(), Map().Plot.center(), 1.01);
+        zoom.EndGesture();
+        Repaint();
+    }
+    int views = 0;
+    for (; zoom.CanGoBack(); ++views) zoom.GoBack();
+    EXPECT_EQ(views, 100);
+    EXPECT_FALSE(X().AutoSizing()) << "the first views are the ones that were dropped";
+}
+
+TEST_F(GraphMouse, ADragIsLeftAloneByOtherButtonsAndTheWheel) {
+    const double max = X().Max();
+    Drag(PlaceOf(2, 64), PlaceOf(6, 16));
+    QTest::mousePress(&Graph, Qt::MiddleButton, {}, PlaceOf(4, 40));
+    Wheel(PlaceOf(4, 40), 2);
+    QTest::mouseRelease(&Graph, Qt::MiddleButton, {}, PlaceOf(4, 40));
+    EXPECT_EQ(X().Max(), max);
+    QTest::mouseRelease(&Graph, Qt::LeftButton, {}, PlaceOf(6, 16));
+    EXPECT_NEAR(X().Min(), 2, kPixel);
+    EXPECT_NEAR(X().Max(), 6, kPixel);
+}
+
 } // namespace
 } // namespace lumoplot
