@@ -40,18 +40,18 @@ TEST(TextRows, AnUnclosedQuoteReachesNoFurtherThanItsLimit) {
     EXPECT_EQ(TRowSplitter(TTextFormat()).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
 }
 
-struct TCellCase {
+struct TDividedRow {
     const char* separators;
     std::string_view text;
     std::vector<std::string_view> cells;
 };
 
 TEST(TextRows, AreDividedIntoCells) {
-    const TCellCase cases[] = {
+    const TDividedRow cases[] = {
         {",", "1,2,", {"1", "2", ""}},    {" ", "1  2 ", {"1", "2"}},         {";", " 1 ; 2 ", {"1", "2"}},
         {",", "\"a,b\",c", {"a,b", "c"}}, {",", "\"a\"b,c", {"\"a\"b", "c"}}, {"", "1,2 3", {"1,2 3"}},
     };
-    for (const TCellCase& c : cases) {
+    for (const TDividedRow& c : cases) {
         TTextFormat format;
         format.separators = c.separators;
         std::vector<TTextCell> cells;
