@@ -20,7 +20,7 @@ TEST(TextRows, EndWhereNothingThatFollowsBelongsToThem) {
         {"1,2\r3", More, TRowKind::Data, 4},       {"1,2\r", More, TRowKind::Incomplete, 0},
         {"1,2\r", File, TRowKind::Data, 4},        {"1,2", More, TRowKind::Incomplete, 0},
         {"1,2", File, TRowKind::Data, 3},          {"\"a\nb\",2\n", More, TRowKind::Data, 8},
-        {"\"a\nb", More, TRowKind::Incomplete, 0}, {"# \"a\nb\"\n", More, TRowKind::Comment, 5},
+        {"\"a\nb", More, TRowKind::Incomplete, 0}, {"#,\"a\nb\"\n", More, TRowKind::Comment, 5},
         {" \t,\n1", More, TRowKind::Blank, 4},     {"/1\n", More, TRowKind::Data, 3},
         {"//1\n", More, TRowKind::Comment, 4},
     };
@@ -37,7 +37,9 @@ TEST(TextRows, EndWhereNothingThatFollowsBelongsToThem) {
 TEST(TextRows, AnUnclosedQuoteReachesNoFurtherThanItsLimit) {
     const std::string text = "\"xx\n" + std::string(TRowSplitter::kMaxQuoted, 'y') + "\",2\n";
     const char* end = text.data() + text.size();
-    EXPECT_EQ(TRowSplitter(TTextFormat()).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
+    TTextFormat format;
+    format.separators = ",";
+    EXPECT_EQ(TRowSplitter(format).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
 }
 
 struct TDividedRow {
