@@ -20,7 +20,7 @@ TEST(TextRows, EndWhereNothingThatFollowsBelongsToThem) {
         {"1,2\r3", More, TRowKind::Data, 4},       {"1,2\r", More, TRowKind::Incomplete, 0},
         {"1,2\r", File, TRowKind::Data, 4},        {"1,2", More, TRowKind::Incomplete, 0},
         {"1,2", File, TRowKind::Data, 3},          {"\"a\nb\",2\n", More, TRowKind::Data, 8},
-        {"\"a\nb", More, TRowKind::Incomplete, 0}, {"# \"a\nb\"\n", More, TRowKind::Comment, 5},
+        {"\"a\nb", More, TRowKind::Incomplete, 0}, {"#,\"a\nb\"\n", More, TRowKind::Comment, 5},
         {" \t,\n1", More, TRowKind::Blank, 4},     {"/1\n", More, TRowKind::Data, 3},
         {"//1\n", More, TRowKind::Comment, 4},
     };
@@ -37,21 +37,23 @@ TEST(TextRows, EndWhereNothingThatFollowsBelongsToThem) {
 TEST(TextRows, AnUnclosedQuoteReachesNoFurtherThanItsLimit) {
     const std::string text = "\"xx\n" + std::string(TRowSplitter::kMaxQuoted, 'y') + "\",2\n";
     const char* end = text.data() + text.size();
-    EXPECT_EQ(TRowSplitter(TTextFormat()).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
+    TTextFormat format;
+    format.separators = ",";
+    EXPECT_EQ(TRowSplitter(format).Scan(text.data(), end, TTextEnd::File).next - text.data(), 4);
 }
 
-struct TCellCase {
+struct TDividedRow {
     const char* separators;
     std::string_view text;
     std::vector<std::string_view> cells;
 };
 
 TEST(TextRows, AreDividedIntoCells) {
-    const TCellCase cases[] = {
+    const TDividedRow cases[] = {
         {",", "1,2,", {"1", "2", ""}},    {" ", "1  2 ", {"1", "2"}},         {";", " 1 ; 2 ", {"1", "2"}},
         {",", "\"a,b\",c", {"a,b", "c"}}, {",", "\"a\"b,c", {"\"a\"b", "c"}}, {"", "1,2 3", {"1,2 3"}},
     };
-    for (const TCellCase& c : cases) {
+    for (const TDividedRow& c : cases) {
         TTextFormat format;
         format.separators = c.separators;
         std::vector<TTextCell> cells;
