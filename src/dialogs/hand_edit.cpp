@@ -39,7 +39,7 @@ bool HoldsSomeRows(const TSeries& series) {
 
 } // namespace
 
-bool ReadEveryRow(TSeries& series, QWidget* window) {
+bool ReadEveryRow(TSeries& series, QWidget*) {
     if (!HoldsSomeRows(series)) return true;
     const TWholeBudget budget(series.Graph());
     const std::string name = series.SeriesName();

@@ -2,6 +2,7 @@
 // variable, what is wrong with them, and the button that makes parameters of unknown names.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 #include "fit/equation_editor/formula_check.h"
 
@@ -31,13 +32,13 @@ class TFormulaGroup : public QObject {
 
 public:
     /// Unknown names become parameters of that group.
-    TFormulaGroup(TFitAccess& access, const TFormulaControls& controls, TParameterGroup& parameters,
-                  QObject* parent);
+    XYWIDGETS_EXPORT TFormulaGroup(TFitAccess& access, const TFormulaControls& controls,
+                                   TParameterGroup& parameters, QObject* parent);
 
-    void Fill();
-    void ShowNothing();
+    XYWIDGETS_EXPORT void Fill();
+    XYWIDGETS_EXPORT void ShowNothing();
     /// Checks the fit's formula and the text as it is typed, and shows what is wrong.
-    TFormulaCheck Check();
+    XYWIDGETS_EXPORT TFormulaCheck Check();
 
 private:
     void TakeXVarName(const std::string& name);
