@@ -18,7 +18,7 @@ TEST(ValueLabels, DigitsEndOneBehindTheResolution) {
     };
     // Day 45000 is 2023-03-15.
     const TCase cases[] = {{false, 1234.5678, 0.1, "1234.57"},
-                           {false, -1234.5678, 100, "−1230"},
+                           {false, -1234.5678, 1, "−1234.6"},
                            {false, 0.000123456, 1e-5, "0.000123"},
                            {false, 0.04, 0.1, "0"},
                            {false, 1.0 / 3, 0, "0.333333333333"},
@@ -28,7 +28,7 @@ TEST(ValueLabels, DigitsEndOneBehindTheResolution) {
                            {true, 45000.25, 0.01, "2023-03-15 06:00"},
                            {true, 45000.25, 1e-4, "2023-03-15 06:00:00"},
                            {true, 45000.25, 1e-6, "2023-03-15 06:00:00.000"},
-                           {true, 1e9, 1e6, "1000000000"}};
+                           {true, 1e9, 1e6, "1e+09"}};
     TxyGraph graph;
     for (const TCase& c : cases) {
         graph.XAxis()->SetShowAsTime(c.date);
