@@ -87,6 +87,35 @@ TEST(StreamWriter, ALongTextTakesTheLongForm) {
     EXPECT_EQ(bytes.size(), 261u);
 }
 
+TEST(StreamWriter, EachFormReachesAsFarAsItsWidth) {
+    for (const auto& [value, size] :
+         {std::pair(-128, 2u), {127, 2u}, {128, 3u}, {-32768, 3u}, {-32769, 5u}}) {
+        const TBytes bytes =
+            Written(TEncoding::Compact, [number = value](TxyWriter& w) { w.WriteBareInteger(number); });
+        EXPECT_EQ(bytes.size(), size) << value;
+    }
+    const TBytes text =
+        Written(TEncoding::Compact, [](TxyWriter& w) { w.WriteBareString(std::string(255, 'x')); });
+    EXPECT_EQ(text.size(), 257u);
+}
+
+TEST(StreamReader, EveryCoordinateOfAPointHasItsTag) {
+    const TBytes whole = Written(TEncoding::Compact, [](TxyWriter& writer) {
+        writer.WritePointHeader(1);
+        writer.WritePoint(1, 2.5);
+    });
+    for (const std::size_t fromEnd : {11u, 22u}) {
+        TBytes bytes = whole;
+        bytes[bytes.size() - fromEnd] = 0x06;
+        const std::string error = ErrorOf(bytes, [](TxyReader& reader) {
+            double x = 0, y = 0;
+            reader.ReadPointHeader();
+            reader.ReadPoints({&x, 1}, {&y, 1});
+        });
+        EXPECT_EQ(error, "conversion error") << fromEnd;
+    }
+}
+
 TEST(StreamWriter, KeysHaveTwoDigits) {
     TBytes bytes;
     TxyWriter writer(bytes);

@@ -203,14 +203,15 @@ TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
 }
 
 TEST_F(SeriesFitting, OnALogarithmicAxisTheCurveBeginsWhereXIsPositive) {
-    m_series.AddPoint(-3, 1);
+    m_series.DeletePoint(1); // the one at 0
+    Fit().SetLeftMargin(-3);
+    Fit().SetUseLeftMargin(true);
     Fit().SetStatus(TCurFit::kFunction);
     Fit().SetNPoints(3);
     m_graph->XAxis()->SetLogScale(true);
     m_graph->PrepareForDrawing();
     ASSERT_EQ(m_series.FittedCurve().size(), 3u);
-    const double first = m_series.PositiveMinX();
-    const double expected[] = {first, std::sqrt(first * 19), 19};
+    const double expected[] = {1, std::sqrt(19), 19};
     for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(m_series.FittedCurve()[i].X, expected[i], 1e-9) << i;
 }
 

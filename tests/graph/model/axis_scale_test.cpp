@@ -142,11 +142,11 @@ TEST(Axis, ARangeIsAtLeastAsLongAsItMustBe) {
     TSeries& series = *graph.FindSeries(graph.AddSeries());
     series.AddPoint(0, 1);
     series.AddPoint(9.5, 1);
-    for (const auto& [least, max, step] : {std::tuple(50.0, 50.0, 10.0), {3.0, 10.0, 1.0}}) {
+    for (const auto& [least, length, step] : {std::tuple(60.0, 60.0, 10.0), {3.0, 11.0, 1.0}}) {
         graph.XAxis()->SetMinScaleLength(least);
         graph.NeedRescale();
         graph.PrepareForDrawing();
-        ExpectNear(graph.XAxis()->Max() - graph.XAxis()->Min(), max);
+        ExpectNear(graph.XAxis()->Max() - graph.XAxis()->Min(), length);
         ExpectNear(graph.XAxis()->StepSize(), step);
     }
 }

@@ -18,7 +18,7 @@ TEST(ValueLabels, DigitsEndOneBehindTheResolution) {
     };
     // Day 45000 is 2023-03-15.
     const TCase cases[] = {{false, 1234.5678, 0.1, "1234.57"},
-                           {false, -1234.5678, 100, "−1.23e+03"},
+                           {false, -1234.5678, 1, "−1234.6"},
                            {false, 0.000123456, 1e-5, "0.000123"},
                            {false, 0.04, 0.1, "0"},
                            {false, 1.0 / 3, 0, "0.333333333333"},
