@@ -26,6 +26,7 @@ struct TFitCommand {
     std::optional<double> tolerance;
     std::optional<double> left;
     std::optional<double> right;
+    TFitStarts starts = TFitStarts::Scattered;
     std::string save;
     TOutputForm form = TOutputForm::Outline;
 
@@ -36,7 +37,7 @@ struct TFitCommand {
         std::vector<double> corrected = input.Y();
         for (std::size_t i = 0; i < corrected.size(); ++i)
             corrected[i] = input.Series().CorrectedY(input.X()[i], corrected[i]);
-        const TFitResult result = RunFit(fit, input.X(), corrected);
+        const TFitResult result = RunFit(fit, input.X(), corrected, {nullptr, {}, starts});
         if (!save.empty()) fit.SaveToFile(save);
         Print(DocumentOf(fit, result), form);
     }
@@ -91,6 +92,8 @@ private:
         for (int i = 1; i <= fit.NParams(); ++i) values[fit.Parameter(i)->Name()] = fit.Parameter(i)->Value();
         for (std::size_t i = 0; i < result.Varied.size(); ++i)
             errors[fit.Parameter(result.Varied[i])->Name()] = result.StandardError(i);
+        TDocument remarks = TDocument::array();
+        for (const std::string& remark : result.Remarks) remarks.push_back(remark);
         return {{"parameters", values},
                 {"errors", errors},
                 {"rss", result.Rss},
@@ -101,7 +104,8 @@ private:
                 {"iterations", result.Iterations},
                 {"evaluations", result.Evaluations},
                 {"converged", result.End == TFitEnd::Converged},
-                {"end", TextOf(result.End)}};
+                {"end", TextOf(result.End)},
+                {"remarks", remarks}};
     }
 };
 
@@ -133,6 +137,11 @@ void AddRunOptions(CLI::App& command, TFitCommand& fit) {
         ->group(group);
     AddCount(command, "--iterations", fit.iterations, 1, "Most iterations (2000)")->group(group);
     AddNumber(command, "--tolerance", fit.tolerance, "Relative change at which it stops (3e-8)")
+        ->group(group);
+    command
+        .add_flag_callback(
+            "--local", [&fit] { fit.starts = TFitStarts::Given; },
+            "Only from the given start, not from others as well")
         ->group(group);
     AddNumber(command, "--left", fit.left, "Use points from this X on")->group(group);
     AddNumber(command, "--right", fit.right, "Use points up to this X")->group(group);

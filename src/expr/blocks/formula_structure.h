@@ -1,9 +1,11 @@
-// What a formula says about its variables before any number is known: which of them it is linear in.
+// What a formula says about its variables before any number is known: which of them it is linear in, and how
+// they must grow when x does.
 #pragma once
 
 #include "expr/expression_parser.h"
 #include "support/export.h"
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -15,5 +17,12 @@ namespace lumoplot {
 /// words that are not built in.
 XYGRAPH_EXPORT std::vector<bool> LinearVariables(TExpressionParser& parser, double* xVariable,
                                                  std::span<double* const> variables);
+
+/// For each of the variables the power of x that it must grow with for the formula to keep its shape when x
+/// is measured in another unit: 1 for a place or a width, -1 for a rate, 0 for a phase or an exponent.
+/// Nothing where the formula leaves it open. Arguments of exp, sin and their like have no unit, what is added
+/// has the same, and what is added to a number has none where nothing else is known.
+XYGRAPH_EXPORT std::vector<std::optional<double>> PowersOfX(TExpressionParser& parser, double* xVariable,
+                                                            std::span<double* const> variables);
 
 } // namespace lumoplot

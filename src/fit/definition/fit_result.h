@@ -23,6 +23,9 @@ enum class TFitEnd {
     NoProgress,     ///< no step improves the fit, but it is no minimum that is known as one
     NotDetermined,  ///< the points leave some combination of the parameters open
     Cancelled,      ///< by the user; the best parameters reached are kept
+    WorseThanLine,  ///< a minimum that a horizontal line beats
+    Pole,           ///< the model is infinite between two points
+    RunsAway,       ///< a parameter has no best finite value
 };
 
 /// "converged", "the iteration limit was reached", …
@@ -38,6 +41,9 @@ struct TFitResult {
     /// √(Rss / (points − varied parameters)); not-a-number without degrees of freedom.
     double ResidualSD = 0;
     double RSquared = 0; ///< 1 − Rss / sum of squares about the mean; not-a-number where all Y are equal
+    /// What there is to say besides the end, in whole sentences: which parameters are not determined, run
+    /// away or depend on each other, points without a value, that the minimum was found from other starts.
+    std::vector<std::string> Remarks;
     /// The numbers (from 1) of the varied parameters, and the covariance of their estimates in this order;
     /// not-a-number where the points do not determine them.
     std::vector<int> Varied;

@@ -152,7 +152,7 @@ TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedDat
         parameter->SetVary(true);
         fit.AddParameter(std::move(parameter));
     }
-    TCertifiedRun run{RunFit(fit, data.X, data.Y)};
+    TCertifiedRun run{RunFit(fit, data.X, data.Y, {nullptr, {}, TFitStarts::Given})};
     TAgreement(problem, fit, run).FindBest();
     return run;
 }

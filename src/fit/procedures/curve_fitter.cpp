@@ -1,12 +1,15 @@
 #include "fit/procedures/curve_fitter.h"
 
 #include "fit/procedures/fit_check.h"
-#include "fit/procedures/local_fit.h"
+#include "fit/procedures/fit_judgement.h"
+#include "fit/procedures/fit_remarks.h"
 #include "fit/procedures/small_solve.h"
+#include "fit/procedures/start_search.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace lumoplot {
 namespace {
@@ -14,6 +17,15 @@ namespace {
 constexpr char kCaption[] = "Fitting Data....";
 constexpr double kNotKnown = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMostRounds = 4;
+constexpr std::chrono::seconds kSearchTime{1};
+constexpr TSearchLimits kRescue = {4000, 30, 5};
+constexpr int kSearchShare = 10;  // times the evaluations of a run that ended well
+constexpr int kLeastPlaces = 100; // looked at all the same
+constexpr int kMostPlaces = 1000;
+constexpr int kPlacesPerRun = 50;
+constexpr int kMostFinished = 4;  // of the places found
+constexpr double kClearly = 1e-6; // relative difference of sums of squares
+constexpr double kWorthSense = 4; // times the sum of squares that an end with sense may have
 
 TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y) {
     TFitPoints points;
@@ -24,6 +36,8 @@ TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, s
         points.X.push_back(x[i]);
         points.Y.push_back(y[i]);
     }
+    if (points.X.empty())
+        throw EFitError(x.empty() ? "There are no points to fit" : "There are no points between the margins");
     return points;
 }
 
@@ -36,16 +50,9 @@ TFitPoints PointsWithValue(TCurFit& fit, const TFitPoints& points) {
         if (!std::isfinite(values[i])) continue;
         usable.X.push_back(points.X[i]);
         usable.Y.push_back(points.Y[i]);
+        if (!points.Weights.empty()) usable.Weights.push_back(points.Weights[i]);
     }
     return usable;
-}
-
-double SumAboutMean(std::span<const double> values) {
-    double mean = 0;
-    for (const double value : values) mean += value / static_cast<double>(values.size());
-    double sum = 0;
-    for (const double value : values) sum += (value - mean) * (value - mean);
-    return sum;
 }
 
 /// R⁻¹R⁻ᵀ times the residual variance.
@@ -69,62 +76,146 @@ TMatrix CovarianceOf(const TLocalFit& found, int size, double variance) {
     return covariance;
 }
 
+/// Where a run ended, and the points that took part.
+struct TAttempt {
+    TLocalFit Found;
+    TFitPoints Points;
+
+    bool HasSense() const { return Found.End == TFitEnd::Converged; }
+};
+
 class TFitter {
 public:
     TFitter(TCurFit& fit, const TFitRun& run)
         : m_fit(fit), m_run(run), m_progress(run.Progress ? *run.Progress : m_silent),
           m_varied(CheckedParameters(fit)) {
-        for (const TDBLParameter* parameter : m_varied) m_values.push_back(parameter->Value());
+        for (const TDBLParameter* parameter : m_varied) m_start.push_back(parameter->Value());
         for (int i = 1; i <= fit.NParams(); ++i)
             if (fit.Parameter(i)->Vary()) m_result.Varied.push_back(i);
     }
 
     TFitResult Fit(const TFitPoints& points) {
+        if (points.X.size() < m_varied.size())
+            throw EFitError("There are fewer points than varied parameters");
         m_progress.Begin(kCaption, 0, m_fit.IterMax());
-        TFitPoints usable = PointsWithValue(m_fit, points);
-        Check(usable);
-        // The points without a value at the start may have one at the end: then they take part as well.
-        for (int round = 1;; ++round) {
-            const std::size_t count = usable.X.size();
-            m_result.PointsLeftOut = points.X.size() - count;
-            FitPoints(usable);
-            if (m_result.PointsLeftOut == 0 || round == kMostRounds || m_result.End == TFitEnd::Cancelled)
-                break;
-            usable = PointsWithValue(m_fit, points);
-            if (usable.X.size() <= count) break;
+        std::optional<EFitError> trouble;
+        try {
+            FitFromStart(points);
+        } catch (const EFitError& error) {
+            if (m_run.Starts == TFitStarts::Given) throw;
+            trouble = error;
         }
+        const bool wasCancelled = m_best && m_best->Found.End == TFitEnd::Cancelled;
+        if (m_run.Starts != TFitStarts::Given && !wasCancelled) LookElsewhere(points);
+        if (!m_best) throw *trouble;
+        Summarise(points);
         return std::move(m_result);
     }
 
-    void PutBack() {
-        for (std::size_t i = 0; i < m_varied.size(); ++i) *m_varied[i]->ValueRef() = m_values[i];
-    }
+    void PutBack() { SetValues(m_start); }
 
 private:
-    void Check(const TFitPoints& usable) const {
+    void SetValues(const TVector& values) {
+        for (std::size_t i = 0; i < values.size(); ++i) *m_varied[i]->ValueRef() = values[i];
+    }
+
+    TFitTask Task() const { return {m_fit, m_varied, m_progress, m_run.OnIteration}; }
+
+    // The points without a value at the start may have one at the end: then they take part as well.
+    void FitFromStart(const TFitPoints& points) {
+        TFitPoints usable = PointsWithValue(m_fit, points);
+        Check(usable, points);
+        for (int round = 1;; ++round) {
+            const std::size_t count = usable.X.size();
+            m_best = AttemptWith(std::move(usable));
+            if (count == points.X.size() || round == kMostRounds || m_best->Found.End == TFitEnd::Cancelled)
+                return;
+            usable = PointsWithValue(m_fit, points);
+            if (usable.X.size() <= count) return;
+        }
+    }
+
+    void Check(const TFitPoints& usable, const TFitPoints& points) const {
         if (usable.X.empty()) throw EFitError("The equation has no value at any point");
         if (usable.X.size() < m_varied.size())
-            throw EFitError("There are fewer points than varied parameters");
+            throw EFitError("The equation has a value at " + std::to_string(usable.X.size()) + " of " +
+                            std::to_string(points.X.size()) + " points only");
     }
 
-    void FitPoints(const TFitPoints& points) {
-        const TLocalFit found =
-            FitLocally({m_fit, m_varied, m_progress, m_run.OnIteration}, points, m_fit.ProcType());
+    TAttempt AttemptWith(TFitPoints points) {
+        TAttempt attempt{FitLocally(Task(), points, m_fit.ProcType()), std::move(points)};
+        attempt.Found.End = Judged(attempt.Found, m_fit, attempt.Points);
+        m_result.Iterations += attempt.Found.Iterations;
+        m_result.Evaluations += attempt.Found.Evaluations;
+        return attempt;
+    }
+
+    // From other starts: thoroughly where the first run has come to nothing, else for a tenfold of its work.
+    void LookElsewhere(const TFitPoints& points) {
+        const auto end = std::chrono::steady_clock::now() + kSearchTime;
+        const bool hasSense = m_best && m_best->HasSense() && m_best->Points.X.size() == points.X.size();
+        const bool isThorough = !hasSense || MissesCourse(m_fit, m_best->Found, points);
+        SetValues(m_start);
+        const std::vector<TFoundStart> found =
+            SearchStarts(Task(), points, isThorough ? kRescue : LimitsOfCheck(),
+                         m_best ? m_best->Found.Values : TVector(), end);
+        int finished = 0;
+        for (const TFoundStart& start : found) {
+            if (start.IsKnown && hasSense) break;
+            if (++finished > kMostFinished) break;
+            if (TryFrom(start.Values, points)) break;
+        }
+        SetValues(m_best ? m_best->Found.Values : m_start);
+    }
+
+    TSearchLimits LimitsOfCheck() const {
+        const int places = std::clamp(kSearchShare * m_best->Found.Evaluations, kLeastPlaces, kMostPlaces);
+        return {places / 2, places / 2 / kPlacesPerRun + 1};
+    }
+
+    // True when there is a better end now, and one with sense.
+    bool TryFrom(const TVector& values, const TFitPoints& points) {
+        SetValues(values);
+        if (PointsWithValue(m_fit, points).X.size() < points.X.size()) return false;
+        try {
+            TAttempt attempt = AttemptWith(points);
+            if (attempt.Found.End == TFitEnd::Cancelled || !IsBetter(attempt)) return false;
+            m_best = std::move(attempt);
+            m_isFromElsewhere = true;
+        } catch (const EFitError&) {
+            return false;
+        }
+        return m_best->HasSense();
+    }
+
+    bool IsBetter(const TAttempt& attempt) const {
+        if (!m_best) return true;
+        const double rss = attempt.Found.Rss;
+        if (attempt.HasSense() && m_best->Points.X.size() < attempt.Points.X.size()) return true;
+        if (attempt.HasSense() != m_best->HasSense())
+            return attempt.HasSense() ? rss <= kWorthSense * m_best->Found.Rss
+                                      : kWorthSense * rss < m_best->Found.Rss;
+        return rss < m_best->Found.Rss * (1 - kClearly);
+    }
+
+    void Summarise(const TFitPoints& points) {
+        TLocalFit& found = m_best->Found;
+        if (found.End != TFitEnd::Converged && found.End != TFitEnd::Cancelled &&
+            found.End != TFitEnd::Pole && m_run.Starts != TFitStarts::Given)
+            FindRunaway();
+        SetValues(found.Values);
         m_result.End = found.End;
-        m_result.Iterations += found.Iterations;
-        m_result.Evaluations += found.Evaluations;
-        Summarise(points, found);
-    }
-
-    void Summarise(const TFitPoints& points, const TLocalFit& found) {
-        m_result.PointsUsed = points.X.size();
+        m_result.PointsUsed = m_best->Points.X.size();
+        m_result.PointsLeftOut = points.X.size() - m_result.PointsUsed;
         m_result.Rss = found.Rss;
         const std::size_t freedom = m_result.PointsUsed - m_varied.size();
         const double variance = freedom > 0 ? found.Rss / static_cast<double>(freedom) : kNotKnown;
         m_result.ResidualSD = std::sqrt(variance);
-        const double about = SumAboutMean(points.Y);
-        m_result.RSquared = about > 0 ? 1 - m_result.Rss / about : kNotKnown;
+        const double about = SumAboutLine(m_best->Points, found.ResidualScale);
+        m_result.RSquared = about > 0 ? 1 - found.ScaledRss / about : kNotKnown;
         m_result.Covariance = CovarianceOf(found, static_cast<int>(m_varied.size()), variance);
+        if (m_isFromElsewhere) m_result.Remarks.push_back("The minimum was found from other starts.");
+        AddRemarks(m_result, Task(), found, m_best->Points, points);
         if (m_result.End == TFitEnd::Cancelled) return;
         for (std::size_t i = 0; i < m_varied.size(); ++i) {
             const double error = m_result.StandardError(i);
@@ -132,12 +223,22 @@ private:
         }
     }
 
+    void FindRunaway() {
+        const int runaway = RunawayOf(Task(), m_best->Points, m_start, m_best->Found);
+        if (runaway < 0) return;
+        m_best->Found.End = TFitEnd::RunsAway;
+        m_result.Remarks.push_back(m_varied[static_cast<std::size_t>(runaway)]->Name() +
+                                   " has no best value: far larger ones fit as well.");
+    }
+
     TCurFit& m_fit;
     const TFitRun& m_run;
     TSilentProgress m_silent;
     TProgress& m_progress;
     std::vector<TDBLParameter*> m_varied;
-    std::vector<double> m_values;
+    TVector m_start;
+    std::optional<TAttempt> m_best;
+    bool m_isFromElsewhere = false;
     TFitResult m_result;
 };
 

@@ -12,9 +12,16 @@
 
 namespace lumoplot {
 
+/// Where a run looks for the minimum.
+enum class TFitStarts {
+    Given,     ///< only from the parameters as they are
+    Scattered, ///< also from others, where the first end is doubtful or a better one is near
+};
+
 struct TFitRun {
     TProgress* Progress = nullptr;     ///< null: nobody watches
     std::function<void()> OnIteration; ///< called after each iteration, with the best parameters in the fit
+    TFitStarts Starts = TFitStarts::Scattered;
 };
 
 /// Fits the model to the points between the margins in use, by least squares; points whose X or Y is not

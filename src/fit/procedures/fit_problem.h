@@ -46,6 +46,8 @@ public:
 
     /// How many parameters a place has; with all projected out, none.
     int Size() const { return static_cast<int>(m_rows.ParameterCount() - m_linearCount); }
+    /// The parameters of a place.
+    std::vector<TDBLParameter*> Free() const { return m_rows.ParametersFrom(m_linearCount); }
     std::size_t PointCount() const { return m_rows.Points().X.size(); }
     const TFitPoints& Points() const { return m_rows.Points(); }
     const TVector& Start() const { return m_start; }

@@ -25,7 +25,9 @@ public:
 
     const TFitPoints& Points() const { return m_points; }
     std::size_t ParameterCount() const { return m_varied.size(); }
-    const TDBLParameter& Parameter(std::size_t index) const { return *m_varied[index]; }
+    std::vector<TDBLParameter*> ParametersFrom(std::size_t first) const {
+        return {m_varied.begin() + static_cast<std::ptrdiff_t>(first), m_varied.end()};
+    }
     /// value = scale * place, a power of two.
     double ScaleOf(std::size_t index) const { return m_scales[index]; }
     void Store(std::size_t index, double place) { *m_varied[index]->ValueRef() = place * m_scales[index]; }

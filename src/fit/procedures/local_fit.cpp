@@ -3,6 +3,7 @@
 #include "fit/procedures/minimiser.h"
 #include "fit/procedures/variable_metric.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -11,15 +12,15 @@ namespace {
 
 constexpr double kLargestOffset = 1e-6;
 constexpr double kRoundingFactor = 1000;
+constexpr double kFewRoundings = 10;
 
 class TLocalRun {
 public:
     TLocalRun(const TFitTask& task, const TFitPoints& points) : m_task(task), m_points(points) {
-        TVector start;
-        for (const TDBLParameter* parameter : task.Varied) start.push_back(parameter->Value());
+        for (const TDBLParameter* parameter : task.Varied) m_start.push_back(parameter->Value());
         Set(TLinearPart::Project);
         if (std::isfinite(m_problem->Value(m_problem->Start()))) return;
-        for (std::size_t i = 0; i < start.size(); ++i) *task.Varied[i]->ValueRef() = start[i];
+        for (std::size_t i = 0; i < m_start.size(); ++i) *task.Varied[i]->ValueRef() = m_start[i];
         Set(TLinearPart::Keep);
         if (!std::isfinite(m_problem->Value(m_problem->Start())))
             throw EFitError("The values of the equation are too large to be fitted");
@@ -77,17 +78,32 @@ private:
             return Take(*m_problem, m_problem->BestValue());
         }
         whole.Store(polished.Model.At);
-        m_result.End = EndOf(whole, stop, polished);
-        m_result.IsDetermined = polished.IsDetermined;
         m_result.Triangle = polished.Model.Triangle;
         for (int j = 0; j < whole.Size(); ++j)
             for (double& element : m_result.Triangle.Column(j))
                 element /= whole.ScaleOf(j) * whole.ResidualScale();
         Take(whole, polished.Model.Value);
+        m_result.IsDetermined = polished.IsDetermined && AllHaveInfluence(whole, polished.Model.Triangle);
+        m_result.End = EndOf(whole, stop, polished);
+        if (!m_result.IsDetermined) m_result.End = TFitEnd::NotDetermined;
+    }
+
+    // A parameter of which the whole value changes the curve by no more than rounding is not determined.
+    // Those that the model is linear in may be 0 at their best.
+    bool AllHaveInfluence(const TFitProblem& whole, const TMatrix& triangle) const {
+        const double rounding = kFewRoundings * std::sqrt(2 * whole.RoundingLevel());
+        for (const TDBLParameter* parameter : m_problem->Free()) {
+            const auto place = std::ranges::find(m_task.Varied, parameter) - m_task.Varied.begin();
+            const auto i = static_cast<std::size_t>(place);
+            const auto column = static_cast<int>(place);
+            const double start = m_start[i] != 0 ? std::abs(m_start[i]) : 1;
+            const double size = std::max(std::abs(m_result.Values[i]), start) / whole.ScaleOf(column);
+            if (Norm(triangle.Column(column)) * size <= rounding) return false;
+        }
+        return true;
     }
 
     static TFitEnd EndOf(const TFitProblem& problem, TStop stop, const TPolished& polished) {
-        if (!polished.IsDetermined) return TFitEnd::NotDetermined;
         const bool isRounding = polished.Offset * polished.Offset * polished.Model.Value <=
                                 kRoundingFactor * kRoundingFactor * problem.RoundingLevel();
         const bool isStationary = polished.Offset <= kLargestOffset || isRounding;
@@ -96,6 +112,8 @@ private:
     }
 
     void Take(const TFitProblem& problem, double value) {
+        m_result.ResidualScale = problem.ResidualScale();
+        m_result.ScaledRss = 2 * value;
         m_result.Rss = 2 * value / problem.ResidualScale() / problem.ResidualScale();
         m_result.Values.clear();
         for (const TDBLParameter* parameter : m_task.Varied) m_result.Values.push_back(parameter->Value());
@@ -103,6 +121,7 @@ private:
 
     const TFitTask& m_task;
     const TFitPoints& m_points;
+    TVector m_start;
     std::unique_ptr<TFitProblem> m_problem;
     TLocalFit m_result;
 };

@@ -19,6 +19,10 @@ struct TLocalFit {
     TFitEnd End = TFitEnd::Cancelled;
     TVector Values; ///< of the varied parameters
     double Rss = 0; ///< weighted
+    /// A power of two that residuals are multiplied by in their sum of squares, which then neither overflows
+    /// nor vanishes.
+    double ResidualScale = 1;
+    double ScaledRss = 0;
     int Iterations = 0;
     int Evaluations = 0;
     /// R of the Jacobian in the units of the parameters and of Y; empty where it is not known.

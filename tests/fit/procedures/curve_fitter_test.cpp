@@ -47,7 +47,8 @@ struct TModel {
         }
     }
 
-    TFitResult Run(const TFitRun& run = {}) { return RunFit(fit, x, y, run); }
+    TFitResult Run(const TFitRun& run = {nullptr, {}, TFitStarts::Given}) { return RunFit(fit, x, y, run); }
+    TFitResult RunFromManyStarts() { return RunFit(fit, x, y, {}); }
     double Value(int number) const { return fit.Parameter(number)->Value(); }
 };
 
@@ -163,6 +164,74 @@ TEST(CurveFitter, LinearParametersNeedNoStart) {
             for (const double value : c.expected)
                 EXPECT_NEAR(model.Value(++number), value, 1e-6 * std::abs(value)) << c.equation;
         }
+    }
+}
+
+TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
+    const TFarStart cases[] = {
+        {"a*sin(2*pi*x/t+p)+c", {{"a", 1}, {"t", 3}, {"p", 0}, {"c", 0}}, {0.8, 0.7, 0.5, 2}},
+        {"h/(1+sqr((x-m)/w))+b", {{"h", 1}, {"m", 500}, {"w", 1}, {"b", 0}}, {70, 6, 0.2, 5}},
+        {"k/(1+exp(-r*(x-c)))", {{"k", 1}, {"r", 0.01}, {"c", 1950}}, {50, 2, 4}},
+        {"a*(c-x)^b", {{"a", 1}, {"c", 4}, {"b", 1}}, {4, 10, 0.4}}, // at the start points have no value
+    };
+    for (const TFarStart& c : cases) {
+        TModel model(c.equation, c.starts);
+        model.SetPoints(39, 0.25, [](double) { return 0; });
+        int number = 0;
+        for (const double value : c.expected) *model.fit.Parameter(++number)->ValueRef() = value;
+        model.fit.Compile();
+        for (std::size_t i = 0; i < model.x.size(); ++i)
+            model.y[i] = model.fit.EvaluateAt(model.x[i]) + 0.01 * std::cos(7.0 * static_cast<double>(i));
+        number = 0;
+        for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
+        const TFitResult result = model.RunFromManyStarts();
+        EXPECT_EQ(result.End, TFitEnd::Converged) << c.equation;
+        EXPECT_EQ(result.PointsLeftOut, 0u) << c.equation;
+        EXPECT_GT(result.RSquared, 0.99) << c.equation;
+    }
+}
+
+struct TNonsense {
+    const char* equation;
+    std::initializer_list<TStart> starts;
+    double (*points)(double);
+    TFitEnd end;
+    const char* remark; ///< a part of one
+};
+
+TEST(CurveFitter, NonsenseIsToldInItsOwnWords) {
+    const TNonsense cases[] = {
+        {"a*x", {{"a", 1}}, [](double x) { return 9 - 0.1 * x; }, TFitEnd::WorseThanLine, ""},
+        {"b+a*c*x",
+         {{"a", 1}, {"b", 0}, {"c", 1}},
+         [](double x) { return 2 * x + std::cos(9 * x); },
+         TFitEnd::NotDetermined,
+         "do not determine a and c"},
+        {"a*exp(-k*x)+c",
+         {{"a", 1}, {"k", 1}, {"c", 1}},
+         [](double) { return 7.25; },
+         TFitEnd::NotDetermined,
+         "determine"},
+        {"k/(1+exp(-r*(x-c)))",
+         {{"k", 10}, {"r", 1}, {"c", 5}},
+         [](double x) { return std::exp(0.3 * x + 0.02 * x * x); },
+         TFitEnd::RunsAway,
+         "has no best value"},
+        {"a/(x-c)", {{"a", 1}, {"c", 3.1}}, [](double x) { return 2 / (x - 3.12); }, TFitEnd::Pole, ""},
+        {"a*ln(x-2)+b",
+         {{"a", 1}, {"b", 1}},
+         [](double x) { return x + std::cos(9 * x); },
+         TFitEnd::Converged,
+         "no value at 9 of 39 points, the first at 0;"},
+    };
+    for (const TNonsense& c : cases) {
+        TModel model(c.equation, c.starts);
+        model.SetPoints(39, 0.25, c.points);
+        const TFitResult result = model.RunFromManyStarts();
+        EXPECT_EQ(TextOf(result.End), TextOf(c.end)) << c.equation;
+        std::string remarks;
+        for (const std::string& remark : result.Remarks) remarks += remark;
+        EXPECT_NE(remarks.find(c.remark), std::string::npos) << c.equation << ": " << remarks;
     }
 }
 
@@ -295,7 +364,7 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
             TModel decay("a*exp(-b*x)+c", {{"a", 1}, {"b", 0.01}, {"c", -3}}, procType);
             decay.SetPoints(50, 0.2, Decay);
             TCancelling progress(steps);
-            const TFitResult result = decay.Run({&progress, {}});
+            const TFitResult result = decay.Run({&progress, {}, TFitStarts::Given});
             EXPECT_EQ(progress.Caption, "Fitting Data....");
             EXPECT_EQ(result.End, TFitEnd::Cancelled) << procType;
             double rss = 0;
@@ -319,7 +388,7 @@ TEST(CurveFitter, EachIterationShowsTheBestParameters) {
                 rss += std::pow(decay.Value(1) * std::exp(-decay.Value(2) * decay.x[i]) - decay.y[i], 2);
             sums.push_back(rss);
         };
-        const TFitResult result = decay.Run({nullptr, note});
+        const TFitResult result = decay.Run({nullptr, note, TFitStarts::Given});
         ASSERT_GE(sums.size(), 3u) << procType;
         EXPECT_TRUE(std::is_sorted(sums.rbegin(), sums.rend(), [](double a, double b) {
             return a < b * (1 - 1e-12);

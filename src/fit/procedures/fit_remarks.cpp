@@ -1,0 +1,84 @@
+#include "fit/procedures/fit_remarks.h"
+
+#include "fit/procedures/jacobi.h"
+#include "support/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr double kTakesPart = 0.1; // of a direction of unit length
+constexpr double kCorrelated = 0.99;
+constexpr int kCorrelationDigits = 4;
+
+std::string Listed(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    return text;
+}
+
+/// The parameters that change together without changing the curve.
+std::vector<std::string> OpenParameters(const TFitTask& task, const TLocalFit& found) {
+    TMatrix unit = found.Triangle;
+    for (int j = 0; j < unit.Size(); ++j) {
+        const double length = Norm(unit.Column(j));
+        if (!(length > 0)) return {task.Varied[static_cast<std::size_t>(j)]->Name()};
+        if (!std::isfinite(length)) return {};
+        for (double& element : unit.Column(j)) element /= length;
+    }
+    if (unit.Size() == 0) return {};
+    const TSingularValues parts = DecomposeSingular(unit);
+    const auto smallest = std::ranges::min_element(parts.Values) - parts.Values.begin();
+    std::vector<std::string> names;
+    const auto direction = parts.Right.Column(static_cast<int>(smallest));
+    for (std::size_t i = 0; i < direction.size(); ++i)
+        if (std::abs(direction[i]) > kTakesPart) names.push_back(task.Varied[i]->Name());
+    return names;
+}
+
+void AddOpen(TFitResult& result, const TFitTask& task, const TLocalFit& found) {
+    if (found.IsDetermined || found.Triangle.Size() == 0) return;
+    const std::vector<std::string> names = OpenParameters(task, found);
+    if (names.size() == 1)
+        result.Remarks.push_back("The points do not determine " + names.front() + ".");
+    else if (!names.empty())
+        result.Remarks.push_back("The points do not determine " + Listed(names) +
+                                 ", only a combination of them: a change of one makes up for the others.");
+}
+
+void AddCorrelated(TFitResult& result, const TFitTask& task) {
+    const TMatrix& covariance = result.Covariance;
+    for (int i = 0; i < covariance.Size(); ++i) {
+        for (int j = i + 1; j < covariance.Size(); ++j) {
+            const double r = covariance(i, j) / std::sqrt(covariance(i, i) * covariance(j, j));
+            if (!(std::abs(r) > kCorrelated)) continue;
+            result.Remarks.push_back(task.Varied[static_cast<std::size_t>(i)]->Name() + " and " +
+                                     task.Varied[static_cast<std::size_t>(j)]->Name() +
+                                     " are strongly correlated (r = " + FormatFixed(r, kCorrelationDigits) +
+                                     ").");
+        }
+    }
+}
+
+void AddLeftOut(TFitResult& result, const TFitPoints& used, const TFitPoints& points) {
+    if (result.PointsLeftOut == 0) return;
+    std::size_t first = 0;
+    while (first < used.X.size() && used.X[first] == points.X[first]) ++first;
+    result.Remarks.push_back("The equation has no value at " + std::to_string(result.PointsLeftOut) + " of " +
+                             std::to_string(points.X.size()) + " points, the first at " +
+                             FormatShortest(points.X[first]) + "; they were left out.");
+}
+
+} // namespace
+
+void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
+                const TFitPoints& points) {
+    AddOpen(result, task, found);
+    AddCorrelated(result, task);
+    AddLeftOut(result, used, points);
+}
+
+} // namespace lumoplot

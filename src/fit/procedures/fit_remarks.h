@@ -1,0 +1,13 @@
+// What there is to say of a result in words.
+#pragma once
+
+#include "fit/procedures/local_fit.h"
+
+namespace lumoplot {
+
+/// Adds which parameters are not determined or strongly correlated, and at how many of the points the model
+/// has no value. The result has its end and its covariance, the fit the parameters found.
+void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
+                const TFitPoints& points);
+
+} // namespace lumoplot

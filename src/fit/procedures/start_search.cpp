@@ -1,0 +1,153 @@
+#include "fit/procedures/start_search.h"
+
+#include "fit/procedures/scattered_starts.h"
+#include "fit/procedures/variable_metric.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace lumoplot {
+namespace {
+
+constexpr char kSearchCaption[] = "Trying Other Starts....";
+constexpr std::size_t kMostPoints = 2000;
+constexpr int kIterationsOfRun = 25;
+constexpr double kToleranceOfRun = 1e-6;
+constexpr double kSameMinimum = 1e-4; // relative difference of sums of squares
+
+/// Every so many of the points, that a place costs the same however many there are.
+TFitPoints Thinned(const TFitPoints& points) {
+    const std::size_t step = (points.X.size() + kMostPoints - 1) / kMostPoints;
+    TFitPoints thin;
+    for (std::size_t i = 0; i < points.X.size(); i += step) {
+        thin.X.push_back(points.X[i]);
+        thin.Y.push_back(points.Y[i]);
+        if (!points.Weights.empty()) thin.Weights.push_back(points.Weights[i]);
+    }
+    return thin;
+}
+
+/// Shows the position of the search whatever the runs within it report, and ends them when the time is up.
+class TSearchProgress final : public TProgress {
+public:
+    TSearchProgress(TProgress& outer, std::chrono::steady_clock::time_point end)
+        : m_outer(outer), m_end(end) {}
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
+        m_outer.Begin(caption, minimum, maximum);
+    }
+    [[nodiscard]] bool StepTo(std::int64_t) override {
+        return m_outer.StepTo(Position) && std::chrono::steady_clock::now() < m_end;
+    }
+    std::int64_t Position = 0;
+
+private:
+    TProgress& m_outer;
+    std::chrono::steady_clock::time_point m_end;
+};
+
+class TSearch {
+public:
+    TSearch(const TFitTask& task, const TFitPoints& points, std::chrono::steady_clock::time_point end)
+        : m_points(Thinned(points)),
+          m_progress(task.Progress, end), m_task{task.Fit, task.Varied, m_progress, {}},
+          m_start(ValuesOf(task.Varied)) {}
+
+    std::vector<TFoundStart> Run(const TSearchLimits& limits, const TVector& known) {
+        try {
+            m_progress.Begin(kSearchCaption, 0, limits.Places + limits.Runs);
+            if (!known.empty()) RunFrom(known);
+            for (TFoundStart& found : m_found) found.IsKnown = true;
+            SetValues(m_start);
+            for (int round = 0; round < limits.Rounds; ++round) {
+                Scan(limits.Places / limits.Rounds);
+                RunFromBest(limits.Runs / limits.Rounds);
+            }
+        } catch (const TFitCancelled&) {
+            // What is there is what there is.
+        }
+        SetValues(m_start);
+        std::ranges::sort(m_found, {}, &TFoundStart::Rss);
+        return std::move(m_found);
+    }
+
+private:
+    static TVector ValuesOf(const std::vector<TDBLParameter*>& parameters) {
+        TVector values;
+        for (const TDBLParameter* parameter : parameters) values.push_back(parameter->Value());
+        return values;
+    }
+
+    void SetValues(const TVector& values) {
+        for (std::size_t i = 0; i < values.size(); ++i) *m_task.Varied[i]->ValueRef() = values[i];
+    }
+
+    // At first anywhere, then at places that share something with the best minimum.
+    void Scan(int places) {
+        SetValues(m_start);
+        TFitProblem problem(m_task.Fit, m_task.Varied, m_points, TLinearPart::Project, m_progress, {});
+        if (problem.Size() == 0) return; // the one minimum is found already
+        if (!m_starts) m_starts.emplace(m_task.Fit, problem.Free(), m_points);
+        const TVector best = BestOf(problem);
+        m_places.clear();
+        for (int i = 0; i < places; ++i, ++m_progress.Position) {
+            TVector place = best.empty() ? m_starts->Next() : m_starts->NextLike(best);
+            for (int j = 0; j < problem.Size(); ++j) place[static_cast<std::size_t>(j)] /= problem.ScaleOf(j);
+            const double value = problem.Value(place);
+            if (std::isfinite(value)) m_places.push_back({ValuesOf(m_task.Varied), value});
+        }
+        std::ranges::sort(m_places, {}, &TFoundStart::Rss);
+    }
+
+    // The parameters of a place, at the best minimum that the search has found itself.
+    TVector BestOf(const TFitProblem& problem) {
+        const TFoundStart* best = nullptr;
+        for (const TFoundStart& found : m_found)
+            if (m_hasScanned && (!best || found.Rss < best->Rss)) best = &found;
+        m_hasScanned = true;
+        if (!best) return {};
+        SetValues(best->Values);
+        return ValuesOf(problem.Free());
+    }
+
+    void RunFromBest(int runs) {
+        for (int run = 0; run < runs && run < static_cast<int>(m_places.size()); ++run)
+            RunFrom(m_places[static_cast<std::size_t>(run)].Values);
+    }
+
+    void RunFrom(const TVector& values) {
+        ++m_progress.Position;
+        SetValues(values);
+        TFitProblem problem(m_task.Fit, m_task.Varied, m_points, TLinearPart::Project, m_progress, {});
+        if (problem.Size() == 0) return;
+        problem.SetIterationLimit(kIterationsOfRun);
+        TVariableMetric().Minimise(problem, problem.Start(), kToleranceOfRun);
+        problem.StoreBest();
+        if (!std::isfinite(problem.BestValue())) return;
+        const double rss = 2 * problem.BestValue() / problem.ResidualScale() / problem.ResidualScale();
+        const auto same = std::ranges::find_if(m_found, [&](const TFoundStart& found) {
+            return std::abs(found.Rss - rss) <= kSameMinimum * rss;
+        });
+        if (same == m_found.end()) return m_found.push_back({ValuesOf(m_task.Varied), rss});
+        if (rss < same->Rss) *same = {ValuesOf(m_task.Varied), rss, same->IsKnown};
+    }
+
+    TFitPoints m_points;
+    TSearchProgress m_progress;
+    TFitTask m_task;
+    TVector m_start;
+    std::optional<TScatteredStarts> m_starts;
+    bool m_hasScanned = false;
+    std::vector<TFoundStart> m_places;
+    std::vector<TFoundStart> m_found;
+};
+
+} // namespace
+
+std::vector<TFoundStart> SearchStarts(const TFitTask& task, const TFitPoints& points,
+                                      const TSearchLimits& limits, const TVector& known,
+                                      std::chrono::steady_clock::time_point end) {
+    return TSearch(task, points, end).Run(limits, known);
+}
+
+} // namespace lumoplot
