@@ -18,7 +18,7 @@ constexpr char kCaption[] = "Fitting Data....";
 constexpr double kNotKnown = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMostRounds = 4;
 constexpr std::chrono::seconds kSearchTime{1};
-constexpr TSearchLimits kRescue = {4000, 30, 5};
+constexpr TSearchLimits kRescue = {8000, 60, 6};
 constexpr int kSearchShare = 10;  // times the evaluations of a run that ended well
 constexpr int kLeastPlaces = 100; // looked at all the same
 constexpr int kMostPlaces = 1000;

@@ -14,6 +14,7 @@ constexpr char kSearchCaption[] = "Trying Other Starts....";
 constexpr std::size_t kMostPoints = 2000;
 constexpr int kIterationsOfRun = 25;
 constexpr double kToleranceOfRun = 1e-6;
+constexpr double kAlike = 0.05;       // relative difference of parameters
 constexpr double kSameMinimum = 1e-4; // relative difference of sums of squares
 
 /// Every so many of the points, that a place costs the same however many there are.
@@ -89,6 +90,10 @@ private:
         if (problem.Size() == 0) return; // the one minimum is found already
         if (!m_starts) m_starts.emplace(m_task.Fit, problem.Free(), m_points);
         const TVector best = BestOf(problem);
+        m_free.clear();
+        for (const TDBLParameter* parameter : problem.Free())
+            m_free.push_back(static_cast<std::size_t>(std::ranges::find(m_task.Varied, parameter) -
+                                                      m_task.Varied.begin()));
         m_places.clear();
         for (int i = 0; i < places; ++i, ++m_progress.Position) {
             TVector place = best.empty() ? m_starts->Next() : m_starts->NextLike(best);
@@ -110,9 +115,22 @@ private:
         return ValuesOf(problem.Free());
     }
 
+    // Places that resemble one before would end where that did.
     void RunFromBest(int runs) {
-        for (int run = 0; run < runs && run < static_cast<int>(m_places.size()); ++run)
-            RunFrom(m_places[static_cast<std::size_t>(run)].Values);
+        std::vector<TVector> done;
+        for (const TFoundStart& place : m_places) {
+            if (static_cast<int>(done.size()) == runs) return;
+            if (std::ranges::any_of(done, [&](const TVector& other) { return IsAlike(other, place.Values); }))
+                continue;
+            done.push_back(place.Values);
+            RunFrom(place.Values);
+        }
+    }
+
+    bool IsAlike(const TVector& a, const TVector& b) const {
+        for (const std::size_t i : m_free)
+            if (std::abs(a[i] - b[i]) > kAlike * std::max(std::abs(a[i]), std::abs(b[i]))) return false;
+        return true;
     }
 
     void RunFrom(const TVector& values) {
@@ -137,6 +155,7 @@ private:
     TFitTask m_task;
     TVector m_start;
     std::optional<TScatteredStarts> m_starts;
+    std::vector<std::size_t> m_free; ///< places of the parameters that are not projected out
     bool m_hasScanned = false;
     std::vector<TFoundStart> m_places;
     std::vector<TFoundStart> m_found;
