@@ -15,6 +15,16 @@ enum class TColumnFormat { Number = 0, DateTime = 1 };
 enum class TDateOrder { YearMonthDay = 0, DayMonthYear = 1, MonthDayYear = 2 };
 enum class TTextEncoding { Utf8, Utf8WithMark, Utf16LittleEndian, Utf16BigEndian, CodePage };
 
+/// What the two parts of a time like 12:30 are. With a fraction behind it (12:30.5) it is minutes and seconds
+/// in any case.
+enum class TShortTimes { HoursAndMinutes, MinutesAndSeconds };
+
+/// Times of day in X that begin again with the next day, or go on counting.
+enum class TMidnight { BeginsAgain, RunsOn };
+
+/// Whether the columns of rows that are divided by blanks are found by where their words stand.
+enum class TColumnLayout { InTurn, Aligned };
+
 class XYGRAPH_EXPORT TDSInfo {
 public:
     /// Row number that FileHasHeaders holds while the header rows are found from the text.
@@ -100,6 +110,10 @@ struct TTextWishes {
     std::optional<TTextEncoding> encoding;
     std::optional<char> decimalSign;
     std::optional<TDateOrder> dateOrder;
+    std::optional<TShortTimes> shortTimes;
+    std::optional<TMidnight> midnight;
+    std::optional<std::string> quotes;    ///< the text markers
+    std::optional<TColumnLayout> columns; ///< of rows that are divided by blanks
 
     bool operator==(const TTextWishes&) const = default;
 };

@@ -1,6 +1,6 @@
 #include "dialog/common/x_value_text.h"
 
-#include "sources/text/text_date.h"
+#include "sources/cells/text_date.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 

@@ -1,7 +1,7 @@
 #include "sources/text/column_formula.h"
 
 #include "expr/names.h"
-#include "sources/text/decimal.h"
+#include "sources/cells/decimal.h"
 #include "sources/text/text_columns.h"
 #include "support/number_text.h"
 

@@ -1,7 +1,7 @@
 #include "sources/text/fast_rows.h"
 
-#include "sources/text/decimal.h"
-#include "sources/text/text_number.h"
+#include "sources/cells/decimal.h"
+#include "sources/cells/text_number.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,7 +30,12 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
     const auto isPartOfNumbers = [](const std::string& text) {
         return text.find_first_of("0123456789+-eEdD") != std::string::npos;
     };
-    m_possible = !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
+    const auto hasMarks = [&format](int column) {
+        const auto index = static_cast<std::size_t>(column);
+        return column >= 0 && index < format.columns.size() && !format.columns[index].marks.IsEmpty();
+    };
+    const bool isPlain = format.fields.empty() && !hasMarks(format.xColumn) && !hasMarks(format.yColumn);
+    m_possible = isPlain && !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
                  format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
                  format.timeColumn == TTextFormat::kNoColumn && !splitter.IsSeparator(format.decimalSign);
 }

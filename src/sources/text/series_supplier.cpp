@@ -14,6 +14,7 @@ TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const
     };
     TTextLoadOptions withFormulas = options;
     withFormulas.formulas = {series.XColExpr(), series.YColExpr()};
+    withFormulas.restart = [&points] { points = TPointChain(); };
     TTextReport report = LoadText(source, series.DataSourceInfo(), withFormulas, addPoints, progress);
     if (report.cancelled) return report;
     report.rowsMerged = report.rowsUsed - points.Count();

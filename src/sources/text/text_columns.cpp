@@ -70,27 +70,58 @@ int FirstColumn(const TTextFormat& format, int from, int taken, TPredicate passe
     return kNone;
 }
 
+// The columns of values that are X or Y without being asked for, unless there are too few of them.
+std::vector<int> Candidates(const TTextFormat& format, int taken) {
+    std::vector<int> columns;
+    for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
+        const TTextColumn& column = format.columns[static_cast<std::size_t>(i)];
+        if (i != taken && IsValueColumn(column) && column.role == TColumnRole::Values) columns.push_back(i);
+    }
+    return columns;
+}
+
+TCellKind KindOf(const TTextFormat& format, int column) {
+    return format.columns[static_cast<std::size_t>(column)].kind;
+}
+
 int FindX(const TTextFormat& format, int yColumn) {
     const int named = ColumnNamed(format, "X");
     if (named != kNone && named != yColumn && IsValueColumn(format.columns[static_cast<std::size_t>(named)]))
         return named;
-    // A date says more than the time of day beside it.
-    const int first = FirstColumn(format, 0, yColumn, IsValueColumn);
-    const bool isTime =
-        first != kNone && format.columns[static_cast<std::size_t>(first)].kind == TCellKind::TimeOfDay;
-    const auto isDate = [](const TTextColumn& column) { return column.kind == TCellKind::Date; };
-    const int date = isTime ? FirstColumn(format, first + 1, yColumn, isDate) : kNone;
-    if (date == first + 1) return date;
-    const bool other = yColumn != kNone || FirstColumn(format, first + 1, first, IsValueColumn) != kNone;
-    return first != kNone && other ? first : TTextFormat::kRowNumber;
+    const auto columns = Candidates(format, yColumn);
+    // A date says more than the value or the time of day in front of it.
+    for (std::size_t i = 0; i < std::min<std::size_t>(columns.size(), 2); ++i)
+        if (KindOf(format, columns[i]) == TCellKind::Date) return columns[i];
+    if (columns.size() >= (yColumn == kNone ? 2u : 1u)) return columns[0];
+    const int y = yColumn != kNone ? yColumn : columns.empty() ? kNone : columns[0];
+    // What counts the rows serves when nothing else does, and a constant as Y.
+    const auto has = [&](TColumnRole role) {
+        return FirstColumn(format, 0, y, [role](const TTextColumn& column) {
+            return IsValueColumn(column) && column.role == role;
+        });
+    };
+    const int counter = has(TColumnRole::Counter);
+    const int constant = has(TColumnRole::Constant);
+    if (counter != kNone && (y != kNone || constant != kNone)) return counter;
+    if (yColumn != kNone) return constant != kNone ? constant : TTextFormat::kRowNumber;
+    return !columns.empty() && constant != kNone ? columns[0] : TTextFormat::kRowNumber;
 }
 
 int FindY(const TTextFormat& format, int xColumn) {
     const auto isNumber = [](const TTextColumn& column) { return column.kind == TCellKind::Number; };
+    const auto isMeasured = [](const TTextColumn& column) {
+        return column.kind == TCellKind::Number && column.role == TColumnRole::Values;
+    };
+    const auto isNotCounting = [](const TTextColumn& column) {
+        return column.kind == TCellKind::Number && column.role == TColumnRole::Constant;
+    };
     const int named = ColumnNamed(format, "Y");
     if (named != kNone && named != xColumn && isNumber(format.columns[static_cast<std::size_t>(named)]))
         return named;
-    int column = FirstColumn(format, xColumn + 1, xColumn, isNumber);
+    int column = FirstColumn(format, xColumn + 1, xColumn, isMeasured);
+    if (column == kNone) column = FirstColumn(format, 0, xColumn, isMeasured);
+    if (column == kNone) column = FirstColumn(format, 0, xColumn, isNotCounting);
+    if (column == kNone) column = FirstColumn(format, xColumn + 1, xColumn, isNumber);
     if (column == kNone) column = FirstColumn(format, 0, xColumn, isNumber);
     return column != kNone ? column : FirstColumn(format, 0, xColumn, IsValueColumn);
 }
@@ -116,7 +147,37 @@ int FindTimeColumn(const TTextFormat& format) {
     return kNone;
 }
 
+const char* ReasonOf(const TTextColumn& column) {
+    switch (column.role) {
+    case TColumnRole::Counter: return " only counts the rows";
+    case TColumnRole::Constant: return " is the same in all rows";
+    case TColumnRole::Settings: return " holds settings";
+    case TColumnRole::Values: break;
+    }
+    if (column.kind == TCellKind::Text) return " holds text";
+    return column.kind == TCellKind::Empty ? " is empty" : nullptr;
+}
+
 } // namespace
+
+std::vector<std::string> LeftOutColumns(const TTextFormat& format) {
+    std::vector<std::string> reasons;
+    for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
+        if (i == format.xColumn || i == format.yColumn || i == format.timeColumn) continue;
+        const char* reason = ReasonOf(format.columns[static_cast<std::size_t>(i)]);
+        if (reason) reasons.push_back("column " + ColumnText(format, i) + reason);
+    }
+    return reasons;
+}
+
+std::vector<int> OtherColumns(const TTextFormat& format) {
+    std::vector<int> columns;
+    for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
+        const bool isUsed = i == format.xColumn || i == format.yColumn || i == format.timeColumn;
+        if (!isUsed && KindOfColumn(format, i) == TCellKind::Number) columns.push_back(i);
+    }
+    return columns;
+}
 
 std::string ChooseColumns(TTextFormat& format, const TDSInfo& info) {
     std::string problem;

@@ -1,8 +1,13 @@
 #include "sources/text/text_detect.h"
 
-#include "sources/text/sample_table.h"
+#include "sources/text/aligned_fields.h"
+#include "sources/text/column_roles.h"
+#include "sources/text/date_evidence.h"
+#include "sources/text/header_rows.h"
+#include "sources/text/number_evidence.h"
 #include "sources/text/text_columns.h"
 #include "sources/text/text_window.h"
+#include "sources/text/unit_names.h"
 #include "support/errors.h"
 
 #include <algorithm>
@@ -11,7 +16,12 @@
 namespace lumoplot {
 namespace {
 
-constexpr std::size_t kSampleSize = 65536;
+constexpr std::size_t kSampleSize = 131072;
+constexpr std::size_t kMostSample = std::size_t{4} << 20;
+/// Lines that may be rows of numbers; with so many of them a sample is enough.
+constexpr std::size_t kRowsWanted = 400;
+constexpr int kPieces = 12;
+constexpr std::size_t kPieceLength = 3000;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
 /// Below it the text is prose with some numbers in it, unless the user has said how to read it.
@@ -36,47 +46,96 @@ std::int64_t CountLineEnds(std::string_view text) {
     return std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
 }
 
-std::vector<std::string> SeparatorsToTry(const TDSInfo& info) {
+// Lines with more digits than letters.
+std::size_t CountRowsOfNumbers(std::string_view text) {
+    std::size_t rows = 0;
+    int digits = 0;
+    int letters = 0;
+    for (const char c : text) {
+        if (c == '\n' || c == '\r') {
+            if (digits > letters) ++rows;
+            digits = letters = 0;
+        } else if (c >= '0' && c <= '9') {
+            ++digits;
+        } else if ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') {
+            ++letters;
+        }
+    }
+    return rows;
+}
+
+// "sep=;" in the first row names the separator.
+std::string NamedSeparator(std::string_view text) {
+    const bool isNamed = text.size() > 5 && (text[0] | 0x20) == 's' && (text[1] | 0x20) == 'e' &&
+                         (text[2] | 0x20) == 'p' && text[3] == '=' && (text[5] == '\r' || text[5] == '\n');
+    return isNamed ? std::string(1, text[4]) : std::string();
+}
+
+std::vector<std::string> SeparatorsToTry(const TTextSample& sample, const TDSInfo& info) {
     if (info.DivideTextByWidth()) return {""};
     if (!info.TextSeparators().empty()) return {info.TextSeparators()};
-    return {"\t", ";", ",", "|", " \t", ""};
+    if (auto named = NamedSeparator(sample.text); !named.empty()) return {named};
+    std::vector<std::string> found;
+    for (const char* separators : {"\t", ";", ",", "|", " \t"})
+        if (sample.text.find_first_of(separators) != std::string::npos) found.emplace_back(separators);
+    found.emplace_back("");
+    return found;
 }
 
 // Among readings that fit equally well the earlier separators win.
 double Preference(const TTextFormat& format) {
     constexpr std::array<std::string_view, 6> kOrder = {"\t", ";", ",", "|", " \t", ""};
     const auto place = std::find(kOrder.begin(), kOrder.end(), format.separators) - kOrder.begin();
-    return 1 - 0.01 * static_cast<double>(place) - (format.decimalSign == ',' ? 0.002 : 0);
+    return 1 - 0.01 * static_cast<double>(place) - (format.decimalSign == ',' ? 0.002 : 0) -
+           (format.hasInlineComments ? 0.004 : 0) - (format.quotes == "'" ? 0.004 : 0);
 }
 
-struct TDateChoice {
-    TDateOrder order = TDateOrder::YearMonthDay;
-    std::optional<TDateOrder> other; ///< reads as many dates
-};
-
-// The order that reads most dates; among equals the one by which they run back and forth least, since
-// measurements are noted one after the other.
-TDateChoice ChooseDateOrder(const TSampleTable& table) {
-    std::array orders = {TDateOrder::DayMonthYear, TDateOrder::MonthDayYear, TDateOrder::YearMonthDay};
-    const auto isBetter = [&table](TDateOrder left, TDateOrder right) {
-        const auto a = table.FitDates(left);
-        const auto b = table.FitDates(right);
-        return a.read != b.read ? a.read > b.read : a.reversals < b.reversals;
-    };
-    std::stable_sort(orders.begin(), orders.end(), isBetter);
-    const auto best = table.FitDates(orders[0]);
-    if (best.open == 0) return {};
-    const bool otherFits = table.FitDates(orders[1]).read == best.read;
-    return {orders[0], otherFits ? std::optional(orders[1]) : std::nullopt};
-}
-
-TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info) {
+TTextFormat FixedFormat(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes) {
     TTextFormat format;
     format.encoding = sample.encoding;
-    format.quotes = info.TextMarkers();
+    format.quotes = wishes.quotes.value_or(info.TextMarkers());
     format.columnWidth = info.DivideTextByWidth() ? info.ColumnWidth() : 0;
     format.headerRows = info.FileHasHeaders();
     return format;
+}
+
+// A mark of a comment behind a blank, somewhere in the text.
+bool MayHaveInlineComments(std::string_view text) {
+    for (const char* mark : {" #", "\t#", " %", " //", " !", " ;"})
+        if (text.find(mark) != std::string_view::npos) return true;
+    return false;
+}
+
+// Apostrophes at the beginnings of cells.
+bool MayHaveApostrophes(std::string_view text) {
+    constexpr int kEnough = 4;
+    int count = 0;
+    for (std::size_t i = text.find('\''); i != std::string_view::npos && count < kEnough;
+         i = text.find('\'', i + 1))
+        if (i == 0 || std::string_view("\n\r,;\t| ").find(text[i - 1]) != std::string_view::npos) ++count;
+    return count >= kEnough;
+}
+
+void TakeNames(TSampleTable& table, TTextFormat& format, std::size_t headerRows) {
+    const TColumnNames names = FindColumnNames(table, headerRows, format);
+    table.WidenTo(names.names.size());
+    const bool isNameless = names.names.size() < table.Columns().size() ||
+                            (!names.names.empty() && names.names[table.Columns().size() - 1].text.empty());
+    if (table.Columns().size() > 1 && table.Columns().back() == TCellKind::Empty && isNameless) {
+        format.trailingSeparator = true;
+        table.DropLastColumn();
+    }
+    format.columns.clear();
+    for (std::size_t i = 0; i < table.Columns().size(); ++i) {
+        TTextColumn column;
+        column.kind = table.Columns()[i];
+        column.marks = table.Units()[i];
+        if (i < names.names.size()) column.name = DisplayText(names.names[i], format);
+        if (i < names.units.size()) column.unit = WithoutBrackets(DisplayText(names.units[i], format));
+        const std::string mark = column.marks.behind.empty() ? column.marks.front : column.marks.behind;
+        if (column.unit.empty() && !mark.empty()) column.unit = ToDisplayText(mark, format.encoding);
+        format.columns.push_back(column);
+    }
 }
 
 class TFormatFinder {
@@ -88,6 +147,9 @@ public:
 
 private:
     void Try(const std::string& separators, char decimalSign);
+    void TryFormat(const TTextFormat& format);
+    void TryTable(TTextReading reading, TSampleTable& table);
+    void AddWithOthers(TTextReading reading, const TSampleTable& table);
     void Add(TTextReading reading);
     bool DiffersFrom(const TTextReading& best, const TTextReading& other) const;
     void TryOtherEncoding(const TTextReading& best);
@@ -108,38 +170,97 @@ bool TFormatFinder::MayBeDecimalSign(char decimalSign, const std::string& separa
 }
 
 void TFormatFinder::Try(const std::string& separators, char decimalSign) {
-    TTextReading reading{FixedFormat(m_sample, m_info), 0, {}};
-    TTextFormat& format = reading.format;
+    TTextFormat format = FixedFormat(m_sample, m_info, m_wishes);
     format.separators = separators;
     format.decimalSign = decimalSign;
-    const TSampleTable table(m_sample, format);
-    if (decimalSign == ',' && !m_wishes.decimalSign && !table.HasDecimalSign(',')) return;
+    TryFormat(format);
+    if (format.columnWidth > 0) return;
+    if (MayHaveInlineComments(m_sample.text)) {
+        TTextFormat shorter = format;
+        shorter.hasInlineComments = true;
+        TryFormat(shorter);
+    }
+    if (m_wishes.quotes || format.quotes != "\"" || !MayHaveApostrophes(m_sample.text)) return;
+    format.quotes = "'";
+    TryFormat(format);
+}
+
+void TFormatFinder::TryFormat(const TTextFormat& format) {
+    TSampleTable table(m_sample, format);
+    if (format.decimalSign == ',' && !m_wishes.decimalSign && !HasDecimalSign(table, ',')) return;
     // A separator that divides nothing is none.
     const bool found = !m_info.DivideTextByWidth() && m_info.TextSeparators().empty();
-    if (found && !separators.empty() && table.Columns().size() < 2) return;
-    const std::size_t headerRows = table.HeaderRows();
+    if (found && !format.separators.empty() && table.Columns().size() < 2) return;
+    const bool isAligned = format.separators == " \t" &&
+                           m_wishes.columns.value_or(TColumnLayout::Aligned) == TColumnLayout::Aligned;
+    TTextFormat aligned = format;
+    if (isAligned) aligned.fields = FindAlignedFields(table);
+    TryTable({format, 0, {}}, table);
+    if (aligned.fields.empty()) return;
+    TSampleTable alignedTable(m_sample, aligned);
+    TryTable({aligned, 0, {}}, alignedTable);
+}
+
+void TFormatFinder::TryTable(TTextReading reading, TSampleTable& table) {
+    TTextFormat& format = reading.format;
+    const std::size_t headerRows = FindHeaderRows(table);
     format.headerRows = static_cast<int>(headerRows);
-    format.trailingSeparator = table.HasTrailingSeparator(headerRows);
-    for (const TCellKind kind : table.Columns()) format.columns.push_back({{}, kind});
-    const auto names = table.ColumnNames(headerRows);
-    for (std::size_t i = 0; i < names.size(); ++i) format.columns[i].name = DisplayText(names[i], format);
+    TakeNames(table, format, headerRows);
+    FindColumnRoles(table, format);
     const TDateChoice dates = ChooseDateOrder(table);
     format.dateOrder = m_wishes.dateOrder.value_or(dates.order);
+    format.shortTimes = m_wishes.shortTimes.value_or(ChooseShortTimes(table).shortTimes);
+    format.midnight = m_wishes.midnight.value_or(TMidnight::BeginsAgain);
     reading.problem = ChooseColumns(format, m_info);
-    reading.score = table.Score(headerRows) * Preference(format) * (reading.problem.empty() ? 1 : 0.1);
-    const bool hasDates = std::any_of(format.columns.begin(), format.columns.end(),
-                                      [](const auto& column) { return column.kind == TCellKind::Date; });
-    if (hasDates && dates.other && !m_wishes.dateOrder) {
+    const double readable = m_wishes.dateOrder ? 1 : 0.5 + 0.5 * dates.readShare;
+    reading.score = table.Score(headerRows) * Preference(format) * NumberEvidence(table) * readable *
+                    (reading.problem.empty() ? 1 : 0.1);
+    // A comma among the names divides them, and the values too.
+    const bool isDivided = format.separators.empty() && format.decimalSign == ',' &&
+                           !format.columns.empty() && format.columns[0].name.find(',') != std::string::npos;
+    if (isDivided && m_info.TextSeparators().empty()) reading.score *= 0.5;
+    AddWithOthers(std::move(reading), table);
+}
+
+// Beside the reading those that differ from it in what its dates and times mean only.
+void TFormatFinder::AddWithOthers(TTextReading reading, const TSampleTable& table) {
+    constexpr double kLess = 0.9;
+    const auto add = [&](auto change) {
         TTextReading other = reading;
-        other.format.dateOrder = *dates.other;
-        other.score *= 0.9;
+        change(other.format);
+        other.score *= kLess;
         Add(std::move(other));
+    };
+    const auto& columns = reading.format.columns;
+    const auto has = [&columns](TCellKind kind) {
+        return std::ranges::any_of(columns, [kind](const auto& column) { return column.kind == kind; });
+    };
+    const TDateChoice dates = ChooseDateOrder(table);
+    if (has(TCellKind::Date) && dates.other && !m_wishes.dateOrder)
+        add([&](TTextFormat& format) { format.dateOrder = *dates.other; });
+    if (has(TCellKind::TimeOfDay) && ChooseShortTimes(table).otherFits && !m_wishes.shortTimes)
+        add([](TTextFormat& format) { format.shortTimes = TShortTimes::MinutesAndSeconds; });
+    const int x = reading.format.xColumn;
+    const bool isTime = x >= 0 && columns[static_cast<std::size_t>(x)].kind == TCellKind::TimeOfDay;
+    if (isTime && !m_wishes.midnight &&
+        PassesMidnight(table, static_cast<std::size_t>(x), reading.format.shortTimes)) {
+        add([](TTextFormat&) {});
+        reading.format.midnight = TMidnight::RunsOn;
     }
     Add(std::move(reading));
 }
 
 // Two readings that give the same points and texts are no choice.
 bool TFormatFinder::DiffersFrom(const TTextReading& best, const TTextReading& other) const {
+    if (best.format.hasInlineComments != other.format.hasInlineComments &&
+        best.format.separators == other.format.separators)
+        return false;
+    const auto values = [](const TTextFormat& format) {
+        return std::ranges::count_if(format.columns, [](const auto& column) { return IsValue(column.kind); });
+    };
+    // What makes texts of values is no choice either.
+    const bool isSameTable = best.format.separators == other.format.separators;
+    if (isSameTable && values(other.format) < values(best.format)) return false;
     return best.format.encoding != other.format.encoding ||
            TSampleTable(m_sample, best.format).Points(best.format) !=
                TSampleTable(m_sample, other.format).Points(other.format);
@@ -155,7 +276,8 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
     const std::string& text = m_sample.text;
     if (m_wishes.encoding || best.format.encoding != TTextEncoding::Utf8) return;
     if (std::none_of(text.begin(), text.end(), isWide)) return;
-    TTextSample sample{text, TTextEncoding::CodePage, m_sample.whole};
+    TTextSample sample = m_sample;
+    sample.encoding = TTextEncoding::CodePage;
     TTextWishes wishes = m_wishes;
     wishes.encoding = TTextEncoding::CodePage;
     TTextReading other = TFormatFinder(sample, m_info, wishes).Find().best;
@@ -164,7 +286,7 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
 }
 
 TTextReadings TFormatFinder::Find() {
-    for (const std::string& separators : SeparatorsToTry(m_info)) {
+    for (const std::string& separators : SeparatorsToTry(m_sample, m_info)) {
         for (const char decimalSign : {'.', ','})
             if (MayBeDecimalSign(decimalSign, separators)) Try(separators, decimalSign);
     }
@@ -189,26 +311,41 @@ TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& 
     sample.encoding = wishes.encoding.value_or(file.Encoding());
     file.Restart(sample.encoding);
     std::int64_t lineEnds = 0;
-    // A piece with data behind the header rows, or as far as a row may reach.
+    std::size_t rows = 0;
+    // A piece with rows of numbers behind the header rows, or as far as a row may reach.
     for (bool isEnough = false; !sample.whole && !isEnough;) {
-        isEnough = lineEnds > std::int64_t{2} * std::max(info.FileHasHeaders(), 0);
+        isEnough = lineEnds > std::int64_t{2} * std::max(info.FileHasHeaders(), 0) && rows >= kRowsWanted;
         const std::size_t before = sample.text.size();
-        if (before > TTextWindow::kMaxRowLength) break;
+        if (before > kMostSample) break;
         sample.text.resize(before + kSampleSize);
         const std::size_t count = file.Read(sample.text.data() + before, kSampleSize);
         sample.text.resize(before + count);
         sample.whole = count == 0;
         lineEnds += CountLineEnds(std::string_view(sample.text).substr(before));
+        rows += CountRowsOfNumbers(std::string_view(sample.text).substr(before));
     }
     if (lineEnds == 0 && !sample.whole)
         throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
     RequireText(file, sample.text);
+    for (int i = 1; i <= kPieces && !sample.whole; ++i)
+        sample.behind += file.LinesAt(file.Size() / (kPieces + 1) * i, kPieceLength);
     file.Restart(sample.encoding);
     return sample;
 }
 
 TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes) {
     return TFormatFinder(sample, info, wishes).Find();
+}
+
+void KeepReading(const TTextFormat& format, TDSInfo& info, TTextWishes& wishes) {
+    if (format.columnWidth == 0) info.SetTextSeparators(format.separators.empty() ? "\n" : format.separators);
+    wishes.encoding = format.encoding;
+    wishes.decimalSign = format.decimalSign;
+    wishes.dateOrder = format.dateOrder;
+    wishes.shortTimes = format.shortTimes;
+    wishes.midnight = format.midnight;
+    wishes.quotes = format.quotes;
+    wishes.columns = format.fields.empty() ? TColumnLayout::InTurn : TColumnLayout::Aligned;
 }
 
 } // namespace lumoplot

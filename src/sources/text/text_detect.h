@@ -15,6 +15,8 @@ struct TTextSample {
     std::string text;
     TTextEncoding encoding = TTextEncoding::Utf8;
     bool whole = false; ///< the text is all of the file
+    std::string behind; ///< rows from places behind the text, in their order
+    std::string odd;    ///< rows that a reading of all the file did not understand
 };
 
 struct TTextReading {
@@ -40,5 +42,9 @@ TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& 
 /// The readings of the sample. What `info` and `wishes` fix is kept in all of them: separators and header
 /// rows of `info` that are set, its columns, its column width, its formats where they are DateTime.
 TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes = {});
+
+/// Fixes in `info` and `wishes` what makes FindTextFormat come to that reading: for the choice of the
+/// runner-up.
+XYGRAPH_EXPORT void KeepReading(const TTextFormat& format, TDSInfo& info, TTextWishes& wishes);
 
 } // namespace lumoplot

@@ -137,6 +137,19 @@ std::size_t TTextFile::Read(char* text, std::size_t capacity) {
     return wide ? ReadUtf16(text, capacity) : ReadBytes(text, capacity);
 }
 
+std::string TTextFile::LinesAt(std::int64_t position, std::size_t length) {
+    position -= position % 2; // a unit of UTF-16, behind its mark or without one
+    m_heldByte = -1;
+    m_heldUnit = 0;
+    if (m_file->isSequential() || !m_file->seek(position)) return {};
+    m_position = position;
+    std::string text(std::max<std::size_t>(length, 16), '\0');
+    text.resize(Read(text.data(), text.size()));
+    const std::size_t first = text.find_first_of("\r\n");
+    const std::size_t last = text.find_last_of("\r\n");
+    return first < last ? text.substr(first + 1, last - first) : std::string();
+}
+
 // One unit becomes at most three bytes, and a held surrogate at most three more.
 std::size_t TTextFile::ReadUtf16(char* text, std::size_t capacity) {
     m_units.resize((capacity - 6) / 3 * 2);

@@ -47,6 +47,10 @@ public:
     /// "Can not read file NAME: …".
     std::size_t Read(char* text, std::size_t capacity);
 
+    /// The whole lines in about so many bytes at a place of the file; empty where the file can not be read
+    /// from there. The next Read must be behind a Restart.
+    std::string LinesAt(std::int64_t position, std::size_t length);
+
 private:
     void Open(const TTextSource& source);
     std::size_t ReadBytes(char* bytes, std::size_t capacity);

@@ -19,6 +19,7 @@ std::string SeparatorName(char separator) {
 std::string SeparatorText(const TTextFormat& format) {
     if (format.columnWidth > 0) return "columns of " + std::to_string(format.columnWidth) + " characters";
     if (format.separators.empty()) return "one column";
+    if (!format.fields.empty()) return "aligned columns";
     if (format.separators == " \t") return "blanks";
     std::string text;
     for (const char separator : format.separators)
@@ -54,10 +55,17 @@ bool HasDates(const TTextFormat& format) {
 
 } // namespace
 
+std::string TTextColumn::Title() const {
+    return unit.empty() || name.empty() ? name : name + " (" + unit + ")";
+}
+
 std::string Describe(const TTextFormat& format) {
     std::string text = SeparatorText(format);
     text += format.decimalSign == ',' ? ", decimal comma" : ", decimal point";
     if (HasDates(format)) text.append(", dates ").append(DateOrderName(format.dateOrder));
+    if (format.quotes == "'") text += ", text in '";
+    if (format.shortTimes == TShortTimes::MinutesAndSeconds) text += ", times in minutes:seconds";
+    if (format.midnight == TMidnight::RunsOn) text += ", times run on behind midnight";
     text += format.headerRows == 0   ? std::string(", no header rows")
             : format.headerRows == 1 ? std::string(", 1 header row")
                                      : ", " + std::to_string(format.headerRows) + " header rows";

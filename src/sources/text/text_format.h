@@ -3,7 +3,8 @@
 #pragma once
 
 #include "data/series/ds_info.h"
-#include "sources/text/text_date.h"
+#include "sources/cells/text_date.h"
+#include "sources/cells/text_number.h"
 #include "support/export.h"
 
 #include <optional>
@@ -15,11 +16,34 @@ namespace lumoplot {
 
 enum class TCellKind { Empty, Number, Date, TimeOfDay, Text };
 
+/// Why a column of values is X or Y only when it is asked for.
+enum class TColumnRole {
+    Values,
+    Counter, ///< it only counts the rows
+    Constant,
+    Settings ///< it has values beside the first rows only, among texts
+};
+
 struct TTextColumn {
     std::string name; ///< from the header rows, UTF-8; empty without one
     TCellKind kind = TCellKind::Empty;
+    std::string unit; ///< from a row of units below the names, or from the cells; UTF-8
+    TUnitMarks marks; ///< what stands around the number in each cell, as in the file
+    TColumnRole role = TColumnRole::Values;
+
+    /// "Absorbance (AU)": for an axis.
+    std::string Title() const;
 
     bool operator==(const TTextColumn&) const = default;
+};
+
+/// Where the cells of a column stand in rows that are aligned by blanks: characters from 0, `end` behind the
+/// last.
+struct TTextField {
+    int begin = 0;
+    int end = 0;
+
+    bool operator==(const TTextField&) const = default;
 };
 
 struct TTextFormat {
@@ -35,6 +59,11 @@ struct TTextFormat {
     int columnWidth = 0; ///< above 0 the cells are that many characters wide and have no separators or quotes
     char decimalSign = '.';
     TDateOrder dateOrder = TDateOrder::YearMonthDay;
+    TShortTimes shortTimes = TShortTimes::HoursAndMinutes;
+    TMidnight midnight = TMidnight::BeginsAgain;
+    /// The columns of rows that are aligned by blanks; empty where each row has a cell for each column.
+    std::vector<TTextField> fields;
+    bool hasInlineComments = false; ///< what follows a blank and a comment mark is no part of the row
     int headerRows = 0; ///< rows of the file before the first data row, comments and empty rows among them
     bool trailingSeparator = false; ///< rows end with a separator behind which there is no column
     std::vector<TTextColumn> columns;

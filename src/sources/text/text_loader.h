@@ -22,6 +22,9 @@ struct TTextLoadOptions {
     /// Make X and Y of what is read, before rows are chosen by X. A row whose X or Y has no finite value then
     /// is skipped and reported, and so is one with a cell that a formula reads and that is no value.
     TFormulaTexts formulas;
+    /// Called when what the sink has got is void, because the rows behind the first ones show that the file
+    /// is to be read in another way; then all rows come again. Without it the first reading is kept.
+    std::function<void()> restart;
 };
 
 struct TTextReport {
@@ -34,6 +37,9 @@ struct TTextReport {
     std::int64_t rowsMerged = 0;  ///< used rows that share a point with another because their X are the same
     /// "row 7: 'abc' in column 2 (Voltage) is not a number" for the first kMaxMessages skipped rows.
     std::vector<std::string> messages;
+    /// What the user should know of the reading: "read again as …: row 3170: …".
+    std::vector<std::string> notes;
+    std::string oddRows;       ///< rows that give no point, as they stand in the file; not all of many
     bool cancelled = false;    ///< nothing has been changed then
     int samplingFrequency = 1; ///< every so many rows one was used
     std::string yName; ///< header of the Y column; empty without one, and where Y is made of other columns

@@ -1,6 +1,6 @@
 #include "sources/text/text_pass.h"
 
-#include "sources/text/decimal.h"
+#include "sources/cells/decimal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,12 +28,18 @@ const char* BehindLineEnd(const char* lineEnd) {
 TTextPass::TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas)
     : m_file(file), m_format(format), m_formulas(formulas),
       m_changes(formulas.ChangeX() || formulas.ChangeY()), m_splitter(format), m_values(format),
-      m_fastRows(format, m_splitter), m_firstRow(format.headerRows + std::int64_t{1}) {
+      m_fastRows(format, m_splitter), m_firstRow(format.headerRows + std::int64_t{1}),
+      m_timeRun(format.midnight) {
     if (info.RowChoiceMode() == TRowChoice::ByNumber) {
         m_firstRow = std::max(m_firstRow, RowBound(std::ceil(info.RowChoiceValue1())));
         if (info.RowChoiceValue2() >= 1) m_lastRow = RowBound(info.RowChoiceValue2());
     }
-    m_byX = info.RowChoiceMode() == TRowChoice::ByX;
+    m_byX = info.RowChoiceMode() == TRowChoice::ByX || format.midnight == TMidnight::RunsOn;
+    if (info.RowChoiceMode() != TRowChoice::ByX) {
+        m_minX = -std::numeric_limits<double>::infinity();
+        m_maxX = -m_minX;
+        return;
+    }
     m_minX = std::min(info.RowChoiceValue1(), info.RowChoiceValue2());
     m_maxX = std::max(info.RowChoiceValue1(), info.RowChoiceValue2());
 }
@@ -46,6 +52,7 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
     m_row = 1;
     m_dataRow = 0;
     m_count = 0;
+    m_timeRun = TTimeRun(m_format.midnight);
     m_x.resize(kBlockRows);
     m_y.resize(kBlockRows);
     m_rows.resize(kBlockRows);
@@ -141,14 +148,24 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
         // What the formulas make of the rows before is told first.
         if (m_changes && m_report->messages.size() < TTextReport::kMaxMessages) Flush();
         Skip(m_row, problem.text);
+        KeepOddRow(text, row);
     }
     return row.next;
+}
+
+// Rows that give no point may show that the file is to be read in another way.
+void TTextPass::KeepOddRow(const char* text, const TTextRow& row) {
+    constexpr std::size_t kMostOdd = 65536;
+    const auto length = static_cast<std::size_t>(row.next - text);
+    if (m_report->oddRows.size() + length > kMostOdd) return;
+    m_report->oddRows.append(text, length);
+    if (!m_report->oddRows.ends_with('\n')) m_report->oddRows += '\n';
 }
 
 // A whole row whose first character tells that it is one of data, and that ends with its line.
 bool TTextPass::IsPlainData(const char* text) const {
     return text < m_linesEnd && !m_hasQuotes && !m_splitter.IsSpecial(*text) &&
-           (decimal::IsDigit(*text) || *text == '-');
+           (decimal::IsDigit(*text) || (*text == '-' && decimal::IsDigit(text[1])));
 }
 
 // A row that is only passed over; one behind the headers counts.
@@ -176,7 +193,10 @@ bool TTextPass::IsHit() {
 
 // Reads the cells that count. Those of the formulas' columns go into the block.
 bool TTextPass::ReadRow(double& x, double& y, TRowProblem& problem) {
-    if (m_formulas.NeedsX() && !m_values.ReadX(m_cells, m_dataRow, x, problem)) return false;
+    if (m_formulas.NeedsX()) {
+        if (!m_values.ReadX(m_cells, m_dataRow, x, problem)) return false;
+        x = m_timeRun.Next(x);
+    }
     if (m_formulas.NeedsY() && !m_values.ReadY(m_cells, y, problem)) return false;
     for (std::size_t i = 0; i < m_columns.size(); ++i)
         if (!m_values.ReadColumn(m_cells, m_formulas.Columns()[i], m_columns[i][m_count], problem))

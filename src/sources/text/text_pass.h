@@ -20,6 +20,9 @@ public:
     /// Everything is borrowed.
     TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas);
 
+    /// The row choice needs the values of each row.
+    bool ReadsEachRow() const { return m_byX; }
+
     /// Runs over the whole file; adds to the counts and messages of `report`.
     void Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report);
 
@@ -36,6 +39,7 @@ private:
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
     bool UsesRow() const { return m_byX || (m_untilHit == 0 && m_frequency != kCountOnly); }
     bool IsHit();
+    void KeepOddRow(const char* text, const TTextRow& row);
     bool ReadRow(double& x, double& y, TRowProblem& problem);
     void Add(double x, double y);
     void ApplyFormulas(std::span<double> x, std::span<double> y);
@@ -65,6 +69,7 @@ private:
     std::int64_t m_dataRow = 0;       ///< number of the last data row among the data rows
     const char* m_linesEnd = nullptr; ///< behind the last line of the window that is whole
     bool m_hasQuotes = false;         ///< in the window
+    TTimeRun m_timeRun;
     std::vector<TTextCell> m_cells;
     std::size_t m_count = 0; ///< rows in the block that is being filled
     std::vector<double> m_x;

@@ -1,6 +1,6 @@
 #include "sources/text/text_rows.h"
 
-#include "sources/text/decimal.h"
+#include "sources/cells/decimal.h"
 
 #include <algorithm>
 #include <bit>
@@ -40,11 +40,12 @@ const char* FindLineEnd(const char* text, const char* end) {
 }
 
 TRowSplitter::TRowSplitter(const TTextFormat& format)
-    : m_columnWidth(static_cast<std::size_t>(std::max(format.columnWidth, 0))),
-      m_utf8(format.encoding != TTextEncoding::CodePage) {
+    : m_columnWidth(static_cast<std::size_t>(std::max(format.columnWidth, 0))), m_fields(format.fields),
+      m_hasInlineComments(format.hasInlineComments), m_utf8(format.encoding != TTextEncoding::CodePage) {
     m_classes[' '] = m_classes['\t'] = kBlank;
     m_classes['\n'] = m_classes['\r'] = kLineEnd;
-    m_classes['\x1A'] = kBlank; // ends the text of some old programs
+    m_classes['\x1A'] = m_classes['\f'] = m_classes['\v'] = kBlank; // some programs end texts and pages so
+    for (const char c : {'#', '%', '/', ';', '!'}) m_classes[static_cast<unsigned char>(c)] = kCommentMark;
     if (m_columnWidth > 0) return;
     for (const char c : format.separators)
         if (!IsLineEnd(c)) m_classes[static_cast<unsigned char>(c)] |= kSeparator;
@@ -60,12 +61,29 @@ const char* TRowSplitter::SkipBlanks(const char* text, const char* end) const {
     return text;
 }
 
+bool TRowSplitter::IsComment(const char* text, const char* end) const {
+    return MayBeginComment(*text) && !IsSeparator(*text) &&
+           (*text != '/' || (end - text > 1 && text[1] == '/'));
+}
+
+// A line drawn below names: nothing but dashes and the like, some of them side by side.
+bool TRowSplitter::IsRule(const char* text, const char* end) const {
+    int run = 0;
+    int longest = 0;
+    for (char last = 0; text < end && !IsLineEnd(*text); last = *text++) {
+        const bool isLine = *text == '-' || *text == '=' || *text == '_' || *text == '*';
+        if (!isLine && *text != '+' && *text != ':' && *text != '|' && !IsBlank(*text) && !IsSeparator(*text))
+            return false;
+        run = isLine ? (*text == last ? run + 1 : 1) : 0;
+        longest = std::max(longest, run);
+    }
+    return longest >= 3;
+}
+
 TRowKind TRowSplitter::KindOf(const char* text, const char* end) const {
     text = SkipBlanks(text, end);
-    if (text < end && MayBeginComment(*text) && !IsSeparator(*text)) {
-        if (*text != '/') return TRowKind::Comment;
-        if (end - text > 1 && text[1] == '/') return TRowKind::Comment;
-    }
+    if (text < end && IsComment(text, end)) return TRowKind::Comment;
+    if (text < end && IsRule(text, end)) return TRowKind::Blank;
     while (text < end && (IsBlank(*text) || IsSeparator(*text))) ++text;
     return text == end || IsLineEnd(*text) ? TRowKind::Blank : TRowKind::Data;
 }
@@ -127,12 +145,56 @@ TTextRow TRowSplitter::Split(const char* text, const char* end, TTextEnd textEnd
     if (row.kind == TRowKind::Comment) {
         text = SkipBlanks(text, rowEnd);
         while (text < rowEnd && MayBeginComment(*text)) ++text;
+    } else if (m_hasInlineComments) {
+        rowEnd = WithoutComment(text, rowEnd);
     }
     if (m_columnWidth > 0)
         SplitByWidth(text, rowEnd, cells);
+    else if (!m_fields.empty() && row.kind == TRowKind::Data)
+        SplitByFields(text, rowEnd, cells);
     else
         SplitCells(text, rowEnd, cells);
     return row;
+}
+
+// The end of the row in front of a comment that follows a blank.
+const char* TRowSplitter::WithoutComment(const char* text, const char* end) const {
+    char quote = 0;
+    for (const char* at = text; at < end; ++at) {
+        if (quote != 0 ? *at == quote : IsQuote(*at)) quote = quote != 0 ? '\0' : *at;
+        const bool follows = at > text && IsBlank(at[-1]);
+        if (quote != 0 || !follows || !IsComment(at, end)) continue;
+        while (at > text && IsBlank(at[-1])) --at;
+        return at;
+    }
+    return end;
+}
+
+// Words go to the column that they overlap most, or to the nearest one; several in a column are one cell.
+void TRowSplitter::SplitByFields(const char* text, const char* end, std::vector<TTextCell>& cells) const {
+    cells.assign(m_fields.size(), {});
+    int column = 0;
+    while (text < end) {
+        if (IsBlank(*text)) {
+            ++text;
+            ++column;
+            continue;
+        }
+        const char* first = text;
+        const int begin = column;
+        for (; text < end && !IsBlank(*text); ++text)
+            if (!m_utf8 || (static_cast<unsigned char>(*text) & 0xC0) != 0x80) ++column;
+        std::size_t best = 0;
+        int most = -1000000;
+        for (std::size_t i = 0; i < m_fields.size(); ++i) {
+            const int overlap = std::min(column, m_fields[i].end) - std::max(begin, m_fields[i].begin);
+            if (overlap > most) best = i;
+            most = std::max(most, overlap);
+        }
+        TTextCell& cell = cells[best];
+        const char* start = cell.text.empty() ? first : cell.text.data();
+        cell.text = {start, static_cast<std::size_t>(text - start)};
+    }
 }
 
 void TRowSplitter::SplitCells(const char* text, const char* end, std::vector<TTextCell>& cells) const {

@@ -16,8 +16,8 @@ const char* FindLineEnd(const char* text, const char* end);
 
 enum class TRowKind {
     Data,
-    Blank,     ///< nothing, or nothing but blanks and separators
-    Comment,   ///< begins with #, % or //
+    Blank,     ///< nothing, or nothing but blanks and separators, or a line drawn of them and dashes
+    Comment,   ///< begins with #, %, //, or with ; or ! where that is no separator
     Incomplete ///< the text ends before the row does
 };
 
@@ -57,7 +57,7 @@ public:
         return m_classes[static_cast<unsigned char>(c)] & (kSeparator | kQuote | kLineEnd);
     }
     /// A character that can begin a comment row.
-    bool MayBeginComment(char c) const { return c == '#' || c == '%' || c == '/'; }
+    bool MayBeginComment(char c) const { return m_classes[static_cast<unsigned char>(c)] & kCommentMark; }
     /// Blanks divide cells, and a run of them counts once.
     bool BlanksSeparate() const { return IsSeparator(' '); }
     /// The quote characters that can occur.
@@ -68,6 +68,7 @@ private:
     static constexpr unsigned char kQuote = 2;
     static constexpr unsigned char kBlank = 4;
     static constexpr unsigned char kLineEnd = 8;
+    static constexpr unsigned char kCommentMark = 16;
 
     bool IsBlank(char c) const { return m_classes[static_cast<unsigned char>(c)] & kBlank; }
     const char* SkipBlanks(const char* text, const char* end) const;
@@ -76,11 +77,17 @@ private:
     const char* RowEnd(const char* text, const char* end, TTextEnd textEnd) const;
     void SplitCells(const char* text, const char* end, std::vector<TTextCell>& cells) const;
     const char* TakeCell(const char* text, const char* end, TTextCell& cell) const;
+    bool IsRule(const char* text, const char* end) const;
+    bool IsComment(const char* text, const char* end) const;
+    const char* WithoutComment(const char* text, const char* end) const;
+    void SplitByFields(const char* text, const char* end, std::vector<TTextCell>& cells) const;
     void SplitByWidth(const char* text, const char* end, std::vector<TTextCell>& cells) const;
 
     std::array<unsigned char, 256> m_classes{};
     std::string m_quotes;
     std::size_t m_columnWidth = 0;
+    std::vector<TTextField> m_fields;
+    bool m_hasInlineComments = false;
     bool m_utf8 = true;
 };
 

@@ -1,6 +1,6 @@
 #include "sources/text/text_values.h"
 
-#include "sources/text/text_number.h"
+#include "sources/cells/text_number.h"
 #include "support/code_page.h"
 
 namespace lumoplot {
@@ -9,6 +9,17 @@ namespace {
 constexpr std::size_t kShownBytes = 40;
 
 } // namespace
+
+TRowValues::TRowValues(const TTextFormat& format) : m_format(format) {
+    // Blanks do not tell which cell of a row is missing.
+    const bool blanks = format.separators.find(' ') != std::string::npos && format.columnWidth == 0;
+    if (!blanks || !format.fields.empty()) return;
+    m_least = format.columns.size();
+    const auto isOptional = [](const TTextColumn& column) {
+        return column.kind == TCellKind::Text || column.kind == TCellKind::Empty;
+    };
+    while (m_least > 0 && isOptional(format.columns[m_least - 1])) --m_least;
+}
 
 bool TRowValues::ReadX(std::span<const TTextCell> cells, std::int64_t dataRow, double& x,
                        TRowProblem& problem) const {
@@ -37,10 +48,15 @@ bool TRowValues::ReadColumn(std::span<const TTextCell> cells, int column, double
 bool TRowValues::ReadCell(std::span<const TTextCell> cells, int column, TColumnFormat kind, double& value,
                           TRowProblem& problem) const {
     const auto index = static_cast<std::size_t>(column);
+    if (cells.size() < m_least && index < cells.size()) {
+        problem.text = "has " + std::to_string(cells.size()) + " cells, not " + std::to_string(m_least) +
+                       ": blanks do not tell which one is missing";
+        return false;
+    }
     const char* fault = index >= cells.size()           ? " is missing"
                         : cells[index].text.empty()     ? " is empty"
-                        : kind == TColumnFormat::Number ? ReadNumberCell(cells[index], value)
-                                                        : ReadDateCell(cells[index], value);
+                        : kind == TColumnFormat::Number ? ReadNumberCell(cells[index], column, value)
+                                                        : ReadDateCell(cells[index], column, value);
     if (fault == nullptr) return true;
     const bool hasText = index < cells.size() && !cells[index].text.empty();
     problem.column = column;
@@ -49,13 +65,27 @@ bool TRowValues::ReadCell(std::span<const TTextCell> cells, int column, TColumnF
     return false;
 }
 
+const TTextColumn& TRowValues::Column(int column) const {
+    static const TTextColumn none;
+    const auto index = static_cast<std::size_t>(column);
+    return index < m_format.columns.size() ? m_format.columns[index] : none;
+}
+
 // Null, or what is wrong with the cell.
-const char* TRowValues::ReadNumberCell(const TTextCell& cell, double& value) const {
-    const TNumberReading reading = ParseNumber(cell.text, m_format.decimalSign);
+const char* TRowValues::ReadNumberCell(const TTextCell& cell, int column, double& value) const {
+    TNumberReading reading;
+    const TUnitMarks& unit = Column(column).marks;
+    if (unit.IsEmpty()) {
+        reading = ParseNumber(cell.text, m_format.decimalSign);
+    } else {
+        TUnitMarks marks;
+        reading = ParseWithUnit(cell.text, m_format.decimalSign, marks);
+        if (reading.state == TNumberState::Number && marks != unit) return " is in another unit";
+    }
     value = reading.value;
     switch (reading.state) {
     case TNumberState::Number: return nullptr;
-    case TNumberState::NoNumber: return " is not a number";
+    case TNumberState::NoNumber: return IsMissingMark(cell.text) ? " is no value" : " is not a number";
     case TNumberState::NotFinite: return " is no value";
     case TNumberState::TooLarge: return " is too large";
     case TNumberState::TooSmall: break;
@@ -63,15 +93,28 @@ const char* TRowValues::ReadNumberCell(const TTextCell& cell, double& value) con
     return " is too close to 0";
 }
 
-// A number among dates is the count of days that it would become.
-const char* TRowValues::ReadDateCell(const TTextCell& cell, double& value) const {
-    if (const auto date = ParseDate(cell.text, m_format.dateOrder)) {
+// A number in a column that is said to hold dates is the count of days that they would become.
+const char* TRowValues::ReadDateCell(const TTextCell& cell, int column, double& value) const {
+    const TCellKind kind = Column(column).kind;
+    if (const auto date = ParseDate(cell.text, m_format.dateOrder, m_format.shortTimes)) {
         value = date->days;
+        if (kind == TCellKind::Date && date->parts == TDateParts::TimeOfDay) return " is not a date";
+        if (kind == TCellKind::TimeOfDay && date->parts == TDateParts::Date) return " is not a time of day";
         return nullptr;
     }
+    if (IsMissingMark(cell.text)) return " is no value";
     const TNumberReading number = ParseNumber(cell.text, m_format.decimalSign);
     value = number.value;
-    return number.state == TNumberState::Number ? nullptr : " is not a date";
+    const bool isFound = kind == TCellKind::Date || kind == TCellKind::TimeOfDay;
+    return number.state == TNumberState::Number && !isFound ? nullptr : " is not a date";
+}
+
+double TTimeRun::Next(double time) {
+    constexpr double kHalfADay = 0.5;
+    if (!m_runsOn) return time;
+    if (time + m_days < m_last - kHalfADay) m_days += 1;
+    m_last = time + m_days;
+    return m_last;
 }
 
 std::string TRowValues::Quoted(const TTextCell& cell) const {

@@ -18,7 +18,7 @@ struct TRowProblem {
 class TRowValues {
 public:
     /// The format is borrowed.
-    explicit TRowValues(const TTextFormat& format) : m_format(format) {}
+    explicit TRowValues(const TTextFormat& format);
 
     /// X of the row; `dataRow` is its number among the data rows, from 1. False with a problem when a cell is
     /// missing, empty, no number or date, or beyond the range of doubles: nothing becomes 0.
@@ -33,11 +33,26 @@ private:
     bool ReadCell(std::span<const TTextCell> cells, int column, TColumnFormat kind, double& value,
                   TRowProblem& problem) const;
 
-    const char* ReadNumberCell(const TTextCell& cell, double& value) const;
-    const char* ReadDateCell(const TTextCell& cell, double& value) const;
+    const char* ReadNumberCell(const TTextCell& cell, int column, double& value) const;
+    const char* ReadDateCell(const TTextCell& cell, int column, double& value) const;
+    const TTextColumn& Column(int column) const;
     std::string Quoted(const TTextCell& cell) const;
 
     const TTextFormat& m_format;
+    std::size_t m_least = 0; ///< cells that a row has when no column but texts can be missing
+};
+
+/// Lets times of day run on behind midnight. Begins with the first row.
+class TTimeRun {
+public:
+    explicit TTimeRun(TMidnight midnight) : m_runsOn(midnight == TMidnight::RunsOn) {}
+    /// The time of the next row, in days.
+    double Next(double time);
+
+private:
+    bool m_runsOn;
+    double m_last = -1e9;
+    double m_days = 0;
 };
 
 } // namespace lumoplot

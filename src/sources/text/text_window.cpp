@@ -1,6 +1,6 @@
 #include "sources/text/text_window.h"
 
-#include "sources/text/text_number.h"
+#include "sources/cells/text_number.h"
 #include "support/errors.h"
 
 #include <cstring>

@@ -30,6 +30,7 @@ protected:
         const auto sink = [this](std::span<const double> x, std::span<const double> y) {
             for (std::size_t i = 0; i < x.size(); ++i) points.emplace_back(x[i], y[i]);
         };
+        options.restart = [this] { points.clear(); };
         return LoadText(fileName, info, options, sink, progress ? *progress : silent);
     }
     TTextReport LoadThis(std::string_view text) { return Load(Write(text)); }

@@ -1,4 +1,4 @@
-#include "sources/text/text_number.h"
+#include "sources/cells/text_number.h"
 
 #include <bit>
 #include <cmath>
@@ -85,6 +85,30 @@ TEST(TextNumber, OnlyAWholeNumberIsOne) {
         {"0e-999999999", '.', kNumber, 0},
         {longZero, '.', kNumber, 0.25},
         {longDigits, '.', kNumber, 1.0 / 3},
+        {"1,234", '.', kNumber, 1234},
+        {"1,234,567.5", '.', kNumber, 1234567.5},
+        {"-1.234,5", ',', kNumber, -1234.5},
+        {"1 234,5", ',', kNumber, 1234.5},
+        {"1\xC2\xA0"
+         "234\xE2\x80\xAF"
+         "567",
+         '.', kNone, 0}, // two signs
+        {"12\xC2\xA0"
+         "345,5",
+         ',', kNumber, 12345.5},
+        {"1'234.5", '.', kNumber, 1234.5},
+        {"10,50-", ',', kNumber, -10.5},
+        {"\xE2\x88\x92"
+         "1.75",
+         '.', kNumber, -1.75},
+        {"1.500000-101", '.', kNumber, 1.5e-101},
+        {"1.5-10", '.', kNone, 0},
+        {"-1-", '.', kNone, 0},
+        {"1,23", '.', kNone, 0},
+        {"1234,567", '.', kNone, 0},
+        {"0,123", '.', kNone, 0}, // no group begins with 0
+        {"1.234,567", '.', kNone, 0},
+        {"12,34,567", '.', kNone, 0},
         {"1,5", '.', kNone, 0},
         {"1.5", ',', kNone, 0},
         {"", '.', kNone, 0},
@@ -109,6 +133,37 @@ TEST(TextNumber, OnlyAWholeNumberIsOne) {
         const TNumberReading reading = ParseNumber(c.text, c.decimalSign);
         EXPECT_EQ(reading.state, c.state) << c.text;
         EXPECT_EQ(reading.value, c.value) << c.text;
+    }
+}
+
+struct TUnitCase {
+    const char* text;
+    double value; // 0: no number with something around it
+    const char* front;
+    const char* behind;
+};
+
+TEST(TextNumber, StandsBesideItsUnit) {
+    const TUnitCase cases[] = {{"1.50 V", 1.5, "", "V"},
+                               {"3%", 3, "", "%"},
+                               {"$12.50", 12.5, "$", ""},
+                               {"-$12.50", -12.5, "$", ""},
+                               {"($1,012.50)", -1012.5, "$", ""},
+                               {"12.5 m/s", 12.5, "", "m/s"},
+                               {"5 cm2", 5, "", "cm2"},
+                               {"1e3 Pa", 1000, "", "Pa"},
+                               {"(12.50)", 0, "", ""},
+                               {"1.5", 0, "", ""},
+                               {"5<6", 0, "", ""},
+                               {"12:30", 0, "", ""},
+                               {"V", 0, "", ""},
+                               {"3 of 12 times", 0, "", ""}};
+    for (const auto& c : cases) {
+        TUnitMarks marks;
+        const auto reading = ParseWithUnit(c.text, '.', marks);
+        EXPECT_EQ(reading.state == TNumberState::Number, c.value != 0) << c.text;
+        EXPECT_EQ(reading.value, c.value) << c.text;
+        if (c.value != 0) EXPECT_EQ(marks, (TUnitMarks{c.front, c.behind})) << c.text;
     }
 }
 

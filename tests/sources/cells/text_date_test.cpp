@@ -1,4 +1,4 @@
-#include "sources/text/text_date.h"
+#include "sources/cells/text_date.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +40,37 @@ TEST(TextDate, BecomesDaysAsSpreadsheetsCountThem) {
         {"1/31/2024, 12:30 AM", kMdy, 45322 + 0.5 / 24},
         {"12:00:36,5", kDmy, 0.5 + 36.5 / 86400},
         {"24:00", kYmd, 1},
+        {"47:30:00", kYmd, 47.5 / 24},
+        {"-0:30:00", kYmd, -0.5 / 24},
+        {"2 days, 12:00:00", kYmd, 2.5},
+        {"59:30.5", kYmd, 3570.5 / 86400},
+        {"10:00:00:250", kYmd, 36000.25 / 86400},
+        {"20240131", kYmd, 45322},
+        {"20240131T120000Z", kDmy, 45322.5},
+        {"20240131123000", kMdy, 45322 + 12.5 / 24},
+        {"2024-031", kYmd, 45322},
+        {"2024-366", kYmd, 45657},
+        {"2024-01", kDmy, 45292},
+        {"1/2024", kYmd, 45292},
+        {"Jan-2024", kYmd, 45292},
+        {"Jan-24", kYmd, 45292},
+        {"2024-Q2", kYmd, 45383},
+        {"Q2 2024", kYmd, 45383},
+        {"2024-W05", kYmd, 45320},
+        {"2024-W05-3", kYmd, 45322},
+        {"Wed Jan 31 12:00:00 2024", kYmd, 45322.5},
+        {"Wed Jan 31 12:00:00 UTC 2024", kYmd, 45322.5},
+        {"Mittwoch, 31. Januar 2024", kYmd, 45322},
+        {"19. M\xC3\xA4rz 2024", kMdy, 45370},
+        {"19. M\xE4rz 2024", kMdy, 45370},
+        {"mar. 5 mars 2024", kYmd, 45356}, // mardi, not March
+        {"Mar 5, 2024", kYmd, 45356},
+        {"1er ao\xC3\xBBt 2024", kYmd, 45505},
+        {"2 de enero de 2024", kYmd, 45293},
+        {"3-mag-24", kYmd, 45415},
+        {"4 stycznia 2024", kYmd, 45295},
+        {"31/Jan/2024:12:00:00 +0100", kYmd, 45322 + 11.0 / 24},
+        {"20-Jan-24 1:30:00 PM", kYmd, 45311 + 13.5 / 24},
     };
     for (const auto& c : cases) {
         const auto date = ParseDate(c.text, c.order);
@@ -56,8 +87,18 @@ TEST(TextDate, WhatIsNoDateIsRefused) {
         {"31.01.2024", kYmd, 0},
         {"1.2.3", kDmy, 0},
         {"1-2/2024", kDmy, 0},
-        {"2024-01", kYmd, 0},
-        {"20240131", kYmd, 0},
+        {"2024-13", kYmd, 0},
+        {"20241301", kYmd, 0},
+        {"2024-367", kYmd, 0},
+        {"2023-366", kYmd, 0},
+        {"2024-W54", kYmd, 0},
+        {"2024-Q5", kYmd, 0},
+        {"1/1000", kYmd, 0},
+        {"Jan 15", kYmd, 0},   // a day without its year
+        {"Jui 2024", kYmd, 0}, // juin or juillet
+        {"12.2024", kYmd, 0},  // a number
+        {"12:60", kYmd, 0},
+        {"1:2:3:4", kYmd, 0},
         {"2024-01-31 25:00", kYmd, 0},
         {"2024-01-31 12:61", kYmd, 0},
         {"12:30:61", kYmd, 0},
