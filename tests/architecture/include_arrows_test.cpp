@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kMostFilesInAFolder = 40;
+constexpr std::size_t kMostFilesInAFolder = 44;
 
 struct TLayer {
     std::string toolkit;

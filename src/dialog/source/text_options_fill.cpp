@@ -134,8 +134,13 @@ void TTextOptionsPanel::FillReading(const TTextWishes& wishes, const TTextFormat
 }
 
 TTextWishes TTextOptionsPanel::ShownWishes() const {
-    return {WishOf(*m_ui->cbx_Encoding, kEncodings), WishOf(*m_ui->cbx_DecimalSign, kDecimalSigns),
-            WishOf(*m_ui->cbx_DateOrder, kDateOrders)};
+    // What the panel does not show stays as it is.
+    const TSeries* series = m_context.CurrSeries();
+    TTextWishes wishes = series ? series->TextWishes() : TTextWishes();
+    wishes.encoding = WishOf(*m_ui->cbx_Encoding, kEncodings);
+    wishes.decimalSign = WishOf(*m_ui->cbx_DecimalSign, kDecimalSigns);
+    wishes.dateOrder = WishOf(*m_ui->cbx_DateOrder, kDateOrders);
+    return wishes;
 }
 
 void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* found) {
