@@ -59,7 +59,7 @@ QString LabelOf(const TTick& tick) {
 // As many labelled ticks as find room, each taking so many pixels at least.
 std::vector<TTick> LabelledTicks(const TTickRules& rules, double length, const auto& sizeOf) {
     for (int coarseness = 0; coarseness <= kCoarsest; ++coarseness) {
-        std::vector<TTick> ticks = ChooseTicks(rules, length, coarseness);
+        std::vector<TTick> ticks = ChooseTicks(rules, length, coarseness).All;
         std::erase_if(ticks, [](const TTick& tick) { return tick.Kind == TTickKind::Minor; });
         double taken = 0;
         for (const TTick& tick : ticks) taken += sizeOf(LabelOf(tick));

@@ -93,13 +93,13 @@ void TAxis::ApplyAutoRange() {
     ApplyMinScaleLength();
 }
 
-// Whole decades around the data; the graph hands over a positive minimum where the data have one.
+// The graph hands over a positive minimum where the data have one.
 void TAxis::ApplyAutoLogRange() {
     if (!(m_dataMax > 0)) throw EScaleError("SetMinMax failed");
     const double dataMin = m_dataMin > 0 ? m_dataMin : 0.001 * m_dataMax;
-    m_min = std::pow(10.0, std::floor(std::log10(dataMin)));
-    m_max = std::pow(10.0, std::ceil(std::log10(m_dataMax)));
-    if (m_min == m_max) m_max = 10 * m_min;
+    const TAxisRange range = AutoLogRange(dataMin, m_dataMax);
+    m_min = range.min;
+    m_max = range.max;
     if (!(m_min > 0)) m_min = std::numeric_limits<double>::min();
     if (!std::isfinite(m_max)) m_max = std::numeric_limits<double>::max();
     UpdateStep();

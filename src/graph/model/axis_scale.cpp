@@ -77,4 +77,22 @@ TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& op
     return Checked(range);
 }
 
+TAxisRange AutoLogRange(double dataMin, double dataMax) {
+    constexpr double kWholeDecades = 2;
+    const double low = std::log10(dataMin);
+    const double high = std::log10(dataMax);
+    TAxisRange range;
+    range.min = std::pow(10.0, std::floor(low));
+    range.max = std::pow(10.0, std::ceil(high));
+    if (range.min == range.max) range.max = 10 * range.min;
+    if (high - low >= kWholeDecades || dataMin == dataMax) return range;
+    const double lastDecade = std::pow(10.0, std::ceil(high) - 1);
+    for (const double part : {5.0, 2.0})
+        if (part * lastDecade >= dataMax) range.max = part * lastDecade;
+    const double firstDecade = range.min;
+    for (const double part : {2.0, 5.0})
+        if (part * firstDecade <= dataMin) range.min = part * firstDecade;
+    return range;
+}
+
 } // namespace lumoplot

@@ -34,4 +34,9 @@ std::optional<double> TickStep(double min, double max, int minSteps);
 /// "Impossible: oMin > oMax in SetMinMax!" or "SetMinMax failed" (also for what is not finite).
 XYGRAPH_EXPORT TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& options);
 
+/// The displayed range of a logarithmic axis for positive data: whole decades around data that span two or
+/// more, and around one value alone; else the nearest 1, 2 or 5 times a power of ten on both sides. An end
+/// beyond the range of doubles is 0 or infinite. The step is not set.
+XYGRAPH_EXPORT TAxisRange AutoLogRange(double dataMin, double dataMax);
+
 } // namespace lumoplot

@@ -80,6 +80,8 @@ public:
     TPenStyle RegressionLineStyle() const { return m_regressionLineStyle; }
     int RegressionLineWidth() const { return m_regressionLineWidth; }
     bool UseXAxisSeries() const { return m_useXAxisSeries; }
+    /// Points that logarithmic axes had no place for when the graph was prepared last.
+    std::int64_t LogErrors() const { return m_logErrors; }
     /// The points were read with the editor's small budget and are fewer than the host would read. Not filed.
     bool IsThinned() const { return m_isThinned; }
     /// How many rows the last loading found and took. Not filed.
@@ -175,7 +177,7 @@ private:
     bool m_useXAxisSeries;
     bool m_isThinned = false;
     // What the graph knows and has told of the data set.
-    bool m_meetsLogError = false;
+    std::int64_t m_logErrors = 0;
     bool m_toldLogError = false;
     bool m_toldManyPoints = false;
     TSourceRows m_sourceRows;

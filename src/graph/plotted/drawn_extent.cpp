@@ -25,7 +25,7 @@ TDrawnExtent WalkedExtent(const TSeries& series, bool logX, bool logY) {
         for (std::size_t i = 0; i < run.X.size(); ++i) {
             if (!std::isfinite(run.X[i]) || !std::isfinite(run.Y[i])) continue;
             const bool isLost = (logX && run.X[i] <= 0) || (logY && run.Y[i] <= 0);
-            extent.HasLogErrors |= isLost;
+            extent.LogErrors += isLost;
             if (isLost) continue;
             extent.X.Take(run.X[i]);
             extent.Y.Take(run.Y[i]);

@@ -29,8 +29,8 @@ struct TRange {
 struct TDrawnExtent {
     TRange X;
     TRange Y; ///< corrected
-    /// Points have values that a logarithmic axis can not show.
-    bool HasLogErrors = false;
+    /// Points with values that a logarithmic axis can not show.
+    std::int64_t LogErrors = 0;
 };
 
 /// Works out extents and keeps those that took a walk over the points until the points change. Belongs to a

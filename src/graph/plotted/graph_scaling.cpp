@@ -30,12 +30,12 @@ void TxyGraph::CollectExtents() {
     for (const auto& series : m_series)
         if (series->ExtentsStale()) series->RecalcExtents();
     for (const auto& series : m_series) {
-        series->m_meetsLogError = false;
+        series->m_logErrors = 0;
         if (!IsDrawn(*series)) continue;
         const TDrawnExtent extent = m_extents->Of(*series);
         Widen(*m_xAxis, extent.X);
         Widen(*series->YAxisOfSeries(), extent.Y);
-        series->m_meetsLogError = extent.HasLogErrors;
+        series->m_logErrors = extent.LogErrors;
     }
     m_extents->DropUnused();
 }
@@ -46,9 +46,10 @@ void TxyGraph::TellAboutSeries() {
     std::vector<TSeries*> withManyPoints;
     for (const auto& series : m_series) {
         const bool hasMany = series->Active() && series->Count() > m_plottedPointLimit;
-        if (series->m_meetsLogError && !series->m_toldLogError) withLogErrors.push_back(series.get());
+        const bool hasLogErrors = series->LogErrors() > 0;
+        if (hasLogErrors && !series->m_toldLogError) withLogErrors.push_back(series.get());
         if (hasMany && !series->m_toldManyPoints) withManyPoints.push_back(series.get());
-        series->m_toldLogError = series->m_meetsLogError;
+        series->m_toldLogError = hasLogErrors;
         series->m_toldManyPoints = hasMany;
     }
     // A listener may delete data sets.

@@ -80,5 +80,24 @@ TEST_F(Legends, EntriesStandInTheMiddleOfABoxThatIsTooHigh) {
     EXPECT_NEAR(layout.Entries.at(0).Text.center().y(), layout.Box.center().y(), 0.01);
 }
 
+TEST_F(Legends, WhatHasNoRoomIsCounted) {
+    Add(60, "a data set");
+    TLegend& legend = *Graph.Legend();
+    for (const auto style : {TLegend::lsAcross, TLegend::lsDown})
+        for (const int width : {120, 250, 580, 0}) {
+            legend.SetLayout(style);
+            legend.Setwidth(width);
+            const TLegendLayout layout = LayOutLegend(Graph, kLegendPanel);
+            EXPECT_TRUE(kLegendPanel.contains(layout.Box)) << style << ' ' << width;
+            const std::size_t left = 60 - layout.Entries.size();
+            EXPECT_EQ(layout.More.isEmpty(), left == 0);
+            if (left == 0) continue;
+            EXPECT_EQ(layout.More, QStringLiteral("… and %1 more").arg(left));
+            EXPECT_TRUE(layout.Box.contains(layout.MorePlace)) << style << ' ' << width;
+            for (const TLegendEntry& entry : layout.Entries)
+                EXPECT_FALSE(entry.Text.intersects(layout.MorePlace));
+        }
+}
+
 } // namespace
 } // namespace lumoplot

@@ -1,10 +1,16 @@
 #include "graph/drawing/axes/ticks.h"
 
+#include "graph/drawing/axes/rich_text.h"
+#include "graph/model/axis_scale.h"
 #include "graph/plotted/date_text.h"
 #include "graph/plotted/scale_map.h"
 
+#include <QRegularExpression>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <random>
+#include <set>
 
 namespace lumoplot {
 namespace {
@@ -16,7 +22,7 @@ std::string Plain(const TLabelText& label) {
 
 std::string LabelsOf(const TTickRules& rules, double length = 500, int coarseness = 0) {
     std::string text;
-    for (const TTick& tick : ChooseTicks(rules, length, coarseness))
+    for (const TTick& tick : ChooseTicks(rules, length, coarseness).All)
         if (!tick.Label.IsEmpty()) text += (text.empty() ? "" : " ") + Plain(tick.Label);
     return text;
 }
@@ -46,6 +52,83 @@ TEST(LinearTicks, LabelsAreRoundNumbers) {
         {1000000.001, 1000000.003, 0.001, "1.000000001×10^6 1.000000002×10^6 1.000000003×10^6"},
     };
     for (const TCase& c : cases) EXPECT_EQ(LabelsOf(Linear(c.min, c.max, c.step)), c.labels);
+}
+
+// The step that the model keeps is off by rounding in its last digits; what is drawn is the decimal it stands
+// for.
+TEST(LinearTicks, AComputedStepStandsForItsDecimal) {
+    const TTickRules rules = Linear(0, 1e12, 2e11 * (1 + 5e-9));
+    EXPECT_EQ(LabelsOf(rules), "0 2.0×10^11 4.0×10^11 6.0×10^11 8.0×10^11 1.0×10^12");
+    for (const double step : {0.2500000001, 1.0000000005474308, 2e-300 * (1 + 1e-7), 5e300}) {
+        const double decimal = DecimalStep(step);
+        EXPECT_LT(std::abs(decimal / step - 1), 1e-6) << step;
+        EXPECT_LE(QString::number(decimal, 'g', 15).size(), 6) << step;
+    }
+    EXPECT_EQ(DecimalStep(0.1234567), 0.1234567);
+}
+
+TEST(LinearTicks, WhatAllLabelsShareIsWrittenOnce) {
+    struct TCase {
+        double min, max;
+        const char* labels;
+        const char* common;
+    };
+    const TCase cases[] = {
+        {0, 1000, "0 100 200 300 400 500 600 700 800 900 1000", ""},
+        {0, 4e-8, "0.0 0.5 1.0 1.5 2.0 2.5 3.0 3.5 4.0", "×10^{−8}"},
+        {-2e6, 2e6, "−2.0 −1.5 −1.0 −0.5 0.0 0.5 1.0 1.5 2.0", "×10^{6}"},
+        {1e9, 1e9 + 10, "0 1 2 3 4 5 6 7 8 9 10", "+1×10^{9}"},
+        {-1e9 - 10, -1e9, "−10 −9 −8 −7 −6 −5 −4 −3 −2 −1 0", "−1×10^{9}"},
+        {12345.001, 12345.002, "0.0010 0.0011 0.0012 0.0013 0.0014 0.0015 0.0016 0.0017 0.0018 0.0019 0.0020",
+         "+12345"},
+        {12, 13, "12.0 12.2 12.4 12.6 12.8 13.0", ""},
+    };
+    for (const TCase& c : cases) {
+        TTickRules rules = Linear(c.min, c.max, *TickStep(c.min, c.max, 5));
+        rules.Numbers.CommonPart = TCommonPart::Once;
+        EXPECT_EQ(LabelsOf(rules), c.labels);
+        EXPECT_EQ(ChooseTicks(rules, 500, 0).Common.toStdString(), c.common);
+    }
+}
+
+double ValueOf(QString text) {
+    return text.replace(QChar(0x2212), QLatin1Char('-')).toDouble();
+}
+
+// "×10^{3}+5×10^{9}" as a factor and an offset.
+std::pair<double, double> CommonOf(const QString& text) {
+    const static QRegularExpression form(
+        QString::fromUtf8("^(?:×10\\^\\{(.+?)\\})?(?:([+−][0-9.]+)(?:×10\\^\\{(.+?)\\})?)?$"));
+    const QRegularExpressionMatch match = form.match(text);
+    EXPECT_TRUE(match.hasMatch()) << text.toStdString();
+    const auto power = [&](int group) {
+        return match.captured(group).isEmpty() ? 1 : std::pow(10.0, ValueOf(match.captured(group)));
+    };
+    return {power(1), match.captured(2).isEmpty() ? 0 : ValueOf(match.captured(2)) * power(3)};
+}
+
+// Over random ranges: what a label says lies within half a pixel of its tick, and no two say the same.
+TEST(LinearTicks, LabelsSayWhereTheirTicksAre) {
+    std::mt19937 random(17);
+    std::uniform_real_distribution<> exponents(-12, 12), part(-1, 1);
+    constexpr double kPixels = 600;
+    for (int round = 0; round < 500; ++round) {
+        const double middle = part(random) * std::pow(10.0, exponents(random));
+        const double span = std::max(std::pow(10.0, exponents(random)), std::abs(middle) * 1e-9);
+        TTickRules rules = Linear(middle - span / 2, middle + span / 2, 1);
+        rules.Step = *TickStep(rules.Min, rules.Max, 5);
+        rules.Numbers.CommonPart = TCommonPart::Once;
+        const TTicks ticks = ChooseTicks(rules, kPixels, 0);
+        const auto [factor, offset] = CommonOf(ticks.Common);
+        std::set<QString> seen;
+        for (const TTick& tick : ticks.All) {
+            if (tick.Label.IsEmpty()) continue;
+            EXPECT_TRUE(seen.insert(tick.Label.Base).second) << rules.Min << ' ' << rules.Max;
+            const double said = ValueOf(tick.Label.Base) * factor + offset;
+            EXPECT_LE(std::abs(said - tick.Value), span / kPixels / 2) << rules.Min << ' ' << rules.Max;
+        }
+        EXPECT_GE(seen.size(), 4u) << rules.Min << ' ' << rules.Max;
+    }
 }
 
 TEST(LinearTicks, AStepOfTheUsersChoiceCountsFromMin) {
@@ -82,7 +165,7 @@ TEST(LinearTicks, CoarserLabelsLeaveTheirTicksBehind) {
     const TTickRules rules = Linear(-2, 2, 0.5);
     EXPECT_EQ(LabelsOf(rules, 500, 1), "−2 −1 0 1 2");
     EXPECT_EQ(LabelsOf(rules, 500, 2), "0.0");
-    EXPECT_EQ(ChooseTicks(rules, 500, 1).size(), 9u);
+    EXPECT_EQ(ChooseTicks(rules, 500, 1).All.size(), 9u);
 }
 
 TEST(LinearTicks, MinorTicksDivideAStepByItsLeadingDigit) {
@@ -96,11 +179,11 @@ TEST(LinearTicks, MinorTicksDivideAStepByItsLeadingDigit) {
 }
 
 TEST(LinearTicks, CrowdedTicksGiveWay) {
-    EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-9), 400, 0).size(), 140u);
-    EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-300), 400, 0).size(), 140u);
-    EXPECT_TRUE(ChooseTicks(Linear(1, 1, 1), 400, 0).empty());
-    EXPECT_TRUE(ChooseTicks(Linear(0, std::numeric_limits<double>::infinity(), 1), 400, 0).empty());
-    EXPECT_TRUE(ChooseTicks(Linear(1e300, 1e300 * (1 + 1e-15), 1e200), 400, 0).empty());
+    EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-9), 400, 0).All.size(), 140u);
+    EXPECT_LE(ChooseTicks(Linear(0, 1, 1e-300), 400, 0).All.size(), 140u);
+    EXPECT_TRUE(ChooseTicks(Linear(1, 1, 1), 400, 0).All.empty());
+    EXPECT_TRUE(ChooseTicks(Linear(0, std::numeric_limits<double>::infinity(), 1), 400, 0).All.empty());
+    EXPECT_TRUE(ChooseTicks(Linear(1e300, 1e300 * (1 + 1e-15), 1e200), 400, 0).All.empty());
 }
 
 TEST(LogTicks, DecadesAndTheirDivisionsAreLabelled) {
@@ -111,7 +194,7 @@ TEST(LogTicks, DecadesAndTheirDivisionsAreLabelled) {
     };
     const TCase cases[] = {
         {0.1, 100, 1, "0.1 1 10 100"},   {1, 100, 2, "1 5 10 50 100"},
-        {1, 10, 5, "1 2 4 6 8 10"},      {1e-6, 1e-5, 2, "10^−6 5×10^−6 10^−5"},
+        {1, 10, 5, "1 2 4 6 8 10"},      {1e-6, 1e-5, 2, "10^−6 2×10^−6 5×10^−6 10^−5"},
         {1e5, 1e7, 1, "10^5 10^6 10^7"}, {2, 4, 2, "2.0 2.2 2.4 2.6 2.8 3.0 3.2 3.4 3.6 3.8 4.0"},
     };
     for (const TCase& c : cases) {
@@ -132,7 +215,7 @@ TEST(LogTicks, CoarserLabelsDropDivisionsThenDecades) {
     rules.Max = 1e300;
     EXPECT_EQ(LabelsOf(rules, 500, 8), "10^−300 10^−200 10^−100 10^0 10^100 10^200 10^300");
     rules.Min = -1;
-    EXPECT_TRUE(ChooseTicks(rules, 500, 0).empty());
+    EXPECT_TRUE(ChooseTicks(rules, 500, 0).All.empty());
 }
 
 struct TDateCase {
@@ -175,11 +258,33 @@ TEST(DateTicks, CustomTicksFollowTheStepOfTheAxis) {
     EXPECT_EQ(LabelsOf(rules), "15.3. 0h 17.3. 12h 20.3. 0h 22.3. 12h 25.3. 0h");
 }
 
+// Where the format of the axis says the same at neighbouring ticks, one that tells them apart takes its
+// place.
+TEST(DateTicks, LabelsTellTicksApartAtEverySpan) {
+    const double day = ValueOfDate(QDate(2024, 2, 27));
+    const double second = 1 / 86400.0;
+    for (const double length : {0.02 * second, 5 * second, 300 * second, 0.5, 40.0, 2000.0, 100000.0})
+        for (const auto type : {TAxis::dt_minute, TAxis::dt_custom})
+            for (int coarseness = 0; coarseness < 12; ++coarseness) {
+                TTickRules rules = Linear(day, day + length, length / 5);
+                rules.ShowAsTime = true;
+                rules.DateTickType = type;
+                rules.DateTimeFormat = "dd-mmm";
+                QString previous;
+                for (const TTick& tick : ChooseTicks(rules, 1000, coarseness).All) {
+                    EXPECT_EQ(tick.Kind == TTickKind::Minor, tick.Label.IsEmpty());
+                    if (tick.Label.IsEmpty()) continue;
+                    EXPECT_NE(tick.Label.Base, previous) << length << ' ' << coarseness;
+                    previous = tick.Label.Base;
+                }
+            }
+}
+
 TEST(DateTicks, MinutesOverDecadesBecomeYears) {
     TTickRules rules = Linear(20000, 45000, 5000);
     rules.ShowAsTime = true;
     rules.DateTimeFormat = "yyyy";
-    EXPECT_LE(ChooseTicks(rules, 400, 0).size(), 150u);
+    EXPECT_LE(ChooseTicks(rules, 400, 0).All.size(), 150u);
     rules.Min = -1e300;
     rules.Max = 1e300;
     rules.Step = 1e300;
@@ -234,6 +339,33 @@ TEST(ScaleMap, MapsEveryRangeAndBack) {
     }
     EXPECT_DOUBLE_EQ(TScaleMap(1, 100, 0, 200, TScaleKind::Log).Position(10), 100);
     EXPECT_TRUE(std::isnan(TScaleMap(1, 100, 0, 200, TScaleKind::Log).Position(0)));
+}
+
+// Each line as its runs, raised ones behind ^ and lowered ones behind _, lines apart by |.
+std::string Read(const char* text) {
+    std::string result;
+    for (const TTextLine& line : RichLines(QString::fromUtf8(text))) {
+        if (!result.empty()) result += '|';
+        for (const TTextRun& run : line) {
+            if (run.Level != TTextLevel::Base) result += run.Level == TTextLevel::Raised ? "^" : "_";
+            result += "<" + run.Text.toStdString() + ">";
+        }
+    }
+    return result;
+}
+
+TEST(RichText, OnlyBracesAndKnownNamesMeanSomething) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"plain a_b x^2", "<plain a_b x^2>"},
+        {"x_{max} = 10^{−3}", "<x>_<max>< = 10>^<−3>"},
+        {"\\alpha \\pm 5 \\AA^{\\mu}", "<α ± 5 Å>^<μ>"},
+        {"C:\\data\\alphabet", "<C:\\data\\alphabet>"},
+        {"\\x_{max}\\alpha", "<x_{max}\\alpha>"},
+        {"open x_{max", "<open x_{max>"},
+        {"one\ntwo^{2}", "<one>|<two>^<2>"},
+        {"", ""},
+    };
+    for (const auto& [text, runs] : cases) EXPECT_EQ(Read(text), runs);
 }
 
 } // namespace

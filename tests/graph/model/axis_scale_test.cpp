@@ -117,12 +117,12 @@ TEST(Axis, ARangeWithoutAStepIsGivenBackToTheData) {
     ExpectNear(axis.Max(), 10);
 }
 
-TEST(Axis, EveryLogarithmicRangeHoldsWholeDecades) {
+TEST(Axis, EveryLogarithmicRangeHoldsItsData) {
     struct TCase {
         double first, last, min, max;
     };
     const TCase cases[] = {{10, 10, 10, 100},
-                           {2, 3, 1, 10},
+                           {2, 3, 2, 5},
                            {0.5, 200, 0.1, 1000},
                            {-5, 200, 100, 1000}}; // only what is positive counts
     for (const TCase& c : cases) {
@@ -134,6 +134,20 @@ TEST(Axis, EveryLogarithmicRangeHoldsWholeDecades) {
         graph.PrepareForDrawing();
         ExpectNear(graph.XAxis()->Min(), c.min);
         ExpectNear(graph.XAxis()->Max(), c.max);
+    }
+}
+
+TEST(AutoLogRange, IsWholeDecadesOrTheNearestOneTwoFive) {
+    struct TCase {
+        double dataMin, dataMax, min, max;
+    };
+    const TCase cases[] = {
+        {3, 40, 2, 50}, {0.03, 40, 0.01, 100}, {1, 100, 1, 100},         {1.5, 1.6, 1, 2},    {7, 8, 5, 10},
+        {5, 5, 1, 10},  {10, 10, 10, 100},     {2e-7, 9e-6, 2e-7, 1e-5}, {11, 1000, 10, 1000}};
+    for (const TCase& c : cases) {
+        const TAxisRange range = AutoLogRange(c.dataMin, c.dataMax);
+        EXPECT_NEAR(range.min / c.min, 1, 1e-12) << c.dataMin << ' ' << c.dataMax;
+        EXPECT_NEAR(range.max / c.max, 1, 1e-12) << c.dataMin << ' ' << c.dataMax;
     }
 }
 

@@ -12,6 +12,8 @@ namespace {
 
 constexpr double kLabelGapX = 0.7; // between neighbouring labels, in ems
 constexpr double kLabelGapY = 0.25;
+constexpr double kOffLine = 3;  // units between a label and a line that crosses its axis
+constexpr double kRaised = 0.3; // ems by which an exponent stands higher than the digits
 
 double CrossingPlace(const TAxis& axis, const TScaleMap& crossing) {
     const double span = crossing.Position(crossing.Max()) - crossing.Position(crossing.Min());
@@ -96,9 +98,12 @@ void TAxisLayout::ChooseSide(const QRectF& plot, const TScaleMap& crossing) {
 }
 
 void TAxisLayout::FitTicks(double length, const TAxisFonts& fonts) {
-    const TTickRules rules = TickRulesOf(*m_axis);
+    TTickRules rules = TickRulesOf(*m_axis);
+    rules.Numbers.CommonPart = TCommonPart::Once;
     for (int coarseness = 0; coarseness <= kCoarsest; ++coarseness) {
-        m_ticks = ChooseTicks(rules, length, coarseness);
+        TTicks ticks = ChooseTicks(rules, length, coarseness);
+        m_ticks = std::move(ticks.All);
+        m_common = std::move(ticks.Common);
         if (!m_showsLabels || !LabelsOverlap(fonts)) return;
     }
 }
@@ -110,7 +115,8 @@ bool TAxisLayout::LabelsOverlap(const TAxisFonts& fonts) const {
     double previousStart = HUGE_VAL;
     for (const TTick& tick : m_ticks) {
         if (tick.Label.IsEmpty()) continue;
-        const double half = (IsHorizontal() ? style.Width(tick.Label) : style.CapHeight()) / 2;
+        const double high = style.CapHeight() + (tick.Label.Exponent.isEmpty() ? 0 : kRaised * style.Em());
+        const double half = (IsHorizontal() ? style.Width(tick.Label) : high) / 2;
         const double place = m_map.Position(tick.Value);
         const bool overlaps = place - half < previousEnd + gap && place + half > previousStart - gap;
         if (overlaps) return true;
@@ -123,7 +129,9 @@ bool TAxisLayout::LabelsOverlap(const TAxisFonts& fonts) const {
 QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const {
     const double width = fonts.Labels.Width(tick.Label);
     const double height = fonts.Labels.Height();
-    const double place = m_map.Position(tick.Value);
+    double place = m_map.Position(tick.Value);
+    for (const double line : m_crossings)
+        if (std::abs(line - place) < width / 2 + kOffLine) place = line - kOffLine - width / 2;
     const double distance = m_tickLength + m_labelOffset;
     switch (m_side) {
     case TAxisSide::Below: return {place - width / 2, m_line + distance, width, height};
@@ -134,11 +142,23 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
     return {m_line + distance, place - height / 2, width, height};
 }
 
+bool TAxisLayout::IsInside(const QRectF& plot) const {
+    return IsHorizontal() ? m_line > plot.top() + 1 && m_line < plot.bottom() - 1
+                          : m_line > plot.left() + 1 && m_line < plot.right() - 1;
+}
+
+void TAxisLayout::KeepLabelsOff(const TAxisLayout& crossing, const QRectF& plot, const TAxisFonts& fonts) {
+    if (!m_showsLabels || !crossing.Axis().ShowAxis() || !IsInside(plot) || !crossing.IsInside(plot)) return;
+    if (IsHorizontal()) return m_crossings.push_back(crossing.Line());
+    for (TTick& tick : m_ticks) {
+        const QRectF place = LabelPlace(tick, fonts);
+        if (place.top() < crossing.Line() && place.bottom() > crossing.Line()) tick.Label = {};
+    }
+}
+
 // Beside an axis that runs through the plot, the labels at its two ends would lie on the lines of other axes.
 void TAxisLayout::DropLabelsOnLines(const QRectF& plot) {
-    const bool isInside = IsHorizontal() ? m_line > plot.top() + 1 && m_line < plot.bottom() - 1
-                                         : m_line > plot.left() + 1 && m_line < plot.right() - 1;
-    if (!isInside) return;
+    if (!IsInside(plot)) return;
     const double reach = 1 / (IsHorizontal() ? plot.width() : plot.height());
     for (TTick& tick : m_ticks) {
         const double fraction = m_map.Fraction(tick.Value);
@@ -151,11 +171,12 @@ void TAxisLayout::PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAx
     QRectF labels;
     for (const TTick& tick : m_ticks)
         if (!tick.Label.IsEmpty()) labels |= LabelPlace(tick, fonts);
-    m_textPlace = labels;
+    if (!m_common.isEmpty()) PlaceCommon(plot, labels, fonts);
+    m_textPlace = labels | m_commonPlace;
     if (m_title.isEmpty()) return;
     const TDimensions& dimensions = *m_axis->Graph().Dimensions();
     const double offset = IsHorizontal() ? dimensions.XAxisTitleOffset() : dimensions.YAxisTitleOffset();
-    const double height = fonts.Titles.Height();
+    const double height = fonts.Titles.Height(m_title);
     // A title lies behind the labels and never inside the plot.
     const QRectF inner = labels.isNull() ? plot : labels | plot;
     // It is centred on the plot; one that is longer may go on to the right and downwards, where no title of
@@ -172,13 +193,66 @@ void TAxisLayout::PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAx
         m_titlePlace = {along.left(), inner.top() - offset - height, along.width(), height};
         break;
     case TAxisSide::Left:
+        // Labels inside the plot leave the other side of their axis to its title.
+        if (m_line > plot.center().x()) {
+            m_titlePlace = {plot.right() + offset, along.top(), height, along.height()};
+            break;
+        }
         m_titlePlace = {inner.left() - offset - height, along.top(), height, along.height()};
         break;
     case TAxisSide::Right:
+        if (m_line < plot.center().x()) {
+            m_titlePlace = {plot.left() - offset - height, along.top(), height, along.height()};
+            break;
+        }
         m_titlePlace = {inner.right() + offset, along.top(), height, along.height()};
         break;
     }
+    KeepTitleOffCommon(fonts);
     m_textPlace |= m_titlePlace;
+}
+
+// Beside the end of a horizontal axis' labels, above those of a vertical one.
+void TAxisLayout::PlaceCommon(const QRectF& plot, const QRectF& labels, const TAxisFonts& fonts) {
+    const double width = fonts.Labels.Width(m_common);
+    const double height = fonts.Labels.Height();
+    switch (m_side) {
+    case TAxisSide::Below: m_commonPlace = {plot.right() - width, labels.bottom(), width, height}; break;
+    case TAxisSide::Above:
+        m_commonPlace = {plot.right() - width, labels.top() - height, width, height};
+        break;
+    case TAxisSide::Left:
+        m_commonPlace = {labels.left(), std::min(labels.top(), plot.top()) - height, width, height};
+        break;
+    case TAxisSide::Right:
+        m_commonPlace = {labels.right() - width, std::min(labels.top(), plot.top()) - height, width, height};
+        break;
+    }
+}
+
+void TAxisLayout::KeepCommonAbove(double top) {
+    if (m_commonPlace.isNull() || m_commonPlace.bottom() <= top) return;
+    m_commonPlace.moveBottom(top);
+    m_textPlace |= m_commonPlace;
+}
+
+void TAxisLayout::KeepTitleOff(const TAxisLayout& other) {
+    if (m_titlePlace.isNull() || !m_titlePlace.intersects(other.TextPlace())) return;
+    const double gap = m_titlePlace.width() / 3;
+    if (m_titlePlace.left() >= m_line)
+        m_titlePlace.moveLeft(other.TextPlace().right() + gap);
+    else
+        m_titlePlace.moveRight(other.TextPlace().left() - gap);
+    m_textPlace |= m_titlePlace;
+}
+
+void TAxisLayout::KeepTitleOffCommon(const TAxisFonts& fonts) {
+    if (m_common.isEmpty() || !IsHorizontal()) return;
+    const double width = fonts.Titles.Width(m_title) + 2 * fonts.Titles.Em();
+    const double height = m_titlePlace.height();
+    const QRectF text(m_titlePlace.center().x() - width / 2, m_titlePlace.top(), width, height);
+    if (!text.intersects(m_commonPlace)) return;
+    m_titlePlace.moveTop(m_side == TAxisSide::Below ? m_commonPlace.bottom() : m_commonPlace.top() - height);
 }
 
 void TAxisLayout::MoveOutwards(double distance) {
@@ -187,6 +261,7 @@ void TAxisLayout::MoveOutwards(double distance) {
     m_line += move;
     const QPointF shift = IsHorizontal() ? QPointF(0, move) : QPointF(move, 0);
     m_titlePlace.translate(shift);
+    m_commonPlace.translate(shift);
     m_textPlace.translate(shift);
 }
 

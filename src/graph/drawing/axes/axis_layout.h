@@ -42,16 +42,29 @@ public:
     QRectF LabelPlace(const TTick& tick, const TAxisFonts& fonts) const;
     const QString& Title() const { return m_title; }
     QRectF TitlePlace() const { return m_titlePlace; }
+    /// What belongs to all labels ("×10^{6}"), and where it is written: beyond the upper end of the axis.
+    const QString& Common() const { return m_common; }
+    QRectF CommonPlace() const { return m_commonPlace; }
     /// Everything that the axis covers beside its plot.
     QRectF TextPlace() const { return m_textPlace; }
+    /// Keeps the labels off the line of an axis that crosses this one inside the plot: those of a horizontal
+    /// axis move to its left, of a vertical one they are left out.
+    void KeepLabelsOff(const TAxisLayout& crossing, const QRectF& plot, const TAxisFonts& fonts);
+    /// Moves what is common to the labels of a vertical axis up to there.
+    void KeepCommonAbove(double top);
+    /// Moves the title of a vertical axis outwards, behind the texts of another one.
+    void KeepTitleOff(const TAxisLayout& other);
     /// Moves line, labels and title away from the plot, behind an axis that lies at the same place.
     void MoveOutwards(double distance);
 
 private:
+    bool IsInside(const QRectF& plot) const;
     void ChooseSide(const QRectF& plot, const TScaleMap& crossing);
     void FitTicks(double length, const TAxisFonts& fonts);
     bool LabelsOverlap(const TAxisFonts& fonts) const;
     void DropLabelsOnLines(const QRectF& plot);
+    void PlaceCommon(const QRectF& plot, const QRectF& labels, const TAxisFonts& fonts);
+    void KeepTitleOffCommon(const TAxisFonts& fonts);
     void PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAxisFonts& fonts);
 
     const TAxis* m_axis;
@@ -60,9 +73,12 @@ private:
     double m_line = 0;
     double m_tickLength = 0;
     double m_labelOffset = 0;
+    std::vector<double> m_crossings; ///< lines that labels keep off
     bool m_showsLabels = false;
     std::vector<TTick> m_ticks;
     QString m_title;
+    QString m_common;
+    QRectF m_commonPlace;
     QRectF m_titlePlace;
     QRectF m_textPlace;
 };

@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
+#include <string_view>
 
 namespace lumoplot {
 namespace {
 
-enum class TCalendarUnit { Minute, Day, Week, Month };
+enum class TCalendarUnit { Millisecond, Minute, Day, Week, Month };
 
 struct TCalendarStep {
     TCalendarUnit Unit;
@@ -18,6 +20,7 @@ struct TCalendarStep {
 
     double Days() const {
         switch (Unit) {
+        case TCalendarUnit::Millisecond: return Count / 86400000.0;
         case TCalendarUnit::Minute: return Count / 1440.0;
         case TCalendarUnit::Day: return Count;
         case TCalendarUnit::Week: return Count * 7.0;
@@ -28,7 +31,17 @@ struct TCalendarStep {
 };
 
 constexpr int kYear = 12;
-constexpr std::array kLadder = {TCalendarStep{TCalendarUnit::Minute, 1},
+constexpr std::array kLadder = {TCalendarStep{TCalendarUnit::Millisecond, 1},
+                                TCalendarStep{TCalendarUnit::Millisecond, 5},
+                                TCalendarStep{TCalendarUnit::Millisecond, 10},
+                                TCalendarStep{TCalendarUnit::Millisecond, 50},
+                                TCalendarStep{TCalendarUnit::Millisecond, 100},
+                                TCalendarStep{TCalendarUnit::Millisecond, 500},
+                                TCalendarStep{TCalendarUnit::Millisecond, 1000},
+                                TCalendarStep{TCalendarUnit::Millisecond, 5000},
+                                TCalendarStep{TCalendarUnit::Millisecond, 15000},
+                                TCalendarStep{TCalendarUnit::Millisecond, 30000},
+                                TCalendarStep{TCalendarUnit::Minute, 1},
                                 TCalendarStep{TCalendarUnit::Minute, 5},
                                 TCalendarStep{TCalendarUnit::Minute, 15},
                                 TCalendarStep{TCalendarUnit::Minute, 30},
@@ -98,10 +111,12 @@ std::vector<double> MonthValues(double min, double max, int count) {
 std::vector<double> ValuesOf(const TCalendarStep& step, const TTickRules& rules) {
     constexpr double kMonday = 2; // 1900-01-01
     switch (step.Unit) {
+    case TCalendarUnit::Millisecond:
     case TCalendarUnit::Minute: {
         // Whole numbers of steps a day keep the values exact multiples.
         auto values = RegularValues(rules.Min / step.Days(), rules.Max / step.Days(), 1, 0);
-        for (double& value : values) value = value * step.Count / 1440.0;
+        const double inDay = step.Unit == TCalendarUnit::Minute ? 1440 : 86400000;
+        for (double& value : values) value = value * step.Count / inDay;
         return values;
     }
     case TCalendarUnit::Day: return RegularValues(rules.Min, rules.Max, step.Count, 0);
@@ -112,41 +127,106 @@ std::vector<double> ValuesOf(const TCalendarStep& step, const TTickRules& rules)
 }
 
 // Rung of the ladder that the axis asks for, or the first above it whose ticks are at least `spacing` apart.
+// The shortest unit that can be asked for goes on to shorter ones where it would give no ticks.
 std::size_t FirstFittingRung(const TTickRules& rules, double length, double spacing) {
-    const double wanted = StepOf(rules.DateTickType).Days();
+    constexpr double kFewTicks = 2;
+    const double span = rules.Max - rules.Min;
+    double wanted = StepOf(rules.DateTickType).Days();
+    if (rules.DateTickType == TAxis::dt_minute && span < kFewTicks * wanted)
+        wanted = span / (length / spacing);
     const auto fits = [&](const TCalendarStep& step) {
-        return step.Days() >= wanted * 0.999 && step.Days() * length / (rules.Max - rules.Min) >= spacing;
+        return step.Days() >= wanted * 0.999 && step.Days() * length / span >= spacing;
     };
     const auto found = std::ranges::find_if(kLadder, fits);
     return static_cast<std::size_t>(std::min(found, kLadder.end() - 1) - kLadder.begin());
 }
 
+bool TellsApart(const std::vector<double>& values, std::string_view format) {
+    QString previous;
+    for (const double value : values) {
+        const QString text = DateText(value, format);
+        if (text.isEmpty() || text == previous) return false;
+        previous = text;
+    }
+    return true;
+}
+
+// The shortest formats that tell values `step` days apart from their neighbours.
+std::vector<std::string_view> FormatsFor(double step) {
+    constexpr double kSecond = 1 / 86400.0;
+    if (step < kSecond * 0.999) return {"hh:nn:ss.zzz"};
+    if (step < 59 * kSecond) return {"hh:nn:ss"};
+    if (step < 0.999) return {"hh:nn"};
+    if (step < 27) return {"dd-mmm", "dd-mmm-yyyy"};
+    return {step < 360 ? "mmm yyyy" : "yyyy", "dd-mmm-yyyy"};
+}
+
+bool IsMidnight(double value) {
+    constexpr double kMillisecond = 1 / 86400000.0;
+    return std::abs(value - std::round(value)) < kMillisecond / 2;
+}
+
+// Texts for neighbouring ticks. The format of the axis is obeyed as long as it tells them apart.
+std::vector<QString> TextsOf(const std::vector<double>& values, const std::string& format) {
+    std::vector<QString> texts;
+    if (values.size() < 2 || TellsApart(values, format)) {
+        for (const double value : values) texts.push_back(DateText(value, format));
+        return texts;
+    }
+    const double step = (values.back() - values.front()) / static_cast<double>(values.size() - 1);
+    const auto formats = FormatsFor(step);
+    const auto found = std::ranges::find_if(formats, [&](auto each) { return TellsApart(values, each); });
+    const std::string_view chosen = found == formats.end() ? formats.back() : *found;
+    const bool hasTimes = step < 0.999;
+    for (const double value : values)
+        texts.push_back(DateText(value, hasTimes && IsMidnight(value) ? "dd-mmm" : chosen));
+    return texts;
+}
+
+// Labels the major ticks; one whose text says nothing new becomes a minor tick.
+void LabelDates(std::vector<TTick>& ticks, const std::string& format) {
+    std::vector<double> values;
+    for (const TTick& tick : ticks)
+        if (tick.Kind == TTickKind::Major) values.push_back(tick.Value);
+    const std::vector<QString> texts = TextsOf(values, format);
+    std::size_t next = 0;
+    QString previous;
+    for (TTick& tick : ticks) {
+        if (tick.Kind == TTickKind::Minor) continue;
+        const QString& text = texts[next++];
+        if (text == previous)
+            tick.Kind = TTickKind::Minor;
+        else
+            tick.Label = {text, {}};
+        previous = text;
+    }
+}
+
 } // namespace
 
-std::vector<TTick> DateTicks(const TTickRules& rules, double length, int coarseness) {
+TTicks DateTicks(const TTickRules& rules, double length, int coarseness) {
     constexpr double kTickSpacing = 4;
-    if (rules.DateTickType == TAxis::dt_custom) return LinearTicks(rules, length, coarseness);
+    if (rules.DateTickType == TAxis::dt_custom) {
+        TTicks ticks = LinearTicks(rules, length, coarseness);
+        LabelDates(ticks.All, rules.DateTimeFormat);
+        return ticks;
+    }
     const std::size_t finest = FirstFittingRung(rules, length, kTickSpacing);
     const std::size_t rung = finest + static_cast<std::size_t>(coarseness);
-    std::vector<TTick> ticks;
-    if (rung < kLadder.size()) {
-        QString previous;
-        for (const double value : ValuesOf(kLadder[rung], rules)) {
-            // A format without hours says the same at every hour of a day; once is enough.
-            const QString text = DateText(value, rules.DateTimeFormat);
-            ticks.push_back({value, TTickKind::Major, {text == previous ? QString() : text, {}}});
-            previous = text;
-        }
-    }
+    TTicks ticks;
+    if (rung < kLadder.size())
+        for (const double value : ValuesOf(kLadder[rung], rules))
+            ticks.All.push_back({value, TTickKind::Major, {}});
+    LabelDates(ticks.All, rules.DateTimeFormat);
     if (rung == finest) return ticks;
-    const auto byValue = [](const TTick& a, const TTick& b) { return a.Value < b.Value; };
-    std::vector<TTick> all = ticks;
+    const std::size_t majors = ticks.All.size();
     for (const double value : ValuesOf(kLadder[finest], rules)) {
-        const TTick minor{value, TTickKind::Minor, {}};
-        if (!std::ranges::binary_search(ticks, value, {}, &TTick::Value)) all.push_back(minor);
+        const auto known = std::span(ticks.All).first(majors);
+        if (!std::ranges::binary_search(known, value, {}, &TTick::Value))
+            ticks.All.push_back({value, TTickKind::Minor, {}});
     }
-    std::ranges::sort(all, byValue);
-    return all;
+    std::ranges::sort(ticks.All, {}, &TTick::Value);
+    return ticks;
 }
 
 } // namespace lumoplot

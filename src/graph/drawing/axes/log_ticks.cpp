@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -11,6 +12,9 @@ namespace {
 constexpr double kReach = 1e-9;     // ends of the range, relative
 constexpr double kMinorSpacing = 3; // units between the two nearest minor ticks of a decade
 constexpr int kMostDivisions = 20;
+constexpr double kFewDecades = 2;
+constexpr int kUsualDivisions = 2;  // of a new axis
+constexpr int kOneTwoFive = -1;     // stands for the labels 1, 2 and 5
 constexpr double kPlainFrom = 1e-4; // labels between these are written out
 constexpr double kPlainTo = 1e5;
 
@@ -38,6 +42,7 @@ private:
 
 // The labelled parts of a decade above 1: multiples of 10/divisions.
 std::vector<double> DivisionsOf(int divisions) {
+    if (divisions == kOneTwoFive) return {2, 5};
     divisions = std::clamp(divisions == 9 ? 10 : divisions, 1, kMostDivisions);
     std::vector<double> mantissas;
     for (int i = 1; i < divisions; ++i)
@@ -83,7 +88,7 @@ void AddDecade(TLogTickList& list, int exponent, const TTickRules& rules, double
 }
 
 // Less than a decade: round numbers as on a linear axis say more than one power of ten.
-std::vector<TTick> TicksInsideDecade(const TTickRules& rules, double length, int coarseness) {
+TTicks TicksInsideDecade(const TTickRules& rules, double length, int coarseness) {
     TTickRules linear = rules;
     linear.Step = TickStep(rules.Min, rules.Max, rules.MinSteps).value_or(rules.Step);
     linear.CountsFromMin = false;
@@ -93,21 +98,25 @@ std::vector<TTick> TicksInsideDecade(const TTickRules& rules, double length, int
 
 } // namespace
 
-std::vector<TTick> LogTicks(const TTickRules& rules, double length, int coarseness) {
+TTicks LogTicks(const TTickRules& rules, double length, int coarseness) {
     const double decades = std::log10(rules.Max) - std::log10(rules.Min);
     if (decades < 1 - kReach) return TicksInsideDecade(rules, length, coarseness);
     const int first = static_cast<int>(std::floor(std::log10(rules.Min) + kReach));
     const int last = static_cast<int>(std::ceil(std::log10(rules.Max) - kReach));
     const int stride = DecadeStride(coarseness);
-    TLogTickList list(rules);
+    TTickRules labelled = rules;
+    // A short axis has too few powers of ten to read values off; 1, 2 and 5 are even on the paper.
+    if (decades < kFewDecades && rules.LogCycleDivisions == kUsualDivisions)
+        labelled.LogCycleDivisions = kOneTwoFive;
+    TLogTickList list(labelled);
     for (int exponent = first; exponent <= last; ++exponent) {
         const bool isLabelled = exponent % stride == 0;
         const bool fits = length / decades >= kMinorSpacing;
         if (isLabelled || fits) list.Add(1, exponent, isLabelled ? TTickKind::Major : TTickKind::Minor);
-        if (stride == 1) AddDecade(list, exponent, rules, length / decades, coarseness);
+        if (stride == 1) AddDecade(list, exponent, labelled, length / decades, coarseness);
     }
     std::ranges::sort(list.Ticks, {}, &TTick::Value);
-    return list.Ticks;
+    return {std::move(list.Ticks), {}};
 }
 
 } // namespace lumoplot

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kExponentSize = 0.72; // of the font
 constexpr double kExponentRise = 0.42; // of the font, from base line to base line
+constexpr double kIndexDrop = 0.18;
 
 QFont SmallerFont(QFont font) {
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * kExponentSize))));
@@ -26,44 +27,90 @@ double TTextStyle::Width(const TLabelText& label) const {
     return label.Exponent.isEmpty() ? base : base + m_exponentMetrics.horizontalAdvance(label.Exponent);
 }
 
+double TTextStyle::WidthOf(const TTextRun& run) const {
+    return (run.Level == TTextLevel::Base ? m_metrics : m_exponentMetrics).horizontalAdvance(run.Text);
+}
+
+double TTextStyle::WidthOf(const TTextLine& line) const {
+    double width = 0;
+    for (const TTextRun& run : line) width += WidthOf(run);
+    return width;
+}
+
+double TTextStyle::Width(const QString& text) const {
+    double width = 0;
+    for (const TTextLine& line : RichLines(text)) width = std::max(width, WidthOf(line));
+    return width;
+}
+
+double TTextStyle::Height(const QString& text) const {
+    return Height() * static_cast<double>(RichLines(text).size());
+}
+
 QString TTextStyle::Fitted(const QString& text, double width) const {
-    return Width(text) <= width ? text : m_metrics.elidedText(text, Qt::ElideRight, width);
+    if (Width(text) <= width) return text;
+    QString plain;
+    for (const TTextLine& line : RichLines(text)) {
+        if (!plain.isEmpty()) plain += u' ';
+        for (const TTextRun& run : line) plain += run.Text;
+    }
+    return m_metrics.elidedText(plain, Qt::ElideRight, width);
+}
+
+void TTextStyle::DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const {
+    painter.setPen(m_color);
+    for (const TTextRun& run : line) {
+        const double rise = run.Level == TTextLevel::Raised    ? kExponentRise
+                            : run.Level == TTextLevel::Lowered ? -kIndexDrop
+                                                               : 0;
+        painter.setFont(run.Level == TTextLevel::Base ? m_font : m_exponentFont);
+        painter.drawText(baseline - QPointF(0, rise * m_font.pixelSize()), run.Text);
+        baseline.rx() += WidthOf(run);
+    }
 }
 
 void TTextStyle::Draw(const TCanvas& canvas, QPointF baseline, const QString& text) const {
-    if (text.isEmpty()) return;
-    baseline.setY(canvas.AlignY(baseline.y(), 0));
-    QPainter& painter = canvas.Painter();
-    painter.setPen(m_color);
-    painter.setFont(m_font);
-    painter.drawText(baseline, text);
+    for (const TTextLine& line : RichLines(text)) {
+        DrawLine(canvas.Painter(), {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
+        baseline.ry() += Height();
+    }
 }
 
 void TTextStyle::Draw(const TCanvas& canvas, QPointF baseline, const TLabelText& label) const {
-    Draw(canvas, baseline, label.Base);
-    if (label.Exponent.isEmpty()) return;
-    baseline.setY(canvas.AlignY(baseline.y(), 0));
-    canvas.Painter().setFont(m_exponentFont);
-    canvas.Painter().drawText(baseline + QPointF(Width(label.Base), -kExponentRise * m_font.pixelSize()),
-                              label.Exponent);
+    TTextLine line{{label.Base, TTextLevel::Base}};
+    if (!label.Exponent.isEmpty()) line.push_back({label.Exponent, TTextLevel::Raised});
+    if (!label.IsEmpty()) DrawLine(canvas.Painter(), {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
 }
 
 void TTextStyle::DrawCentred(const TCanvas& canvas, const QRectF& rectangle, const QString& text,
                              Qt::Orientation orientation) const {
     const bool isVertical = orientation == Qt::Vertical;
     const QString fitted = Fitted(text, isVertical ? rectangle.height() : rectangle.width());
+    const std::vector<TTextLine> lines = RichLines(fitted);
     const QPointF centre = rectangle.center();
-    const double left = -Width(fitted) / 2;
-    const double down = (m_metrics.ascent() - m_metrics.descent()) / 2;
-    if (!isVertical) return Draw(canvas, centre + QPointF(left, down), fitted);
+    const double above = static_cast<double>(lines.size() - 1) * Height() / 2;
+    double down = (m_metrics.ascent() - m_metrics.descent()) / 2 - above;
     QPainter& painter = canvas.Painter();
-    painter.save();
-    painter.translate(canvas.AlignX(centre.x() + down, 0), centre.y());
-    painter.rotate(-90);
-    painter.setPen(m_color);
-    painter.setFont(m_font);
-    painter.drawText(QPointF(left, 0), fitted);
-    painter.restore();
+    for (const TTextLine& line : lines) {
+        const double left = -WidthOf(line) / 2;
+        if (!isVertical) {
+            DrawLine(painter, {centre.x() + left, canvas.AlignY(centre.y() + down, 0)}, line);
+        } else {
+            painter.save();
+            painter.translate(canvas.AlignX(centre.x() + down, 0), centre.y());
+            painter.rotate(-90);
+            DrawLine(painter, {left, 0}, line);
+            painter.restore();
+        }
+        down += Height();
+    }
+}
+
+void DrawBehindText(const TCanvas& canvas, const QRectF& place, TColor color) {
+    constexpr int kOpacity = 200; // of 255
+    QColor background = ToQColor(color);
+    background.setAlpha(kOpacity);
+    canvas.Painter().fillRect(canvas.Align(place), background);
 }
 
 } // namespace lumoplot

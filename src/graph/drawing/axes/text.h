@@ -3,6 +3,7 @@
 #pragma once
 
 #include "graph/drawing/axes/label_text.h"
+#include "graph/drawing/axes/rich_text.h"
 #include "graph/drawing/lines/canvas.h"
 
 #include <QFontMetricsF>
@@ -14,29 +15,39 @@ public:
     explicit TTextStyle(const TFontSpec& font);
 
     double Width(const TLabelText& label) const;
-    double Width(const QString& text) const { return m_metrics.horizontalAdvance(text); }
+    /// Of the longest line of a text as RichLines reads it; so for all texts below.
+    double Width(const QString& text) const;
     /// From the top of accents to the foot of descenders.
     double Height() const { return m_metrics.ascent() + m_metrics.descent(); }
+    double Height(const QString& text) const;
     double Ascent() const { return m_metrics.ascent(); }
     double CapHeight() const { return m_metrics.capHeight(); }
     /// The width of an M: what distances between texts are measured by.
     double Em() const { return m_font.pixelSize(); }
-    /// The text, shortened by "…" at its end where it is wider.
+    /// The text, shortened by "…" at its end where it is wider; then it is one line without raised parts.
     QString Fitted(const QString& text, double width) const;
 
     /// Draws with the left end of the base line at that place.
     void Draw(const TCanvas& canvas, QPointF baseline, const TLabelText& label) const;
+    /// The base line is that of the first line.
     void Draw(const TCanvas& canvas, QPointF baseline, const QString& text) const;
-    /// Draws centred in the rectangle; Vertical reads from bottom to top.
+    /// Draws all lines centred in the rectangle; Vertical reads from bottom to top.
     void DrawCentred(const TCanvas& canvas, const QRectF& rectangle, const QString& text,
                      Qt::Orientation orientation = Qt::Horizontal) const;
 
 private:
+    double WidthOf(const TTextRun& run) const;
+    double WidthOf(const TTextLine& line) const;
+    void DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const;
+
     QFont m_font;
     QFont m_exponentFont;
     QFontMetricsF m_metrics;
     QFontMetricsF m_exponentMetrics;
     QColor m_color;
 };
+
+/// Lightens what lies behind a text in a picture, so that it can be read.
+void DrawBehindText(const TCanvas& canvas, const QRectF& place, TColor color);
 
 } // namespace lumoplot

@@ -86,10 +86,10 @@ TTickRules TickRulesOf(const TAxis& axis) {
     return rules;
 }
 
-std::vector<TTick> ChooseTicks(const TTickRules& rules, double length, int coarseness) {
+TTicks ChooseTicks(const TTickRules& rules, double length, int coarseness) {
     const bool hasRange = rules.Min < rules.Max && std::isfinite(rules.Min) && std::isfinite(rules.Max);
     if (!hasRange || !(length > 0)) return {};
-    if (rules.LogScale) return rules.Min > 0 ? LogTicks(rules, length, coarseness) : std::vector<TTick>();
+    if (rules.LogScale) return rules.Min > 0 ? LogTicks(rules, length, coarseness) : TTicks();
     const bool hasDates = rules.Min >= kFirstDateValue && rules.Max < kLastDateValue;
     if (rules.ShowAsTime && hasDates) return DateTicks(rules, length, coarseness);
     TTickRules numbers = rules;
@@ -97,29 +97,27 @@ std::vector<TTick> ChooseTicks(const TTickRules& rules, double length, int coars
     return LinearTicks(numbers, length, coarseness);
 }
 
-std::vector<TTick> LinearTicks(const TTickRules& rules, double length, int coarseness) {
-    double step = UsableStep(rules);
+TTicks LinearTicks(const TTickRules& rules, double length, int coarseness) {
+    const double usable = DecimalStep(UsableStep(rules));
+    double step = usable;
     const double origin = rules.CountsFromMin ? rules.Min : 0;
     const double steps = rules.Max / step - rules.Min / step;
     for (int finer = 0; length / steps * Stride(finer) < kMajorSpacing && finer < kCoarsest; ++finer)
-        step = UsableStep(rules) * Stride(finer + 1);
+        step = usable * Stride(finer + 1);
     const TStepGrid grid = GridOf(rules.Min, rules.Max, step, origin);
     if (!IsCountable(grid)) return {};
     const double stride = Stride(coarseness);
-    const double largest = std::max(std::abs(rules.Min), std::abs(rules.Max));
-    const TNumberLabels labels(rules.Numbers, step * stride, largest, origin);
-    std::vector<TTick> ticks;
+    const TNumberLabels labels(rules.Numbers, {rules.Min, rules.Max, step * stride, origin});
+    TTicks ticks;
     for (double number = grid.First; number <= grid.Last; ++number) {
+        const bool isMajor = IsMultiple(number, stride);
         const double value = grid.Value(number);
-        if (!IsMultiple(number, stride))
-            ticks.push_back({value, TTickKind::Minor, {}});
-        else if (rules.ShowAsTime)
-            ticks.push_back({value, TTickKind::Major, {DateText(value, rules.DateTimeFormat), {}}});
-        else
-            ticks.push_back({value, TTickKind::Major, labels.Text(value)});
+        ticks.All.push_back({value, isMajor ? TTickKind::Major : TTickKind::Minor,
+                             isMajor && !rules.ShowAsTime ? labels.Text(value) : TLabelText()});
     }
-    if (coarseness == 0) AddMinorTicks(ticks, grid, rules, length * (step / (rules.Max - rules.Min)));
-    std::ranges::sort(ticks, {}, &TTick::Value);
+    if (!rules.ShowAsTime) ticks.Common = labels.Common();
+    if (coarseness == 0) AddMinorTicks(ticks.All, grid, rules, length * (step / (rules.Max - rules.Min)));
+    std::ranges::sort(ticks.All, {}, &TTick::Value);
     return ticks;
 }
 

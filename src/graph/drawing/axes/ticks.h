@@ -34,19 +34,26 @@ struct TTickRules {
     TAxis::Dateticks DateTickType = TAxis::dt_minute;
 };
 
+/// The ticks of an axis in ascending order.
+struct TTicks {
+    std::vector<TTick> All;
+    /// What is written once at the end of the axis, since it belongs to every label (TNumberLabels::Common).
+    QString Common;
+};
+
 XYGRAPH_EXPORT TTickRules TickRulesOf(const TAxis& axis);
 
 /// No coarseness beyond this leaves more than a few labels.
 inline constexpr int kCoarsest = 30;
 
-/// Ticks in ascending order for an axis that is `length` units long. A coarseness of 1, 2, … labels fewer and
+/// Ticks for an axis that is `length` units long. A coarseness of 1, 2, … labels fewer and
 /// fewer of them, for labels that would overlap; those left out become minor ticks. Never more ticks than
 /// fit, empty for a range that is none.
-XYGRAPH_EXPORT std::vector<TTick> ChooseTicks(const TTickRules& rules, double length, int coarseness);
+XYGRAPH_EXPORT TTicks ChooseTicks(const TTickRules& rules, double length, int coarseness);
 
 // The three kinds of axis behind ChooseTicks.
-std::vector<TTick> LinearTicks(const TTickRules& rules, double length, int coarseness);
-std::vector<TTick> LogTicks(const TTickRules& rules, double length, int coarseness);
-std::vector<TTick> DateTicks(const TTickRules& rules, double length, int coarseness);
+TTicks LinearTicks(const TTickRules& rules, double length, int coarseness);
+TTicks LogTicks(const TTickRules& rules, double length, int coarseness);
+TTicks DateTicks(const TTickRules& rules, double length, int coarseness);
 
 } // namespace lumoplot

@@ -10,6 +10,7 @@ namespace {
 constexpr double kShortest = 1e-6;      // pixels; shorter segments have no direction
 constexpr double kSmoothTurn = 0.06;    // 1 - cos of the angle up to which a corner needs no disc
 constexpr double kSmoothSagitta = 0.24; // the same for wide pens, times the radius
+constexpr double kLookLength = 64;      // pixels of dashes before it is looked again whether they show
 constexpr double kThinPen = 0.75;       // radius
 
 } // namespace
@@ -92,7 +93,17 @@ void TLineStroker::SkipDashes(double length) {
 
 void TLineStroker::DashSegment(const TSegment& segment, double beyondStart, double beyondEnd) {
     double place = 0;
+    double nextLook = 0;
     while (place < segment.Length) {
+        if (place >= nextLook) {
+            nextLook = std::min(place + kLookLength, segment.Length);
+            if (m_raster.IsCovered(segment.From + place * segment.Direction,
+                                   segment.From + nextLook * segment.Direction)) {
+                SkipDashes(nextLook - place);
+                place = nextLook;
+                continue;
+            }
+        }
         const bool ends = segment.Length - place > m_left;
         const double stop = ends ? place + m_left : segment.Length;
         if (IsOn())

@@ -116,6 +116,9 @@ public:
         const double top = std::min(piece.A.y(), piece.B.y());
         const double bottom = std::max(piece.A.y(), piece.B.y());
         const double past = beyond * std::abs(direction.y());
+        const double wide = (radius + 0.5) * std::abs(direction.y()) + beyond * std::abs(direction.x());
+        m_left = std::max(0.0, std::min(piece.A.x(), piece.B.x()) - wide);
+        m_right = std::min(mask.Width() - 1.0, std::max(piece.A.x(), piece.B.x()) + wide);
         m_first = RowOf(top - high - past);
         m_last = RowOf(bottom + high + past);
         // Rows where the ends leave everything to the sides.
@@ -150,15 +153,23 @@ private:
         return columns;
     }
 
-    void TakeBand(int tileRow, int first, int last) {
-        const TColumnRange atFirst = ColumnsOf(first);
-        const TColumnRange atLast = ColumnsOf(last);
+    // Whether the rows of a band change nothing. Between its ends a piece keeps inside its sides; near them
+    // it keeps inside the columns that it spans.
+    bool IsWhole(int tileRow, int first, int last) const {
+        double left = m_left;
+        double right = m_right;
         if (IsPlain(first) && IsPlain(last)) {
-            const double left = std::min(atFirst.First, atLast.First);
-            const double right = std::max(atFirst.Last, atLast.Last);
-            if (left > right) return;
-            if (m_mask.IsWhole(tileRow, static_cast<int>(left), static_cast<int>(right))) return;
+            const TColumnRange atFirst = ColumnsOf(first);
+            const TColumnRange atLast = ColumnsOf(last);
+            left = std::min(atFirst.First, atLast.First);
+            right = std::max(atFirst.Last, atLast.Last);
         }
+        if (left > right) return true;
+        return m_mask.IsWhole(tileRow, static_cast<int>(left), static_cast<int>(right));
+    }
+
+    void TakeBand(int tileRow, int first, int last) {
+        if (IsWhole(tileRow, first, last)) return;
         int left = m_mask.Width();
         int right = -1;
         for (int y = first; y <= last; ++y) {
@@ -193,6 +204,8 @@ private:
 
     TStrokeMask& m_mask;
     std::array<TEdge, 4> m_edges;
+    double m_left; ///< columns that the piece spans
+    double m_right;
     int m_first;
     int m_last;
     int m_plainFirst;

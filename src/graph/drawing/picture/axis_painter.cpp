@@ -60,6 +60,9 @@ void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts
             axis.IsHorizontal() ? place.top() + style.Ascent() : place.center().y() + style.CapHeight() / 2;
         style.Draw(canvas, {place.left(), baseline}, tick.Label);
     }
+    const QRectF common = axis.CommonPlace();
+    if (!axis.Common().isEmpty())
+        style.Draw(canvas, {common.left(), common.top() + style.Ascent()}, axis.Common());
     const auto orientation = axis.IsHorizontal() ? Qt::Horizontal : Qt::Vertical;
     fonts.Titles.DrawCentred(canvas, axis.TitlePlace(), axis.Title(), orientation);
 }

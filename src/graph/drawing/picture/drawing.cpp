@@ -55,7 +55,7 @@ public:
         DrawAxes(m_canvas, m_graph, layout);
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
-        DrawLegend(m_canvas, m_graph, m_rectangle);
+        DrawLegend(m_canvas, m_graph, m_rectangle, layout.Plot());
         return PlotMapOf(layout);
     }
 
@@ -111,6 +111,23 @@ private:
             if (m_steps.Next()) DrawSeries(m_canvas, *series, layout, visible);
         DrawMarks(m_canvas, m_graph, layout);
         DrawCrossAtZero(m_canvas, m_graph, layout);
+        TellLostPoints(plot);
+    }
+
+    // A logarithmic axis has no place for some points; the picture says so, away from labels inside the plot.
+    void TellLostPoints(const QRectF& plot) const {
+        std::int64_t lost = 0;
+        for (const auto& series : m_graph.Series()) lost += series->LogErrors();
+        if (lost == 0) return;
+        const TTextStyle style(m_appearance.LabelFont());
+        const QString text = lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
+                                       : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
+        const double gap = style.Em() / 2;
+        const double width = style.Width(text);
+        const QRectF place(plot.center().x() - width / 2, plot.bottom() - gap - style.Height(), width,
+                           style.Height());
+        DrawBehindText(m_canvas, place, m_appearance.BackgroundColor());
+        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, text);
     }
 
     TSeriesSteps& m_steps;

@@ -67,25 +67,35 @@ TAxisLayouts TGraphLayout::LayOutAxes() const {
     TAxisLayouts axes{TAxisLayout(*m_graph.XAxis(), room, m_plot, yMap, m_fonts),
                       TAxisLayout(*m_graph.YAxis(), room, m_plot, xMap, m_fonts),
                       TAxisLayout(*m_graph.YAxis_Second(), room, m_plot, xMap, m_fonts)};
-    const bool bothShown = axes.Y.Axis().ShowAxis() && axes.SecondY.Axis().ShowAxis();
-    if (bothShown && axes.Y.Side() == axes.SecondY.Side() && axes.Y.Line() == axes.SecondY.Line()) {
-        const double used = axes.Y.Side() == TAxisSide::Left ? axes.Y.Line() - axes.Y.TextPlace().left()
-                                                             : axes.Y.TextPlace().right() - axes.Y.Line();
-        axes.SecondY.MoveOutwards(std::max(used, axes.Y.TickLength()) + kEdge * 2);
+    for (TAxisLayout* axis : {&axes.Y, &axes.SecondY}) {
+        axes.X.KeepLabelsOff(*axis, m_plot, m_fonts);
+        axis->KeepLabelsOff(axes.X, m_plot, m_fonts);
+        if (axes.X.Axis().ShowAxis() && axes.X.Side() == TAxisSide::Above && !axes.X.TextPlace().isNull())
+            axis->KeepCommonAbove(axes.X.TextPlace().top());
     }
+    if (!axes.Y.Axis().ShowAxis() || !axes.SecondY.Axis().ShowAxis()) return axes;
+    if (axes.Y.Side() != axes.SecondY.Side() || axes.Y.Line() != axes.SecondY.Line()) {
+        axes.SecondY.KeepTitleOff(axes.Y);
+        return axes;
+    }
+    const double used = axes.Y.Side() == TAxisSide::Left ? axes.Y.Line() - axes.Y.TextPlace().left()
+                                                         : axes.Y.TextPlace().right() - axes.Y.Line();
+    axes.SecondY.MoveOutwards(std::max(used, axes.Y.TickLength()) + kEdge * 2);
     return axes;
 }
 
 void TGraphLayout::PlaceTitle() {
     m_titlePlace = {};
     if (m_graph.Appearance()->GraphTitle().empty()) return;
-    const double top =
-        std::min(m_plot.top(), m_axes.X.TextPlace().isNull() ? m_plot.top() : m_axes.X.TextPlace().top());
-    const double height = m_titleStyle.Height();
+    double top = m_plot.top();
+    for (const QRectF& place : {m_axes.X.TextPlace(), m_axes.Y.CommonPlace(), m_axes.SecondY.CommonPlace()})
+        if (!place.isNull()) top = std::min(top, place.top());
+    const QString title = QString::fromStdString(m_graph.Appearance()->GraphTitle());
+    const double height = m_titleStyle.Height(title);
     const double offset = m_graph.Dimensions()->GraphTitleOffset();
     m_titlePlace = {m_bounds.left() + kEdge, top - offset - height, m_bounds.width() - 2 * kEdge, height};
     // A title is centred over the plot as long as it fits there.
-    const double width = m_titleStyle.Width(QString::fromStdString(m_graph.Appearance()->GraphTitle()));
+    const double width = m_titleStyle.Width(title);
     const double room =
         2 * std::min(m_plot.center().x() - m_bounds.left(), m_bounds.right() - m_plot.center().x());
     if (width <= room - 2 * kEdge)

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace lumoplot {
 namespace {
@@ -14,38 +15,93 @@ namespace {
 constexpr double kSymbolGap = 5; // units between symbol and text
 constexpr double kEntryGap = 14; // units between entries of a row
 constexpr double kRowGap = 3;
+constexpr double kEdgeGap = 3;        // units between the box and the edge of the graph
 constexpr double kLargestSymbol = 16; // units; larger points are drawn so large
 
+// Arranges the entries from (0, 0) on in the room inside the box.
 class TLegendFlow {
 public:
-    TLegendFlow(const TLegend& legend, const TTextStyle& style, double innerWidth)
-        : m_legend(legend), m_style(style), m_width(innerWidth) {}
+    TLegendFlow(const TLegend& legend, const TTextStyle& style, QSizeF room)
+        : m_legend(legend), m_style(style), m_room(room), m_rowHeight(style.Height()) {}
 
     void Add(const TSeries& series) {
-        const double textLeft = m_legend.SymbolSpace() + kSymbolGap;
-        const QString label =
-            m_style.Fitted(QString::fromStdString(series.LegendText()), std::max(0.0, m_width - textLeft));
-        const double width = textLeft + m_style.Width(label);
-        const bool isFirst = Entries.empty();
-        const bool startsRow = m_legend.Layout() == TLegend::lsDown || m_place.x() + width > m_width + 0.01;
-        if (!isFirst && startsRow) m_place = {0, m_place.y() + RowHeight() + kRowGap};
-        Entries.push_back({&series, QRectF(m_place.x(), m_place.y(), m_legend.SymbolSpace(), RowHeight()),
-                           QRectF(m_place.x() + textLeft, m_place.y(), width - textLeft, RowHeight()),
-                           label});
-        UsedWidth = std::max(UsedWidth, m_place.x() + width);
-        m_place.rx() += width + kEntryGap;
+        const QString label = m_style.Fitted(QString::fromStdString(series.LegendText()),
+                                             std::max(0.0, m_room.width() - TextLeft()));
+        Layout.Entries.push_back({&series, {}, {}, label});
+        m_rowHeight = std::max(m_rowHeight, m_style.Height(label));
     }
-    double UsedHeight() const { return m_place.y() + RowHeight(); }
-    double RowHeight() const { return m_style.Height(); }
 
-    std::vector<TLegendEntry> Entries;
-    double UsedWidth = 0;
+    void Arrange() {
+        const double rows = (m_room.height() + kRowGap) / (m_rowHeight + kRowGap);
+        const auto most = static_cast<std::size_t>(std::clamp(rows, 1.0, 1e6));
+        if (m_legend.Layout() == TLegend::lsDown)
+            ArrangeDown(most);
+        else
+            ArrangeAcross(most);
+    }
+
+    TLegendLayout Layout;
+    QSizeF Used;
 
 private:
+    double TextLeft() const { return m_legend.SymbolSpace() + kSymbolGap; }
+    double WidthOf(const TLegendEntry& entry) const { return TextLeft() + m_style.Width(entry.Label); }
+
+    void Place(TLegendEntry& entry, QPointF at) {
+        entry.Symbol = QRectF(at.x(), at.y(), m_legend.SymbolSpace(), m_rowHeight);
+        entry.Text = QRectF(at.x() + TextLeft(), at.y(), WidthOf(entry) - TextLeft(), m_rowHeight);
+        Used = Used.expandedTo({at.x() + WidthOf(entry), at.y() + m_rowHeight});
+    }
+
+    // From entry `first` on there is no room, nor for the one before it, where it is said how many are
+    // missing.
+    void LeaveOut(std::size_t first) {
+        auto& entries = Layout.Entries;
+        const std::size_t last = std::max<std::size_t>(first, 1) - 1;
+        Layout.More = QStringLiteral("… and %1 more").arg(entries.size() - last);
+        Layout.MorePlace = entries[last].Text;
+        Layout.MorePlace.setLeft(entries[last].Symbol.left());
+        Layout.MorePlace.setWidth(m_style.Width(Layout.More));
+        Used = Used.expandedTo({Layout.MorePlace.right(), 0});
+        entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(last), entries.end());
+    }
+
+    void ArrangeDown(std::size_t rows) {
+        auto& entries = Layout.Entries;
+        double x = 0;
+        for (std::size_t first = 0; first < entries.size(); first += rows) {
+            const auto column = std::span(entries).subspan(first, std::min(rows, entries.size() - first));
+            double width = 0;
+            for (const TLegendEntry& entry : column) width = std::max(width, WidthOf(entry));
+            if (first > 0 && x + width > m_room.width() + 0.01) return LeaveOut(first);
+            double y = 0;
+            for (TLegendEntry& entry : column) {
+                Place(entry, {x, y});
+                y += m_rowHeight + kRowGap;
+            }
+            x += width + kEntryGap;
+        }
+    }
+
+    void ArrangeAcross(std::size_t rows) {
+        auto& entries = Layout.Entries;
+        QPointF at;
+        std::size_t row = 0;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const double width = WidthOf(entries[i]);
+            if (i > 0 && at.x() + width > m_room.width() + 0.01) {
+                at = {0, at.y() + m_rowHeight + kRowGap};
+                if (++row == rows) return LeaveOut(i);
+            }
+            Place(entries[i], at);
+            at.rx() += width + kEntryGap;
+        }
+    }
+
     const TLegend& m_legend;
     const TTextStyle& m_style;
-    double m_width;
-    QPointF m_place;
+    QSizeF m_room;
+    double m_rowHeight;
 };
 
 bool IsInLegend(const TSeries& series) {
@@ -73,8 +129,7 @@ void DrawEntrySymbol(const TCanvas& canvas, const TSeries& series, const QRectF&
                {canvas.AlignX(place.center().x(), symbol.Size), canvas.AlignY(y, symbol.Size)});
 }
 
-void DrawBox(const TCanvas& canvas, const TLegend& legend, const QRectF& box, TColor border) {
-    canvas.FillRect(box, legend.color());
+void DrawBorder(const TCanvas& canvas, const TLegend& legend, const QRectF& box, TColor border) {
     if (legend.borderStyle() == TLegend::bsNone) return;
     const QPen pen = canvas.Pen(border, TPenStyle::Solid, 1);
     const double half = pen.widthF() / 2;
@@ -94,16 +149,19 @@ TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {
     const double left = rectangle.left() + legend.left();
     const double room = std::max(rectangle.right() - left, 0.0);
     const double width = legend.width() > 0 ? std::min<double>(legend.width(), room) : room;
-    TLegendFlow flow(legend, style, std::max(width - 2 * xMargin, 0.0));
+    const double innerHeight = rectangle.height() - legend.top() - 2 * yMargin - kEdgeGap;
+    TLegendFlow flow(legend, style,
+                     {std::max(width - 2 * xMargin, 0.0), std::max<double>(innerHeight, legend.height())});
     for (const auto& series : graph.Series())
         if (IsInLegend(*series)) flow.Add(*series);
-    TLegendLayout layout;
-    const double boxWidth = legend.width() > 0 ? width : std::min(flow.UsedWidth + 2 * xMargin, room);
-    const double boxHeight = std::max<double>(legend.height(), flow.UsedHeight() + 2 * yMargin);
+    flow.Arrange();
+    TLegendLayout layout = std::move(flow.Layout);
+    const double boxWidth = legend.width() > 0 ? width : std::min(flow.Used.width() + 2 * xMargin, room);
+    const double boxHeight = std::max<double>(legend.height(), flow.Used.height() + 2 * yMargin);
     layout.Box = {left, rectangle.top() + legend.top(), boxWidth, boxHeight};
-    layout.Entries = std::move(flow.Entries);
-    const double spare = boxHeight - 2 * yMargin - flow.UsedHeight();
+    const double spare = boxHeight - 2 * yMargin - flow.Used.height();
     const QPointF origin = layout.Box.topLeft() + QPointF(xMargin, yMargin + std::max(spare, 0.0) / 2);
+    layout.MorePlace.translate(origin);
     for (TLegendEntry& entry : layout.Entries) {
         entry.Symbol.translate(origin);
         entry.Text.translate(origin);
@@ -111,18 +169,25 @@ TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {
     return layout;
 }
 
-void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle) {
+void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot) {
     const TLegend& legend = *graph.Legend();
     if (!legend.visible()) return;
     const TLegendLayout layout = LayOutLegend(graph, rectangle);
-    if (layout.Entries.empty()) return;
-    DrawBox(canvas, legend, layout.Box, graph.Appearance()->AxesColor());
+    if (layout.Entries.empty() && layout.More.isEmpty()) return;
+    if (layout.Box.intersects(plot))
+        DrawBehindText(canvas, layout.Box, legend.color());
+    else
+        canvas.FillRect(layout.Box, legend.color());
+    DrawBorder(canvas, legend, layout.Box, graph.Appearance()->AxesColor());
     const TTextStyle style(legend.font());
     for (const TLegendEntry& entry : layout.Entries) {
         DrawEntrySymbol(canvas, *entry.Series, entry.Symbol);
-        const double baseline = entry.Text.center().y() + style.CapHeight() / 2;
+        const double above = (style.Height(entry.Label) - style.Height()) / 2;
+        const double baseline = entry.Text.center().y() + style.CapHeight() / 2 - above;
         style.Draw(canvas, {entry.Text.left(), baseline}, entry.Label);
     }
+    style.Draw(canvas, {layout.MorePlace.left(), layout.MorePlace.center().y() + style.CapHeight() / 2},
+               layout.More);
 }
 
 } // namespace lumoplot

@@ -21,14 +21,17 @@ struct TLegendEntry {
 struct TLegendLayout {
     QRectF Box;
     std::vector<TLegendEntry> Entries;
+    QString More; ///< "… and 15 more" for entries that have no room
+    QRectF MorePlace;
 };
 
 /// Lays the legend out in the rectangle of its graph. Across, entries follow each other and go on in a new
-/// row where the width ends; down, each has a row. A width or height that is not above 0 fits the entries;
-/// the box grows in height until all entries have room, and stays inside the graph where it can.
+/// row where the width ends; down, each has a row, and further columns begin where the graph's height ends.
+/// A width or height that is not above 0 fits the entries; the box grows in height for its entries as far as
+/// the graph reaches.
 TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle);
 
-/// Draws the legend unless it is not visible or has no entries.
-void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle);
+/// Draws the legend unless it is not visible or has no entries. What it covers of the plot shines through.
+void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot);
 
 } // namespace lumoplot

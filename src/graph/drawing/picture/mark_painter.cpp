@@ -21,7 +21,7 @@ public:
         : m_canvas(canvas), m_plot(layout.Plot()), m_xMap(layout.Axes().X.Map()),
           m_yMap(layout.Axes().YOf(mark.WhenDrawn == TMarkDrawing::XAndSecondY).Map()), m_mark(mark),
           m_pen(canvas.Pen(mark.Color, TPenStyle::Solid, kMarkLineWidth)),
-          m_caption(CaptionFont(graph, mark)) {}
+          m_caption(CaptionFont(graph, mark)), m_background(graph.Appearance()->BackgroundColor()) {}
 
     void Draw() const {
         const double x = m_xMap.Position(m_mark.X1);
@@ -91,6 +91,10 @@ private:
         const double top = m_plot.top() + kCaptionGap + m_caption.Ascent();
         baseline.setX(std::max(m_plot.left() + kCaptionGap, std::min(baseline.x(), right)));
         baseline.setY(std::max(baseline.y(), top));
+        if (text.isEmpty()) return;
+        const QRectF place(baseline - QPointF(0, m_caption.Ascent()),
+                           QSizeF(m_caption.Width(text), m_caption.Height(text)));
+        DrawBehindText(m_canvas, place, m_background);
         m_caption.Draw(m_canvas, baseline, text);
     }
 
@@ -101,6 +105,7 @@ private:
     const TGraphMark& m_mark;
     QPen m_pen;
     TTextStyle m_caption;
+    TColor m_background;
 };
 
 } // namespace
