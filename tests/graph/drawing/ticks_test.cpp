@@ -171,11 +171,11 @@ TEST(LinearTicks, CoarserLabelsLeaveTheirTicksBehind) {
 TEST(LinearTicks, MinorTicksDivideAStepByItsLeadingDigit) {
     // 0 to three steps: two whole steps inside and as many parts more as fit.
     for (const auto& [step, parts] : {std::pair(0.1, 5), {20.0, 4}, {500.0, 5}, {2.5, 1}}) {
-        const auto ticks = ChooseTicks(Linear(0, 3 * step, step), 600, 0);
+        const auto ticks = ChooseTicks(Linear(0, 3 * step, step), 600, 0).All;
         EXPECT_EQ(ticks.size(), static_cast<std::size_t>(3 * parts + 1)) << step;
         EXPECT_NEAR(ticks[1].Value, step / parts, 1e-9 * step) << step;
     }
-    EXPECT_EQ(ChooseTicks(Linear(0, 10, 1), 200, 0).size(), 11u) << "no place for minor ticks";
+    EXPECT_EQ(ChooseTicks(Linear(0, 10, 1), 200, 0).All.size(), 11u) << "no place for minor ticks";
 }
 
 TEST(LinearTicks, CrowdedTicksGiveWay) {
