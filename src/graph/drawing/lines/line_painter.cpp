@@ -149,7 +149,7 @@ void DrawOnRaster(const TCanvas& canvas, const TPolylines& lines, const QPen& pe
     const double width = std::max(1.0, std::round(pen.widthF() * canvas.PixelsPerUnit()));
     const QRect area = AreaOf(canvas.Painter(), lines, width);
     if (area.isEmpty()) return;
-    TStrokeMask mask(area);
+    TStrokeMask mask(area, width);
     const std::vector<double> dashes = DashesOf(pen, width);
     TLineCover cover(mask, width, dashes);
     for (std::size_t i = 0; i < lines.Count(); ++i) cover.Take(lines.Line(i));

@@ -9,8 +9,9 @@ namespace lumoplot {
 namespace {
 
 constexpr int kTouchesBeforeLook = 48; // rows added to a tile before it is looked at whether it is whole
-constexpr int kSumEvery = 64;          // new whole tiles before they are summed up again, and
-constexpr int kSumPart = 32;           // at least such a part of all tiles
+constexpr std::uint8_t kNearlyWhole = 190;
+constexpr int kSumEvery = 64; // new whole tiles before they are summed up again, and
+constexpr int kSumPart = 32;  // at least such a part of all tiles
 
 std::array<QRgb, 256> ShadesOfPen(const QColor& color) {
     std::array<QRgb, 256> shades;
@@ -22,8 +23,8 @@ std::array<QRgb, 256> ShadesOfPen(const QColor& color) {
 
 } // namespace
 
-TStrokeMask::TStrokeMask(const QRect& area)
-    : m_area(area),
+TStrokeMask::TStrokeMask(const QRect& area, double penWidth)
+    : m_area(area), m_nearlyWhole(penWidth < kThinPen ? kNearlyWhole : 255),
       m_stride(static_cast<std::size_t>((area.width() + kTileWidth - 1) / kTileWidth + 1) * kTileWidth),
       m_tileColumns((area.width() + kTileWidth - 1) / kTileWidth),
       m_tileRows((area.height() + kTileHeight - 1) / kTileHeight),
@@ -40,12 +41,12 @@ void TStrokeMask::Touch(int tileRow, int x0, int x1, int times) {
         tile.Touched = static_cast<std::uint16_t>(tile.Touched + times);
         if (tile.Touched < kTouchesBeforeLook) continue;
         tile.Touched = 0;
-        tile.IsWhole = FindWhole(tileRow, column);
+        tile.IsWhole = BecomesWhole(tileRow, column);
         m_wholeCount += tile.IsWhole;
     }
 }
 
-bool TStrokeMask::FindWhole(int tileRow, int tileColumn) const {
+bool TStrokeMask::BecomesWhole(int tileRow, int tileColumn) {
     const int x0 = tileColumn * kTileWidth;
     const int width = std::min(kTileWidth, Width() - x0);
     const int y0 = tileRow * kTileHeight;
@@ -54,8 +55,9 @@ bool TStrokeMask::FindWhole(int tileRow, int tileColumn) const {
         const std::uint8_t* row = Row(y) + x0;
         std::uint8_t least = 255;
         for (int x = 0; x < width; ++x) least = std::min(least, row[x]);
-        if (least != 255) return false;
+        if (least < m_nearlyWhole) return false;
     }
+    for (int y = y0; y < y1; ++y) std::fill_n(Row(y) + x0, width, std::uint8_t(255));
     return true;
 }
 

@@ -18,9 +18,12 @@ public:
     /// A tile is as wide as the pixels that a processor takes at once.
     static constexpr int kTileWidth = 16;
     static constexpr int kTileHeight = 8;
+    /// Pixels from which on a line may cover all of a pixel wherever it crosses it.
+    static constexpr double kThinPen = 3;
 
-    /// Nothing is covered. Places below count from the area's top left corner.
-    explicit TStrokeMask(const QRect& area);
+    /// Nothing is covered. Places below count from the area's top left corner. Where thin lines have covered
+    /// every pixel of a tile nearly whole, so many of them cross it that nothing shines through.
+    explicit TStrokeMask(const QRect& area, double penWidth = kThinPen);
 
     const QRect& Area() const { return m_area; }
     int Width() const { return m_area.width(); }
@@ -47,13 +50,14 @@ private:
         bool IsDirty = false;
     };
 
-    bool FindWhole(int tileRow, int tileColumn) const;
+    bool BecomesWhole(int tileRow, int tileColumn);
     void SumUp();
     std::size_t TileIndex(int row, int column) const {
         return static_cast<std::size_t>(row * m_tileColumns + column);
     }
 
     QRect m_area;
+    std::uint8_t m_nearlyWhole;
     std::size_t m_stride;
     int m_tileColumns;
     int m_tileRows;
