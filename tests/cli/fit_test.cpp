@@ -41,11 +41,34 @@ TEST_F(Fit, FixedParametersAndTemplatesMakeTheModel) {
 }
 
 TEST_F(Fit, AnEndedRunSaysWhy) {
-    const QJsonObject fit =
-        RunForJson({"fit", Decay(), "--equation", "a*b*x", "--param", "a=1", "--param", "b=1"});
+    const TArguments arguments = {"fit", Decay(), "--equation", "a*b*x", "--param", "a=1", "--param", "b=1"};
+    const TRunResult run = RunProgram(arguments);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.error.find("do not determine a and b"), std::string::npos) << run.error;
+    TArguments allowed = arguments;
+    allowed.push_back("--allow-unconverged");
+    const QJsonObject fit = RunForJson(allowed);
     EXPECT_FALSE(fit["converged"].toBool(true));
     EXPECT_EQ(fit["end"].toString(), "the points do not determine all varied parameters");
     EXPECT_TRUE(fit["errors"].toObject()["a"].isNull());
+}
+
+// The weighted straight line by the closed formulas: w = 1/σ² = 1, 4, 1, with Σw = 6, Σwx = 12, Σwxx = 26,
+// Σwy = 26, Σwxy = 56.
+TEST_F(Fit, ErrorsOfPointsWeighThem) {
+    const std::string data = WithText("line.csv", "x,y,e\n1,2,1\n2,4.5,0.5\n3,6,1\n");
+    const QJsonObject fit = RunForJson({"fit", data, "--columns", "x,y", "--equation", "a+b*x", "--param",
+                                        "a=1", "--param", "b=1", "--weights", "e"});
+    EXPECT_NEAR(fit["parameters"].toObject()["b"].toDouble(), (6 * 56 - 12 * 26) / (6 * 26.0 - 144), 1e-12);
+    EXPECT_NEAR(fit["chi_square"].toDouble(), 1.0 / 3, 1e-12);
+    EXPECT_NEAR(fit["chi_square_probability"].toDouble(), std::erfc(std::sqrt(1.0 / 6)), 1e-12);
+}
+
+TEST_F(Fit, RobustWeightsHoldOutliersOff) {
+    const QJsonObject fit = RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "a=1",
+                                        "--param", "b=0.1", "--robust", "tukey", "--local"});
+    EXPECT_NEAR(fit["parameters"].toObject()["a"].toDouble(), 3, 1e-4);
+    EXPECT_EQ(fit["outliers"].toInt(), 1);
 }
 
 TEST_F(Fit, TheFunctionFileHoldsTheResult) {

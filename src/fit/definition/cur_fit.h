@@ -181,7 +181,7 @@ public:
 
     /// The formula with its templates put in, from the last to the first, letter case ignored; a template's
     /// text may use the names of those before it. Line breaks and tabs become blanks. Throws EParserException
-    /// "The equation is too long with its templates" beyond kMaxExpandedLength bytes.
+    /// "The equation is too long with its templates: …" beyond kMaxExpandedLength bytes.
     XYGRAPH_EXPORT std::string ExpandedExpression() const;
     /// Binds the variable and the parameters and compiles the formula, which Evaluate then runs; an empty
     /// formula compiles to nothing. Throws what AddExpression throws and leaves nothing compiled.

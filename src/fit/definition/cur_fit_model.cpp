@@ -10,7 +10,8 @@ constexpr char kLineCharacters[] = "\r\n\t";
 
 void CheckLength(std::size_t length) {
     if (length > TCurFit::kMaxExpandedLength)
-        throw EParserException("The equation is too long with its templates");
+        throw EParserException("The equation is too long with its templates: more than " +
+                               std::to_string(TCurFit::kMaxExpandedLength) + " characters");
 }
 
 std::string Replaced(const std::string& text, const TDBLFunction& function) {

@@ -31,16 +31,36 @@ enum class TFitEnd {
 /// "converged", "the iteration limit was reached", …
 XYGRAPH_EXPORT std::string TextOf(TFitEnd end);
 
+/// How good a fit is, and what its residuals say; not-a-number where there is no figure.
+struct TFitQuality {
+    int Freedom = 0; ///< points − varied parameters
+    double AdjustedRSquared = 0;
+    /// Akaike's information criterion, that with its correction for few points, and the Bayesian one, each up
+    /// to a constant of the points: n·ln(Rss/n) and its penalty, the variance counted as a parameter.
+    double Aic = 0;
+    double Aicc = 0;
+    double Bic = 0;
+    /// That Rss, as χ², is as large by chance; only where the points have standard errors.
+    double ChiSquareProbability = 0;
+    /// Runs of residuals of one sign, in standard deviations from those expected by chance, and the
+    /// probability of as much by chance.
+    double RunsDeviation = 0;
+    double RunsProbability = 0;
+    double DurbinWatson = 0; ///< near 2 by chance, near 0 where neighbours are alike
+};
+
 struct TFitResult {
     TFitEnd End = TFitEnd::Converged;
     int Iterations = 0;
     int Evaluations = 0; ///< of the model over all points, with or without its derivatives
     std::size_t PointsUsed = 0;
     std::size_t PointsLeftOut = 0; ///< between the margins, but without a value of the model
-    double Rss = 0;                ///< residual sum of squares
+    double Rss = 0;                ///< residual sum of squares; χ² where the points have standard errors
     /// √(Rss / (points − varied parameters)); not-a-number without degrees of freedom.
     double ResidualSD = 0;
     double RSquared = 0; ///< 1 − Rss / sum of squares about the mean; not-a-number where all Y are equal
+    TFitQuality Quality;
+    std::size_t Outliers = 0; ///< points that robust weights have taken most of their influence from
     /// What there is to say besides the end, in whole sentences: which parameters are not determined, run
     /// away or depend on each other, points without a value, that the minimum was found from other starts.
     std::vector<std::string> Remarks;

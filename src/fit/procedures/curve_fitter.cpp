@@ -3,6 +3,7 @@
 #include "fit/procedures/fit_check.h"
 #include "fit/procedures/fit_judgement.h"
 #include "fit/procedures/fit_remarks.h"
+#include "fit/procedures/fit_statistics.h"
 #include "fit/procedures/small_solve.h"
 #include "fit/procedures/start_search.h"
 
@@ -23,18 +24,24 @@ constexpr int kSearchShare = 10;  // times the evaluations of a run that ended w
 constexpr int kLeastPlaces = 100; // looked at all the same
 constexpr int kMostPlaces = 1000;
 constexpr int kPlacesPerRun = 50;
-constexpr int kMostFinished = 4;  // of the places found
-constexpr double kClearly = 1e-6; // relative difference of sums of squares
-constexpr double kWorthSense = 4; // times the sum of squares that an end with sense may have
+constexpr int kMostFinished = 4; // of the places found
+constexpr int kMostReweightings = 100;
+constexpr double kReweighted = 1e-9; // relative change of parameters
+constexpr double kLittle = 0.3;      // of a point's weight
+constexpr double kClearly = 1e-6;    // relative difference of sums of squares
+constexpr double kWorthSense = 4;    // times the sum of squares that an end with sense may have
 
-TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y) {
+TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y,
+                                std::span<const double> errors) {
     TFitPoints points;
     for (std::size_t i = 0; i < x.size(); ++i) {
         if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
+        if (!errors.empty() && !(errors[i] > 0 && std::isfinite(1 / errors[i]))) continue;
         if (fit.UseLeftMargin() && x[i] < fit.LeftMargin()) continue;
         if (fit.UseRightMargin() && x[i] > fit.RightMargin()) continue;
         points.X.push_back(x[i]);
         points.Y.push_back(y[i]);
+        if (!errors.empty()) points.Weights.push_back(1 / errors[i]);
     }
     if (points.X.empty())
         throw EFitError(x.empty() ? "There are no points to fit" : "There are no points between the margins");
@@ -108,6 +115,7 @@ public:
         const bool wasCancelled = m_best && m_best->Found.End == TFitEnd::Cancelled;
         if (m_run.Starts != TFitStarts::Given && !wasCancelled) LookElsewhere(points);
         if (!m_best) throw *trouble;
+        if (m_run.Robust != TRobust::None && m_best->Found.End != TFitEnd::Cancelled) FitRobustly();
         Summarise(points);
         return std::move(m_result);
     }
@@ -121,7 +129,8 @@ private:
 
     TFitTask Task() const { return {m_fit, m_varied, m_progress, m_run.OnIteration}; }
 
-    // The points without a value at the start may have one at the end: then they take part as well.
+    // The points without a value at the start may have one at the end: then they
+    // take part as well.
     void FitFromStart(const TFitPoints& points) {
         TFitPoints usable = PointsWithValue(m_fit, points);
         Check(usable, points);
@@ -150,7 +159,8 @@ private:
         return attempt;
     }
 
-    // From other starts: thoroughly where the first run has come to nothing, else for a tenfold of its work.
+    // From other starts: thoroughly where the first run has come to nothing, else
+    // for a tenfold of its work.
     void LookElsewhere(const TFitPoints& points) {
         const auto end = std::chrono::steady_clock::now() + kSearchTime;
         const bool hasSense = m_best && m_best->HasSense() && m_best->Points.X.size() == points.X.size();
@@ -198,6 +208,32 @@ private:
         return rss < m_best->Found.Rss * (1 - kClearly);
     }
 
+    // Iteratively reweighted least squares.
+    void FitRobustly() {
+        const TFitPoints plain = m_best->Points;
+        for (int i = 0; i < kMostReweightings; ++i) {
+            const TVector before = m_best->Found.Values;
+            SetValues(before);
+            const std::vector<double> weights = RobustWeights(m_run.Robust, ResidualsOf(m_fit, plain));
+            TFitPoints points = plain;
+            points.Weights.resize(weights.size(), 1);
+            for (std::size_t k = 0; k < weights.size(); ++k) points.Weights[k] *= std::sqrt(weights[k]);
+            m_best = AttemptWith(std::move(points));
+            m_result.Outliers = static_cast<std::size_t>(
+                std::ranges::count_if(weights, [](double w) { return w < kLittle; }));
+            if (m_best->Found.End == TFitEnd::Cancelled || !HasChanged(before)) return;
+        }
+    }
+
+    bool HasChanged(const TVector& before) const {
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            const double value = m_best->Found.Values[i];
+            if (std::abs(value - before[i]) > kReweighted * std::max(std::abs(value), std::abs(before[i])))
+                return true;
+        }
+        return false;
+    }
+
     void Summarise(const TFitPoints& points) {
         TLocalFit& found = m_best->Found;
         if (found.End != TFitEnd::Converged && found.End != TFitEnd::Cancelled &&
@@ -213,7 +249,12 @@ private:
         m_result.ResidualSD = std::sqrt(variance);
         const double about = SumAboutLine(m_best->Points, found.ResidualScale);
         m_result.RSquared = about > 0 ? 1 - found.ScaledRss / about : kNotKnown;
-        m_result.Covariance = CovarianceOf(found, static_cast<int>(m_varied.size()), variance);
+        const bool isAbsolute = !m_run.Errors.empty() && m_run.ErrorSource == TErrorSource::Points;
+        m_result.Covariance =
+            CovarianceOf(found, static_cast<int>(m_varied.size()), isAbsolute ? 1 : variance);
+        m_result.Quality = QualityOf(ResidualsByX(m_fit, m_best->Points), m_result.Rss, m_result.RSquared,
+                                     static_cast<int>(m_varied.size()));
+        if (m_run.Errors.empty()) m_result.Quality.ChiSquareProbability = kNotKnown;
         if (m_isFromElsewhere) m_result.Remarks.push_back("The minimum was found from other starts.");
         AddRemarks(m_result, Task(), found, m_best->Points, points);
         if (m_result.End == TFitEnd::Cancelled) return;
@@ -247,7 +288,7 @@ private:
 TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y, const TFitRun& run) {
     TFitter fitter(fit, run);
     try {
-        const TFitResult result = fitter.Fit(PointsBetweenMargins(fit, x, y));
+        const TFitResult result = fitter.Fit(PointsBetweenMargins(fit, x, y, run.Errors));
         fit.FitDone(result);
         return result;
     } catch (...) {

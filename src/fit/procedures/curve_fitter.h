@@ -1,10 +1,11 @@
-// Runs a curve fit: checks its definition, chooses its points, lets the procedure work and writes what was
-// found back into the definition.
+// Runs a curve fit: checks its definition, chooses its points, lets the
+// procedure work and writes what was found back into the definition.
 #pragma once
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
 #include "fit/procedures/fit_check.h"
+#include "fit/procedures/robust_weights.h"
 #include "support/progress.h"
 
 #include <functional>
@@ -15,23 +16,38 @@ namespace lumoplot {
 /// Where a run looks for the minimum.
 enum class TFitStarts {
     Given,     ///< only from the parameters as they are
-    Scattered, ///< also from others, where the first end is doubtful or a better one is near
+    Scattered, ///< also from others, where the first end is doubtful or a better
+               ///< one is near
+};
+
+/// Where the standard errors of the parameters come from, for points that have
+/// standard errors.
+enum class TErrorSource {
+    Residuals, ///< the errors of points are only relative to each other
+    Points,    ///< the errors of points are what they say
 };
 
 struct TFitRun {
     TProgress* Progress = nullptr;     ///< null: nobody watches
-    std::function<void()> OnIteration; ///< called after each iteration, with the best parameters in the fit
+    std::function<void()> OnIteration; ///< called after each iteration, with the
+                                       ///< best parameters in the fit
     TFitStarts Starts = TFitStarts::Scattered;
+    /// The standard error of each Y, by which it is weighted as 1/σ²; empty where
+    /// all count the same. Points whose error is not above 0 are left out.
+    std::span<const double> Errors = {};
+    TErrorSource ErrorSource = TErrorSource::Residuals;
+    TRobust Robust = TRobust::None;
 };
 
-/// Fits the model to the points between the margins in use, by least squares; points whose X or Y is not
-/// finite are left out, as are those where the model has no value. `x` and `y` (corrected) have the same
-/// length. Afterwards the varied parameters hold the best values found, also after a cancelled run, and
-/// FinalDeviation their standard errors (0 where there is none). Modified is set, the fit is no longer stale,
-/// and OnChange is called once.
+/// Fits the model to the points between the margins in use, by least squares;
+/// points whose X or Y is not finite are left out, as are those where the model
+/// has no value. `x` and `y` (corrected) have the same length. Afterwards the
+/// varied parameters hold the best values found, also after a cancelled run,
+/// and FinalDeviation their standard errors (0 where there is none). Modified
+/// is set, the fit is no longer stale, and OnChange is called once.
 ///
-/// Throws EFitError, EParserException or EConvertError for a fit that cannot be run; its parameters are then
-/// unchanged.
+/// Throws EFitError, EParserException or EConvertError for a fit that cannot be
+/// run; its parameters are then unchanged.
 XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
                                  const TFitRun& run = {});
 

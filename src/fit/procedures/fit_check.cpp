@@ -61,6 +61,8 @@ void CheckNames(TCurFit& fit, const TUse& use) {
 void CheckParameter(TDBLParameter& parameter, const TUse& use) {
     if (!use.read.contains(parameter.ValueRef()))
         throw EFitError("The equation does not use the parameter " + Quoted(parameter.Name()));
+    if (use.assigned.contains(parameter.ValueRef()))
+        throw EFitError("The equation assigns to its own parameter " + Quoted(parameter.Name()));
     if (!std::isfinite(parameter.Value()))
         throw EFitError("The parameter " + Quoted(parameter.Name()) + " has no finite starting value");
 }

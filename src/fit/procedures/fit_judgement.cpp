@@ -48,7 +48,8 @@ public:
     }
 
 private:
-    // Where the size stands out it is followed into ever smaller neighbourhoods, as long as it grows.
+    // Where the size stands out it is followed into ever smaller neighbourhoods,
+    // as long as it grows.
     bool IsPoleAmong(TBlockEvaluator& model, std::vector<double> x, std::vector<double> y) const {
         const double ends = std::max(std::abs(y.front()), std::abs(y.back()));
         if (!(std::abs(y[LargestOf(y)]) > kOutstanding * ends) && !TurnsOver(y)) return false;
@@ -75,7 +76,8 @@ private:
         return largest;
     }
 
-    // A pole changes the sign with large values on both sides: they grow towards each other.
+    // A pole changes the sign with large values on both sides: they grow towards
+    // each other.
     static bool TurnsOver(const std::vector<double>& y) {
         for (std::size_t k = 1; k + 2 < y.size(); ++k)
             if (y[k] * y[k + 1] < 0 && std::abs(y[k]) > std::abs(y[k - 1]) &&
@@ -91,16 +93,23 @@ private:
 
 } // namespace
 
+std::vector<double> ResidualsOf(TCurFit& fit, const TFitPoints& points) {
+    std::vector<double> residuals(points.X.size());
+    TBlockEvaluator(fit, fit.XRef()).Evaluate(points.X, residuals);
+    for (std::size_t i = 0; i < residuals.size(); ++i)
+        residuals[i] = (points.Y[i] - residuals[i]) * WeightAt(points, i);
+    return residuals;
+}
+
 std::vector<double> ResidualsByX(TCurFit& fit, const TFitPoints& points) {
+    const std::vector<double> residuals = ResidualsOf(fit, points);
+    if (std::ranges::is_sorted(points.X)) return residuals;
     std::vector<std::size_t> order(points.X.size());
     std::iota(order.begin(), order.end(), 0u);
-    if (!std::ranges::is_sorted(points.X))
-        std::ranges::stable_sort(order, {}, [&](std::size_t i) { return points.X[i]; });
-    std::vector<double> values(points.X.size());
-    TBlockEvaluator(fit, fit.XRef()).Evaluate(points.X, values);
-    std::vector<double> residuals;
-    for (const std::size_t i : order) residuals.push_back((points.Y[i] - values[i]) * WeightAt(points, i));
-    return residuals;
+    std::ranges::stable_sort(order, {}, [&](std::size_t i) { return points.X[i]; });
+    std::vector<double> sorted;
+    for (const std::size_t i : order) sorted.push_back(residuals[i]);
+    return sorted;
 }
 
 double DurbinWatson(std::span<const double> residuals) {

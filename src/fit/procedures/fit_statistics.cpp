@@ -1,0 +1,133 @@
+#include "fit/procedures/fit_statistics.h"
+
+#include "fit/procedures/fit_judgement.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace lumoplot {
+namespace {
+
+constexpr double kNoFigure = std::numeric_limits<double>::quiet_NaN();
+constexpr double kTiny = 1e-300;
+constexpr double kSeriesEnd = 1e-16;
+constexpr int kMostTerms = 10000;
+
+// The continued fraction of the incomplete beta function, by Lentz's method
+// (Abramowitz and Stegun 26.5.8).
+double BetaFraction(double x, double a, double b) {
+    double c = 1;
+    double d = 1 - (a + b) * x / (a + 1);
+    d = 1 / (std::abs(d) < kTiny ? kTiny : d);
+    double value = d;
+    for (int m = 1; m < kMostTerms; ++m) {
+        double step = 0;
+        for (const bool isEven : {true, false}) {
+            const double factor = isEven ? m * (b - m) * x / ((a + 2 * m - 1) * (a + 2 * m))
+                                         : -(a + m) * (a + b + m) * x / ((a + 2 * m) * (a + 2 * m + 1));
+            d = 1 + factor * d;
+            c = 1 + factor / c;
+            d = 1 / (std::abs(d) < kTiny ? kTiny : d);
+            if (std::abs(c) < kTiny) c = kTiny;
+            step = c * d;
+            value *= step;
+        }
+        if (std::abs(step - 1) < kSeriesEnd) break;
+    }
+    return value;
+}
+
+/// The regularised incomplete beta function; `rest` is 1 − x.
+double IncompleteBeta(double x, double rest, double a, double b) {
+    if (x <= 0 || rest <= 0) return x <= 0 ? 0 : 1;
+    const double factor =
+        std::exp(std::lgamma(a + b) - std::lgamma(a) - std::lgamma(b) + a * std::log(x) + b * std::log(rest));
+    return x < (a + 1) / (a + b + 2) ? factor * BetaFraction(x, a, b) / a
+                                     : 1 - factor * BetaFraction(rest, b, a) / b;
+}
+
+/// The regularised incomplete gamma function from x to infinity: by its series
+/// below, by its continued fraction above a + 1 (Abramowitz and
+/// Stegun 6.5.29, 6.5.31).
+double UpperGamma(double a, double x) {
+    if (x <= 0) return 1;
+    const double factor = std::exp(a * std::log(x) - x - std::lgamma(a));
+    if (x < a + 1) {
+        double term = 1 / a;
+        double sum = term;
+        for (int n = 1; n < kMostTerms && term > sum * kSeriesEnd; ++n) sum += term *= x / (a + n);
+        return 1 - factor * sum;
+    }
+    double b = x + 1 - a;
+    double c = 1 / kTiny;
+    double d = 1 / b;
+    double value = d;
+    for (int n = 1; n < kMostTerms; ++n) {
+        const double numerator = -n * (n - a);
+        b += 2;
+        d = 1 / (numerator * d + b);
+        c = b + numerator / c;
+        value *= c * d;
+        if (std::abs(c * d - 1) < kSeriesEnd) break;
+    }
+    return factor * value;
+}
+
+// How many more or fewer runs of one sign there are than by chance, in standard
+// deviations (Wald, Wolfowitz, Ann. Math. Statist. 11, 1940).
+double RunsDeviation(const std::vector<double>& residuals) {
+    double above = 0;
+    double below = 0;
+    double runs = 0;
+    double last = 0;
+    for (const double residual : residuals) {
+        if (residual == 0) continue;
+        (residual > 0 ? above : below) += 1;
+        if (last == 0 || (residual > 0) != (last > 0)) ++runs;
+        last = residual;
+    }
+    const double count = above + below;
+    const double mean = 2 * above * below / count + 1;
+    const double variance = (mean - 1) * (mean - 2) / (count - 1);
+    return variance > 0 ? (runs - mean) / std::sqrt(variance) : kNoFigure;
+}
+
+} // namespace
+
+double StudentProbability(double t, double freedom) {
+    if (!(freedom > 0) || std::isnan(t)) return kNoFigure;
+    if (std::isinf(t)) return 0;
+    const double x = freedom / (freedom + t * t);
+    return IncompleteBeta(x, t * t / (freedom + t * t), 0.5 * freedom, 0.5);
+}
+
+double ChiSquareProbability(double chiSquare, double freedom) {
+    return freedom > 0 && chiSquare >= 0 ? UpperGamma(0.5 * freedom, 0.5 * chiSquare) : kNoFigure;
+}
+
+double NormalProbability(double z) {
+    return std::erfc(std::abs(z) / std::sqrt(2));
+}
+
+TFitQuality QualityOf(const std::vector<double>& residuals, double rss, double rSquared, int parameters) {
+    const auto count = static_cast<double>(residuals.size());
+    const double freedom = count - parameters;
+    const double estimated = parameters + 1; // with the variance
+    TFitQuality quality;
+    quality.Freedom = static_cast<int>(freedom);
+    quality.AdjustedRSquared = freedom > 0 ? 1 - (1 - rSquared) * (count - 1) / freedom : kNoFigure;
+    const double likelihood = count * std::log(rss / count);
+    quality.Aic = likelihood + 2 * estimated;
+    quality.Aicc = count > estimated + 1
+                       ? quality.Aic + 2 * estimated * (estimated + 1) / (count - estimated - 1)
+                       : kNoFigure;
+    quality.Bic = likelihood + estimated * std::log(count);
+    quality.ChiSquareProbability = ChiSquareProbability(rss, freedom);
+    quality.RunsDeviation = RunsDeviation(residuals);
+    quality.RunsProbability = NormalProbability(quality.RunsDeviation);
+    quality.DurbinWatson = DurbinWatson(residuals);
+    return quality;
+}
+
+} // namespace lumoplot
