@@ -16,7 +16,7 @@ TEST(FitStatistics, ProbabilitiesHaveTheirClosedForms) {
     for (const double t : {0.0, 0.3, 1.0, 2.5, 40.0, 1e6}) {
         EXPECT_NEAR(StudentProbability(t, 1), 1 - 2 / std::numbers::pi * std::atan(t), kRounding) << t;
         EXPECT_NEAR(StudentProbability(-t, 2), 1 - t / std::sqrt(2 + t * t), kRounding) << t;
-        EXPECT_NEAR(StudentProbability(t, 1e9), NormalProbability(t), 1e-7) << t;
+        EXPECT_NEAR(StudentProbability(t, 1e6), NormalProbability(t), 1e-6) << t;
         EXPECT_NEAR(ChiSquareProbability(t, 1), std::erfc(std::sqrt(t / 2)), kRounding) << t;
         EXPECT_NEAR(ChiSquareProbability(t, 2), std::exp(-t / 2), kRounding) << t;
         EXPECT_NEAR(ChiSquareProbability(t, 4), std::exp(-t / 2) * (1 + t / 2), kRounding) << t;
