@@ -141,6 +141,20 @@ std::size_t FirstFittingRung(const TTickRules& rules, double length, double spac
     return static_cast<std::size_t>(std::min(found, kLadder.end() - 1) - kLadder.begin());
 }
 
+// The coarsest rung below whose ticks divide those of a rung and have room; the rung itself for none.
+std::size_t MinorRung(std::size_t rung, const TTickRules& rules, double length) {
+    constexpr double kMinorSpacing = 6;
+    const TCalendarStep& major = kLadder[rung];
+    for (std::size_t finer = rung; finer-- > 0;) {
+        const TCalendarStep& step = kLadder[finer];
+        const bool isMonth = major.Unit == TCalendarUnit::Month;
+        const bool divides = step.Unit == major.Unit ? major.Count % step.Count == 0
+                                                     : !isMonth && step.Unit != TCalendarUnit::Week;
+        if (divides && step.Days() * length / (rules.Max - rules.Min) >= kMinorSpacing) return finer;
+    }
+    return rung;
+}
+
 bool TellsApart(const std::vector<double>& values, std::string_view format) {
     QString previous;
     for (const double value : values) {
@@ -218,9 +232,10 @@ TTicks DateTicks(const TTickRules& rules, double length, int coarseness) {
         for (const double value : ValuesOf(kLadder[rung], rules))
             ticks.All.push_back({value, TTickKind::Major, {}});
     LabelDates(ticks.All, rules.DateTimeFormat);
-    if (rung == finest) return ticks;
+    const std::size_t minor = rung == finest ? MinorRung(rung, rules, length) : finest;
+    if (minor == rung) return ticks;
     const std::size_t majors = ticks.All.size();
-    for (const double value : ValuesOf(kLadder[finest], rules)) {
+    for (const double value : ValuesOf(kLadder[minor], rules)) {
         const auto known = std::span(ticks.All).first(majors);
         if (!std::ranges::binary_search(known, value, {}, &TTick::Value))
             ticks.All.push_back({value, TTickKind::Minor, {}});
