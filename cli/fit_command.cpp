@@ -2,8 +2,8 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "cli/procedure_names.h"
-#include "fit/procedures/curve_fitter.h"
-#include "fit/procedures/fit_statistics.h"
+#include "fit/run/curve_fitter.h"
+#include "fit/run/fit_statistics.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 

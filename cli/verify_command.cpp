@@ -1,7 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/procedure_names.h"
-#include "fit/procedures/certified.h"
+#include "fit/run/certified.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 

@@ -1,6 +1,6 @@
 // Any bytes are either a function file, which can be compiled, evaluated, fitted and written again, or are
 // refused with a message and change nothing.
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 
 #include <array>
 #include <cstdint>

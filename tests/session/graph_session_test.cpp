@@ -12,6 +12,12 @@
 namespace lumoplot {
 namespace {
 
+TTextWishes CommaWishes() {
+    TTextWishes wishes;
+    wishes.decimalSign = ',';
+    return wishes;
+}
+
 int Int(TRandom& random, int low, int high) {
     return std::uniform_int_distribution(low, high)(random);
 }
@@ -122,7 +128,7 @@ void EditSettings(TSeries& series, TRandom& random) {
     case 6: series.CurveFit().SetExpression("x*" + std::to_string(Int(random, 1, 9))); break;
     case 7: series.CurveFit().ClearParameters(); break;
     case 8: series.SetRegressionType(Int(random, 0, 6)); break;
-    case 9: series.SetTextWishes({.encoding = {}, .decimalSign = ',', .dateOrder = {}}); break;
+    case 9: series.SetTextWishes(CommaWishes()); break;
     case 10: FitLine(series); break;
     default: series.SetLineColor(Int(random, 0, 0xFFFFFF));
     }

@@ -1,6 +1,6 @@
 #include "graph/fitting/series_fitting.h"
 
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 #include "graph/model/graph.h"
 #include "support/progress_maker.h"
 

@@ -1,4 +1,4 @@
-#include "fit/procedures/certified.h"
+#include "fit/run/certified.h"
 
 #include "support/replace_file.h"
 

@@ -1,4 +1,4 @@
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 
 #include "common/special_values.h"
 #include "expr/parser_exception.h"

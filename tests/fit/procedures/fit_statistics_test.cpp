@@ -1,6 +1,6 @@
-#include "fit/procedures/fit_statistics.h"
+#include "fit/run/fit_statistics.h"
 
-#include "fit/procedures/robust_weights.h"
+#include "fit/run/robust_weights.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

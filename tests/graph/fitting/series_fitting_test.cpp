@@ -1,5 +1,5 @@
 #include "data/analysis/regression.h"
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 #include "graph/model/graph.h"
 #include "support/progress_maker.h"
 

@@ -1,4 +1,4 @@
-#include "fit/procedures/fit_judgement.h"
+#include "fit/run/fit_judgement.h"
 
 #include <algorithm>
 #include <cmath>

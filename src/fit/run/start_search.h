@@ -1,7 +1,7 @@
 // Looks for better minima from other starts: a scan of scattered places, and short runs from the best.
 #pragma once
 
-#include "fit/procedures/local_fit.h"
+#include "fit/run/local_fit.h"
 
 #include <chrono>
 

@@ -1,4 +1,4 @@
-#include "fit/procedures/scattered_starts.h"
+#include "fit/run/scattered_starts.h"
 
 #include "expr/blocks/formula_structure.h"
 

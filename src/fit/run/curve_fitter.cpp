@@ -1,11 +1,11 @@
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 
-#include "fit/procedures/fit_check.h"
-#include "fit/procedures/fit_judgement.h"
-#include "fit/procedures/fit_remarks.h"
-#include "fit/procedures/fit_statistics.h"
 #include "fit/procedures/small_solve.h"
-#include "fit/procedures/start_search.h"
+#include "fit/run/fit_check.h"
+#include "fit/run/fit_judgement.h"
+#include "fit/run/fit_remarks.h"
+#include "fit/run/fit_statistics.h"
+#include "fit/run/start_search.h"
 
 #include <algorithm>
 #include <cmath>

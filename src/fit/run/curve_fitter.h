@@ -4,8 +4,8 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
-#include "fit/procedures/fit_check.h"
-#include "fit/procedures/robust_weights.h"
+#include "fit/run/fit_check.h"
+#include "fit/run/robust_weights.h"
 #include "support/progress.h"
 
 #include <functional>

@@ -2,7 +2,7 @@
 // the product are in examples/certified.
 #pragma once
 
-#include "fit/procedures/curve_fitter.h"
+#include "fit/run/curve_fitter.h"
 
 #include <array>
 #include <string_view>

@@ -1,7 +1,7 @@
 // What there is to say of a result in words.
 #pragma once
 
-#include "fit/procedures/local_fit.h"
+#include "fit/run/local_fit.h"
 
 namespace lumoplot {
 

@@ -1,6 +1,6 @@
-#include "fit/procedures/fit_statistics.h"
+#include "fit/run/fit_statistics.h"
 
-#include "fit/procedures/fit_judgement.h"
+#include "fit/run/fit_judgement.h"
 
 #include <algorithm>
 #include <cmath>

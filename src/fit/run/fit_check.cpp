@@ -1,4 +1,4 @@
-#include "fit/procedures/fit_check.h"
+#include "fit/run/fit_check.h"
 
 #include "expr/names.h"
 #include "fit/definition/fit_result.h"

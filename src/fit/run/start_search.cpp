@@ -1,7 +1,7 @@
-#include "fit/procedures/start_search.h"
+#include "fit/run/start_search.h"
 
-#include "fit/procedures/scattered_starts.h"
 #include "fit/procedures/variable_metric.h"
+#include "fit/run/scattered_starts.h"
 
 #include <algorithm>
 #include <cmath>

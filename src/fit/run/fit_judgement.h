@@ -1,7 +1,7 @@
 // Whether what a run has found deserves to be believed.
 #pragma once
 
-#include "fit/procedures/local_fit.h"
+#include "fit/run/local_fit.h"
 
 namespace lumoplot {
 

@@ -1,4 +1,4 @@
-#include "fit/procedures/certified.h"
+#include "fit/run/certified.h"
 
 #include "support/number_text.h"
 

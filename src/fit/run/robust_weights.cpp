@@ -1,4 +1,4 @@
-#include "fit/procedures/robust_weights.h"
+#include "fit/run/robust_weights.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "fit/procedures/local_fit.h"
+#include "fit/run/local_fit.h"
 
 #include "fit/procedures/minimiser.h"
 #include "fit/procedures/variable_metric.h"

@@ -1,4 +1,4 @@
-#include "fit/procedures/fit_remarks.h"
+#include "fit/run/fit_remarks.h"
 
 #include "fit/procedures/jacobi.h"
 #include "support/number_text.h"
