@@ -7,7 +7,7 @@
 #include "sources/text/number_evidence.h"
 #include "sources/text/text_columns.h"
 #include "sources/text/text_window.h"
-#include "sources/text/unit_names.h"
+#include "sources/cells/unit_names.h"
 #include "support/errors.h"
 
 #include <algorithm>
