@@ -1,10 +1,12 @@
 #include "cli/data_input.h"
 
 #include "cli/arguments.h"
+#include "cli/read_as.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/default_look.h"
+#include "sources/report/text_explanation.h"
 #include "support/errors.h"
 
 #include <QFileInfo>
@@ -62,11 +64,21 @@ bool HasEqualNeighbours(const TDataSeries& series) {
 }
 
 // Nothing is left out silently.
-void ReportSkippedRows(const std::string& file, const TTextReport& report) {
-    if (report.rowsSkipped == 0) return;
+void ReportSkippedRows(const TDataOptions& options, const TTextReport& report) {
+    if (report.rowsSkipped == 0 || options.text.explain) return;
     const std::string first = report.messages.empty() ? "" : ", the first: " + report.messages.front();
-    PrintMessage(file + ": " + std::to_string(report.rowsSkipped) +
+    PrintMessage(options.file + ": " + std::to_string(report.rowsSkipped) +
                  (report.rowsSkipped == 1 ? " row was skipped" : " rows were skipped") + first);
+}
+
+// Fixes the second best reading of the whole file.
+void KeepOtherReading(const std::string& file, TDSInfo& info, TTextWishes& wishes) {
+    TDataSeries series;
+    series.DataSourceInfo() = info;
+    TSilentProgress progress;
+    const TTextReport report = LoadTextSeries(series, file, {}, progress);
+    if (!report.readings.runnerUp) throw EFileError(file + " can be read in one way only");
+    KeepReading(report.readings.runnerUp->format, info, wishes);
 }
 
 void SetTitle(TAxis& axis, const std::string& title) {
@@ -75,12 +87,13 @@ void SetTitle(TAxis& axis, const std::string& title) {
 
 void LoadTextSeriesInto(TxyGraph& graph, TSeries& series, const TDataOptions& options) {
     const TTextReport report = LoadTextData(series, options.file, options.text);
-    ReportSkippedRows(options.file, report);
+    ReportSkippedRows(options, report);
     ApplyDefaultStyle(series);
     const TTextFormat& format = report.readings.best.format;
     if (format.xColumn >= 0)
-        SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].name);
-    SetTitle(*graph.YAxis(), report.yName);
+        SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].Title());
+    const auto y = static_cast<std::size_t>(format.yColumn);
+    SetTitle(*graph.YAxis(), report.yName.empty() ? report.yName : format.columns[y].Title());
 }
 
 // What a person sees who opens the file in the host application.
@@ -110,6 +123,14 @@ void AddTextOptions(CLI::App& command, TTextOptions& options) {
         ->type_name("X,Y")
         ->group(group);
     AddCount(command, "--every", options.every, 1, "Use every N-th row")->group(group);
+    command
+        .add_option(
+            "--read-as", options.readAs,
+            "other: the second best reading; or parts of one as --explain names them, divided by commas")
+        ->type_name("READING")
+        ->group(group);
+    command.add_flag("--explain", options.explain, "Say on standard error how the file is read")
+        ->group(group);
     command.add_flag("--merge", options.merge, "Merge rows with equal X instead of keeping all")
         ->group(group);
 }
@@ -123,8 +144,14 @@ void AddDataOptions(CLI::App& command, TDataOptions& options) {
 TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {
     series.DataSourceInfo() = SourceInfo(options);
     series.SetDuplicatesAllowed(!options.merge);
+    TTextLoadOptions load;
+    if (IsOther(options.readAs))
+        KeepOtherReading(file, series.DataSourceInfo(), load.wishes);
+    else if (!options.readAs.empty())
+        ReadAs(options.readAs, series.DataSourceInfo(), load.wishes);
     TSilentProgress progress;
-    TTextReport report = LoadTextSeries(series, file, {}, progress);
+    TTextReport report = LoadTextSeries(series, file, load, progress);
+    if (options.explain) PrintMessage(file + ": " + Explain(report).Line());
     series.DataSourceInfo() = TDSInfo();
     series.SetDuplicatesAllowed(HasEqualNeighbours(series));
     return report;
@@ -158,7 +185,7 @@ TDataInput::TDataInput(const TDataOptions& options) {
     if (fromText && options.set.value_or(1) != 1) throw EFileError(options.file + " holds one data set only");
     if (fromText) {
         m_textSeries = std::make_unique<TDataSeries>();
-        ReportSkippedRows(options.file, LoadTextData(*m_textSeries, options.file, options.text));
+        ReportSkippedRows(options, LoadTextData(*m_textSeries, options.file, options.text));
         m_series = m_textSeries.get();
     } else {
         m_graph = LoadGraph(options);

@@ -22,7 +22,9 @@ struct TTextOptions {
     std::string xColumn; ///< a number from 1, 0 for the row number, or a header name
     std::string yColumn; ///< a number from 1, or a header name
     std::optional<int> every;
-    bool merge = false; ///< rows with equal X become one point
+    std::string readAs;   ///< "other", or parts of a description; empty: as it is found
+    bool explain = false; ///< one line on standard error tells how the file is read
+    bool merge = false;   ///< rows with equal X become one point
 };
 void AddTextOptions(CLI::App& command, TTextOptions& options);
 

@@ -1,5 +1,7 @@
 #include "cli/text_document.h"
 
+#include "sources/report/text_explanation.h"
+
 namespace lumoplot {
 namespace {
 
@@ -22,7 +24,7 @@ int ColumnNumber(int column) {
 TDocument ColumnsDocument(const TTextFormat& format) {
     TDocument columns = TDocument::array();
     for (const TTextColumn& column : format.columns)
-        columns.push_back({{"Name", column.name}, {"Kind", KindName(column.kind)}});
+        columns.push_back({{"Name", column.name}, {"Unit", column.unit}, {"Kind", KindName(column.kind)}});
     return columns;
 }
 
@@ -30,6 +32,7 @@ TDocument ColumnsDocument(const TTextFormat& format) {
 
 TDocument TextDocument(const TTextReport& report) {
     const TTextFormat& format = report.readings.best.format;
+    const TTextExplanation explanation = Explain(report);
     TDocument document = {{"Format", Describe(format)},
                           {"Separators", format.separators},
                           {"DecimalSign", std::string(1, format.decimalSign)},
@@ -40,7 +43,9 @@ TDocument TextDocument(const TTextReport& report) {
                           {"RowsUsed", report.rowsUsed},
                           {"RowsSkipped", report.rowsSkipped},
                           {"RowsMerged", report.rowsMerged},
-                          {"Messages", report.messages}};
+                          {"Messages", report.messages},
+                          {"LeftOut", explanation.leftOut},
+                          {"Notes", explanation.notes}};
     if (format.timeColumn >= 0) document["TimeColumn"] = ColumnNumber(format.timeColumn);
     if (report.readings.runnerUp) document["OtherReading"] = Describe(report.readings.runnerUp->format);
     return document;

@@ -1,7 +1,7 @@
 #include "sources/text/header_rows.h"
 
 #include "sources/cells/folded_text.h"
-#include "sources/text/unit_names.h"
+#include "sources/cells/unit_names.h"
 
 #include <algorithm>
 #include <cmath>

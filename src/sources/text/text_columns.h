@@ -24,9 +24,9 @@ int ColumnNamed(const TTextFormat& format, std::string_view name);
 std::string ColumnNameList(const TTextFormat& format);
 
 /// Why columns are neither X nor Y: "column 3 (remark) holds text", "column 1 (No.) only counts the rows".
-XYGRAPH_EXPORT std::vector<std::string> LeftOutColumns(const TTextFormat& format);
+std::vector<std::string> LeftOutColumns(const TTextFormat& format);
 
 /// The columns of numbers, from 0, that are neither X nor Y but could be.
-XYGRAPH_EXPORT std::vector<int> OtherColumns(const TTextFormat& format);
+std::vector<int> OtherColumns(const TTextFormat& format);
 
 } // namespace lumoplot

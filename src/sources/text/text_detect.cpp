@@ -1,5 +1,6 @@
 #include "sources/text/text_detect.h"
 
+#include "sources/cells/unit_names.h"
 #include "sources/text/aligned_fields.h"
 #include "sources/text/column_roles.h"
 #include "sources/text/date_evidence.h"
@@ -7,7 +8,6 @@
 #include "sources/text/number_evidence.h"
 #include "sources/text/text_columns.h"
 #include "sources/text/text_window.h"
-#include "sources/text/unit_names.h"
 #include "support/errors.h"
 
 #include <algorithm>

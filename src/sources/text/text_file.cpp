@@ -1,5 +1,6 @@
 #include "sources/text/text_file.h"
 
+#include "sources/packed/file_signature.h"
 #include "support/code_page.h"
 #include "support/errors.h"
 
@@ -95,18 +96,34 @@ void TTextFile::Open(const TTextSource& source) {
         if (!info.exists()) refuse("there is no such file");
         if (info.isDir()) refuse("it is a directory");
         if (!info.isFile()) refuse("it is no regular file");
-        m_file = std::make_unique<QFile>(info.filePath());
+        auto file = std::make_unique<QFile>(info.filePath());
+        if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            refuse(file->errorString().toStdString());
+        auto compressed = TCompressedFile::Open(file);
+        m_compressed = compressed.get();
+        if (compressed)
+            m_file = std::move(compressed);
+        else
+            m_file = std::move(file);
+        return;
     }
     if (!m_file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         refuse(m_file->errorString().toStdString());
 }
 
+std::int64_t TTextFile::Position() const {
+    return m_compressed ? m_compressed->RawPosition() : m_position;
+}
+
 TTextFile::TTextFile(const TTextSource& source) : m_name(source.Name) {
     Open(source);
-    m_size = m_file->size();
+    m_size = m_compressed ? m_compressed->RawSize() : m_file->size();
     if (m_size == 0) throw EFileError("File " + m_name + " is empty");
     std::string first(kFirstBytes, '\0');
     first.resize(ReadBytes(first.data(), first.size()));
+    if (first.empty()) throw EFileError("File " + m_name + " is empty");
+    if (const auto kind = KnownBinary(first); !kind.empty())
+        throw EFileError("File " + m_name + " is no text file but " + kind);
     Restart(FindEncoding(first));
 }
 

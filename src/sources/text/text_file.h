@@ -3,6 +3,7 @@
 // who reads it, not a crash.
 #pragma once
 
+#include "sources/packed/compressed_file.h"
 #include "sources/text/text_format.h"
 
 #include <QIODevice>
@@ -30,15 +31,16 @@ struct TTextSource {
 
 class TTextFile {
 public:
-    /// Opens the source and finds its encoding. Throws EFileError "Can not open file NAME: …" and "File NAME
-    /// is empty".
+    /// Opens the source and finds its encoding; of a gzip or Zstandard file what is in it is read. Throws
+    /// EFileError "Can not open file NAME: …", "File NAME is empty" and "File NAME is no text file but …".
     explicit TTextFile(const TTextSource& source);
 
     const std::string& Name() const { return m_name; }
     TTextEncoding Encoding() const { return m_encoding; }
-    /// Bytes in the file when it was opened, and how many of them have been read.
+    /// Bytes in the file when it was opened, and how many of them have been read; compressed ones where it
+    /// is.
     std::int64_t Size() const { return m_size; }
-    std::int64_t Position() const { return m_position; }
+    std::int64_t Position() const;
 
     /// Starts again at the front, behind the byte order mark, reading it in that encoding.
     void Restart(TTextEncoding encoding);
@@ -59,6 +61,7 @@ private:
 
     std::string m_name;
     std::unique_ptr<QIODevice> m_file;
+    const TCompressedFile* m_compressed = nullptr; ///< that file when it is compressed
     TTextEncoding m_encoding = TTextEncoding::Utf8;
     std::int64_t m_size = 0;
     std::int64_t m_position = 0;

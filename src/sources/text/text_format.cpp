@@ -18,7 +18,7 @@ std::string SeparatorName(char separator) {
 
 std::string SeparatorText(const TTextFormat& format) {
     if (format.columnWidth > 0) return "columns of " + std::to_string(format.columnWidth) + " characters";
-    if (format.separators.empty()) return "one column";
+    if (format.separators.empty() || format.separators == "\n") return "one column";
     if (!format.fields.empty()) return "aligned columns";
     if (format.separators == " \t") return "blanks";
     std::string text;

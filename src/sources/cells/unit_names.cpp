@@ -1,4 +1,4 @@
-#include "sources/text/unit_names.h"
+#include "sources/cells/unit_names.h"
 
 #include "support/number_text.h"
 

@@ -1,0 +1,66 @@
+// Any text is read or refused with a message, and of what is read every chosen row is a point or told.
+#include "sources/report/text_explanation.h"
+#include "sources/text/text_preview.h"
+#include "support/errors.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+using namespace lumoplot;
+
+void Require(bool condition) {
+    if (!condition) std::abort();
+}
+
+// The last byte chooses what a user has said beforehand.
+TDSInfo InfoOf(std::uint8_t choice) {
+    TDSInfo info;
+    if (choice % 16 == 1) info.SetDivideTextByWidth(true);
+    if (choice % 16 == 2) info.SetTextSeparators(";");
+    if (choice % 16 == 3) info.SetFileHasHeaders(choice / 16);
+    if (choice % 16 == 4) info.SetXDataColumn("2");
+    if (choice % 16 == 5) info.SetRowChoiceMode(TRowChoice::ByX);
+    return info;
+}
+
+void Load(const TTextSource& source, const TDSInfo& info, const TTextWishes& wishes, int budget) {
+    std::int64_t points = 0;
+    TTextLoadOptions options;
+    options.wishes = wishes;
+    options.budget = budget;
+    options.restart = [&points] { points = 0; };
+    const auto sink = [&points](std::span<const double> x, std::span<const double> y) {
+        for (std::size_t i = 0; i < x.size(); ++i) Require(std::isfinite(x[i]) && std::isfinite(y[i]));
+        points += static_cast<std::int64_t>(x.size());
+    };
+    TSilentProgress progress;
+    const TTextReport report = LoadText(source, info, options, sink, progress);
+    Require(report.rowsUsed == points && report.rowsUsed > 0);
+    if (info.RowChoiceMode() == TRowChoice::All && report.samplingFrequency == 1)
+        Require(report.rowsChosen == report.rowsUsed + report.rowsSkipped ||
+                report.readings.best.format.midnight == TMidnight::RunsOn);
+    Require(!Explain(report).Line().empty());
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    const std::uint8_t choice = data[size - 1];
+    const TTextSource source("text", std::string(reinterpret_cast<const char*>(data), size - 1));
+    TDSInfo info = InfoOf(choice);
+    TTextWishes wishes;
+    try {
+        const TTextPreview preview = PreviewText(source, info, 20);
+        Require(preview.rows.size() <= 20);
+        Load(source, info, wishes, choice & 0x40 ? 5 : 0);
+        if (!preview.readings.runnerUp) return 0;
+        KeepReading(preview.readings.runnerUp->format, info, wishes);
+        Load(source, info, wishes, 0);
+    } catch (const ELumoError&) {
+    }
+    return 0;
+}

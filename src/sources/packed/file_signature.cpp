@@ -1,0 +1,63 @@
+#include "sources/packed/file_signature.h"
+
+namespace lumoplot {
+namespace {
+
+using namespace std::string_view_literals;
+
+struct TSignature {
+    std::string_view bytes;
+    const char* what;
+};
+
+constexpr const char* kSheet = "save the sheet as CSV and open that";
+
+constexpr TSignature kSignatures[] = {
+    {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv,
+     "a document of an office program (.xls, .doc): save its table as CSV and open that"},
+    {"SQLite format 3\0"sv, "a database (SQLite): export the table as CSV and open that"},
+    {"\0\1\0\0Standard "sv, "a database (.mdb, .accdb): export the table as CSV and open that"},
+    {"%PDF-"sv, "a document (PDF): copy its table into a text file and open that"},
+    {"\x89PNG"sv, "a picture (PNG)"},
+    {"\xFF\xD8\xFF"sv, "a picture (JPEG)"},
+    {"GIF8"sv, "a picture (GIF)"},
+    {"II*\0"sv, "a picture (TIFF)"},
+    {"MM\0*"sv, "a picture (TIFF)"},
+    {"BZh"sv, "compressed (bzip2): unpack it and open what is in it"},
+    {"\xFD"
+     "7zXZ"sv,
+     "compressed (xz): unpack it and open what is in it"},
+    {"7z\xBC\xAF"sv, "an archive (7z): unpack it and open what is in it"},
+    {"Rar!"sv, "an archive (RAR): unpack it and open what is in it"},
+    {"\x89HDF"sv, "a data file (HDF5): export the data as CSV and open that"},
+    {"CDF\1"sv, "a data file (NetCDF): export the data as CSV and open that"},
+    {"CDF\2"sv, "a data file (NetCDF): export the data as CSV and open that"},
+    {"MATLAB 5.0 MAT-file"sv, "a data file (.mat): export the data as CSV and open that"},
+    {"PAR1"sv, "a data file (Parquet): export the data as CSV and open that"},
+    {"ARROW1"sv, "a data file (Arrow): export the data as CSV and open that"},
+    {"TDSm"sv, "a data file (.tdms): export the data as CSV and open that"},
+    {"\x7F"
+     "ELF"sv,
+     "a program"},
+    {"{\\rtf"sv, "a document (RTF): save it as plain text and open that"},
+};
+
+std::string KindOfZip(std::string_view bytes) {
+    const auto holds = [bytes](std::string_view name) { return bytes.find(name) != std::string_view::npos; };
+    if (holds("opendocument.spreadsheet")) return std::string("a spreadsheet (.ods): ") + kSheet;
+    if (holds("xl/")) return std::string("a spreadsheet (.xlsx): ") + kSheet;
+    if (holds("word/") || holds("opendocument.text"))
+        return "a text document: copy its table into a text file and open that";
+    return "an archive (zip): unpack it and open what is in it";
+}
+
+} // namespace
+
+std::string KnownBinary(std::string_view firstBytes) {
+    if (firstBytes.starts_with("PK\3\4")) return KindOfZip(firstBytes);
+    for (const TSignature& signature : kSignatures)
+        if (firstBytes.starts_with(signature.bytes)) return signature.what;
+    return {};
+}
+
+} // namespace lumoplot
