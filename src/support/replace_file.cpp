@@ -1,5 +1,6 @@
 #include "support/replace_file.h"
 
+#include "support/code_page.h"
 #include "support/errors.h"
 
 #include <array>
@@ -11,6 +12,7 @@
 #if defined(_WIN32)
 #include <io.h>
 #else
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -53,31 +55,85 @@ bool WriteBytes(std::FILE* file, std::span<const std::uint8_t> bytes) {
 
 bool WriteInPlace(const fs::path& path, std::span<const std::uint8_t> bytes) {
     TFile file = OpenFile(path, TOpenMode::Write);
-    return file && WriteBytes(file.get(), bytes) && std::fclose(file.release()) == 0;
+    const bool written = file && WriteBytes(file.get(), bytes) && FlushToDisk(file.get());
+    return written && std::fclose(file.release()) == 0;
 }
 
-// Nobody else's file is overwritten: the name beside the target must be new.
-std::pair<TFile, fs::path> CreateBeside(const fs::path& target) {
+std::vector<std::uint8_t> ReadAll(std::FILE* file) {
+    std::vector<std::uint8_t> bytes;
+    std::array<std::uint8_t, 65536> buffer;
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file))
+        bytes.insert(bytes.end(), buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
+    return bytes;
+}
+
+// Nobody else's file is overwritten: the name must be new. It is cut, as names may have 255 bytes.
+std::pair<TFile, fs::path> CreateLike(const fs::path& target, const fs::path& folder) {
+    constexpr std::size_t kLongestStart = 200;
+    const std::u8string name = target.filename().u8string();
+    const std::string start(
+        CutUtf8({reinterpret_cast<const char*>(name.data()), name.size()}, kLongestStart));
     for (int attempt = 0; attempt < 100; ++attempt) {
-        fs::path beside = target;
-        beside += ".new" + std::to_string(attempt);
-        if (TFile file = OpenFile(beside, TOpenMode::CreateNew)) return {std::move(file), beside};
+        fs::path created = folder / PathOf(start + ".new" + std::to_string(attempt));
+        if (TFile file = OpenFile(created, TOpenMode::CreateNew)) return {std::move(file), created};
     }
     return {};
 }
 
-bool WriteBesideAndRename(const fs::path& target, std::span<const std::uint8_t> bytes) {
-    auto [file, beside] = CreateBeside(target);
-    if (!file) return false;
+enum class TReplacing { Done, Failed, NoPlaceBeside };
+
+TReplacing WriteBesideAndRename(const fs::path& target, std::span<const std::uint8_t> bytes) {
+    auto [file, beside] = CreateLike(target, target.parent_path());
+    if (!file) return TReplacing::NoPlaceBeside;
     std::error_code error;
     if (const fs::file_status old = fs::status(target, error); fs::exists(old))
         fs::permissions(beside, old.permissions(), error);
     const bool written = WriteBytes(file.get(), bytes) && FlushToDisk(file.get());
     const bool closed = std::fclose(file.release()) == 0;
     if (written && closed) fs::rename(beside, target, error);
-    if (written && closed && !error) return true;
+    if (written && closed && !error) return TReplacing::Done;
     fs::remove(beside, error);
+    return TReplacing::Failed;
+}
+
+// The old content is kept in the folder for temporary files until the new one is complete; where neither can
+// be written in the end, it stays there.
+bool WriteInPlaceSafely(const fs::path& target, std::span<const std::uint8_t> bytes) {
+    TFile old = OpenFile(target, TOpenMode::Read);
+    if (!old) return false;
+    const std::vector<std::uint8_t> oldBytes = ReadAll(old.get());
+    if (std::ferror(old.get())) return false;
+    old.reset();
+    auto [file, aside] = CreateLike(target, fs::temp_directory_path());
+    if (!file) return false;
+    std::error_code error;
+    fs::permissions(aside, fs::perms::owner_read | fs::perms::owner_write, error);
+    const bool saved = WriteBytes(file.get(), oldBytes) && FlushToDisk(file.get());
+    file.reset();
+    const bool done = saved && WriteInPlace(target, bytes);
+    if (done || !saved || WriteInPlace(target, oldBytes)) fs::remove(aside, error);
+    return done;
+}
+
+// A new file would not be the one that other names or another owner have.
+bool IsSharedWithOthers(const fs::path& target) {
+    std::error_code error;
+    if (fs::hard_link_count(target, error) > 1 && !error) return true;
+#if defined(_WIN32)
     return false;
+#else
+    struct stat status = {};
+    return stat(target.c_str(), &status) == 0 && status.st_uid != geteuid();
+#endif
+}
+
+// What a link names, also where that does not exist yet.
+fs::path Followed(fs::path target) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int i = 0; i < kMostLinks && fs::is_symlink(fs::symlink_status(target, error)); ++i)
+        target = target.parent_path() / fs::read_symlink(target, error);
+    return target;
 }
 
 // An existing file is opened for writing once before it is replaced: a rename would also succeed on a file
@@ -91,15 +147,18 @@ bool MayBeWritten(const fs::path& target) {
 }
 
 bool Replace(const std::string& name, std::span<const std::uint8_t> bytes) {
+    if (name.empty()) return false;
     std::error_code error;
-    fs::path target = PathOf(name);
+    const fs::path target = Followed(PathOf(name));
     const fs::file_status status = fs::status(target, error);
-    if (!fs::exists(status)) return !name.empty() && WriteBesideAndRename(target, bytes);
+    if (!fs::exists(status)) return WriteBesideAndRename(target, bytes) == TReplacing::Done;
     if (fs::is_directory(status)) return false;
     if (!fs::is_regular_file(status)) return WriteInPlace(target, bytes);
-    const fs::path resolved = fs::canonical(target, error);
-    if (!error) target = resolved;
-    return MayBeWritten(target) && WriteBesideAndRename(target, bytes);
+    if (!MayBeWritten(target)) return false;
+    if (IsSharedWithOthers(target)) return WriteInPlaceSafely(target, bytes);
+    const TReplacing replacing = WriteBesideAndRename(target, bytes);
+    return replacing == TReplacing::Done ||
+           (replacing == TReplacing::NoPlaceBeside && WriteInPlaceSafely(target, bytes));
 }
 
 } // namespace
@@ -118,11 +177,7 @@ std::vector<std::uint8_t> ReadWholeFile(const std::string& name) {
     std::error_code error;
     TFile file = fs::is_directory(path, error) ? nullptr : OpenFile(path, TOpenMode::Read);
     if (!file) throw EFileError("Can not open file " + name);
-    std::vector<std::uint8_t> bytes;
-    if (const auto size = fs::file_size(path, error); !error) bytes.reserve(static_cast<std::size_t>(size));
-    std::array<std::uint8_t, 65536> buffer;
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file.get()))
-        bytes.insert(bytes.end(), buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(count));
+    const std::vector<std::uint8_t> bytes = ReadAll(file.get());
     if (std::ferror(file.get())) throw EFileError("Can not read file " + name);
     return bytes;
 }

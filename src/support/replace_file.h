@@ -1,5 +1,7 @@
 // Files are replaced whole: the bytes go to a file beside the target, are flushed to the disk, and take the
-// target's name only when complete. A full disk or a crash leaves the old file.
+// target's name only when complete. A full disk or a crash leaves the old file. A file that has other names
+// or another owner, or lies in a folder that takes no new file, is written in place while its old content is
+// kept in the folder for temporary files.
 #pragma once
 
 #include "support/export.h"

@@ -6,6 +6,10 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
+
 namespace lumoplot {
 namespace {
 
@@ -38,6 +42,44 @@ TEST_F(ReplaceFileTest, ALinkKeepsPointingAtItsFile) {
     EXPECT_TRUE(std::filesystem::is_symlink(NameOf("link")));
     EXPECT_EQ(ReadWholeFile(NameOf("real")), BytesOf("new"));
 }
+
+TEST_F(ReplaceFileTest, ALinkMayNameAFileThatIsNotThereYetAndAFileMayHaveTwoNames) {
+    std::error_code error;
+    std::filesystem::create_symlink("later", NameOf("link"), error);
+    if (error) GTEST_SKIP() << "no links on this file system";
+    ReplaceFile(NameOf("link"), BytesOf("first"));
+    EXPECT_EQ(ReadWholeFile(NameOf("later")), BytesOf("first"));
+    std::filesystem::create_hard_link(NameOf("later"), NameOf("second name"));
+    ReplaceFile(NameOf("later"), BytesOf("new"));
+    EXPECT_EQ(ReadWholeFile(NameOf("second name")), BytesOf("new"));
+}
+
+TEST_F(ReplaceFileTest, NamesMayBeAsLongAsTheSystemTakesThem) {
+    for (const std::size_t length : {1, 250, 251, 255}) {
+        const std::string name = NameOf(std::string(length, 'n').c_str());
+        ReplaceFile(name, BytesOf("first"));
+        ReplaceFile(name, BytesOf("second"));
+        EXPECT_EQ(ReadWholeFile(name), BytesOf("second")) << length;
+    }
+}
+
+#if !defined(_WIN32)
+TEST_F(ReplaceFileTest, AWritableFileInAProtectedFolderIsReplaced) {
+    using std::filesystem::perms;
+    const std::string name = NameOf("plot.ltp");
+    ReplaceFile(name, BytesOf("a longer old content"));
+    std::filesystem::permissions(name, static_cast<perms>(0666));
+    std::filesystem::permissions(m_folder.path().toStdString(), static_cast<perms>(0555));
+    const bool isRoot = geteuid() == 0; // whom no permission holds back
+    if (isRoot && seteuid(65534) != 0) GTEST_SKIP() << "no other user";
+    EXPECT_NO_THROW(ReplaceFile(name, BytesOf("new")));
+    EXPECT_THROW(ReplaceFile(NameOf("other.ltp"), BytesOf("new")), EFileError);
+    EXPECT_TRUE(!isRoot || seteuid(0) == 0);
+    std::filesystem::permissions(m_folder.path().toStdString(), perms::owner_all);
+    EXPECT_EQ(ReadWholeFile(name), BytesOf("new"));
+    EXPECT_EQ(std::filesystem::status(name).permissions(), static_cast<perms>(0666));
+}
+#endif
 
 TEST_F(ReplaceFileTest, WhatCannotBeWrittenIsNamedInTheError) {
     std::vector<std::string> names = {"", NameOf("."), NameOf("missing/plot.ltp")};
