@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "cli/procedure_names.h"
+#include "expr/names.h"
 #include "fit/run/curve_fitter.h"
 #include "fit/run/fit_statistics.h"
 #include "support/errors.h"
@@ -116,6 +117,9 @@ private:
 
     static void AddParameter(TCurFit& fit, const std::string& text) {
         const auto [name, value] = Halves("--param", text);
+        if (!IsName(name)) throw EUsage("--param: '" + name + "' is not a name");
+        if (LowerCased(name) == LowerCased(fit.XVarName()))
+            throw EUsage("--param: '" + name + "' is the variable");
         if (fit.IsParameter(name)) throw EUsage("--param: '" + name + "' is there twice");
         auto parameter = std::make_unique<TDBLParameter>();
         parameter->SetName(name);

@@ -3,6 +3,7 @@
 #include "cli/data_input.h"
 #include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
+#include "data/analysis/spline.h"
 #include "fit/definition/cur_fit.h"
 #include "support/errors.h"
 
@@ -31,6 +32,7 @@ struct TRegressCommand {
         series.CalcRegression();
         if (IsOfType(TRegressionType::SampledCurve) && !series.CurveFit().Selected())
             throw EFileError(data.file + " holds no equation of a curve fit");
+        if (!HasResult(series)) throw EFileError(data.file + ": " + ReasonWithoutResult(series));
         PrintResult(series, input);
     }
 
@@ -38,6 +40,20 @@ private:
     bool IsOfType(TRegressionType wanted) const { return *type == static_cast<int>(wanted); }
     bool IsSampled() const {
         return IsOfType(TRegressionType::Spline) || IsOfType(TRegressionType::SampledCurve);
+    }
+
+    bool HasResult(const TDataSeries& series) const {
+        if (IsSampled()) return !series.RegressionCurve().empty();
+        return *type > kLastTypeWithCoefficients ? series.Count() > 0 : series.RegressionLine() != nullptr;
+    }
+
+    std::string ReasonWithoutResult(const TDataSeries& series) const {
+        const int samples = series.RegressionControlValue1();
+        if (IsSampled() && (samples < 1 || samples > kMostCurveSamples))
+            return "there is no curve of " + std::to_string(samples) + " samples";
+        if (IsOfType(TRegressionType::Spline) && series.DuplicatesAllowed())
+            return "there is no spline through points with equal X";
+        return "there are too few points with different X";
     }
 
     // A sampled curve has a grid of its own; what a spline derives at the points are second derivatives.
@@ -87,7 +103,8 @@ void AddRegressCommand(CLI::App& program) {
                    "  7  running average; --value2 is 1 / window\n"
                    "Prints the coefficients of types 1 to 3 (derived = c2 x^2 + c1 x + c0), then a line\n"
                    "with x and the derived value for each point, or for each sample of types 4 and 5.\n"
-                   "Below 1 and above 1000000 samples there is no curve.");
+                   "Below 1 and above 1000000 samples there is no curve, nor a spline through points\n"
+                   "with equal X.");
     command.callback([regress] { regress->Run(); });
 }
 

@@ -2,6 +2,7 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "data/analysis/statistics.h"
+#include "support/errors.h"
 
 #include <memory>
 
@@ -40,6 +41,8 @@ struct TStatsCommand {
         const double within = tolerance.value_or(input.Series().NumericalTolerance());
         const TStatistics x = ComputeStatistics(input.X(), within, TValueOrder::AsWalked);
         const TStatistics y = ComputeStatistics(input.Y(), within);
+        for (const TStatistics* statistics : {&x, &y})
+            if (statistics->Failed) throw EFileError(data.file + ": " + statistics->Message);
         Print({{"x", StatisticsDocument(x)}, {"y", StatisticsDocument(y)}}, form);
     }
 };

@@ -119,8 +119,9 @@ void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState
     series.SetUpdateDepth(true);
     if (!state.SameContent(present)) RestoreContent(series, state, present);
     series.RestoreExtents(state.Extents);
-    series.CurveFit().RestoreRunState(state.FitRun);
     RestoreRegression(series, state.RegressionStale);
+    series.RestoreExtents(state.Extents); // sampling the curve of a fit has brought them up to date
+    series.CurveFit().RestoreRunState(state.FitRun);
     series.SetTextWishes(state.TextWishes);
     series.SetSourceRows(state.SourceRows);
     series.SetThinned(state.IsThinned);

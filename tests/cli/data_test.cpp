@@ -19,8 +19,6 @@ TEST_F(Data, StatisticsOfXAndY) {
             EXPECT_DOUBLE_EQ(values[name].toDouble(-1), value) << axis << ' ' << name;
         EXPECT_EQ(values["message"].toString(), "");
     }
-    const QJsonObject one = RunForJson({"stats", WithText("one.csv", "1,4\n")})["y"].toObject();
-    EXPECT_EQ(one["message"].toString(), "No Statistics are available unless more than one point exists");
 }
 
 TEST_F(Data, TheToleranceDecidesTheMode) {
@@ -76,10 +74,27 @@ TEST_F(Data, RegressionsGiveCoefficientsAndDerivedValues) {
               "0\t1\n1\t2\n2\t4\n4\t7\n");
 }
 
-// There is no spline through points with equal X, wherever they stand.
-TEST_F(Data, EqualXIsFoundAnywhereInTheFile) {
-    const TArguments spline = {"regress", WithText("a.csv", "0,1\n1,3\n2,5\n2,6\n4,9\n"), "--type", "4"};
-    EXPECT_EQ(RunProgram(spline).out, "");
+TEST_F(Data, WhatHasNoResultFailsAndSaysWhy) {
+    struct TCase {
+        const char* text;
+        TArguments arguments; ///< behind which the file comes
+        const char* reason;
+    };
+    const char* tied = "0,1\n1,3\n2,5\n2,6\n4,9\n"; // wherever they stand
+    const TCase cases[] = {
+        {tied, {"regress", "--type", "4"}, "there is no spline through points with equal X"},
+        {"0,1\n1,2\n2,4\n", {"regress", "--type", "4", "--value1", "0"}, "there is no curve of 0 samples"},
+        {"1,4\n", {"regress", "--type", "4"}, "there are too few points with different X"},
+        {"1,4\n", {"stats"}, "No Statistics are available unless more than one point exists"},
+    };
+    for (const TCase& c : cases) {
+        TArguments arguments = c.arguments;
+        arguments.push_back(WithText("a.csv", c.text));
+        const TRunResult result = RunProgram(arguments);
+        EXPECT_EQ(result.status, 1) << c.reason;
+        EXPECT_EQ(result.out, "") << c.reason;
+        EXPECT_NE(result.error.find(c.reason), std::string::npos) << result.error;
+    }
 }
 
 } // namespace

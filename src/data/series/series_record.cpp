@@ -2,6 +2,7 @@
 
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_run_text.h"
 
 #include <vector>
 
@@ -27,6 +28,26 @@ constexpr TSectionRow<S> CurveFitRow(int key) {
 }
 
 constexpr std::size_t kPointsPerPart = 4096;
+constexpr int kFitRunKey = 70;
+
+std::string FitRun(const S& series) {
+    return FitRunText(series.CurveFit().RunState());
+}
+
+void SetFitRun(S& series, const std::string& text) {
+    series.CurveFit().RestoreRunState(FitRunOf(text));
+}
+
+bool HasFitRun(const S& series) {
+    return series.CurveFit().Result() || !series.CurveFit().FitError().empty();
+}
+
+// The run was on the points, and means nothing without them.
+void WriteSettings(TxyWriter& writer, const S& series, bool withPoints) {
+    for (const auto& row : SeriesRecordRows())
+        if (IsWritten(row, series) && (withPoints || row.key != kFitRunKey)) row.write(writer, row, series);
+    writer.WriteEndOfSection();
+}
 
 } // namespace
 
@@ -65,12 +86,13 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         CurveFitRow<&TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45),
         Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
         Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
+        Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun", nullptr, &HasFitRun),
     };
     return kRows;
 }
 
 void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
-    WriteEntries(writer, SeriesRecordRows(), *this);
+    WriteSettings(writer, *this, withPoints);
     writer.WritePointHeader(withPoints ? Count() : 0);
     if (!withPoints) return;
     for (std::size_t i = 0; i < Points().BlockCount(); ++i)
@@ -78,15 +100,20 @@ void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
 }
 
 void TDataSeries::ReadFromStream(TxyReader& reader) {
+    CurveFit().RestoreRunState(FitRunOf({}));
     ReadEntries(reader, SeriesRecordRows(), *this);
     DataSourceInfo().SetNeedsReload(false);
+    const TFitRunState fitRun = CurveFit().RunState();
+    const int before = Count();
+    const int filed = reader.ReadPointHeader();
     std::vector<double> xs, ys;
-    for (auto left = static_cast<std::size_t>(reader.ReadPointHeader()); left > 0; left -= xs.size()) {
+    for (auto left = static_cast<std::size_t>(filed); left > 0; left -= xs.size()) {
         xs.resize(std::min(left, kPointsPerPart));
         ys.resize(xs.size());
         reader.ReadPoints(xs, ys);
         for (std::size_t i = 0; i < xs.size(); ++i) AddPoint(xs[i], ys[i]);
     }
+    if (before == 0 && Count() == filed) CurveFit().RestoreRunState(fitRun);
 }
 
 } // namespace lumoplot

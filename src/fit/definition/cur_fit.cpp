@@ -20,7 +20,7 @@ void TellAlreadyDefined(const std::string& name) {
 
 void TDBLParameter::SetName(const std::string& name) {
     if (name.empty() || name == m_name) return;
-    if (m_owner && m_owner->IsParameter(name) && !EqualNames(name, m_name)) return TellAlreadyDefined(name);
+    if (m_owner && m_owner->IsParameter(name)) return TellAlreadyDefined(name);
     m_name = name;
     if (m_owner) m_owner->Changed(true);
 }
@@ -198,6 +198,7 @@ TDBLFunction* TCurFit::Template(int number) const {
 
 void TCurFit::AddTemplate(std::unique_ptr<TDBLFunction> function) {
     m_templates.push_back(std::move(function));
+    MarkTemplatesChanged();
 }
 
 void TCurFit::DeleteTemplate(int number) {
@@ -224,7 +225,14 @@ void TCurFit::TemplateDown(int number) {
 }
 
 void TCurFit::ClearTemplates() {
+    if (m_templates.empty()) return;
     m_templates.clear();
+    MarkTemplatesChanged();
+}
+
+void TCurFit::MarkTemplatesChanged() {
+    ++m_revision;
+    m_stale = true;
 }
 
 void TCurFit::ResetSettings() {

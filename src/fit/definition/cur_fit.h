@@ -59,7 +59,7 @@ struct TDBLFunction {
     std::string Description;
 };
 
-/// What is known of the last run of a fit, which no file holds.
+/// What is known of the last run of a fit.
 struct TFitRunState {
     bool Modified = false;
     bool Stale = false;
@@ -93,7 +93,7 @@ public:
     /// Another number after every change that may show in the curve.
     std::uint64_t Revision() const { return m_revision; }
 
-    // What is known of the last run; nothing after loading.
+    // What is known of the last run; a function file does not hold it, the file of a data set does.
 
     /// Null when there was none, or it was not possible.
     const TFitResult* Result() const { return m_result.get(); }
@@ -110,7 +110,7 @@ public:
     void TakeFailure(const std::string& error);
     /// For those who put a former state back, behind its definition; silently.
     TFitRunState RunState() const { return {m_modified, m_stale, m_result, m_fitError}; }
-    void RestoreRunState(const TFitRunState& state);
+    XYGRAPH_EXPORT void RestoreRunState(const TFitRunState& state);
 
     const std::string& XVarName() const { return m_settings.XVarName; }
     const std::string& Expression() const { return m_settings.Expression; }
@@ -167,12 +167,14 @@ public:
     // Templates are numbered from 1 in their order; numbers outside are ignored or give null.
     int NTemplates() const { return static_cast<int>(m_templates.size()); }
     XYGRAPH_EXPORT TDBLFunction* Template(int number) const;
+    /// The fit becomes stale; nothing is announced.
     XYGRAPH_EXPORT void AddTemplate(std::unique_ptr<TDBLFunction> function);
     XYGRAPH_EXPORT void DeleteTemplate(int number);
     XYGRAPH_EXPORT void TemplateToTop(int number);
     XYGRAPH_EXPORT void TemplateUp(int number);
     XYGRAPH_EXPORT void TemplateDown(int number);
-    void ClearTemplates();
+    /// As AddTemplate.
+    XYGRAPH_EXPORT void ClearTemplates();
 
     /// Gives every setting its default; parameters and templates stay.
     void ResetSettings();
@@ -193,7 +195,7 @@ public:
     /// Where the model reads x.
     double* XRef() { return &m_x; }
 
-    /// The lines of the settings report.
+    /// The lines of the settings report, with the variables and the formula as compiled, when it can be.
     XYGRAPH_EXPORT std::vector<std::string> SettingsReport();
 
     // The three composite records of a data set's and a function file's stream, each a fixed order of items.
@@ -207,7 +209,8 @@ public:
     /// The whole function file: the three records and the end mark.
     XYGRAPH_EXPORT void SaveToStream(TxyWriter& writer) const;
     /// Replaces parameters, templates and settings by what the stream holds up to its end mark; an error
-    /// leaves all as it was. With `compile` the formula is compiled when it can be.
+    /// leaves all as it was. With `compile` the formula is compiled when it can be, and Modified stays as it
+    /// is; without, it is cleared.
     void LoadFromStream(TxyReader& reader, bool compile);
     /// A function file, replaced whole. Throws as ReplaceFile does.
     XYGRAPH_EXPORT void SaveToFile(const std::string& name) const;
@@ -244,6 +247,7 @@ private:
     void NotifyDisplay();
     bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
 
+    void MarkTemplatesChanged();
     void Forget();
     void TryCompile();
 

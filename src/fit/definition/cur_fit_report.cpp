@@ -82,6 +82,7 @@ void AddVariables(TLines& lines, TCurFit& fit) {
 
 std::vector<std::string> TCurFit::SettingsReport() {
     const std::string longRule(kLongRule, '_');
+    TryCompile();
     TLines lines = {"   C F   S E T T I N G S", std::string(kShortRule, '_')};
     AddSettings(lines, *this);
     AddParameters(lines, *this);

@@ -135,9 +135,10 @@ void TCurFit::LoadFromStream(TxyReader& reader, bool compile) {
     Forget();
     m_result.reset();
     m_fitError.clear();
-    if (compile) TryCompile();
     m_stale = true;
-    Changed(false);
+    if (!compile) return Changed(false);
+    TryCompile();
+    ++m_revision;
 }
 
 void TCurFit::SaveToFile(const std::string& name) const {

@@ -69,7 +69,8 @@ struct TFitResult {
     std::vector<int> Varied;
     TMatrix Covariance;
 
-    /// The standard error of a varied parameter, by its place in Varied.
+    /// The standard error of a varied parameter, by its place in Varied; not-a-number after a cancelled run,
+    /// which has not come to where it means something.
     XYGRAPH_EXPORT double StandardError(std::size_t place) const;
 };
 

@@ -52,8 +52,8 @@ QString WithFunctionExtension(const QString& fileName) {
 
 QString FunctionFileToOpen(const QString& chosen) {
     const QFileInfo info(chosen);
-    const QString usual = info.dir().filePath(WithFunctionExtension(info.fileName().toLower()));
-    return !QFileInfo::exists(usual) && info.exists() ? chosen : usual;
+    if (info.isFile()) return chosen;
+    return info.dir().filePath(WithFunctionExtension(info.fileName().toLower()));
 }
 
 void LoadFunction(TCurFit& fit, const QString& fileName) {

@@ -19,8 +19,8 @@ void OfferReadyFunctions(const QString& folder);
 /// dot counts as an extension when it is one to four letters and digits that start with a letter.
 QString WithFunctionExtension(const QString& fileName);
 
-/// The file to open for a chosen name: the last part in lower case and with the extension, unless only the
-/// file as chosen exists.
+/// The file to open for a chosen name: the one of this very name, else that whose last part is in lower case
+/// and with the extension.
 QString FunctionFileToOpen(const QString& chosen);
 
 /// Reads a function file into the fit. Throws EFileError "Wrong File Format!" for a file that holds no curve

@@ -146,7 +146,7 @@ void TParameterGroup::DeleteSelected() {
 void TParameterGroup::Rename(const QString& text) {
     EditSelected([&](TCurFit& fit, TDBLParameter& parameter) {
         const std::string name = text.toStdString();
-        const bool isOwn = LowerCased(name) == LowerCased(parameter.Name());
+        const bool isOwn = name == parameter.Name();
         const std::string fault = isOwn || name.empty() ? "" : ParameterNameFault(fit, name);
         MarkEdit(*m_controls.Name, QString::fromStdString(fault));
         if (name.empty() || !fault.empty()) return;

@@ -1,5 +1,6 @@
 #include "graph/file/graph_file.h"
 
+#include "fit/definition/cur_fit.h"
 #include "graph/model/child_graph.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -226,6 +227,7 @@ void TSeries::CopyFrom(const TSeries& other) {
     ReadSeries(reader, *this);
     CopyPointsFrom(other);
     TakeSourceState(other);
+    CurveFit().RestoreRunState(other.CurveFit().RunState());
     SetUpdateDepth(held);
 }
 

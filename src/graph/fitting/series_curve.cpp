@@ -10,18 +10,33 @@
 
 namespace lumoplot {
 
+namespace {
+
+// Where a logarithmic curve can start; 0 when no point has such an X.
+double SmallestPositiveX(const TSeries& series) {
+    double smallest = 0;
+    for (std::size_t block = 0; block < series.Points().BlockCount(); ++block)
+        for (const double x : series.Points().Block(block).X)
+            if (x > 0 && (smallest == 0 || x < smallest)) smallest = x;
+    return smallest;
+}
+
+} // namespace
+
 // Even steps of X, or of its logarithm, between the margins in use or else the ends of the data.
 void TSeries::UpdateFittedCurve(bool logX) {
     TCurFit& fit = CurveFit();
-    const TCurveState state{fit.Revision(), MinX(), MaxX(), logX};
+    double from = fit.UseLeftMargin() ? fit.LeftMargin() : MinX();
+    double to = fit.UseRightMargin() ? fit.RightMargin() : MaxX();
+    if (logX && from <= 0) from = SmallestPositiveX(*this);
+    const TCurveState state{fit.Revision(), from, to, logX};
     if (state == m_curveState) return;
     m_curveState = state;
     m_fittedCurve.clear();
     if (!fit.IsEnabled() || !fit.ShowCurve() || Count() == 0) return;
-    double from = fit.UseLeftMargin() ? fit.LeftMargin() : MinX();
-    double to = fit.UseRightMargin() ? fit.RightMargin() : MaxX();
     if (logX) {
-        from = std::log(from > 0 ? from : PositiveMinX());
+        if (from <= 0) return;
+        from = std::log(from);
         to = std::log(to);
     }
     const int steps = std::clamp(fit.NPoints() - 1, 1, kMostCurveSamples);

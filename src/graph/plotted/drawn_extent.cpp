@@ -10,12 +10,22 @@
 namespace lumoplot {
 namespace {
 
+// The extents of X also count the points without a Y.
+bool EndsHaveY(const TSeries& series) {
+    const TPointChain& points = series.Points();
+    if (points.BlockCount() == 0) return true;
+    const TPointSpans first = points.Block(0);
+    const TPointSpans last = points.Block(points.BlockCount() - 1);
+    return first.X.front() == series.MinX() && std::isfinite(first.Y.front()) &&
+           last.X.back() == series.MaxX() && std::isfinite(last.Y.back());
+}
+
 // What the data set's own extents say where they describe exactly the points that are drawn.
 std::optional<TDrawnExtent> KnownExtent(const TSeries& series, bool logX, bool logY) {
     const bool hasPlaces = (!logX || series.MinX() > 0) && (!logY || series.MinY() > 0);
     // Without any finite Y the extents are 0 as well.
     const bool mayLackY = series.MinY() == 0 && series.MaxY() == 0;
-    if (!hasPlaces || mayLackY) return std::nullopt;
+    if (!hasPlaces || mayLackY || !EndsHaveY(series)) return std::nullopt;
     return TDrawnExtent{{series.MinX(), series.MaxX()}, {series.MinY(), series.MaxY()}};
 }
 

@@ -136,10 +136,55 @@ TEST(CurFitModel, ANameIsDefinedOnce) {
     TCurFit fit;
     AddParameters(fit, {{"a", 1}, {"b", 2}, {"A", 3}});
     fit.Parameter(2)->SetName("A");
+    fit.Parameter(2)->SetName("B");
     EXPECT_EQ(fit.NParams(), 2);
     EXPECT_EQ(fit.Parameter(2)->Name(), "b");
     EXPECT_EQ(sink.Texts, (std::vector<std::string>{"Parameter \"A\" Already Defined!",
-                                                    "Parameter \"A\" Already Defined!"}));
+                                                    "Parameter \"A\" Already Defined!",
+                                                    "Parameter \"B\" Already Defined!"}));
+}
+
+TEST(CurFitModel, TemplatesThatComeOrGoMakeItStale) {
+    TCurFit fit;
+    int announced = 0;
+    fit.OnChange = [&](TCurFit&) { ++announced; };
+    fit.ClearTemplates();
+    EXPECT_FALSE(fit.IsStale());
+    AddTemplate(fit, "f", "x");
+    EXPECT_TRUE(fit.IsStale());
+    fit.ClearStale();
+    fit.ClearTemplates();
+    EXPECT_TRUE(fit.IsStale());
+    EXPECT_EQ(announced, 0);
+    EXPECT_FALSE(fit.Modified());
+}
+
+TEST(CurFitModel, TheReportShowsTheFormulaAsItIsCompiled) {
+    TCurFit fit;
+    fit.SetExpression("2*F");
+    AddParameters(fit, {{"a", 4}});
+    AddTemplate(fit, "f", "a*x");
+    const std::vector<std::string> lines = fit.SettingsReport();
+    const auto variables = std::ranges::find(lines, "G E N E R A T E D   V A R I A B L E S");
+    ASSERT_GE(lines.end() - variables, 7);
+    EXPECT_EQ(variables[2], "Var # 1: Name = a; Value = 4");
+    EXPECT_EQ(variables[3], "Var # 2: Name = x; Value = 0");
+    EXPECT_EQ(lines.back(), "2*a*x");
+}
+
+TEST(CurFitFile, LoadingClearsModifiedUnlessItCompiles) {
+    TCurFit fit;
+    fit.SetExpression("x");
+    TBytes bytes;
+    TxyWriter writer(bytes);
+    fit.SaveToStream(writer);
+    for (const bool compile : {true, false}) {
+        fit.Changed(true);
+        TByteSource source(bytes);
+        TxyReader reader(source);
+        fit.LoadFromStream(reader, compile);
+        EXPECT_EQ(fit.Modified(), compile);
+    }
 }
 
 TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {

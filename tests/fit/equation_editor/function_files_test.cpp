@@ -91,6 +91,13 @@ TEST_F(FunctionFiles, SavedAndOpenedAgain) {
     EXPECT_EQ(Bytes("line.lfn"), saved);
 }
 
+TEST_F(FunctionFiles, TheOneOfTheChosenNameIsOpenedBesideOneInOtherCase) {
+    for (const char* name : {"line.lfn", "Line.lfn"}) Write(name, "");
+    for (const char* name : {"line.lfn", "Line.lfn"})
+        EXPECT_EQ(FunctionFileToOpen(PathOf(name)), PathOf(name));
+    EXPECT_EQ(FunctionFileToOpen(PathOf("LINE")), PathOf("line.lfn"));
+}
+
 TEST_F(FunctionFiles, AReadyOneIsOpenedByItsName) {
     Show();
     AnswerFileDialog(QStringLiteral("Straight_Line"));

@@ -54,6 +54,21 @@ TEST_F(TGraphDrawing, AnEmptyGraphWaitsForData) {
     EXPECT_TRUE(m_device.Record().Lines.empty());
 }
 
+TEST_F(TGraphDrawing, AGraphThatOnlyHoldsOthersWaitsForNothing) {
+    TxyChildGr& child = *m_graph.AddChildGraph();
+    TSeries& series = *child.FindSeries(child.AddSeries());
+    for (const int x : {1, 2}) series.AddPoint(x, x);
+    Draw();
+    EXPECT_FALSE(Says("Waiting for the data..."));
+}
+
+TEST_F(TGraphDrawing, APointWithoutAYWidensNoRange) {
+    Add({{-50, std::nan("")}, {0, 0}, {1, 1}, {50, std::nan("")}});
+    Draw();
+    EXPECT_GE(m_graph.XAxis()->Min(), -1);
+    EXPECT_LE(m_graph.XAxis()->Max(), 2);
+}
+
 TEST_F(TGraphDrawing, AnInconsistentRangeShowsItsCaption) {
     Add({{0, 0}, {1, 1}});
     m_graph.YAxis()->SetStepSize(1); // an automatic step would bring the automatic range with it

@@ -1,6 +1,8 @@
 #include "data/analysis/regression.h"
 #include "fit/run/curve_fitter.h"
+#include "graph/fitting/series_fitting.h"
 #include "graph/model/graph.h"
+#include "support/number_text.h"
 #include "support/progress_maker.h"
 
 #include <QPainter>
@@ -159,18 +161,87 @@ private:
     int m_steps = 0;
 };
 
-TEST_F(SeriesFitting, ACancelledFitIsNotPendingUntilTheNextChange) {
+void RunAndCancel(TxyGraph& graph, TCurFit& fit) {
     const TProgressMakerScope scope([] { return std::make_unique<TCancelling>(); });
-    Fit().SetExpression("a*exp(-b*x)+0.01*random"); // never comes to an end
-    Fit().SetIterMax(1000000000);
-    Fit().SetTolerance(1e-300);
-    Fit().SetProcType(TCurFit::kSimplex);
-    Fit().SetStatus(TCurFit::kFinalResult);
-    m_graph->PrepareForDrawing();
+    fit.SetExpression("a*exp(-b*x)+0.01*random"); // never comes to an end
+    fit.SetIterMax(1000000000);
+    fit.SetTolerance(1e-300);
+    fit.SetProcType(TCurFit::kSimplex);
+    fit.SetStatus(TCurFit::kFinalResult);
+    graph.PrepareForDrawing();
+}
+
+TEST_F(SeriesFitting, ACancelledFitIsNotPendingUntilTheNextChange) {
+    RunAndCancel(*m_graph, Fit());
     ASSERT_TRUE(Fit().Result());
     EXPECT_EQ(Fit().Result()->End, TFitEnd::Cancelled);
     EXPECT_FALSE(Fit().IsStale());
     EXPECT_NE(Value(1), 1);
+    EXPECT_TRUE(std::isnan(Fit().Result()->StandardError(0)));
+}
+
+void ExpectSameRun(const TCurFit& expected, TSeries& copy) {
+    TCurFit& fit = copy.CurveFit();
+    EXPECT_EQ(fit.FitError(), expected.FitError());
+    EXPECT_FALSE(HasPendingFit(copy));
+    ASSERT_EQ(!fit.Result(), !expected.Result());
+    if (!fit.Result()) return;
+    const TFitResult& result = *fit.Result();
+    EXPECT_EQ(result.End, expected.Result()->End);
+    EXPECT_EQ(result.PointsUsed, expected.Result()->PointsUsed);
+    EXPECT_EQ(result.RSquared, expected.Result()->RSquared);
+    EXPECT_EQ(result.Varied, expected.Result()->Varied);
+    EXPECT_EQ(result.Quality.Freedom, expected.Result()->Quality.Freedom);
+    EXPECT_EQ(FormatShortest(result.Quality.DurbinWatson),
+              FormatShortest(expected.Result()->Quality.DurbinWatson));
+    EXPECT_EQ(result.Remarks, expected.Result()->Remarks);
+    if (result.End != TFitEnd::Cancelled) {
+        EXPECT_EQ(result.Covariance(0, 1), expected.Result()->Covariance(0, 1));
+        EXPECT_EQ(result.StandardError(1), expected.Result()->StandardError(1));
+    }
+}
+
+TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
+    const std::function<void()> ends[] = {
+        [this] { m_graph->PrepareForDrawing(); },
+        [this] { RunAndCancel(*m_graph, Fit()); },
+        [this] { Fit().SetExpression("a*(x"), m_graph->PrepareForDrawing(); },
+    };
+    Fit().SetStatus(TCurFit::kFinalResult);
+    for (const auto& end : ends) {
+        end();
+        ASSERT_FALSE(HasPendingFit(m_series));
+        for (const bool compact : {true, false}) {
+            SetCompactStreams(compact);
+            TBytes bytes;
+            m_graph->SaveToStream(bytes, TPoints::Include);
+            SetCompactStreams(true);
+            TByteSource source(bytes);
+            TxyGraph read;
+            read.LoadFromStream(source);
+            ExpectSameRun(Fit(), *read.FindSeries(1));
+        }
+        TxyGraph copy;
+        TSeries& series = *copy.FindSeries(copy.AddSeries());
+        series.CopyFrom(m_series);
+        ExpectSameRun(Fit(), series);
+        series.AddPoint(21, 1);
+        EXPECT_TRUE(HasPendingFit(series));
+        copy.CopyFrom(*m_graph);
+        ExpectSameRun(Fit(), *copy.FindSeries(1));
+    }
+}
+
+TEST_F(SeriesFitting, AResultIsFiledBesideItsPointsOnly) {
+    Fit().SetStatus(TCurFit::kFinalResult);
+    m_graph->PrepareForDrawing();
+    TBytes bytes;
+    m_graph->SaveToStream(bytes, TPoints::LeaveOut);
+    TByteSource source(bytes);
+    TxyGraph read;
+    read.LoadFromStream(source);
+    EXPECT_FALSE(read.FindSeries(1)->CurveFit().Result());
+    EXPECT_TRUE(read.FindSeries(1)->CurveFit().IsStale());
 }
 
 TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
@@ -203,16 +274,17 @@ TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
 }
 
 TEST_F(SeriesFitting, OnALogarithmicAxisTheCurveBeginsWhereXIsPositive) {
-    m_series.DeletePoint(1); // the one at 0
-    Fit().SetLeftMargin(-3);
-    Fit().SetUseLeftMargin(true);
     Fit().SetStatus(TCurFit::kFunction);
     Fit().SetNPoints(3);
+    Fit().SetLeftMargin(-3);
     m_graph->XAxis()->SetLogScale(true);
-    m_graph->PrepareForDrawing();
-    ASSERT_EQ(m_series.FittedCurve().size(), 3u);
-    const double expected[] = {1, std::sqrt(19), 19};
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(m_series.FittedCurve()[i].X, expected[i], 1e-9) << i;
+    for (const bool hasMargin : {false, true}) {
+        Fit().SetUseLeftMargin(hasMargin);
+        m_graph->PrepareForDrawing();
+        ASSERT_EQ(m_series.FittedCurve().size(), 3u);
+        const double expected[] = {1, std::sqrt(19), 19};
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(m_series.FittedCurve()[i].X, expected[i], 1e-9) << i;
+    }
 }
 
 } // namespace

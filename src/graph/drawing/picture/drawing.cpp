@@ -46,7 +46,7 @@ public:
     /// Returns where the plot lies; nothing when there is none.
     std::optional<TPlotMap> Draw() const {
         DrawMargins();
-        if (!m_graph.HasContent()) return DrawNotice(QStringLiteral("Waiting for the data..."));
+        if (!m_graph.HasContent()) return DrawWaiting();
         if (m_graph.ScaleFailed() || !HasRanges())
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
@@ -91,6 +91,12 @@ private:
         font.Size = std::max(font.Size, 12);
         TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
         return std::nullopt;
+    }
+
+    // A graph that only holds others waits for nothing.
+    std::optional<TPlotMap> DrawWaiting() const {
+        if (m_graph.ChildGraphCount() > 0) return std::nullopt;
+        return DrawNotice(QStringLiteral("Waiting for the data..."));
     }
 
     bool HasRanges() const {
