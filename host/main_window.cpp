@@ -54,7 +54,10 @@ void TMainWindow::AddEditBar() {
     m_editBar = new TGraphEditBar(Graph(), this);
     m_ui->editToolBar->addWidget(m_editBar);
     m_ui->m_View->addAction(m_ui->editToolBar->toggleViewAction());
-    connect(m_editBar, &TGraphEditBar::Edited, this, [this] { m_document->SetModified(true); });
+    Graph().SetChangeHook([this](const TUserChange&, const std::function<void()>& action) {
+        action();
+        m_document->SetModified(true);
+    });
     connect(m_ui->a_Marks, &QAction::triggered, m_editBar, &TGraphEditBar::EditMarksOfGraph);
     connect(m_ui->a_SetValues, &QAction::triggered, m_editBar, &TGraphEditBar::SetValuesOfSeries);
 }
