@@ -10,6 +10,8 @@
 
 namespace lumoplot {
 
+struct TUserChange;
+
 /// Which axes follow a movement.
 enum class TZoomAxes { All, X, BothY, Y, SecondY };
 
