@@ -19,7 +19,7 @@ bool TMainWindow::Change(const QString& name, const std::function<void()>& actio
 }
 
 void TMainWindow::OpenData(const QString& fileName) {
-    const bool added = Change("load " + QFileInfo(fileName).fileName(), [&] {
+    const bool added = Change(tr("load %1").arg(QFileInfo(fileName).fileName()), [&] {
         TProgressWindow progress;
         m_dataFiles->Add(fileName, progress);
     });
