@@ -50,7 +50,8 @@ bool TAxesDialog::Check() {
 bool TAxesDialog::Apply() {
     if (!Check()) return false;
     return Guarded([this] {
-        m_document.Edit(TPoints::LeaveOut, [this](TxyGraph& graph) {
+        m_document.Session().Change("axes and title", [this] {
+            TxyGraph& graph = m_document.Graph();
             graph.Appearance()->SetGraphTitle(m_ui->e_GraphTitle->text().toStdString());
             m_ui->axisX->Store(*graph.XAxis());
             m_ui->axisY->Store(*graph.YAxis());

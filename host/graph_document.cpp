@@ -19,35 +19,11 @@ void LoadLook(TxyGraph& graph, const QString& templateName) {
     graph.Appearance()->SetGraphTitle({});
 }
 
-/// The graph as a file would hold it, its axes in step with its data.
-TBytes FileBytes(TxyGraph& graph, TPoints points) {
-    graph.PrepareForDrawing();
-    TBytes bytes;
-    graph.SaveToStream(bytes, points);
-    return bytes;
-}
-
-/// Compares the graph at the end of its life with the one at its beginning.
-class TChangeWatch {
-public:
-    TChangeWatch(TGraphDocument& document, TPoints points)
-        : m_document(document), m_points(points), m_before(FileBytes(document.Graph(), points)) {}
-    ~TChangeWatch() {
-        if (FileBytes(m_document.Graph(), m_points) != m_before) m_document.SetModified(true);
-    }
-    TChangeWatch(const TChangeWatch&) = delete;
-    TChangeWatch& operator=(const TChangeWatch&) = delete;
-
-private:
-    TGraphDocument& m_document;
-    TPoints m_points;
-    TBytes m_before;
-};
-
 } // namespace
 
 TGraphDocument::TGraphDocument(TxyGraph& graph, const QString& templateFolder)
-    : m_graph(graph), m_templateFolder(templateFolder) {
+    : m_graph(graph), m_session(graph), m_templateFolder(templateFolder) {
+    connect(&m_session, &TGraphSession::Changed, this, &TGraphDocument::StateChanged);
 }
 
 QString TGraphDocument::DisplayName() const {
@@ -58,21 +34,14 @@ QString TGraphDocument::DefaultTemplate() const {
     return QDir(m_templateFolder).filePath(QStringLiteral("default.ltp"));
 }
 
-void TGraphDocument::SetModified(bool value) {
-    if (value == m_isModified) return;
-    m_isModified = value;
-    Q_EMIT StateChanged();
+void TGraphDocument::SetUnmodified() {
+    m_session.MarkClean();
 }
 
-void TGraphDocument::Edit(TPoints points, const std::function<void(TxyGraph&)>& change) {
-    const TChangeWatch watch(*this, points);
-    change(m_graph);
-}
-
-void TGraphDocument::Become(const QString& fileName, const QString& templateName, bool modified) {
+void TGraphDocument::Become(const QString& fileName, const QString& templateName) {
     m_fileName = fileName;
     m_templateName = templateName;
-    m_isModified = modified;
+    m_session.Start();
     Q_EMIT StateChanged();
 }
 
@@ -98,26 +67,28 @@ void TGraphDocument::New() {
         }
     }
     TakeOver(graph);
-    Become({}, defaultTemplate, false);
+    Become({}, defaultTemplate);
 }
 
 void TGraphDocument::NewFromTemplate(const QString& fileName) {
     TxyGraph graph;
     graph.LoadFromFile(fileName.toStdString());
     TakeOver(graph);
-    Become({}, QFileInfo(fileName).absoluteFilePath(), false);
+    Become({}, QFileInfo(fileName).absoluteFilePath());
 }
 
 void TGraphDocument::Open(const QString& fileName) {
     TxyGraph graph;
     graph.LoadFromFile(fileName.toStdString());
     TakeOver(graph);
-    Become(QFileInfo(fileName).absoluteFilePath(), DefaultTemplate(), false);
+    Become(QFileInfo(fileName).absoluteFilePath(), DefaultTemplate());
 }
 
 void TGraphDocument::SaveTo(const QString& fileName) {
     m_graph.SaveTemplate(fileName.toStdString(), TPoints::Include);
-    Become(QFileInfo(fileName).absoluteFilePath(), m_templateName, false);
+    m_fileName = QFileInfo(fileName).absoluteFilePath();
+    m_session.MarkClean();
+    Q_EMIT StateChanged();
 }
 
 void TGraphDocument::SaveAsTemplate(const QString& fileName) {

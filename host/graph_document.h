@@ -1,8 +1,9 @@
-// The graph that the window shows as a document: which file and which template it belongs to and whether it
-// has changes that are not saved. It asks the user nothing.
+// The graph that the window shows as a document: which file and which template it belongs to, its session of
+// steps that can be undone, and whether it has changes that are not saved. It asks the user nothing.
 #pragma once
 
 #include "graph/model/graph.h"
+#include "session/graph_session.h"
 
 #include <functional>
 
@@ -16,6 +17,8 @@ public:
     TGraphDocument(TxyGraph& graph, const QString& templateFolder);
 
     TxyGraph& Graph() const { return m_graph; }
+    /// Whatever changes the graph goes through it.
+    TGraphSession& Session() { return m_session; }
     /// The graph file; empty for a graph that was never saved.
     const QString& FileName() const { return m_fileName; }
     /// The name to show: the file's, or "Untitled".
@@ -23,13 +26,11 @@ public:
     /// The template that the editor's "Set as Default" writes.
     const QString& TemplateName() const { return m_templateName; }
     const QString& TemplateFolder() const { return m_templateFolder; }
-    bool IsModified() const { return m_isModified; }
+    bool IsModified() const { return !m_session.IsClean(); }
 
     void SetTemplateName(const QString& name) { m_templateName = name; }
-    void SetModified(bool value);
-    /// Runs a change of the graph and marks the document as modified when a saved file would then be another
-    /// one, also when the change throws. `points` says whether the change can concern points.
-    void Edit(TPoints points, const std::function<void(TxyGraph& graph)>& change);
+    /// What the graph holds now counts as saved.
+    void SetUnmodified();
 
     /// An empty graph with the look of the default template, or with the built-in one when there is none.
     void New();
@@ -48,14 +49,14 @@ Q_SIGNALS:
 
 private:
     QString DefaultTemplate() const;
-    void Become(const QString& fileName, const QString& templateName, bool modified);
+    void Become(const QString& fileName, const QString& templateName);
     void TakeOver(const TxyGraph& graph);
 
     TxyGraph& m_graph;
+    TGraphSession m_session;
     QString m_templateFolder;
     QString m_fileName;
     QString m_templateName;
-    bool m_isModified = false;
 };
 
 } // namespace lumoplot

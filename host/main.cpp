@@ -80,7 +80,7 @@ int RunWindow(const TArguments& arguments) {
     window.show();
     QTimer::singleShot(0, &window, [&] {
         window.OpenFiles(arguments.files);
-        if (arguments.isExample) window.Document().SetModified(false);
+        if (arguments.isExample) window.Document().SetUnmodified();
     });
     return QApplication::exec();
 }

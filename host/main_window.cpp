@@ -24,6 +24,12 @@ QStringList LocalFiles(const QMimeData& data) {
     return files;
 }
 
+/// "Undo load enso.csv"; an ampersand of a name is no key.
+QString WithStep(const QString& verb, const std::string& name) {
+    if (name.empty()) return verb;
+    return verb + QLatin1Char(' ') + QString::fromStdString(name).replace(u'&', QStringLiteral("&&"));
+}
+
 } // namespace
 
 TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
@@ -54,7 +60,6 @@ void TMainWindow::AddEditBar() {
     m_editBar = new TGraphEditBar(Graph(), this);
     m_ui->editToolBar->addWidget(m_editBar);
     m_ui->m_View->addAction(m_ui->editToolBar->toggleViewAction());
-    connect(m_editBar, &TGraphEditBar::Edited, this, [this] { m_document->SetModified(true); });
     connect(m_ui->a_Marks, &QAction::triggered, m_editBar, &TGraphEditBar::EditMarksOfGraph);
     connect(m_ui->a_SetValues, &QAction::triggered, m_editBar, &TGraphEditBar::SetValuesOfSeries);
 }
@@ -73,6 +78,8 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_PrintPreview, &TMainWindow::OnPrintPreview},
         {m_ui->a_Print, &TMainWindow::OnPrint},
         {m_ui->a_Quit, &TMainWindow::OnQuit},
+        {m_ui->a_Undo, &TMainWindow::OnUndo},
+        {m_ui->a_Redo, &TMainWindow::OnRedo},
         {m_ui->a_EditData, &TMainWindow::OnEditData},
         {m_ui->a_OpenWithEditor, &TMainWindow::OnOpenWithEditor},
         {m_ui->a_AxesAndTitle, &TMainWindow::OnAxesAndTitle},
@@ -94,7 +101,6 @@ void TMainWindow::ConnectActions() {
 void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
-    connect(&Graph(), &TxyGraph::OnUserChange, this, [this] { m_document->SetModified(true); });
     connect(&Graph(), &TxyGraph::OnLogError, this, [this](TSeries* series) {
         m_ui->statusBar->showMessage(tr("%1 has values that a logarithmic axis can not show")
                                          .arg(QString::fromStdString(series->SeriesName())));
@@ -113,6 +119,15 @@ void TMainWindow::ShowState() {
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
     m_rows->setText(m_dataFiles->Summary());
+    ShowSteps();
+}
+
+void TMainWindow::ShowSteps() {
+    const TGraphSession& session = m_document->Session();
+    m_ui->a_Undo->setEnabled(session.CanUndo());
+    m_ui->a_Redo->setEnabled(session.CanRedo());
+    m_ui->a_Undo->setText(WithStep(tr("&Undo"), session.UndoName()));
+    m_ui->a_Redo->setText(WithStep(tr("&Redo"), session.RedoName()));
 }
 
 void TMainWindow::RestorePlace() {

@@ -64,6 +64,9 @@ private:
     QString TitleAsFileName() const;
     QString PictureName() const;
     void RunEditor(const QString& sourceFile);
+    /// Makes a change of the graph one step; true when there is one.
+    bool Change(const QString& name, const std::function<void()>& action);
+    void ShowSteps();
 
     void OnNew();
     void OnNewFromTemplate();
@@ -77,6 +80,8 @@ private:
     void OnPrint();
     void Print(QPrinter& printer);
     void OnQuit() { close(); }
+    void OnUndo() { m_document->Session().Undo(); }
+    void OnRedo() { m_document->Session().Redo(); }
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();
     void OnAxesAndTitle();

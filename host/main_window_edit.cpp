@@ -9,19 +9,22 @@
 #include "ui_main_window.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 
 namespace lumoplot {
 
+bool TMainWindow::Change(const QString& name, const std::function<void()>& action) {
+    return m_document->Session().Change(name.toStdString(), action);
+}
+
 void TMainWindow::OpenData(const QString& fileName) {
-    const bool added = [&] {
+    const bool added = Change(tr("load %1").arg(QFileInfo(fileName).fileName()), [&] {
         TProgressWindow progress;
-        return m_dataFiles->Add(fileName, progress);
-    }();
+        m_dataFiles->Add(fileName, progress);
+    });
     m_dataFiles->TellNotes();
-    if (!added) return;
-    m_document->SetModified(true);
-    m_recentFiles->Add(fileName);
+    if (added) m_recentFiles->Add(fileName);
 }
 
 void TMainWindow::EditData() {
@@ -32,8 +35,8 @@ void TMainWindow::EditData() {
 void TMainWindow::RunEditor(const QString& sourceFile) {
     QDir().mkpath(m_document->TemplateFolder());
     QString templateName = m_document->TemplateName();
-    m_document->Edit(TPoints::Include, [&](TxyGraph& graph) {
-        if (m_editor.EditGraph(graph, templateName, sourceFile)) m_document->SetTemplateName(templateName);
+    Change(tr("edit data"), [&] {
+        if (m_editor.EditGraph(Graph(), templateName, sourceFile)) m_document->SetTemplateName(templateName);
     });
 }
 
@@ -59,14 +62,15 @@ void TMainWindow::OnLoadEveryRow() {
     const int before = Graph().PointBudget();
     const bool everyRow = m_ui->a_LoadEveryRow->isChecked();
     Graph().SetPointBudget(everyRow ? std::numeric_limits<int>::max() : TxyGraph::kHostPointBudget);
-    m_document->Edit(TPoints::Include, [&](TxyGraph& graph) {
-        if (!ReloadData()) graph.SetPointBudget(before);
+    Change(everyRow ? tr("load every row") : tr("load some rows"), [&] {
+        if (!ReloadData()) Graph().SetPointBudget(before);
     });
 }
 
 void TMainWindow::OnShowLegend() {
     const bool visible = m_ui->a_ShowLegend->isChecked();
-    m_document->Edit(TPoints::LeaveOut, [&](TxyGraph& graph) {
+    Change(visible ? tr("show legend") : tr("hide legend"), [&] {
+        TxyGraph& graph = Graph();
         graph.Legend()->Setvisible(visible);
         const auto isShown = [](const auto& series) { return series->ShowInLegend(); };
         if (!visible || std::ranges::any_of(graph.Series(), isShown)) return;
@@ -75,7 +79,7 @@ void TMainWindow::OnShowLegend() {
 }
 
 void TMainWindow::OnResetScale() {
-    m_document->Edit(TPoints::LeaveOut, [](TxyGraph& graph) { graph.Mouse().Zoom().ShowAll(); });
+    Graph().Mouse().Zoom().ShowAll();
 }
 
 void TMainWindow::OnAbout() {

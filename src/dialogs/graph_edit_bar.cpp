@@ -21,14 +21,13 @@ TGraphEditBar::TGraphEditBar(TxyGraph& graph, QWidget* parent)
     m_ui->setupUi(this);
     const QPointer<TGraphEditBar> self = this;
     m_editing->MayEdit = [self](TSeries& series) {
-        const bool wasManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
+        if (series.DataSourceInfo().Kind() == TSourceKind::Manual) return true;
         bool may = false;
-        Guarded([&] { may = self && MakeManual(series, self->window()); });
-        if (may && !wasManual) self->m_editing->Edited("make " + series.SeriesName() + " manual");
+        Guarded([&] {
+            series.Graph().ChangeByUser({"make " + series.SeriesName() + " manual"},
+                                        [&] { may = self && MakeManual(series, self->window()); });
+        });
         return may;
-    };
-    m_editing->Edited = [self](const std::string& step) {
-        if (self) Q_EMIT self->Edited(QString::fromStdString(step));
     };
     ConnectModes();
     connect(m_ui->cbx_CurrSeries, &QComboBox::activated, this, [this] { PickSeries(); });
@@ -100,20 +99,16 @@ void TGraphEditBar::PickSeries() {
 }
 
 void TGraphEditBar::EditMarksOfGraph() {
-    if (!m_graph) return;
-    const auto marks = m_graph->Marks().Marks();
-    const bool shown = m_graph->Appearance()->ShowMarks();
-    EditMarks(window(), *m_graph);
-    if (marks != m_graph->Marks().Marks() || shown != m_graph->Appearance()->ShowMarks())
-        Q_EMIT Edited(QStringLiteral("edit marks"));
+    if (m_graph) m_graph->ChangeByUser({"edit marks"}, [this] { EditMarks(window(), *m_graph); });
 }
 
 void TGraphEditBar::SetValuesOfSeries() {
     TSeries* series = Current();
     if (!series) return;
-    bool set = false;
-    Guarded([&] { set = SetValuesOf(*series, window()); });
-    if (set) Q_EMIT Edited(QStringLiteral("set values of ") + QString::fromStdString(series->SeriesName()));
+    Guarded([&] {
+        m_graph->ChangeByUser({"set values of " + series->SeriesName()},
+                              [&] { SetValuesOf(*series, window()); });
+    });
 }
 
 } // namespace lumoplot

@@ -36,8 +36,6 @@ public Q_SLOTS:
     void SetValuesOfSeries();
 
 Q_SIGNALS:
-    /// Something was edited: "move point of Run 1".
-    void Edited(const QString& step);
     /// Another data set was chosen as the current one.
     void SeriesPicked(int number);
 

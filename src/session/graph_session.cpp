@@ -23,9 +23,15 @@ TGraphSession::TGraphSession(TxyGraph& graph, QObject* parent)
 
 TGraphSession::TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent)
     : QObject(parent), m_graph(graph), m_history(std::make_unique<TUndoHistory>(graph, memoryLimit)) {
+    m_graph.SetChangeHook([this](const TUserChange& change, const std::function<void()>& action) {
+        const TMergeKey drag{&m_graph, change.Gesture};
+        Change(change.Name, change.Gesture != 0 ? drag : TMergeKey{}, action);
+    });
 }
 
-TGraphSession::~TGraphSession() = default;
+TGraphSession::~TGraphSession() {
+    m_graph.SetChangeHook({});
+}
 
 void TGraphSession::Start() {
     m_history->Start();

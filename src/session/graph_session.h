@@ -24,7 +24,8 @@ class XYGRAPH_EXPORT TGraphSession : public QObject {
 
 public:
     /// All states together take at most `memoryLimit` bytes; the oldest steps are dropped then. The graph
-    /// must outlive the session. Nothing is recorded before Start.
+    /// must outlive the session, which is its change hook: what the mouse and the keys change there is a
+    /// step. Nothing is recorded before Start.
     explicit TGraphSession(TxyGraph& graph, QObject* parent = nullptr);
     TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent = nullptr);
     ~TGraphSession() override;

@@ -2,6 +2,7 @@
 
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
+#include "graph/model/child_graph.h"
 
 #include <algorithm>
 #include <string_view>
@@ -156,6 +157,11 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
     for (const auto& series : graph.Series())
         m_series.push_back(
             StateOf(*series, EarlierState(earlier, m_series.size(), series->DataStamp()), m_meter));
+    m_children.reserve(graph.ChildGraphs().size());
+    for (const auto& child : graph.ChildGraphs()) {
+        const bool hasEarlier = earlier && m_children.size() < earlier->m_children.size();
+        m_children.emplace_back(*child, hasEarlier ? &earlier->m_children[m_children.size()] : nullptr, m_meter);
+    }
 }
 
 bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {
@@ -166,7 +172,8 @@ bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {
 }
 
 bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
-    return m_series == other.m_series && Marks() == other.Marks() && SameSettings(other);
+    return m_series == other.m_series && Marks() == other.Marks() && SameSettings(other) &&
+           m_children == other.m_children;
 }
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
@@ -174,6 +181,7 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     RestoreSettings(graph);
     RestoreSeries(graph);
     graph.SetMarks(m_marks);
+    RestoreChildren(graph);
     // Not by the setter: it refuses a data set that has allowed duplicates since it became X.
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
     for (const auto& series : graph.Series()) series->SetUseXAxisSeries(m_xAxisSerIndex > 0);
@@ -201,6 +209,19 @@ void TGraphSnapshot::RestoreSeries(TxyGraph& graph) const {
     const TGraphSnapshot present(graph, this, m_meter);
     for (std::size_t i = 0; i < m_series.size(); ++i)
         RestoreState(*graph.Series()[i], m_series[i], present.m_series[i]);
+}
+
+// A child graph keeps its place in the chain, so only their number tells which ones are wanted.
+void TGraphSnapshot::RestoreChildren(TxyGraph& graph) const {
+    if (graph.ChildGraphs().size() != m_children.size()) {
+        graph.ClearChildGraphs();
+        for (std::size_t i = 0; i < m_children.size(); ++i) graph.AddChildGraph();
+    }
+    for (std::size_t i = 0; i < m_children.size(); ++i) {
+        TxyChildGr& child = *graph.ChildGraphs()[i];
+        m_children[i].Restore(child, m_children[i].m_currSerIndex);
+        child.FollowParent();
+    }
 }
 
 } // namespace lumoplot

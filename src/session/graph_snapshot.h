@@ -69,6 +69,7 @@ private:
     bool SameSettings(const TGraphSnapshot& other) const;
     void RestoreSettings(TxyGraph& graph) const;
     void RestoreSeries(TxyGraph& graph) const;
+    void RestoreChildren(TxyGraph& graph) const;
 
     std::vector<std::shared_ptr<const TSharedBytes>> m_settings; ///< in the order of the file's sections
     std::string m_dataDirectory;
@@ -76,6 +77,7 @@ private:
     int m_currSerIndex;
     std::vector<TSeriesState> m_series;
     TMarkChain m_marks;
+    std::vector<TGraphSnapshot> m_children;
     std::shared_ptr<TMemoryMeter> m_meter;
     TMeteredBytes m_cost; ///< of what is not shared
 };

@@ -23,8 +23,10 @@ protected:
         Window.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&Window));
         Graph.Appearance()->SetCurrSerIndex(1);
-        QObject::connect(Bar, &TGraphEditBar::Edited, Bar,
-                         [this](const QString& step) { Steps.push_back(step.toStdString()); });
+        Graph.SetChangeHook([this](const TUserChange& change, const std::function<void()>& action) {
+            action();
+            if (change.Gesture == 0) Steps.push_back(change.Name);
+        });
         Repaint();
     }
     void TearDown() override { Graph.setParent(nullptr); }
@@ -165,7 +167,7 @@ TEST_F(GraphEditBar, MarksArePlacedAndDragged) {
     DragAndDrop(PlaceOf(5, 80), PlaceOf(5, 90)); // by its end
     EXPECT_NEAR(mark(2).X1, 3, kPixelX);
     EXPECT_NEAR(mark(2).Y2, 90, kPixelY);
-    EXPECT_EQ(Steps, (std::vector<std::string>{"add mark 1", "move mark 1", "add mark 2", "move mark 2",
+    EXPECT_EQ(Steps, (std::vector<std::string>{"add mark", "move mark 1", "add mark", "move mark 2",
                                                "move mark 2"}));
 }
 

@@ -327,6 +327,23 @@ TEST_F(TSessionTest, TheDataSetThatAStepWasMadeOnIsCurrentAgain) {
     }
 }
 
+TEST_F(TSessionTest, WhatTheUserChangesOnTheGraphIsAStepAndADragIsOne) {
+    TAxis& axis = *m_graph.XAxis();
+    const auto widenTo = [&](double max, std::uint64_t gesture) {
+        m_graph.ChangeByUser({"change of view", gesture}, [&] { axis.SetMax(max); });
+    };
+    const double before = axis.Max();
+    for (const double max : {20, 30}) widenTo(max, 1);
+    widenTo(40, 2);
+    for (const double max : {50, 60}) widenTo(max, 0);
+    for (const double max : {50.0, 40.0, 30.0, before}) {
+        EXPECT_EQ(m_session.UndoName(), "change of view");
+        m_session.Undo();
+        EXPECT_EQ(axis.Max(), max);
+    }
+    EXPECT_FALSE(m_session.CanUndo());
+}
+
 TEST(TUndoHistoryTest, StepsOnLongDataSetsShareWhatStaysAndTheOldestAreDropped) {
     constexpr std::size_t kLimit = 4u << 20;
     TxyGraph graph;

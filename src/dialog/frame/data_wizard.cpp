@@ -46,8 +46,10 @@ void TxyDataWizard::SetUpPreview() {
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
-    connect(m_editBar, &TGraphEditBar::Edited, this,
-            [this](const QString& step) { NameStep(step.toStdString()); });
+    m_workGraph->SetChangeHook([this](const TUserChange& change, const std::function<void()>& action) {
+        action();
+        if (change.Gesture == 0) NameStep(change.Name);
+    });
     connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);
 }
 

@@ -68,6 +68,9 @@ TxyChildGr* TxyGraph::AddChildGraph() {
     m_children.push_back(std::make_unique<TxyChildGr>(*this));
     TxyChildGr* child = m_children.back().get();
     connect(child, &TxyGraph::OnUserChange, this, &TxyGraph::OnUserChange);
+    child->SetChangeHook([this](const TUserChange& change, const std::function<void()>& action) {
+        ChangeByUser(change, action);
+    });
     child->FollowParent();
     if (isVisible()) child->show();
     return child;
@@ -96,6 +99,10 @@ void TxyGraph::EndUpdate() {
 void TxyGraph::SeriesChanged() {
     NeedRescale();
     RequestRepaint(true);
+}
+
+void TxyGraph::ChangeByUser(const TUserChange& change, const std::function<void()>& action) {
+    m_changeHook ? m_changeHook(change, action) : action();
 }
 
 bool TxyGraph::HasDesigner() const {

@@ -15,6 +15,8 @@
 #include <QPainter>
 #include <QWidget>
 #include <array>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +27,14 @@ class TDrawnExtents;
 class TGraphMouse;
 class TxyChildGr;
 class TxyHolder;
+
+/// What the user does to a graph with the mouse or the keys.
+struct TUserChange {
+    std::string Name;          ///< "move point of Run 1"
+    std::uint64_t Gesture = 0; ///< changes of one drag or of one turn of the wheel have the same; 0 for none
+};
+/// Runs the action, which makes the change, and records it.
+using TChangeHook = std::function<void(const TUserChange& change, const std::function<void()>& action)>;
 
 /// Whether a file or stream carries the points of the data sets.
 enum class TPoints { Include, LeaveOut };
@@ -140,6 +150,9 @@ public:
 
     /// What the mouse and the keys do over the graph.
     TGraphMouse& Mouse() const { return *m_mouse; }
+    /// What the user changes is made through `hook` from now on; an empty one makes it directly.
+    void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
+    void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
     /// Somebody listens to OnWantDesigner.
     bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
@@ -242,6 +255,7 @@ private:
     int m_plottedPointLimit = kPlottedPointLimit;
     std::unique_ptr<TDrawnExtents> m_extents;
     std::array<TAxisRange, 3> m_toldRanges; ///< of the last OnRescale
+    TChangeHook m_changeHook;
     QImage m_picture; ///< what the widget shows below what the mouse draws; null when stale
     std::unique_ptr<TGraphMouse> m_mouse;
 };

@@ -72,14 +72,17 @@ void TGraphZoom::Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf) {
     }
     if (!hasChanges) return;
     BeginGesture();
-    for (std::size_t i = 0; i < all.size(); ++i)
-        if (Concerns(*all[i], axes)) SetRange(*all[i], ranges[i].first, ranges[i].second);
+    m_graph.ChangeByUser({"change of view", m_gesture}, [&] {
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (Concerns(*all[i], axes)) SetRange(*all[i], ranges[i].first, ranges[i].second);
+    });
     Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::BeginGesture() {
     if (m_isGoing) return;
     m_isGoing = true;
+    ++m_gesture;
     if (m_history.size() == kMostViews) m_history.erase(m_history.begin());
     m_history.push_back(CurrentView());
 }
@@ -116,10 +119,12 @@ void TGraphZoom::ShowAll() {
     EndGesture();
     const TView before = CurrentView();
     BeginGesture();
-    for (TAxis* axis : Axes()) {
-        axis->SetAutoSizing(true);
-        axis->SetAutoStepping(true);
-    }
+    m_graph.ChangeByUser({"show all"}, [this] {
+        for (TAxis* axis : Axes()) {
+            axis->SetAutoSizing(true);
+            axis->SetAutoStepping(true);
+        }
+    });
     EndGesture();
     if (CurrentView() == before)
         m_history.pop_back();
@@ -129,9 +134,18 @@ void TGraphZoom::ShowAll() {
 
 void TGraphZoom::GoBack() {
     EndGesture();
+    ShowLastView({"former view"});
+}
+
+void TGraphZoom::ShowLastView(const TUserChange& change) {
     if (m_history.empty()) return;
     const TView view = m_history.back();
     m_history.pop_back();
+    m_graph.ChangeByUser(change, [&] { Show(view); });
+    Q_EMIT m_graph.OnUserChange();
+}
+
+void TGraphZoom::Show(const TView& view) {
     const auto axes = Axes();
     for (std::size_t i = 0; i < axes.size(); ++i) {
         TAxis& axis = *axes[i];
@@ -142,11 +156,10 @@ void TGraphZoom::GoBack() {
         axis.SetAutoSizing(view[i].AutoSizing);
         axis.SetAutoStepping(view[i].AutoStepping);
     }
-    Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::CancelGesture() {
-    if (m_isGoing) GoBack();
+    if (std::exchange(m_isGoing, false)) ShowLastView({"change of view", m_gesture});
 }
 
 void TGraphZoom::ForgetHistory() {

@@ -10,6 +10,8 @@
 
 namespace lumoplot {
 
+struct TUserChange;
+
 /// Which axes follow a movement.
 enum class TZoomAxes { All, X, BothY, Y, SecondY };
 
@@ -57,12 +59,15 @@ private:
     template <class TRangeOf>
     void Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf);
     void BeginGesture();
+    void ShowLastView(const TUserChange& change);
+    void Show(const TView& view);
     static bool IsShowable(const TAxis& axis, double min, double max);
     static void SetRange(TAxis& axis, double min, double max);
 
     TxyGraph& m_graph;
     std::vector<TView> m_history;
     bool m_isGoing = false;
+    std::uint64_t m_gesture = 0; ///< number of the last one
 };
 
 } // namespace lumoplot

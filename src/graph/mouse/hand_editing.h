@@ -19,8 +19,6 @@ class TGraphMouse;
 struct THandEditing {
     /// Asked before each edit of a data set's points; may make the data set one that can be edited.
     std::function<bool(TSeries& series)> MayEdit;
-    /// Told after each edit, with its name: "move point of Run 1".
-    std::function<void(const std::string& name)> Edited;
     /// Places that are near a point are its place.
     bool Snaps = false;
     /// The type of the marks that are placed.

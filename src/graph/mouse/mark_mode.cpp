@@ -152,14 +152,14 @@ void TMarkMode::Release(const TMouseMoment& moment) {
     if (!drag || !HasLength(*drag)) return;
     TxyGraph& graph = m_mouse.Graph();
     if (drag->Before.ID == 0) {
-        const int id = graph.AddMark(drag->Mark);
-        graph.Appearance()->SetShowMarks(true);
-        return m_editing->Edited("add mark " + std::to_string(id));
+        return graph.ChangeByUser({"add mark"}, [&] {
+            graph.AddMark(drag->Mark);
+            graph.Appearance()->SetShowMarks(true);
+        });
     }
     const TGraphMark* present = graph.Marks().Find(drag->Before.ID);
     if (!present || !(*present == drag->Before) || drag->Mark == drag->Before) return;
-    graph.SetMark(drag->Mark);
-    m_editing->Edited("move mark " + std::to_string(drag->Mark.ID));
+    graph.ChangeByUser({"move mark " + std::to_string(drag->Mark.ID)}, [&] { graph.SetMark(drag->Mark); });
 }
 
 void TMarkMode::Cancel() {

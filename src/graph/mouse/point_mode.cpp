@@ -103,8 +103,9 @@ void TPointMode::Release(const TMouseMoment& moment) {
     TSeries* series = m_mouse.Graph().FindSeries(drag->Number);
     if (!series) return;
     if (m_action == TPointAction::Add) {
-        series->AddPoint(drag->Target.X, RawY(*series, drag->Target.X, drag->Target.Y));
-        return Tell("add point to ", *series);
+        return Change("add point to ", *series, [&] {
+            series->AddPoint(drag->Target.X, RawY(*series, drag->Target.X, drag->Target.Y));
+        });
     }
     const auto point = series->GetPoint(drag->Point.Id);
     if (!point || point->X != drag->Point.X) return;
@@ -118,24 +119,25 @@ void TPointMode::Carry(TSeries& series, const TDragState& drag) const {
     const QPointF way = drag.Target.Place - drag.Start;
     if (std::max(std::abs(way.x()), std::abs(way.y())) < kClickReach) return;
     const double y = RawY(series, drag.Target.X, drag.Target.Y);
-    const bool held = series.UpdateDepth();
-    series.SetUpdateDepth(true);
-    if (drag.Target.X == drag.Point.X) {
-        series.SetPointY(drag.Point.Id, y);
-    } else {
-        series.DeletePoint(drag.Point.Id);
-        series.AddPoint(drag.Target.X, y);
-    }
-    series.SetUpdateDepth(held);
-    Tell("move point of ", series);
+    Change("move point of ", series, [&] {
+        const bool held = series.UpdateDepth();
+        series.SetUpdateDepth(true);
+        if (drag.Target.X == drag.Point.X) {
+            series.SetPointY(drag.Point.Id, y);
+        } else {
+            series.DeletePoint(drag.Point.Id);
+            series.AddPoint(drag.Target.X, y);
+        }
+        series.SetUpdateDepth(held);
+    });
 }
 
 void TPointMode::DeletePoint(TSeries& series, std::int32_t id) const {
-    if (series.DeletePoint(id)) Tell("delete point of ", series);
+    Change("delete point of ", series, [&] { series.DeletePoint(id); });
 }
 
-void TPointMode::Tell(const char* what, const TSeries& series) const {
-    m_editing->Edited(what + series.SeriesName());
+void TPointMode::Change(const char* what, const TSeries& series, const std::function<void()>& action) const {
+    m_mouse.Graph().ChangeByUser({what + series.SeriesName()}, action);
 }
 
 void TPointMode::Cancel() {

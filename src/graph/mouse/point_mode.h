@@ -47,7 +47,7 @@ private:
     TPlotPlace TargetOf(const TDragState& drag, const TMouseMoment& moment) const;
     void Carry(TSeries& series, const TDragState& drag) const;
     void DeletePoint(TSeries& series, std::int32_t id) const;
-    void Tell(const char* what, const TSeries& series) const;
+    void Change(const char* what, const TSeries& series, const std::function<void()>& action) const;
     void End();
 
     TGraphMouse& m_mouse;
