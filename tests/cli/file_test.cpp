@@ -218,14 +218,18 @@ TEST_F(Files, ATemplateStaysATemplate) {
 
 TEST_F(Files, TheCurrentOrTheChosenDataSetOfAGraphIsTaken) {
     TxyGraph graph;
-    for (const double y : {10.0, 20.0, 30.0}) AddedTo(graph).AddPoint(1, y);
+    for (const double y : {10.0, 20.0, 30.0}) {
+        TSeries& series = AddedTo(graph);
+        series.AddPoint(0, 0);
+        series.AddPoint(1, y);
+    }
     graph.Appearance()->SetCurrSerIndex(2);
     graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
     Convert(NameOf("a.ltp"), NameOf("current.csv"));
     Convert(NameOf("a.ltp"), NameOf("third.csv"), {"--set", "3"});
     EXPECT_TRUE(ContentOf(NameOf("current.csv")).ends_with("1,20\n"));
     EXPECT_TRUE(ContentOf(NameOf("third.csv")).ends_with("1,30\n"));
-    EXPECT_EQ(RunForJson({"stats", NameOf("a.ltp")})["y"].toObject()["count"].toInt(), 1);
+    EXPECT_EQ(RunForJson({"stats", NameOf("a.ltp")})["y"].toObject()["sum"].toInt(), 20);
     EXPECT_EQ(RunProgram({"stats", NameOf("a.ltp"), "--set", "4"}).status, 1);
 }
 
