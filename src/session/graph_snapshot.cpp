@@ -160,7 +160,8 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
     m_children.reserve(graph.ChildGraphs().size());
     for (const auto& child : graph.ChildGraphs()) {
         const bool hasEarlier = earlier && m_children.size() < earlier->m_children.size();
-        m_children.emplace_back(*child, hasEarlier ? &earlier->m_children[m_children.size()] : nullptr, m_meter);
+        m_children.emplace_back(*child, hasEarlier ? &earlier->m_children[m_children.size()] : nullptr,
+                                m_meter);
     }
 }
 
