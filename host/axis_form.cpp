@@ -1,5 +1,6 @@
 #include "host/axis_form.h"
 
+#include "controls/number_edit.h"
 #include "graph/model/axis.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -19,7 +20,7 @@ void Show(QLineEdit& edit, double value) {
 }
 
 double Number(const QLineEdit& edit) {
-    const double value = ParseFloat(edit.text().toStdString());
+    const double value = ParseTyped(edit.text().toStdString());
     if (!std::isfinite(value)) throw EConvertError("An axis needs finite numbers");
     return value;
 }

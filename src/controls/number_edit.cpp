@@ -4,6 +4,9 @@
 #include "support/errors.h"
 #include "support/number_text.h"
 
+#include <QLocale>
+#include <QSignalBlocker>
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
@@ -16,9 +19,17 @@ std::string NoNumberText(const std::string& text) {
 }
 
 double ParseFinite(const std::string& text) {
-    const std::optional<double> value = TryParseFloat(text);
-    if (!value || !std::isfinite(*value)) throw EConvertError(NoNumberText(text));
-    return *value;
+    const double value = ParseTyped(text);
+    if (!std::isfinite(value)) throw EConvertError(NoNumberText(text));
+    return value;
+}
+
+/// Where the only comma stands, when exactly three digits follow it.
+std::optional<std::size_t> GroupingComma(const std::string& text) {
+    const std::size_t comma = text.find(',');
+    if (comma == std::string::npos || text.find(',', comma + 1) != std::string::npos) return std::nullopt;
+    const std::size_t end = std::min(text.find_first_not_of("0123456789", comma + 1), text.size());
+    return end - comma == 4 ? std::optional(comma) : std::nullopt;
 }
 
 template <class TValue, class TParse>
@@ -36,6 +47,16 @@ std::optional<TValue> ValueIn(QLineEdit& edit, TParse parse) {
 }
 
 } // namespace
+
+double ParseTyped(const std::string& text) {
+    const double value = ParseFloat(text);
+    const auto comma = GroupingComma(text);
+    if (!comma || QLocale().decimalPoint() == QStringLiteral(",")) return value;
+    std::string whole(Trimmed(text));
+    whole.erase(whole.find(','), 1);
+    throw EConvertError("'" + text + "' can be " + whole + " or " + FormatShortest(value) +
+                        ": leave the comma out or write a point");
+}
 
 void MarkEdit(QLineEdit& edit, const QString& reason) {
     const bool wasMarked = edit.property(kPlainToolTip).isValid();
@@ -62,11 +83,14 @@ std::optional<int> IntegerIn(QLineEdit& edit) {
 }
 
 std::optional<double> FiniteNumberIn(QLineEdit& edit) {
-    const std::string text = edit.text().toStdString();
-    const std::optional<double> value = TryParseFloat(text);
-    const bool isFinite = value && std::isfinite(*value);
-    MarkEdit(edit, isFinite ? QString() : QString::fromStdString(NoNumberText(text)));
-    return isFinite ? value : std::nullopt;
+    try {
+        const double value = ParseFinite(edit.text().toStdString());
+        MarkEdit(edit, {});
+        return value;
+    } catch (const EConvertError& error) {
+        MarkEdit(edit, QString::fromUtf8(error.what()));
+        return std::nullopt;
+    }
 }
 
 void ShowNumber(QLineEdit& edit, double value) {
@@ -76,6 +100,12 @@ void ShowNumber(QLineEdit& edit, double value) {
 void ShowNumberText(QLineEdit& edit, const std::string& text) {
     edit.setText(QString::fromStdString(text));
     MarkEdit(edit, {});
+}
+
+void ShowInteger(QSpinBox& edit, int value) {
+    const QSignalBlocker quiet(&edit);
+    edit.setRange(std::min(edit.minimum(), value), std::max(edit.maximum(), value));
+    edit.setValue(value);
 }
 
 void ShowText(QLineEdit& edit, const std::string& text) {

@@ -4,9 +4,15 @@
 #include "controls/widgets_export.h"
 
 #include <QLineEdit>
+#include <QSpinBox>
 #include <optional>
 
 namespace lumoplot {
+
+/// The number that a typed text stands for. Its decimal sign is the point; the comma is one too, but before
+/// exactly three digits only where the locale has it as such. Throws EConvertError, which then names both
+/// readings.
+XYWIDGETS_EXPORT double ParseTyped(const std::string& text);
 
 /// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
 /// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
@@ -22,6 +28,9 @@ inline constexpr int kShownDigits = 4;
 XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value);
 /// Shows another text for a number, and no mark.
 XYWIDGETS_EXPORT void ShowNumberText(QLineEdit& edit, const std::string& text);
+
+/// Shows a stored number, also one beyond the range that the edit offers.
+XYWIDGETS_EXPORT void ShowInteger(QSpinBox& edit, int value);
 
 /// Shows a text from its start. Nothing is set when it is there already, so that an edit keeps its caret
 /// while it is typed in.

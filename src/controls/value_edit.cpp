@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QWheelEvent>
 #include <cmath>
+#include <limits>
 
 namespace lumoplot {
 namespace {
@@ -77,7 +78,8 @@ void TValueEdit::Nudge(double steps) {
     while (m_positive && *m_value + change < std::abs(change) * 0.5 && std::abs(change) > 1e-300)
         change *= m_integers ? 0 : 0.1;
     const double value = Rounded(*m_value + change, m_positive ? 0 : m_step);
-    if (value == *m_value || !std::isfinite(value)) return;
+    const bool isTooLarge = m_integers && std::abs(value) > std::numeric_limits<int>::max();
+    if (value == *m_value || !std::isfinite(value) || isTooLarge) return;
     m_value = value;
     setText(TextOf(value));
     MarkEdit(*this, {});

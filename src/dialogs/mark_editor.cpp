@@ -79,16 +79,17 @@ void TxyMark::ConnectFields() {
     connect(m_ui->cbx_Status, &QComboBox::currentIndexChanged, this, [this](int item) { TakeStatus(item); });
 }
 
-// Enter in an edit takes what was typed and does not close the dialog.
+// Enter in an edit takes what was typed and does not close the dialog; in the text it also begins a line.
 bool TxyMark::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_ui->m_Text && event->type() == QEvent::FocusOut) WriteBack();
-    const bool isField = qobject_cast<QLineEdit*>(watched) != nullptr;
-    if (isField && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            WriteBack();
-            return true;
-        }
+    const bool isKey = event->type() == QEvent::KeyPress;
+    const int key = isKey ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        const bool isField = qobject_cast<QLineEdit*>(watched) != nullptr;
+        if (isField) WriteBack();
+        if (isField) return true;
+        // The line is not there yet.
+        QMetaObject::invokeMethod(this, &TxyMark::WriteBack, Qt::QueuedConnection);
     }
     return QDialog::eventFilter(watched, event);
 }

@@ -1,5 +1,6 @@
 #include "dialogs/set_values_dialog.h"
 
+#include "controls/number_edit.h"
 #include "dialogs/hand_edit.h"
 #include "graph/model/graph.h"
 #include "support/errors.h"
@@ -14,10 +15,10 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kShownDigits = 6;
+constexpr int kListedDigits = 6;
 
 double BoundIn(const QLineEdit& edit) {
-    const double value = ParseFloat(edit.text().toStdString());
+    const double value = ParseTyped(edit.text().toStdString());
     if (std::isnan(value)) throw EConvertError("'" + edit.text().toStdString() + "' is no bound of a range");
     return value;
 }
@@ -29,7 +30,7 @@ QTableWidgetItem* Cell(const QString& text) {
 }
 
 QTableWidgetItem* NumberCell(double value) {
-    return Cell(QString::fromStdString(FormatGeneral(value, kShownDigits)));
+    return Cell(QString::fromStdString(FormatGeneral(value, kListedDigits)));
 }
 
 QString CountText(const TSeries& series, std::size_t chosen, int unusable) {

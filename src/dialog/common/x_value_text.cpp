@@ -1,5 +1,6 @@
 #include "dialog/common/x_value_text.h"
 
+#include "controls/number_edit.h"
 #include "sources/cells/text_date.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -54,7 +55,7 @@ QString XValueText(double value, TColumnFormat format) {
 
 double ParseXValue(const QString& text, TColumnFormat format) {
     const std::string trimmed = text.trimmed().toStdString();
-    if (format == TColumnFormat::Number) return ParseFloat(trimmed);
+    if (format == TColumnFormat::Number) return ParseTyped(trimmed);
     if (const auto date = ParseDate(trimmed, OrderOfLocale())) return date->days;
     throw EConvertError("'" + trimmed + "' is not a valid date");
 }

@@ -1,5 +1,6 @@
 #include "dialog/fit/curve_fitting_page.h"
 
+#include "controls/number_edit.h"
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_result_text.h"
@@ -15,6 +16,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <sstream>
 
 namespace lumoplot {
 namespace {
@@ -133,7 +135,7 @@ void TCurveFittingPage::FillFrom(TSeries& series) {
 
 void TCurveFittingPage::ShowCurveLook(const TCurFit& fit) {
     m_ui->cbx_CurveLine->setCurrentIndex(fit.ShowCurve() ? fit.CurveStyle() + 1 : 0);
-    m_ui->se_CurveWidth->setValue(fit.CurveWidth());
+    ShowInteger(*m_ui->se_CurveWidth, fit.CurveWidth());
     m_ui->b_CurveColor->SetColor(fit.CurveColor());
 }
 
@@ -228,6 +230,8 @@ void TCurveFittingPage::ShowSettings() {
     Edit([&](TSeries& series) {
         m_settings->TakeMargins();
         std::vector<std::string> lines = series.CurveFit().SettingsReport();
+        std::istringstream result(FitResultText(series.CurveFit(), kCopiedDigits));
+        for (std::string line; std::getline(result, line);) lines.push_back(line);
         EditScript(window(), &lines, QStringLiteral("LumoPlot Curve Fitting Settings"));
     });
 }

@@ -1,5 +1,6 @@
 #include "dialog/manual/manual_grid.h"
 
+#include "dialog/manual/pasted_commas.h"
 #include "support/errors.h"
 #include "support/guard.h"
 
@@ -11,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QToolTip>
 #include <algorithm>
 
 namespace lumoplot {
@@ -23,6 +25,9 @@ enum class TDivider { Tab, Semicolon, Comma, Blanks };
 TDivider DividerOf(const QString& text) {
     if (text.contains(QLatin1Char('\t'))) return TDivider::Tab;
     if (text.contains(QLatin1Char(';'))) return TDivider::Semicolon;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    if (std::ranges::all_of(lines, [](const QString& line) { return IsGrouped(line.trimmed()); }))
+        return TDivider::Blanks;
     // "1.5,2" are two cells; "1,5" is one number with a decimal comma.
     static const QRegularExpression commaBehindPoint(QStringLiteral("\\.[^\\n]*,|,[^\\n]*\\.|, "));
     return text.contains(commaBehindPoint) ? TDivider::Comma : TDivider::Blanks;
@@ -185,7 +190,7 @@ void TManualGrid::CopySelection() {
 
 void TManualGrid::PasteClipboard() {
     FinishEditing();
-    const QList<QStringList> block = SplitBlock(QApplication::clipboard()->text());
+    QList<QStringList> block = SplitBlock(QApplication::clipboard()->text());
     qsizetype width = 0;
     for (const QStringList& cells : block) width = std::max(width, cells.size());
     if (width > kColumns)
@@ -194,8 +199,12 @@ void TManualGrid::PasteClipboard() {
     const QModelIndex cell = currentIndex();
     const int row = std::max(cell.row(), 0);
     const int column = width == kColumns ? 0 : std::max(cell.column(), 0);
+    const QString reading = ReadCommas(block);
     m_points->Paste(row, column, block);
     GoTo(row, column);
+    if (reading.isEmpty()) return;
+    const QRect place = visualRect(m_points->index(row, column));
+    QToolTip::showText(viewport()->mapToGlobal(place.bottomLeft()), reading, this);
 }
 
 void TManualGrid::contextMenuEvent(QContextMenuEvent* event) {

@@ -155,19 +155,22 @@ void TManualPointsModel::Replace(int row, int removed, std::vector<TManualRow> r
     Change({first, count, rows.size()}, [&] { m_rows.Replace(first, count, std::move(rows)); });
 }
 
-/// Runs an action that changes the rows so, and tells the views.
+/// Runs an action that changes the rows so, and tells the views. The row for new points becomes the first of
+/// those that are put in its place, so that who edits it stays on it.
 template <class TAction>
 void TManualPointsModel::Change(const TRowChange& change, TAction action) {
     const auto row = static_cast<int>(change.Row);
     const auto removed = static_cast<int>(change.Removed);
     const auto inserted = static_cast<int>(change.Inserted);
     const int kept = std::min(removed, inserted);
-    if (inserted > removed) beginInsertRows({}, row + kept, row + inserted - 1);
+    const int behindNew = inserted > removed && row + kept == Rows() ? 1 : 0;
+    if (inserted > removed) beginInsertRows({}, row + kept + behindNew, row + inserted - 1 + behindNew);
     if (removed > inserted) beginRemoveRows({}, row + kept, row + removed - 1);
     action();
     if (inserted > removed) endInsertRows();
     if (removed > inserted) endRemoveRows();
-    if (kept > 0) Q_EMIT dataChanged(index(row, 0), index(row + kept - 1, kYColumn));
+    const int changed = kept + behindNew;
+    if (changed > 0) Q_EMIT dataChanged(index(row, 0), index(row + changed - 1, kYColumn));
     Q_EMIT headerDataChanged(Qt::Vertical, row, Rows());
     Q_EMIT Edited();
 }

@@ -102,6 +102,9 @@ void TGeneralPage::ConnectStyle() {
     connectSpin(m_ui->se_PointSize, &TSeries::SetPointSize);
     connectSpin(m_ui->se_PointBorderWidth, &TSeries::SetPointBorderWidth);
     connectSpin(m_ui->se_LineWidth, &TSeries::SetLineWidth);
+    connect(m_ui->se_PointSize, &QSpinBox::editingFinished, this, [this] {
+        if (const TSeries* series = Context().CurrSeries()) ShowPointSize(*series);
+    });
     connect(m_ui->b_PointColor, &TColorButton::ColorPicked, this,
             [this](TColor color) { Edit([&](TSeries& series) { series.SetPointColor(color); }); });
     connect(m_ui->b_LineColor, &TColorButton::ColorPicked, this,
@@ -117,9 +120,9 @@ void TGeneralPage::FillFrom(TSeries& series) {
     (second ? m_ui->rb_SecondAxis : m_ui->rb_MainAxis)->setChecked(true);
     m_ui->cbx_PointShape->setCurrentIndex(series.PointsShown() ? ItemOfShape(series.PointShape()) : 0);
     m_ui->cbx_LineStyle->setCurrentIndex(series.LinesShown() ? static_cast<int>(series.LineStyle()) + 1 : 0);
-    m_ui->se_PointSize->setValue(series.PointSize());
-    m_ui->se_PointBorderWidth->setValue(series.PointBorderWidth());
-    m_ui->se_LineWidth->setValue(series.LineWidth());
+    ShowPointSize(series);
+    ShowInteger(*m_ui->se_PointBorderWidth, series.PointBorderWidth());
+    ShowInteger(*m_ui->se_LineWidth, series.LineWidth());
     m_ui->cb_FillPoints->setChecked(series.FillPoints());
     m_ui->b_PointColor->SetColor(series.PointColor());
     m_ui->b_LineColor->SetColor(series.LineColor());
@@ -138,6 +141,12 @@ void TGeneralPage::ShowBaseline(const TSeries& series) {
     const TFillingScope filling(Context());
     ShowNumber(*m_ui->e_ZeroValue, series.ZeroValue());
     ShowNumber(*m_ui->e_Slope, series.BaseLineSlope());
+}
+
+// Most shapes have even sizes only.
+void TGeneralPage::ShowPointSize(const TSeries& series) {
+    m_ui->se_PointSize->setSingleStep(series.PointShape() == TPointShape::WidePoint ? 1 : 2);
+    ShowInteger(*m_ui->se_PointSize, series.PointSize());
 }
 
 void TGeneralPage::EnableBaseline(bool secondAxis) {
@@ -178,6 +187,7 @@ void TGeneralPage::ChangePointShape(TSeries& series, int item) {
     const bool before = series.PointsShown();
     series.SetPointsShown(item > 0);
     if (item > 0) series.SetPointShape(kShapeOfItem[static_cast<std::size_t>(item - 1)]);
+    ShowPointSize(series);
     if (!series.LinesShown() || !series.PointsShown() || before) return;
     series.SetPointColor(series.LineColor());
     m_ui->b_PointColor->SetColor(series.PointColor());

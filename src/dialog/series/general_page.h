@@ -28,6 +28,7 @@ private:
     void ConnectNameAndVisibility();
     void ConnectBaseline();
     void ConnectStyle();
+    void ShowPointSize(const TSeries& series);
     void ShowBaseline(const TSeries& series);
     void EnableBaseline(bool secondAxis);
     void EnablePointControls();

@@ -28,8 +28,8 @@ QString Difference(const TTextFormat& format, const TTextFormat& other) {
 }
 
 QString ResultText(const TTextReport& report) {
-    QStringList parts = {Counted(report.rowsUsed, "point", "points") + QStringLiteral(" from ") +
-                         Counted(report.rowsChosen, "row", "rows")};
+    QStringList parts = {Counted(report.rowsUsed - report.rowsMerged, "point", "points") +
+                         QStringLiteral(" from ") + Counted(report.rowsChosen, "row", "rows")};
     if (report.samplingFrequency > 1)
         parts << QStringLiteral("one of every ") + Counted(report.samplingFrequency, "row", "rows");
     if (report.rowsSkipped > 0)

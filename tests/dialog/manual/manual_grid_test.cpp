@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_grid.h"
+#include "dialog/manual/pasted_commas.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -76,11 +77,37 @@ TEST(SplitBlock, DividesWhatProgramsCopy) {
         {"1.5,2\n3,4.5\n", {{"1.5", "2"}, {"3", "4.5"}}},
         {"1, 2\n3, 4", {{"1", "2"}, {"3", "4"}}},
         {"1,5\n2,5", {{"1,5"}, {"2,5"}}}, // decimal commas
+        {"1,234.5\n12,345", {{"1,234.5"}, {"12,345"}}},
         {"  1   2\n3 4", {{"1", "2"}, {"3", "4"}}},
         {"1\r2\r3", {{"1"}, {"2"}, {"3"}}},
         {"", {}},
     };
     for (const auto& c : cases) EXPECT_EQ(SplitBlock(QString::fromLatin1(c.text)), c.cells) << c.text;
+}
+
+TEST(PastedCommas, AreReadByTheWholeColumn) {
+    struct TCase {
+        TBlock cells;
+        TBlock read;
+        const char* reading;
+    };
+    const char* groups = "The commas were read as groups of digits.";
+    const char* decimals = "The commas were read as decimal signs.";
+    const TCase cases[] = {
+        {{{"1,234"}, {"999"}}, {{"1234"}, {"999"}}, groups},
+        {{{"1,234"}, {"1,5"}}, {{"1.234"}, {"1.5"}}, decimals},
+        {{{"1,234"}, {"1500"}}, {{"1.234"}, {"1500"}}, decimals},
+        {{{"1,234"}, {"0,125"}}, {{"1.234"}, {"0.125"}}, decimals},
+        {{{"-1,234,567.5"}, {"1,234"}}, {{"-1234567.5"}, {"1234"}}, groups},
+        {{{"1,234.5"}, {"1,5"}}, {{"1,234.5"}, {"1,5"}}, ""},
+        {{{"1,234", "7"}, {"999"}}, {{"1234", "7"}, {"999"}}, groups},
+        {{{"1.5"}, {"2"}}, {{"1.5"}, {"2"}}, ""},
+    };
+    for (const TCase& c : cases) {
+        TBlock block = c.cells;
+        EXPECT_EQ(ReadCommas(block).toStdString(), c.reading) << c.cells[0][0].toStdString();
+        EXPECT_EQ(block, c.read) << c.cells[0][0].toStdString();
+    }
 }
 
 // The rows against a plain list of them, over random edits, with undo and redo.
@@ -128,6 +155,27 @@ TEST(ManualRows, BehaveLikeAListWithAHistory) {
     }
     while (rows.NextUndo()) rows.Undo();
     EXPECT_FALSE(rows.IsEdited());
+}
+
+TEST_F(TManualGridTest, TabGoesFromXToYToTheNextRow) {
+    ShowPage();
+    const int first = Grid().model()->rowCount() - 1;
+    GoTo(first, 0);
+    for (const char* text : {"1", "10", "2", "20"}) {
+        TypeKeys(QString::fromLatin1(text));
+        Press(Qt::Key_Tab);
+    }
+    ASSERT_EQ(Grid().model()->rowCount(), first + 3);
+    const char* expected[] = {"1", "10", "2", "20"};
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(Cell(first + i / 2, i % 2), expected[i]) << i;
+}
+
+TEST_F(TManualGridTest, ACommaWithTwoReadingsIsMarked) {
+    ShowPage();
+    TypeCell(0, 1, QStringLiteral("1,234"));
+    EXPECT_TRUE(IsMarked(0, 1));
+    const std::string reason = Grid().model()->index(0, 1).data(Qt::ToolTipRole).toString().toStdString();
+    EXPECT_NE(reason.find("can be 1234 or 1.234"), std::string::npos) << reason;
 }
 
 TEST_F(TManualGridTest, WhatIsTypedBecomesPointsWhenThePageIsCommitted) {
