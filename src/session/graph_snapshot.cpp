@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
+#include "support/update_hold.h"
 
 #include <algorithm>
 #include <string_view>
@@ -116,8 +117,7 @@ void RestoreRegression(TSeries& series, bool stale) {
 }
 
 void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
-    const bool held = series.UpdateDepth();
-    series.SetUpdateDepth(true);
+    const TUpdateHold hold(series);
     if (!state.SameContent(present)) RestoreContent(series, state, present);
     series.RestoreExtents(state.Extents);
     RestoreRegression(series, state.RegressionStale);
@@ -127,7 +127,6 @@ void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState
     series.SetSourceRows(state.SourceRows);
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
-    series.SetUpdateDepth(held);
 }
 
 } // namespace
@@ -178,7 +177,7 @@ bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
 }
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
-    graph.BeginUpdate();
+    const TUpdateHold hold(graph);
     RestoreSettings(graph);
     RestoreSeries(graph);
     graph.SetMarks(m_marks);
@@ -189,7 +188,6 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.Appearance()->SetCurrSerIndex(currSerIndex);
     graph.NeedRescale();
     graph.RequestRepaint(true);
-    graph.EndUpdate();
 }
 
 void TGraphSnapshot::RestoreSettings(TxyGraph& graph) const {

@@ -6,6 +6,7 @@
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/update_hold.h"
 #include "ui_filtering_page.h"
 
 #include <QLocale>
@@ -167,7 +168,7 @@ void TFilteringPage::Filter(TSeries& series) {
 void TFilteringPage::TakeIn(TSeries& series, TPointChain points) {
     TBefore before{&series,           {}, {}, series.ZeroValue(), series.BaseLineSlope(), series.AutoZero(),
                    series.IsThinned()};
-    const TUpdateScope hold(series);
+    const TUpdateHold hold(series);
     before.Points = series.SwapPoints(std::move(points));
     before.Written = MarkOf(series);
     series.SetThinned(false);
@@ -180,7 +181,7 @@ void TFilteringPage::Undo() {
     Guarded([&] {
         TBefore before = *std::exchange(m_before, std::nullopt);
         {
-            const TUpdateScope hold(*series);
+            const TUpdateHold hold(*series);
             series->SwapPoints(std::move(before.Points));
             series->SetAutoZero(before.AutoZero);
             series->SetZeroValue(before.ZeroValue);

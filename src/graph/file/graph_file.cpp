@@ -5,6 +5,7 @@
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/replace_file.h"
+#include "support/update_hold.h"
 
 namespace lumoplot {
 namespace {
@@ -53,17 +54,6 @@ void CheckSignature(TxyReader& reader) {
     if (signature.size() < 5 || signature[4] != '0') throw EGraphFileError("Wrong Graph version");
 }
 
-class TUpdateHold {
-public:
-    explicit TUpdateHold(TxyGraph& graph) : m_graph(graph) { m_graph.BeginUpdate(); }
-    ~TUpdateHold() { m_graph.EndUpdate(); }
-    TUpdateHold(const TUpdateHold&) = delete;
-    TUpdateHold& operator=(const TUpdateHold&) = delete;
-
-private:
-    TxyGraph& m_graph;
-};
-
 } // namespace
 
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points) {
@@ -88,7 +78,7 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     TByteSource source(bytes);
     TxyReader reader(source);
     TSeries loaded(series.Graph(), series.SeriesIndex());
-    loaded.SetUpdateDepth(true);
+    loaded.BeginUpdate(); // nobody hears of it
     ReadSeries(reader, loaded);
     series.CopyFrom(loaded);
 }
@@ -221,14 +211,12 @@ void TSeries::CopyFrom(const TSeries& other) {
     WriteSeries(writer, other, TPoints::LeaveOut);
     TByteSource source(bytes);
     TxyReader reader(source);
-    const bool held = m_updateDepth;
-    SetUpdateDepth(true);
+    const TUpdateHold hold(*this);
     Clear();
     ReadSeries(reader, *this);
     CopyPointsFrom(other);
     TakeSourceState(other);
     CurveFit().RestoreRunState(other.CurveFit().RunState());
-    SetUpdateDepth(held);
 }
 
 } // namespace lumoplot

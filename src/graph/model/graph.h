@@ -129,8 +129,9 @@ public:
     /// Asks for a repaint (true) or withdraws the request (false); requests coalesce.
     void RequestRepaint(bool repaint);
     bool RepaintRequested() const { return m_repaintRequested; }
-    /// Between these calls nothing is repainted; EndUpdate repaints when somebody asked for it meanwhile.
-    void BeginUpdate() { m_updating = true; }
+    /// Between these calls, which may be nested (TUpdateHold), nothing is repainted; the last EndUpdate
+    /// repaints when somebody asked for it meanwhile.
+    void BeginUpdate() { ++m_holds; }
     void EndUpdate();
     /// The axes must be scaled anew before the next drawing.
     void NeedRescale() { m_needsRescale = true; }
@@ -235,7 +236,7 @@ private:
     bool m_needsRescale = false;
     bool m_scaleFailed = false;
     bool m_repaintRequested = false;
-    bool m_updating = false;
+    int m_holds = 0;
     bool m_isFitting = false;
     bool m_fitsScheduled = false;
     bool m_editorMode = false;

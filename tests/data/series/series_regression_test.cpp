@@ -246,7 +246,7 @@ TEST(SeriesRegression, NobodyIsNotified) {
     Fill(series, {0, 1, 2}, {0, 1, 5});
     series.SetRegressionType(2);
     int calls = 0;
-    series.AddChangeHandler(1, [&](TDataSeries&, int) { ++calls; });
+    series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons) { ++calls; });
     series.CalcRegression();
     series.YStatistics();
     series.CorrectedSpread();
