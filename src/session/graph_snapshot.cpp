@@ -25,7 +25,7 @@ TBytesPointer Share(TBytes bytes, const TBytesPointer* earlier, const std::share
 // written.
 template <class T>
 bool IsKeptApart(const TSectionRow<T>& row) {
-    return row.isWritten || std::string_view(row.label).ends_with("SerIndex");
+    return row.rowOf != TRowOf::EverySection || std::string_view(row.label).ends_with("SerIndex");
 }
 
 template <class T>
@@ -57,8 +57,8 @@ TBytes RecordOf(const TSeries& series) {
 }
 
 /// Every section of settings of a graph with its table and its object, in one order.
-template <class TVisitor>
-void VisitSections(TxyGraph& graph, TVisitor visit) {
+template <class TGraph, class TVisitor>
+void VisitSections(TGraph& graph, TVisitor visit) {
     visit(AppearanceRows(), *graph.Appearance());
     visit(DimensionsRows(), *graph.Dimensions());
     for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
@@ -148,7 +148,7 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
       m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks()), m_meter(std::move(meter)),
       m_cost(m_meter, sizeof(*this) + graph.Series().size() * sizeof(TSeriesState) +
                           graph.Marks().Marks().size() * sizeof(TGraphMark)) {
-    VisitSections(const_cast<TxyGraph&>(graph), [&](auto rows, const auto& object) {
+    VisitSections(graph, [&](auto rows, const auto& object) {
         const TBytesPointer* before = earlier ? &earlier->m_settings[m_settings.size()] : nullptr;
         m_settings.push_back(Share(SectionOf(rows, object), before, m_meter));
     });

@@ -15,9 +15,10 @@ constexpr int kLargestCount = 65535;
 
 template <class T>
 void WriteSection(TxyWriter& writer, const char* header, const char* name,
-                  std::span<const TSectionRow<T>> rows, const T& object) {
+                  std::span<const TSectionRow<T>> rows, const T& object,
+                  TRowOf section = TRowOf::EverySection) {
     writer.WriteString(kSectionHeader, header, name);
-    WriteEntries(writer, rows, object);
+    WriteEntries(writer, rows, object, section);
 }
 
 void WriteCount(TxyWriter& writer, std::size_t count) {
@@ -87,8 +88,7 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
 class TGraphFile {
 public:
     static void Save(TBytes& bytes, const TxyGraph& graph, TPoints points) {
-        graph.m_savedWithData = points == TPoints::Include;
-        SaveSettings(bytes, graph);
+        SaveSettings(bytes, graph, points);
         TxyWriter writer(bytes);
         for (const auto& series : graph.Series()) WriteSeries(writer, *series, points);
         for (const auto& [id, mark] : graph.Marks().Marks())
@@ -116,10 +116,11 @@ public:
     }
 
 private:
-    static void SaveSettings(TBytes& bytes, const TxyGraph& graph) {
+    static void SaveSettings(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+        const TRowOf section = points == TPoints::Include ? TRowOf::SectionsWithPoints : TRowOf::EverySection;
         TxyWriter writer(bytes);
         writer.WriteBareString(kSignature);
-        WriteSection(writer, "Section", "Appearance", AppearanceRows(), *graph.Appearance());
+        WriteSection(writer, "Section", "Appearance", AppearanceRows(), *graph.Appearance(), section);
         WriteSection(writer, "Section:", "Dimensions", DimensionsRows(), *graph.Dimensions());
         for (const TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()})
             WriteSection(writer, "Section:", "Axis", AxisRows(), *axis);
@@ -176,15 +177,20 @@ private:
     std::int64_t m_childGraphs = 0;
 };
 
-void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) const {
-    TGraphFile::Save(bytes, *this, points);
+void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+    TGraphFile::Save(bytes, graph, points);
+}
+
+void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) {
+    m_savedWithData = points == TPoints::Include;
+    WriteGraph(bytes, *this, points);
 }
 
 void TxyGraph::LoadFromStream(TByteSource& source) {
     TGraphFile(source).Load(*this, 0);
 }
 
-void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
+void TxyGraph::SaveTemplate(const std::string& name, TPoints points) {
     TBytes bytes;
     SaveToStream(bytes, points);
     ReplaceFile(name, bytes);
@@ -199,7 +205,7 @@ void TxyGraph::LoadFromFile(const std::string& name) {
 void TxyGraph::CopyFrom(const TxyGraph& source) {
     if (&source == this) return;
     TBytes bytes;
-    source.SaveToStream(bytes, TPoints::Include);
+    WriteGraph(bytes, source, TPoints::Include);
     TByteSource copy(bytes);
     LoadFromStream(copy);
 }
