@@ -51,7 +51,7 @@ private:
 
     void WriteGraphOrSeries(TFileKind kind) const {
         const auto document = LoadGraph(data);
-        const TxyGraph& graph = document->Graph();
+        TxyGraph& graph = document->Graph();
         if (kind == TFileKind::Graph)
             graph.SaveTemplate(out, HoldsData(graph) ? TPoints::Include : TPoints::LeaveOut);
         else if (kind == TFileKind::DataSet)

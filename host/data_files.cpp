@@ -103,7 +103,7 @@ bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
 
 bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     TTextReport report;
-    if (!LoadFromSource(series, progress, &report)) return false;
+    if (!LoadFromSource(series, progress, {.Report = &report})) return false;
     if (m_graph.Series().size() == 1) TakeXTitle(report);
     if (report.rowsSkipped > 0) m_notes.append(SkippedRows(SourceFileOf(series), report));
     return true;

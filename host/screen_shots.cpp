@@ -41,11 +41,11 @@ private:
 
 /// Each page of the dialog that can be reached, or the dialog as it is when it has none.
 void SavePages(TShots& shots, QWidget& dialog) {
-    const auto* tabs = dialog.findChild<QTabWidget*>();
+    auto* tabs = dialog.findChild<QTabWidget*>();
     const int pages = tabs ? tabs->count() : 0;
     for (int page = 0; page < std::max(pages, 1); ++page) {
         if (tabs && !tabs->isTabEnabled(page)) continue;
-        if (tabs) const_cast<QTabWidget*>(tabs)->setCurrentIndex(page);
+        if (tabs) tabs->setCurrentIndex(page);
         QApplication::processEvents();
         const QString name = QStringLiteral("editor");
         shots.Save(dialog, page == 0 ? name : QStringLiteral("%1-%2").arg(name).arg(page + 1));

@@ -6,31 +6,8 @@
 #include "graph/model/graph.h"
 #include "support/message_sink.h"
 
-#include <limits>
-
 namespace lumoplot {
 namespace {
-
-/// Lets a graph read every row for a while.
-class TWholeBudget {
-public:
-    explicit TWholeBudget(TxyGraph& graph)
-        : m_graph(graph), m_inEditor(graph.EditorMode()),
-          m_budget((graph.SetEditorMode(false), graph.PointBudget())) {
-        graph.SetPointBudget(std::numeric_limits<int>::max());
-    }
-    ~TWholeBudget() {
-        m_graph.SetPointBudget(m_budget);
-        m_graph.SetEditorMode(m_inEditor);
-    }
-    TWholeBudget(const TWholeBudget&) = delete;
-    TWholeBudget& operator=(const TWholeBudget&) = delete;
-
-private:
-    TxyGraph& m_graph;
-    bool m_inEditor;
-    int m_budget;
-};
 
 bool HoldsSomeRows(const TSeries& series) {
     const TDSInfo& source = series.DataSourceInfo();
@@ -41,12 +18,8 @@ bool HoldsSomeRows(const TSeries& series) {
 
 bool ReadEveryRow(TSeries& series, QWidget*) {
     if (!HoldsSomeRows(series)) return true;
-    const TWholeBudget budget(series.Graph());
-    const std::string name = series.SeriesName();
     TProgressWindow progress;
-    const bool isLoaded = LoadFromSource(series, progress);
-    series.SetSeriesName(name);
-    return isLoaded;
+    return LoadFromSource(series, progress, {.Budget = kEveryRow, .Name = TLoadedName::Kept});
 }
 
 bool MakeManual(TSeries& series, QWidget* window) {

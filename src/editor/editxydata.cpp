@@ -125,7 +125,7 @@ int ShowModal(TxyDataWizard& wizard) {
     return result;
 }
 
-void OfferTemplate(const TxyChildGr& workGraph, const std::string& name) {
+void OfferTemplate(TxyChildGr& workGraph, const std::string& name) {
     if (name.empty()) return;
     const std::string shown(Trimmed(name));
     if (AskYesNo("Save graph to template \"" + shown + "\"  permanently?"))

@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
+#include "support/update_hold.h"
 
 #include <algorithm>
 #include <string_view>
@@ -24,7 +25,7 @@ TBytesPointer Share(TBytes bytes, const TBytesPointer* earlier, const std::share
 // written.
 template <class T>
 bool IsKeptApart(const TSectionRow<T>& row) {
-    return row.isWritten || std::string_view(row.label).ends_with("SerIndex");
+    return row.rowOf != TRowOf::EverySection || std::string_view(row.label).ends_with("SerIndex");
 }
 
 template <class T>
@@ -56,8 +57,8 @@ TBytes RecordOf(const TSeries& series) {
 }
 
 /// Every section of settings of a graph with its table and its object, in one order.
-template <class TVisitor>
-void VisitSections(TxyGraph& graph, TVisitor visit) {
+template <class TGraph, class TVisitor>
+void VisitSections(TGraph& graph, TVisitor visit) {
     visit(AppearanceRows(), *graph.Appearance());
     visit(DimensionsRows(), *graph.Dimensions());
     for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
@@ -116,8 +117,7 @@ void RestoreRegression(TSeries& series, bool stale) {
 }
 
 void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
-    const bool held = series.UpdateDepth();
-    series.SetUpdateDepth(true);
+    const TUpdateHold hold(series);
     if (!state.SameContent(present)) RestoreContent(series, state, present);
     series.RestoreExtents(state.Extents);
     RestoreRegression(series, state.RegressionStale);
@@ -127,7 +127,6 @@ void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState
     series.SetSourceRows(state.SourceRows);
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
-    series.SetUpdateDepth(held);
 }
 
 } // namespace
@@ -149,7 +148,7 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
       m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks()), m_meter(std::move(meter)),
       m_cost(m_meter, sizeof(*this) + graph.Series().size() * sizeof(TSeriesState) +
                           graph.Marks().Marks().size() * sizeof(TGraphMark)) {
-    VisitSections(const_cast<TxyGraph&>(graph), [&](auto rows, const auto& object) {
+    VisitSections(graph, [&](auto rows, const auto& object) {
         const TBytesPointer* before = earlier ? &earlier->m_settings[m_settings.size()] : nullptr;
         m_settings.push_back(Share(SectionOf(rows, object), before, m_meter));
     });
@@ -178,7 +177,7 @@ bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
 }
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
-    graph.BeginUpdate();
+    const TUpdateHold hold(graph);
     RestoreSettings(graph);
     RestoreSeries(graph);
     graph.SetMarks(m_marks);
@@ -189,7 +188,6 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.Appearance()->SetCurrSerIndex(currSerIndex);
     graph.NeedRescale();
     graph.RequestRepaint(true);
-    graph.EndUpdate();
 }
 
 void TGraphSnapshot::RestoreSettings(TxyGraph& graph) const {

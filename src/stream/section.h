@@ -15,6 +15,9 @@ namespace lumoplot {
 
 using TFieldValue = std::variant<std::string, int, double, bool, TFontSpec>;
 
+/// Which sections have a row: all, or only those of a file that carries points.
+enum class TRowOf { EverySection, SectionsWithPoints };
+
 /// One entry of a section of objects of type T.
 template <class T>
 struct TSectionRow {
@@ -24,8 +27,8 @@ struct TSectionRow {
     TFieldValue (*get)(const T&); ///< null: a composite record
     void (*write)(TxyWriter&, const TSectionRow&, const T&); ///< null: read but never written
     void (*read)(TxyReader&, T&);
-    bool (*isWritten)(const T&) = nullptr; ///< null: always
-    void (*reset)(T&) = nullptr;           ///< puts the default; null: there is none
+    TRowOf rowOf = TRowOf::EverySection;
+    void (*reset)(T&) = nullptr; ///< puts the default; null: there is none
 };
 
 namespace section {
@@ -74,7 +77,7 @@ TPlain ReadValue(TxyReader& reader) {
 /// object).
 template <class T, auto Get, auto Set>
 constexpr TSectionRow<T> Row(int key, const char* name, const char* label = nullptr,
-                             bool (*isWritten)(const T&) = nullptr) {
+                             TRowOf rowOf = TRowOf::EverySection) {
     using TPlain = std::remove_cvref_t<std::invoke_result_t<decltype(Get), const T&>>;
     return {
         key,
@@ -85,7 +88,7 @@ constexpr TSectionRow<T> Row(int key, const char* name, const char* label = null
             std::visit(section::TValueWriter{writer, row.key, row.name}, row.get(object));
         },
         [](TxyReader& reader, T& object) { std::invoke(Set, object, section::ReadValue<TPlain>(reader)); },
-        isWritten};
+        rowOf};
 }
 
 /// A row that is read (into the property behind `Set`) but never written.
@@ -116,16 +119,13 @@ constexpr TSectionRow<T> CompositeRow(int key, const char* name) {
             }};
 }
 
+/// Writes the entries of the table that such a section has, in its order, and the end mark.
 template <class T>
-bool IsWritten(const TSectionRow<T>& row, const T& object) {
-    return row.write && (!row.isWritten || row.isWritten(object));
-}
-
-/// Writes every entry of the table, in its order, and the end mark.
-template <class T>
-void WriteEntries(TxyWriter& writer, std::span<const TSectionRow<T>> rows, const T& object) {
+void WriteEntries(TxyWriter& writer, std::span<const TSectionRow<T>> rows, const T& object,
+                  TRowOf section = TRowOf::EverySection) {
     for (const auto& row : rows)
-        if (IsWritten(row, object)) row.write(writer, row, object);
+        if (row.write && (row.rowOf == TRowOf::EverySection || row.rowOf == section))
+            row.write(writer, row, object);
     writer.WriteEndOfSection();
 }
 

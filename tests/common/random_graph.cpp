@@ -1,10 +1,12 @@
 #include "common/random_graph.h"
 
+#include "graph/file/graph_file.h"
+
 namespace lumoplot {
 
 TBytes FileOf(const TxyGraph& graph, TPoints points) {
     TBytes bytes;
-    graph.SaveToStream(bytes, points);
+    WriteGraph(bytes, graph, points);
     return bytes;
 }
 

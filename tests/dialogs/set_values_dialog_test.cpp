@@ -94,24 +94,29 @@ TEST_F(SetValuesDialog, ASourcedDataSetAsksFirstAndIsManualThen) {
     EXPECT_EQ(Ys(), "12;22;32;");
 }
 
-TEST_F(SetValuesDialog, EveryRowIsReadFirstAndTheBudgetsStay) {
+TEST_F(SetValuesDialog, EveryRowIsReadFirstWhateverTheBudgetAndTheNameStays) {
     QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("long.csv")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("time,volts\n");
     for (int i = 0; i < 2000; ++i) file.write(QByteArray::number(i) + ",1\n");
     file.close();
     Graph.SetPointBudget(1000);
-    Graph.SetEditorMode(true);
-    Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
-    Series.DataSourceInfo().SetSourceName(file.fileName().toStdString());
-    TSilentProgress progress;
-    LoadFromSource(Series, progress);
-    ASSERT_LE(Series.Count(), TxyGraph::kEditorPointBudget);
-    EXPECT_TRUE(MakeManual(Series, nullptr));
-    EXPECT_EQ(Series.Count(), 2000);
-    EXPECT_TRUE(Graph.EditorMode());
-    Graph.SetEditorMode(false);
-    EXPECT_EQ(Graph.PointBudget(), 1000);
+    for (const bool inEditor : {true, false}) {
+        SCOPED_TRACE(inEditor);
+        Graph.SetEditorMode(inEditor);
+        Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+        Series.DataSourceInfo().SetSourceName(file.fileName().toStdString());
+        TSilentProgress progress;
+        LoadFromSource(Series, progress);
+        ASSERT_LE(Series.Count(), Graph.PointBudget());
+        Series.SetSeriesName("mine");
+        EXPECT_TRUE(MakeManual(Series, nullptr));
+        EXPECT_EQ(Series.Count(), 2000);
+        EXPECT_EQ(Series.SeriesName(), "mine");
+        EXPECT_EQ(Graph.EditorMode(), inEditor);
+        EXPECT_EQ(Graph.PlotBudget(), 1000);
+    }
 }
 
 } // namespace

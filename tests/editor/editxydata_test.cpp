@@ -2,6 +2,7 @@
 #include "common/random_graph.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
+#include "graph/model/child_graph.h"
 #include "support/errors.h"
 #include "support/short_string.h"
 
@@ -117,6 +118,18 @@ TEST_F(EditData, OpenWithSourceAddsADataSetNamedAfterTheFile) {
     ASSERT_EQ(Graph.Series().size(), 2u);
     EXPECT_EQ(Graph.FindSeries(2)->SeriesName(), "probe.a");
     EXPECT_EQ(Graph.FindSeries(2)->Count(), 3);
+}
+
+TEST_F(EditData, TheHostsBudgetIsKnownInTheEditor) {
+    Graph.SetPointBudget(1234);
+    EXPECT_FALSE(Run([](QDialog& dialog) {
+        const auto* work = dialog.findChild<TxyChildGr*>();
+        ASSERT_NE(work, nullptr);
+        EXPECT_EQ(work->PlotBudget(), 1234);
+        EXPECT_EQ(work->PointBudget(), TxyGraph::kEditorPointBudget + 0);
+        Click(dialog, "btnCancel");
+    }));
+    EXPECT_EQ(Graph.PointBudget(), 1234);
 }
 
 TEST_F(EditData, TheDialogIsKeptUnderTheApplicationsNameUntilItIsDeleted) {

@@ -4,8 +4,11 @@
 #include "data/series/ds_info.h"
 #include "data/series/series_results.h"
 #include "fit/definition/cur_fit.h"
+#include "support/update_hold.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lumoplot {
 
@@ -25,11 +28,24 @@ TDataSeries::~TDataSeries() {
     }
 }
 
-void TDataSeries::Changed(int reason) {
+void TDataSeries::Changed(TChangeReasons reasons) {
+    if (m_holds > 0)
+        m_heldReasons |= reasons;
+    else
+        Tell(reasons);
+}
+
+void TDataSeries::EndUpdate() {
+    if (--m_holds > 0) return;
+    const TChangeReasons reasons = std::exchange(m_heldReasons, {});
+    if (!reasons.IsEmpty()) Tell(reasons);
+}
+
+void TDataSeries::Tell(TChangeReasons reasons) {
     // By number: a handler may add handlers.
     for (std::size_t i = 0; i < m_changeHandlers.size(); ++i) {
         const auto handler = m_changeHandlers[i].Handler;
-        if (*handler) (*handler)(*this, reason);
+        if (*handler) (*handler)(*this, reasons);
     }
 }
 
@@ -45,16 +61,19 @@ void TDataSeries::AddChangeHandler(std::intptr_t key, TChangeHandler handler) {
 
 int TDataSeries::AddPoint(double x, double y) {
     if (!m_points.Add(x, y, MergeRule())) return Count();
+    BeginUpdate();
     if (Count() == 1)
         StartExtents(x, y);
     else if (!LowerBaseline(y))
         WidenExtents(x, y);
     MarkResultsStale();
     Changed(kPointAdded);
+    EndUpdate();
     return Count();
 }
 
 void TDataSeries::SetPointY(std::int32_t id, double y) {
+    const TUpdateHold hold(*this);
     const std::optional<double> x = m_points.SetY(id, y);
     if (!x) y = 0;
     if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(x.value_or(0), y));
@@ -92,6 +111,7 @@ void TDataSeries::Clear() {
 }
 
 TPointChain TDataSeries::SwapPoints(TPointChain points) {
+    const TUpdateHold hold(*this);
     m_points.Swap(points);
     m_regressionCurve = {};
     m_minX = m_maxX = m_minY = m_maxY = 0;
@@ -121,16 +141,18 @@ void TDataSeries::MarkFitStale() {
 }
 
 void TDataSeries::SetZeroValue(double value) {
-    if (value == m_zeroValue || !std::isfinite(value)) return;
-    m_zeroValue = value;
-    m_extentsStale = true;
-    MarkFitStale();
-    Changed(kBaselineChanged);
+    SetBaseline(value, m_baseLineSlope);
 }
 
 void TDataSeries::SetBaseLineSlope(double value) {
-    if (value == m_baseLineSlope || !std::isfinite(value)) return;
-    m_baseLineSlope = value;
+    SetBaseline(m_zeroValue, value);
+}
+
+void TDataSeries::SetBaseline(double zeroValue, double slope) {
+    if (zeroValue == m_zeroValue && slope == m_baseLineSlope) return;
+    if (!std::isfinite(zeroValue) || !std::isfinite(slope)) return;
+    m_zeroValue = zeroValue;
+    m_baseLineSlope = slope;
     m_extentsStale = true;
     MarkFitStale();
     Changed(kBaselineChanged);

@@ -1,10 +1,11 @@
 // One data set: a chain of points in ascending X with the settings that say how they are corrected and
 // analysed, the description of their source and their curve fit. It knows no graphics; the graph's data set
-// derives from it. Every change ends in one call of Changed.
+// derives from it. Every change ends in one notification, sent when the state is complete.
 #pragma once
 
 #include "data/analysis/regression_types.h"
 #include "data/points/point_chain.h"
+#include "data/series/change_reasons.h"
 #include "support/export.h"
 
 #include <cstdint>
@@ -53,7 +54,8 @@ public:
     static constexpr int kCurveFitChanged = 5;
     static constexpr int kPointAdded = 7;
 
-    using TChangeHandler = std::function<void(TDataSeries& series, int reason)>;
+    /// Gets all reasons of one notification; must not throw.
+    using TChangeHandler = std::function<void(TDataSeries& series, TChangeReasons reasons)>;
 
     TDataSeries();
     TDataSeries(const TDataSeries&) = delete;
@@ -62,9 +64,13 @@ public:
     /// handler must not use CurveFit() then.
     virtual ~TDataSeries();
 
-    /// Calls the handlers in the order of their registration. Handlers may change the series and the
-    /// handlers, but not destroy the series.
-    virtual void Changed(int reason);
+    /// Calls the handlers in the order of their registration, or while an update is held notes the reasons.
+    /// Handlers may change the series and the handlers, but not destroy the series.
+    virtual void Changed(TChangeReasons reasons);
+    /// Between these calls, which may be nested (TUpdateHold), changes are only noted; the last EndUpdate
+    /// sends one notification with all their reasons.
+    void BeginUpdate() { ++m_holds; }
+    void EndUpdate();
     /// Registers a handler at the end, or replaces the one that has this key, at its place. An empty handler
     /// is kept but not called.
     void AddChangeHandler(std::intptr_t key, TChangeHandler handler);
@@ -147,6 +153,7 @@ public:
     // Each does nothing for an equal value, and otherwise stores, marks what is stale now and notifies once.
     // A baseline that is infinite or not a number is ignored.
     void SetZeroValue(double value);
+    void SetBaseline(double zeroValue, double slope);
     void SetBaseLineSlope(double value);
     void SetAutoZero(bool value);
     void SetRegressionType(int value);
@@ -196,6 +203,10 @@ public:
     /// The name and the fit's parameters that are shown: "Run 1 (k=0.25 1/s; A=3 V)".
     std::string LegendText() const;
 
+protected:
+    /// Sends a notification.
+    virtual void Tell(TChangeReasons reasons);
+
 private:
     struct TChangeEntry {
         std::intptr_t Key;
@@ -216,6 +227,8 @@ private:
     bool LowerBaseline(double y);
 
     std::vector<TChangeEntry> m_changeHandlers;
+    TChangeReasons m_heldReasons;
+    int m_holds = 0;
     std::unique_ptr<TDSInfo> m_dataSourceInfo;
     TPointChain m_points;
     double m_minX = 0;

@@ -4,6 +4,7 @@
 #include "fit/definition/cur_fit.h"
 #include "support/number_text.h"
 #include "support/ranges.h"
+#include "support/update_hold.h"
 
 #include <algorithm>
 #include <cmath>
@@ -72,8 +73,7 @@ void TDataSeries::WidenY(double corrected) {
 /// With AutoZero on, makes a Y below the baseline the new baseline; true when it did.
 bool TDataSeries::LowerBaseline(double y) {
     if (!m_autoZero || !std::isfinite(y) || !(y < m_zeroValue || m_awaitsFiniteY)) return false;
-    SetZeroValue(y);
-    m_baseLineSlope = 0;
+    SetBaseline(y, 0);
     m_extentsStale = true;
     m_awaitsFiniteY = false;
     return true;
@@ -85,14 +85,13 @@ void TDataSeries::ApplyAutoZero() {
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i)
         for (const double y : m_points.Block(i).Y) range.Take(y);
     if (range.IsEmpty()) return;
-    SetZeroValue(range.Min);
-    m_baseLineSlope = 0;
+    SetBaseline(range.Min, 0);
 }
 
 void TDataSeries::RecalcExtents() {
     if (Count() == 0) return;
-    ApplyAutoZero(); // its notification may reach a handler that changes the points
-    if (Count() == 0) return;
+    const TUpdateHold hold(*this);
+    ApplyAutoZero();
     TExtent rangeX;
     TExtent rangeY;
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i) {

@@ -81,16 +81,4 @@ private:
     bool m_before;
 };
 
-/// The same for a data set's update hold.
-class TUpdateScope {
-public:
-    explicit TUpdateScope(TSeries& series) : m_series(series) { series.SetUpdateDepth(true); }
-    ~TUpdateScope() { m_series.SetUpdateDepth(false); }
-    TUpdateScope(const TUpdateScope&) = delete;
-    TUpdateScope& operator=(const TUpdateScope&) = delete;
-
-private:
-    TSeries& m_series;
-};
-
 } // namespace lumoplot

@@ -6,6 +6,7 @@
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/update_hold.h"
 #include "ui_filtering_page.h"
 
 #include <QLocale>
@@ -20,21 +21,6 @@ constexpr int kGainsShown = 512;
 constexpr int kTypingDelayMs = 30;
 constexpr const char* kFailure = "Fail to Apply Filter";
 const QString kPartText = QStringLiteral(" Shown is a part of the rows; Apply reads all of them.");
-
-/// While it lives, sources are read with the budget of the plot in place of the editor's small one.
-class TPlotBudget {
-public:
-    explicit TPlotBudget(TxyGraph& graph) : m_graph(graph), m_before(graph.EditorMode()) {
-        m_graph.SetEditorMode(false);
-    }
-    ~TPlotBudget() { m_graph.SetEditorMode(m_before); }
-    TPlotBudget(const TPlotBudget&) = delete;
-    TPlotBudget& operator=(const TPlotBudget&) = delete;
-
-private:
-    TxyGraph& m_graph;
-    bool m_before;
-};
 
 QString ShortNumber(double value) {
     return QString::fromStdString(FormatGeneral(value, 4));
@@ -167,7 +153,7 @@ void TFilteringPage::Filter(TSeries& series) {
 void TFilteringPage::TakeIn(TSeries& series, TPointChain points) {
     TBefore before{&series,           {}, {}, series.ZeroValue(), series.BaseLineSlope(), series.AutoZero(),
                    series.IsThinned()};
-    const TUpdateScope hold(series);
+    const TUpdateHold hold(series);
     before.Points = series.SwapPoints(std::move(points));
     before.Written = MarkOf(series);
     series.SetThinned(false);
@@ -180,7 +166,7 @@ void TFilteringPage::Undo() {
     Guarded([&] {
         TBefore before = *std::exchange(m_before, std::nullopt);
         {
-            const TUpdateScope hold(*series);
+            const TUpdateHold hold(*series);
             series->SwapPoints(std::move(before.Points));
             series->SetAutoZero(before.AutoZero);
             series->SetZeroValue(before.ZeroValue);
@@ -213,12 +199,9 @@ TFilteringPage::TPointsMark TFilteringPage::MarkOf(const TSeries& series) {
 /// rows have other frequencies. False when the user cancelled; throws what the source throws.
 bool TFilteringPage::LoadAllPoints(TSeries& series) {
     if (!series.IsThinned()) return true;
-    const TPlotBudget budget(Context().WorkGraph());
-    const std::string name = series.SeriesName();
     TProgressWindow progress;
-    const bool isLoaded = LoadFromSource(series, progress);
-    series.SetSeriesName(name);
-    return isLoaded;
+    return LoadFromSource(series, progress,
+                          {.Budget = series.Graph().PlotBudget(), .Name = TLoadedName::Kept});
 }
 
 /// The same for the preview, which makes do with what it gets and asks no file twice.

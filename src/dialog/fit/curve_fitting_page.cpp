@@ -12,6 +12,7 @@
 #include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/parameter_group.h"
 #include "graph/fitting/series_fitting.h"
+#include "support/update_hold.h"
 #include "ui_curve_fitting_page.h"
 
 #include <QClipboard>
@@ -100,7 +101,7 @@ void TCurveFittingPage::ConnectCurve() {
     connect(m_ui->cbx_CurveLine, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnableControls();
         Edit([&](TSeries& series) {
-            const TUpdateScope hold(series);
+            const TUpdateHold hold(series);
             series.CurveFit().SetShowCurve(item > 0);
             if (item > 0) series.CurveFit().SetCurveStyle(item - 1);
         });

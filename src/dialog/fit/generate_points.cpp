@@ -7,6 +7,7 @@
 #include "graph/model/graph.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/update_hold.h"
 
 #include <cmath>
 
@@ -68,7 +69,7 @@ void GeneratePoints(TSeries& series) {
     fit.Compile();
     TPointChain points = PointsAt(EvenPlaces(range, fit.NPoints()), fit, series.MergeRule());
     if (points.IsEmpty()) throw ELumoError("The equation has no value between " + RangeText(range));
-    const TUpdateScope hold(series);
+    const TUpdateHold hold(series);
     series.SwapPoints(std::move(points));
 }
 

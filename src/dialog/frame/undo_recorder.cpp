@@ -75,7 +75,7 @@ bool UndoesItself(const QWidget* control, bool redo) {
     if (const auto* edit = qobject_cast<const QTextEdit*>(control))
         return !edit->isReadOnly() && CanStep(*edit->document(), redo);
     if (const auto* grid = qobject_cast<const TManualGrid*>(control)) {
-        const TManualPointsModel& points = const_cast<TManualGrid*>(grid)->Points();
+        const TManualPointsModel& points = grid->Points();
         return redo ? points.CanRedo() : points.CanUndo();
     }
     return false;

@@ -19,6 +19,7 @@ public:
     explicit TManualGrid(QWidget* parent = nullptr);
 
     TManualPointsModel& Points() { return *m_points; }
+    const TManualPointsModel& Points() const { return *m_points; }
 
     /// Takes over the text of a cell that is being edited.
     void FinishEditing();

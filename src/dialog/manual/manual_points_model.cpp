@@ -22,7 +22,8 @@ void TManualPointsModel::Watch(TSeries* series) {
     if (m_series) m_series->AddChangeHandler(key, {});
     m_series = series;
     if (m_series)
-        m_series->AddChangeHandler(key, [this](TDataSeries&, int reason) { PointsChanged(reason); });
+        m_series->AddChangeHandler(key,
+                                   [this](TDataSeries&, TChangeReasons reasons) { PointsChanged(reasons); });
 }
 
 void TManualPointsModel::Show(TSeries* series) {
@@ -36,12 +37,12 @@ void TManualPointsModel::Show(TSeries* series) {
 
 // The points that the rows refer to are changing: they are shown again when all of the change is done. Rows
 // with edits have points of their own.
-void TManualPointsModel::PointsChanged(int reason) {
-    if (reason == TDataSeries::kDestroyed) {
+void TManualPointsModel::PointsChanged(TChangeReasons reasons) {
+    if (reasons.Has(TDataSeries::kDestroyed)) {
         m_series = nullptr; // its handlers go with it
         return Show(nullptr);
     }
-    const bool points = reason == TDataSeries::kPointChanged || reason == TDataSeries::kPointAdded;
+    const bool points = reasons.Has(TDataSeries::kPointChanged) || reasons.Has(TDataSeries::kPointAdded);
     if (!points || m_committing || m_showsAgainSoon || HasEdits()) return;
     m_showsAgainSoon = true;
     beginResetModel();

@@ -61,7 +61,7 @@ Q_SIGNALS:
 private:
     int Rows() const { return static_cast<int>(m_rows.Count()); }
     void Watch(TSeries* series);
-    void PointsChanged(int reason);
+    void PointsChanged(TChangeReasons reasons);
     QString CellText(const TManualRow& row, int column) const;
     std::string ReasonAgainstCell(int row, int column) const;
     TManualRow WithText(TManualRow row, int column, const QString& text) const;

@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "dialog/common/color_button.h"
 #include "graph/model/axis.h"
+#include "support/update_hold.h"
 #include "ui_general_page.h"
 
 #include <array>
@@ -183,7 +184,7 @@ void TGeneralPage::SetActiveOfAll(bool others) {
 }
 
 void TGeneralPage::ChangePointShape(TSeries& series, int item) {
-    const TUpdateScope hold(series);
+    const TUpdateHold hold(series);
     const bool before = series.PointsShown();
     series.SetPointsShown(item > 0);
     if (item > 0) series.SetPointShape(kShapeOfItem[static_cast<std::size_t>(item - 1)]);
@@ -194,7 +195,7 @@ void TGeneralPage::ChangePointShape(TSeries& series, int item) {
 }
 
 void TGeneralPage::ChangeLineStyle(TSeries& series, int item) {
-    const TUpdateScope hold(series);
+    const TUpdateHold hold(series);
     const bool before = series.LinesShown();
     series.SetLinesShown(item > 0);
     if (item > 0) series.SetLineStyle(static_cast<TPenStyle>(item - 1));

@@ -156,7 +156,7 @@ void TDataSourcePage::Load(TSeries& series) {
     TProgressWindow progress;
     auto report = std::make_unique<TTextReport>();
     try {
-        if (!LoadFromSource(series, progress, report.get())) return ShowKind(series);
+        if (!LoadFromSource(series, progress, {.Report = report.get()})) return ShowKind(series);
     } catch (...) {
         series.DataSourceInfo().SetNeedsReload(true);
         ShowKind(series);

@@ -5,6 +5,7 @@
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/replace_file.h"
+#include "support/update_hold.h"
 
 namespace lumoplot {
 namespace {
@@ -14,9 +15,10 @@ constexpr int kLargestCount = 65535;
 
 template <class T>
 void WriteSection(TxyWriter& writer, const char* header, const char* name,
-                  std::span<const TSectionRow<T>> rows, const T& object) {
+                  std::span<const TSectionRow<T>> rows, const T& object,
+                  TRowOf section = TRowOf::EverySection) {
     writer.WriteString(kSectionHeader, header, name);
-    WriteEntries(writer, rows, object);
+    WriteEntries(writer, rows, object, section);
 }
 
 void WriteCount(TxyWriter& writer, std::size_t count) {
@@ -53,17 +55,6 @@ void CheckSignature(TxyReader& reader) {
     if (signature.size() < 5 || signature[4] != '0') throw EGraphFileError("Wrong Graph version");
 }
 
-class TUpdateHold {
-public:
-    explicit TUpdateHold(TxyGraph& graph) : m_graph(graph) { m_graph.BeginUpdate(); }
-    ~TUpdateHold() { m_graph.EndUpdate(); }
-    TUpdateHold(const TUpdateHold&) = delete;
-    TUpdateHold& operator=(const TUpdateHold&) = delete;
-
-private:
-    TxyGraph& m_graph;
-};
-
 } // namespace
 
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points) {
@@ -88,7 +79,7 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     TByteSource source(bytes);
     TxyReader reader(source);
     TSeries loaded(series.Graph(), series.SeriesIndex());
-    loaded.SetUpdateDepth(true);
+    loaded.BeginUpdate(); // nobody hears of it
     ReadSeries(reader, loaded);
     series.CopyFrom(loaded);
 }
@@ -97,8 +88,7 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
 class TGraphFile {
 public:
     static void Save(TBytes& bytes, const TxyGraph& graph, TPoints points) {
-        graph.m_savedWithData = points == TPoints::Include;
-        SaveSettings(bytes, graph);
+        SaveSettings(bytes, graph, points);
         TxyWriter writer(bytes);
         for (const auto& series : graph.Series()) WriteSeries(writer, *series, points);
         for (const auto& [id, mark] : graph.Marks().Marks())
@@ -126,10 +116,11 @@ public:
     }
 
 private:
-    static void SaveSettings(TBytes& bytes, const TxyGraph& graph) {
+    static void SaveSettings(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+        const TRowOf section = points == TPoints::Include ? TRowOf::SectionsWithPoints : TRowOf::EverySection;
         TxyWriter writer(bytes);
         writer.WriteBareString(kSignature);
-        WriteSection(writer, "Section", "Appearance", AppearanceRows(), *graph.Appearance());
+        WriteSection(writer, "Section", "Appearance", AppearanceRows(), *graph.Appearance(), section);
         WriteSection(writer, "Section:", "Dimensions", DimensionsRows(), *graph.Dimensions());
         for (const TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()})
             WriteSection(writer, "Section:", "Axis", AxisRows(), *axis);
@@ -186,15 +177,20 @@ private:
     std::int64_t m_childGraphs = 0;
 };
 
-void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) const {
-    TGraphFile::Save(bytes, *this, points);
+void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+    TGraphFile::Save(bytes, graph, points);
+}
+
+void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) {
+    m_savedWithData = points == TPoints::Include;
+    WriteGraph(bytes, *this, points);
 }
 
 void TxyGraph::LoadFromStream(TByteSource& source) {
     TGraphFile(source).Load(*this, 0);
 }
 
-void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
+void TxyGraph::SaveTemplate(const std::string& name, TPoints points) {
     TBytes bytes;
     SaveToStream(bytes, points);
     ReplaceFile(name, bytes);
@@ -209,7 +205,7 @@ void TxyGraph::LoadFromFile(const std::string& name) {
 void TxyGraph::CopyFrom(const TxyGraph& source) {
     if (&source == this) return;
     TBytes bytes;
-    source.SaveToStream(bytes, TPoints::Include);
+    WriteGraph(bytes, source, TPoints::Include);
     TByteSource copy(bytes);
     LoadFromStream(copy);
 }
@@ -221,14 +217,12 @@ void TSeries::CopyFrom(const TSeries& other) {
     WriteSeries(writer, other, TPoints::LeaveOut);
     TByteSource source(bytes);
     TxyReader reader(source);
-    const bool held = m_updateDepth;
-    SetUpdateDepth(true);
+    const TUpdateHold hold(*this);
     Clear();
     ReadSeries(reader, *this);
     CopyPointsFrom(other);
     TakeSourceState(other);
     CurveFit().RestoreRunState(other.CurveFit().RunState());
-    SetUpdateDepth(held);
 }
 
 } // namespace lumoplot

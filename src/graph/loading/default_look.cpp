@@ -1,6 +1,7 @@
 #include "graph/loading/default_look.h"
 
 #include "graph/model/graph.h"
+#include "support/update_hold.h"
 
 namespace lumoplot {
 namespace {
@@ -48,14 +49,13 @@ void ApplyDefaultLook(TxyGraph& graph) {
 
 void ApplyDefaultStyle(TSeries& series) {
     const bool fewPoints = series.Count() <= kMostPointsAsSymbols;
-    series.SetUpdateDepth(true);
+    const TUpdateHold hold(series);
     series.SetPointSize(6);
     series.SetPointBorderWidth(1);
     series.SetLineWidth(1);
     series.SetShowInLegend(true);
     series.SetPointsShown(fewPoints);
     series.SetLinesShown(!fewPoints || !series.DuplicatesAllowed());
-    series.SetUpdateDepth(false);
 }
 
 } // namespace lumoplot

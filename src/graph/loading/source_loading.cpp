@@ -35,15 +35,30 @@ TTextSource TextSourceOf(const TSeries& series) {
     return isSheet ? SheetOf(series) : TTextSource(SourceFileOf(series));
 }
 
-bool LoadTextSource(TSeries& series, TProgress& progress, TTextReport& report) {
-    TTextLoadOptions options;
-    options.budget = series.Graph().PointBudget();
-    options.wishes = series.TextWishes();
-    report = LoadTextSeries(series, TextSourceOf(series), options, progress);
+// A data set that its plot would show with other points counts as thinned.
+bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    const TxyGraph& graph = series.Graph();
+    const int budget = options.Budget.value_or(graph.PointBudget());
+    TTextLoadOptions text;
+    text.budget = budget;
+    text.wishes = series.TextWishes();
+    TTextReport own;
+    TTextReport& report = options.Report ? *options.Report : own;
+    report = LoadTextSeries(series, TextSourceOf(series), text, progress);
     if (report.cancelled) return false;
     const bool isBudgeted = series.DataSourceInfo().AutoRowHitFreq() && report.samplingFrequency > 1;
-    series.SetThinned(isBudgeted && series.Graph().EditorMode());
+    series.SetThinned(isBudgeted && budget != graph.PlotBudget());
     series.SetSourceRows({report.rowsChosen, report.rowsUsed});
+    return true;
+}
+
+bool LoadPoints(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    switch (series.DataSourceInfo().Kind()) {
+    case TSourceKind::TextFile:
+    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, options);
+    case TSourceKind::DataFile: return LoadDataFile(series);
+    case TSourceKind::Manual: break;
+    }
     return true;
 }
 
@@ -57,15 +72,11 @@ std::string SourceFileOf(const TSeries& series) {
     return QDir(directory).filePath(name).toStdString();
 }
 
-bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report) {
-    TTextReport own;
-    switch (series.DataSourceInfo().Kind()) {
-    case TSourceKind::TextFile:
-    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, report ? *report : own);
-    case TSourceKind::DataFile: return LoadDataFile(series);
-    case TSourceKind::Manual: break;
-    }
-    return true;
+bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    const std::string name = series.SeriesName();
+    const bool isLoaded = LoadPoints(series, progress, options);
+    if (options.Name == TLoadedName::Kept) series.SetSeriesName(name);
+    return isLoaded;
 }
 
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
@@ -83,13 +94,11 @@ void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progre
     for (std::size_t i = 0; i < count; ++i) {
         if (!edited.Series()[i]->IsThinned()) continue;
         TSeries& series = *graph.Series()[i];
-        const std::string name = series.SeriesName();
         try {
-            if (!LoadFromSource(series, progress)) return;
+            if (!LoadFromSource(series, progress, {.Name = TLoadedName::Kept})) return;
         } catch (const std::exception& error) { // the host's functions may throw what they like
             ShowMessage(error.what(), TMessageKind::Error);
         }
-        series.SetSeriesName(name); // as it was edited
     }
 }
 

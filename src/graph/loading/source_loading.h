@@ -1,4 +1,5 @@
-// Fills the data sets of a graph from their sources, with the graph's budget of points.
+// Fills the data sets of a graph from their sources. How is said by a value; nothing of the graph is switched
+// for it.
 #pragma once
 
 #include "graph/model/graph.h"
@@ -6,13 +7,29 @@
 #include "sources/text/text_preview.h"
 #include "support/progress.h"
 
+#include <limits>
+#include <optional>
+
 namespace lumoplot {
 
-/// Reads the points of a data set from the source that it describes and puts them in the place of its points,
-/// with the budget of points of its graph; a manual data set is left as it is. `report` takes what became of
-/// the rows of a text. False when the user cancelled. On false and on an error (EFileError and the texts of
-/// the source's format) the data set keeps its points.
-XYGRAPH_EXPORT bool LoadFromSource(TSeries& series, TProgress& progress, TTextReport* report = nullptr);
+/// A budget of points that no source exceeds.
+inline constexpr int kEveryRow = std::numeric_limits<int>::max();
+
+enum class TLoadedName { AsSourceSays, Kept };
+
+struct TLoadOptions {
+    /// While the description leaves the row sampling to us, so many points at most are read; without one the
+    /// PointBudget of the graph.
+    std::optional<int> Budget = std::nullopt;
+    TLoadedName Name = TLoadedName::AsSourceSays;
+    /// Takes what became of the rows of a text.
+    TTextReport* Report = nullptr;
+};
+
+/// Reads the points of a data set from the source that it describes and puts them in the place of its points;
+/// a manual data set is left as it is. False when the user cancelled. On false and on an error (EFileError
+/// and the texts of the source's format) the data set keeps its points.
+XYGRAPH_EXPORT bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& options = {});
 
 /// The first rows of the text file or sheet that the data set's source is, read as its description says.
 /// Throws EFileError.

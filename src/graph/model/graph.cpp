@@ -84,7 +84,7 @@ void TxyGraph::ClearChildGraphs() {
 void TxyGraph::RequestRepaint(bool repaint) {
     if (repaint == m_repaintRequested) return;
     m_repaintRequested = repaint;
-    if (repaint && !m_updating) update();
+    if (repaint && m_holds == 0) update();
 }
 
 void TxyGraph::RequestFullRepaint() {
@@ -92,8 +92,7 @@ void TxyGraph::RequestFullRepaint() {
 }
 
 void TxyGraph::EndUpdate() {
-    if (m_repaintRequested) update();
-    m_updating = false;
+    if (--m_holds == 0 && m_repaintRequested) update();
 }
 
 void TxyGraph::SeriesChanged() {

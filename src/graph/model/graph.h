@@ -129,8 +129,9 @@ public:
     /// Asks for a repaint (true) or withdraws the request (false); requests coalesce.
     void RequestRepaint(bool repaint);
     bool RepaintRequested() const { return m_repaintRequested; }
-    /// Between these calls nothing is repainted; EndUpdate repaints when somebody asked for it meanwhile.
-    void BeginUpdate() { m_updating = true; }
+    /// Between these calls, which may be nested (TUpdateHold), nothing is repainted; the last EndUpdate
+    /// repaints when somebody asked for it meanwhile.
+    void BeginUpdate() { ++m_holds; }
     void EndUpdate();
     /// The axes must be scaled anew before the next drawing.
     void NeedRescale() { m_needsRescale = true; }
@@ -166,17 +167,19 @@ public:
     void SetEditorMode(bool value) { m_editorMode = value; }
     /// How many points a supplier loads for this graph with automatic row sampling, at least 1. Not filed.
     int PointBudget() const { return m_editorMode ? kEditorPointBudget : m_pointBudget; }
+    /// The same for a plot, whether it is being edited or not.
+    int PlotBudget() const { return m_pointBudget; }
     void SetPointBudget(int value);
 
     // Files and copies.
 
     /// Writes the whole graph in the format of docs/graph-file.md; `points` goes to child graphs as well.
-    void SaveToStream(TBytes& bytes, TPoints points) const;
+    void SaveToStream(TBytes& bytes, TPoints points);
     /// Replaces the content by what the stream holds from its position. On an error (EGraphFileError "Not a
     /// valid graph file" or "Wrong Graph version", EStreamError, EConvertError) what was read so far stays.
     void LoadFromStream(TByteSource& source);
     /// Saves to a file, which is replaced whole. Throws EFileError "Can not save to file NAME".
-    void SaveTemplate(const std::string& name, TPoints points) const;
+    void SaveTemplate(const std::string& name, TPoints points);
     void LoadFromFile(const std::string& name);
     /// Takes over everything that a graph file of `source` with points would carry.
     void CopyFrom(const TxyGraph& source);
@@ -184,7 +187,7 @@ public:
     void Assign(const QObject* source);
     /// Gives all settings their defaults; data sets, marks and child graphs stay.
     void ResetToDefaults();
-    /// The points were included when the graph was last saved.
+    /// The points were included in the last SaveToStream.
     bool SavedWithData() const { return m_savedWithData; }
 
     QSize sizeHint() const override { return {640, 480}; }
@@ -216,8 +219,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    friend class TGraphFile;
-
     std::vector<std::unique_ptr<TSeries>>::iterator Place(int number);
     void Relink();
     void Rescale();
@@ -235,11 +236,11 @@ private:
     bool m_needsRescale = false;
     bool m_scaleFailed = false;
     bool m_repaintRequested = false;
-    bool m_updating = false;
+    int m_holds = 0;
     bool m_isFitting = false;
     bool m_fitsScheduled = false;
     bool m_editorMode = false;
-    mutable bool m_savedWithData = false;
+    bool m_savedWithData = false;
     std::unique_ptr<TDimensions> m_dimensions;
     std::unique_ptr<TAppearance> m_appearance;
     std::unique_ptr<TAxis> m_xAxis;

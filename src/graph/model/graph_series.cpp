@@ -116,14 +116,12 @@ void TxyGraph::SetBaselineFromMark(int markId, int seriesNumber) {
     const TGraphMark* mark = m_marks.Find(markId);
     if (!mark || !series) return ShowMessage("No Mark Found!", TMessageKind::Error);
     if (mark->TypeOfMark == TMarkType::HorizontalLine) {
-        series->SetZeroValue(mark->Y1);
-        series->SetBaseLineSlope(0);
+        series->SetBaseline(mark->Y1, 0);
     } else if (mark->TypeOfMark == TMarkType::Line) {
         const double run = mark->X2 - mark->X1;
         const double slope = (mark->Y2 - mark->Y1) / run;
         const double zeroValue = (mark->Y1 * mark->X2 - mark->Y2 * mark->X1) / run;
-        if (std::isfinite(slope)) series->SetBaseLineSlope(slope);
-        if (std::isfinite(slope) && std::isfinite(zeroValue)) return series->SetZeroValue(zeroValue);
+        if (std::isfinite(slope) && std::isfinite(zeroValue)) return series->SetBaseline(zeroValue, slope);
         ShowMessage("Mark Can Not be a Vertical Line", TMessageKind::Error);
     } else {
         ShowMessage("Mark must be Either Linier or Horizontal", TMessageKind::Error);

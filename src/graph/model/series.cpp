@@ -4,6 +4,7 @@
 #include "data/series/ds_info.h"
 #include "graph/model/graph.h"
 #include "graph/model/setting_rows.h"
+#include "support/update_hold.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,10 @@
 
 namespace lumoplot {
 namespace {
+
+/// The reasons that come with another DataStamp.
+constexpr TChangeReasons kDataReasons = TChangeReasons(TSeries::kPointChanged) | TSeries::kPointAdded |
+                                        TSeries::kBaselineChanged | TSeries::kRegressionChanged;
 
 std::uint64_t NextStamp() {
     static std::uint64_t last = 0;
@@ -36,10 +41,8 @@ TSeries::TSeries(TxyGraph& graph, int number)
     : m_graph(graph), m_seriesIndex(number), m_dataStamp(NextStamp()), m_yAxisOfSeries(graph.YAxis()),
       m_useXAxisSeries(graph.Appearance()->XAxisSerIndex() > 0) {
     ResetSettings(SeriesRows(), *this);
-    m_updateDepth = true; // nobody listens to a data set that is not yet in its chain
     SetSeriesName("DataSet " + std::to_string(number));
     SetDuplicatesAllowed(graph.Appearance()->AllowDuplicates());
-    m_updateDepth = m_changedWhileHeld = false;
 }
 
 bool TSeries::IsOnSecondY() const {
@@ -80,6 +83,7 @@ int TSeries::FittingSize(int size) const {
 }
 
 void TSeries::SetPointShape(TPointShape value) {
+    const TUpdateHold hold(*this);
     StoreEnum(m_pointShape, value, TPointShape::DownTriangle);
     Store(m_pointSize, FittingSize(m_pointSize));
 }
@@ -100,19 +104,18 @@ std::vector<double> TSeries::BoundLevels() const {
 }
 
 void TSeries::SetUpdateDepth(bool value) {
+    if (value == m_updateDepth) return;
     m_updateDepth = value;
-    if (value || !m_changedWhileHeld) return;
-    m_changedWhileHeld = false;
-    Changed(kStyleChanged);
+    value ? BeginUpdate() : EndUpdate();
 }
 
-void TSeries::Changed(int reason) {
-    if (reason != kStyleChanged && reason != kCurveFitChanged) m_dataStamp = NextStamp();
-    if (m_updateDepth) {
-        m_changedWhileHeld = true;
-        return;
-    }
-    TDataSeries::Changed(reason);
+void TSeries::Changed(TChangeReasons reasons) {
+    if (reasons.HasAnyOf(kDataReasons)) m_dataStamp = NextStamp();
+    TDataSeries::Changed(reasons);
+}
+
+void TSeries::Tell(TChangeReasons reasons) {
+    TDataSeries::Tell(reasons);
     m_graph.SeriesChanged();
 }
 

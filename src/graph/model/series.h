@@ -123,11 +123,11 @@ public:
     /// Takes over what is known of the other's source and no file holds.
     void TakeSourceState(const TSeries& other);
 
-    /// While true, changes are only noted; switching it off sends one notification for all of them.
+    /// An update hold as a switch: switching it on begins one, switching it off ends it.
     bool UpdateDepth() const { return m_updateDepth; }
     void SetUpdateDepth(bool value);
 
-    void Changed(int reason) override;
+    void Changed(TChangeReasons reasons) override;
     /// Works out FittedCurve when its fit or the extent of X has changed; extents are up to date.
     void UpdateFittedCurve(bool logX);
     /// The model of an enabled fit at NPoints places between the margins in use or else the ends of the data;
@@ -141,6 +141,9 @@ public:
 
     /// Takes over everything that a file holds of the other data set, points included; the number stays.
     void CopyFrom(const TSeries& other);
+
+protected:
+    void Tell(TChangeReasons reasons) override;
 
 private:
     friend class TxyGraph;
@@ -172,7 +175,6 @@ private:
     bool m_pointsShown{};
     bool m_fillPoints{};
     bool m_updateDepth = false;
-    bool m_changedWhileHeld = false;
     bool m_showInLegend{};
     bool m_useXAxisSeries;
     bool m_isThinned = false;

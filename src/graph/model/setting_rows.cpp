@@ -21,8 +21,8 @@ void PutDefault(T& object) {
 /// A setting: where it lives, how it is read and stored, its default and its row in files.
 template <class T, auto Field, auto Get, auto Set, auto Default>
 constexpr TSectionRow<T> Setting(int key, const char* name, const char* label = nullptr,
-                                 bool (*isWritten)(const T&) = nullptr) {
-    TSectionRow<T> row = Row<T, Get, Set>(key, name, label, isWritten);
+                                 TRowOf rowOf = TRowOf::EverySection) {
+    TSectionRow<T> row = Row<T, Get, Set>(key, name, label, rowOf);
     row.reset = &PutDefault<Field, Default, T>;
     return row;
 }
@@ -68,10 +68,6 @@ TPointShape ShapeOfNumber(const TSeries& series) {
     static constexpr std::array<TPointShape, 8> kShapes = {XCross,     Circle,       Square, Diamond,
                                                            UpTriangle, DownTriangle, Star,   Cross};
     return kShapes[static_cast<std::size_t>(std::max(0, series.SeriesIndex() % 8))];
-}
-
-bool IsSavedWithData(const TAppearance& appearance) {
-    return appearance.Graph().SavedWithData();
 }
 
 void AssignFirstAxis(TSeries& series, bool first) {
@@ -131,7 +127,7 @@ std::span<const TSectionRow<TAppearance>> AppearanceRows() {
                                                                                           "bkgdImageFile"),
         Setting<A, &A::m_stretchBkgd, &A::StretchBkgd, &A::SetStretchBkgd, false>(39, "stretchBkgd"),
         Setting<A, &A::m_dataDirectory, &A::DataDirectory, &A::SetDataDirectory, kNoText>(
-            40, "dataDirectory", nullptr, &IsSavedWithData),
+            40, "dataDirectory", nullptr, TRowOf::SectionsWithPoints),
     };
     return kRows;
 }

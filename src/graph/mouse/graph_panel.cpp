@@ -40,7 +40,7 @@ TxyGraph::TxyGraph(QWidget* parent)
 
 // Data sets tell their listeners that they go, so they go while the rest of the graph still stands.
 TxyGraph::~TxyGraph() {
-    m_updating = true;
+    BeginUpdate();
     std::exchange(m_series, {}).clear();
     m_children.clear();
 }

@@ -4,6 +4,7 @@
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 #include "graph/plotted/paired_points.h"
+#include "support/update_hold.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -120,15 +121,13 @@ void TPointMode::Carry(TSeries& series, const TDragState& drag) const {
     if (std::max(std::abs(way.x()), std::abs(way.y())) < kClickReach) return;
     const double y = RawY(series, drag.Target.X, drag.Target.Y);
     Change("move point of ", series, [&] {
-        const bool held = series.UpdateDepth();
-        series.SetUpdateDepth(true);
+        const TUpdateHold hold(series);
         if (drag.Target.X == drag.Point.X) {
             series.SetPointY(drag.Point.Id, y);
         } else {
             series.DeletePoint(drag.Point.Id);
             series.AddPoint(drag.Target.X, y);
         }
-        series.SetUpdateDepth(held);
     });
 }
 

@@ -4,6 +4,7 @@
 #include "data/points/walked_chain.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
+#include "support/update_hold.h"
 
 #include <cfloat>
 #include <gtest/gtest.h>
@@ -20,13 +21,14 @@ public:
     TMergeRule Rule;
     double MinX = 0, MaxX = 0, MinY = 0, MaxY = 0, Zero = 0, Slope = 0;
     bool Stale = false, AutoZero = false;
-    std::vector<int> Reasons;
+    TChangeReasons Reasons; ///< of the last change
 
-    void SetZero(double value) {
-        if (value == Zero) return;
-        Zero = value;
+    void SetBaseline(double zero, double slope) {
+        if (zero == Zero && slope == Slope) return;
+        Zero = zero;
+        Slope = slope;
         Stale = true;
-        Reasons.push_back(TDataSeries::kBaselineChanged);
+        Reasons |= TDataSeries::kBaselineChanged;
     }
 
     void AddPoint(double x, double y) {
@@ -41,7 +43,7 @@ public:
             MinX = std::min(MinX, x);
             MaxX = std::max(MaxX, x);
         }
-        Reasons.push_back(TDataSeries::kPointAdded);
+        Reasons |= TDataSeries::kPointAdded;
     }
 
     void SetPointY(std::int32_t id, double y) {
@@ -52,7 +54,7 @@ public:
         else
             point = &none;
         if (!Lower(point->Y) && !Stale) WidenY(Corrected(point->X, point->Y));
-        Reasons.push_back(TDataSeries::kPointChanged);
+        Reasons |= TDataSeries::kPointChanged;
     }
 
     void DeletePoint(std::int32_t id) {
@@ -62,13 +64,13 @@ public:
         Chain.Erase(id);
         if (point.X == MinX || point.X == MaxX || point.Y == MinY || point.Y == MaxY) Stale = true;
         if (AutoZero && point.Y <= Zero) Stale = true;
-        Reasons.push_back(TDataSeries::kPointChanged);
+        Reasons |= TDataSeries::kPointChanged;
     }
 
     void RemoveDuplicates() {
         if (Chain.EraseNeighbours(Rule.Tolerance) == 0) return;
         Stale = true;
-        Reasons.push_back(TDataSeries::kPointChanged);
+        Reasons |= TDataSeries::kPointChanged;
     }
 
     void RecalcExtents() {
@@ -76,8 +78,7 @@ public:
         if (AutoZero) {
             double lowest = Chain.Points.front().Y;
             for (const TSeriesPoint& point : Chain.Points) lowest = std::min(lowest, point.Y);
-            SetZero(lowest);
-            Slope = 0;
+            SetBaseline(lowest, 0);
         }
         const TSeriesPoint& first = Chain.Points.front();
         MinX = MaxX = first.X;
@@ -98,8 +99,7 @@ private:
     }
     bool Lower(double y) {
         if (!AutoZero || y >= Zero) return false;
-        SetZero(y);
-        Slope = 0;
+        SetBaseline(y, 0);
         Stale = true;
         return true;
     }
@@ -108,7 +108,8 @@ private:
 class TSeriesComparison {
 public:
     explicit TSeriesComparison(unsigned seed) : m_random(seed) {
-        m_series.AddChangeHandler(1, [this](TDataSeries&, int reason) { m_reasons.push_back(reason); });
+        m_series.AddChangeHandler(
+            1, [this](TDataSeries&, TChangeReasons reasons) { m_told.push_back(reasons); });
         m_walked.Rule.Tolerance = Pick({0, 0, 0.5, 3});
         m_series.SetNumericalTolerance(m_walked.Rule.Tolerance);
     }
@@ -136,8 +137,8 @@ private:
         const std::int32_t id = AnyId();
         switch (Any(30)) {
         case 0: m_series.SetAutoZero(!m_walked.AutoZero), FlipAutoZero(); return;
-        case 1: m_series.SetZeroValue(y), m_walked.SetZero(y); return;
-        case 2: m_series.SetBaseLineSlope(y), SetSlope(y); return;
+        case 1: m_series.SetZeroValue(y), m_walked.SetBaseline(y, m_walked.Slope); return;
+        case 2: m_series.SetBaseLineSlope(y), m_walked.SetBaseline(m_walked.Zero, y); return;
         case 3: SetDuplicatesAllowed(Any(2) == 0); return;
         case 4: m_series.RemoveDuplicates(), m_walked.RemoveDuplicates(); return;
         case 5:
@@ -156,14 +157,7 @@ private:
     void FlipAutoZero() {
         m_walked.AutoZero = !m_walked.AutoZero;
         m_walked.Stale = true;
-        m_walked.Reasons.push_back(TDataSeries::kBaselineChanged);
-    }
-
-    void SetSlope(double value) {
-        if (value == m_walked.Slope) return;
-        m_walked.Slope = value;
-        m_walked.Stale = true;
-        m_walked.Reasons.push_back(TDataSeries::kBaselineChanged);
+        m_walked.Reasons |= TDataSeries::kBaselineChanged;
     }
 
     void SetDuplicatesAllowed(bool value) {
@@ -182,18 +176,18 @@ private:
         EXPECT_EQ(m_series.ExtentsStale(), m_walked.Stale);
         EXPECT_EQ(m_series.ZeroValue(), m_walked.Zero);
         EXPECT_EQ(m_series.BaseLineSlope(), m_walked.Slope);
-        EXPECT_EQ(m_reasons, m_walked.Reasons);
+        const bool changed = !m_walked.Reasons.IsEmpty();
+        EXPECT_EQ(std::exchange(m_told, {}), std::vector<TChangeReasons>(changed, m_walked.Reasons));
+        m_walked.Reasons = {};
         TPointCursor cursor = m_series.First();
         for (const TSeriesPoint& point : m_walked.Chain.Points) {
             EXPECT_TRUE(cursor && cursor.Id() == point.Id && cursor.X() == point.X && cursor.Y() == point.Y);
             cursor = cursor.Next();
         }
-        m_reasons.clear();
-        m_walked.Reasons.clear();
     }
 
     std::mt19937 m_random;
-    std::vector<int> m_reasons;
+    std::vector<TChangeReasons> m_told;
     TDataSeries m_series;
     TWalkedSeries m_walked;
 };
@@ -282,7 +276,7 @@ TEST(DataSeries, AYThatIsNoNumberCountsForNothing) {
 TEST(DataSeries, SettersRefuseABaselineThatIsNoNumber) {
     int calls = 0;
     TDataSeries series;
-    series.AddChangeHandler(1, [&](TDataSeries&, int) { ++calls; });
+    series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons) { ++calls; });
     for (const double bad : {kNaN, kInfinity}) {
         series.SetZeroValue(bad);
         series.SetBaseLineSlope(bad);
@@ -312,12 +306,12 @@ TEST(DataSeries, EachSetterMarksWhatItsValueChanges) {
     };
     for (const TSetterCase& c : cases) {
         SCOPED_TRACE(c.name);
-        std::vector<int> reasons;
+        std::vector<TChangeReasons> told;
         TDataSeries series;
-        series.AddChangeHandler(1, [&](TDataSeries&, int reason) { reasons.push_back(reason); });
+        series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons reasons) { told.push_back(reasons); });
         c.set(series);
         c.set(series); // an equal value is no change
-        EXPECT_EQ(reasons, std::vector<int>{c.reason});
+        EXPECT_EQ(told, std::vector<TChangeReasons>{c.reason});
         EXPECT_EQ(series.ExtentsStale(), c.extents);
         EXPECT_EQ(series.RegressionStale(), c.regression);
         EXPECT_EQ(series.CurveFit().IsStale(), c.fit);
@@ -363,16 +357,16 @@ TEST(DataSeries, PointsBuiltBesideItTakeTheirPlace) {
     TDataSeries series;
     series.SetAutoZero(true);
     for (int i = 0; i < 10; ++i) series.AddPoint(i, i);
-    int pointChanges = 0;
-    series.AddChangeHandler(1, [&](TDataSeries& s, int reason) {
-        pointChanges += reason == TDataSeries::kPointChanged;
-        EXPECT_EQ(s.Count(), 3);
+    std::vector<TChangeReasons> told;
+    series.AddChangeHandler(1, [&](TDataSeries& s, TChangeReasons reasons) {
+        told.push_back(reasons);
+        EXPECT_TRUE(s.Count() == 3 && !s.ExtentsStale() && s.ZeroValue() == 8 && s.MaxY() == 4);
     });
     TPointChain built;
     for (const double x : {4.0, 6.0, 5.0}) built.Add(x, 2 * x, series.MergeRule());
     const TPointChain old = series.SwapPoints(std::move(built));
     EXPECT_EQ(old.Count(), 10);
-    EXPECT_EQ(pointChanges, 1);
+    EXPECT_EQ(told, std::vector{TChangeReasons(TDataSeries::kPointChanged) | TDataSeries::kBaselineChanged});
     EXPECT_EQ(AllX(series), (std::vector<double>{4, 5, 6}));
     EXPECT_EQ(series.GetPoint(3)->X, 5);
     EXPECT_TRUE(series.MinX() == 4 && series.MaxX() == 6 && series.ZeroValue() == 8 && series.MaxY() == 4);
@@ -387,7 +381,9 @@ TEST(DataSeries, PointsBuiltBesideItTakeTheirPlace) {
 
 TEST(DataSeries, HandlersAreCalledInTheirOrderAndReplacedByKey) {
     std::string calls;
-    const auto noting = [&](char letter) { return [&calls, letter](TDataSeries&, int) { calls += letter; }; };
+    const auto noting = [&](char letter) {
+        return [&calls, letter](TDataSeries&, TChangeReasons) { calls += letter; };
+    };
     {
         TDataSeries series;
         series.AddChangeHandler(7, noting('a'));
@@ -402,23 +398,82 @@ TEST(DataSeries, HandlersAreCalledInTheirOrderAndReplacedByKey) {
     EXPECT_EQ(calls, "Ac") << "and once more when the series goes";
 }
 
+/// What a handler sees when it is told of a change.
+struct TToldState {
+    TChangeReasons Reasons;
+    int Count;
+    double ZeroValue, Slope;
+    bool operator==(const TToldState&) const = default;
+};
+
+std::vector<TToldState> ToldOf(TDataSeries& series, const std::function<void()>& change) {
+    std::vector<TToldState> told;
+    series.AddChangeHandler(1, [&](TDataSeries& s, TChangeReasons reasons) {
+        told.push_back({reasons, s.Count(), s.ZeroValue(), s.BaseLineSlope()});
+    });
+    change();
+    series.AddChangeHandler(1, {});
+    return told;
+}
+
+TEST(DataSeries, AHandlerIsToldOnceOfAllThatHappenedWhenItStands) {
+    const TChangeReasons baseline = TDataSeries::kBaselineChanged;
+    struct TCase {
+        const char* name;
+        void (*change)(TDataSeries&);
+        TToldState told;
+    };
+    const TCase cases[] = {
+        {"a lower point",
+         [](TDataSeries& s) { s.AddPoint(3, -1); },
+         {baseline | TDataSeries::kPointAdded, 3, -1, 0}},
+        {"a lowered point",
+         [](TDataSeries& s) { s.SetPointY(1, -2); },
+         {baseline | TDataSeries::kPointChanged, 2, -2, 0}},
+        {"auto zero", [](TDataSeries& s) { s.ApplyAutoZero(); }, {baseline, 2, 1, 0}},
+        {"extents", [](TDataSeries& s) { s.RecalcExtents(); }, {baseline, 2, 1, 0}},
+        {"baseline", [](TDataSeries& s) { s.SetBaseline(7, 8); }, {baseline, 2, 7, 8}},
+        {"holds in each other",
+         [](TDataSeries& s) {
+             const TUpdateHold outer(s);
+             s.SetBaseLineSlope(4);
+             {
+                 const TUpdateHold inner(s);
+                 s.DeletePoint(1);
+             }
+             s.SetRegressionType(1);
+         },
+         {baseline | TDataSeries::kPointChanged | TDataSeries::kRegressionChanged, 1, 5, 4}},
+    };
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        TDataSeries series;
+        series.AddPoint(1, 1);
+        series.AddPoint(2, 2);
+        series.SetBaseline(5, 3);
+        series.SetAutoZero(true);
+        EXPECT_EQ(ToldOf(series, [&] { c.change(series); }), std::vector{c.told});
+    }
+}
+
 TEST(DataSeries, HandlersMayChangeTheSeriesAndTheHandlers) {
-    std::vector<int> seen;
+    std::vector<TChangeReasons> seen;
     {
         TDataSeries series;
         std::string text = "a text that a handler holds and that is long enough to be allocated";
-        series.AddChangeHandler(1, [&, text](TDataSeries& s, int) {
+        series.AddChangeHandler(1, [&, text](TDataSeries& s, TChangeReasons) {
             s.AddChangeHandler(1, {}); // removes the one that runs
-            s.AddChangeHandler(2, [&](TDataSeries& t, int reason) {
-                seen.push_back(reason);
-                if (reason == TDataSeries::kDestroyed) {
-                    t.AddChangeHandler(
-                        2, [](TDataSeries&, int late) { EXPECT_NE(late, TDataSeries::kDestroyed); });
+            s.AddChangeHandler(2, [&](TDataSeries& t, TChangeReasons reasons) {
+                seen.push_back(reasons);
+                if (reasons.Has(TDataSeries::kDestroyed)) {
+                    t.AddChangeHandler(2, [](TDataSeries&, TChangeReasons late) {
+                        EXPECT_FALSE(late.Has(TDataSeries::kDestroyed));
+                    });
                     t.SetZeroValue(t.ZeroValue() + 1);
                     EXPECT_EQ(t.LegendText(), "UnNamed Series");
                 } else if (t.ExtentsStale()) {
                     t.RecalcExtents();
-                } else if (reason == TDataSeries::kPointAdded) {
+                } else if (reasons.Has(TDataSeries::kPointAdded)) {
                     t.Clear();
                 }
             });
@@ -428,7 +483,7 @@ TEST(DataSeries, HandlersMayChangeTheSeriesAndTheHandlers) {
         EXPECT_EQ(series.AddPoint(1, 5), 0);
         EXPECT_EQ(series.AddPoint(2, 5), 0);
     }
-    EXPECT_EQ(seen.back(), TDataSeries::kDestroyed);
+    EXPECT_TRUE(seen.back().Has(TDataSeries::kDestroyed));
 }
 
 TEST(DataSeries, LegendNamesTheShownParameters) {

@@ -71,9 +71,11 @@ TEST(SeriesStatistics, AfterEachChangeAreThoseOfANewSeries) {
         case 5: series.SetPointY(1 + below(series.LastId() + 1), below(50)); break;
         case 6: series.SetNumericalTolerance(below(3)); break;
         case 7: series.CopyPointsFrom(TDataSeries()); break;
-        case 8: step % 5 == 0 ? series.Clear() : series.SetDuplicatesAllowed(!series.DuplicatesAllowed());
+        case 8:
+            step % 5 == 0 ? series.Clear() : series.SetDuplicatesAllowed(!series.DuplicatesAllowed());
+            break;
+        default: series.AddPoint(below(40), below(50));
         }
-        series.AddPoint(below(40), below(50));
         TDataSeries fresh;
         fresh.SetDuplicatesAllowed(true);
         fresh.SetNumericalTolerance(series.NumericalTolerance());
@@ -167,6 +169,19 @@ TEST(SeriesRegression, SplineIsACurveOfItsOwn) {
     EXPECT_TRUE(series.RegressionCurve().empty());
 }
 
+TEST(SeriesRegression, TheCurveOfTheFitCoversThePointsThatAreThere) {
+    TDataSeries series;
+    Fill(series, {0, 1, 8}, {0, 1, 0});
+    series.CurveFit().SetExpression("2*x");
+    series.SetRegressionType(5);
+    series.SetRegressionControlValue1(4);
+    series.DeletePoint(3); // the extents are stale now
+    series.CalcRegression();
+    ASSERT_EQ(series.RegressionCurve().size(), 5U);
+    EXPECT_EQ(series.RegressionCurve().back().X, 1);
+    EXPECT_EQ(series.RegressionCurve().back().Derived, 2);
+}
+
 TEST(SeriesRegression, AnotherTypeLeavesNothingOfTheLastOne) {
     TDataSeries series;
     Fill(series, {0, 1, 2}, {0, 1, 0});
@@ -246,7 +261,7 @@ TEST(SeriesRegression, NobodyIsNotified) {
     Fill(series, {0, 1, 2}, {0, 1, 5});
     series.SetRegressionType(2);
     int calls = 0;
-    series.AddChangeHandler(1, [&](TDataSeries&, int) { ++calls; });
+    series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons) { ++calls; });
     series.CalcRegression();
     series.YStatistics();
     series.CorrectedSpread();

@@ -185,7 +185,7 @@ TEST_F(CurveFittingPage, GenerateFillsTheDataSetAndAsksFirst) {
     EXPECT_EQ(Current().Count(), 2);
     Sink.Answer = true;
     int changes = 0;
-    Current().AddChangeHandler(7, [&](TDataSeries&, int) { ++changes; });
+    Current().AddChangeHandler(7, [&](TDataSeries&, TChangeReasons) { ++changes; });
     Click("btnGenerate");
     EXPECT_EQ(changes, 1);
     Current().AddChangeHandler(7, {});

@@ -2,6 +2,7 @@
 #include "common/recording_sink.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/holder.h"
+#include "support/update_hold.h"
 
 #include <gtest/gtest.h>
 
@@ -151,26 +152,32 @@ TEST_F(GraphModel, TheHolderIdFollowsTheTitleUnlessItWasGivenAnother) {
 TEST_F(GraphModel, RepaintRequestsCoalesceAndHoldsSendOneNotification) {
     AddNamed({"a"});
     TSeries& series = *Graph.FindSeries(1);
-    int changes = 0;
-    series.AddChangeHandler(1,
-                            [&](TDataSeries&, int reason) { changes += reason != TDataSeries::kDestroyed; });
+    std::vector<TChangeReasons> told;
+    series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons reasons) { told.push_back(reasons); });
     series.SetUpdateDepth(true);
     series.SetLineWidth(9);
-    series.SetActive(false);
-    EXPECT_EQ(changes, 0);
+    {
+        const TUpdateHold hold(series);
+        series.SetUpdateDepth(true);
+        series.AddPoint(1, 1);
+    }
+    EXPECT_TRUE(told.empty());
     Graph.RequestRepaint(false);
     series.SetUpdateDepth(false);
-    EXPECT_EQ(changes, 1);
+    const TChangeReasons both = TChangeReasons(TSeries::kStyleChanged) | TDataSeries::kPointAdded;
+    EXPECT_EQ(told, std::vector{both});
     EXPECT_TRUE(Graph.RepaintRequested());
+    series.SetUpdateDepth(false);
     series.SetLineWidth(9);
-    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(told.size(), 1u);
+    series.AddChangeHandler(1, {});
 }
 
 TEST_F(GraphModel, ListenersOfADataSetThatGoesMayWalkTheChain) {
     AddNamed({"a", "b", "c"});
     TNames seen;
-    const auto walk = [&](TDataSeries& series, int reason) {
-        if (reason != TDataSeries::kDestroyed) return;
+    const auto walk = [&](TDataSeries& series, TChangeReasons reasons) {
+        if (!reasons.Has(TDataSeries::kDestroyed)) return;
         seen.push_back("without " + series.SeriesName());
         for (const auto& name : Names()) seen.push_back(name);
     };

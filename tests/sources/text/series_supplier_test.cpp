@@ -41,7 +41,7 @@ TEST_F(SeriesSupplier, FailedOrCancelledLoadChangesNothing) {
     series.DataSourceInfo().SetTextSeparators(";");
     const TDSInfo before = series.DataSourceInfo();
     int changes = 0;
-    series.AddChangeHandler(1, [&changes](TDataSeries&, int) { ++changes; });
+    series.AddChangeHandler(1, [&changes](TDataSeries&, TChangeReasons) { ++changes; });
     const auto expectUnchanged = [&] {
         EXPECT_EQ(series.Count(), 1);
         EXPECT_EQ(series.SeriesName(), "UnNamed Series");
