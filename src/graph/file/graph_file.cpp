@@ -1,5 +1,6 @@
 #include "graph/file/graph_file.h"
 
+#include "graph/file/graph_content.h"
 #include "graph/model/child_graph.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -52,16 +53,14 @@ void CheckSignature(TxyReader& reader) {
     if (signature.size() < 5 || signature[4] != '0') throw EGraphFileError("Wrong Graph version");
 }
 
-class TUpdateHold {
-public:
-    explicit TUpdateHold(TxyGraph& graph) : m_graph(graph) { m_graph.BeginUpdate(); }
-    ~TUpdateHold() { m_graph.EndUpdate(); }
-    TUpdateHold(const TUpdateHold&) = delete;
-    TUpdateHold& operator=(const TUpdateHold&) = delete;
-
-private:
-    TxyGraph& m_graph;
-};
+void CheckNesting(const TxyGraph& graph, int depth, std::int64_t& count) {
+    count += graph.ChildGraphCount();
+    if (graph.ChildGraphCount() > 0 && depth >= TxyGraph::kMaxNesting)
+        throw EGraphFileError("Graphs can be nested at most 64 deep in a file");
+    if (count > TxyGraph::kMaxChildGraphs)
+        throw EGraphFileError("A graph file can hold at most 4096 child graphs");
+    for (const auto& child : graph.ChildGraphs()) CheckNesting(*child, depth + 1, count);
+}
 
 } // namespace
 
@@ -88,7 +87,13 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     TxyReader reader(source);
     TSeries loaded(series.Graph(), series.SeriesIndex());
     loaded.SetUpdateDepth(true);
-    ReadSeries(reader, loaded);
+    try {
+        ReadSeries(reader, loaded);
+    } catch (const EStreamError&) {
+        throw EStreamError(name + " is not a data-set file");
+    } catch (const EConvertError&) {
+        throw EStreamError(name + " is not a data-set file");
+    }
     series.CopyFrom(loaded);
 }
 
@@ -108,20 +113,14 @@ public:
 
     explicit TGraphFile(TByteSource& source) : m_source(source) {}
 
+    /// Fills a new graph.
     void Load(TxyGraph& graph, int depth) {
-        const TUpdateHold hold(graph);
-        graph.FreeAllSeries();
-        graph.ClearMarks();
-        graph.ClearChildGraphs();
-        graph.ResetToDefaults();
         LoadSettings(graph);
         LoadSeries(graph);
         LoadMarks(graph);
         LoadChildren(graph, depth);
         graph.Appearance()->ApplyHeldIndices();
         graph.SelectMark(1);
-        graph.NeedRescale();
-        graph.RequestRepaint(true);
     }
 
 private:
@@ -151,10 +150,8 @@ private:
 
     void LoadSeries(TxyGraph& graph) {
         TxyReader reader(m_source);
-        for (int number = 1; number <= m_seriesCount; ++number) {
-            TSeries* series = graph.FindSeries(number);
-            ReadSeries(reader, series ? *series : *graph.AddSeriesNumbered(number));
-        }
+        for (int number = 1; number <= m_seriesCount; ++number)
+            ReadSeries(reader, *graph.AddSeriesNumbered(number));
     }
 
     void LoadMarks(TxyGraph& graph) {
@@ -186,11 +183,16 @@ private:
 };
 
 void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) const {
+    std::int64_t childGraphs = 0;
+    CheckNesting(*this, 0, childGraphs);
     TGraphFile::Save(bytes, *this, points);
 }
 
 void TxyGraph::LoadFromStream(TByteSource& source) {
-    TGraphFile(source).Load(*this, 0);
+    TxyGraph loaded;
+    loaded.resize(size()); // which defaults depend on
+    TGraphFile(source).Load(loaded, 0);
+    TGraphContent(loaded).MoveInto(*this);
 }
 
 void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
@@ -206,27 +208,13 @@ void TxyGraph::LoadFromFile(const std::string& name) {
 }
 
 void TxyGraph::CopyFrom(const TxyGraph& source) {
-    if (&source == this) return;
-    TBytes bytes;
-    source.SaveToStream(bytes, TPoints::Include);
-    TByteSource copy(bytes);
-    LoadFromStream(copy);
+    if (&source != this) TGraphContent(source).MoveInto(*this);
 }
 
 void TSeries::CopyFrom(const TSeries& other) {
     if (&other == this) return;
-    TBytes bytes;
-    TxyWriter writer(bytes, TEncoding::Compact);
-    WriteSeries(writer, other, TPoints::LeaveOut);
-    TByteSource source(bytes);
-    TxyReader reader(source);
-    const bool held = m_updateDepth;
-    SetUpdateDepth(true);
-    Clear();
-    ReadSeries(reader, *this);
-    CopyPointsFrom(other);
-    TakeSourceState(other);
-    SetUpdateDepth(held);
+    TSeriesContent(other).MoveInto(*this);
+    m_graph.Appearance()->DropUnusableXSeries();
 }
 
 } // namespace lumoplot

@@ -7,6 +7,7 @@
 #include "data/analysis/regression.h"
 #include "fit/definition/cur_fit.h"
 
+#include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -70,7 +71,7 @@ TEST(SeriesStatistics, AfterEachChangeAreThoseOfANewSeries) {
         case 4: series.DeletePoint(1 + below(series.LastId() + 1)); break;
         case 5: series.SetPointY(1 + below(series.LastId() + 1), below(50)); break;
         case 6: series.SetNumericalTolerance(below(3)); break;
-        case 7: series.CopyPointsFrom(TDataSeries()); break;
+        case 7: series.SwapPoints({}); break;
         case 8: step % 5 == 0 ? series.Clear() : series.SetDuplicatesAllowed(!series.DuplicatesAllowed());
         }
         series.AddPoint(below(40), below(50));
@@ -254,6 +255,40 @@ TEST(SeriesRegression, NobodyIsNotified) {
     series.SetPointY(1, 4);
     EXPECT_TRUE(series.RegressionStale());
     EXPECT_FALSE(series.RegressionLine()) << "the line of the points before";
+}
+
+TEST(SeriesRegression, IsStaleWhenTheFitThatItSamplesHasBeenLoaded) {
+    QTemporaryDir folder;
+    const std::string name = folder.filePath("line.lfn").toStdString();
+    TCurFit line;
+    line.SetExpression("3*x");
+    line.SaveToFile(name);
+    TDataSeries series;
+    for (int i = 0; i < 5; ++i) series.AddPoint(i, i);
+    series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    series.CurveFit().SetExpression("2*x");
+    series.UpdateRegression();
+    EXPECT_FALSE(series.RegressionStale());
+    series.CurveFit().LoadFromFile(name, true);
+    EXPECT_TRUE(series.RegressionStale());
+}
+
+TEST(SeriesStatistics, OrderValuesWithoutAPositionKeepWhatTheyWere) {
+    TDataSeries series;
+    for (int i = 1; i <= 10; ++i) series.AddPoint(i, 10 * i);
+    EXPECT_EQ(series.XStatistics().Quantile20, 2);
+    EXPECT_EQ(series.XStatistics().Quantile25, 2);
+    for (int id = 10; id > 3; --id) series.DeletePoint(id);
+    const TStatistics statistics = series.XStatistics();
+    EXPECT_EQ(statistics.Count, 3U);
+    EXPECT_EQ(statistics.Median, 1);
+    EXPECT_EQ(statistics.Quantile20, 2);
+    EXPECT_EQ(statistics.Quantile25, 2);
+    EXPECT_EQ(statistics.Quantile80, 3);
+    series.Clear();
+    for (int i = 1; i <= 4; ++i) series.AddPoint(100 * i, 0);
+    EXPECT_EQ(series.XStatistics().Quantile20, 2);
+    EXPECT_EQ(series.XStatistics().Quantile25, 100);
 }
 
 } // namespace
