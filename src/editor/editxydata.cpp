@@ -86,7 +86,6 @@ void DeleteHolder() {
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     workGraph.CopyFrom(host);
-    TakeSourceStates(workGraph, host);
     workGraph.Holder()->OfferSheets(host.Holder()->Sheets());
     workGraph.SetPointBudget(host.PointBudget());
     workGraph.SetEditorMode(true);
@@ -152,7 +151,6 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
-    TakeSourceStates(graph, wizard.WorkGraph());
     TProgressWindow progress;
     LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());

@@ -178,6 +178,7 @@ bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     const TUpdateHold hold(graph);
+    graph.Appearance()->FollowXAxisSeries(0); // nothing is said about a data set on its way
     RestoreSettings(graph);
     RestoreSeries(graph);
     graph.SetMarks(m_marks);

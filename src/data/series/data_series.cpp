@@ -2,7 +2,7 @@
 
 #include "data/analysis/regression.h"
 #include "data/series/ds_info.h"
-#include "data/series/series_results.h"
+#include "data/series/series_data.h"
 #include "fit/definition/cur_fit.h"
 #include "support/update_hold.h"
 
@@ -121,6 +121,20 @@ TPointChain TDataSeries::SwapPoints(TPointChain points) {
     RecalcExtents();
     Changed(kPointChanged);
     return points;
+}
+
+TSeriesData TDataSeries::Data() const {
+    return {m_points, Extents(), *m_results, m_regressionCurve, m_regressionError, m_regressionStale};
+}
+
+void TDataSeries::SetData(TSeriesData data) {
+    m_points.Swap(data.Points);
+    RestoreExtents(data.Extents);
+    *m_results = std::move(data.Results);
+    m_regressionCurve = std::move(data.RegressionCurve);
+    m_regressionError = std::move(data.RegressionError);
+    m_regressionStale = data.RegressionStale;
+    Changed(kPointChanged);
 }
 
 /// What follows from the data is out of date.

@@ -23,6 +23,7 @@ class TDSInfo;
 class TFittedCurve;
 class TxyReader;
 class TxyWriter;
+struct TSeriesData;
 struct TSeriesResults;
 struct TSpread;
 struct TStatistics;
@@ -97,8 +98,11 @@ public:
     /// Puts other points, built beside the series, in the place of all points, with one notification, and
     /// returns the old ones. The new ones keep the Ids of their chain, and their extents are up to date.
     TPointChain SwapPoints(TPointChain points);
-    /// Puts copies of the other series' points, Ids and Derived included, in the place of all points.
-    void CopyPointsFrom(const TDataSeries& other) { SwapPoints(other.m_points); }
+    /// A copy of the points with all that has been worked out from them.
+    TSeriesData Data() const;
+    /// Puts such a copy in the place of the points and of what was worked out from them, with one
+    /// notification. The settings that go with it are those of the series that it comes from.
+    void SetData(TSeriesData data);
 
     int Count() const { return m_points.Count(); }
     std::int32_t LastId() const { return m_points.LastId(); }

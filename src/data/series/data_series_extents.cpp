@@ -23,6 +23,17 @@ double InSinglePrecision(double value) {
     return static_cast<float>(std::clamp(value, -kLargest, kLargest));
 }
 
+/// General format with 4 digits, of the exponent too: "1.235E0010".
+std::string LegendNumber(double value) {
+    constexpr int kDigits = 4;
+    std::string text = FormatGeneral(value, kDigits);
+    const std::size_t exponent = text.find('E');
+    if (exponent == std::string::npos) return text;
+    const std::size_t digits = exponent + (text[exponent + 1] == '-' ? 2 : 1);
+    text.insert(digits, kDigits - std::min<std::size_t>(kDigits, text.size() - digits), '0');
+    return text;
+}
+
 double LargestIfPositive(double largest, double minimum) {
     return InSinglePrecision(largest > 0 ? largest : minimum);
 }
@@ -133,7 +144,7 @@ std::string TDataSeries::LegendText() const {
         const TDBLParameter& parameter = *m_curveFit->Parameter(i);
         if (!parameter.ShowInLegend) continue;
         shown += shown.empty() ? " (" : "; ";
-        shown += parameter.Name() + "=" + FormatGeneral(parameter.Value(), 4) + " " + parameter.Units;
+        shown += parameter.Name() + "=" + LegendNumber(parameter.Value()) + " " + parameter.Units;
     }
     return m_seriesName + (shown.empty() ? shown : shown + ")");
 }

@@ -39,16 +39,17 @@ private:
 
 TStatistics TDataSeries::XStatistics() const {
     auto& cached = m_results->XStatistics;
-    if (!cached)
-        cached = ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::X), m_numericalTolerance,
-                                   TValueOrder::AsWalked);
-    return *cached;
+    if (!cached.IsValid)
+        cached.Put(ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::X), m_numericalTolerance,
+                                     TValueOrder::AsWalked));
+    return cached.Record;
 }
 
 TStatistics TDataSeries::YStatistics() const {
     auto& cached = m_results->YStatistics;
-    if (!cached) cached = ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::Y), m_numericalTolerance);
-    return *cached;
+    if (!cached.IsValid)
+        cached.Put(ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::Y), m_numericalTolerance));
+    return cached.Record;
 }
 
 std::optional<TSpread> TDataSeries::CorrectedSpread() const {

@@ -6,6 +6,7 @@
 #include "data/analysis/statistics.h"
 
 #include <optional>
+#include <utility>
 
 namespace lumoplot {
 
@@ -16,15 +17,29 @@ struct TCorrectedSpread {
     std::optional<TSpread> Spread;
 };
 
+/// A record of statistics, which stays when it is no longer valid: too few values leave its order values as
+/// they are.
+struct TKeptStatistics {
+    TStatistics Record;
+    bool IsValid = false;
+
+    void Put(TStatistics statistics) {
+        if (statistics.Count < 5) statistics.Quantile20 = Record.Quantile20;
+        if (statistics.Count < 4) statistics.Quantile25 = Record.Quantile25;
+        Record = std::move(statistics);
+        IsValid = true;
+    }
+};
+
 struct TSeriesResults {
-    std::optional<TStatistics> XStatistics;
-    std::optional<TStatistics> YStatistics;
+    TKeptStatistics XStatistics;
+    TKeptStatistics YStatistics;
     std::optional<TFittedCurve> RegressionLine;
     std::optional<TCorrectedSpread> CorrectedSpread;
 
     void ClearStatistics() {
-        XStatistics.reset();
-        YStatistics.reset();
+        XStatistics.IsValid = false;
+        YStatistics.IsValid = false;
         CorrectedSpread.reset();
     }
 };

@@ -3,6 +3,7 @@
 #include "fit/definition/cur_fit.h"
 
 #include "fit/definition/fit_result.h"
+#include "support/errors.h"
 #include "support/replace_file.h"
 
 #include <set>
@@ -121,24 +122,25 @@ void TCurFit::SaveToStream(TxyWriter& writer) const {
 }
 
 void TCurFit::LoadFromStream(TxyReader& reader, bool compile) {
-    auto oldParameters = std::exchange(m_parameters, {});
-    auto oldTemplates = std::exchange(m_templates, {});
-    const TSettings oldSettings = m_settings;
-    try {
-        ReadEntries(reader, CurFitRows(), *this);
-    } catch (...) {
-        m_parameters = std::move(oldParameters);
-        m_templates = std::move(oldTemplates);
-        m_settings = oldSettings;
-        throw;
-    }
+    TCurFit loaded;
+    loaded.m_settings = m_settings; // for what the stream leaves out
+    ReadEntries(reader, CurFitRows(), loaded);
     Forget();
+    m_settings = loaded.m_settings;
+    m_parameters = std::move(loaded.m_parameters);
+    for (const auto& parameter : m_parameters) parameter->m_owner = this;
+    m_templates = std::move(loaded.m_templates);
+    ++m_revision;
     m_result.reset();
     m_fitError.clear();
     m_stale = true;
-    if (!compile) return Changed(false);
-    TryCompile();
-    ++m_revision;
+    if (compile) {
+        TryCompile();
+        ++m_revision;
+    } else {
+        Changed(false);
+    }
+    NotifyDisplay();
 }
 
 void TCurFit::SaveToFile(const std::string& name) const {
@@ -150,9 +152,17 @@ void TCurFit::SaveToFile(const std::string& name) const {
 
 void TCurFit::LoadFromFile(const std::string& name, bool compile) {
     const TBytes bytes = ReadWholeFile(name);
-    TByteSource source(bytes);
-    TxyReader reader(source);
-    LoadFromStream(reader, compile);
+    try {
+        TByteSource start(bytes);
+        if (TxyReader(start).ReadKey() != CurFitRows().front().key) throw EStreamError("no definition");
+        TByteSource source(bytes);
+        TxyReader reader(source);
+        LoadFromStream(reader, compile);
+    } catch (const EStreamError&) {
+        throw EStreamError(name + " is not a function file");
+    } catch (const EConvertError&) {
+        throw EStreamError(name + " is not a function file");
+    }
 }
 
 void TCurFit::Assign(const TCurFit* other) {
@@ -163,7 +173,6 @@ void TCurFit::Assign(const TCurFit* other) {
     TByteSource source(bytes);
     TxyReader reader(source);
     LoadFromStream(reader, true);
-    NotifyDisplay();
 }
 
 } // namespace lumoplot

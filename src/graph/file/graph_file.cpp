@@ -1,6 +1,6 @@
 #include "graph/file/graph_file.h"
 
-#include "fit/definition/cur_fit.h"
+#include "graph/file/graph_content.h"
 #include "graph/model/child_graph.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -55,6 +55,15 @@ void CheckSignature(TxyReader& reader) {
     if (signature.size() < 5 || signature[4] != '0') throw EGraphFileError("Wrong Graph version");
 }
 
+void CheckNesting(const TxyGraph& graph, int depth, std::int64_t& count) {
+    count += graph.ChildGraphCount();
+    if (graph.ChildGraphCount() > 0 && depth >= TxyGraph::kMaxNesting)
+        throw EGraphFileError("Graphs can be nested at most 64 deep in a file");
+    if (count > TxyGraph::kMaxChildGraphs)
+        throw EGraphFileError("A graph file can hold at most 4096 child graphs");
+    for (const auto& child : graph.ChildGraphs()) CheckNesting(*child, depth + 1, count);
+}
+
 } // namespace
 
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points) {
@@ -80,7 +89,13 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     TxyReader reader(source);
     TSeries loaded(series.Graph(), series.SeriesIndex());
     loaded.BeginUpdate(); // nobody hears of it
-    ReadSeries(reader, loaded);
+    try {
+        ReadSeries(reader, loaded);
+    } catch (const EStreamError&) {
+        throw EStreamError(name + " is not a data-set file");
+    } catch (const EConvertError&) {
+        throw EStreamError(name + " is not a data-set file");
+    }
     series.CopyFrom(loaded);
 }
 
@@ -99,20 +114,14 @@ public:
 
     explicit TGraphFile(TByteSource& source) : m_source(source) {}
 
+    /// Fills a new graph.
     void Load(TxyGraph& graph, int depth) {
-        const TUpdateHold hold(graph);
-        graph.FreeAllSeries();
-        graph.ClearMarks();
-        graph.ClearChildGraphs();
-        graph.ResetToDefaults();
         LoadSettings(graph);
         LoadSeries(graph);
         LoadMarks(graph);
         LoadChildren(graph, depth);
         graph.Appearance()->ApplyHeldIndices();
         graph.SelectMark(1);
-        graph.NeedRescale();
-        graph.RequestRepaint(true);
     }
 
 private:
@@ -143,10 +152,8 @@ private:
 
     void LoadSeries(TxyGraph& graph) {
         TxyReader reader(m_source);
-        for (int number = 1; number <= m_seriesCount; ++number) {
-            TSeries* series = graph.FindSeries(number);
-            ReadSeries(reader, series ? *series : *graph.AddSeriesNumbered(number));
-        }
+        for (int number = 1; number <= m_seriesCount; ++number)
+            ReadSeries(reader, *graph.AddSeriesNumbered(number));
     }
 
     void LoadMarks(TxyGraph& graph) {
@@ -178,16 +185,21 @@ private:
 };
 
 void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points) {
+    std::int64_t childGraphs = 0;
+    CheckNesting(graph, 0, childGraphs);
     TGraphFile::Save(bytes, graph, points);
 }
 
 void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) {
-    m_savedWithData = points == TPoints::Include;
     WriteGraph(bytes, *this, points);
+    m_savedWithData = points == TPoints::Include;
 }
 
 void TxyGraph::LoadFromStream(TByteSource& source) {
-    TGraphFile(source).Load(*this, 0);
+    TxyGraph loaded;
+    loaded.resize(size()); // which defaults depend on
+    TGraphFile(source).Load(loaded, 0);
+    TGraphContent(loaded).MoveInto(*this);
 }
 
 void TxyGraph::SaveTemplate(const std::string& name, TPoints points) {
@@ -203,26 +215,13 @@ void TxyGraph::LoadFromFile(const std::string& name) {
 }
 
 void TxyGraph::CopyFrom(const TxyGraph& source) {
-    if (&source == this) return;
-    TBytes bytes;
-    WriteGraph(bytes, source, TPoints::Include);
-    TByteSource copy(bytes);
-    LoadFromStream(copy);
+    if (&source != this) TGraphContent(source).MoveInto(*this);
 }
 
 void TSeries::CopyFrom(const TSeries& other) {
     if (&other == this) return;
-    TBytes bytes;
-    TxyWriter writer(bytes, TEncoding::Compact);
-    WriteSeries(writer, other, TPoints::LeaveOut);
-    TByteSource source(bytes);
-    TxyReader reader(source);
-    const TUpdateHold hold(*this);
-    Clear();
-    ReadSeries(reader, *this);
-    CopyPointsFrom(other);
-    TakeSourceState(other);
-    CurveFit().RestoreRunState(other.CurveFit().RunState());
+    TSeriesContent(other).MoveInto(*this);
+    m_graph.Appearance()->DropUnusableXSeries();
 }
 
 } // namespace lumoplot

@@ -16,7 +16,9 @@ namespace {
 // A data-set file brings its own settings; what says where the points come from stays.
 bool LoadDataFile(TSeries& series) {
     const TDSInfo source = series.DataSourceInfo();
+    const TTextWishes wishes = series.TextWishes();
     LoadSeriesFromFile(series, SourceFileOf(series));
+    series.SetTextWishes(wishes);
     series.DataSourceInfo() = source;
     series.DataSourceInfo().SetNeedsReload(false);
     series.SetThinned(false);
@@ -82,11 +84,6 @@ bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& op
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
     return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes(),
                        {series.XColExpr(), series.YColExpr()});
-}
-
-void TakeSourceStates(TxyGraph& graph, const TxyGraph& from) {
-    const std::size_t count = std::min(graph.Series().size(), from.Series().size());
-    for (std::size_t i = 0; i < count; ++i) graph.Series()[i]->TakeSourceState(*from.Series()[i]);
 }
 
 void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progress) {

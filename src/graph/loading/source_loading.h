@@ -35,10 +35,6 @@ XYGRAPH_EXPORT bool LoadFromSource(TSeries& series, TProgress& progress, const T
 /// Throws EFileError.
 XYGRAPH_EXPORT TTextPreview PreviewSource(const TSeries& series, int maxRows);
 
-/// Gives the data sets of `graph` (a copy of `from`, the same data sets in the same order) what is known of
-/// their sources and no file holds.
-XYGRAPH_EXPORT void TakeSourceStates(TxyGraph& graph, const TxyGraph& from);
-
 /// Reads again, with the budget of `graph`, the data sets of which `edited` (a copy of it, the same data sets
 /// in the same order) read fewer points for its preview. What cannot be read is told through the message sink
 /// and keeps the points that it has, as does what the user cancels.

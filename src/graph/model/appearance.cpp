@@ -3,6 +3,7 @@
 #include "graph/model/graph.h"
 #include "graph/model/holder.h"
 #include "graph/model/setting_rows.h"
+#include "support/message_sink.h"
 
 namespace lumoplot {
 namespace {
@@ -37,6 +38,21 @@ void TAppearance::ApplyHeldIndices() {
     SetXAxisSerIndex(m_holdXAxisSerIndex);
 }
 
+void TAppearance::DropUnusableXSeries() {
+    const TSeries* series = Graph().FindSeries(m_xAxisSerIndex);
+    if (!series || !series->DuplicatesAllowed()) return;
+    SetXAxisSerIndex(0);
+    ShowMessage("\"" + series->SeriesName() +
+                    "\" may hold points with the same X now, so it is no longer the X of the other data sets",
+                TMessageKind::Warning);
+}
+
+void TAppearance::RestoreIndices(int xAxisSerIndex, int currSerIndex) {
+    FollowXAxisSeries(xAxisSerIndex);
+    for (const auto& series : Graph().Series()) series->SetUseXAxisSeries(xAxisSerIndex > 0);
+    m_currSerIndex = currSerIndex;
+}
+
 void TAppearance::SetGraphTitle(const std::string& value) {
     if (value == m_graphTitle) return;
     const std::string& id = Graph().Holder()->ID();
@@ -57,11 +73,15 @@ void TAppearance::SetMaxSteps(int value) {
 void TAppearance::SetFiledMinSteps(int value) {
     m_filedMinSteps = value;
     SetMinSteps(value);
+    SetMaxSteps(m_filedMaxSteps);
+    SetMinSteps(value);
 }
 
 void TAppearance::SetFiledMaxSteps(int value) {
+    m_filedMaxSteps = value;
     SetMaxSteps(value);
     SetMinSteps(m_filedMinSteps);
+    SetMaxSteps(value);
 }
 
 void TAppearance::ResetToDefaults() {
@@ -69,6 +89,7 @@ void TAppearance::ResetToDefaults() {
     m_holdXAxisSerIndex = 0;
     m_holdCurrSerIndex = 0;
     m_filedMinSteps = 0;
+    m_filedMaxSteps = 0;
     ResetSettings(AppearanceRows(), *this);
     Redraw();
 }

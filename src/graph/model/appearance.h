@@ -60,6 +60,10 @@ public:
     void ApplyHeldIndices();
     /// Stores the number that the X data set has been given; nothing else changes.
     void FollowXAxisSeries(int number) { m_xAxisSerIndex = number; }
+    /// Ends the role of an X data set that holds duplicates by now, and tells the message sink.
+    void DropUnusableXSeries();
+    /// Puts back which data sets were X and current in a graph with the same data sets; 0 stays 0.
+    void RestoreIndices(int xAxisSerIndex, int currSerIndex);
     void SetAxesColor(TColor value) { Store(m_axesColor, value); }
     void SetBackgroundColor(TColor value) { Store(m_backgroundColor, value); }
     void SetMarginColor(TColor value) { Store(m_marginColor, value); }
@@ -89,7 +93,7 @@ public:
     void SetDataDirectory(const std::string& value) { m_dataDirectory = value; }
 
     // Reading a file's pair through the setters in file order would lose legal pairs, so MinSteps is kept and
-    // applied once more behind MaxSteps.
+    // applied once more behind MaxSteps, and the other way round.
     void SetFiledMinSteps(int value);
     void SetFiledMaxSteps(int value);
 
@@ -105,6 +109,7 @@ private:
     int m_holdXAxisSerIndex = 0;
     int m_holdCurrSerIndex = 0;
     int m_filedMinSteps = 0;
+    int m_filedMaxSteps = 0;
     TColor m_axesColor{};
     TColor m_backgroundColor{};
     TColor m_marginColor{};

@@ -48,6 +48,7 @@ void TAxis::SetStepSize(double value) {
 }
 
 void TAxis::SetMinScaleLength(double value) {
+    if (!std::isfinite(value)) return;
     const double old = m_minScaleLength;
     m_minScaleLength = value;
     const double span = m_max - m_min;

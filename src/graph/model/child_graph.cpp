@@ -25,17 +25,19 @@ QRect TxyChildGr::PlaceIn(const QSize& parentSize) const {
 }
 
 void TxyChildGr::FollowParent() {
-    if (m_parentGraph) setGeometry(PlaceIn(m_parentGraph->size()));
+    if (m_parentGraph && !m_isTakingFractions) setGeometry(PlaceIn(m_parentGraph->size()));
 }
 
 void TxyChildGr::TakeFractionsFromBounds() {
     if (!m_parentGraph || m_parentGraph->width() <= 0 || m_parentGraph->height() <= 0) return;
     const double parentWidth = m_parentGraph->width();
     const double parentHeight = m_parentGraph->height();
+    m_isTakingFractions = true;
     Dimensions()->SetHorPosition(x() / parentWidth);
     Dimensions()->SetVerPosition(y() / parentHeight);
     Dimensions()->SetHorSize(width() / parentWidth);
     Dimensions()->SetVerSize(height() / parentHeight);
+    m_isTakingFractions = false;
 }
 
 } // namespace lumoplot

@@ -28,6 +28,7 @@ public:
 
 private:
     TxyGraph* m_parentGraph = nullptr;
+    bool m_isTakingFractions = false;
 };
 
 } // namespace lumoplot

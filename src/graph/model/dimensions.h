@@ -43,16 +43,18 @@ public:
     void SetPrintXOffsetPct(int value) { StoreWord(m_printXOffsetPct, value); }
     void SetPrintYOffsetPct(int value) { StoreWord(m_printYOffsetPct, value); }
     void SetPrintScalePct(int value) { StoreWord(m_printScalePct, value); }
-    void SetHorPosition(double value) { Store(m_horPosition, value); }
-    void SetVerPosition(double value) { Store(m_verPosition, value); }
-    void SetHorSize(double value) { Store(m_horSize, value); }
-    void SetVerSize(double value) { Store(m_verSize, value); }
+    void SetHorPosition(double value) { StorePlace(m_horPosition, value); }
+    void SetVerPosition(double value) { StorePlace(m_verPosition, value); }
+    void SetHorSize(double value) { StorePlace(m_horSize, value); }
+    void SetVerSize(double value) { StorePlace(m_verSize, value); }
 
     /// Gives everything its default but the place in the parent, which belongs to the child graph's life.
     void ResetToDefaults();
 
 private:
     friend XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
+
+    void StorePlace(double& field, double value);
 
     int m_bottomMargin{};
     int m_leftMargin{};

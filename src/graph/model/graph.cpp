@@ -26,7 +26,7 @@ void TxyGraph::SetPointBudget(int value) {
 
 void TxyGraph::ResetToDefaults() {
     m_appearance->SetCurrSerIndex(m_highestNumber);
-    m_marks.Select(0);
+    m_marks.SelectNone();
     m_xAxis->ResetToDefaults();
     m_yAxis->ResetToDefaults();
     m_yAxisSecond->ResetToDefaults();

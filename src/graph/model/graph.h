@@ -174,14 +174,17 @@ public:
     // Files and copies.
 
     /// Writes the whole graph in the format of docs/graph-file.md; `points` goes to child graphs as well.
+    /// Throws EGraphFileError when there are more data sets, marks or child graphs than a file can hold.
     void SaveToStream(TBytes& bytes, TPoints points);
     /// Replaces the content by what the stream holds from its position. On an error (EGraphFileError "Not a
-    /// valid graph file" or "Wrong Graph version", EStreamError, EConvertError) what was read so far stays.
+    /// valid graph file" or "Wrong Graph version", EStreamError, EConvertError) the graph stays as it was.
     void LoadFromStream(TByteSource& source);
     /// Saves to a file, which is replaced whole. Throws EFileError "Can not save to file NAME".
     void SaveTemplate(const std::string& name, TPoints points);
     void LoadFromFile(const std::string& name);
-    /// Takes over everything that a graph file of `source` with points would carry.
+    /// Becomes equal to `source` in every respect, whether files hold it or not, child graphs included:
+    /// points as they stand, results, what is known of sources and fits. What is the graph's own (size,
+    /// listeners, holder) stays.
     void CopyFrom(const TxyGraph& source);
     /// As CopyFrom when `source` is a graph; does nothing otherwise.
     void Assign(const QObject* source);

@@ -107,6 +107,7 @@ void TxyGraph::FreeAllSeries() {
     for (const auto& series : m_series) Q_EMIT OnDeleteSeries(series.get());
     const auto deleted = std::exchange(m_series, {});
     m_highestNumber = 0;
+    m_appearance->RestoreIndices(0, 0);
     NeedRescale();
     RequestRepaint(true);
 }

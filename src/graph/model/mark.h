@@ -46,6 +46,7 @@ public:
     const TGraphMark* Find(int id) const;
     /// Makes the mark with that ID current; the one with the highest ID when there is none, 0 for no marks.
     void Select(int id);
+    void SelectNone() { m_currentId = 0; }
 
 private:
     std::map<int, TGraphMark> m_marks;

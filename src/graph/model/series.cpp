@@ -78,7 +78,7 @@ void TSeries::SetYAxisOfSeries(TAxis* value) {
 int TSeries::FittingSize(int size) const {
     size = std::clamp(size, 0, 65535);
     if (m_pointShape == TPointShape::WidePoint) return size;
-    size = std::max(size, 2);
+    size = std::clamp(size, 2, 65534); // the largest even one that fits
     return size + size % 2;
 }
 
@@ -125,11 +125,20 @@ void TSeries::SetTextWishes(const TTextWishes& value) {
     DataSourceInfo().SetNeedsReload(true);
 }
 
-void TSeries::TakeSourceState(const TSeries& other) {
-    m_isThinned = other.m_isThinned;
-    m_sourceRows = other.m_sourceRows;
-    m_textWishes = other.m_textWishes;
-    DataSourceInfo().SetNeedsReload(other.DataSourceInfo().NeedsReload());
+void TSeries::SetDuplicatesAllowed(bool value) {
+    TDataSeries::SetDuplicatesAllowed(value);
+    m_graph.Appearance()->DropUnusableXSeries();
+}
+
+TSeriesSource TSeries::SourceState() const {
+    return {m_sourceRows, m_textWishes, m_isThinned, DataSourceInfo().NeedsReload()};
+}
+
+void TSeries::SetSourceState(const TSeriesSource& state) {
+    m_sourceRows = state.Rows;
+    m_textWishes = state.Wishes;
+    m_isThinned = state.IsThinned;
+    DataSourceInfo().SetNeedsReload(state.NeedsReload);
 }
 
 } // namespace lumoplot

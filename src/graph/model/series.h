@@ -39,6 +39,14 @@ struct TSourceRows {
     bool operator==(const TSourceRows&) const = default;
 };
 
+/// What is known of a data set's source beside its description.
+struct TSeriesSource {
+    TSourceRows Rows;
+    TTextWishes Wishes;
+    bool IsThinned = false;
+    bool NeedsReload = false;
+};
+
 class XYGRAPH_EXPORT TSeries : public TDataSeries {
 public:
     /// Reason of a change of the drawing style, besides those of TDataSeries.
@@ -116,12 +124,15 @@ public:
         StoreEnum(m_regressionLineStyle, value, TPenStyle::DashDotDot);
     }
     void SetRegressionLineWidth(int value) { StoreWord(m_regressionLineWidth, value); }
+    /// As for any data series; the X data set that is to hold duplicates ceases to be the X data set, which
+    /// the message sink is told.
+    void SetDuplicatesAllowed(bool value);
     void SetUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
     void SetThinned(bool value) { m_isThinned = value; }
     void SetSourceRows(const TSourceRows& value) { m_sourceRows = value; }
     void SetTextWishes(const TTextWishes& value);
-    /// Takes over what is known of the other's source and no file holds.
-    void TakeSourceState(const TSeries& other);
+    TSeriesSource SourceState() const;
+    void SetSourceState(const TSeriesSource& state);
 
     /// An update hold as a switch: switching it on begins one, switching it off ends it.
     bool UpdateDepth() const { return m_updateDepth; }
@@ -139,7 +150,7 @@ public:
     /// is worked out from the points can be kept under it.
     std::uint64_t DataStamp() const { return m_dataStamp; }
 
-    /// Takes over everything that a file holds of the other data set, points included; the number stays.
+    /// Becomes equal to the other data set in every respect but the number, whether files hold it or not.
     void CopyFrom(const TSeries& other);
 
 protected:

@@ -74,6 +74,25 @@ void AssignFirstAxis(TSeries& series, bool first) {
     series.SetYAxisOfSeries(first ? series.Graph().YAxis() : series.Graph().YAxis_Second());
 }
 
+// A row of one of the wishes for the reading of the source's text, which is filed where there is one. Numbers
+// without a meaning are ignored.
+template <auto Wish, auto IsMeaning>
+constexpr TSectionRow<TSeries> WishRow(int key, const char* label) {
+    using TValue = typename std::remove_cvref_t<decltype(std::declval<TTextWishes>().*Wish)>::value_type;
+    return Row<TSeries,
+               [](const TSeries& series) {
+                   const auto wish = series.TextWishes().*Wish;
+                   return wish ? static_cast<int>(*wish) : -1;
+               },
+               [](TSeries& series, int value) {
+                   if (!IsMeaning(value)) return;
+                   TTextWishes wishes = series.TextWishes();
+                   wishes.*Wish = static_cast<TValue>(value);
+                   series.SetTextWishes(wishes);
+               }>(key, "", label,
+                  [](const TSeries& series) { return (series.TextWishes().*Wish).has_value(); });
+}
+
 // A row of a plain field of a mark.
 template <auto Field>
 constexpr TSectionRow<TGraphMark> MarkRow(int key, const char* name) {
@@ -257,6 +276,14 @@ std::span<const TSectionRow<TSeries>> SeriesRows() {
         Setting<S, &S::m_regressionLineWidth, &S::RegressionLineWidth, &S::SetRegressionLineWidth, 1>(
             21, "", "RegressionLineWidth"),
         Row<S, &S::SeriesFlag, &S::SetSeriesFlag>(22, "", "SeriesFlag"),
+        WishRow<&TTextWishes::encoding,
+                [](int value) { return value >= 0 && value <= static_cast<int>(TTextEncoding::CodePage); }>(
+            60, "TextEncoding"),
+        WishRow<&TTextWishes::decimalSign, [](int value) { return value == '.' || value == ','; }>(
+            61, "DecimalSign"),
+        WishRow<&TTextWishes::dateOrder,
+                [](int value) { return value >= 0 && value <= static_cast<int>(TDateOrder::MonthDayYear); }>(
+            62, "DateOrder"),
     };
     return kRows;
 }

@@ -1,4 +1,4 @@
-#include "data/series/data_series.h"
+#include "data/series/series_data.h"
 
 #include "common/special_values.h"
 #include "data/points/walked_chain.h"
@@ -373,7 +373,7 @@ TEST(DataSeries, PointsBuiltBesideItTakeTheirPlace) {
     series.AddChangeHandler(1, {});
 
     TDataSeries copy;
-    copy.CopyPointsFrom(series);
+    copy.SetData(series.Data());
     series.Clear();
     EXPECT_EQ(AllX(copy), (std::vector<double>{4, 5, 6}));
     EXPECT_EQ(copy.LastId(), 3);
@@ -503,6 +503,9 @@ TEST(DataSeries, LegendNamesTheShownParameters) {
     EXPECT_EQ(series.LegendText(), "Run 1 (k=0.1235 1/s)");
     addParameter("A", -3, "V", true);
     EXPECT_EQ(series.LegendText(), "Run 1 (k=0.1235 1/s; A=-3 V)");
+    addParameter("N", 6.02214e23, "", true);
+    addParameter("h", -6.62607e-34, "Js", true);
+    EXPECT_EQ(series.LegendText(), "Run 1 (k=0.1235 1/s; A=-3 V; N=6.022E0023 ; h=-6.626E-0034 Js)");
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "data/analysis/regression.h"
 #include "fit/definition/cur_fit.h"
 
+#include <QTemporaryDir>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -269,6 +270,40 @@ TEST(SeriesRegression, NobodyIsNotified) {
     series.SetPointY(1, 4);
     EXPECT_TRUE(series.RegressionStale());
     EXPECT_FALSE(series.RegressionLine()) << "the line of the points before";
+}
+
+TEST(SeriesRegression, IsStaleWhenTheFitThatItSamplesHasBeenLoaded) {
+    QTemporaryDir folder;
+    const std::string name = folder.filePath("line.lfn").toStdString();
+    TCurFit line;
+    line.SetExpression("3*x");
+    line.SaveToFile(name);
+    TDataSeries series;
+    for (int i = 0; i < 5; ++i) series.AddPoint(i, i);
+    series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    series.CurveFit().SetExpression("2*x");
+    series.UpdateRegression();
+    EXPECT_FALSE(series.RegressionStale());
+    series.CurveFit().LoadFromFile(name, true);
+    EXPECT_TRUE(series.RegressionStale());
+}
+
+TEST(SeriesStatistics, OrderValuesWithoutAPositionKeepWhatTheyWere) {
+    TDataSeries series;
+    for (int i = 1; i <= 10; ++i) series.AddPoint(i, 10 * i);
+    EXPECT_EQ(series.XStatistics().Quantile20, 2);
+    EXPECT_EQ(series.XStatistics().Quantile25, 2);
+    for (int id = 10; id > 3; --id) series.DeletePoint(id);
+    const TStatistics statistics = series.XStatistics();
+    EXPECT_EQ(statistics.Count, 3U);
+    EXPECT_EQ(statistics.Median, 1);
+    EXPECT_EQ(statistics.Quantile20, 2);
+    EXPECT_EQ(statistics.Quantile25, 2);
+    EXPECT_EQ(statistics.Quantile80, 3);
+    series.Clear();
+    for (int i = 1; i <= 4; ++i) series.AddPoint(100 * i, 0);
+    EXPECT_EQ(series.XStatistics().Quantile20, 2);
+    EXPECT_EQ(series.XStatistics().Quantile25, 100);
 }
 
 } // namespace

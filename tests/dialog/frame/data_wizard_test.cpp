@@ -122,7 +122,7 @@ TEST_F(TWizardTest, ABrokenFileAddsNothing) {
     ReplaceFile(PathOf("broken.lds").toStdString(), garbage);
     AnswerFileDialog(PathOf("broken.lds"));
     Click("btnImport");
-    EXPECT_EQ(Sink.Only(), "Stream read Error");
+    EXPECT_EQ(Sink.Only(), PathOf("broken.lds").toStdString() + " is not a data-set file");
     EXPECT_EQ(Names(), TNames{"Run"});
     EXPECT_EQ(Selected(), "Run");
 }

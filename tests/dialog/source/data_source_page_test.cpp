@@ -297,7 +297,6 @@ TEST_F(TDataSourcePageTest, AHostReadsThinnedDataSetsAgainAsTheyWereRead) {
     Current().SetSeriesName("Mine");
     TxyGraph host;
     host.CopyFrom(Graph);
-    TakeSourceStates(host, Graph);
     EXPECT_EQ(host.FirstSeries()->Count(), 500);
     TSilentProgress progress;
     LoadThinnedAgain(host, Graph, progress);

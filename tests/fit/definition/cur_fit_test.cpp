@@ -1,6 +1,7 @@
 #include "fit/definition/cur_fit.h"
 
 #include "common/recording_sink.h"
+#include "fit/definition/fit_result.h"
 #include "support/replace_file.h"
 
 #include <QTemporaryDir>
@@ -197,15 +198,30 @@ TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     AddTemplate(fit, "f", "x");
     fit.SaveToFile(name);
     const std::vector<std::uint8_t> bytes = ReadWholeFile(name);
+    TBytes dataSet; // begins as a data-set file does
+    TxyWriter writer(dataSet);
+    writer.WriteString(kSectionHeader, "", "Series");
+    writer.WriteBoolean(1, "", true);
+    writer.WriteEndOfSection();
+    std::vector<TBytes> broken = {dataSet};
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        broken.emplace_back(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length));
     TCurFit other;
-    other.SetExpression("b");
+    other.SetExpression("b*x");
     AddParameters(other, {{"b", 9}});
-    for (std::size_t length = 0; length < bytes.size(); ++length) {
-        ReplaceFile(name, std::span(bytes).first(length));
-        EXPECT_ANY_THROW(other.LoadFromFile(name, true)) << length;
-        ASSERT_EQ(other.NParams(), 1);
-        ASSERT_EQ(other.Parameter(1)->Name(), "b");
-        ASSERT_EQ(other.Expression(), "b");
+    other.Compile();
+    other.FitDone({});
+    const TFitRunState before = other.RunState();
+    for (const TBytes& content : broken) {
+        ReplaceFile(name, content);
+        try {
+            other.LoadFromFile(name, true);
+            ADD_FAILURE() << content.size();
+        } catch (const EStreamError& error) {
+            EXPECT_EQ(error.what(), name + " is not a function file");
+        }
+        ASSERT_EQ(other.RunState(), before);
+        ASSERT_EQ(other.EvaluateAt(2), 18);
         ASSERT_EQ(other.NTemplates(), 0);
     }
     ReplaceFile(name, bytes);

@@ -4,6 +4,9 @@
 #include "graph/model/holder.h"
 #include "support/update_hold.h"
 
+#include <array>
+#include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace lumoplot {
@@ -59,6 +62,43 @@ TEST_F(GraphModel, XDataSetMustExistAndHoldNoDuplicates) {
     Graph.FindSeries(2)->SetDuplicatesAllowed(true);
     appearance.SetXAxisSerIndex(2);
     EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    appearance.SetXAxisSerIndex(1);
+    Graph.FreeAllSeries();
+    AddNamed({"a"});
+    EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+    EXPECT_FALSE(Graph.FindSeries(1)->UseXAxisSeries());
+}
+
+TEST_F(GraphModel, AllowingDuplicatesInTheXDataSetEndsItsRoleAndSaysSo) {
+    AddNamed({"a", "b"});
+    TAppearance& appearance = *Graph.Appearance();
+    appearance.SetCurrSerIndex(1);
+    const std::array<std::function<void()>, 3> ways = {
+        [&] { Graph.FindSeries(1)->SetDuplicatesAllowed(true); },
+        [&] { appearance.SetAllowDuplicates(true); },
+        [&] {
+            Graph.FindSeries(2)->SetDuplicatesAllowed(true);
+            Graph.FindSeries(1)->CopyFrom(*Graph.FindSeries(2));
+        }};
+    for (const auto& way : ways) {
+        for (const auto& series : Graph.Series()) series->SetDuplicatesAllowed(false);
+        appearance.SetXAxisSerIndex(1);
+        const TRecordingSink sink;
+        way();
+        EXPECT_EQ(appearance.XAxisSerIndex(), 0);
+        EXPECT_FALSE(Graph.FindSeries(2)->UseXAxisSeries());
+        EXPECT_NE(sink.Only().find("no longer the X"), std::string::npos) << sink.Only();
+        TxyGraph back;
+        LoadBytes(back, FileOf(Graph));
+        EXPECT_EQ(FileOf(back), FileOf(Graph));
+    }
+}
+
+TEST_F(GraphModel, AResetLeavesNoMarkCurrent) {
+    Graph.AddMark({});
+    Graph.ResetToDefaults();
+    EXPECT_EQ(Graph.Marks().CurrentID(), 0);
+    EXPECT_EQ(Graph.Marks().Count(), 1);
 }
 
 TEST_F(GraphModel, XDataSetKeepsItsRoleWhenNumbersChange) {
@@ -95,6 +135,8 @@ TEST_F(GraphModel, SymbolSizesAreEvenButForWidePoints) {
     EXPECT_EQ(series.PointSize(), 8);
     series.SetPointSize(1);
     EXPECT_EQ(series.PointSize(), 2);
+    series.SetPointSize(65535);
+    EXPECT_EQ(series.PointSize(), 65534);
     series.SetPointShape(TPointShape::WidePoint);
     series.SetPointSize(7);
     EXPECT_EQ(series.PointSize(), 7);
@@ -116,6 +158,26 @@ TEST_F(GraphModel, StepLimitsRefuseWhatDoesNotSuitTheOther) {
     EXPECT_EQ(appearance.MinSteps(), 5);
     appearance.SetMaxSteps(13);
     EXPECT_EQ(appearance.MaxSteps(), 13);
+}
+
+TEST_F(GraphModel, AFilesLegalPairOfStepLimitsIsTakenInEitherOrder) {
+    for (const auto& [min, max] : {std::pair{2, 6}, {30, 80}, {1, 3}, {5, 50}}) {
+        for (const bool minFirst : {true, false}) {
+            TxyGraph graph;
+            TAppearance& appearance = *graph.Appearance();
+            if (minFirst) appearance.SetFiledMinSteps(min);
+            appearance.SetFiledMaxSteps(max);
+            if (!minFirst) appearance.SetFiledMinSteps(min);
+            EXPECT_EQ(appearance.MinSteps(), min) << minFirst;
+            EXPECT_EQ(appearance.MaxSteps(), max) << minFirst;
+        }
+    }
+}
+
+TEST_F(GraphModel, AnEndlessLeastScaleLengthIsRefused) {
+    Graph.XAxis()->SetMinScaleLength(3);
+    for (const double value : {HUGE_VAL, -HUGE_VAL, std::nan("")}) Graph.XAxis()->SetMinScaleLength(value);
+    EXPECT_EQ(Graph.XAxis()->MinScaleLength(), 3);
 }
 
 TEST_F(GraphModel, LogScaleMovesARangeThatIsNotPositive) {
@@ -224,14 +286,13 @@ TEST_F(GraphModel, ChildGraphsFollowTheirParent) {
     child->Dimensions()->SetVerPosition(0.1);
     child->Dimensions()->SetHorSize(0.5);
     child->Dimensions()->SetVerSize(0.333);
-    child->FollowParent();
     EXPECT_EQ(child->geometry(), QRect(100, 20, 200, 67));
     child->setGeometry(40, 100, 100, 50);
     child->TakeFractionsFromBounds();
     EXPECT_EQ(child->Dimensions()->HorPosition(), 0.1);
     EXPECT_EQ(child->Dimensions()->VerSize(), 0.25);
+    EXPECT_EQ(child->geometry(), QRect(40, 100, 100, 50));
     child->Dimensions()->SetHorSize(1e300); // as a file may have it
-    child->FollowParent();
     EXPECT_LE(child->width(), 32000);
 }
 
