@@ -15,6 +15,7 @@ if(LUMOPLOT_SANITIZE)
   target_compile_options(lumoplot_flags INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1
     -Wno-maybe-uninitialized # false reports about instrumented code
+    -fno-sanitize=vptr # the libraries do not export the type information of what hosts do not use
     -fno-ipa-icf) # equal functions of two classes folded into one are reported as calls on wrong objects
   target_link_options(lumoplot_flags INTERFACE -fsanitize=address,undefined)
 endif()

@@ -45,7 +45,7 @@ bool HasFitRun(const S& series) {
 // The run was on the points, and means nothing without them.
 void WriteSettings(TxyWriter& writer, const S& series, bool withPoints) {
     for (const auto& row : SeriesRecordRows())
-        if (IsWritten(row, series) && (withPoints || row.key != kFitRunKey)) row.write(writer, row, series);
+        if (row.key != kFitRunKey || (withPoints && HasFitRun(series))) row.write(writer, row, series);
     writer.WriteEndOfSection();
 }
 
@@ -86,7 +86,7 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         CurveFitRow<&TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45),
         Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
         Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
-        Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun", nullptr, &HasFitRun),
+        Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),
     };
     return kRows;
 }

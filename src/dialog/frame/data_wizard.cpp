@@ -102,7 +102,7 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (event->spontaneous()) return; // only restored from its icon
     SetPreviewMode(false);
-    FillList(m_workGraph->Appearance()->CurrSerIndex());
+    FillList(std::max(1, m_workGraph->Appearance()->CurrSerIndex())); // a host may have none current
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
     m_undo->Start();

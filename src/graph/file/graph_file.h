@@ -8,7 +8,7 @@
 namespace lumoplot {
 
 /// What TxyGraph::SaveToStream writes.
-void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points);
+XYGRAPH_EXPORT void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points);
 /// A data set's Series section, its record and its point block.
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
 /// Reads what WriteSeries wrote; the points are added to those that the data set has.

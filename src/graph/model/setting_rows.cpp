@@ -79,18 +79,22 @@ void AssignFirstAxis(TSeries& series, bool first) {
 template <auto Wish, auto IsMeaning>
 constexpr TSectionRow<TSeries> WishRow(int key, const char* label) {
     using TValue = typename std::remove_cvref_t<decltype(std::declval<TTextWishes>().*Wish)>::value_type;
-    return Row<TSeries,
-               [](const TSeries& series) {
-                   const auto wish = series.TextWishes().*Wish;
-                   return wish ? static_cast<int>(*wish) : -1;
-               },
-               [](TSeries& series, int value) {
-                   if (!IsMeaning(value)) return;
-                   TTextWishes wishes = series.TextWishes();
-                   wishes.*Wish = static_cast<TValue>(value);
-                   series.SetTextWishes(wishes);
-               }>(key, "", label,
-                  [](const TSeries& series) { return (series.TextWishes().*Wish).has_value(); });
+    auto row = Row<TSeries,
+                   [](const TSeries& series) {
+                       const auto wish = series.TextWishes().*Wish;
+                       return wish ? static_cast<int>(*wish) : -1;
+                   },
+                   [](TSeries& series, int value) {
+                       if (!IsMeaning(value)) return;
+                       TTextWishes wishes = series.TextWishes();
+                       wishes.*Wish = static_cast<TValue>(value);
+                       series.SetTextWishes(wishes);
+                   }>(key, "", label);
+    row.write = [](TxyWriter& writer, const TSectionRow<TSeries>& self, const TSeries& series) {
+        const auto wish = series.TextWishes().*Wish;
+        if (wish) writer.WriteInteger(self.key, self.name, static_cast<int>(*wish));
+    };
+    return row;
 }
 
 // A row of a plain field of a mark.

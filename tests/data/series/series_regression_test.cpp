@@ -71,7 +71,7 @@ TEST(SeriesStatistics, AfterEachChangeAreThoseOfANewSeries) {
         case 4: series.DeletePoint(1 + below(series.LastId() + 1)); break;
         case 5: series.SetPointY(1 + below(series.LastId() + 1), below(50)); break;
         case 6: series.SetNumericalTolerance(below(3)); break;
-        case 7: series.CopyPointsFrom(TDataSeries()); break;
+        case 7: series.SwapPoints({}); break;
         case 8:
             step % 5 == 0 ? series.Clear() : series.SetDuplicatesAllowed(!series.DuplicatesAllowed());
             break;

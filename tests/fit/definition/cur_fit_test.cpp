@@ -210,7 +210,7 @@ TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     other.SetExpression("b*x");
     AddParameters(other, {{"b", 9}});
     other.Compile();
-    other.FitDone({});
+    other.FitDone(TFitResult());
     const TFitRunState before = other.RunState();
     for (const TBytes& content : broken) {
         ReplaceFile(name, content);

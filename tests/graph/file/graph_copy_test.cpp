@@ -20,6 +20,15 @@
 namespace lumoplot {
 namespace {
 
+/// With a decimal comma.
+TTextWishes Wishes(TTextEncoding encoding, std::optional<TDateOrder> dateOrder) {
+    TTextWishes wishes;
+    wishes.encoding = encoding;
+    wishes.decimalSign = ',';
+    wishes.dateOrder = dateOrder;
+    return wishes;
+}
+
 using TPointBits = std::tuple<std::int32_t, std::uint64_t, std::uint64_t, std::uint64_t>;
 
 std::vector<TPointBits> PointsOf(const TDataSeries& series) {
@@ -79,7 +88,7 @@ void FillUnfiled(TSeries& series, TRandom& random) {
     if (series.Count() > 0 && chance()) series.DeletePoint(series.First().Id());
     if (chance()) series.SetDuplicatesAllowed(true);
     if (chance()) series.UpdateRegression();
-    if (chance()) series.SetTextWishes({TTextEncoding::Utf8, ',', {}});
+    if (chance()) series.SetTextWishes(Wishes(TTextEncoding::Utf8, {}));
     series.SetSourceRows({static_cast<std::int64_t>(random() % 100), 7});
     series.SetThinned(chance());
     series.DataSourceInfo().SetNeedsReload(chance());
@@ -169,7 +178,7 @@ TEST(GraphCopy, TheReadingThatTheUserChoseIsFiledAndUsedOnReload) {
     TSeries& series = *graph.FindSeries(graph.AddSeries());
     series.DataSourceInfo().SetKind(TSourceKind::TextFile);
     series.DataSourceInfo().SetSourceName(text);
-    series.SetTextWishes({TTextEncoding::CodePage, ',', TDateOrder::DayMonthYear});
+    series.SetTextWishes(Wishes(TTextEncoding::CodePage, TDateOrder::DayMonthYear));
     LoadBytes(back, FileOf(graph));
     TSeries& opened = *back.FindSeries(1);
     EXPECT_EQ(opened.TextWishes(), series.TextWishes());

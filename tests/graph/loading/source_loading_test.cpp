@@ -68,7 +68,6 @@ TEST_F(SourceLoading, WhatWasThinnedIsReadAgainUnderItsEditedName) {
     LoadFromSource(Series, Progress);
     Series.SetSeriesName("edited");
     edited.CopyFrom(Graph);
-    TakeSourceStates(edited, Graph);
     Graph.SetEditorMode(false);
     LoadThinnedAgain(Graph, edited, Progress);
     EXPECT_EQ(Series.Count(), kRows);
