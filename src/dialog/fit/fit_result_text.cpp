@@ -1,5 +1,6 @@
 #include "dialog/fit/fit_result_text.h"
 
+#include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
 #include "support/number_text.h"
 
