@@ -28,7 +28,8 @@ double ScaledByTen(double value, int exponent) {
 }
 
 int ExponentOf(double value) {
-    return value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::abs(value)) + 1e-12));
+    if (value == 0 || !std::isfinite(value)) return 0;
+    return static_cast<int>(std::floor(std::log10(std::abs(value)) + 1e-12));
 }
 
 QString WithRealMinus(QString text) {
