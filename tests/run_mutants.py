@@ -1,7 +1,9 @@
 """Plants the faults of tests/mutants.tsv one at a time and says which of them no test notices.
 
 All faults are built at once into a copy of the tree, each behind a switch that the environment variable
-LUMOPLOT_MUTANT turns on, so that a fault costs no compilation. See docs/testing.md.
+LUMOPLOT_MUTANT turns on, so that a fault costs no compilation. The copy has a build folder of its own, without
+optimisation and without joining files, so that after a change only what has changed is compiled again. See
+docs/testing.md.
 """
 import argparse
 import concurrent.futures
@@ -51,11 +53,17 @@ class Mutant:
             return f"if ({condition}) {{ {self.fault} }} else {{ {self.original} }}"
         return f"({condition} ? ({self.fault}) : ({self.original}))"
 
-    def apply(self, text, plain):
-        whole = self.before + self.original + self.behind
-        if text.count(whole) != 1:
-            raise SystemExit(f"{self.file}: mutant {self.id}: '{whole}' occurs {text.count(whole)} times")
-        return text.replace(whole, self.before + (self.fault if plain else self.switched()) + self.behind)
+    def whole(self):
+        return self.before + self.original + self.behind
+
+    def apply(self, text):
+        return text.replace(self.whole(), self.before + self.switched() + self.behind)
+
+    def misfit(self):
+        """Why it can not be planted; empty where it can."""
+        path = ROOT / self.file
+        count = path.read_text(encoding="utf-8").count(self.whole()) if path.exists() else 0
+        return "" if count == 1 else f"{self.id} {self.file}: '{self.whole()}' occurs {count} times"
 
     def __str__(self):
         return f"{self.id} {self.file}: {self.original.strip()} -> {self.fault.strip() or 'nothing'}"
@@ -73,7 +81,7 @@ def plant(mutants, tree, header):
     for file in sorted({mutant.file for mutant in mutants}):
         text = (ROOT / file).read_text(encoding="utf-8")
         for mutant in (m for m in mutants if m.file == file):
-            text = mutant.apply(text, plain=False)
+            text = mutant.apply(text)
         write_if_changed(tree / file, f'#include "{header}"\n{text}')
 
 
@@ -100,12 +108,13 @@ def copy_tree(tree, mutated):
                 old.unlink()
 
 
-def build(tree, targets):
+def build(tree, targets, jobs):
     output = tree / "build"
     subprocess.run(["cmake", "-S", tree, "-B", output, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
-                    "-DLUMOPLOT_UNITY=ON", "-DLUMOPLOT_BENCH=OFF", "--log-level=ERROR"], check=True,
+                    "-DCMAKE_CXX_FLAGS=-O0", "-DLUMOPLOT_UNITY=OFF", "-DLUMOPLOT_BENCH=OFF",
+                    "--log-level=ERROR"], check=True,
                    stdout=subprocess.DEVNULL)
-    result = subprocess.run(["ninja", "-C", output, *targets], text=True, stdout=subprocess.PIPE)
+    result = subprocess.run(["ninja", "-C", output, "-j", str(jobs), *targets], text=True, stdout=subprocess.PIPE)
     if result.returncode != 0:
         print("\n".join(line for line in result.stdout.splitlines() if re.search("error|FAILED", line)))
         raise SystemExit("the tree with the switches does not build")
@@ -145,28 +154,62 @@ def check_clean(folder, programs, jobs):
         raise SystemExit(f"without any fault these fail already: {', '.join(broken)}")
 
 
-def main():
+def parsed_numbers(text):
+    """The numbers of '1-40,55'."""
+    numbers = set()
+    for part in text.split(","):
+        first, _, last = part.partition("-")
+        numbers.update(range(int(first), int(last or first) + 1))
+    return numbers
+
+
+def chosen_of(table, arguments):
+    """Those with a number that was asked for and in a folder that was; all where nothing was."""
+    numbers = set().union(*(parsed_numbers(text) for text in [*arguments.numbers, *arguments.only]))
+    folders = tuple(f"{prefix}{layer}/" for layer in arguments.layer for prefix in ("", "src/"))
+    return [mutant for mutant in table
+            if (not numbers or mutant.id in numbers) and (not folders or mutant.file.startswith(folders))]
+
+
+def parsed_arguments():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("numbers", nargs="*", type=int, help="only these faults")
+    parser.add_argument("numbers", nargs="*", help="only these faults: 12, 1-40 or 1-40,55")
+    parser.add_argument("--only", action="append", default=[], metavar="NUMBERS", help="the same")
+    parser.add_argument("--layer", action="append", default=[], metavar="FOLDER",
+                        help="only faults in this folder: expr, graph/model, host")
+    parser.add_argument("--check", action="store_true", help="see that every fault can be planted, and no more")
     parser.add_argument("--scratch", type=pathlib.Path, default=ROOT / "build" / "mutants")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--limit", type=float, default=120, help="seconds for one run of a test program")
     parser.add_argument("--skip-clean", action="store_true", help="do not run the tests without a fault first")
-    arguments = parser.parse_args()
+    return parser.parse_args()
 
-    table = read_table(ROOT / "tests" / "mutants.tsv")
-    tree = arguments.scratch
+
+def built_programs(table, chosen, arguments):
+    """The folder with the test programs that the chosen faults name; every fault of the table is in them, so that
+    choosing others does not compile anything again."""
+    tree = arguments.scratch.resolve()
     tree.mkdir(parents=True, exist_ok=True)
     header = tree / "lumoplot_mutant.h"
     write_if_changed(header, SWITCH)
     copy_tree(tree, {mutant.file for mutant in table})
     plant(table, tree, header)
-    programs = sorted({"test_" + test.partition(":")[0] for mutant in table for test in mutant.tests.split()})
-    folder = build(tree, programs) / "bin"
+    programs = sorted({"test_" + test.partition(":")[0] for mutant in chosen for test in mutant.tests.split()})
+    folder = build(tree, programs, arguments.jobs) / "bin"
     if not arguments.skip_clean:
         check_clean(folder, programs, arguments.jobs)
+    return folder
 
-    chosen = [mutant for mutant in table if not arguments.numbers or mutant.id in arguments.numbers]
+
+def main():
+    arguments = parsed_arguments()
+    table = read_table(ROOT / "tests" / "mutants.tsv")
+    misfits = [misfit for misfit in (mutant.misfit() for mutant in table) if misfit]
+    if misfits or arguments.check:
+        print("\n".join([*misfits, f"{len(table)} faults, {len(misfits)} can not be planted"]))
+        return 1 if misfits else 0
+    chosen = chosen_of(table, arguments)
+    folder = built_programs(table, chosen, arguments)
     start = time.time()
     survivors = []
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as pool:
