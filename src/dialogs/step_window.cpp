@@ -1,7 +1,7 @@
 #include "dialogs/step_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QProgressBar>
 #include <QPushButton>
 #include <algorithm>
@@ -20,9 +20,21 @@ constexpr int kMovesOfBar = 1000;
 TStepWindow::TStepWindow(QWidget* owner) : QDialog(owner, Qt::Dialog | Qt::WindowStaysOnTopHint) {
     setWindowModality(Qt::ApplicationModal);
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, [this] {
-        if (!m_noAutoShow) show();
-    });
+    connect(&m_timer, &QTimer::timeout, this, &TStepWindow::ShowUnlessAsked);
+}
+
+void TStepWindow::StartTimer() {
+    m_over = QApplication::activeModalWidget();
+    m_timer.start(kShowAfterMs);
+}
+
+void TStepWindow::ShowUnlessAsked() {
+    if (m_noAutoShow) return;
+    const QWidget* asking = QApplication::activeModalWidget();
+    if (asking && asking != m_over)
+        m_timer.start(kShowAfterMs);
+    else
+        show();
 }
 
 void TStepWindow::SetControls(QProgressBar* bar, QPushButton* cancel) {

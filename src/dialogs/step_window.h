@@ -7,6 +7,7 @@
 
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QTimer>
 
 class QProgressBar;
@@ -30,8 +31,9 @@ public:
     void SetNoAutoShow(bool value) { m_noAutoShow = value; }
     /// Steps counted while the window was not visible.
     int HiddenSteps() const { return m_hiddenSteps; }
-    /// Lets the timer show the window after kShowAfterMs.
-    void StartTimer() { m_timer.start(kShowAfterMs); }
+    /// Lets the timer show the window after kShowAfterMs. While a window that was opened later asks
+    /// something, it is waited for: the question must not be covered nor blocked.
+    void StartTimer();
 
     /// A bar from 0 to the larger of 1 and `count`, at 0, and a new caption.
     void ResetProgress(const QString& caption, int count);
@@ -52,12 +54,14 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void ShowUnlessAsked();
     void ProcessPending();
     void Advance(int steps);
 
     QProgressBar* m_bar = nullptr;
     QPushButton* m_cancel = nullptr;
     QTimer m_timer;
+    QPointer<QWidget> m_over; ///< the modal window that the work was begun from
     QElapsedTimer m_sinceEvents;
     int m_hiddenSteps = 0;
     int m_stepsToShow = 0; ///< too few for the bar to move

@@ -151,8 +151,10 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);
     graph.CopyFrom(wizard.WorkGraph());
-    TProgressWindow progress;
-    LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
+    {
+        TProgressWindow progress;
+        LoadThinnedAgain(graph, wizard.WorkGraph(), progress);
+    }
     if (result == TxyDataWizard::kSetDefault) OfferTemplate(wizard.WorkGraph(), wizard.TemplateName());
     return true;
 }

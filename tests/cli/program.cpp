@@ -1,4 +1,5 @@
 #include "cli/program.h"
+#include "common/places.h"
 
 #include "support/replace_file.h"
 
@@ -13,7 +14,7 @@ constexpr int kPatience = 60000; // milliseconds; sanitizers on a busy machine a
 } // namespace
 
 std::string ProgramPath() {
-    return LUMOPLOT_BINARY_DIR "/bin/xydata";
+    return BuiltProgram("xydata");
 }
 
 TRunResult RunProgram(const TArguments& arguments, const std::string& input, const std::string& platform) {

@@ -1,4 +1,5 @@
 #include "cli/program.h"
+#include "common/places.h"
 
 #include <QFile>
 #include <QProcess>
@@ -24,7 +25,7 @@ TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
 }
 
 TEST(Usage, TheManualHasEveryOptionOfTheHelp) {
-    const std::string manual = ContentOf(LUMOPLOT_SOURCE_DIR "/packaging/xydata.1");
+    const std::string manual = ContentOf(SourceFile("packaging/xydata.1"));
     const std::regex option("\n  (?:-\\w,)?(--[a-z0-9-]+)");
     for (const char* command : kCommands) {
         const std::string help = RunProgram({command, "--help"}).out;
@@ -37,7 +38,7 @@ TEST(Usage, TheManualHasEveryOptionOfTheHelp) {
 
 // A line of the table is a command line, its arguments divided by bars.
 TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
-    QFile file(QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/wrong_usage.txt"));
+    QFile file(QString::fromStdString(SourceFile("tests/data_files/wrong_usage.txt")));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
     while (!file.atEnd()) {
         const std::string line = file.readLine().trimmed().toStdString();

@@ -1,8 +1,10 @@
 #include "common/window_driver.h"
 #include "data/filter/band_filter.h"
+#include "dialogs/message_box_sink.h"
 #include "dialogs/progress_bar.h"
 #include "dialogs/progress_window.h"
 #include "dialogs/wait_window.h"
+#include "support/message_sink.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
@@ -104,6 +106,19 @@ TEST_F(ProgressWindows, NoAutoShowKeepsItHidden) {
     }
     EXPECT_FALSE(window->isVisible());
     EXPECT_GT(window->HiddenSteps(), 50);
+}
+
+TEST_F(ProgressWindows, AQuestionAskedInTheMiddleOfWorkIsNotCovered) {
+    const TMessageBoxScope messages;
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
+    bool wasCovered = true;
+    QTimer::singleShot(TStepWindow::kShowAfterMs + 200, &Main, [&] {
+        wasCovered = window->isVisible();
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Y);
+    });
+    EXPECT_TRUE(AskYesNo("Save?"));
+    EXPECT_FALSE(wasCovered);
+    EXPECT_GT(StepUntilVisible(*window), 0) << "the work goes on, and its window comes";
 }
 
 TEST_F(ProgressWindows, WaitingShowsTheHourglassUntilItIsClosed) {

@@ -1,4 +1,5 @@
 // The language, case by case: values, errors and the life of variables and formulas.
+#include "common/places.h"
 #include "common/special_values.h"
 #include "expr/expression_parser.h"
 
@@ -35,7 +36,7 @@ struct TValueCase {
 
 // A line of the table is a formula, a bar, and its value, its error or "syntax" for the usual one.
 TEST(ExpressionParser, FormulasGiveWhatTheTableSays) {
-    std::ifstream file(LUMOPLOT_SOURCE_DIR "/tests/data_files/expressions.txt");
+    std::ifstream file(SourceFile("tests/data_files/expressions.txt"));
     int count = 0;
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with('#')) continue;

@@ -2,6 +2,7 @@
 // its own.
 #pragma once
 
+#include "common/places.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 #include "host/main_window.h"
@@ -30,7 +31,7 @@ protected:
 
     QString PathOf(const char* name) const { return Folder.filePath(QString::fromUtf8(name)); }
     static QString Example(const char* name) {
-        return QStringLiteral(LUMOPLOT_SOURCE_DIR "/examples/") + QString::fromUtf8(name);
+        return QString::fromStdString(SourceFile("examples/")) + QString::fromUtf8(name);
     }
     QString Write(const char* name, const QByteArray& content) const {
         QFile file(PathOf(name));

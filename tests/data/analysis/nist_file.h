@@ -1,6 +1,7 @@
 // Reads the reference data sets of the statistical reference data (StRD) of NIST.
 #pragma once
 
+#include "common/places.h"
 #include "support/number_text.h"
 
 #include <cmath>
@@ -16,7 +17,7 @@ namespace lumoplot {
 class TNistFile {
 public:
     explicit TNistFile(const std::string& name) {
-        std::ifstream file(std::string(LUMOPLOT_SOURCE_DIR) + "/tests/data_files/nist/" + name);
+        std::ifstream file(SourceFile("tests/data_files/nist/" + name));
         EXPECT_TRUE(file) << name;
         bool inData = false;
         for (std::string line; std::getline(file, line);) {

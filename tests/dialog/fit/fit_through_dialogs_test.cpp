@@ -1,4 +1,5 @@
 // The whole way of a person with measurements in a text file to a fitted curve, through the dialogs.
+#include "common/places.h"
 #include "dialog/wizard_fixture.h"
 
 #include "data/series/ds_info.h"
@@ -58,7 +59,7 @@ protected:
 };
 
 TEST_F(FitThroughDialogs, ATextFileBecomesAFittedCurve) {
-    TakeDataFrom(QStringLiteral(LUMOPLOT_SOURCE_DIR "/examples/gauss1.dat"));
+    TakeDataFrom(QString::fromStdString(SourceFile("examples/gauss1.dat")));
     Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kCurveFittingPage);
     ASSERT_EQ(Current().Count(), 250);
     Choose("cbx_Procedure", TCurFit::kNewton);

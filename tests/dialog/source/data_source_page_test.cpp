@@ -1,3 +1,4 @@
+#include "common/places.h"
 #include "dialog/wizard_fixture.h"
 
 #include "data/series/ds_info.h"
@@ -19,7 +20,7 @@ namespace lumoplot {
 namespace {
 
 QString TextFile(const char* name) {
-    return QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + QLatin1String(name);
+    return QString::fromStdString(SourceFile("tests/data_files/text/")) + QLatin1String(name);
 }
 
 class TDataSourcePageTest : public TWizardTest {

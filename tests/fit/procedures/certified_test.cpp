@@ -1,3 +1,4 @@
+#include "common/places.h"
 #include "fit/run/certified.h"
 
 #include "support/replace_file.h"
@@ -11,7 +12,7 @@ namespace {
 constexpr int kIterations = 2000;
 
 std::string FileText(const std::string& name) {
-    const auto bytes = ReadWholeFile(std::string(LUMOPLOT_SOURCE_DIR) + "/examples/certified/" + name);
+    const auto bytes = ReadWholeFile(SourceFile("examples/certified/" + name));
     return {bytes.begin(), bytes.end()};
 }
 

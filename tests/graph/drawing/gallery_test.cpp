@@ -1,4 +1,5 @@
 // The pictures of docs/gallery are what the graphs of examples/gallery look like.
+#include "common/places.h"
 #include "graph/drawing/picture/picture_file.h"
 #include "graph/model/graph.h"
 
@@ -42,7 +43,7 @@ double DifferentPart(const QImage& a, const QImage& b) {
 
 TEST(Gallery, PicturesAreWhatTheGraphsLookLike) {
     const QTemporaryDir folder;
-    const QString root = QStringLiteral(LUMOPLOT_SOURCE_DIR);
+    const QString root = QString::fromStdString(SourceFile(""));
     QImage before(kCells, QImage::Format_RGB32);
     before.fill(Qt::white);
     for (const QString& name : kNames) {

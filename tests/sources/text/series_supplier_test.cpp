@@ -1,3 +1,4 @@
+#include "common/places.h"
 #include "data/series/ds_info.h"
 #include "sources/text/series_supplier.h"
 #include "sources/text/text_fixture.h"
@@ -11,7 +12,7 @@ protected:
         TSilentProgress progress;
         return LoadTextSeries(series, file, options, progress);
     }
-    static std::string Replicates() { return LUMOPLOT_SOURCE_DIR "/tests/data_files/text/replicates.csv"; }
+    static std::string Replicates() { return SourceFile("tests/data_files/text/replicates.csv"); }
 
     TDataSeries series;
 };

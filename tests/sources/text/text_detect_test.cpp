@@ -1,3 +1,4 @@
+#include "common/places.h"
 #include "sources/text/text_fixture.h"
 #include "sources/text/text_preview.h"
 
@@ -204,7 +205,7 @@ TEST_F(TextFormat, ColumnsAreChosenByNumberOrName) {
 }
 
 std::string SampleFile(const char* name) {
-    return std::string(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/") + name;
+    return SourceFile(std::string("tests/data_files/text/") + name);
 }
 
 struct TSampleFile {

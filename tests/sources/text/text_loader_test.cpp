@@ -1,3 +1,4 @@
+#include "common/places.h"
 #include "sources/text/text_fixture.h"
 #include "support/errors.h"
 
@@ -62,7 +63,7 @@ TEST_F(TextLoader, FileWithoutPermissionIsRefused) {
 #endif
 
 TEST_F(TextLoader, EveryBadRowIsNamedAndNoneBecomesZero) {
-    const TTextReport report = Load(LUMOPLOT_SOURCE_DIR "/tests/data_files/text/bad_rows.csv");
+    const TTextReport report = Load(SourceFile("tests/data_files/text/bad_rows.csv"));
     EXPECT_EQ(points, (TPoints{{1, 10}, {5, 50}, {8, 80}}));
     EXPECT_EQ(report.rowsChosen, 8);
     EXPECT_EQ(report.rowsUsed, 3);
@@ -171,7 +172,7 @@ TEST_F(TextLoader, LongFilesLoseNoRowWhereverTheyAreCut) {
 // Whatever the bytes are, every chosen row is a point or told.
 TEST_F(TextLoader, DamagedFilesAreReadOrRefused) {
     std::mt19937 random(3);
-    const QDir directory(QStringLiteral(LUMOPLOT_SOURCE_DIR "/tests/data_files/text"));
+    const QDir directory(QString::fromStdString(SourceFile("tests/data_files/text")));
     for (const QString& name : directory.entryList(QDir::Files)) {
         QFile file(directory.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
