@@ -32,7 +32,7 @@ std::string Trimmed(const std::string& text) {
 // The table that CMake links by. A layer may use those that its row names and all that these use.
 std::map<std::string, TLayer> ReadLayers() {
     std::map<std::string, TLayer> layers;
-    std::ifstream file(SourceFile("src/layers.txt"));
+    std::ifstream file(lumoplot::SourceFile("src/layers.txt"));
     for (std::string line; std::getline(file, line);) {
         if (line.empty() || line.front() == '#') continue;
         std::vector<std::string> cells(4);
@@ -55,7 +55,7 @@ std::map<std::string, TLayer> ReadLayers() {
 
 // Layers are folders below src/; the programs stand beside it.
 fs::path FolderOfLayer(const std::string& layer) {
-    const fs::path root(SourceFile(""));
+    const fs::path root(lumoplot::SourceFile(""));
     return fs::exists(root / "src" / layer) ? root / "src" / layer : root / layer;
 }
 
@@ -90,7 +90,7 @@ std::string FolderOf(const std::string& file) {
 TEST(Architecture, EveryFileBelongsToALayerAndNoFolderIsCrowded) {
     const auto layers = ReadLayers();
     std::map<std::string, std::size_t> files;
-    const fs::path root = fs::path(SourceFile("src"));
+    const fs::path root = fs::path(lumoplot::SourceFile("src"));
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
         const std::string extension = entry.path().extension().string();
         if (extension == ".h" || extension == ".cpp")
@@ -128,7 +128,7 @@ TEST(Architecture, NoFilesIncludeEachOtherInALoop) {
 
 // What a host sees is a list; its names are told apart in the one folder that they are installed in.
 TEST(Architecture, PublicHeadersIncludeNoPrivateOne) {
-    const fs::path source = fs::path(SourceFile("src"));
+    const fs::path source = fs::path(lumoplot::SourceFile("src"));
     std::set<std::string> headers, names;
     std::ifstream list(source / "public_headers.txt");
     for (std::string line; std::getline(list, line);)
