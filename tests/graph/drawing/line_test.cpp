@@ -183,6 +183,45 @@ TEST(LinePainter, DenseLinesCoverWhatAllTheirSegmentsCover) {
         }
 }
 
+TPath Scattered(int count) {
+    std::mt19937 random(13);
+    std::normal_distribution<> x(150, 45), y(100, 25);
+    TPath path;
+    for (int i = 0; i < count; ++i) path.Add(x(random), y(random));
+    return path;
+}
+
+// Lines that fill the picture: as dark as all their segments drawn one above the other, pixel by pixel.
+TEST(LinePainter, CloudsAreAsDarkAsTheirSegments) {
+    for (const Qt::PenStyle style : {Qt::SolidLine, Qt::DashLine})
+        for (const double width : {1.0, 2.0, 5.0})
+            for (const int count : {700, 3000}) {
+                const TPath path = Scattered(count);
+                const QPen pen(Qt::black, width, style, Qt::FlatCap, Qt::RoundJoin);
+                const QImage segments = Drawn(
+                    [&](QPainter& painter) {
+                        painter.setPen(pen);
+                        for (std::size_t i = 1; i < path.X.size(); ++i)
+                            painter.drawLine(QPointF(path.X[i - 1], path.Y[i - 1]),
+                                             QPointF(path.X[i], path.Y[i]));
+                    },
+                    true);
+                const QImage quick = Drawn(
+                    [&](QPainter& painter) {
+                        DrawPolylines(TCanvas(painter, TDrawPurpose::Show), Reduced(path), pen);
+                    },
+                    true);
+                double sum = 0;
+                for (int y = 0; y < kHeight; ++y)
+                    for (int x = 0; x < kWidth; ++x)
+                        sum += std::abs(qGray(segments.pixel(x, y)) - qGray(quick.pixel(x, y)));
+                // Dashes of segments begin elsewhere than those of the line; of the fewest and thinnest lines
+                // the one that covers more of a pixel counts.
+                const double most = style == Qt::SolidLine ? 7 : 16;
+                EXPECT_LE(sum / (kWidth * kHeight), most) << width << " " << count << " " << style;
+            }
+}
+
 // The part of each pixel that lies in a line with round ends and corners, or in the dashes of its segments,
 // from 64 samples a pixel.
 class TSampledCoverage {

@@ -9,6 +9,24 @@ namespace {
 
 constexpr std::size_t kStep = TStampMask::kStep;
 
+constexpr std::int64_t kWord = 64;
+
+// A bit for each of 64 bytes: whether it is small enough not to be seen.
+std::uint64_t HiddenBits(const std::uint8_t* clear) {
+    constexpr std::uint64_t kSeen = 0x7c7c7c7c7c7c7c7c; // carries into the highest bit from 4 on
+    constexpr std::uint64_t kHigh = 0x8080808080808080;
+    constexpr std::uint64_t kGather = 0x0102040810204080;
+    std::uint64_t bits = 0;
+    for (int i = 0; i < 8; ++i) {
+        std::uint64_t eight;
+        std::memcpy(&eight, clear + 8 * i, 8);
+        const std::uint64_t seen = (((eight & ~kHigh) + kSeen) | eight) & kHigh;
+        const std::uint64_t hidden = (seen ^ kHigh) >> 7;
+        bits |= (hidden * kGather >> 56) << (8 * i);
+    }
+    return bits;
+}
+
 QRect InkOf(const QImage& picture) {
     QRect ink(0, 0, 1, 1);
     bool isFirst = true;
@@ -56,7 +74,8 @@ TStampMask::TStampMask(const QImage& stamp)
 }
 
 TCoverage::TCoverage(std::int64_t width, std::int64_t height)
-    : m_width(width), m_height(height), m_stride(width + static_cast<std::int64_t>(4 * kStep)), m_top(height),
+    : m_width(width), m_height(height),
+      m_stride((width + 4 * static_cast<std::int64_t>(kStep) + kWord - 1) / kWord * kWord), m_top(height),
       m_clear(static_cast<std::size_t>(m_stride * height), 255) {
 }
 
@@ -70,6 +89,39 @@ void TCoverage::Take(const TStampMask& mask, std::int64_t x, std::int64_t y) {
     for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride)
         for (std::size_t start = 0; start < mask.Stride(); start += kStep)
             LetThrough(target + start, mask.Row(row) + start);
+}
+
+void TCoveredPlaces::KeepRunsAcross(std::size_t length) {
+    for (std::size_t kept = 1; kept < length;) {
+        const std::size_t shift = std::min({kept, length - kept, std::size_t(63)});
+        for (std::size_t i = 0; i < m_words.size(); ++i) {
+            const bool isLast = (i + 1) % m_stride == 0;
+            const std::uint64_t next = isLast ? 0 : m_words[i + 1];
+            m_words[i] &= m_words[i] >> shift | next << (64 - shift);
+        }
+        kept += shift;
+    }
+}
+
+void TCoveredPlaces::KeepRunsDown(std::size_t length) {
+    for (std::size_t kept = 1; kept < length;) {
+        const std::size_t shift = std::min(kept, length - kept) * m_stride;
+        for (std::size_t i = 0; i < m_words.size(); ++i)
+            m_words[i] &= i + shift < m_words.size() ? m_words[i + shift] : 0;
+        kept += shift / m_stride;
+    }
+}
+
+TCoveredPlaces TCoverage::PlacesCovered(const TStampMask& mask) const {
+    TCoveredPlaces places;
+    places.m_offset = mask.Offset();
+    places.m_stride = static_cast<std::size_t>(m_stride / kWord);
+    places.m_words.resize(m_clear.size() / static_cast<std::size_t>(kWord));
+    for (std::size_t i = 0; i < places.m_words.size(); ++i)
+        places.m_words[i] = HiddenBits(m_clear.data() + i * static_cast<std::size_t>(kWord));
+    places.KeepRunsAcross(mask.Width());
+    places.KeepRunsDown(mask.Height());
+    return places;
 }
 
 void TCoverage::Draw(QPainter& painter, QPointF corner, const QColor& color) const {

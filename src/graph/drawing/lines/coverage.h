@@ -19,6 +19,7 @@ public:
 
     /// Where the mask lies in the picture.
     QPoint Offset() const { return m_place.topLeft(); }
+    std::size_t Width() const { return static_cast<std::size_t>(m_place.width()); }
     std::size_t Height() const { return m_rows.size() / m_stride; }
     std::size_t Stride() const { return m_stride; }
     const std::uint16_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
@@ -29,6 +30,31 @@ private:
     std::vector<std::uint16_t> m_rows;
 };
 
+/// Where a mask that is taken would change nothing; nowhere at first.
+class TCoveredPlaces {
+public:
+    /// The 64 places of a row from x on, a bit each.
+    std::uint64_t From(std::int64_t x, std::int64_t y) const {
+        if (m_words.empty()) return 0;
+        const auto column = static_cast<std::size_t>(x + m_offset.x());
+        const std::size_t word = static_cast<std::size_t>(y + m_offset.y()) * m_stride + column / 64;
+        const std::size_t shift = column % 64;
+        if (shift == 0 || word + 1 == m_words.size()) return m_words[word] >> shift;
+        return m_words[word] >> shift | m_words[word + 1] << (64 - shift);
+    }
+
+private:
+    friend class TCoverage;
+
+    // Leave the places that are the first of so many in a row, or in a column.
+    void KeepRunsAcross(std::size_t length);
+    void KeepRunsDown(std::size_t length);
+
+    QPoint m_offset;
+    std::size_t m_stride = 0; ///< words in a row
+    std::vector<std::uint64_t> m_words;
+};
+
 class TCoverage {
 public:
     TCoverage(std::int64_t width, std::int64_t height);
@@ -36,6 +62,8 @@ public:
     /// Covers the pixels under the mask for a picture with its top left corner at that place; all of the
     /// picture must lie inside.
     void Take(const TStampMask& mask, std::int64_t x, std::int64_t y);
+    /// The places where Take would change nothing that can be seen.
+    TCoveredPlaces PlacesCovered(const TStampMask& mask) const;
     /// Draws what is covered in that colour; the painter's units are pixels.
     void Draw(QPainter& painter, QPointF corner, const QColor& color) const;
 

@@ -1,5 +1,6 @@
 #include "graph/drawing/lines/line_painter.h"
 
+#include "graph/drawing/lines/cloud_stroker.h"
 #include "graph/drawing/lines/line_stroker.h"
 
 #include <algorithm>
@@ -15,7 +16,8 @@ constexpr double kFillingCorners = 2.5;
 constexpr double kFewCorners = 8;
 constexpr double kPieceWidth = 32; // columns that are judged together
 constexpr std::size_t kMostCorners = 400;
-constexpr double kClose = 0.35; // pixels; corners nearer to each other than this are one
+constexpr double kCloudRuns = 30; // times that a cloud runs through its width, one way or the other
+constexpr double kClose = 0.35;   // pixels; corners nearer to each other than this are one
 
 double LengthOf(QPointF a, QPointF b) {
     const QPointF d = b - a;
@@ -120,21 +122,51 @@ private:
     TLineStroker m_stroker;
 };
 
-// The pixels that the lines may cover, as far as they can be seen.
-QRect AreaOf(const QPainter& painter, const TPolylines& lines, double width) {
-    QRectF reach;
-    for (std::size_t i = 0; i < lines.Count(); ++i)
+// How far lines reach and run, in pixels.
+struct TExtent {
+    double Left = HUGE_VAL;
+    double Top = HUGE_VAL;
+    double Right = -HUGE_VAL;
+    double Bottom = -HUGE_VAL;
+    double AlongX = 0;
+    double AlongY = 0;
+
+    bool IsEmpty() const { return !(Left <= Right); }
+    QRectF Rectangle() const { return {QPointF(Left, Top), QPointF(Right, Bottom)}; }
+};
+
+TExtent ExtentOf(const TPolylines& lines) {
+    TExtent extent;
+    for (std::size_t i = 0; i < lines.Count(); ++i) {
+        QPointF before = lines.Line(i).front();
         for (const QPointF corner : lines.Line(i)) {
-            if (reach.isNull()) reach = QRectF(corner, QSizeF(1e-3, 1e-3));
-            reach.setCoords(std::min(reach.left(), corner.x()), std::min(reach.top(), corner.y()),
-                            std::max(reach.right(), corner.x()), std::max(reach.bottom(), corner.y()));
+            extent.Left = std::min(extent.Left, corner.x());
+            extent.Top = std::min(extent.Top, corner.y());
+            extent.Right = std::max(extent.Right, corner.x());
+            extent.Bottom = std::max(extent.Bottom, corner.y());
+            extent.AlongX += std::abs(corner.x() - before.x());
+            extent.AlongY += std::abs(corner.y() - before.y());
+            before = corner;
         }
-    if (reach.isNull()) return {};
+    }
+    return extent;
+}
+
+// Lines that run to and fro over their area again and again, so that the pen covers as many pixels as it has.
+bool IsCloud(const TExtent& extent, const QRect& area, double width) {
+    const double pixels = static_cast<double>(area.width()) * area.height();
+    return std::max(extent.AlongX, extent.AlongY) * width > pixels &&
+           extent.AlongX > kCloudRuns * area.width();
+}
+
+// The pixels that the lines may cover, as far as they can be seen.
+QRect AreaOf(const QPainter& painter, const TExtent& extent, double width) {
+    if (extent.IsEmpty()) return {};
     const QRectF clip = painter.hasClipping()
                             ? painter.clipBoundingRect()
                             : QRectF(0, 0, painter.device()->width(), painter.device()->height());
     const double beyond = width / 2 + 1;
-    return (reach.adjusted(-beyond, -beyond, beyond, beyond) & clip).toAlignedRect();
+    return (extent.Rectangle().adjusted(-beyond, -beyond, beyond, beyond) & clip).toAlignedRect();
 }
 
 std::vector<double> DashesOf(const QPen& pen, double width) {
@@ -144,15 +176,29 @@ std::vector<double> DashesOf(const QPen& pen, double width) {
     return dashes;
 }
 
+void CoverAsLines(TStrokeMask& mask, const TPolylines& lines, double width, std::span<const double> dashes) {
+    TLineCover cover(mask, width, dashes);
+    for (std::size_t i = 0; i < lines.Count(); ++i) cover.Take(lines.Line(i));
+}
+
+void CoverAsCloud(TStrokeMask& mask, const TPolylines& lines, double width, std::span<const double> dashes) {
+    TCloudStroker stroker(mask, width, dashes);
+    for (std::size_t i = 0; i < lines.Count(); ++i) stroker.Stroke(lines.Line(i));
+}
+
 void DrawOnRaster(const TCanvas& canvas, const TPolylines& lines, const QPen& pen) {
     const TCanvas::TDeviceUnits deviceUnits(canvas);
     const double width = std::max(1.0, std::round(pen.widthF() * canvas.PixelsPerUnit()));
-    const QRect area = AreaOf(canvas.Painter(), lines, width);
+    const TExtent extent = ExtentOf(lines);
+    const QRect area = AreaOf(canvas.Painter(), extent, width);
     if (area.isEmpty()) return;
-    TStrokeMask mask(area, width);
     const std::vector<double> dashes = DashesOf(pen, width);
-    TLineCover cover(mask, width, dashes);
-    for (std::size_t i = 0; i < lines.Count(); ++i) cover.Take(lines.Line(i));
+    const bool isCloud = IsCloud(extent, area, width);
+    TStrokeMask mask(area, isCloud ? 0 : width);
+    if (isCloud)
+        CoverAsCloud(mask, lines, width, dashes);
+    else
+        CoverAsLines(mask, lines, width, dashes);
     mask.Draw(canvas.Painter(), pen.color());
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace lumoplot {
 namespace {
@@ -16,14 +15,14 @@ constexpr double kThinPen = 0.75;       // radius
 } // namespace
 
 TLineStroker::TLineStroker(TStrokeMask& mask, double width, std::span<const double> dashes)
-    : m_raster(mask, width), m_dashes(dashes), m_period(std::accumulate(dashes.begin(), dashes.end(), 0.0)) {
-    if (!(m_period > 0)) m_dashes = {};
+    : m_raster(mask, width), m_dashes(dashes) {
 }
 
 void TLineStroker::Stroke(std::span<const QPointF> line, double before) {
     if (line.size() == 1) return m_raster.TakeDisc(line[0]);
-    if (m_dashes.empty()) return StrokeSolid(line);
-    StartDashes(before);
+    if (m_dashes.IsSolid()) return StrokeSolid(line);
+    m_dashes.Restart();
+    m_dashes.Skip(before);
     StrokeDashed(line);
 }
 
@@ -75,22 +74,6 @@ void TLineStroker::StrokeSolid(std::span<const QPointF> line) {
         m_raster.TakeDisc(line.back());
 }
 
-void TLineStroker::StartDashes(double before) {
-    m_dash = 0;
-    m_left = m_dashes[0];
-    SkipDashes(before);
-}
-
-void TLineStroker::SkipDashes(double length) {
-    length = std::fmod(length, m_period);
-    while (length >= m_left) {
-        length -= m_left;
-        m_dash = (m_dash + 1) % m_dashes.size();
-        m_left = m_dashes[m_dash];
-    }
-    m_left -= length;
-}
-
 void TLineStroker::DashSegment(const TSegment& segment, double beyondStart, double beyondEnd) {
     double place = 0;
     double nextLook = 0;
@@ -99,23 +82,18 @@ void TLineStroker::DashSegment(const TSegment& segment, double beyondStart, doub
             nextLook = std::min(place + kLookLength, segment.Length);
             if (m_raster.IsCovered(segment.From + place * segment.Direction,
                                    segment.From + nextLook * segment.Direction)) {
-                SkipDashes(nextLook - place);
+                m_dashes.Skip(nextLook - place);
                 place = nextLook;
                 continue;
             }
         }
-        const bool ends = segment.Length - place > m_left;
-        const double stop = ends ? place + m_left : segment.Length;
-        if (IsOn())
+        const bool ends = segment.Length - place > m_dashes.Left();
+        const double stop = ends ? place + m_dashes.Left() : segment.Length;
+        if (m_dashes.IsOn())
             m_raster.TakePiece({segment.From + place * segment.Direction,
                                 segment.From + stop * segment.Direction, place > 0 ? 0 : beyondStart,
                                 ends ? 0 : beyondEnd});
-        if (!ends) {
-            m_left -= stop - place;
-            return;
-        }
-        m_dash = (m_dash + 1) % m_dashes.size();
-        m_left = m_dashes[m_dash];
+        m_dashes.Skip(ends ? m_dashes.Left() : stop - place);
         place = stop;
     }
 }
@@ -124,9 +102,9 @@ void TLineStroker::StrokeDashed(std::span<const QPointF> line) {
     std::optional<TSegment> before;
     double beyondStart = 0;
     const auto draw = [&](const TJoin& end) {
-        if (m_raster.IsCovered(before->From, before->To)) return SkipDashes(before->Length);
+        if (m_raster.IsCovered(before->From, before->To)) return m_dashes.Skip(before->Length);
         DashSegment(*before, beyondStart, end.Beyond);
-        if (end.IsRound && IsOn()) m_raster.TakeDisc(before->To);
+        if (end.IsRound && m_dashes.IsOn()) m_raster.TakeDisc(before->To);
     };
     QPointF from = line[0];
     for (const QPointF to : line.subspan(1)) {

@@ -2,6 +2,7 @@
 // with the length that is drawn, however often a line crosses itself.
 #pragma once
 
+#include "graph/drawing/lines/dash_walk.h"
 #include "graph/drawing/lines/stroke_raster.h"
 
 #include <optional>
@@ -34,15 +35,9 @@ private:
     void StrokeSolid(std::span<const QPointF> line);
     void StrokeDashed(std::span<const QPointF> line);
     void DashSegment(const TSegment& segment, double beyondStart, double beyondEnd);
-    void StartDashes(double before);
-    void SkipDashes(double length);
-    bool IsOn() const { return m_dash % 2 == 0; }
 
     TStrokeRaster m_raster;
-    std::span<const double> m_dashes;
-    double m_period = 0;
-    std::size_t m_dash = 0; ///< which of the dashes is drawn
-    double m_left = 0;      ///< what is left of it
+    TDashWalk m_dashes;
 };
 
 } // namespace lumoplot

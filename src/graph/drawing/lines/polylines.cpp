@@ -55,7 +55,12 @@ void AddClipped(TPolylines& result, std::span<const QPointF> line, const QRectF&
 
 } // namespace
 
-TPolylines Clipped(const TPolylines& lines, const QRectF& rectangle) {
+bool TPolylines::AllInside(const QRectF& rectangle) const {
+    return std::ranges::all_of(m_points, [&](QPointF point) { return Contains(rectangle, point); });
+}
+
+TPolylines Clipped(TPolylines lines, const QRectF& rectangle) {
+    if (lines.AllInside(rectangle)) return lines;
     TPolylines result;
     for (std::size_t i = 0; i < lines.Count(); ++i) AddClipped(result, lines.Line(i), rectangle);
     return result;

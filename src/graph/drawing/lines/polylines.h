@@ -24,6 +24,7 @@ public:
     void End() {
         if (m_points.size() > (m_ends.empty() ? 0 : m_ends.back())) m_ends.push_back(m_points.size());
     }
+    bool AllInside(const QRectF& rectangle) const;
     /// How many polylines have ended.
     std::size_t Count() const { return m_ends.size(); }
     std::span<const QPointF> Line(std::size_t index) const {
@@ -37,6 +38,6 @@ private:
 };
 
 /// The parts of the polylines inside the rectangle; dots outside are left out.
-TPolylines Clipped(const TPolylines& lines, const QRectF& rectangle);
+TPolylines Clipped(TPolylines lines, const QRectF& rectangle);
 
 } // namespace lumoplot

@@ -31,11 +31,15 @@ public:
     /// 0 (free) to 255; up to kTileWidth pixels behind the width may be written, too.
     std::uint8_t* Row(int y) { return m_pixels.data() + static_cast<std::size_t>(y) * m_stride; }
     const std::uint8_t* Row(int y) const { return m_pixels.data() + static_cast<std::size_t>(y) * m_stride; }
+    /// From a row to the next.
+    std::size_t Stride() const { return m_stride; }
 
     /// Tells that pixels from column x0 to x1 of a row of tiles were added to, `times` rows of them.
     void Touch(int tileRow, int x0, int x1, int times);
     /// All pixels of the tiles from column x0 to x1 of a row of tiles are covered whole.
     bool IsWhole(int tileRow, int x0, int x1) const;
+    /// False as long as IsWholeIn knows of none.
+    bool HasWholeTiles() const { return m_summedCount > 0; }
     /// As IsWhole for the tiles under a rectangle in pixels, of which only the part inside counts. May be
     /// false for a while after the last of them became whole.
     bool IsWholeIn(double left, double top, double right, double bottom);

@@ -2,6 +2,8 @@
 
 #include "graph/drawing/lines/coverage.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace lumoplot {
@@ -17,6 +19,15 @@ std::int64_t Extent(double length) {
 constexpr double kPixelsPerStamp = 300; // drawing a stamp costs as much as so many pixels of a merged picture
 constexpr std::size_t kMostShapes = 20000; // symbols that a vector format keeps one by one
 constexpr int kLargestMerged = 64;         // pixels a side of a stamp
+
+constexpr int kRounds = 3;
+
+// The pixels of a row that a round takes: of eight neighbours one in the first, two in the second.
+std::uint64_t PlacesOfRound(int round, std::int64_t y) {
+    static constexpr std::array<std::uint64_t, kRounds> kPlaces = {0x0101010101010101, 0x2424242424242424,
+                                                                   0xdadadadadadadada};
+    return std::rotr(kPlaces[static_cast<std::size_t>(round)], static_cast<int>(3 * y & 7));
+}
 
 // A symbol of odd size is centred on the middle of its pixel, one of even size on the pixel's corner; plot
 // edges lie in the middle of pixels, so both are half a pixel away at most.
@@ -39,6 +50,21 @@ TPixelSet::TPixelSet(std::int64_t width, std::int64_t height)
     if (width * height <= kLargestBitmap) m_bitmap.resize(static_cast<std::size_t>(m_wordsPerRow * height));
 }
 
+std::size_t TPixelSet::Count() const {
+    std::size_t count = m_few.size();
+    for (const std::uint64_t word : m_bitmap) count += static_cast<std::size_t>(std::popcount(word));
+    return count;
+}
+
+std::pair<std::int64_t, std::int64_t> TPixelSet::Rows() const {
+    const auto isTaken = [](std::uint64_t word) { return word != 0; };
+    const auto first = std::ranges::find_if(m_bitmap, isTaken);
+    if (first == m_bitmap.end()) return {0, 0};
+    const auto behind = std::find_if(m_bitmap.rbegin(), m_bitmap.rend(), isTaken).base();
+    return {(first - m_bitmap.begin()) / m_wordsPerRow,
+            (behind - m_bitmap.begin() + m_wordsPerRow - 1) / m_wordsPerRow};
+}
+
 TSymbolCloud::TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const QRectF& area)
     : m_canvas(canvas), m_symbol(InPixels(symbol, canvas.PixelsPerUnit())), m_area(area),
       m_left(std::floor(area.left())), m_top(std::floor(area.top())),
@@ -47,30 +73,34 @@ TSymbolCloud::TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const Q
 }
 
 void TSymbolCloud::Add(std::span<const double> x, std::span<const double> y) {
+    const bool marksOnly = m_canvas.IsRaster() && m_taken.HasBitmap();
+    const double left = m_area.left(), right = m_area.right(), top = m_area.top(), bottom = m_area.bottom();
     for (std::size_t i = 0; i < x.size(); ++i) {
-        const bool inside = x[i] >= m_area.left() && x[i] <= m_area.right() && y[i] >= m_area.top() &&
-                            y[i] <= m_area.bottom();
+        const bool inside = (x[i] >= left) & (x[i] <= right) & (y[i] >= top) & (y[i] <= bottom);
         if (!inside) continue;
         // Inside, truncation rounds down, which costs less than to call for it.
         const auto column = static_cast<std::int64_t>(x[i] - m_left);
         const auto row = static_cast<std::int64_t>(y[i] - m_top);
-        if (!m_taken.Take(column, row)) continue;
-        ++m_count;
-        if (!m_canvas.IsRaster())
+        if (marksOnly)
+            m_taken.Put(column, row);
+        else if (!m_taken.Take(column, row))
+            continue;
+        else if (!m_canvas.IsRaster())
             m_centres.emplace_back(x[i], y[i]);
-        else if (!m_taken.HasBitmap())
+        else
             m_centres.emplace_back(m_left + static_cast<double>(column), m_top + static_cast<double>(row));
     }
 }
 
 void TSymbolCloud::Draw() {
-    if (m_count == 0 || !(m_symbol.Size > 0)) return;
+    const std::size_t count = m_taken.Count();
+    if (count == 0 || !(m_symbol.Size > 0)) return;
     if (!m_canvas.IsRaster()) return DrawAsVectors();
     QPoint middle;
     const QImage stamp = StampOf(m_symbol, middle);
     const TCanvas::TDeviceUnits deviceUnits(m_canvas);
     const auto area = static_cast<double>(m_taken.Width()) * static_cast<double>(m_taken.Height());
-    const bool areMany = static_cast<double>(m_count) * kPixelsPerStamp > area;
+    const bool areMany = static_cast<double>(count) * kPixelsPerStamp > area;
     if (areMany && m_taken.HasBitmap() && stamp.width() <= kLargestMerged)
         DrawMerged(stamp, middle);
     else
@@ -81,7 +111,7 @@ void TSymbolCloud::Draw() {
 // picture that is as fine as paper.
 void TSymbolCloud::DrawAsVectors() const {
     QPainter& painter = m_canvas.Painter();
-    if (m_count > kMostShapes && m_taken.HasBitmap()) {
+    if (m_centres.size() > kMostShapes && m_taken.HasBitmap()) {
         QPoint middle;
         const QImage stamp = StampOf(InPixels(m_symbol, m_canvas.PixelsPerUnit()), middle);
         painter.save();
@@ -99,9 +129,11 @@ void TSymbolCloud::VisitCentres(TVisit visit) const {
     for (const QPointF centre : m_centres) visit(centre);
     if (!m_taken.HasBitmap() || !m_centres.empty()) return;
     for (std::int64_t y = 0; y < m_taken.Height(); ++y)
-        m_taken.VisitRow(y, [&](std::int64_t x) {
-            visit(QPointF(m_left + static_cast<double>(x), m_top + static_cast<double>(y)));
-        });
+        m_taken.VisitRow(
+            y, [](std::int64_t) { return ~std::uint64_t(0); },
+            [&](std::int64_t x) {
+                visit(QPointF(m_left + static_cast<double>(x), m_top + static_cast<double>(y)));
+            });
 }
 
 void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) const {
@@ -109,13 +141,24 @@ void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) const {
 }
 
 // Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
-// drawn as one picture.
+// drawn as one picture. They are taken in rounds, spread evenly, so that most of a dense crowd finds itself
+// covered by the rounds before and is left out.
 void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) const {
-    TCoverage coverage(m_taken.Width() + stamp.width(), m_taken.Height() + stamp.height());
+    const auto [first, end] = m_taken.Rows();
+    TCoverage coverage(m_taken.Width() + stamp.width(), end - first + stamp.height());
     const TStampMask mask(stamp);
-    for (std::int64_t y = 0; y < m_taken.Height(); ++y)
-        m_taken.VisitRow(y, [&](std::int64_t x) { coverage.Take(mask, x, y); });
-    const QPointF corner = QPointF(m_left, m_top) - QPointF(middle);
+    TCoveredPlaces covered;
+    for (int round = 0; round < kRounds; ++round) {
+        for (std::int64_t y = first; y < end; ++y) {
+            const std::int64_t row = y - first;
+            const std::uint64_t places = PlacesOfRound(round, y);
+            m_taken.VisitRow(
+                y, [&](std::int64_t x) { return places & ~covered.From(x, row); },
+                [&](std::int64_t x) { coverage.Take(mask, x, row); });
+        }
+        if (round + 1 < kRounds) covered = coverage.PlacesCovered(mask);
+    }
+    const QPointF corner = QPointF(m_left, m_top + static_cast<double>(first)) - QPointF(middle);
     coverage.Draw(m_canvas.Painter(), corner, m_symbol.Color);
 }
 

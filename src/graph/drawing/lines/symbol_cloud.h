@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <span>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace lumoplot {
@@ -24,9 +25,19 @@ public:
     std::int64_t Height() const { return m_height; }
     /// True when the pixel lies inside and was not taken before.
     bool Take(std::int64_t x, std::int64_t y);
-    /// Calls `visit(x)` for the pixels of a row that are taken, from left to right. Needs the bitmap.
-    template <class TVisit>
-    void VisitRow(std::int64_t y, TVisit visit) const;
+    /// Takes a pixel that lies inside. Needs the bitmap.
+    void Put(std::int64_t x, std::int64_t y) {
+        m_bitmap[static_cast<std::size_t>(y * m_wordsPerRow + x / 64)] |= std::uint64_t(1) << (x % 64);
+    }
+    /// How many pixels are taken.
+    std::size_t Count() const;
+    /// The first row with a taken pixel and the one behind the last; equal when there is none. Needs the
+    /// bitmap.
+    std::pair<std::int64_t, std::int64_t> Rows() const;
+    /// Calls `visit(x)` for the pixels of a row that are taken, from left to right; of 64 at once, from the
+    /// x that is given on, only for those whose bit is set in `chosen(x)`. Needs the bitmap.
+    template <class TChosen, class TVisit>
+    void VisitRow(std::int64_t y, TChosen chosen, TVisit visit) const;
 
 private:
     std::int64_t m_width;
@@ -46,13 +57,16 @@ inline bool TPixelSet::Take(std::int64_t x, std::int64_t y) {
     return true;
 }
 
-template <class TVisit>
-void TPixelSet::VisitRow(std::int64_t y, TVisit visit) const {
+template <class TChosen, class TVisit>
+void TPixelSet::VisitRow(std::int64_t y, TChosen chosen, TVisit visit) const {
     const auto row = std::span(m_bitmap).subspan(static_cast<std::size_t>(y * m_wordsPerRow),
                                                  static_cast<std::size_t>(m_wordsPerRow));
-    for (std::size_t i = 0; i < row.size(); ++i)
-        for (std::uint64_t bits = row[i]; bits != 0; bits &= bits - 1)
-            visit(static_cast<std::int64_t>(i * 64) + std::countr_zero(bits));
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        if (row[i] == 0) continue;
+        const auto first = static_cast<std::int64_t>(i * 64);
+        for (std::uint64_t bits = row[i] & chosen(first); bits != 0; bits &= bits - 1)
+            visit(first + std::countr_zero(bits));
+    }
 }
 
 class TSymbolCloud {
@@ -78,7 +92,6 @@ private:
     double m_left;
     double m_top;
     TPixelSet m_taken;
-    std::size_t m_count = 0;
     std::vector<QPointF> m_centres; ///< where the set of pixels does not say it
 };
 

@@ -15,10 +15,10 @@ void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositio
               const QRectF& visible) {
     const QPen pen = SeriesPen(canvas, series, series.LineColor(), series.LineStyle(), series.LineWidth());
     const QRectF reach = ReachOfPen(canvas, pen, visible);
-    const TPolylines line = positions.Reduced(reach.left(), reach.right());
+    TPolylines line = positions.Reduced(reach.left(), reach.right());
     canvas.Painter().save();
     canvas.Painter().setClipRect(visible, Qt::IntersectClip);
-    DrawPolylines(canvas, Clipped(line, reach), pen);
+    DrawPolylines(canvas, Clipped(std::move(line), reach), pen);
     canvas.Painter().restore();
 }
 
