@@ -33,6 +33,10 @@ TGraphSession::~TGraphSession() {
     m_graph.SetChangeHook({});
 }
 
+void TGraphSession::SetSide(TSideAccess side) {
+    m_history->SetSide(std::move(side));
+}
+
 void TGraphSession::Start() {
     m_history->Start();
     MarkClean();
@@ -99,6 +103,10 @@ bool TGraphSession::CanUndo() const {
 
 bool TGraphSession::CanRedo() const {
     return !IsStepOpen() && m_history->CanRedo();
+}
+
+int TGraphSession::StepsBack() const {
+    return CanUndo() ? m_history->StepsBack() : 0;
 }
 
 std::string TGraphSession::UndoName() const {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "session/merge_key.h"
+#include "session/side_state.h"
 #include "support/export.h"
 
 #include <QObject>
@@ -31,6 +32,8 @@ public:
     ~TGraphSession() override;
 
     TxyGraph& Graph() const { return m_graph; }
+    /// What belongs to the steps beside the graph. Set before Start; both functions live as long as steps do.
+    void SetSide(TSideAccess side);
 
     /// Forgets all steps and starts, clean, with the graph as it is: it was opened, loaded or made anew.
     void Start();
@@ -58,6 +61,8 @@ public:
 
     bool CanUndo() const;
     bool CanRedo() const;
+    /// How many steps can be undone.
+    int StepsBack() const;
     /// The name of the step that Undo takes back, or Redo does again; empty when there is none.
     std::string UndoName() const;
     std::string RedoName() const;

@@ -4,9 +4,27 @@
 
 namespace lumoplot {
 
+TUndoHistory::TWhole TUndoHistory::Take(const TWhole* earlier) const {
+    return {TGraphSnapshot(m_graph, earlier ? &earlier->Graph : nullptr, m_meter), TakeSide(earlier)};
+}
+
+std::shared_ptr<const TUndoHistory::TCountedSide> TUndoHistory::TakeSide(const TWhole* earlier) const {
+    TSideStatePtr side = m_side.Take ? m_side.Take() : nullptr;
+    if (!side) return nullptr;
+    const TSideState* before = earlier && earlier->Side ? earlier->Side->State.get() : nullptr;
+    if (side.get() == before) return earlier->Side;
+    const std::size_t bytes = side->BytesBeside(before);
+    return std::make_shared<const TCountedSide>(std::move(side), TMeteredBytes(m_meter, bytes));
+}
+
+void TUndoHistory::Restore(const TWhole& whole, int currSerIndex) {
+    whole.Graph.Restore(m_graph, currSerIndex);
+    if (m_side.PutBack) m_side.PutBack(whole.Side ? whole.Side->State : nullptr);
+}
+
 void TUndoHistory::Start() {
     Stop();
-    m_states.push_back({TGraphSnapshot(m_graph, nullptr, m_meter), ++m_lastId});
+    m_states.push_back({Take(nullptr), ++m_lastId});
     KeepWithinLimit();
 }
 
@@ -19,17 +37,17 @@ void TUndoHistory::Stop() {
 bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
     if (m_states.empty()) return false;
     TState& present = m_states[m_present];
-    TGraphSnapshot now(m_graph, &present.Graph, m_meter);
-    if (now == present.Graph) {
-        present.Graph = std::move(now);
+    TWhole now = Take(&present.Whole);
+    if (now == present.Whole) {
+        present.Whole = std::move(now);
         return false;
     }
     DropRedo();
     if (m_isOpen && CanUndo() && key && present.Key == key) {
         Join(std::move(now), naming);
     } else {
-        const int currSerIndex = now.CurrSerIndex();
-        std::string name = naming(present.Graph, now);
+        const int currSerIndex = now.Graph.CurrSerIndex();
+        std::string name = naming(present.Whole.Graph, now.Graph);
         m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key});
         ++m_present;
     }
@@ -38,28 +56,29 @@ bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
     return true;
 }
 
-void TUndoHistory::Join(TGraphSnapshot now, const TNaming& naming) {
-    if (now == m_states[m_present - 1].Graph) {
+void TUndoHistory::Join(TWhole now, const TNaming& naming) {
+    const TWhole& before = m_states[m_present - 1].Whole;
+    if (now == before) {
         m_states.pop_back();
         --m_present;
         return;
     }
     TState& present = m_states[m_present];
-    present.StepName = naming(m_states[m_present - 1].Graph, now);
+    present.StepName = naming(before.Graph, now.Graph);
     present.Id = ++m_lastId;
-    present.Graph = std::move(now);
+    present.Whole = std::move(now);
 }
 
 void TUndoHistory::Absorb() {
     if (m_states.empty()) return;
-    TGraphSnapshot& present = m_states[m_present].Graph;
-    present = TGraphSnapshot(m_graph, &present, m_meter);
+    TWhole& present = m_states[m_present].Whole;
+    present = Take(&present);
 }
 
 void TUndoHistory::PutBack() {
     if (m_states.empty()) return;
-    const TGraphSnapshot& state = m_states[m_present].Graph;
-    state.Restore(m_graph, state.CurrSerIndex());
+    const TWhole& state = m_states[m_present].Whole;
+    Restore(state, state.Graph.CurrSerIndex());
 }
 
 void TUndoHistory::DropRedo() {
@@ -79,8 +98,8 @@ void TUndoHistory::Undo() {
     Absorb();
     --m_present;
     m_isOpen = false;
-    const TGraphSnapshot& state = m_states[m_present].Graph;
-    state.Restore(m_graph, state.CurrSerIndex());
+    const TWhole& state = m_states[m_present].Whole;
+    Restore(state, state.Graph.CurrSerIndex());
 }
 
 void TUndoHistory::Redo() {
@@ -88,7 +107,7 @@ void TUndoHistory::Redo() {
     Absorb();
     ++m_present;
     m_isOpen = false;
-    m_states[m_present].Graph.Restore(m_graph, m_states[m_present].CurrSerIndex);
+    Restore(m_states[m_present].Whole, m_states[m_present].CurrSerIndex);
 }
 
 } // namespace lumoplot

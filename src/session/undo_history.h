@@ -4,6 +4,7 @@
 
 #include "session/graph_snapshot.h"
 #include "session/merge_key.h"
+#include "session/side_state.h"
 
 #include <deque>
 #include <functional>
@@ -16,6 +17,9 @@ public:
 
     explicit TUndoHistory(TxyGraph& graph, std::size_t memoryLimit = kMemoryLimit)
         : m_graph(graph), m_memoryLimit(memoryLimit) {}
+
+    /// What is kept beside the graph; set while nothing is recorded.
+    void SetSide(TSideAccess side) { m_side = std::move(side); }
 
     /// The name of a step by what it changed.
     using TNaming = std::function<std::string(const TGraphSnapshot& before, const TGraphSnapshot& after)>;
@@ -55,22 +59,39 @@ public:
     /// A number of the present state that no other state has or had; 0 while nothing is recorded.
     std::uint64_t PresentId() const { return m_states.empty() ? 0 : m_states[m_present].Id; }
     int StepCount() const { return m_states.empty() ? 0 : static_cast<int>(m_states.size()) - 1; }
+    /// How often Undo can be called.
+    int StepsBack() const { return static_cast<int>(m_present); }
     std::size_t MemoryUsed() const { return m_meter->Bytes; }
 
 private:
-    struct TState {
+    struct TCountedSide {
+        TSideStatePtr State;
+        TMeteredBytes Cost;
+    };
+    /// All that a step may change.
+    struct TWhole {
         TGraphSnapshot Graph;
+        std::shared_ptr<const TCountedSide> Side;
+
+        bool operator==(const TWhole& other) const { return Graph == other.Graph && Side == other.Side; }
+    };
+    struct TState {
+        TWhole Whole;
         std::uint64_t Id;
         int CurrSerIndex = 0;      ///< right behind the step; the snapshot has that before the next one
         std::string StepName = {}; ///< of the step that led here
         TMergeKey Key = {};
     };
 
+    TWhole Take(const TWhole* earlier) const;
+    std::shared_ptr<const TCountedSide> TakeSide(const TWhole* earlier) const;
+    void Restore(const TWhole& whole, int currSerIndex);
     void DropRedo();
     void KeepWithinLimit();
-    void Join(TGraphSnapshot now, const TNaming& naming);
+    void Join(TWhole now, const TNaming& naming);
 
     TxyGraph& m_graph;
+    TSideAccess m_side;
     std::size_t m_memoryLimit;
     std::shared_ptr<TMemoryMeter> m_meter = std::make_shared<TMemoryMeter>();
     std::deque<TState> m_states; ///< from the oldest on; empty while nothing is recorded
