@@ -81,7 +81,7 @@ void DeleteHolder() {
     if (!holder || !holder->IsInUse) return delete holder;
     holder->DeleteAfterUse = true;
     holder->setObjectName({}); // nobody finds it any more
-    holder->Wizard.reject();
+    holder->Wizard.Drop();
 }
 
 void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {

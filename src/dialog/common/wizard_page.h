@@ -3,6 +3,7 @@
 #pragma once
 
 #include "graph/model/child_graph.h"
+#include "session/graph_session.h"
 #include "support/guard.h"
 
 #include <QWidget>
@@ -28,9 +29,8 @@ public:
     virtual void FillList(int number) = 0;
     /// The name edit has given the current data set another name.
     virtual void ShowSeriesName(const QString& name) = 0;
-    /// Names the step that undoes what the event at hand changes ("fit Run 1"). Steps that nobody names are
-    /// named after what has changed and the control that did it.
-    virtual void NameStep(const std::string& name) { static_cast<void>(name); }
+    /// What the pages change of the graph goes through it.
+    virtual TGraphSession& Session() = 0;
 };
 
 class TWizardPage : public QWidget {
@@ -54,12 +54,19 @@ public:
 protected:
     TWizardContext& Context() const { return m_context; }
 
-    /// Runs a change of the current data set unless the controls are being filled. An exception is shown.
+    /// Makes a change of the current data set a step unless the controls are being filled. `what` stands
+    /// before the data set's name in that of the step ("line colour of "). Changes with one key that follow
+    /// each other are one step. An exception is shown, and the graph is what it was before.
     template <class TAction>
-    void Edit(TAction&& action) {
+    void Edit(const std::string& what, TMergeKey key, TAction&& action) {
         TSeries* series = m_context.CurrSeries();
         if (m_context.Filling() || !series) return;
-        Guarded([&] { action(*series); });
+        const std::string name = what + series->SeriesName();
+        Guarded([&] { m_context.Session().Change(name, key, [&] { action(*series); }); });
+    }
+    template <class TAction>
+    void Edit(const std::string& what, TAction&& action) {
+        Edit(what, TMergeKey{}, std::forward<TAction>(action));
     }
 
 private:

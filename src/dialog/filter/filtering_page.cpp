@@ -10,7 +10,6 @@
 #include "ui_filtering_page.h"
 
 #include <QLocale>
-#include <bit>
 #include <cmath>
 
 namespace lumoplot {
@@ -38,13 +37,9 @@ TFilteringPage::TFilteringPage(TWizardContext& context, QWidget* parent)
     ShowSettings();
     ConnectSettings();
     connect(m_ui->btnApply, &QPushButton::clicked, this, &TFilteringPage::Apply);
-    connect(m_ui->btnUndoFilter, &QPushButton::clicked, this, &TFilteringPage::Undo);
     m_previewTimer.setSingleShot(true);
     connect(&m_previewTimer, &QTimer::timeout, this, [this] { Guarded([&] { UpdatePreview(); }); });
-    connect(&context.WorkGraph(), &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
-        if (m_before && m_before->Series == series) m_before.reset();
-        m_seen.reset();
-    });
+    connect(&context.WorkGraph(), &TxyGraph::OnDeleteSeries, this, [this] { m_seen.reset(); });
 }
 
 TFilteringPage::~TFilteringPage() = default;
@@ -106,12 +101,9 @@ bool TFilteringPage::NumbersAreValid() const {
 void TFilteringPage::EnableButtons() {
     const TSeries* series = Context().CurrSeries();
     m_ui->btnApply->setEnabled(series && series->Count() > 0 && NumbersAreValid());
-    m_ui->btnUndoFilter->setEnabled(series && CanUndo(*series));
 }
 
-void TFilteringPage::FillFrom(TSeries& series) {
-    // Points that another edit has changed are not taken back any more.
-    if (m_before && m_before->Series == &series && !CanUndo(series)) m_before.reset();
+void TFilteringPage::FillFrom(TSeries&) {
     EnableButtons();
     SchedulePreview();
 }
@@ -133,7 +125,8 @@ void TFilteringPage::Apply() {
     Guarded([&] {
         Context().CommitPages();
         TSeries* series = Context().CurrSeries();
-        if (series && series->Count() > 0) Filter(*series);
+        if (!series || series->Count() == 0) return;
+        Context().Session().Change("apply filter to " + series->SeriesName(), [&] { Filter(*series); });
     });
 }
 
@@ -146,53 +139,12 @@ void TFilteringPage::Filter(TSeries& series) {
         result = FilterBand(series, m_settings, progress);
     }
     if (result.Outcome == TFilterOutcome::Refused) ShowMessage(kFailure, TMessageKind::Error);
-    if (result.Outcome == TFilterOutcome::Filtered) TakeIn(series, std::move(result.Points));
-    Context().RefillPages();
-}
-
-void TFilteringPage::TakeIn(TSeries& series, TPointChain points) {
-    TBefore before{&series,           {}, {}, series.ZeroValue(), series.BaseLineSlope(), series.AutoZero(),
-                   series.IsThinned()};
-    const TUpdateHold hold(series);
-    before.Points = series.SwapPoints(std::move(points));
-    before.Written = MarkOf(series);
-    series.SetThinned(false);
-    m_before = std::move(before);
-}
-
-void TFilteringPage::Undo() {
-    TSeries* series = Context().CurrSeries();
-    if (Context().Filling() || !series || !CanUndo(*series)) return;
-    Guarded([&] {
-        TBefore before = *std::exchange(m_before, std::nullopt);
-        {
-            const TUpdateHold hold(*series);
-            series->SwapPoints(std::move(before.Points));
-            series->SetAutoZero(before.AutoZero);
-            series->SetZeroValue(before.ZeroValue);
-            series->SetBaseLineSlope(before.BaseLineSlope);
-            series->SetThinned(before.Thinned);
-        }
-        Context().RefillPages();
-    });
-}
-
-bool TFilteringPage::CanUndo(const TSeries& series) const {
-    return m_before && m_before->Series == &series && m_before->Written.Count == series.Count() &&
-           m_before->Written == MarkOf(series);
-}
-
-TFilteringPage::TPointsMark TFilteringPage::MarkOf(const TSeries& series) {
-    TPointsMark mark{series.Count(), 0};
-    const auto take = [&mark](double value) {
-        mark.Hash = (std::rotl(mark.Hash, 5) ^ std::bit_cast<std::uint64_t>(value)) * 0x9E3779B97F4A7C15u;
-    };
-    for (std::size_t i = 0; i < series.Points().BlockCount(); ++i) {
-        const TPointSpans block = series.Points().Block(i);
-        for (const double x : block.X) take(x);
-        for (const double y : block.Y) take(y);
+    if (result.Outcome == TFilterOutcome::Filtered) {
+        const TUpdateHold hold(series);
+        series.SwapPoints(std::move(result.Points));
+        series.SetThinned(false);
     }
-    return mark;
+    Context().RefillPages();
 }
 
 /// A data set that was read with the editor's small budget is read again as its plot will show it: few of its
@@ -209,7 +161,9 @@ void TFilteringPage::LoadToPreview(TSeries& series) {
     if (!series.IsThinned() || m_loadTried == series.DataStamp()) return;
     m_loadTried = series.DataStamp();
     try {
-        if (LoadAllPoints(series)) Context().RefillPages();
+        Context().Session().FollowUp([&] {
+            if (LoadAllPoints(series)) Context().RefillPages();
+        });
     } catch (const ELumoError&) {
         // Told when the filter is applied.
     }

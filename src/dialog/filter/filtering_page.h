@@ -1,5 +1,5 @@
 // The page that filters a frequency band of the current data set. The settings belong to the page and outlive
-// the data sets; Apply replaces the data set's points, and Undo takes the last run back.
+// the data sets; Apply replaces the data set's points, which is a step of the session.
 #pragma once
 
 #include "data/filter/band_filter.h"
@@ -33,23 +33,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    /// What identifies the points that a run has written.
-    struct TPointsMark {
-        int Count = 0;
-        std::uint64_t Hash = 0;
-
-        bool operator==(const TPointsMark&) const = default;
-    };
-    /// What a data set was before a run.
-    struct TBefore {
-        const TSeries* Series;
-        TPointsMark Written; ///< as long as the points are these, the run can be taken back
-        TPointChain Points;
-        double ZeroValue;
-        double BaseLineSlope;
-        bool AutoZero;
-        bool Thinned;
-    };
     /// What the filter sees of a data set, kept until its data or the block size change.
     struct TSeen {
         std::uint64_t DataStamp;
@@ -57,7 +40,6 @@ private:
         TFilterSamples Samples;
     };
 
-    static TPointsMark MarkOf(const TSeries& series);
     void ShowSettings();
     void ConnectSettings();
     void ConnectNumber(QLineEdit* edit, double TBandFilterSettings::*setting);
@@ -67,9 +49,6 @@ private:
 
     void Apply();
     void Filter(TSeries& series);
-    void TakeIn(TSeries& series, TPointChain points);
-    void Undo();
-    bool CanUndo(const TSeries& series) const;
     bool LoadAllPoints(TSeries& series);
     void LoadToPreview(TSeries& series);
 
@@ -81,7 +60,6 @@ private:
 
     std::unique_ptr<Ui::TFilteringPage> m_ui;
     TBandFilterSettings m_settings;
-    std::optional<TBefore> m_before;
     std::optional<TSeen> m_seen;
     std::uint64_t m_loadTried = 0; ///< the data that reading all rows was tried for
     QTimer m_previewTimer;

@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
+#include "dialog/common/typing_key.h"
 #include "dialog/fit/fit_result_text.h"
 #include "dialog/fit/generate_points.h"
 #include "dialog/fit/template_group.h"
@@ -91,6 +92,13 @@ TCurFit* TCurveFittingPage::FitToEdit() {
     return Context().Filling() ? nullptr : Fit();
 }
 
+void TCurveFittingPage::ChangeFit(const char* what, const std::function<void()>& change) {
+    Edit("fit of ", TypingKey(), [&](TSeries& series) {
+        Context().Session().NameStep("fit of " + series.SeriesName() + ": " + what);
+        change();
+    });
+}
+
 void TCurveFittingPage::FitEdited() {
     EnableControls();
     ShowFunction();
@@ -100,7 +108,7 @@ void TCurveFittingPage::FitEdited() {
 void TCurveFittingPage::ConnectCurve() {
     connect(m_ui->cbx_CurveLine, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnableControls();
-        Edit([&](TSeries& series) {
+        Edit("curve of ", {m_ui->cbx_CurveLine}, [&](TSeries& series) {
             const TUpdateHold hold(series);
             series.CurveFit().SetShowCurve(item > 0);
             if (item > 0) series.CurveFit().SetCurveStyle(item - 1);
@@ -108,9 +116,10 @@ void TCurveFittingPage::ConnectCurve() {
         ShowFunction();
     });
     connect(m_ui->se_CurveWidth, &QSpinBox::valueChanged, this,
-            [this](int width) { EditFit([&](TCurFit& fit) { fit.SetCurveWidth(width); }); });
-    connect(m_ui->b_CurveColor, &TColorButton::ColorPicked, this,
-            [this](TColor color) { EditFit([&](TCurFit& fit) { fit.SetCurveColor(color); }); });
+            [this](int width) { EditFit("curve width", [&](TCurFit& fit) { fit.SetCurveWidth(width); }); });
+    connect(m_ui->b_CurveColor, &TColorButton::ColorPicked, this, [this](TColor color) {
+        EditFit("curve colour", [&](TCurFit& fit) { fit.SetCurveColor(color); });
+    });
 }
 
 void TCurveFittingPage::ConnectActions() {
@@ -208,7 +217,7 @@ void TCurveFittingPage::ShowFunction() {
 
 // As the graph does before it draws, but from the values as they stand.
 void TCurveFittingPage::RunFit() {
-    Edit([&](TSeries& series) {
+    Edit("fit ", [&](TSeries& series) {
         m_settings->TakeMargins();
         RunPendingFit(series);
         Context().RefillPages();
@@ -216,29 +225,32 @@ void TCurveFittingPage::RunFit() {
 }
 
 void TCurveFittingPage::Generate() {
-    Edit([&](TSeries& series) {
+    Edit("generate points of ", [&](TSeries& series) {
         m_settings->TakeMargins();
         const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
         if (isManual && series.Count() > 0 && !AskYesNo("Data from Current DataSet Will be lost, Continue?"))
             return;
         GeneratePoints(series);
+        Context().Session().NameStep("generate " + std::to_string(series.Count()) + " points");
         Context().RefillPages();
     });
 }
 
 // What is edited in the report goes nowhere.
 void TCurveFittingPage::ShowSettings() {
-    Edit([&](TSeries& series) {
+    TCurFit* fit = FitToEdit();
+    if (!fit) return;
+    Guarded([&] {
         m_settings->TakeMargins();
-        std::vector<std::string> lines = series.CurveFit().SettingsReport();
-        std::istringstream result(FitResultText(series.CurveFit(), kCopiedDigits));
+        std::vector<std::string> lines = fit->SettingsReport();
+        std::istringstream result(FitResultText(*fit, kCopiedDigits));
         for (std::string line; std::getline(result, line);) lines.push_back(line);
         EditScript(window(), &lines, QStringLiteral("LumoPlot Curve Fitting Settings"));
     });
 }
 
 void TCurveFittingPage::RunEditor() {
-    Edit([&](TSeries& series) {
+    Edit("edit fit of ", [&](TSeries& series) {
         m_settings->TakeMargins();
         if (!EditCurFit(window(), series.CurveFit())) return;
         Context().RefillPages();

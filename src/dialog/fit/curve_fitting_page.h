@@ -37,6 +37,7 @@ protected:
 private:
     TCurFit* Fit() override;
     TCurFit* FitToEdit() override;
+    void ChangeFit(const char* what, const std::function<void()>& change) override;
     void FitEdited() override;
 
     void MakeGroups();

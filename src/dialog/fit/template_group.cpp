@@ -27,13 +27,13 @@ TDBLFunction* TTemplateGroup::Selected() const {
 }
 
 template <class TAction>
-void TTemplateGroup::Rearrange(TAction&& action) {
-    m_access.EditFit([&](TCurFit& fit) { Fill(action(fit, SelectedNumber())); });
+void TTemplateGroup::Rearrange(const char* what, TAction&& action) {
+    m_access.EditFit(what, [&](TCurFit& fit) { Fill(action(fit, SelectedNumber())); });
 }
 
 template <class TAction>
-void TTemplateGroup::EditSelected(TAction&& action) {
-    m_access.EditFit([&](TCurFit& fit) {
+void TTemplateGroup::EditSelected(const char* what, TAction&& action) {
+    m_access.EditFit(what, [&](TCurFit& fit) {
         TDBLFunction* function = Selected();
         if (!function) return;
         action(*function);
@@ -44,18 +44,22 @@ void TTemplateGroup::EditSelected(TAction&& action) {
 void TTemplateGroup::ConnectList() {
     connect(m_controls.List, &QListWidget::currentRowChanged, this, [this] { ShowFields(); });
     connect(m_controls.New, &QAbstractButton::clicked, this, &TTemplateGroup::Add);
-    const auto connectMove = [this](QAbstractButton* button, void (TCurFit::*move)(int), auto place) {
-        connect(button, &QAbstractButton::clicked, this, [this, move, place] {
-            Rearrange([&](TCurFit& fit, int number) {
+    const auto connectMove = [this](QAbstractButton* button, const char* what, void (TCurFit::*move)(int),
+                                    auto place) {
+        connect(button, &QAbstractButton::clicked, this, [this, what, move, place] {
+            Rearrange(what, [&](TCurFit& fit, int number) {
                 (fit.*move)(number);
                 return place(number);
             });
         });
     };
-    connectMove(m_controls.Delete, &TCurFit::DeleteTemplate, [](int number) { return number - 1; });
-    connectMove(m_controls.First, &TCurFit::TemplateToTop, [](int) { return 1; });
-    connectMove(m_controls.Up, &TCurFit::TemplateUp, [](int number) { return number - 1; });
-    connectMove(m_controls.Down, &TCurFit::TemplateDown, [](int number) { return number + 1; });
+    connectMove(m_controls.Delete, "delete template", &TCurFit::DeleteTemplate,
+                [](int number) { return number - 1; });
+    connectMove(m_controls.First, "order of templates", &TCurFit::TemplateToTop, [](int) { return 1; });
+    connectMove(m_controls.Up, "order of templates", &TCurFit::TemplateUp,
+                [](int number) { return number - 1; });
+    connectMove(m_controls.Down, "order of templates", &TCurFit::TemplateDown,
+                [](int number) { return number + 1; });
 }
 
 void TTemplateGroup::ConnectFields() {
@@ -64,15 +68,17 @@ void TTemplateGroup::ConnectFields() {
         if (const TDBLFunction* function = Selected()) ShowText(*m_controls.Name, function->Name);
     });
     connect(m_controls.Description, &QLineEdit::textEdited, this, [this](const QString& text) {
-        EditSelected([&](TDBLFunction& function) { function.Description = text.toStdString(); });
+        EditSelected("text of a template",
+                     [&](TDBLFunction& function) { function.Description = text.toStdString(); });
     });
     connect(m_controls.Text, &TFormulaEdit::FormulaEdited, this, [this](const QString& text) {
-        EditSelected([&](TDBLFunction& function) { function.Text = text.toStdString(); });
+        EditSelected("text of a template",
+                     [&](TDBLFunction& function) { function.Text = text.toStdString(); });
     });
 }
 
 void TTemplateGroup::Add() {
-    Rearrange([&](TCurFit& fit, int) {
+    Rearrange("new template", [&](TCurFit& fit, int) {
         auto function = std::make_unique<TDBLFunction>();
         function->Name = "Func";
         function->Name += std::to_string(fit.NTemplates() + 1);
@@ -86,7 +92,7 @@ void TTemplateGroup::Add() {
 
 void TTemplateGroup::Rename(const QString& text) {
     if (text.isEmpty()) return;
-    EditSelected([&](TDBLFunction& function) { function.Name = text.toStdString(); });
+    EditSelected("name of a template", [&](TDBLFunction& function) { function.Name = text.toStdString(); });
     m_controls.List->currentItem()->setText(text);
 }
 

@@ -50,9 +50,9 @@ private:
     /// Runs an action on the fit with the selected number, then selects the template at the number it
     /// returns.
     template <class TAction>
-    void Rearrange(TAction&& action);
+    void Rearrange(const char* what, TAction&& action);
     template <class TAction>
-    void EditSelected(TAction&& action);
+    void EditSelected(const char* what, TAction&& action);
 
     TFitAccess& m_access;
     TTemplateControls m_controls;

@@ -2,7 +2,6 @@
 
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
-#include "dialog/frame/undo_recorder.h"
 #include "dialog/series/general_page.h"
 #include "dialog/series/regressions_page.h"
 #include "dialog/source/data_source_page.h"
@@ -33,12 +32,13 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
 // The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
 // an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
-    m_undo->Stop();
+    m_session->Stop();
     m_filling = true;
     m_currSeries = nullptr;
     m_workGraph->disconnect(this);
     m_ui->tabs->disconnect(this);
     for (const TWizardPage* page : std::exchange(m_pages, {})) delete page;
+    delete m_session; // before the graph, whose hook it is
 }
 
 void TxyDataWizard::SetUpPreview() {
@@ -46,10 +46,6 @@ void TxyDataWizard::SetUpPreview() {
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
-    m_workGraph->SetChangeHook([this](const TUserChange& change, const std::function<void()>& action) {
-        action();
-        if (change.Gesture == 0) NameStep(change.Name);
-    });
     connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);
 }
 
@@ -90,7 +86,8 @@ void TxyDataWizard::ConnectControls() {
             [this] { Guarded([&] { SetPreviewMode(!m_previewMode); }); });
     connect(m_ui->btnOk, &QPushButton::clicked, this, [this] { CloseWith(kOk); });
     connect(m_ui->btnSetDefault, &QPushButton::clicked, this, [this] { CloseWith(kSetDefault); });
-    connect(m_ui->btnCancel, &QPushButton::clicked, this, [this] { done(kCancel); });
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, &TxyDataWizard::Drop);
+    connect(m_session, &TGraphSession::PutBack, this, &TxyDataWizard::ShowPutBack); // after the pages
 }
 
 void TxyDataWizard::SetTemplateName(const std::string& name) {
@@ -105,11 +102,11 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
     FillList(std::max(1, m_workGraph->Appearance()->CurrSerIndex())); // a host may have none current
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
-    m_undo->Start();
+    m_session->Start();
 }
 
 void TxyDataWizard::hideEvent(QHideEvent* event) {
-    if (!event->spontaneous()) m_undo->Stop();
+    if (!event->spontaneous()) m_session->Stop();
     QDialog::hideEvent(event);
 }
 
@@ -134,7 +131,7 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_editBar->ShowZoom();
     RefillPages(); // points and marks may have been edited
     if (m_currSeries)
-        m_undo->Quietly([this] {
+        m_session->FollowUp([this] {
             for (TWizardPage* page : m_pages) page->RefreshAfterPreview(*m_currSeries);
         });
 }
@@ -187,7 +184,7 @@ void TxyDataWizard::TabChanged(int page) {
 }
 
 void TxyDataWizard::ShowSeries(int number) {
-    m_undo->Quietly([&] { FillPages(number); });
+    m_session->FollowUp([&] { FillPages(number); });
 }
 
 void TxyDataWizard::FillPages(int number) {
@@ -239,8 +236,10 @@ void TxyDataWizard::dropEvent(QDropEvent* event) {
         m_dataSourcePage->rect().contains(m_dataSourcePage->mapFrom(this, event->position().toPoint()));
     event->acceptProposedAction();
     Guarded([&] {
-        if (!onPage) NewSeries();
-        AttachSource(file);
+        m_session->Change("load " + QFileInfo(QString::fromStdString(file)).fileName().toStdString(), [&] {
+            if (!onPage) NewSeries();
+            AttachSource(file);
+        });
     });
 }
 

@@ -18,7 +18,6 @@ namespace lumoplot {
 
 class TDataSourcePage;
 class TGraphEditBar;
-class TUndoRecorder;
 
 class TxyDataWizard : public QDialog, public TWizardContext {
     Q_OBJECT
@@ -66,9 +65,11 @@ public:
     void CommitPages() override { CommitManualData(); }
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
-    void NameStep(const std::string& name) override;
+    TGraphSession& Session() override { return *m_session; }
 
-    void reject() override { done(kCancel); }
+    /// Esc and the frame's X: asks when steps would be lost. The button Cancel and Drop do not.
+    void reject() override;
+    void Drop() { done(kCancel); }
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -91,10 +92,11 @@ private:
 
     void SetUpPreview();
     void SetUpUndo();
-    bool TakePendingEdits();
+    void TakePendingEdits();
     void ShowSteps();
-    void UndoStep();
-    void RedoStep();
+    void GoTo(void (TGraphSession::*way)());
+    void ShowPutBack();
+    bool MayDiscard();
 
     void DeleteSeries();
     void ImportSeries();
@@ -108,7 +110,7 @@ private:
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
     TGraphEditBar* m_editBar = nullptr;
-    TUndoRecorder* m_undo = nullptr;
+    TGraphSession* m_session = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;
     TSeries* m_currSeries = nullptr;

@@ -12,9 +12,11 @@ namespace lumoplot {
 
 void TxyDataWizard::NewSeries() {
     CommitManualData();
-    const int number = m_workGraph->AddSeries();
-    m_workGraph->FindSeries(number)->SetSeriesName("DataSet " + std::to_string(number));
-    FillList(number);
+    m_session->Change("add data set", [this] {
+        const int number = m_workGraph->AddSeries();
+        m_workGraph->FindSeries(number)->SetSeriesName("DataSet " + std::to_string(number));
+        FillList(number);
+    });
 }
 
 void TxyDataWizard::DeleteSeries() {
@@ -22,9 +24,11 @@ void TxyDataWizard::DeleteSeries() {
     if (item < 0) return ShowMessage("There is no DataSet selected", TMessageKind::Error);
     const std::string name = m_ui->cbx_DataSets->currentText().toStdString();
     if (!AskYesNo("Delete DataSet  \"" + name + "\"  permanently?")) return;
-    m_workGraph->DeleteSeries(NumberOfItem(item));
-    if (m_previewMode) m_workGraph->RequestRepaint(true);
-    FillList(m_workGraph->Appearance()->CurrSerIndex());
+    m_session->Change("delete data set " + name, [&] {
+        m_workGraph->DeleteSeries(NumberOfItem(item));
+        if (m_previewMode) m_workGraph->RequestRepaint(true);
+        FillList(m_workGraph->Appearance()->CurrSerIndex());
+    });
 }
 
 void TxyDataWizard::ImportSeries() {
@@ -33,15 +37,11 @@ void TxyDataWizard::ImportSeries() {
     const QString file =
         QFileDialog::getOpenFileName(this, QStringLiteral("Load DataSet from File"), {}, filter);
     if (file.isEmpty()) return;
-    const int number = m_workGraph->AddSeries();
-    try {
+    m_session->Change("load " + QFileInfo(file).fileName().toStdString(), [&] {
+        const int number = m_workGraph->AddSeries();
         LoadSeriesFromFile(*m_workGraph->FindSeries(number), file.toStdString());
-    } catch (...) {
-        m_workGraph->DeleteSeries(number);
-        FillList(m_workGraph->Appearance()->CurrSerIndex());
-        throw;
-    }
-    FillList(number);
+        FillList(number);
+    });
 }
 
 QString TxyDataWizard::AskExportFile(const TSeries& series) {
@@ -79,33 +79,41 @@ void TxyDataWizard::DuplicateSeries() {
     if (!m_currSeries) return;
     CommitManualData();
     const TSeries& original = *m_currSeries;
-    const int number = m_workGraph->AddSeries();
-    TSeries& copy = *m_workGraph->FindSeries(number);
-    copy.CopyFrom(original);
-    copy.SetSeriesName(original.SeriesName() + " DPL " + std::to_string(number));
-    m_workGraph->PrepareForDrawing();
-    FillList(number);
+    m_session->Change("duplicate " + original.SeriesName(), [&] {
+        const int number = m_workGraph->AddSeries();
+        TSeries& copy = *m_workGraph->FindSeries(number);
+        copy.CopyFrom(original);
+        copy.SetSeriesName(original.SeriesName() + " DPL " + std::to_string(number));
+        m_workGraph->PrepareForDrawing();
+        FillList(number);
+    });
 }
 
 void TxyDataWizard::MoveToFirst() {
     if (!m_currSeries || m_currSeries->SeriesIndex() == 1) return;
     CommitManualData();
-    m_workGraph->MoveSeriesToFirst(m_currSeries->SeriesIndex());
-    FillList(1);
+    m_session->Change("move " + m_currSeries->SeriesName() + " to the front", [this] {
+        m_workGraph->MoveSeriesToFirst(m_currSeries->SeriesIndex());
+        FillList(1);
+    });
 }
 
 void TxyDataWizard::SortSeries() {
     if (!m_currSeries) return;
     CommitManualData();
-    m_workGraph->SortSeriesByName();
-    FillList(1);
+    m_session->Change("sort data sets", [this] {
+        m_workGraph->SortSeriesByName();
+        FillList(1);
+    });
 }
 
 void TxyDataWizard::ReverseSeries() {
     if (!m_currSeries) return;
     CommitManualData();
-    m_workGraph->ReverseSeries();
-    FillList(1);
+    m_session->Change("reverse data sets", [this] {
+        m_workGraph->ReverseSeries();
+        FillList(1);
+    });
 }
 
 } // namespace lumoplot

@@ -1,7 +1,9 @@
 // Undo and redo in the data editor.
 #include "data/series/ds_info.h"
 #include "dialog/frame/data_wizard.h"
-#include "dialog/frame/undo_recorder.h"
+#include "dialog/frame/undo_keys.h"
+#include "dialog/source/data_source_page.h"
+#include "support/message_sink.h"
 #include "ui_data_wizard.h"
 
 #include <QPointer>
@@ -16,56 +18,62 @@ QString StepTip(const char* verb, const std::string& name) {
 } // namespace
 
 void TxyDataWizard::SetUpUndo() {
-    m_undo = new TUndoRecorder(*this, *m_workGraph);
+    m_session = new TGraphSession(*m_workGraph, this);
     m_ui->btnUndoStep->setDefaultAction(m_ui->a_Undo);
     m_ui->btnRedoStep->setDefaultAction(m_ui->a_Redo);
     m_ui->a_Undo->setShortcut(Qt::CTRL | Qt::Key_Z);
     m_ui->a_Redo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
     addActions({m_ui->a_Undo, m_ui->a_Redo});
-    connect(m_ui->a_Undo, &QAction::triggered, this, [this] { Guarded([this] { UndoStep(); }); });
-    connect(m_ui->a_Redo, &QAction::triggered, this, [this] { Guarded([this] { RedoStep(); }); });
-    connect(m_undo, &TUndoRecorder::Changed, this, &TxyDataWizard::ShowSteps);
+    connect(m_ui->a_Undo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Undo); });
+    connect(m_ui->a_Redo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Redo); });
+    connect(m_session, &TGraphSession::Changed, this, &TxyDataWizard::ShowSteps);
+    connect(new TUndoKeys(*this), &TUndoKeys::FocusMoved, m_session, &TGraphSession::EndMerging);
     ShowSteps();
 }
 
 void TxyDataWizard::ShowSteps() {
-    const TUndoHistory& history = m_undo->History();
-    m_ui->a_Undo->setEnabled(history.CanUndo());
-    m_ui->a_Redo->setEnabled(history.CanRedo());
-    m_ui->a_Undo->setToolTip(StepTip("Undo", history.UndoName()));
-    m_ui->a_Redo->setToolTip(StepTip("Redo", history.RedoName()));
+    m_ui->a_Undo->setEnabled(m_session->CanUndo());
+    m_ui->a_Redo->setEnabled(m_session->CanRedo());
+    m_ui->a_Undo->setToolTip(StepTip("Undo", m_session->UndoName()));
+    m_ui->a_Redo->setToolTip(StepTip("Redo", m_session->RedoName()));
 }
 
-void TxyDataWizard::NameStep(const std::string& name) {
-    m_undo->NameStep(name);
-}
-
-/// What is still being typed becomes a step of its own. False when it cannot be taken, which the user is
-/// told.
-bool TxyDataWizard::TakePendingEdits() {
+/// What is still being typed becomes a step of its own.
+void TxyDataWizard::TakePendingEdits() {
     const QPointer<QWidget> focus = focusWidget();
-    if (focus) focus->clearFocus(); // edits take their text when they lose the focus
+    if (!focus) return;
+    focus->clearFocus(); // edits take their text when they lose the focus
+    if (focus) focus->setFocus();
+}
+
+void TxyDataWizard::GoTo(void (TGraphSession::*way)()) {
+    Guarded([&] {
+        TakePendingEdits();
+        (m_session->*way)();
+    });
+}
+
+/// Rows that were put back into the grid are points on the other pages, as when its page is left.
+void TxyDataWizard::ShowPutBack() {
+    FillList(m_workGraph->Appearance()->CurrSerIndex());
+    const bool showsGrid =
+        !m_previewMode && m_pages[static_cast<std::size_t>(m_shownPage)] == m_dataSourcePage;
     const bool isManual = m_currSeries && m_currSeries->DataSourceInfo().Kind() == TSourceKind::Manual;
-    const bool taken = !isManual || Guarded([this] { CommitManualData(); });
-    m_undo->Note();
-    if (focus && taken) focus->setFocus();
-    return taken;
+    if (isManual && !showsGrid) m_dataSourcePage->Leave(*m_currSeries);
 }
 
-void TxyDataWizard::UndoStep() {
-    if (!TakePendingEdits()) return;
-    m_filling = true;
-    m_undo->Undo();
-    FillList(m_workGraph->Appearance()->CurrSerIndex());
-    ShowSteps();
+bool TxyDataWizard::MayDiscard() {
+    if (m_session->IsClean()) return true;
+    const int steps = m_session->StepsBack();
+    std::string lost;
+    if (steps > 0)
+        lost = "\n" + std::to_string(steps) + (steps == 1 ? " step: " : " steps, last: ") +
+               m_session->UndoName();
+    return AskYesNo("Discard the changes?" + lost, TMessageKind::Warning);
 }
 
-void TxyDataWizard::RedoStep() {
-    if (!TakePendingEdits()) return;
-    m_filling = true;
-    m_undo->Redo();
-    FillList(m_workGraph->Appearance()->CurrSerIndex());
-    ShowSteps();
+void TxyDataWizard::reject() {
+    if (MayDiscard()) Drop();
 }
 
 } // namespace lumoplot

@@ -101,8 +101,6 @@ bool TManualGrid::RunShortcut(const QKeyEvent& event) {
     static constexpr std::pair<QKeySequence::StandardKey, TAction> kShortcuts[] = {
         {QKeySequence::Copy, &TManualGrid::CopySelection},
         {QKeySequence::Paste, &TManualGrid::PasteClipboard},
-        {QKeySequence::Undo, &TManualGrid::UndoEdit},
-        {QKeySequence::Redo, &TManualGrid::RedoEdit},
         {QKeySequence::Delete, &TManualGrid::ClearSelection},
     };
     for (const auto& [key, action] : kShortcuts) {
@@ -152,14 +150,6 @@ void TManualGrid::DeleteSelectedRows() {
     const int column = std::max(currentIndex().column(), 0);
     m_points->DeleteRows(first, count);
     GoTo(std::min(first, m_points->rowCount() - 1), column);
-}
-
-void TManualGrid::UndoEdit() {
-    GoTo(m_points->Undo(), std::max(currentIndex().column(), 0));
-}
-
-void TManualGrid::RedoEdit() {
-    GoTo(m_points->Redo(), std::max(currentIndex().column(), 0));
 }
 
 void TManualGrid::ClearSelection() {
@@ -213,11 +203,7 @@ void TManualGrid::contextMenuEvent(QContextMenuEvent* event) {
         QAction* item = menu.addAction(QLatin1String(text), this,
                                        [this, action] { Guarded([&] { (this->*action)(); }); });
         item->setShortcut(key);
-        return item;
     };
-    add("&Undo", QKeySequence::Undo, &TManualGrid::UndoEdit)->setEnabled(m_points->CanUndo());
-    add("&Redo", QKeySequence::Redo, &TManualGrid::RedoEdit)->setEnabled(m_points->CanRedo());
-    menu.addSeparator();
     add("&Copy", QKeySequence::Copy, &TManualGrid::CopySelection);
     add("&Paste", QKeySequence::Paste, &TManualGrid::PasteClipboard);
     add("C&lear", QKeySequence::Delete, &TManualGrid::ClearSelection);

@@ -1,5 +1,5 @@
 // The X/Y grid for data that are entered by hand: a table view with a spreadsheet's keys. Enter goes down, a
-// block copied from a spreadsheet is pasted, rows are inserted and deleted, edits can be undone.
+// block copied from a spreadsheet is pasted, rows are inserted and deleted.
 #pragma once
 
 #include "dialog/manual/manual_points_model.h"
@@ -29,8 +29,6 @@ public:
     // The rows that the selection touches, or the current one.
     void InsertRowsAtSelection();
     void DeleteSelectedRows();
-    void UndoEdit();
-    void RedoEdit();
     void CopySelection();
     /// At the current cell. A block of two columns always fills X and Y; a wider one is refused with a
     /// message.

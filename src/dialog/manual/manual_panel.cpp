@@ -19,6 +19,18 @@ std::unique_ptr<Ui::TManualPanel> SetUp(QWidget* panel) {
 
 TManualPanel::TManualPanel(TWizardContext& context, QWidget* parent)
     : QWidget(parent), m_context(context), m_ui(SetUp(this)), m_points(m_ui->grid->Points()) {
+    ConnectControls();
+    JoinSession();
+    ShowState();
+}
+
+TManualPanel::~TManualPanel() {
+    m_points.disconnect(this);
+    m_points.SetStepMaker({});
+    m_context.Session().SetSide({});
+}
+
+void TManualPanel::ConnectControls() {
     const auto on = [this](QPushButton* button, void (TManualGrid::*action)()) {
         connect(button, &QPushButton::clicked, this,
                 [this, action] { Guarded([&] { (m_ui->grid->*action)(); }); });
@@ -26,26 +38,42 @@ TManualPanel::TManualPanel(TWizardContext& context, QWidget* parent)
     on(m_ui->btnPaste, &TManualGrid::PasteClipboard);
     on(m_ui->btnInsertRows, &TManualGrid::InsertRowsAtSelection);
     on(m_ui->btnDeleteRows, &TManualGrid::DeleteSelectedRows);
-    on(m_ui->btnUndo, &TManualGrid::UndoEdit);
-    on(m_ui->btnRedo, &TManualGrid::RedoEdit);
     connect(m_ui->btnSetValues, &QPushButton::clicked, this, [this] { Guarded([this] { SetValues(); }); });
     connect(m_ui->cbx_ManualXFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
         const auto format = static_cast<TColumnFormat>(item);
         m_points.SetXFormat(format);
         if (m_context.Filling() || !m_context.CurrSeries()) return;
-        m_context.CurrSeries()->DataSourceInfo().SetXFormat(format);
+        TSeries& series = *m_context.CurrSeries();
+        m_context.Session().Change("X format of " + series.SeriesName(),
+                                   [&] { series.DataSourceInfo().SetXFormat(format); });
     });
     connect(&m_points, &TManualPointsModel::Edited, this, &TManualPanel::ShowState);
-    ShowState();
 }
 
-TManualPanel::~TManualPanel() {
-    m_points.disconnect(this);
+void TManualPanel::JoinSession() {
+    m_points.SetStepMaker([this](const char* name, const std::function<void()>& edit) {
+        m_context.Session().Change(name + (" of " + m_points.Series()->SeriesName()), edit);
+    });
+    m_context.Session().SetSide(
+        {[this] { return m_points.Pending(); },
+         [this](const TSideStatePtr& side) { PutBack(dynamic_cast<const TPendingRows*>(side.get())); }});
+}
+
+/// The row that changes comes into view.
+void TManualPanel::PutBack(const TPendingRows* pending) {
+    TSeries* series =
+        pending ? m_context.WorkGraph().FindSeries(pending->SeriesNumber) : m_context.CurrSeries();
+    if (!series || (!pending && !m_points.HasEdits())) return;
+    const int column = std::max(m_ui->grid->currentIndex().column(), 0);
+    m_ui->grid->GoTo(m_points.ShowPending(*series, pending), column);
 }
 
 void TManualPanel::FillFrom(TSeries& series) {
     m_ui->cbx_ManualXFormat->setCurrentIndex(static_cast<int>(series.DataSourceInfo().XFormat()));
-    if (m_points.Series() != &series || !m_points.HasEdits()) m_points.Show(&series);
+    if (m_points.Series() == &series && m_points.HasEdits()) return;
+    const QModelIndex cell = m_ui->grid->currentIndex();
+    m_points.Show(&series);
+    m_ui->grid->GoTo(std::min(cell.row(), m_points.rowCount() - 1), cell.column());
 }
 
 void TManualPanel::Clear() {
@@ -57,7 +85,8 @@ bool TManualPanel::Commit(TEqualX equalX) {
     const QModelIndex cell = m_ui->grid->currentIndex();
     try {
         const bool edited = m_points.HasEdits();
-        const bool done = m_points.Commit(equalX);
+        bool done = true;
+        m_context.Session().FollowUp([&] { done = m_points.Commit(equalX); });
         if (edited && done) m_ui->grid->GoTo(std::min(cell.row(), m_points.rowCount() - 1), cell.column());
         return done;
     } catch (const EManualCell& error) {
@@ -68,9 +97,10 @@ bool TManualPanel::Commit(TEqualX equalX) {
 
 void TManualPanel::SetValues() {
     TSeries* series = m_context.CurrSeries();
-    if (m_context.Filling() || !series || !Commit(TEqualX::Ask) || !SetValuesOf(*series, window())) return;
-    m_context.NameStep("set values of " + series->SeriesName());
-    m_context.RefillPages();
+    if (m_context.Filling() || !series || !Commit(TEqualX::Ask)) return;
+    m_context.Session().Change("set values of " + series->SeriesName(), [&] {
+        if (SetValuesOf(*series, window())) m_context.RefillPages();
+    });
 }
 
 void TManualPanel::ShowState() {
@@ -80,8 +110,6 @@ void TManualPanel::ShowState() {
         rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(QLocale().toString(rows));
     if (m_points.HasEdits()) text += QStringLiteral(", edited");
     m_ui->lblState->setText(shown ? text : QString());
-    m_ui->btnUndo->setEnabled(m_points.CanUndo());
-    m_ui->btnRedo->setEnabled(m_points.CanRedo());
     m_ui->btnDeleteRows->setEnabled(rows > 0);
 }
 

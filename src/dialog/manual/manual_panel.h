@@ -28,6 +28,9 @@ public:
     bool Commit(TEqualX equalX);
 
 private:
+    void ConnectControls();
+    void JoinSession();
+    void PutBack(const TPendingRows* pending);
     void SetValues();
     void ShowState();
 

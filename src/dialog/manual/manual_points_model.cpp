@@ -11,6 +11,11 @@
 
 namespace lumoplot {
 
+std::size_t TPendingRows::BytesBeside(const TSideState* earlier) const {
+    const auto* before = dynamic_cast<const TPendingRows*>(earlier);
+    return sizeof(*this) + Rows.BytesBeside(before ? &before->Rows : nullptr);
+}
+
 TManualPointsModel::~TManualPointsModel() {
     Watch(nullptr);
 }
@@ -30,9 +35,36 @@ void TManualPointsModel::Show(TSeries* series) {
     beginResetModel();
     Watch(series);
     m_rows.Show(series ? &series->Points() : nullptr);
+    m_pending.reset();
     m_marksEmptyCells = false;
     endResetModel();
     Q_EMIT Edited();
+}
+
+std::shared_ptr<const TPendingRows> TManualPointsModel::Pending() const {
+    if (!m_series || !HasEdits()) return nullptr;
+    if (!m_pending || m_pending->SeriesNumber != m_series->SeriesIndex()) {
+        auto pending = std::make_shared<TPendingRows>();
+        pending->SeriesNumber = m_series->SeriesIndex();
+        pending->Rows = m_rows;
+        m_pending = std::move(pending);
+    }
+    return m_pending;
+}
+
+int TManualPointsModel::ShowPending(TSeries& series, const TPendingRows* pending) {
+    const TManualRows before = m_rows;
+    beginResetModel();
+    Watch(&series);
+    if (pending)
+        m_rows = pending->Rows;
+    else
+        m_rows.Show(&series.Points());
+    m_pending.reset();
+    m_marksEmptyCells = false;
+    endResetModel();
+    Q_EMIT Edited();
+    return static_cast<int>(m_rows.FirstDifference(before));
 }
 
 // The points that the rows refer to are changing: they are shown again when all of the change is done. Rows
@@ -146,28 +178,27 @@ bool TManualPointsModel::setData(const QModelIndex& index, const QVariant& value
     if (!index.isValid() || role != Qt::EditRole) return false;
     const TManualRow row = RowOrNew(index.row());
     if (value.toString() == CellText(row, index.column())) return true;
-    Replace(index.row(), 1, {WithText(row, index.column(), value.toString())});
+    MakeStep("edit points",
+             [&] { Replace(index.row(), 1, {WithText(row, index.column(), value.toString())}); });
     return true;
 }
 
-void TManualPointsModel::Replace(int row, int removed, std::vector<TManualRow> rows) {
-    const auto first = static_cast<std::size_t>(std::clamp(row, 0, Rows()));
-    const std::size_t count = std::min(static_cast<std::size_t>(removed), m_rows.Count() - first);
-    Change({first, count, rows.size()}, [&] { m_rows.Replace(first, count, std::move(rows)); });
+void TManualPointsModel::MakeStep(const char* name, const std::function<void()>& edit) {
+    m_makeStep ? m_makeStep(name, edit) : edit();
 }
 
-/// Runs an action that changes the rows so, and tells the views. The row for new points becomes the first of
-/// those that are put in its place, so that who edits it stays on it.
-template <class TAction>
-void TManualPointsModel::Change(const TRowChange& change, TAction action) {
-    const auto row = static_cast<int>(change.Row);
-    const auto removed = static_cast<int>(change.Removed);
-    const auto inserted = static_cast<int>(change.Inserted);
+/// Also tells the views. The row for new points becomes the first of those that are put in its place, so that
+/// who edits it stays on it.
+void TManualPointsModel::Replace(int first, int wanted, std::vector<TManualRow> rows) {
+    const int row = std::clamp(first, 0, Rows());
+    const int removed = std::min(wanted, Rows() - row);
+    const auto inserted = static_cast<int>(rows.size());
     const int kept = std::min(removed, inserted);
     const int behindNew = inserted > removed && row + kept == Rows() ? 1 : 0;
     if (inserted > removed) beginInsertRows({}, row + kept + behindNew, row + inserted - 1 + behindNew);
     if (removed > inserted) beginRemoveRows({}, row + kept, row + removed - 1);
-    action();
+    m_rows.Replace(static_cast<std::size_t>(row), static_cast<std::size_t>(removed), std::move(rows));
+    m_pending.reset();
     if (inserted > removed) endInsertRows();
     if (removed > inserted) endRemoveRows();
     const int changed = kept + behindNew;
@@ -186,16 +217,18 @@ void TManualPointsModel::Paste(int row, int column, const QList<QStringList>& bl
         rows.push_back(std::move(content));
     }
     const auto count = static_cast<int>(rows.size());
-    if (count > 0) Replace(row, count, std::move(rows));
+    if (count > 0) MakeStep("paste points", [&] { Replace(row, count, std::move(rows)); });
 }
 
 void TManualPointsModel::InsertRows(int row, int count) {
-    if (m_series && count > 0) Replace(row, 0, std::vector<TManualRow>(static_cast<std::size_t>(count)));
+    if (!m_series || count <= 0) return;
+    MakeStep("insert rows",
+             [&] { Replace(row, 0, std::vector<TManualRow>(static_cast<std::size_t>(count))); });
 }
 
 void TManualPointsModel::DeleteRows(int row, int count) {
     const int last = std::min(row + count, Rows());
-    if (row < last) Replace(row, last - row, {});
+    if (row < last) MakeStep("delete rows", [&] { Replace(row, last - row, {}); });
 }
 
 void TManualPointsModel::ClearCells(const QModelIndexList& cells) {
@@ -205,7 +238,12 @@ void TManualPointsModel::ClearCells(const QModelIndexList& cells) {
         const auto place = rows.try_emplace(cell.row(), RowOrNew(cell.row())).first;
         place->second = WithText(std::move(place->second), cell.column(), {});
     }
-    // Neighbouring rows are one edit, so that they are undone together.
+    if (rows.empty()) return;
+    MakeStep("clear cells", [&] { ReplaceEach(std::move(rows)); });
+}
+
+/// Neighbouring rows at once.
+void TManualPointsModel::ReplaceEach(std::map<int, TManualRow> rows) {
     for (auto row = rows.begin(); row != rows.end();) {
         const int first = row->first;
         std::vector<TManualRow> run;
@@ -214,18 +252,6 @@ void TManualPointsModel::ClearCells(const QModelIndexList& cells) {
         const auto count = static_cast<int>(run.size());
         Replace(first, count, std::move(run));
     }
-}
-
-int TManualPointsModel::Undo() {
-    const auto change = m_rows.NextUndo();
-    if (change) Change(*change, [this] { m_rows.Undo(); });
-    return change ? static_cast<int>(change->Row) : -1;
-}
-
-int TManualPointsModel::Redo() {
-    const auto change = m_rows.NextRedo();
-    if (change) Change(*change, [this] { m_rows.Redo(); });
-    return change ? static_cast<int>(change->Row) : -1;
 }
 
 } // namespace lumoplot

@@ -1,18 +1,31 @@
 // The model behind the manual grid: a row for each point of a data set, edited rows among them, and an empty
-// row at the end to type into. Nothing reaches the data set before Commit.
+// row at the end to type into. Nothing reaches the data set before Commit; until then the edited rows are
+// kept beside the graph in the steps of a session.
 #pragma once
 
 #include "data/series/ds_info.h"
 #include "dialog/manual/manual_rows.h"
 #include "graph/model/series.h"
+#include "session/side_state.h"
 
 #include <QAbstractTableModel>
 #include <QStringList>
+#include <functional>
+#include <map>
+#include <memory>
 
 namespace lumoplot {
 
 /// What to do with rows whose X another row has as well while the data set allows no duplicates.
 enum class TEqualX { Ask, Refuse };
+
+/// Rows that have been edited and not been committed.
+struct TPendingRows : TSideState {
+    int SeriesNumber = 0;
+    TManualRows Rows;
+
+    std::size_t BytesBeside(const TSideState* earlier) const override;
+};
 
 class TManualPointsModel : public QAbstractTableModel {
     Q_OBJECT
@@ -30,6 +43,16 @@ public:
     const TSeries* Series() const { return m_series; }
     void SetXFormat(TColumnFormat format);
 
+    /// Runs an edit, which makes it a step: "edit points", "insert rows".
+    using TStepMaker = std::function<void(const char* name, const std::function<void()>& edit)>;
+    void SetStepMaker(TStepMaker maker) { m_makeStep = std::move(maker); }
+
+    /// Null without edits; the same object until the next edit.
+    std::shared_ptr<const TPendingRows> Pending() const;
+    /// Shows a data set with rows that were pending earlier (null for none). The first row that differs from
+    /// those that were shown before.
+    int ShowPending(TSeries& series, const TPendingRows* pending);
+
     bool HasEdits() const { return m_rows.IsEdited(); }
     /// Writes the edits into the data set with one notification. Throws EManualCell for a cell that is no
     /// value and leaves everything as it is. Rows that would merge into others are asked about (Yes allows
@@ -41,11 +64,6 @@ public:
     void InsertRows(int row, int count);
     void DeleteRows(int row, int count);
     void ClearCells(const QModelIndexList& cells);
-    bool CanUndo() const { return m_rows.NextUndo().has_value(); }
-    bool CanRedo() const { return m_rows.NextRedo().has_value(); }
-    /// Where the change began, or -1 when there was nothing to do.
-    int Undo();
-    int Redo();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
@@ -55,7 +73,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 Q_SIGNALS:
-    /// Something was edited, undone or committed.
+    /// Something was edited, put back or committed.
     void Edited();
 
 private:
@@ -66,12 +84,14 @@ private:
     std::string ReasonAgainstCell(int row, int column) const;
     TManualRow WithText(TManualRow row, int column, const QString& text) const;
     TManualRow RowOrNew(int row) const;
-    void Replace(int row, int removed, std::vector<TManualRow> rows);
-    template <class TAction>
-    void Change(const TRowChange& change, TAction action);
+    void MakeStep(const char* name, const std::function<void()>& edit);
+    void Replace(int first, int wanted, std::vector<TManualRow> rows);
+    void ReplaceEach(std::map<int, TManualRow> rows);
 
     TSeries* m_series = nullptr;
     TManualRows m_rows;
+    TStepMaker m_makeStep;
+    mutable std::shared_ptr<const TPendingRows> m_pending; ///< null when it is to be made anew
     TColumnFormat m_xFormat = TColumnFormat::Number;
     bool m_marksEmptyCells = false; ///< a commit was refused: cells without a text are at fault too
     bool m_committing = false;

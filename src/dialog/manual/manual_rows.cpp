@@ -5,6 +5,8 @@
 namespace lumoplot {
 namespace {
 
+constexpr std::size_t kBytesOfRow = sizeof(TManualRow) + 64; // with short texts
+
 /// In which of the ascending ranges that end there `position` lies.
 std::size_t RangeOf(const std::vector<std::size_t>& ends, std::size_t position) {
     return static_cast<std::size_t>(std::ranges::upper_bound(ends, position) - ends.begin());
@@ -15,9 +17,8 @@ std::size_t RangeOf(const std::vector<std::size_t>& ends, std::size_t position) 
 void TManualRows::Show(const TPointChain* points) {
     m_points = points;
     m_copy.reset();
-    m_edited = {};
-    m_undo.clear();
-    m_redo.clear();
+    m_edited = std::make_shared<std::vector<TManualRow>>();
+    m_editedCount = 0;
     IndexBlocks();
     SetPieces(PointCount() > 0 ? TPieces{{0, PointCount(), false}} : TPieces{});
 }
@@ -32,8 +33,8 @@ void TManualRows::IndexBlocks() {
 
 void TManualRows::CopyPoints() {
     if (m_copy) return;
-    m_copy = m_points ? *m_points : TPointChain();
-    m_points = &*m_copy;
+    m_copy = std::make_shared<const TPointChain>(m_points ? *m_points : TPointChain());
+    m_points = m_copy.get();
     IndexBlocks();
 }
 
@@ -46,7 +47,7 @@ TManualRow TManualRows::Row(std::size_t row) const {
     const std::size_t index = RangeOf(m_ends, row);
     const TPiece& piece = m_pieces[index];
     const std::size_t place = piece.Start + row - (m_ends[index] - piece.Count);
-    return piece.Edited ? m_edited[place] : TManualRow{place, {}, {}};
+    return piece.Edited ? (*m_edited)[place] : TManualRow{place, {}, {}};
 }
 
 TSeriesPoint TManualRows::Point(std::size_t place) const {
@@ -84,21 +85,31 @@ void TManualRows::Replace(std::size_t row, std::size_t removed, std::vector<TMan
     CopyPoints();
     TPieces pieces;
     AppendRange(pieces, 0, row);
-    if (!rows.empty()) pieces.push_back({m_edited.size(), rows.size(), true});
+    if (!rows.empty()) pieces.push_back({m_edited->size(), rows.size(), true});
     AppendRange(pieces, row + removed, Count());
-    m_redo.clear();
-    m_undo.push_back({std::move(m_pieces), {row, rows.size(), removed}});
-    if (m_undo.size() > kMaxUndo) m_undo.erase(m_undo.begin());
-    std::ranges::move(rows, std::back_inserter(m_edited));
+    std::ranges::move(rows, std::back_inserter(*m_edited));
+    m_editedCount = m_edited->size();
     SetPieces(std::move(pieces));
 }
 
-void TManualRows::Step(std::vector<TUndoStep>& from, std::vector<TUndoStep>& to) {
-    if (from.empty()) return;
-    TUndoStep step = std::move(from.back());
-    from.pop_back();
-    to.push_back({std::move(m_pieces), {step.Change.Row, step.Change.Inserted, step.Change.Removed}});
-    SetPieces(std::move(step.Pieces));
+std::size_t TManualRows::FirstDifference(const TManualRows& other) const {
+    const auto [mine, theirs] = std::ranges::mismatch(m_pieces, other.m_pieces);
+    const std::size_t same =
+        mine == m_pieces.begin() ? 0 : m_ends[static_cast<std::size_t>(mine - m_pieces.begin()) - 1];
+    if (mine == m_pieces.end() || theirs == other.m_pieces.end()) return same;
+    const bool startTogether = mine->Start == theirs->Start && mine->Edited == theirs->Edited;
+    return same + (startTogether ? std::min(mine->Count, theirs->Count) : 0);
+}
+
+std::size_t TManualRows::BytesBeside(const TManualRows* earlier) const {
+    std::size_t bytes = m_pieces.size() * (sizeof(TPiece) + sizeof(std::size_t));
+    const bool sharesTexts = earlier && earlier->m_edited == m_edited;
+    const std::size_t texts =
+        m_editedCount - (sharesTexts ? std::min(m_editedCount, earlier->m_editedCount) : 0);
+    bytes += texts * kBytesOfRow;
+    const bool sharesPoints = earlier && earlier->m_copy == m_copy;
+    if (m_copy && !sharesPoints) bytes += PointCount() * sizeof(TSeriesPoint);
+    return bytes;
 }
 
 } // namespace lumoplot

@@ -35,19 +35,22 @@ TGeneralPage::~TGeneralPage() = default;
 
 void TGeneralPage::ConnectNameAndVisibility() {
     connect(m_ui->e_SeriesName, &QLineEdit::textChanged, this, [this](const QString& text) {
-        Edit([&](TSeries& series) {
+        Edit("rename ", {m_ui->e_SeriesName}, [&](TSeries& series) {
+            Context().Session().NameStep("rename to " + text.toStdString());
             series.SetSeriesName(text.toStdString());
             series.Changed(TSeries::kStyleChanged);
             Context().WorkGraph().SetHolderID({});
             Context().ShowSeriesName(text);
         });
     });
-    connect(m_ui->cb_AutoName, &QCheckBox::toggled, this,
-            [this](bool on) { Edit([&](TSeries& series) { series.SetSeriesFlag(on); }); });
-    connect(m_ui->cb_Active, &QCheckBox::toggled, this,
-            [this](bool on) { Edit([&](TSeries& series) { series.SetActive(on); }); });
+    connect(m_ui->cb_AutoName, &QCheckBox::toggled, this, [this](bool on) {
+        Edit("automatic name of ", [&](TSeries& series) { series.SetSeriesFlag(on); });
+    });
+    connect(m_ui->cb_Active, &QCheckBox::toggled, this, [this](bool on) {
+        Edit(on ? "show " : "hide ", [&](TSeries& series) { series.SetActive(on); });
+    });
     connect(m_ui->rb_SecondAxis, &QRadioButton::toggled, this, [this](bool second) {
-        Edit([&](TSeries& series) {
+        Edit("Y axis of ", [&](TSeries& series) {
             TxyGraph& graph = series.Graph();
             series.SetYAxisOfSeries(second ? graph.YAxis_Second() : graph.YAxis());
             EnableBaseline(second);
@@ -60,24 +63,24 @@ void TGeneralPage::ConnectNameAndVisibility() {
 void TGeneralPage::ConnectBaseline() {
     connect(m_ui->cb_AutoZero, &QCheckBox::toggled, this, [this](bool on) {
         EnableBaseline(m_ui->rb_SecondAxis->isChecked());
-        Edit([&](TSeries& series) {
+        Edit("automatic baseline of ", [&](TSeries& series) {
             series.SetAutoZero(on);
             if (on) series.RecalcExtents();
             ShowBaseline(series);
         });
     });
     connect(m_ui->e_ZeroValue, &QLineEdit::textChanged, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("baseline of ", {m_ui->e_ZeroValue}, [&](TSeries& series) {
             if (const auto value = NumberIn(*m_ui->e_ZeroValue)) series.SetZeroValue(*value);
         });
     });
     connect(m_ui->e_Slope, &QLineEdit::textChanged, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("slope of ", {m_ui->e_Slope}, [&](TSeries& series) {
             if (const auto value = NumberIn(*m_ui->e_Slope)) series.SetBaseLineSlope(*value);
         });
     });
     connect(m_ui->btnReadMark, &QPushButton::clicked, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("baseline from mark of ", [&](TSeries& series) {
             TxyGraph& graph = series.Graph();
             graph.SetBaselineFromMark(graph.Marks().CurrentID(), series.SeriesIndex());
             ShowBaseline(series);
@@ -88,28 +91,34 @@ void TGeneralPage::ConnectBaseline() {
 void TGeneralPage::ConnectStyle() {
     connect(m_ui->cbx_PointShape, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnablePointControls();
-        Edit([&](TSeries& series) { ChangePointShape(series, item); });
+        Edit("point shape of ", {m_ui->cbx_PointShape},
+             [&](TSeries& series) { ChangePointShape(series, item); });
     });
     connect(m_ui->cbx_LineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnableLineControls();
-        Edit([&](TSeries& series) { ChangeLineStyle(series, item); });
+        Edit("line style of ", {m_ui->cbx_LineStyle},
+             [&](TSeries& series) { ChangeLineStyle(series, item); });
     });
-    connect(m_ui->cb_FillPoints, &QCheckBox::toggled, this,
-            [this](bool on) { Edit([&](TSeries& series) { series.SetFillPoints(on); }); });
-    const auto connectSpin = [this](QSpinBox* spin, void (TSeries::*set)(int)) {
-        connect(spin, &QSpinBox::valueChanged, this,
-                [this, set](int value) { Edit([&](TSeries& series) { (series.*set)(value); }); });
+    connect(m_ui->cb_FillPoints, &QCheckBox::toggled, this, [this](bool on) {
+        Edit("filling of points of ", [&](TSeries& series) { series.SetFillPoints(on); });
+    });
+    const auto connectSpin = [this](QSpinBox* spin, const char* what, void (TSeries::*set)(int)) {
+        connect(spin, &QSpinBox::valueChanged, this, [this, spin, what, set](int value) {
+            Edit(what, {spin}, [&](TSeries& series) { (series.*set)(value); });
+        });
     };
-    connectSpin(m_ui->se_PointSize, &TSeries::SetPointSize);
-    connectSpin(m_ui->se_PointBorderWidth, &TSeries::SetPointBorderWidth);
-    connectSpin(m_ui->se_LineWidth, &TSeries::SetLineWidth);
+    connectSpin(m_ui->se_PointSize, "point size of ", &TSeries::SetPointSize);
+    connectSpin(m_ui->se_PointBorderWidth, "point border of ", &TSeries::SetPointBorderWidth);
+    connectSpin(m_ui->se_LineWidth, "line width of ", &TSeries::SetLineWidth);
     connect(m_ui->se_PointSize, &QSpinBox::editingFinished, this, [this] {
         if (const TSeries* series = Context().CurrSeries()) ShowPointSize(*series);
     });
-    connect(m_ui->b_PointColor, &TColorButton::ColorPicked, this,
-            [this](TColor color) { Edit([&](TSeries& series) { series.SetPointColor(color); }); });
-    connect(m_ui->b_LineColor, &TColorButton::ColorPicked, this,
-            [this](TColor color) { Edit([&](TSeries& series) { series.SetLineColor(color); }); });
+    connect(m_ui->b_PointColor, &TColorButton::ColorPicked, this, [this](TColor color) {
+        Edit("point colour of ", [&](TSeries& series) { series.SetPointColor(color); });
+    });
+    connect(m_ui->b_LineColor, &TColorButton::ColorPicked, this, [this](TColor color) {
+        Edit("line colour of ", [&](TSeries& series) { series.SetLineColor(color); });
+    });
 }
 
 void TGeneralPage::FillFrom(TSeries& series) {
@@ -175,7 +184,7 @@ void TGeneralPage::EnableLineControls() {
 }
 
 void TGeneralPage::SetActiveOfAll(bool others) {
-    Edit([&](TSeries& current) {
+    Edit(others ? "show all data sets with " : "hide others than ", [&](TSeries& current) {
         for (const auto& series : current.Graph().Series())
             series->SetActive(series.get() == &current || others);
         const TFillingScope filling(Context());

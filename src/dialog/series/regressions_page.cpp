@@ -74,7 +74,7 @@ void TRegressionsPage::ConnectRegression() {
     });
     // Choosing the item shown counts too: it replaces a regression that the list does not offer.
     const auto choose = [this](int item) {
-        Edit([&](TSeries& series) {
+        Edit("regression of ", {m_ui->cbx_Regression}, [&](TSeries& series) {
             m_ui->b_RegressionColor->SetColor(series.RegressionColor());
             series.SetRegressionType(item);
             ShowResults(series);
@@ -83,44 +83,50 @@ void TRegressionsPage::ConnectRegression() {
     connect(m_ui->cbx_Regression, &QComboBox::currentIndexChanged, this, choose);
     connect(m_ui->cbx_Regression, &QComboBox::activated, this, choose);
     connect(m_ui->e_ControlValue1, &QLineEdit::textChanged, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("regression of ", {m_ui->e_ControlValue1}, [&](TSeries& series) {
             if (const auto value = IntegerIn(*m_ui->e_ControlValue1))
                 series.SetRegressionControlValue1(*value);
             ShowResults(series);
         });
     });
     connect(m_ui->e_ControlValue2, &QLineEdit::textChanged, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("regression of ", {m_ui->e_ControlValue2}, [&](TSeries& series) {
             if (const auto value = NumberIn(*m_ui->e_ControlValue2))
                 series.SetRegressionControlValue2(*value);
             ShowResults(series);
         });
     });
     connect(m_ui->cbx_RegressionLineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
-        Edit([&](TSeries& series) { series.SetRegressionLineStyle(static_cast<TPenStyle>(item)); });
+        Edit("regression line of ", {m_ui->cbx_RegressionLineStyle},
+             [&](TSeries& series) { series.SetRegressionLineStyle(static_cast<TPenStyle>(item)); });
     });
-    connect(m_ui->se_RegressionLineWidth, &QSpinBox::valueChanged, this,
-            [this](int width) { Edit([&](TSeries& series) { series.SetRegressionLineWidth(width); }); });
-    connect(m_ui->b_RegressionColor, &TColorButton::ColorPicked, this,
-            [this](TColor color) { Edit([&](TSeries& series) { series.SetRegressionColor(color); }); });
+    connect(m_ui->se_RegressionLineWidth, &QSpinBox::valueChanged, this, [this](int width) {
+        Edit("regression line of ", {m_ui->se_RegressionLineWidth},
+             [&](TSeries& series) { series.SetRegressionLineWidth(width); });
+    });
+    connect(m_ui->b_RegressionColor, &TColorButton::ColorPicked, this, [this](TColor color) {
+        Edit("regression colour of ", [&](TSeries& series) { series.SetRegressionColor(color); });
+    });
 }
 
 void TRegressionsPage::ConnectBounds() {
     connect(m_ui->cbx_Bounds, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnableBoundsControls();
-        Edit([&](TSeries& series) {
+        Edit("bounds of ", {m_ui->cbx_Bounds}, [&](TSeries& series) {
             m_ui->b_BoundsColor->SetColor(series.BoundsColor());
             series.SetBoundsType(static_cast<TBoundsType>(item));
         });
     });
     connect(m_ui->cbx_BoundsLineStyle, &QComboBox::currentIndexChanged, this, [this](int item) {
-        Edit([&](TSeries& series) { series.SetBoundsLineStyle(static_cast<TPenStyle>(item)); });
+        Edit("bounds of ", {m_ui->cbx_BoundsLineStyle},
+             [&](TSeries& series) { series.SetBoundsLineStyle(static_cast<TPenStyle>(item)); });
     });
-    connect(m_ui->b_BoundsColor, &TColorButton::ColorPicked, this,
-            [this](TColor color) { Edit([&](TSeries& series) { series.SetBoundsColor(color); }); });
+    connect(m_ui->b_BoundsColor, &TColorButton::ColorPicked, this, [this](TColor color) {
+        Edit("bounds colour of ", [&](TSeries& series) { series.SetBoundsColor(color); });
+    });
     const auto connectBound = [this](QLineEdit* edit, void (TSeries::*set)(double)) {
         connect(edit, &QLineEdit::textChanged, this, [this, edit, set] {
-            Edit([&](TSeries& series) {
+            Edit("bounds of ", {edit}, [&](TSeries& series) {
                 if (const auto value = FiniteNumberIn(*edit)) (series.*set)(*value);
             });
         });

@@ -68,7 +68,10 @@ void TDataSourcePage::Browse() {
         dialog.selectNameFilter(dialog.nameFilters().value(1));
     const QFileInfo present(QString::fromStdString(SourceFileOf(*series)));
     if (present.exists()) dialog.setDirectory(present.absolutePath());
-    if (dialog.exec() == QDialog::Accepted) AttachFile(dialog.selectedFiles().value(0).toStdString());
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString file = dialog.selectedFiles().value(0);
+    Context().Session().Change("load " + QFileInfo(file).fileName().toStdString(),
+                               [&] { AttachFile(file.toStdString()); });
 }
 
 void TDataSourcePage::TakeSourceName(TSeries& series) {
@@ -104,8 +107,8 @@ void TDataSourcePage::Commit(TSeries& series) {
         m_manual->Commit(TEqualX::Ask);
         return;
     }
-    TakePendingTexts(series);
-    LoadIfNeeded(series);
+    Edit("source of ", [this](TSeries& edited) { TakePendingTexts(edited); });
+    if (IsLoadNeeded(series)) Context().Session().FollowUp([&] { Load(series); });
 }
 
 /// Another page is shown: it should see what was edited here, if that can be done without a question.
@@ -132,7 +135,7 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
     // The file's name is the better name for a data set that is new.
     const bool isNamedBySource = series.SeriesFlag();
     series.SetSeriesFlag(false);
-    const bool isLoaded = Guarded([&] { Load(series); });
+    const bool isLoaded = LoadShowingErrors(series);
     const bool bringsOwnFlag = isLoaded && series.DataSourceInfo().Kind() == TSourceKind::DataFile;
     if (!bringsOwnFlag) series.SetSeriesFlag(isNamedBySource);
     Context().RefillPages();
@@ -143,8 +146,8 @@ bool TDataSourcePage::CanLoad(const TSeries& series) const {
     return (info.Kind() == TSourceKind::DataFile || IsText(series)) && !info.SourceName().empty();
 }
 
-void TDataSourcePage::LoadIfNeeded(TSeries& series) {
-    if (CanLoad(series) && series.DataSourceInfo().NeedsReload() && !m_failureTold) Load(series);
+bool TDataSourcePage::IsLoadNeeded(const TSeries& series) const {
+    return CanLoad(series) && series.DataSourceInfo().NeedsReload() && !m_failureTold;
 }
 
 /// Loads and shows what came of it. Throws what the source throws; the data set keeps its points then, and
@@ -166,6 +169,19 @@ void TDataSourcePage::Load(TSeries& series) {
     if (IsText(series)) m_report = std::move(report);
     Context().ShowSeriesName(QString::fromStdString(series.SeriesName()));
     Context().RefillPages();
+}
+
+/// False when it threw. What the step has set by then stays.
+bool TDataSourcePage::LoadShowingErrors(TSeries& series) {
+    return Guarded([&] { Load(series); });
+}
+
+/// The step that is open is about another source.
+void TDataSourcePage::LoadAsStep(TSeries& series) {
+    m_failureTold = false;
+    if (!LoadShowingErrors(series)) return;
+    const QString source = QString::fromStdString(series.DataSourceInfo().SourceName());
+    Context().Session().NameStep("load " + QFileInfo(source).fileName().toStdString());
 }
 
 } // namespace lumoplot

@@ -46,34 +46,36 @@ void TDataSourcePage::ConnectControls() {
     connect(&Context().WorkGraph(), &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
         if (series == m_shown) Forget();
     });
+    connect(&Context().Session(), &TGraphSession::PutBack, this, &TDataSourcePage::Forget);
     connect(m_ui->cbx_SourceKind, &QComboBox::currentIndexChanged, this, [this](int item) {
-        Edit([&](TSeries& series) { ChangeKind(series, static_cast<TSourceKind>(item)); });
+        Edit("kind of source of ",
+             [&](TSeries& series) { ChangeKind(series, static_cast<TSourceKind>(item)); });
     });
     connect(m_ui->e_SourceName, &QLineEdit::editingFinished, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("source of ", [&](TSeries& series) {
             TakeSourceName(series);
-            LoadIfNeeded(series);
+            if (IsLoadNeeded(series)) LoadAsStep(series);
         });
     });
     connect(m_ui->cbx_Sheet, &QComboBox::activated, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("source of ", [&](TSeries& series) {
             series.DataSourceInfo().SetSourceName(m_ui->cbx_Sheet->currentText().toStdString());
-            m_failureTold = false;
-            Load(series);
+            LoadAsStep(series);
         });
     });
     connect(m_ui->e_Directory, &QLineEdit::editingFinished, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("data directory of ", [&](TSeries& series) {
             TakeDirectory(series);
-            LoadIfNeeded(series);
+            if (IsLoadNeeded(series)) LoadShowingErrors(series);
         });
     });
     connect(m_ui->btnBrowse, &QPushButton::clicked, this, [this] { Guarded([&] { Browse(); }); });
-    connect(m_ui->btnChoose, &QPushButton::clicked, this, [this] { Guarded([&] { ChooseSource(); }); });
+    connect(m_ui->btnChoose, &QPushButton::clicked, this,
+            [this] { Edit("choose source of ", [this](TSeries&) { ChooseSource(); }); });
     connect(m_ui->btnReload, &QPushButton::clicked, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("reload ", [&](TSeries& series) {
             TakePendingTexts(series);
-            Load(series);
+            LoadShowingErrors(series);
         });
     });
 }
@@ -81,21 +83,21 @@ void TDataSourcePage::ConnectControls() {
 void TDataSourcePage::ConnectTextPanels() {
     connect(m_options, &TTextOptionsPanel::Changed, this, &TDataSourcePage::DescriptionChanged);
     connect(m_preview, &TTextPreviewPane::ReadingPicked, this, [this](const TTextFormat& format) {
-        Edit([&](TSeries& series) {
+        Edit("reading of ", [&](TSeries& series) {
             FixReading(series, format, PreviewSource(series, 1).readings.best.format);
-            Load(series);
+            LoadShowingErrors(series);
         });
     });
     connect(m_preview, &TTextPreviewPane::FindAgainPicked, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("reading of ", [&](TSeries& series) {
             ForgetReading(series);
-            Load(series);
+            LoadShowingErrors(series);
         });
     });
     connect(m_preview, &TTextPreviewPane::KeepAllPicked, this, [this] {
-        Edit([&](TSeries& series) {
+        Edit("keep all points of ", [&](TSeries& series) {
             series.SetDuplicatesAllowed(true);
-            Load(series);
+            LoadShowingErrors(series);
         });
     });
 }

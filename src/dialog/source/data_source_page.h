@@ -71,8 +71,10 @@ private:
     void Forget();
 
     bool CanLoad(const TSeries& series) const;
-    void LoadIfNeeded(TSeries& series);
+    bool IsLoadNeeded(const TSeries& series) const;
     void Load(TSeries& series);
+    bool LoadShowingErrors(TSeries& series);
+    void LoadAsStep(TSeries& series);
 
     std::unique_ptr<Ui::TDataSourcePage> m_ui;
     TManualPanel* m_manual = nullptr;

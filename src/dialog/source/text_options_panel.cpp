@@ -1,6 +1,7 @@
 #include "dialog/source/text_options_panel.h"
 
 #include "controls/number_edit.h"
+#include "dialog/common/typing_key.h"
 #include "dialog/common/x_value_text.h"
 #include "sources/text/column_formula.h"
 #include "support/errors.h"
@@ -23,12 +24,17 @@ TTextOptionsPanel::~TTextOptionsPanel() = default;
 void TTextOptionsPanel::Change(const TChange& change) {
     TSeries* series = m_context.CurrSeries();
     if (m_context.Filling() || !series) return;
-    TDSInfo& info = series->DataSourceInfo();
-    const bool neededReload = info.NeedsReload();
-    info.SetNeedsReload(false);
-    Guarded([&] { change(*series); });
-    const bool changed = info.NeedsReload();
-    info.SetNeedsReload(changed || neededReload);
+    bool changed = false;
+    const auto action = [&] {
+        TDSInfo& info = series->DataSourceInfo();
+        const bool neededReload = info.NeedsReload();
+        info.SetNeedsReload(false);
+        change(*series);
+        changed = info.NeedsReload();
+        info.SetNeedsReload(changed || neededReload);
+    };
+    const std::string name = "text options of " + series->SeriesName();
+    Guarded([&] { m_context.Session().Change(name, TypingKey(), action); });
     if (changed) Q_EMIT Changed();
 }
 

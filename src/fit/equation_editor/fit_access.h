@@ -5,6 +5,8 @@
 #include "fit/definition/cur_fit.h"
 #include "support/guard.h"
 
+#include <functional>
+
 namespace lumoplot {
 
 class TFitAccess {
@@ -15,15 +17,21 @@ public:
     virtual TCurFit* Fit() = 0;
     /// The same when the controls may write to it now, else null.
     virtual TCurFit* FitToEdit() = 0;
+    /// Runs a change of the fit; a window that keeps steps makes it one, named after `what` it changes
+    /// ("formula"). An exception is shown.
+    virtual void ChangeFit(const char* what, const std::function<void()>& change) {
+        static_cast<void>(what);
+        Guarded(change);
+    }
     /// Controls have changed the fit.
     virtual void FitEdited() = 0;
 
     /// Runs a change of the fit unless the controls are being filled. An exception is shown.
     template <class TAction>
-    void EditFit(TAction&& action) {
+    void EditFit(const char* what, TAction&& action) {
         TCurFit* fit = FitToEdit();
         if (!fit) return;
-        Guarded([&] { action(*fit); });
+        ChangeFit(what, [&] { action(*fit); });
         FitEdited();
     }
 };

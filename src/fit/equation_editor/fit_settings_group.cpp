@@ -25,12 +25,13 @@ TFitSettingsGroup::TFitSettingsGroup(TFitAccess& access, const TFitSettingsContr
 
 void TFitSettingsGroup::ConnectNumbers() {
     connect(m_controls.NPoints, &TValueEdit::ValueEdited, this, [this](double value) {
-        m_access.EditFit([&](TCurFit& fit) { fit.SetNPoints(static_cast<int>(value)); });
+        m_access.EditFit("number of points", [&](TCurFit& fit) { fit.SetNPoints(static_cast<int>(value)); });
     });
-    connect(m_controls.Tolerance, &TValueEdit::ValueEdited, this,
-            [this](double value) { m_access.EditFit([&](TCurFit& fit) { fit.SetTolerance(value); }); });
+    connect(m_controls.Tolerance, &TValueEdit::ValueEdited, this, [this](double value) {
+        m_access.EditFit("tolerance", [&](TCurFit& fit) { fit.SetTolerance(value); });
+    });
     connect(m_controls.IterMax, &TValueEdit::ValueEdited, this, [this](double value) {
-        m_access.EditFit([&](TCurFit& fit) { fit.SetIterMax(static_cast<int>(value)); });
+        m_access.EditFit("iterations", [&](TCurFit& fit) { fit.SetIterMax(static_cast<int>(value)); });
     });
     for (const TMargin* margin : {&m_left, &m_right})
         connect(margin->Edit, &QLineEdit::editingFinished, this, [this, margin] { TakeMargin(*margin); });
@@ -38,9 +39,10 @@ void TFitSettingsGroup::ConnectNumbers() {
 
 void TFitSettingsGroup::ConnectLists() {
     connect(m_controls.Status, &QComboBox::currentIndexChanged, this,
-            [this](int item) { m_access.EditFit([&](TCurFit& fit) { fit.SetStatus(item); }); });
-    connect(m_controls.Procedure, &QComboBox::currentIndexChanged, this,
-            [this](int item) { m_access.EditFit([&](TCurFit& fit) { fit.SetProcType(item); }); });
+            [this](int item) { m_access.EditFit("status", [&](TCurFit& fit) { fit.SetStatus(item); }); });
+    connect(m_controls.Procedure, &QComboBox::currentIndexChanged, this, [this](int item) {
+        m_access.EditFit("procedure", [&](TCurFit& fit) { fit.SetProcType(item); });
+    });
 }
 
 void TFitSettingsGroup::TakeMargins() {
@@ -51,7 +53,7 @@ void TFitSettingsGroup::TakeMargins() {
 // Walking through an edit changes nothing.
 void TFitSettingsGroup::TakeMargin(const TMargin& margin) {
     if (!margin.Edit->isModified()) return;
-    m_access.EditFit([&](TCurFit& fit) {
+    m_access.EditFit("margins", [&](TCurFit& fit) {
         const bool isNone = margin.Edit->text().trimmed().compare(kNoMargin, Qt::CaseInsensitive) == 0;
         const auto value = isNone ? std::nullopt : FiniteNumberIn(*margin.Edit);
         if (!isNone && !value) return; // marked

@@ -14,7 +14,7 @@ TFormulaGroup::TFormulaGroup(TFitAccess& access, const TFormulaControls& control
                              TParameterGroup& parameters, QObject* parent)
     : QObject(parent), m_access(access), m_controls(controls) {
     connect(m_controls.Formula, &TFormulaEdit::FormulaEdited, this, [this](const QString& formula) {
-        m_access.EditFit([&](TCurFit& fit) { fit.SetExpression(formula.toStdString()); });
+        m_access.EditFit("formula", [&](TCurFit& fit) { fit.SetExpression(formula.toStdString()); });
     });
     connect(m_controls.XVarName, &QLineEdit::textEdited, this,
             [this](const QString& text) { TakeXVarName(text.toStdString()); });
@@ -23,7 +23,7 @@ TFormulaGroup::TFormulaGroup(TFitAccess& access, const TFormulaControls& control
 }
 
 void TFormulaGroup::TakeXVarName(const std::string& name) {
-    m_access.EditFit([&](TCurFit& fit) {
+    m_access.EditFit("name of the variable", [&](TCurFit& fit) {
         MarkEdit(*m_controls.XVarName, QString::fromStdString(name.empty() ? "" : XNameFault(fit, name)));
         fit.SetXVarName(name);
     });

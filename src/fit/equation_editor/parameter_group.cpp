@@ -39,8 +39,8 @@ int TParameterGroup::SelectedNumber() const {
 }
 
 template <class TAction>
-void TParameterGroup::EditSelected(TAction&& action) {
-    m_access.EditFit([&](TCurFit& fit) {
+void TParameterGroup::EditSelected(const char* what, TAction&& action) {
+    m_access.EditFit(what, [&](TCurFit& fit) {
         if (TDBLParameter* parameter = Selected()) action(fit, *parameter);
     });
 }
@@ -58,7 +58,7 @@ void TParameterGroup::ConnectTexts() {
     });
     const auto connectText = [this](QLineEdit* edit, std::string TDBLParameter::*field) {
         connect(edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
-            EditSelected([&](TCurFit& fit, TDBLParameter& parameter) {
+            EditSelected("text of a parameter", [&](TCurFit& fit, TDBLParameter& parameter) {
                 parameter.*field = text.toStdString();
                 NotifyShown(fit);
             });
@@ -70,12 +70,13 @@ void TParameterGroup::ConnectTexts() {
 
 void TParameterGroup::ConnectValues() {
     connect(m_controls.Value, &TValueEdit::ValueEdited, this, [this](double value) {
-        EditSelected([&](TCurFit&, TDBLParameter& parameter) { parameter.SetValue(value); });
+        EditSelected("value of a parameter",
+                     [&](TCurFit&, TDBLParameter& parameter) { parameter.SetValue(value); });
     });
     const auto connectDeviation = [this](TValueEdit* edit, double TDBLParameter::*field) {
         if (!edit) return;
         connect(edit, &TValueEdit::ValueEdited, this, [this, field](double value) {
-            EditSelected([&](TCurFit& fit, TDBLParameter& parameter) {
+            EditSelected("deviation of a parameter", [&](TCurFit& fit, TDBLParameter& parameter) {
                 parameter.*field = value;
                 fit.Changed(true);
             });
@@ -87,10 +88,10 @@ void TParameterGroup::ConnectValues() {
 
 void TParameterGroup::ConnectFlags() {
     connect(m_controls.Vary, &QAbstractButton::clicked, this, [this](bool on) {
-        EditSelected([&](TCurFit&, TDBLParameter& parameter) { parameter.SetVary(on); });
+        EditSelected("varied parameters", [&](TCurFit&, TDBLParameter& parameter) { parameter.SetVary(on); });
     });
     connect(m_controls.ShowInLegend, &QAbstractButton::clicked, this, [this](bool on) {
-        EditSelected([&](TCurFit& fit, TDBLParameter& parameter) {
+        EditSelected("parameters in legend", [&](TCurFit& fit, TDBLParameter& parameter) {
             parameter.ShowInLegend = on;
             NotifyShown(fit);
         });
@@ -122,7 +123,7 @@ void TParameterGroup::Add(TCurFit& fit, const std::string& name, bool vary) {
 
 // Counts on past names that are taken, which deleting an earlier parameter leaves behind.
 void TParameterGroup::AddNumbered() {
-    m_access.EditFit([&](TCurFit& fit) {
+    m_access.EditFit("new parameter", [&](TCurFit& fit) {
         int number = fit.NParams() + 1;
         while (fit.IsParameter(NumberedName(number))) ++number;
         Add(fit, NumberedName(number), false);
@@ -130,13 +131,13 @@ void TParameterGroup::AddNumbered() {
 }
 
 void TParameterGroup::AddVaried(const std::vector<std::string>& names) {
-    m_access.EditFit([&](TCurFit& fit) {
+    m_access.EditFit("new parameters", [&](TCurFit& fit) {
         for (const std::string& name : names) Add(fit, name, true);
     });
 }
 
 void TParameterGroup::DeleteSelected() {
-    m_access.EditFit([&](TCurFit& fit) {
+    m_access.EditFit("delete parameter", [&](TCurFit& fit) {
         const int number = SelectedNumber();
         fit.DeleteParameter(number);
         Fill(number - 1);
@@ -144,7 +145,7 @@ void TParameterGroup::DeleteSelected() {
 }
 
 void TParameterGroup::Rename(const QString& text) {
-    EditSelected([&](TCurFit& fit, TDBLParameter& parameter) {
+    EditSelected("name of a parameter", [&](TCurFit& fit, TDBLParameter& parameter) {
         const std::string name = text.toStdString();
         const bool isOwn = name == parameter.Name();
         const std::string fault = isOwn || name.empty() ? "" : ParameterNameFault(fit, name);

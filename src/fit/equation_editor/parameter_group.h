@@ -61,7 +61,7 @@ private:
     void EnableFields(bool enable);
 
     template <class TAction>
-    void EditSelected(TAction&& action);
+    void EditSelected(const char* what, TAction&& action);
 
     TFitAccess& m_access;
     TParameterControls m_controls;
