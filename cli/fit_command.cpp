@@ -1,8 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "cli/procedure_names.h"
-#include "expr/names.h"
+#include "cli/fit_definition.h"
 #include "fit/run/curve_fitter.h"
 #include "fit/run/fit_statistics.h"
 #include "support/errors.h"
@@ -15,21 +14,11 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kIterations = 2000;
 constexpr std::string_view kPercent = "percent=";
 
 struct TFitCommand {
     TDataOptions data;
-    std::string equation;
-    std::vector<std::string> parameters;
-    std::vector<std::string> fixed;
-    std::string xName = "x";
-    std::vector<std::string> templates;
-    std::string procedure = kProcedures[TCurFit::kNewton];
-    std::optional<int> iterations;
-    std::optional<double> tolerance;
-    std::optional<double> left;
-    std::optional<double> right;
+    TFitDefinition definition;
     TFitStarts starts = TFitStarts::Scattered;
     std::string weights;
     std::string robust;
@@ -39,8 +28,9 @@ struct TFitCommand {
 
     void Run() const {
         TCurFit fit;
-        Define(fit);
+        if (definition.HasModel()) definition.Define(fit, nullptr);
         const TDataInput input(data);
+        if (!definition.HasModel()) definition.Define(fit, &input.Series().CurveFit());
         std::vector<double> corrected = input.Y();
         for (std::size_t i = 0; i < corrected.size(); ++i)
             corrected[i] = input.Series().CorrectedY(input.X()[i], corrected[i]);
@@ -61,13 +51,6 @@ struct TFitCommand {
     }
 
 private:
-    static std::pair<std::string, std::string> Halves(const std::string& option, const std::string& text) {
-        const std::size_t equals = text.find('=');
-        if (equals == std::string::npos || equals == 0)
-            throw EUsage(option + ": '" + text + "' is not of the form NAME=…");
-        return {text.substr(0, equals), text.substr(equals + 1)};
-    }
-
     TRobust RobustArgument() const {
         if (robust.empty() || robust == "none") return TRobust::None;
         if (robust == "huber") return TRobust::Huber;
@@ -96,45 +79,6 @@ private:
         return errors;
     }
 
-    void Define(TCurFit& fit) const {
-        fit.SetExpression(std::string(Trimmed(equation)));
-        fit.SetXVarName(xName);
-        for (const std::string& text : parameters) AddParameter(fit, text);
-        for (const std::string& name : fixed) Fix(fit, name);
-        for (const std::string& text : templates) {
-            const auto [name, replacement] = Halves("--template", text);
-            fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{name, replacement, ""}));
-        }
-        fit.SetProcType(ProcedureArgument(procedure));
-        fit.SetIterMax(iterations.value_or(kIterations));
-        if (tolerance && *tolerance <= 0) throw EUsage("--tolerance: a number above 0 is needed");
-        fit.SetTolerance(tolerance.value_or(fit.Tolerance()));
-        fit.SetUseLeftMargin(left.has_value());
-        fit.SetUseRightMargin(right.has_value());
-        fit.SetLeftMargin(left.value_or(0));
-        fit.SetRightMargin(right.value_or(0));
-    }
-
-    static void AddParameter(TCurFit& fit, const std::string& text) {
-        const auto [name, value] = Halves("--param", text);
-        if (!IsName(name)) throw EUsage("--param: '" + name + "' is not a name");
-        if (LowerCased(name) == LowerCased(fit.XVarName()))
-            throw EUsage("--param: '" + name + "' is the variable");
-        if (fit.IsParameter(name)) throw EUsage("--param: '" + name + "' is there twice");
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetValue(NumberArgument("--param", value));
-        parameter->SetVary(true);
-        fit.AddParameter(std::move(parameter));
-    }
-
-    static void Fix(TCurFit& fit, const std::string& name) {
-        for (int i = 1; i <= fit.NParams(); ++i)
-            if (LowerCased(fit.Parameter(i)->Name()) == LowerCased(name))
-                return fit.Parameter(i)->SetVary(false);
-        throw EUsage("--fix: there is no parameter '" + name + "'");
-    }
-
     static TDocument DocumentOf(const TCurFit& fit, const TFitResult& result) {
         TDocument values = TDocument::object();
         TDocument errors = TDocument::object();
@@ -152,6 +96,7 @@ private:
                               {"errors", errors},
                               {"t", t},
                               {"probability", probability},
+                              {"on_bound", OnBound(fit, result)},
                               {"correlation", Correlation(result)},
                               {"rss", result.Rss},
                               {"residual_sd", result.ResidualSD},
@@ -185,6 +130,15 @@ private:
         document["chi_square_probability"] = quality.ChiSquareProbability;
     }
 
+    static TDocument OnBound(const TCurFit& fit, const TFitResult& result) {
+        TDocument names = TDocument::array();
+        for (std::size_t i = 0; i < result.Varied.size(); ++i) {
+            const TDBLParameter& parameter = *fit.Parameter(result.Varied[i]);
+            if (parameter.IsOnBound()) names.push_back(parameter.Name());
+        }
+        return names;
+    }
+
     // The rows in the order of the errors.
     static TDocument Correlation(const TFitResult& result) {
         TDocument rows = TDocument::array();
@@ -199,34 +153,15 @@ private:
     }
 };
 
-void AddModelOptions(CLI::App& command, TFitCommand& fit) {
-    const std::string group = "Model";
-    command.add_option("--equation", fit.equation, "The formula of the model")
-        ->type_name("FORMULA")
-        ->required()
-        ->group(group);
-    command.add_option("--param", fit.parameters, "A parameter with its start (repeatable)")
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false)
-        ->group(group);
-    command.add_option("--fix", fit.fixed, "Keep a parameter as it is (repeatable)")
-        ->type_name("NAME")
-        ->allow_extra_args(false)
-        ->group(group);
-    command.add_option("--xvar", fit.xName, "Name of the variable (x)")->type_name("NAME")->group(group);
-    command.add_option("--template", fit.templates, "A text that stands for another (repeatable)")
-        ->type_name("NAME=TEXT")
-        ->allow_extra_args(false)
-        ->group(group);
-}
-
 void AddRunOptions(CLI::App& command, TFitCommand& fit) {
     const std::string group = "Run";
-    command.add_option("--procedure", fit.procedure, "The procedure, see below (variable-metric)")
+    command.add_option("--procedure", fit.definition.procedure, "The procedure, see below")
         ->type_name("NAME")
         ->group(group);
-    AddCount(command, "--iterations", fit.iterations, 1, "Most iterations (2000)")->group(group);
-    AddNumber(command, "--tolerance", fit.tolerance, "Relative change at which it stops (3e-8)")
+    AddCount(command, "--iterations", fit.definition.iterations, 1,
+             "Most iterations (2000, or those of the fit)")
+        ->group(group);
+    AddNumber(command, "--tolerance", fit.definition.tolerance, "Relative change at which it stops (3e-8)")
         ->group(group);
     command
         .add_flag_callback(
@@ -244,8 +179,8 @@ void AddRunOptions(CLI::App& command, TFitCommand& fit) {
             "--allow-unconverged", [&fit] { fit.allowsUnconverged = true; },
             "Exit status 0 also where the fit has not converged")
         ->group(group);
-    AddNumber(command, "--left", fit.left, "Use points from this X on")->group(group);
-    AddNumber(command, "--right", fit.right, "Use points up to this X")->group(group);
+    AddNumber(command, "--left", fit.definition.left, "Use points from this X on")->group(group);
+    AddNumber(command, "--right", fit.definition.right, "Use points up to this X")->group(group);
 }
 
 } // namespace
@@ -254,13 +189,16 @@ void AddFitCommand(CLI::App& program) {
     const auto fit = std::make_shared<TFitCommand>();
     CLI::App& command = *program.add_subcommand("fit", "Fit a model to data");
     AddDataOptions(command, fit->data);
-    AddModelOptions(command, *fit);
+    AddDefinitionOptions(command, fit->definition);
     AddRunOptions(command, *fit);
     command.add_option("--save", fit->save, "Save the fit as a function file (.lfn)")->type_name("FILE");
     AddJson(command, fit->form);
-    command.footer("Procedures: powell, simplex, conjugate-gradient, variable-metric.\n"
-                   "The fit minimises the sum of squares of the corrected Y; errors are standard errors.\n"
-                   "Example:\n  xydata fit decay.csv --equation \"a*exp(-b*x)\" --param a=1 --param b=0.1");
+    command.footer(
+        "Without --equation and --function the fit that the data set holds is run; --param then changes\n"
+        "starts.\n"
+        "Procedures: powell, simplex, conjugate-gradient, variable-metric (unless the fit has its own).\n"
+        "The fit minimises the sum of squares of the corrected Y; errors are standard errors.\n"
+        "Example:\n  xydata fit decay.csv --equation \"a*exp(-b*x)\" --param a=1 --param b=0.1");
     command.callback([fit] { fit->Run(); });
 }
 

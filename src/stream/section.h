@@ -91,6 +91,17 @@ constexpr TSectionRow<T> Row(int key, const char* name, const char* label = null
         rowOf};
 }
 
+/// A row of a text that is written only where there is one.
+template <class T, auto Get, auto Set>
+constexpr TSectionRow<T> OptionalTextRow(int key, const char* name) {
+    TSectionRow<T> row = Row<T, Get, Set>(key, name);
+    row.write = [](TxyWriter& writer, const TSectionRow<T>& which, const T& object) {
+        const std::string text = std::invoke(Get, object);
+        if (!text.empty()) writer.WriteString(which.key, which.name, text);
+    };
+    return row;
+}
+
 /// A row that is read (into the property behind `Set`) but never written.
 template <class T, class TValue, auto Set>
 constexpr TSectionRow<T> ReadOnlyRow(int key, const char* label) {

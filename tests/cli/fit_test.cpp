@@ -40,6 +40,29 @@ TEST_F(Fit, FixedParametersAndTemplatesMakeTheModel) {
     EXPECT_FALSE(fit["errors"].toObject().contains("tau"));
 }
 
+TEST_F(Fit, BoundsKeepParameters) {
+    const TArguments arguments = {"fit", Decay(),   "--equation", "a*exp(-b*x)", "--right",
+                                  "8",   "--param", "a=1",        "--param",     "b=1"};
+    TArguments bounded = arguments;
+    bounded.insert(bounded.end(), {"--bound", "B=:0.3", "--bound", "a=-1e9:"});
+    const QJsonObject fit = RunForJson(bounded);
+    EXPECT_EQ(fit["parameters"].toObject()["b"].toDouble(), 0.3);
+    EXPECT_EQ(fit["on_bound"].toArray(), QJsonArray({"b"}));
+    EXPECT_TRUE(fit["errors"].toObject()["b"].isNull());
+    EXPECT_EQ(RunForJson(arguments)["on_bound"].toArray(), QJsonArray());
+}
+
+// A function file, bounds included, and the fit of a data set run as they were defined.
+TEST_F(Fit, StoredFitsRun) {
+    const std::string function = NameOf("f.lfn");
+    RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--right", "8", "--param", "a=1", "--param",
+                "b=1", "--bound", "b=0:0.3", "--procedure", "simplex", "--save", function});
+    const QJsonObject fit =
+        RunForJson({"fit", Decay(), "--function", function, "--param", "b=0.1", "--right", "7"});
+    EXPECT_EQ(fit["parameters"].toObject()["b"].toDouble(), 0.3);
+    EXPECT_EQ(fit["points"].toInt(), 8);
+}
+
 TEST_F(Fit, AnEndedRunSaysWhy) {
     const TArguments arguments = {"fit", Decay(), "--equation", "a*b*x", "--param", "a=1", "--param", "b=1"};
     const TRunResult run = RunProgram(arguments);

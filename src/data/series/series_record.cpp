@@ -84,6 +84,9 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         CurveFitRow<&TCurFit::WriteSettings, &TCurFit::ReadSettings>(43),
         SourceRow<&I::AutoRowHitFreq, &I::SetAutoRowHitFreq>(44, "AutoRowHitFreq"),
         CurveFitRow<&TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45),
+        OptionalTextRow<S, [](const S& series) { return series.CurveFit().BoundsText(); },
+                        [](S& series, const std::string& text) { series.CurveFit().SetBoundsText(text); }>(
+            71, "FitBounds"),
         Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
         Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
         Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),

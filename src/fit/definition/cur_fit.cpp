@@ -4,6 +4,7 @@
 #include "support/message_sink.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -34,6 +35,17 @@ void TDBLParameter::SetValue(double value) {
 void TDBLParameter::SetVary(bool vary) {
     if (vary == m_vary) return;
     m_vary = vary;
+    if (m_owner) m_owner->Changed(true);
+}
+
+bool TDBLParameter::IsBounded() const {
+    return std::isfinite(m_min) || std::isfinite(m_max);
+}
+
+void TDBLParameter::SetBounds(double min, double max) {
+    if (!(min < max) || (min == m_min && max == m_max)) return;
+    m_min = min;
+    m_max = max;
     if (m_owner) m_owner->Changed(true);
 }
 

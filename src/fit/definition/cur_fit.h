@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,10 +37,18 @@ public:
     const std::string& Name() const { return m_name; }
     double Value() const { return m_value; }
     bool Vary() const { return m_vary; }
+    /// A fit keeps the value within these; infinite where there is no bound.
+    double Min() const { return m_min; }
+    double Max() const { return m_max; }
+    bool IsBounded() const;
+    /// The value is one of the bounds.
+    bool IsOnBound() const { return m_value == m_min || m_value == m_max; }
     /// Ignores an empty text. A name that the owner already has is refused with a message.
     XYGRAPH_EXPORT void SetName(const std::string& name);
     XYGRAPH_EXPORT void SetValue(double value);
     XYGRAPH_EXPORT void SetVary(bool vary);
+    /// The value stays as it is; a fit moves it between the bounds when it starts. Ignored unless min < max.
+    XYGRAPH_EXPORT void SetBounds(double min, double max);
     /// Where the value is, for the formulas that are compiled with it.
     double* ValueRef() { return &m_value; }
 
@@ -50,6 +59,8 @@ private:
     std::string m_name = "P";
     double m_value = 0;
     bool m_vary = false;
+    double m_min = -std::numeric_limits<double>::infinity();
+    double m_max = std::numeric_limits<double>::infinity();
 };
 
 /// One template: wherever `Name` occurs in the model it is replaced by `Text`.
@@ -198,13 +209,18 @@ public:
     /// The lines of the settings report, with the variables and the formula as compiled, when it can be.
     XYGRAPH_EXPORT std::vector<std::string> SettingsReport();
 
-    // The three composite records of a data set's and a function file's stream, each a fixed order of items.
+    // The records of a data set's and a function file's stream: three of a fixed order of items each, and the
+    // bounds.
     void WriteDefinition(TxyWriter& writer) const;
     void ReadDefinition(TxyReader& reader);
     void WriteSettings(TxyWriter& writer) const;
     void ReadSettings(TxyReader& reader);
     void WriteTemplates(TxyWriter& writer) const;
     void ReadTemplates(TxyReader& reader);
+    /// "NUMBER MIN MAX", a line for each bounded parameter; empty where there is none.
+    XYGRAPH_EXPORT std::string BoundsText() const;
+    /// Lines that name no parameter or are no bounds are left out.
+    XYGRAPH_EXPORT void SetBoundsText(const std::string& text);
 
     /// The whole function file: the three records and the end mark.
     XYGRAPH_EXPORT void SaveToStream(TxyWriter& writer) const;
@@ -262,7 +278,7 @@ private:
     std::vector<std::unique_ptr<TDBLFunction>> m_templates;
 };
 
-/// The function file's section: entries 39, 43 and 45.
+/// The function file's section: entries 39, 43, 45 and, where there are bounds, 71.
 std::span<const TSectionRow<TCurFit>> CurFitRows();
 
 } // namespace lumoplot

@@ -4,9 +4,12 @@
 
 #include "fit/definition/fit_result.h"
 #include "support/errors.h"
+#include "support/number_text.h"
 #include "support/replace_file.h"
 
+#include <optional>
 #include <set>
+#include <sstream>
 #include <utility>
 
 namespace lumoplot {
@@ -107,11 +110,40 @@ void TCurFit::ReadTemplates(TxyReader& reader) {
     }
 }
 
+std::string TCurFit::BoundsText() const {
+    std::string text;
+    for (int i = 1; i <= NParams(); ++i) {
+        const TDBLParameter& parameter = *Parameter(i);
+        if (!parameter.IsBounded()) continue;
+        text += (text.empty() ? "" : "\n") + std::to_string(i) + ' ' + FormatShortest(parameter.m_min) + ' ' +
+                FormatShortest(parameter.m_max);
+    }
+    return text;
+}
+
+void TCurFit::SetBoundsText(const std::string& text) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string number, min, max;
+        words >> number >> min >> max;
+        TDBLParameter* parameter = Parameter(TryParseInteger(number).value_or(0));
+        const std::optional<double> low = TryParseFloat(min);
+        const std::optional<double> high = TryParseFloat(max);
+        if (!parameter || !low || !high || !(*low < *high)) continue;
+        parameter->m_min = *low;
+        parameter->m_max = *high;
+    }
+    ++m_revision;
+    m_stale = true;
+}
+
 std::span<const TSectionRow<TCurFit>> CurFitRows() {
     static constexpr TSectionRow<TCurFit> kRows[] = {
         CompositeRow<TCurFit, &TCurFit::WriteDefinition, &TCurFit::ReadDefinition>(39, "CurFit"),
         CompositeRow<TCurFit, &TCurFit::WriteSettings, &TCurFit::ReadSettings>(43, "CurveFit"),
         CompositeRow<TCurFit, &TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45, "CurveFit"),
+        OptionalTextRow<TCurFit, &TCurFit::BoundsText, &TCurFit::SetBoundsText>(71, "FitBounds"),
     };
     return kRows;
 }

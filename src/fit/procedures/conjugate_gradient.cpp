@@ -30,6 +30,7 @@ public:
             }
             TVector place = before.At;
             AddTimes(place, step, m_direction);
+            m_problem.Clamp(place);
             if (!m_problem.Linearise(place, m_model)) return TStop::NoProgress;
             if (HasConverged(before)) return TStop::Tolerance;
             Turn(before);
@@ -49,6 +50,8 @@ private:
     TVector Preconditioned(const TVector& gradient) const {
         TVector scaled = gradient;
         for (std::size_t j = 0; j < scaled.size(); ++j) scaled[j] /= m_weights[j];
+        for (int j = 0; j < m_problem.Size(); ++j)
+            if (m_problem.IsHeld(m_model.At, m_model.Gradient, j)) scaled[static_cast<std::size_t>(j)] = 0;
         return scaled;
     }
 

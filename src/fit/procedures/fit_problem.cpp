@@ -1,7 +1,6 @@
 #include "fit/procedures/fit_problem.h"
 
 #include "expr/blocks/formula_structure.h"
-#include "fit/procedures/small_solve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +12,7 @@ namespace {
 constexpr std::size_t kChunk = 1024;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kDefaultDeviation = 0.01;
+constexpr double kOffByRounding = 1e-15; // relative
 
 // Moves the parameters that the model is linear in to the front; returns their number.
 std::size_t LinearFirst(TCurFit& fit, std::vector<TDBLParameter*>& varied, TLinearPart linearPart) {
@@ -62,7 +62,42 @@ TFitProblem::TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, const
         m_firstSteps.push_back(deviation > 0 && std::isfinite(deviation) ? deviation : kDefaultDeviation);
         if (m_start.back() != 0) m_firstSteps.back() *= std::abs(m_start.back());
     }
+    FindBounds(varied);
+    Clamp(m_start);
     m_best = m_start;
+}
+
+void TFitProblem::FindBounds(const std::vector<TDBLParameter*>& varied) {
+    for (std::size_t i = 0; i < varied.size(); ++i) {
+        m_min.push_back(varied[i]->Min() / m_rows.ScaleOf(i));
+        m_max.push_back(varied[i]->Max() / m_rows.ScaleOf(i));
+        m_isBounded = m_isBounded || varied[i]->IsBounded();
+    }
+    for (std::size_t i = 0; i < m_linearCount; ++i)
+        m_bestLinear[i] = std::clamp(m_bestLinear[i], m_min[i], m_max[i]);
+    m_isLinearHeld.assign(m_linearCount, false);
+}
+
+void TFitProblem::Clamp(TVector& place) const {
+    if (!m_isBounded) return;
+    for (std::size_t j = 0; j < place.size(); ++j) {
+        for (const double bound : {m_min[m_linearCount + j], m_max[m_linearCount + j]})
+            if (std::isfinite(bound) && std::abs(place[j] - bound) <= kOffByRounding * std::abs(bound))
+                place[j] = bound;
+        place[j] = std::clamp(place[j], m_min[m_linearCount + j], m_max[m_linearCount + j]);
+    }
+}
+
+bool TFitProblem::IsInside(std::span<const double> place) const {
+    for (std::size_t j = 0; j < place.size(); ++j)
+        if (place[j] < m_min[m_linearCount + j] || place[j] > m_max[m_linearCount + j]) return false;
+    return true;
+}
+
+bool TFitProblem::IsHeld(std::span<const double> place, std::span<const double> gradient, int index) const {
+    const auto j = static_cast<std::size_t>(index);
+    return (place[j] == m_min[m_linearCount + j] && gradient[j] >= 0) ||
+           (place[j] == m_max[m_linearCount + j] && gradient[j] <= 0);
 }
 
 void TFitProblem::CheckCancelled() {
@@ -105,6 +140,11 @@ std::size_t TFitProblem::ChunkAt(std::size_t start) const {
 }
 
 double TFitProblem::Value(std::span<const double> at) {
+    if (m_isBounded) {
+        m_clamped.assign(at.begin(), at.end());
+        Clamp(m_clamped);
+        at = m_clamped;
+    }
     Store(at);
     ++m_evaluations;
     const double sum = m_linearCount > 0 ? SolveLinear(at) : SumOfSquares();
@@ -140,12 +180,26 @@ double TFitProblem::SolveLinear(std::span<const double> at) {
         qr.AddRows(columns, residuals);
         rest += Dot(residuals, residuals);
     }
-    const TSmallSolution solution = SolveTriangle(qr.Triangle(), qr.Projected());
+    const TSmallSolution solution = SolvedWithin(qr);
     m_linear = solution.X;
-    for (double& value : m_linear) value = -value;
+    for (std::size_t j = 0; j < m_linear.size(); ++j) {
+        m_linear[j] = -m_linear[j];
+        m_isLinearHeld[j] = m_linear[j] == m_min[j] || m_linear[j] == m_max[j];
+    }
     StoreLinear(m_linear);
     m_linearAt.assign(at.begin(), at.end());
     return rest + solution.Rest;
+}
+
+TSmallSolution TFitProblem::SolvedWithin(const TRowQr& qr) const {
+    if (!m_isBounded) return SolveTriangle(qr.Triangle(), qr.Projected());
+    TVector low;
+    TVector high;
+    for (std::size_t j = 0; j < m_linearCount; ++j) {
+        low.push_back(-m_max[j]);
+        high.push_back(-m_min[j]);
+    }
+    return SolveTriangleWithin(qr.Triangle(), qr.Projected(), low, high);
 }
 
 bool TFitProblem::Linearise(std::span<const double> at, TLinearModel& model) {
@@ -170,6 +224,8 @@ bool TFitProblem::Linearise(std::span<const double> at, TLinearModel& model) {
         const std::span fresh = std::span(m_work).first(width * count);
         const std::span old = std::span(m_jacobian).subspan(width * start, fresh.size());
         model.Value += 0.5 * m_rows.AllRows(start, residuals, fresh);
+        for (std::size_t j = 0; j < m_linearCount; ++j)
+            if (m_isLinearHeld[j]) std::ranges::fill(fresh.subspan(j * count, count), 0.0);
         for (std::size_t j = 0; j < model.OldJacobianTimesResiduals.size(); ++j)
             model.OldJacobianTimesResiduals[j] += Dot(old.subspan(j * count, count), residuals);
         std::ranges::copy(fresh, old.begin());
@@ -188,8 +244,10 @@ void TFitProblem::LearnOld(const TMatrix& old, TLinearModel& model) {
     if (m_linearCount == 0) return;
     const TVector& products = model.OldJacobianTimesResiduals;
     const int linear = static_cast<int>(m_linearCount);
-    const TVector along =
-        ForwardSolved(Leading(old, linear), TVector(products.begin(), products.begin() + linear));
+    TMatrix leading = Leading(old, linear);
+    for (int j = 0; j < linear; ++j)
+        if (leading(j, j) == 0) leading(j, j) = 1; // held, without a slope
+    const TVector along = ForwardSolved(leading, TVector(products.begin(), products.begin() + linear));
     TVector reduced(products.begin() + linear, products.end());
     for (int j = 0; j < Size(); ++j)
         reduced[static_cast<std::size_t>(j)] -= Dot(old.Column(linear + j).first(m_linearCount), along);

@@ -1,7 +1,8 @@
 // What the fitting procedures minimise: half the sum of squared residuals of a model over its points, as a
 // function of the varied parameters in units of their starting values. Parameters that the model is linear in
 // may be projected out: then it is a function of the others alone, and each place has the best values of
-// the linear ones. It counts evaluations and iterations, remembers the best place, and stops a cancelled run.
+// the linear ones. Parameters stay between their bounds. It counts evaluations and iterations, remembers the
+// best place, and stops a cancelled run.
 //
 // G. H. Golub, V. Pereyra, SIAM J. Numer. Anal. 10 (1973) 413-432; L. Kaufman, BIT 15 (1975) 49-57, for the
 // Jacobian without the derivatives of the projection.
@@ -10,6 +11,7 @@
 #include "fit/definition/cur_fit.h"
 #include "fit/procedures/fit_rows.h"
 #include "fit/procedures/row_qr.h"
+#include "fit/procedures/small_solve.h"
 #include "support/progress.h"
 
 #include <functional>
@@ -56,7 +58,15 @@ public:
     /// Half the sum of squares below which residuals are only rounding.
     double RoundingLevel() const { return m_rows.RoundingLevel(); }
 
-    /// Half the sum of squares at a place; infinity where the model is not finite at every point.
+    bool IsBounded() const { return m_isBounded; }
+    /// Moves a place between the bounds of its parameters; what is off a bound by rounding only goes there.
+    void Clamp(TVector& place) const;
+    bool IsInside(std::span<const double> place) const;
+    /// The parameter is on a bound, and the value would fall only beyond it.
+    bool IsHeld(std::span<const double> place, std::span<const double> gradient, int index) const;
+
+    /// Half the sum of squares at a place, or at that between the bounds; infinity where the model is not
+    /// finite at every point.
     double Value(std::span<const double> at);
     /// Moves the linear model to a place; false, with the model useless, where it is not finite.
     bool Linearise(std::span<const double> at, TLinearModel& model);
@@ -93,6 +103,8 @@ private:
     double SumOfSquares();
     double SolveLinear(std::span<const double> at);
     void StoreLinear(std::span<const double> linear);
+    void FindBounds(const std::vector<TDBLParameter*>& varied);
+    TSmallSolution SolvedWithin(const TRowQr& qr) const;
     void Reduce(const TRowQr& qr, TLinearModel& model);
     void LearnOld(const TMatrix& old, TLinearModel& model);
 
@@ -102,11 +114,16 @@ private:
     TFitRows m_rows; ///< the parameters that are projected out come first
     TVector m_start;
     TVector m_firstSteps;
+    TVector m_min; ///< bounds, of the linear parameters first
+    TVector m_max;
+    bool m_isBounded = false;
     TVector m_best;
     TVector m_bestLinear;
     double m_bestValue;
     TVector m_linearAt; ///< where the linear parameters were solved last, and their values
     TVector m_linear;
+    std::vector<bool> m_isLinearHeld; ///< on a bound, so that it does not change with the others
+    TVector m_clamped;
     int m_iterations = 0;
     int m_iterationLimit;
     int m_evaluations = 0;

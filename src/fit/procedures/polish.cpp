@@ -91,7 +91,7 @@ private:
         TVector z = m_curvature ? m_curvature->Solved(here.Projected) : here.Projected;
         TVector place = here.At;
         AddTimes(place, -1, BackSolved(here.Triangle, std::move(z)));
-        if (place == here.At) return false;
+        if (place == here.At || !m_problem.IsInside(place)) return false;
         TLinearModel next;
         const bool isFinite = m_problem.Linearise(place, next);
         const double left = isFinite ? Norm(next.Projected) / Norm(here.Projected) : 1;

@@ -19,7 +19,7 @@ struct TPolished {
 
 /// Improves the problem's best place by Newton steps in the basis of R, with the curvature of the model from
 /// differences of its exact derivatives, until the steps are rounding. A place that is no stationary one is
-/// left.
+/// left, and no step leaves the bounds.
 TPolished Polish(TFitProblem& problem);
 
 } // namespace lumoplot

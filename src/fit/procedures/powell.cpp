@@ -93,6 +93,7 @@ private:
             MinimiseAlong(m_problem, m_place, m_value, direction.Vector, direction.LastStep, kLineTolerance);
         if (found.Step == 0) return;
         AddTimes(m_place, found.Step, direction.Vector);
+        m_problem.Clamp(m_place);
         m_value = found.Value;
         direction.LastStep = found.Step;
     }

@@ -51,6 +51,7 @@ private:
     }
 
     TCorner CornerAt(TVector place) {
+        m_problem.Clamp(place);
         const double value = m_problem.Value(place);
         return {std::move(place), value};
     }

@@ -1,6 +1,7 @@
 #include "fit/procedures/small_solve.h"
 
 #include "fit/procedures/jacobi.h"
+#include "fit/procedures/row_qr.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +27,85 @@ bool IsClearlyRegular(const TMatrix& r) {
         if (!(std::abs(r(j, j)) > kClearlyRegular * Norm(r.Column(j)))) return false;
     return true;
 }
+
+/// Holds those that want to leave their bounds there, and solves for the others.
+class TBoundedSolver {
+public:
+    TBoundedSolver(const TMatrix& r, const TVector& b, const TVector& low, const TVector& high)
+        : m_r(r), m_b(b), m_low(low), m_high(high), m_isHeld(b.size(), false) {}
+
+    TSmallSolution Run(TVector x) {
+        m_x = std::move(x);
+        HoldThoseBeyond();
+        for (std::size_t i = 0; i < kMostRounds * m_x.size(); ++i) {
+            SolveOthers();
+            if (!HoldThoseBeyond() && !ReleaseWorst()) break;
+        }
+        const TVector left = Left();
+        return {std::move(m_x), Dot(left, left)};
+    }
+
+private:
+    static constexpr std::size_t kMostRounds = 4;
+
+    bool HoldThoseBeyond() {
+        bool isAny = false;
+        for (std::size_t j = 0; j < m_x.size(); ++j) {
+            const double inside = std::clamp(m_x[j], m_low[j], m_high[j]);
+            if (m_isHeld[j] || inside == m_x[j]) continue;
+            m_x[j] = inside;
+            m_isHeld[j] = isAny = true;
+        }
+        return isAny;
+    }
+
+    TVector Left() const {
+        TVector left = m_b;
+        AddTimes(left, -1, Times(m_r, m_x));
+        return left;
+    }
+
+    void SolveOthers() {
+        std::vector<std::size_t> free;
+        for (std::size_t j = 0; j < m_x.size(); ++j)
+            if (!m_isHeld[j]) free.push_back(j);
+        if (free.empty()) return;
+        TVector columns;
+        for (const std::size_t j : free) {
+            const auto column = m_r.Column(static_cast<int>(j));
+            columns.insert(columns.end(), column.begin(), column.end());
+            m_x[j] = 0;
+        }
+        TVector right = Left();
+        TRowQr qr(static_cast<int>(free.size()));
+        qr.AddRows(columns, right);
+        const TVector solved = SolveTriangle(qr.Triangle(), qr.Projected()).X;
+        for (std::size_t k = 0; k < free.size(); ++k) m_x[free[k]] = solved[k];
+    }
+
+    // The one that would lower the sum of squares most by going inwards.
+    bool ReleaseWorst() {
+        const TVector slope = TransposedTimes(m_r, Left());
+        std::size_t worst = m_x.size();
+        double most = 0;
+        for (std::size_t j = 0; j < m_x.size(); ++j) {
+            const double inwards = m_x[j] == m_low[j] ? slope[j] : -slope[j];
+            const double length = Norm(m_r.Column(static_cast<int>(j))) * Norm(m_b);
+            if (!m_isHeld[j] || !(inwards > kDependent * length) || !(inwards > most)) continue;
+            most = inwards;
+            worst = j;
+        }
+        if (worst < m_x.size()) m_isHeld[worst] = false;
+        return worst < m_x.size();
+    }
+
+    const TMatrix& m_r;
+    const TVector& m_b;
+    const TVector& m_low;
+    const TVector& m_high;
+    std::vector<bool> m_isHeld;
+    TVector m_x;
+};
 
 } // namespace
 
@@ -63,6 +143,15 @@ TSmallSolution SolveTriangle(const TMatrix& r, const TVector& b) {
     for (std::size_t j = 0; j < lengths.size(); ++j)
         if (lengths[j] > 0) solution.X[j] /= lengths[j];
     solution.Rest = Dot(left, left);
+    return solution;
+}
+
+TSmallSolution SolveTriangleWithin(const TMatrix& r, const TVector& b, const TVector& low,
+                                   const TVector& high) {
+    TSmallSolution solution = SolveTriangle(r, b);
+    for (std::size_t j = 0; j < b.size(); ++j)
+        if (solution.X[j] < low[j] || solution.X[j] > high[j])
+            return TBoundedSolver(r, b, low, high).Run(std::move(solution.X));
     return solution;
 }
 

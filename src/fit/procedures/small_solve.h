@@ -18,6 +18,11 @@ struct TSmallSolution {
 /// the least.
 TSmallSolution SolveTriangle(const TMatrix& r, const TVector& b);
 
+/// The same with every x between its bounds (C. L. Lawson, R. J. Hanson, Solving Least Squares Problems,
+/// 1974, chapter 23). Those that end on one are exactly there.
+TSmallSolution SolveTriangleWithin(const TMatrix& r, const TVector& b, const TVector& low,
+                                   const TVector& high);
+
 /// Whether no column of unit length is a combination of the others.
 bool HasIndependentColumns(TMatrix r);
 

@@ -36,6 +36,7 @@ public:
     TStop Run(const TVector& start) {
         if (!m_problem.Linearise(start, m_model)) return TStop::NoProgress;
         UpdateScales();
+        FindHeld();
         TVector first(m_problem.FirstSteps());
         for (std::size_t j = 0; j < first.size(); ++j) first[j] *= m_scales[j];
         m_radius = kFirstStepFactor * Norm(first);
@@ -57,7 +58,8 @@ private:
             const TStep step = StepOf(m_kind);
             TVector place = m_model.At;
             AddTimes(place, 1, step.Change);
-            if (place == m_model.At) return TStop::NoProgress;
+            m_problem.Clamp(place);
+            if (place == m_model.At) return IsAnyHeld() ? TStop::Tolerance : TStop::NoProgress;
             const double value = m_problem.Value(place);
             const double actual = m_model.Value - value;
             const double ratio = step.Predicted > 0 ? actual / step.Predicted : -1;
@@ -100,44 +102,97 @@ private:
         return change / size;
     }
 
+    // Parameters that would leave their bounds go there, and the others take the best step with that.
     TStep StepOf(TModelKind kind) {
+        if (m_problem.IsBounded()) {
+            m_fixed = m_held;
+            m_moved.assign(m_fixed.size(), 0);
+            m_decomposed = false;
+        }
+        for (;;) {
+            TStep step = StepOfOthers(kind);
+            if (FixThoseBeyond(step.Change)) continue;
+            step.Predicted = Prediction(kind, step.Change);
+            return step;
+        }
+    }
+
+    TStep StepOfOthers(TModelKind kind) {
         const TTrustedStep trusted =
             MinimiseWithin(kind == TModelKind::GaussNewton ? GaussNewton() : Augmented(), m_radius);
         const TMatrix& basis = kind == TModelKind::GaussNewton ? m_singular.Right : m_augmented.Vectors;
         TStep step{Times(basis, trusted.Z), 0, trusted.IsInside};
-        for (std::size_t j = 0; j < m_scales.size(); ++j) step.Change[j] /= m_scales[j];
-        step.Predicted = Prediction(kind, step.Change);
+        for (std::size_t j = 0; j < m_scales.size(); ++j)
+            step.Change[j] = IsFixed(j) ? m_moved[j] : step.Change[j] / m_scales[j];
         return step;
     }
 
-    // The singular values of R in scaled parameters, once for each place.
+    bool FixThoseBeyond(const TVector& change) {
+        if (!m_problem.IsBounded()) return false;
+        TVector place = m_model.At;
+        AddTimes(place, 1, change);
+        const TVector wanted = place;
+        m_problem.Clamp(place);
+        bool isAny = false;
+        for (std::size_t j = 0; j < place.size(); ++j) {
+            if (m_fixed[j] || place[j] == wanted[j]) continue;
+            m_moved[j] = place[j] - m_model.At[j];
+            m_fixed[j] = isAny = true;
+        }
+        if (isAny) m_decomposed = false;
+        return isAny;
+    }
+
+    bool IsFixed(std::size_t parameter) const { return m_problem.IsBounded() && m_fixed[parameter]; }
+    bool IsAnyHeld() const { return std::ranges::count(m_held, true) > 0; }
+
+    void FindHeld() {
+        m_held.assign(static_cast<std::size_t>(m_size), false);
+        for (int j = 0; j < m_size; ++j)
+            m_held[static_cast<std::size_t>(j)] = m_problem.IsHeld(m_model.At, m_model.Gradient, j);
+    }
+
+    // The singular values of R in scaled parameters, once for each place and what is fixed there.
     TQuadraticModel GaussNewton() {
         if (!m_decomposed) {
             TMatrix scaled = m_model.Triangle;
-            for (int j = 0; j < m_size; ++j)
-                for (double& element : scaled.Column(j)) element /= m_scales[static_cast<std::size_t>(j)];
+            for (int j = 0; j < m_size; ++j) {
+                const auto place = static_cast<std::size_t>(j);
+                for (double& element : scaled.Column(j))
+                    element = IsFixed(place) ? 0 : element / m_scales[place];
+            }
             m_singular = DecomposeSingular(scaled);
             m_decomposed = true;
         }
+        TVector projected = m_model.Projected;
+        if (m_problem.IsBounded()) AddTimes(projected, 1, Times(m_model.Triangle, m_moved));
         TQuadraticModel model;
         for (int j = 0; j < m_size; ++j) {
             const double value = m_singular.Values[static_cast<std::size_t>(j)];
             model.Curvatures.push_back(value * value);
-            model.Slopes.push_back(value * Dot(m_singular.Left.Column(j), m_model.Projected));
+            model.Slopes.push_back(value * Dot(m_singular.Left.Column(j), projected));
         }
         return model;
     }
 
+    double Curvature(int i, int j) const {
+        return Dot(m_model.Triangle.Column(i), m_model.Triangle.Column(j)) + m_secant(i, j);
+    }
+
     TQuadraticModel Augmented() {
         TMatrix curvature(m_size);
-        for (int i = 0; i < m_size; ++i)
-            for (int j = 0; j < m_size; ++j)
-                curvature(i, j) =
-                    (Dot(m_model.Triangle.Column(i), m_model.Triangle.Column(j)) + m_secant(i, j)) /
-                    m_scales[static_cast<std::size_t>(i)] / m_scales[static_cast<std::size_t>(j)];
-        m_augmented = DecomposeSymmetric(curvature);
         TVector slope = m_model.Gradient;
-        for (std::size_t j = 0; j < slope.size(); ++j) slope[j] /= m_scales[j];
+        for (int i = 0; i < m_size; ++i) {
+            const auto row = static_cast<std::size_t>(i);
+            for (int j = 0; j < m_size; ++j) {
+                const auto column = static_cast<std::size_t>(j);
+                if (IsFixed(column)) slope[row] += Curvature(i, j) * m_moved[column];
+                if (!IsFixed(row) && !IsFixed(column))
+                    curvature(i, j) = Curvature(i, j) / m_scales[row] / m_scales[column];
+            }
+            slope[row] = IsFixed(row) ? 0 : slope[row] / m_scales[row];
+        }
+        m_augmented = DecomposeSymmetric(curvature);
         return {m_augmented.Values, TransposedTimes(m_augmented.Vectors, slope)};
     }
 
@@ -190,6 +245,7 @@ private:
         else if (ratio >= kGoodRatio)
             m_radius = std::max(m_radius, 2 * length);
         UpdateScales();
+        FindHeld();
         return true;
     }
 
@@ -238,6 +294,9 @@ private:
     TMatrix m_secant;
     bool m_hasSecant = false;
     bool m_decomposed = false;
+    std::vector<bool> m_held;  ///< on a bound that only higher values are inside of
+    std::vector<bool> m_fixed; ///< these, and those that the step takes to a bound
+    TVector m_moved;           ///< how far it takes them
     TSingularValues m_singular;
     TEigenvalues m_augmented;
 };

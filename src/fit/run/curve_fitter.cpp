@@ -3,6 +3,7 @@
 #include "fit/procedures/small_solve.h"
 #include "fit/run/fit_check.h"
 #include "fit/run/fit_judgement.h"
+#include "fit/run/fit_points.h"
 #include "fit/run/fit_remarks.h"
 #include "fit/run/fit_statistics.h"
 #include "fit/run/start_search.h"
@@ -31,53 +32,27 @@ constexpr double kLittle = 0.3;      // of a point's weight
 constexpr double kClearly = 1e-6;    // relative difference of sums of squares
 constexpr double kWorthSense = 4;    // times the sum of squares that an end with sense may have
 
-TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y,
-                                std::span<const double> errors) {
-    TFitPoints points;
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
-        if (!errors.empty() && !(errors[i] > 0 && std::isfinite(1 / errors[i]))) continue;
-        if (fit.UseLeftMargin() && x[i] < fit.LeftMargin()) continue;
-        if (fit.UseRightMargin() && x[i] > fit.RightMargin()) continue;
-        points.X.push_back(x[i]);
-        points.Y.push_back(y[i]);
-        if (!errors.empty()) points.Weights.push_back(1 / errors[i]);
-    }
-    if (points.X.empty())
-        throw EFitError(x.empty() ? "There are no points to fit" : "There are no points between the margins");
-    return points;
-}
-
-// The points where the model has a value with the parameters as they are.
-TFitPoints PointsWithValue(TCurFit& fit, const TFitPoints& points) {
-    std::vector<double> values(points.X.size());
-    TBlockEvaluator(fit, fit.XRef()).Evaluate(points.X, values);
-    TFitPoints usable;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!std::isfinite(values[i])) continue;
-        usable.X.push_back(points.X[i]);
-        usable.Y.push_back(points.Y[i]);
-        if (!points.Weights.empty()) usable.Weights.push_back(points.Weights[i]);
-    }
-    return usable;
-}
-
-/// R⁻¹R⁻ᵀ times the residual variance.
-TMatrix CovarianceOf(const TLocalFit& found, int size, double variance) {
-    TMatrix covariance(size);
-    for (int i = 0; i < size; ++i) std::ranges::fill(covariance.Column(i), kNotKnown);
+/// R⁻¹R⁻ᵀ times the residual variance; not-a-number for parameters that a bound holds.
+TMatrix CovarianceOf(const TLocalFit& found, const std::vector<TDBLParameter*>& varied, double variance) {
+    TMatrix covariance(static_cast<int>(varied.size()));
+    for (int i = 0; i < covariance.Size(); ++i) std::ranges::fill(covariance.Column(i), kNotKnown);
     if (!found.IsDetermined) return covariance;
+    const int size = found.Triangle.Size();
     TMatrix inverse(size);
     for (int column = 0; column < size; ++column) {
         TVector unit(static_cast<std::size_t>(size));
         unit[static_cast<std::size_t>(column)] = 1;
         std::ranges::copy(BackSolved(found.Triangle, std::move(unit)), inverse.Column(column).begin());
     }
+    const auto placeOf = [&](int free) {
+        const auto place = std::ranges::find(varied, found.Free[static_cast<std::size_t>(free)]);
+        return static_cast<int>(place - varied.begin());
+    };
     for (int i = 0; i < size; ++i) {
         for (int j = 0; j < size; ++j) {
             double sum = 0;
             for (int k = 0; k < size; ++k) sum += inverse(i, k) * inverse(j, k);
-            covariance(i, j) = sum * variance;
+            covariance(placeOf(i), placeOf(j)) = sum * variance;
         }
     }
     return covariance;
@@ -96,7 +71,11 @@ public:
     TFitter(TCurFit& fit, const TFitRun& run)
         : m_fit(fit), m_run(run), m_progress(run.Progress ? *run.Progress : m_silent),
           m_varied(CheckedParameters(fit)) {
-        for (const TDBLParameter* parameter : m_varied) m_start.push_back(parameter->Value());
+        for (TDBLParameter* parameter : m_varied) {
+            m_given.push_back(parameter->Value());
+            m_start.push_back(std::clamp(parameter->Value(), parameter->Min(), parameter->Max()));
+        }
+        SetValues(m_start);
         for (int i = 1; i <= fit.NParams(); ++i)
             if (fit.Parameter(i)->Vary()) m_result.Varied.push_back(i);
     }
@@ -120,7 +99,7 @@ public:
         return std::move(m_result);
     }
 
-    void PutBack() { SetValues(m_start); }
+    void PutBack() { SetValues(m_given); }
 
 private:
     void SetValues(const TVector& values) {
@@ -250,8 +229,7 @@ private:
         const double about = SumAboutLine(m_best->Points, found.ResidualScale);
         m_result.RSquared = about > 0 ? 1 - found.ScaledRss / about : kNotKnown;
         const bool isAbsolute = !m_run.Errors.empty() && m_run.ErrorSource == TErrorSource::Points;
-        m_result.Covariance =
-            CovarianceOf(found, static_cast<int>(m_varied.size()), isAbsolute ? 1 : variance);
+        m_result.Covariance = CovarianceOf(found, m_varied, isAbsolute ? 1 : variance);
         m_result.Quality = QualityOf(ResidualsByX(m_fit, m_best->Points), m_result.Rss, m_result.RSquared,
                                      static_cast<int>(m_varied.size()));
         if (m_run.Errors.empty()) m_result.Quality.ChiSquareProbability = kNotKnown;
@@ -277,7 +255,8 @@ private:
     TSilentProgress m_silent;
     TProgress& m_progress;
     std::vector<TDBLParameter*> m_varied;
-    TVector m_start;
+    TVector m_given;
+    TVector m_start; ///< between the bounds
     std::optional<TAttempt> m_best;
     bool m_isFromElsewhere = false;
     TFitResult m_result;

@@ -159,6 +159,8 @@ int RunawayOf(const TFitTask& task, const TFitPoints& points, const TVector& sta
     if (task.Varied.size() < 2) return -1;
     int runaway = -1;
     for (std::size_t i = 0; i < task.Varied.size() && runaway < 0; ++i) {
+        const TDBLParameter& parameter = *task.Varied[i];
+        if (std::isfinite(found.Values[i] > 0 ? parameter.Max() : parameter.Min())) continue;
         // A combination that is not determined is not a runaway before it has run.
         const double run = std::abs(found.Values[i] / start[i]);
         if (found.End == TFitEnd::NotDetermined && !(run > kFarBeyond)) continue;

@@ -21,11 +21,11 @@ std::string Listed(const std::vector<std::string>& names) {
 }
 
 /// The parameters that change together without changing the curve.
-std::vector<std::string> OpenParameters(const TFitTask& task, const TLocalFit& found) {
+std::vector<std::string> OpenParameters(const TLocalFit& found) {
     TMatrix unit = found.Triangle;
     for (int j = 0; j < unit.Size(); ++j) {
         const double length = Norm(unit.Column(j));
-        if (!(length > 0)) return {task.Varied[static_cast<std::size_t>(j)]->Name()};
+        if (!(length > 0)) return {found.Free[static_cast<std::size_t>(j)]->Name()};
         if (!std::isfinite(length)) return {};
         for (double& element : unit.Column(j)) element /= length;
     }
@@ -35,18 +35,29 @@ std::vector<std::string> OpenParameters(const TFitTask& task, const TLocalFit& f
     std::vector<std::string> names;
     const auto direction = parts.Right.Column(static_cast<int>(smallest));
     for (std::size_t i = 0; i < direction.size(); ++i)
-        if (std::abs(direction[i]) > kTakesPart) names.push_back(task.Varied[i]->Name());
+        if (std::abs(direction[i]) > kTakesPart) names.push_back(found.Free[i]->Name());
     return names;
 }
 
-void AddOpen(TFitResult& result, const TFitTask& task, const TLocalFit& found) {
+void AddOpen(TFitResult& result, const TLocalFit& found) {
     if (found.IsDetermined || found.Triangle.Size() == 0) return;
-    const std::vector<std::string> names = OpenParameters(task, found);
+    const std::vector<std::string> names = OpenParameters(found);
     if (names.size() == 1)
         result.Remarks.push_back("The points do not determine " + names.front() + ".");
     else if (!names.empty())
         result.Remarks.push_back("The points do not determine " + Listed(names) +
                                  ", only a combination of them: a change of one makes up for the others.");
+}
+
+void AddOnBound(TFitResult& result, const TFitTask& task, const TLocalFit& found) {
+    if (found.Triangle.Size() != static_cast<int>(found.Free.size())) return;
+    for (const TDBLParameter* parameter : task.Varied) {
+        if (!parameter->IsOnBound() || std::ranges::count(found.Free, parameter) > 0) continue;
+        const std::string side = parameter->Value() == parameter->Min() ? "lower" : "upper";
+        result.Remarks.push_back(parameter->Name() + " ends on its " + side + " bound " +
+                                 FormatShortest(parameter->Value()) +
+                                 ": it has no standard error, and those of the others hold for it there.");
+    }
 }
 
 void AddCorrelated(TFitResult& result, const TFitTask& task) {
@@ -76,7 +87,8 @@ void AddLeftOut(TFitResult& result, const TFitPoints& used, const TFitPoints& po
 
 void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
                 const TFitPoints& points) {
-    AddOpen(result, task, found);
+    AddOpen(result, found);
+    AddOnBound(result, task, found);
     AddCorrelated(result, task);
     AddLeftOut(result, used, points);
 }

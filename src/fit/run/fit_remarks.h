@@ -5,8 +5,8 @@
 
 namespace lumoplot {
 
-/// Adds which parameters are not determined or strongly correlated, and at how many of the points the model
-/// has no value. The result has its end and its covariance, the fit the parameters found.
+/// Adds which parameters are not determined, on a bound or strongly correlated, and at how many of the points
+/// the model has no value. The result has its end and its covariance, the fit the parameters found.
 void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
                 const TFitPoints& points);
 

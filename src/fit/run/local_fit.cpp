@@ -69,7 +69,9 @@ private:
     // Polishes the best place with all parameters.
     void Finish(TStop stop) {
         m_problem->StoreBest();
-        TFitProblem whole(m_task.Fit, m_task.Varied, m_points, TLinearPart::Keep, m_task.Progress, {});
+        m_result.Free = FreeParameters();
+        if (m_result.Free.empty()) return FinishOnBounds();
+        TFitProblem whole(m_task.Fit, m_result.Free, m_points, TLinearPart::Keep, m_task.Progress, {});
         const TPolished polished = Polish(whole);
         m_result.Evaluations += whole.Evaluations();
         if (!std::isfinite(polished.Model.Value)) {
@@ -88,14 +90,37 @@ private:
         if (!m_result.IsDetermined) m_result.End = TFitEnd::NotDetermined;
     }
 
+    // Those that are not on a bound, and those that would leave it inwards.
+    std::vector<TDBLParameter*> FreeParameters() {
+        if (std::ranges::none_of(m_task.Varied, &TDBLParameter::IsOnBound)) return m_task.Varied;
+        TFitProblem whole(m_task.Fit, m_task.Varied, m_points, TLinearPart::Keep, m_task.Progress, {});
+        TLinearModel model;
+        if (!whole.Linearise(whole.Start(), model)) return m_task.Varied;
+        ++m_result.Evaluations;
+        std::vector<TDBLParameter*> free;
+        for (int j = 0; j < whole.Size(); ++j)
+            if (!whole.IsHeld(model.At, model.Gradient, j))
+                free.push_back(m_task.Varied[static_cast<std::size_t>(j)]);
+        return free;
+    }
+
+    void FinishOnBounds() {
+        m_result.Triangle = TMatrix();
+        m_result.IsDetermined = true;
+        m_result.End = TFitEnd::Converged;
+        Take(*m_problem, m_problem->BestValue());
+    }
+
     // A parameter of which the whole value changes the curve by no more than rounding is not determined.
     // Those that the model is linear in may be 0 at their best.
     bool AllHaveInfluence(const TFitProblem& whole, const TMatrix& triangle) const {
         const double rounding = kFewRoundings * std::sqrt(2 * whole.RoundingLevel());
         for (const TDBLParameter* parameter : m_problem->Free()) {
-            const auto place = std::ranges::find(m_task.Varied, parameter) - m_task.Varied.begin();
-            const auto i = static_cast<std::size_t>(place);
-            const auto column = static_cast<int>(place);
+            const auto free = std::ranges::find(m_result.Free, parameter);
+            if (free == m_result.Free.end()) continue;
+            const auto column = static_cast<int>(free - m_result.Free.begin());
+            const auto i =
+                static_cast<std::size_t>(std::ranges::find(m_task.Varied, parameter) - m_task.Varied.begin());
             const double start = m_start[i] != 0 ? std::abs(m_start[i]) : 1;
             const double size = std::max(std::abs(m_result.Values[i]), start) / whole.ScaleOf(column);
             if (Norm(triangle.Column(column)) * size <= rounding) return false;

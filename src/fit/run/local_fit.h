@@ -25,7 +25,9 @@ struct TLocalFit {
     double ScaledRss = 0;
     int Iterations = 0;
     int Evaluations = 0;
-    /// R of the Jacobian in the units of the parameters and of Y; empty where it is not known.
+    /// The varied parameters that no bound holds, and R of their Jacobian in the units of the parameters and
+    /// of Y; empty where it is not known.
+    std::vector<TDBLParameter*> Free;
     TMatrix Triangle;
     /// The points determine all parameters; then R has an inverse.
     bool IsDetermined = false;

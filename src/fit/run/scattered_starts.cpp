@@ -20,6 +20,8 @@ TScatteredStarts::TScatteredStarts(TCurFit& fit, const std::vector<TDBLParameter
     std::vector<double*> values;
     for (TDBLParameter* parameter : parameters) {
         m_starts.push_back(parameter->Value());
+        m_min.push_back(parameter->Min());
+        m_max.push_back(parameter->Max());
         values.push_back(parameter->ValueRef());
     }
     m_powers = PowersOfX(fit, fit.XRef(), values);
@@ -51,7 +53,7 @@ double TScatteredStarts::Signed(double value, double negativeShare) {
 
 TVector TScatteredStarts::Next() {
     TVector place;
-    for (std::size_t i = 0; i < m_starts.size(); ++i) place.push_back(Draw(i));
+    for (std::size_t i = 0; i < m_starts.size(); ++i) place.push_back(DrawWithin(i));
     return place;
 }
 
@@ -59,7 +61,7 @@ TVector TScatteredStarts::NextLike(const TVector& values) {
     TVector place = values;
     const auto certain = static_cast<std::size_t>(m_random() % place.size()); // one at least is new
     for (std::size_t i = 0; i < place.size(); ++i)
-        if (i == certain || Uniform(0, 1) < kNewShare) place[i] = Draw(i);
+        if (i == certain || Uniform(0, 1) < kNewShare) place[i] = DrawWithin(i);
     return place;
 }
 
@@ -76,6 +78,16 @@ double TScatteredStarts::Place() {
 double TScatteredStarts::Shape() {
     return Uniform(0, 1) < 0.6 ? Signed(LogUniform(0.1, 10), 0.3)
                                : Uniform(-std::numbers::pi, std::numbers::pi);
+}
+
+// What lies beyond a bound is mirrored there, or drawn evenly between two.
+double TScatteredStarts::DrawWithin(std::size_t parameter) {
+    const double value = Draw(parameter);
+    const double min = m_min[parameter];
+    const double max = m_max[parameter];
+    if (value >= min && value <= max) return value;
+    if (std::isfinite(min) && std::isfinite(max)) return Uniform(min, max);
+    return value < min ? 2 * min - value : 2 * max - value;
 }
 
 double TScatteredStarts::Draw(std::size_t parameter) {

@@ -25,6 +25,7 @@ private:
     double Uniform(double low, double high);
     double LogUniform(double low, double high);
     double Signed(double value, double negativeShare);
+    double DrawWithin(std::size_t parameter);
     double Draw(std::size_t parameter);
     double Length();
     double Place();
@@ -32,6 +33,8 @@ private:
 
     std::mt19937_64 m_random{1};
     TVector m_starts;
+    TVector m_min;
+    TVector m_max;
     std::vector<std::optional<double>> m_powers;
     double m_left = 0;
     double m_right = 0;

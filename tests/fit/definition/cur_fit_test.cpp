@@ -188,6 +188,23 @@ TEST(CurFitFile, LoadingClearsModifiedUnlessItCompiles) {
     }
 }
 
+TEST(CurFitFile, HoldsTheBounds) {
+    TCurFit fit;
+    AddParameters(fit, {{"a", 5}, {"b", 7}, {"c", 1}});
+    fit.Parameter(1)->SetBounds(-INFINITY, 10);
+    fit.Parameter(3)->SetBounds(0.1, 1e300);
+    fit.Parameter(3)->SetBounds(2, 2); // not a range
+    TCurFit copy;
+    copy.Assign(&fit);
+    EXPECT_EQ(copy.Parameter(1)->Min(), -INFINITY);
+    EXPECT_EQ(copy.Parameter(1)->Max(), 10);
+    EXPECT_FALSE(copy.Parameter(2)->IsBounded());
+    EXPECT_EQ(copy.Parameter(3)->Min(), 0.1);
+    EXPECT_EQ(copy.Parameter(3)->Max(), 1e300);
+    copy.SetBoundsText("9 0 1\n2 1 0\n2 x 1\n\n2 nan 3\n2 0 1 \nend");
+    EXPECT_EQ(copy.Parameter(2)->Max(), 1);
+}
+
 TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     QTemporaryDir folder;
     const std::string name = folder.filePath("a.lfn").toStdString();
