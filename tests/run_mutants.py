@@ -2,8 +2,7 @@
 
 All faults are built at once into a copy of the tree, each behind a switch that the environment variable
 LUMOPLOT_MUTANT turns on, so that a fault costs no compilation. The copy has a build folder of its own, without
-optimisation and without joining files, so that after a change only what has changed is compiled again. See
-docs/testing.md.
+optimisation. See docs/testing.md.
 """
 import argparse
 import concurrent.futures
@@ -111,7 +110,7 @@ def copy_tree(tree, mutated):
 def build(tree, targets, jobs):
     output = tree / "build"
     subprocess.run(["cmake", "-S", tree, "-B", output, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
-                    "-DCMAKE_CXX_FLAGS=-O0", "-DLUMOPLOT_UNITY=OFF", "-DLUMOPLOT_BENCH=OFF",
+                    "-DCMAKE_CXX_FLAGS=-O0", "-DLUMOPLOT_UNITY=ON", "-DLUMOPLOT_BENCH=OFF",
                     "--log-level=ERROR"], check=True,
                    stdout=subprocess.DEVNULL)
     result = subprocess.run(["ninja", "-C", output, "-j", str(jobs), *targets], text=True, stdout=subprocess.PIPE)

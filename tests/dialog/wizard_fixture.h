@@ -39,6 +39,19 @@ protected:
     }
     TSeries& Current() { return *Wizard.CurrSeries(); }
     QString PathOf(const char* name) { return Folder.filePath(QString::fromUtf8(name)); }
+    QString Write(const char* name, const QByteArray& text) {
+        QFile file(PathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        return file.fileName();
+    }
+    /// Writes so many rows of X, the divider and X mod 7.
+    QString WriteRows(int count, const char* divider) {
+        QByteArray text;
+        for (int i = 0; i < count; ++i)
+            text += QByteArray::number(i) + divider + QByteArray::number(i % 7) + '\n';
+        return Write("long.txt", text);
+    }
 
     TRecordingSink Sink;
     TxyDataWizard Wizard;

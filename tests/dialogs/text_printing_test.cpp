@@ -55,21 +55,6 @@ TEST_F(TextPages, LongLinesContinueAndLoseNothing) {
     EXPECT_EQ(rejoined, lines);
 }
 
-TEST(TextPrinting, EveryPageIsPrinted) {
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("text.pdf");
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(file);
-    PrintLines(printer, "   Settings", QStringList(300, "a line"), QFont("Liberation Sans", 10));
-    QFile printed(file);
-    ASSERT_TRUE(printed.open(QIODevice::ReadOnly));
-    const auto pages = printed.readAll().count("/Type /Page\n");
-    // A4 takes about 60 lines of 10 points.
-    EXPECT_GE(pages, 5);
-    EXPECT_LE(pages, 7);
-}
-
 TEST(TextPrinting, AnUnusablePlaceIsAnError) {
     const QTemporaryDir folder;
     QPrinter printer;

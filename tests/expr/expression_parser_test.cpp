@@ -1,6 +1,7 @@
 // The language, case by case: values, errors and the life of variables and formulas.
 #include "common/places.h"
 #include "common/special_values.h"
+#include "common/thrown_text.h"
 #include "expr/expression_parser.h"
 
 #include <cmath>
@@ -21,12 +22,7 @@ double ValueOf(std::string_view text) {
 
 std::string ErrorOf(std::string_view text) {
     TExpressionParser parser;
-    try {
-        parser.AddExpression(text);
-    } catch (const ELumoError& error) {
-        return error.what();
-    }
-    return "no error";
+    return ThrownText([&] { parser.AddExpression(text); });
 }
 
 struct TValueCase {
@@ -151,12 +147,8 @@ TEST(ExpressionParser, DerivedParsersAddWords) {
     TOpenParser parser;
     parser.AddExpression("twice(4)+1");
     EXPECT_EQ(parser.Evaluate(), 9);
-    try {
-        parser.AddExpression("1 nothing 2");
-        FAIL();
-    } catch (const EParserException& error) {
-        EXPECT_STREQ(error.what(), "Can not find operand/function");
-    }
+    EXPECT_EQ(ThrownText<EParserException>([&] { parser.AddExpression("1 nothing 2"); }),
+              "Can not find operand/function");
 }
 
 TEST(ExpressionParser, AFailedFormulaLeavesNoTrace) {

@@ -58,87 +58,85 @@ struct TMeaning {
     bool isOperator;
     int priority;
     int args;
-    bool exact; // its result is a step of its operands
     double (*apply)(const double* a);
 };
 
 const TMeaning kMeanings[] = {
-    {"pi", false, 0, 0, true, [](const double*) { return 3.141592653589793; }},
-    {"!", true, 10, 1, false, [](const double* a) { return Fact(a[0]); }},
-    {"%", true, 10, 1, false, [](const double* a) { return a[0] * 0.01; }},
-    {"-@", true, 10, 1, false, [](const double* a) { return -a[0]; }},
-    {"+@", true, 10, 1, false, [](const double* a) { return a[0]; }},
-    {"^", true, 20, 2, false,
+    {"pi", false, 0, 0, [](const double*) { return 3.141592653589793; }},
+    {"!", true, 10, 1, [](const double* a) { return Fact(a[0]); }},
+    {"%", true, 10, 1, [](const double* a) { return a[0] * 0.01; }},
+    {"-@", true, 10, 1, [](const double* a) { return -a[0]; }},
+    {"+@", true, 10, 1, [](const double* a) { return a[0]; }},
+    {"^", true, 20, 2,
      [](const double* a) {
          return std::isnan(a[0]) || std::isnan(a[1]) || (a[0] == 0 && a[1] < 0) ? kNaN : std::pow(a[0], a[1]);
      }},
-    {"^@", true, 20, 2, false, [](const double* a) { return WholePower(a[0], a[1]); }},
-    {"*", true, 30, 2, false, [](const double* a) { return a[0] * a[1]; }},
-    {"/", true, 30, 2, false, [](const double* a) { return a[1] == 0 ? kNaN : a[0] / a[1]; }},
-    {"div", true, 30, 2, true, [](const double* a) { return Whole(a[0], a[1], false); }},
-    {"mod", true, 30, 2, true, [](const double* a) { return Whole(a[0], a[1], true); }},
-    {"+", true, 40, 2, false, [](const double* a) { return a[0] + a[1]; }},
-    {"-", true, 40, 2, false, [](const double* a) { return a[0] - a[1]; }},
-    {">", true, 50, 2, true, [](const double* a) { return a[0] > a[1] ? 1.0 : 0.0; }},
-    {">=", true, 50, 2, true, [](const double* a) { return a[0] + 1e-20 >= a[1] ? 1.0 : 0.0; }},
-    {"<=", true, 50, 2, true, [](const double* a) { return a[1] + 1e-20 >= a[0] ? 1.0 : 0.0; }},
-    {"<", true, 50, 2, true, [](const double* a) { return a[0] < a[1] ? 1.0 : 0.0; }},
-    {"<>", true, 50, 2, true, [](const double* a) { return std::fabs(a[0] - a[1]) > 1e-30 ? 1.0 : 0.0; }},
-    {"=", true, 50, 2, true, [](const double* a) { return std::fabs(a[0] - a[1]) <= 1e-30 ? 1.0 : 0.0; }},
-    {"not", true, 60, 1, true,
+    {"^@", true, 20, 2, [](const double* a) { return WholePower(a[0], a[1]); }},
+    {"*", true, 30, 2, [](const double* a) { return a[0] * a[1]; }},
+    {"/", true, 30, 2, [](const double* a) { return a[1] == 0 ? kNaN : a[0] / a[1]; }},
+    {"div", true, 30, 2, [](const double* a) { return Whole(a[0], a[1], false); }},
+    {"mod", true, 30, 2, [](const double* a) { return Whole(a[0], a[1], true); }},
+    {"+", true, 40, 2, [](const double* a) { return a[0] + a[1]; }},
+    {"-", true, 40, 2, [](const double* a) { return a[0] - a[1]; }},
+    {">", true, 50, 2, [](const double* a) { return a[0] > a[1] ? 1.0 : 0.0; }},
+    {">=", true, 50, 2, [](const double* a) { return a[0] + 1e-20 >= a[1] ? 1.0 : 0.0; }},
+    {"<=", true, 50, 2, [](const double* a) { return a[1] + 1e-20 >= a[0] ? 1.0 : 0.0; }},
+    {"<", true, 50, 2, [](const double* a) { return a[0] < a[1] ? 1.0 : 0.0; }},
+    {"<>", true, 50, 2, [](const double* a) { return std::fabs(a[0] - a[1]) > 1e-30 ? 1.0 : 0.0; }},
+    {"=", true, 50, 2, [](const double* a) { return std::fabs(a[0] - a[1]) <= 1e-30 ? 1.0 : 0.0; }},
+    {"not", true, 60, 1,
      [](const double* a) {
          return NotFinite(a[0]) ? kNaN : Byte(a[0]) + (std::fmod(Byte(a[0]), 2) == 0 ? 1 : -1);
      }},
-    {"or", true, 70, 2, true,
+    {"or", true, 70, 2,
      [](const double* a) { return NotFinite(a[0], a[1])         ? kNaN
                                   : Byte(a[0]) + Byte(a[1]) > 0 ? 1.0
                                                                 : 0.0; }},
-    {"and", true, 70, 2, true,
+    {"and", true, 70, 2,
      [](const double* a) { return NotFinite(a[0], a[1])         ? kNaN
                                   : Byte(a[0]) * Byte(a[1]) > 0 ? 1.0
                                                                 : 0.0; }},
-    {"xor", true, 70, 2, true,
+    {"xor", true, 70, 2,
      [](const double* a) {
          return NotFinite(a[0], a[1]) ? kNaN : double(int(Byte(a[0])) ^ int(Byte(a[1])));
      }},
-    {":=", true, 200, 2, true, nullptr},
-    {"exp", false, 0, 1, false,
+    {":=", true, 200, 2, nullptr},
+    {"exp", false, 0, 1,
      [](const double* a) { return a[0] >= 709.75    ? kNaN
                                   : a[0] <= -744.44 ? 0
                                                     : std::exp(a[0]); }},
-    {"sqr", false, 0, 1, false, [](const double* a) { return a[0] * a[0]; }},
-    {"sqrt", false, 0, 1, false, [](const double* a) { return std::sqrt(a[0]); }},
-    {"abs", false, 0, 1, false, [](const double* a) { return std::fabs(a[0]); }},
-    {"round", false, 0, 1, true, [](const double* a) { return std::nearbyint(a[0]) + 0.0; }},
-    {"trunc", false, 0, 1, true, [](const double* a) { return std::trunc(a[0]) + 0.0; }},
-    {"ln", false, 0, 1, false, [](const double* a) { return a[0] <= 0 ? kNaN : std::log(a[0]); }},
-    {"log10", false, 0, 1, false, [](const double* a) { return a[0] <= 0 ? kNaN : std::log10(a[0]); }},
-    {"logn", false, 0, 2, false,
+    {"sqr", false, 0, 1, [](const double* a) { return a[0] * a[0]; }},
+    {"sqrt", false, 0, 1, [](const double* a) { return std::sqrt(a[0]); }},
+    {"abs", false, 0, 1, [](const double* a) { return std::fabs(a[0]); }},
+    {"round", false, 0, 1, [](const double* a) { return std::nearbyint(a[0]) + 0.0; }},
+    {"trunc", false, 0, 1, [](const double* a) { return std::trunc(a[0]) + 0.0; }},
+    {"ln", false, 0, 1, [](const double* a) { return a[0] <= 0 ? kNaN : std::log(a[0]); }},
+    {"log10", false, 0, 1, [](const double* a) { return a[0] <= 0 ? kNaN : std::log10(a[0]); }},
+    {"logn", false, 0, 2,
      [](const double* a) {
          if (!(a[0] > 0 && a[1] > 0) || a[0] == 1) return kNaN;
          if (a[0] == 2 || a[0] == 10) return a[0] == 2 ? std::log2(a[1]) : std::log10(a[1]);
          return std::log(a[1]) / std::log(a[0]);
      }},
-    {"power", false, 0, 2, false, [](const double* a) { return kMeanings[5].apply(a); }},
-    {"pow", false, 0, 2, false, [](const double* a) { return kMeanings[5].apply(a); }},
-    {"intpower", false, 0, 2, false, [](const double* a) { return WholePower(a[0], a[1]); }},
-    {"max", false, 0, 2, false, [](const double* a) { return a[0] >= a[1] ? a[0] : a[1]; }},
-    {"min", false, 0, 2, false, [](const double* a) { return a[0] <= a[1] ? a[0] : a[1]; }},
-    {"sin", false, 0, 1, false, [](const double* a) { return std::sin(a[0]); }},
-    {"cos", false, 0, 1, false, [](const double* a) { return std::cos(a[0]); }},
-    {"tan", false, 0, 1, false, [](const double* a) { return std::tan(a[0]); }},
-    {"arcsin", false, 0, 1, false, [](const double* a) { return std::asin(a[0]); }},
-    {"arccos", false, 0, 1, false, [](const double* a) { return std::acos(a[0]); }},
-    {"arctan2", false, 0, 2, false, [](const double* a) { return std::atan2(a[0], a[1]); }},
-    {"sinh", false, 0, 1, false, [](const double* a) { return std::sinh(a[0]); }},
-    {"cosh", false, 0, 1, false, [](const double* a) { return std::cosh(a[0]); }},
-    {"tanh", false, 0, 1, false, [](const double* a) { return std::tanh(a[0]); }},
-    {"arcsinh", false, 0, 1, false, [](const double* a) { return std::asinh(a[0]); }},
-    {"arccosh", false, 0, 1, false, [](const double* a) { return std::acosh(a[0]); }},
-    {"arctanh", false, 0, 1, false,
-     [](const double* a) { return std::fabs(a[0]) >= 1 ? kNaN : std::atanh(a[0]); }},
-    {"degtorad", false, 0, 1, false, [](const double* a) { return a[0] * (3.141592653589793 / 180); }},
-    {"radtodeg", false, 0, 1, false, [](const double* a) { return a[0] * (180 / 3.141592653589793); }},
+    {"power", false, 0, 2, [](const double* a) { return kMeanings[5].apply(a); }},
+    {"pow", false, 0, 2, [](const double* a) { return kMeanings[5].apply(a); }},
+    {"intpower", false, 0, 2, [](const double* a) { return WholePower(a[0], a[1]); }},
+    {"max", false, 0, 2, [](const double* a) { return a[0] >= a[1] ? a[0] : a[1]; }},
+    {"min", false, 0, 2, [](const double* a) { return a[0] <= a[1] ? a[0] : a[1]; }},
+    {"sin", false, 0, 1, [](const double* a) { return std::sin(a[0]); }},
+    {"cos", false, 0, 1, [](const double* a) { return std::cos(a[0]); }},
+    {"tan", false, 0, 1, [](const double* a) { return std::tan(a[0]); }},
+    {"arcsin", false, 0, 1, [](const double* a) { return std::asin(a[0]); }},
+    {"arccos", false, 0, 1, [](const double* a) { return std::acos(a[0]); }},
+    {"arctan2", false, 0, 2, [](const double* a) { return std::atan2(a[0], a[1]); }},
+    {"sinh", false, 0, 1, [](const double* a) { return std::sinh(a[0]); }},
+    {"cosh", false, 0, 1, [](const double* a) { return std::cosh(a[0]); }},
+    {"tanh", false, 0, 1, [](const double* a) { return std::tanh(a[0]); }},
+    {"arcsinh", false, 0, 1, [](const double* a) { return std::asinh(a[0]); }},
+    {"arccosh", false, 0, 1, [](const double* a) { return std::acosh(a[0]); }},
+    {"arctanh", false, 0, 1, [](const double* a) { return std::fabs(a[0]) >= 1 ? kNaN : std::atanh(a[0]); }},
+    {"degtorad", false, 0, 1, [](const double* a) { return a[0] * (3.141592653589793 / 180); }},
+    {"radtodeg", false, 0, 1, [](const double* a) { return a[0] * (180 / 3.141592653589793); }},
 };
 
 const TMeaning* MeaningOf(const std::string& name) {
@@ -303,8 +301,7 @@ struct TSyntaxTree::TNode {
     std::string variable;
 
     bool IsLeaf() const { return !meaning; }
-    TBounded Evaluate(TVariables& variables) const;
-    TBounded Apply(const std::vector<TBounded>& operands) const;
+    double Evaluate(TVariables& variables) const;
 };
 
 namespace {
@@ -413,55 +410,23 @@ private:
     std::string m_text;
 };
 
-double Spread(double value, double other) {
-    if (std::isnan(value) && std::isnan(other)) return 0;
-    if (value == other) return 0;
-    const double distance = std::fabs(value - other);
-    return std::isnan(distance) ? kInfinity : distance;
-}
-
-double TwoUlps(double value) {
-    if (!std::isfinite(value)) return 0;
-    return 2 * (std::nextafter(std::fabs(value), kInfinity) - std::fabs(value));
-}
-
 } // namespace
 
-TBounded TSyntaxTree::TNode::Apply(const std::vector<TBounded>& operands) const {
-    double at[2] = {};
-    for (std::size_t k = 0; k < operands.size(); ++k) at[k] = operands[k].Value;
-    TBounded result{meaning->apply(at), 0};
-    bool certain = true;
-    for (const TBounded& operand : operands) certain = certain && operand.Error == 0;
-    const int corners = certain ? 0 : operands.size() == 2 ? 4 : 2;
-    for (int corner = 0; corner < corners; ++corner) {
-        for (std::size_t k = 0; k < operands.size(); ++k)
-            at[k] = operands[k].Value + ((corner >> k) & 1 ? operands[k].Error : -operands[k].Error);
-        result.Error = std::max(result.Error, Spread(result.Value, meaning->apply(at)));
-    }
-    // Between the corners a curve may bulge a little beyond them.
-    result.Error *= 1.5;
-    if (!meaning->exact) result.Error += TwoUlps(result.Value);
-    for (const TBounded& operand : operands)
-        if (std::isinf(operand.Error)) result.Error = kInfinity;
-    return result;
-}
-
-TBounded TSyntaxTree::TNode::Evaluate(TVariables& variables) const {
+double TSyntaxTree::TNode::Evaluate(TVariables& variables) const {
     const auto known = [&](const std::string& name) {
         const auto entry = variables.find(name);
         return entry == variables.end() ? kNaN : entry->second;
     };
-    if (!variable.empty()) return {known(variable), 0};
-    if (!meaning) return {value, 0};
+    if (!variable.empty()) return known(variable);
+    if (!meaning) return value;
     // Constants and variables are read when the operation runs, after what stands to their right was
     // computed.
-    std::vector<TBounded> operands(args.size());
+    double operands[2] = {};
     for (const bool leaves : {false, true})
         for (std::size_t k = 0; k < args.size(); ++k)
             if (args[k]->IsLeaf() == leaves) operands[k] = args[k]->Evaluate(variables);
-    if (meaning->apply) return Apply(operands);
-    if (!args[0]->variable.empty()) variables[args[0]->variable] = operands[1].Value;
+    if (meaning->apply) return meaning->apply(operands);
+    if (!args[0]->variable.empty()) variables[args[0]->variable] = operands[1];
     return operands[1];
 }
 
@@ -477,7 +442,7 @@ TSyntaxTree::TSyntaxTree(const std::string& text) {
 
 TSyntaxTree::~TSyntaxTree() = default;
 
-TBounded TSyntaxTree::Evaluate(TVariables& variables) const {
+double TSyntaxTree::Evaluate(TVariables& variables) const {
     return m_root->Evaluate(variables);
 }
 

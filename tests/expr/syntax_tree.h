@@ -10,13 +10,6 @@
 
 namespace lumoplot::tests {
 
-/// A value, and how far another evaluation may be from it whose every operation is off by 2 ulp. Infinite
-/// where such a deviation decides between a number and none, or between two branches far from each other.
-struct TBounded {
-    double Value;
-    double Error;
-};
-
 /// A formula that has no meaning, with the message that belongs to it.
 class TTreeError : public std::runtime_error {
 public:
@@ -32,7 +25,7 @@ public:
     ~TSyntaxTree();
 
     /// Names that are missing from `variables` are not-a-number; assignments write there.
-    TBounded Evaluate(TVariables& variables) const;
+    double Evaluate(TVariables& variables) const;
 
     struct TNode;
 

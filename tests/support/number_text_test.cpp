@@ -1,6 +1,6 @@
 #include "support/number_text.h"
 
-#include "support/errors.h"
+#include "common/thrown_text.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -78,12 +78,8 @@ TEST(NumberText, OnlyAWholeNumberIsANumber) {
 }
 
 TEST(NumberText, ConversionErrorsNameTheText) {
-    try {
-        ParseFloat("1.2.3");
-        FAIL();
-    } catch (const EConvertError& error) {
-        EXPECT_STREQ(error.what(), "'1.2.3' is not a valid floating point value");
-    }
+    EXPECT_EQ(ThrownText<EConvertError>([] { ParseFloat("1.2.3"); }),
+              "'1.2.3' is not a valid floating point value");
     EXPECT_THROW(ParseInteger("2147483648"), EConvertError);
     EXPECT_EQ(ParseInteger("-2147483648"), std::numeric_limits<int>::min());
 }

@@ -1,6 +1,8 @@
 #include "data/filter/band_filter.h"
 
+#include "common/cancelling_progress.h"
 #include "common/special_values.h"
+#include "common/values_of.h"
 #include "data/filter/band_filter_kernel.h"
 
 #include <cmath>
@@ -12,14 +14,8 @@
 namespace lumoplot {
 namespace {
 
-struct TPoint {
-    double x;
-    double y;
-};
-
 /// The filter written down literally, with all coefficients and every sum as it stands in the formulas.
-std::vector<TPoint> FilterLiterally(const std::vector<TPoint>& points, double zero, double slope,
-                                    const TBandFilterSettings& f) {
+TPairs FilterLiterally(const TPairs& points, double zero, double slope, const TBandFilterSettings& f) {
     using std::numbers::pi;
     const int N = f.CountEvery;
     const int M = f.ResponseWidth;
@@ -30,15 +26,15 @@ std::vector<TPoint> FilterLiterally(const std::vector<TPoint>& points, double ze
          i += static_cast<std::size_t>(N)) {
         double sum = 0;
         for (int k = 0; k < N; ++k) {
-            const TPoint& p = points[i + static_cast<std::size_t>(k)];
-            sum += p.y - (zero + slope * p.x);
-            end = p.x;
+            const auto& [x, y] = points[i + static_cast<std::size_t>(k)];
+            sum += y - (zero + slope * x);
+            end = x;
         }
         in.push_back(sum / N);
         sumIn += in.back() - f.NormZero;
     }
     const int n = static_cast<int>(in.size());
-    const double x0 = points.front().x;
+    const double x0 = points.front().first;
     const double dt = (end - x0) / (n - 1);
     const double B = (f.HighFreq - f.LowFreq) * 0.5;
     const double F = (f.HighFreq + f.LowFreq) * 0.5;
@@ -60,7 +56,7 @@ std::vector<TPoint> FilterLiterally(const std::vector<TPoint>& points, double ze
         sumOut += out[at(i)] - f.NormZero;
     }
     const double scale = f.Normalize ? sumIn / sumOut : 1;
-    std::vector<TPoint> result;
+    TPairs result;
     for (int i = 2 * M; i <= n - 2; ++i)
         for (int s = 1; s <= N; ++s) {
             const double d = out[at(i + 1)] - out[at(i)];
@@ -71,9 +67,9 @@ std::vector<TPoint> FilterLiterally(const std::vector<TPoint>& points, double ze
 }
 
 /// Two sines, a level and noise, 0.01 apart from 3 on.
-std::vector<TPoint> MakeSignal(int count) {
+TPairs MakeSignal(int count) {
     std::mt19937 random(5);
-    std::vector<TPoint> points;
+    TPairs points;
     for (int i = 0; i < count; ++i) {
         const double x = 3 + 0.01 * i;
         const double noise = static_cast<double>(random()) / 4294967296.0 - 0.5;
@@ -82,8 +78,8 @@ std::vector<TPoint> MakeSignal(int count) {
     return points;
 }
 
-void Fill(TDataSeries& series, const std::vector<TPoint>& points) {
-    for (const TPoint& point : points) series.AddPoint(point.x, point.y);
+void Fill(TDataSeries& series, const TPairs& points) {
+    for (const auto& [x, y] : points) series.AddPoint(x, y);
 }
 
 TFilteredPoints Filtered(const TDataSeries& series, const TBandFilterSettings& settings) {
@@ -91,27 +87,20 @@ TFilteredPoints Filtered(const TDataSeries& series, const TBandFilterSettings& s
     return FilterBand(series, settings, progress);
 }
 
-std::vector<TPoint> PointsOf(const TPointChain& chain) {
-    std::vector<TPoint> points;
-    for (TPointCursor p = chain.First(); p; p = p.Next()) points.push_back({p.X(), p.Y()});
-    return points;
-}
-
 /// The sums are formed in another order than the literal ones, of some hundred terms of size 10.
 constexpr double kRounding = 1e-11;
 
-void ExpectEqualPoints(const std::vector<TPoint>& actual, const std::vector<TPoint>& expected,
-                       const std::string& what) {
+void ExpectEqualPoints(const TPairs& actual, const TPairs& expected, const std::string& what) {
     ASSERT_EQ(actual.size(), expected.size()) << what;
     for (std::size_t i = 0; i < actual.size(); ++i) {
-        ASSERT_DOUBLE_EQ(actual[i].x, expected[i].x) << what << " point " << i;
-        ASSERT_NEAR(actual[i].y, expected[i].y, kRounding * (1 + std::abs(expected[i].y)))
+        ASSERT_DOUBLE_EQ(actual[i].first, expected[i].first) << what << " point " << i;
+        ASSERT_NEAR(actual[i].second, expected[i].second, kRounding * (1 + std::abs(expected[i].second)))
             << what << " point " << i;
     }
 }
 
 TEST(BandFilter, AgreesWithTheLiteralFormulas) {
-    const std::vector<TPoint> points = MakeSignal(2003);
+    const TPairs points = MakeSignal(2003);
     TDataSeries series;
     Fill(series, points);
     series.SetZeroValue(1.5);
@@ -126,7 +115,7 @@ TEST(BandFilter, AgreesWithTheLiteralFormulas) {
                         const TBandFilterSettings settings{low, high, type, normalize, 0.5, every, width};
                         const TFilteredPoints result = Filtered(series, settings);
                         ASSERT_EQ(result.Outcome, TFilterOutcome::Filtered);
-                        ExpectEqualPoints(PointsOf(result.Points),
+                        ExpectEqualPoints(PairsOf(result.Points),
                                           FilterLiterally(points, 1.5, -0.25, settings),
                                           "N " + std::to_string(every) + " M " + std::to_string(width));
                     }
@@ -147,16 +136,17 @@ TEST(BandFilter, TheScaleIsKnownWithoutARun) {
 }
 
 TEST(BandFilter, AnEmptyBandStopsNothingAndPassesNothing) {
-    const std::vector<TPoint> points = MakeSignal(60);
+    const TPairs points = MakeSignal(60);
     TDataSeries series;
     Fill(series, points);
     series.SetZeroValue(2);
     TBandFilterSettings settings{4, 4, TFilterType::BandStop, false, 0, 1, 6};
-    const std::vector<TPoint> kept = PointsOf(Filtered(series, settings).Points);
+    const TPairs kept = PairsOf(Filtered(series, settings).Points);
     ASSERT_EQ(kept.size(), 60u - 13);
-    for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_NEAR(kept[i].y, points[i + 6].y - 2, 1e-13) << i;
+    for (std::size_t i = 0; i < kept.size(); ++i)
+        EXPECT_NEAR(kept[i].second, points[i + 6].second - 2, 1e-13) << i;
     settings.FilterType = TFilterType::BandPass;
-    for (const TPoint& point : PointsOf(Filtered(series, settings).Points)) EXPECT_EQ(point.y, 0);
+    for (const double y : YsOf(Filtered(series, settings).Points)) EXPECT_EQ(y, 0);
     settings.Normalize = true;
     EXPECT_EQ(Filtered(series, settings).Outcome, TFilterOutcome::Refused) << "the output's sum is 0";
     settings.NormZero = 1;
@@ -176,20 +166,20 @@ TEST(BandFilter, WhatTheResponseDoesNotFitIntoLeavesNoPoints) {
 TEST(BandFilter, RefusesWhatWouldWriteNoNumbers) {
     struct TCase {
         const char* what;
-        std::vector<TPoint> points;
+        TPairs points;
         TBandFilterSettings settings;
     };
-    std::vector<TPoint> waves;
+    TPairs waves;
     for (int i = 0; i < 64; ++i) waves.push_back({i * 0.125, i % 2 == 0 ? 1.0 : -1.0});
     const TCase cases[] = {
         {"no points", {}, {}},
         {"no complete block", MakeSignal(4), {}},
-        {"no spread in X", std::vector<TPoint>(50, {3, 1}), {.CountEvery = 1}},
-        {"nothing but points that are not finite", std::vector<TPoint>(50, {3, kNaN}), {.CountEvery = 1}},
+        {"no spread in X", TPairs(50, {3, 1}), {.CountEvery = 1}},
+        {"nothing but points that are not finite", TPairs(50, {3, kNaN}), {.CountEvery = 1}},
         {"an output whose sum is only rounding", waves, {1, 3, TFilterType::BandStop, true, 0, 1, 16}},
         {"a band without end", MakeSignal(50), {2, kInfinity, TFilterType::BandStop, true, 0, 1, 4}},
         {"sums beyond the doubles",
-         std::vector<TPoint>{{1, 1e308}, {2, 1e308}, {3, 1e308}, {4, 1e308}},
+         TPairs{{1, 1e308}, {2, 1e308}, {3, 1e308}, {4, 1e308}},
          {0, 1, TFilterType::BandStop, true, 0, 1, 1}},
     };
     for (const TCase& c : cases) {
@@ -203,14 +193,14 @@ TEST(BandFilter, RefusesWhatWouldWriteNoNumbers) {
 }
 
 TEST(BandFilter, LeavesOutPointsThatAreNotFinite) {
-    std::vector<TPoint> points = MakeSignal(300);
+    TPairs points = MakeSignal(300);
     TDataSeries clean;
     Fill(clean, points);
     TDataSeries spoilt;
     Fill(spoilt, points);
     spoilt.AddPoint(3.0051, kNaN);
     spoilt.AddPoint(1, kInfinity);
-    ExpectEqualPoints(PointsOf(Filtered(spoilt, {}).Points), PointsOf(Filtered(clean, {}).Points), "spoilt");
+    ExpectEqualPoints(PairsOf(Filtered(spoilt, {}).Points), PairsOf(Filtered(clean, {}).Points), "spoilt");
 }
 
 TEST(BandFilter, MergesTheResultByTheRuleOfTheDataSet) {
@@ -223,30 +213,6 @@ TEST(BandFilter, MergesTheResultByTheRuleOfTheDataSet) {
     series.SetDuplicatesAllowed(true);
     EXPECT_EQ(Filtered(series, settings).Points.Count(), separate);
 }
-
-/// Cancels at a step of its choice and remembers the stages.
-class TCancellingProgress : public TProgress {
-public:
-    explicit TCancellingProgress(int steps) : m_left(steps) {}
-    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
-        Stages.push_back(caption);
-        m_minimum = minimum;
-        m_maximum = maximum;
-    }
-    bool StepTo(std::int64_t position) override {
-        EXPECT_GE(position, m_minimum);
-        EXPECT_LE(position, m_maximum);
-        ++Steps;
-        return m_left-- > 0;
-    }
-    std::vector<std::string> Stages;
-    int Steps = 0;
-
-private:
-    int m_left;
-    std::int64_t m_minimum = 0;
-    std::int64_t m_maximum = 0;
-};
 
 TEST(BandFilter, CanBeCancelledInEveryStage) {
     TDataSeries series;

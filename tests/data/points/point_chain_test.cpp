@@ -53,6 +53,7 @@ public:
                 AddOne(step, steps);
             if (step % 200 == 0 || step == steps) Compare();
             if (step % 1500 == 0) SetDerivedOfAll();
+            if (step % 1100 == 0) Rebuild();
             if (step == steps / 4 * 3) EraseNeighbours();
             if (testing::Test::HasFatalFailure()) return;
         }
@@ -116,6 +117,15 @@ private:
         std::vector<double> values;
         for (TSeriesPoint& point : m_walked.Points) values.push_back(point.Derived = Chance());
         m_chain.SetDerived(values);
+    }
+
+    /// As a state that is put back does.
+    void Rebuild() {
+        std::vector<TPointSpans> runs;
+        for (std::size_t i = 0; i < m_chain.BlockCount(); ++i) runs.push_back(m_chain.Block(i));
+        TPointChain rebuilt(runs, m_chain.LastId());
+        m_chain.Swap(rebuilt);
+        for (TSeriesPoint& point : m_walked.Points) point.Derived = 0;
     }
 
     void Compare() {

@@ -54,6 +54,7 @@ TEST_F(TWizardTest, ListButtonsChangeTheChainAndTheSelection) {
         EXPECT_EQ(Names(), c.names) << c.button;
         EXPECT_EQ(Selected(), c.selectedAfter) << c.button;
         EXPECT_EQ(Current().SeriesName(), c.selectedAfter) << c.button;
+        EXPECT_EQ(Current().Count(), std::string(c.button) == "btnNew" ? 0 : 2) << c.button;
         EXPECT_EQ(Find<QLineEdit>("e_SeriesName").text().toStdString(), c.selectedAfter) << c.button;
     }
 }
@@ -64,16 +65,6 @@ TEST_F(TWizardTest, DeletingAsksFirst) {
     Click("btnDelete");
     EXPECT_EQ(Sink.Only(), "Delete DataSet  \"Run\"  permanently?");
     EXPECT_EQ(Names(), TNames{"Run"});
-}
-
-TEST_F(TWizardTest, ADuplicateHoldsThePointsAndIsItsOwn) {
-    Show({"Run"});
-    Current().SetLineColor(kFuchsia);
-    Click("btnDuplicate");
-    EXPECT_EQ(Current().Count(), 2);
-    EXPECT_EQ(Current().LineColor(), kFuchsia);
-    Current().AddPoint(3, 30);
-    EXPECT_EQ(Graph.FindSeries(1)->Count(), 2);
 }
 
 TEST_F(TWizardTest, ExportProposesASafeNameAndImportReadsItBack) {
@@ -129,12 +120,9 @@ TEST_F(TWizardTest, ABrokenFileAddsNothing) {
 
 TEST_F(TWizardTest, PreviewShowsTheGraphAndEditComesBack) {
     Show({"Run"});
-    auto& button = Find<QAbstractButton>("btnPreview");
-    EXPECT_EQ(button.text(), "Pre&view");
     Click("btnPreview");
     EXPECT_TRUE(Wizard.PreviewMode());
     EXPECT_TRUE(Graph.isVisible());
-    EXPECT_EQ(button.text(), "&Edit");
     Click("btnPreview");
     EXPECT_FALSE(Wizard.PreviewMode());
     EXPECT_FALSE(Graph.isVisible());

@@ -22,31 +22,12 @@ protected:
     std::string TextOf(const char* label) { return Find<QLabel>(label).text().toStdString(); }
 };
 
-TEST_F(RegressionsPage, EachRegressionNamesItsControlValuesAndKeepsThem) {
-    struct TCase {
-        const char* item;
-        const char* first;
-        const char* second;
-    };
-    constexpr const char* kUnused = "Value not used";
-    const TCase cases[] = {
-        {"None", kUnused, kUnused},
-        {"Linear Least Squares", kUnused, kUnused},
-        {"Passing / Bablok", kUnused, kUnused},
-        {"Quadratic", kUnused, kUnused},
-        {"Spline", "Number of Points:", "Gradient at ends:"},
-        {"Nonlinear Least Squares ", "Number of Points:", "Fitting Tension:"},
-        {"Running Average", kUnused, "Alpha value:"},
-    };
+TEST_F(RegressionsPage, EveryRegressionIsChosenAndKeepsTheControlValues) {
     Current().SetRegressionControlValue1(42);
     Current().SetRegressionControlValue2(0.00125);
     Wizard.RefillPages();
     for (int type = 6; type >= 0; --type) {
-        const TCase& c = cases[type];
         Choose("cbx_Regression", type);
-        EXPECT_EQ(Find<QComboBox>("cbx_Regression").currentText(), QLatin1String(c.item));
-        EXPECT_EQ(TextOf("lblControlValue1"), c.first);
-        EXPECT_EQ(TextOf("lblControlValue2"), c.second);
         EXPECT_EQ(Current().RegressionType(), type);
         EXPECT_EQ(Find<QComboBox>("cbx_RegressionLineStyle").isEnabled(), type > 0);
         EXPECT_EQ(Find<QSpinBox>("se_RegressionLineWidth").isEnabled(), type > 0);

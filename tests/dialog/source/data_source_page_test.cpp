@@ -1,6 +1,7 @@
 #include "common/places.h"
 #include "dialog/wizard_fixture.h"
 
+#include "common/values_of.h"
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/source_loading.h"
@@ -8,7 +9,6 @@
 #include "support/errors.h"
 
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QListWidget>
 #include <QMimeData>
@@ -38,22 +38,12 @@ protected:
         Wizard.AttachSource(file.toStdString());
         std::erase(Sink.Texts, "Data from Current DataSet Will be lost, Continue?");
     }
-    QString Write(const char* name, const QByteArray& text) {
-        QFile file(PathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
-    }
     void Press(Qt::Key key) {
         QTest::keyClick(QApplication::focusWidget(), key);
         QCoreApplication::processEvents();
     }
     TDSInfo& Source() { return Current().DataSourceInfo(); }
-    std::vector<double> Ys() {
-        std::vector<double> ys;
-        for (auto point = Current().First(); point; point = point.Next()) ys.push_back(point.Y());
-        return ys;
-    }
+    std::vector<double> Ys() { return YsOf(Current()); }
     std::string Shown(const char* label) { return Find<QLabel>(label).text().toStdString(); }
     std::string PreviewCell(int row, int column) {
         return Find<QTableView>("t_Preview").model()->index(row, column).data().toString().toStdString();
@@ -70,10 +60,6 @@ protected:
 TEST_F(TDataSourcePageTest, AFileIsAttachedNamedAndExplained) {
     ShowFile(TextFile("semicolon_decimal_comma.csv"));
     EXPECT_EQ(Source().Kind(), TSourceKind::TextFile);
-    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentText(), "Text File");
-    EXPECT_EQ(Find<QLineEdit>("e_SourceName").text(), TextFile("semicolon_decimal_comma.csv"));
-    EXPECT_EQ(Find<QLineEdit>("e_SourceName").toolTip(), TextFile("semicolon_decimal_comma.csv"));
-    EXPECT_FALSE(Find<QLineEdit>("e_Directory").isVisible());
     EXPECT_EQ(Selected(), "semicolon_decimal_comma");
     EXPECT_EQ(Ys(), (std::vector<double>{1.25, 1.31, 1.38, 1.44}));
     EXPECT_EQ(Shown("lblFound"), "Read as semicolon, decimal comma, 1 header row, UTF-8.");
@@ -213,13 +199,6 @@ TEST_F(TDataSourcePageTest, ExpressionsAreShownInThePreviewAndMarkedWhenTheyAreN
     EXPECT_EQ(Ys(), (std::vector<double>{1, 2, 0}));
 }
 
-TEST_F(TDataSourcePageTest, TheSeparatorOfOthersIsFoundAndShown) {
-    ShowFile(Write("bars.txt", "a|b\n1|2\n2|3\n3|4\n"));
-    EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
-    EXPECT_EQ(Find<QLineEdit>("e_Other").text(), "|");
-    EXPECT_TRUE(Find<QAbstractButton>("cb_Other").isChecked());
-}
-
 TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
     ShowFile(TextFile("bad_rows.csv"));
     const auto messages = Messages();
@@ -269,11 +248,8 @@ TEST_F(TDataSourcePageTest, TheRunnerUpIsTakenByOneClickAndForgottenByAnother) {
 }
 
 TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
-    QByteArray text;
-    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "\t" + QByteArray::number(i % 7) + "\n";
-    const QString file = Write("long.txt", text);
     Graph.SetEditorMode(true);
-    ShowFile(file);
+    ShowFile(WriteRows(2000, "\t"));
     EXPECT_EQ(Current().Count(), 500);
     EXPECT_EQ(Find<QSpinBox>("se_RowFrequency").value(), 4);
     EXPECT_TRUE(Current().IsThinned());
@@ -289,29 +265,9 @@ TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
     EXPECT_FALSE(Current().IsThinned());
 }
 
-TEST_F(TDataSourcePageTest, AHostReadsThinnedDataSetsAgainAsTheyWereRead) {
-    QByteArray text;
-    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + ";1," + QByteArray::number(i % 7) + "\n";
-    const QString file = Write("long.txt", text);
-    Graph.SetEditorMode(true);
-    ShowFile(file);
-    Current().SetSeriesName("Mine");
-    TxyGraph host;
-    host.CopyFrom(Graph);
-    EXPECT_EQ(host.FirstSeries()->Count(), 500);
-    TSilentProgress progress;
-    LoadThinnedAgain(host, Graph, progress);
-    EXPECT_EQ(host.FirstSeries()->Count(), 2000);
-    EXPECT_EQ(host.FirstSeries()->SeriesName(), "Mine");
-    EXPECT_FALSE(host.FirstSeries()->IsThinned());
-    EXPECT_EQ(host.FirstSeries()->First().Next().Y(), 1.1);
-}
-
 TEST_F(TDataSourcePageTest, ASheetThatHasGoneDoesNotKeepTheHostFromReadingTheRest) {
-    QByteArray text;
-    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "," + QByteArray::number(i % 7) + "\n";
     Graph.SetEditorMode(true);
-    ShowFile(Write("long.txt", text));
+    ShowFile(WriteRows(2000, ","));
     Click("btnDuplicate");
     TxyGraph host;
     host.CopyFrom(Graph);
@@ -467,9 +423,7 @@ TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
 }
 
 TEST_F(TDataSourcePageTest, WhatBecomesManualHasEveryRowOfItsSource) {
-    QByteArray text;
-    for (int i = 0; i < 2000; ++i) text += QByteArray::number(i) + "\t" + QByteArray::number(i % 7) + "\n";
-    const QString file = Write("long.txt", text);
+    const QString file = WriteRows(2000, "\t");
     Graph.SetEditorMode(true);
     ShowFile(file);
     ASSERT_EQ(Current().Count(), 500);

@@ -1,6 +1,7 @@
 // The chooser of data sources, driven from the page for sources.
 #include "dialog/wizard_fixture.h"
 
+#include "common/values_of.h"
 #include "data/series/ds_info.h"
 #include "dialog/source/get_data_source.h"
 #include "graph/model/holder.h"
@@ -24,12 +25,6 @@ protected:
         Graph.Appearance()->SetDataDirectory(Folder.path().toStdString());
         Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
         Show({"Run", "Other"});
-    }
-    QString Write(const char* name, const QByteArray& text) {
-        QFile file(PathOf(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        return file.fileName();
     }
     /// Opens the chooser, runs the action and closes it by the button.
     void Choose(std::function<void(TxyGetDataSource&)> action, const char* button) {
@@ -64,11 +59,6 @@ protected:
             texts.push_back(widget.item(i)->text().trimmed().toStdString());
         return texts;
     }
-    static std::vector<double> Ys(const TSeries& series) {
-        std::vector<double> ys;
-        for (auto point = series.First(); point; point = point.Next()) ys.push_back(point.Y());
-        return ys;
-    }
 };
 
 TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
@@ -85,8 +75,8 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
     EXPECT_EQ(Names(), (std::vector<std::string>{"volt", "Other", "amp"}));
     EXPECT_EQ(Selected(), "volt");
     EXPECT_EQ(Current().DataSourceInfo().SourceName(), PathOf("one.csv").toStdString());
-    EXPECT_EQ(Ys(Current()), (std::vector<double>{10, 20, 30}));
-    EXPECT_EQ(Ys(*Graph.FindSeries(3)), (std::vector<double>{100, 200, 300}));
+    EXPECT_EQ(YsOf(Current()), (std::vector<double>{10, 20, 30}));
+    EXPECT_EQ(YsOf(*Graph.FindSeries(3)), (std::vector<double>{100, 200, 300}));
     EXPECT_EQ(Graph.FindSeries(3)->DataSourceInfo().YDataColumn(), "amp");
     EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentText(), "Text File");
 }
@@ -107,7 +97,7 @@ TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {
             EXPECT_TRUE(ok.isEnabled());
         },
         "btnOk");
-    EXPECT_EQ(Ys(Current()), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(YsOf(Current()), (std::vector<double>{1, 2, 3}));
     EXPECT_EQ(Current().First().X(), 10);
     EXPECT_EQ(Current().SeriesName(), "t");
     Choose(
@@ -118,7 +108,7 @@ TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {
             EXPECT_EQ(Control<QComboBox>(chooser, "cbx_XColumn").currentText(), "Auto (1)");
         },
         "btnOk");
-    EXPECT_EQ(Ys(Current()), (std::vector<double>{6, 8}));
+    EXPECT_EQ(YsOf(Current()), (std::vector<double>{6, 8}));
     EXPECT_EQ(Current().SeriesName(), "two") << "after the file when no column has a name";
 }
 
@@ -172,7 +162,7 @@ TEST_F(TGetDataSourceTest, SheetsAreListedAndReadingsChosen) {
     EXPECT_EQ(Current().DataSourceInfo().Kind(), TSourceKind::LumoSheet);
     EXPECT_EQ(Current().DataSourceInfo().SourceName(), "Days");
     EXPECT_TRUE(Current().TextWishes().dateOrder.has_value());
-    EXPECT_EQ(Ys(Current()), (std::vector<double>{1, 2, 3, 4}));
+    EXPECT_EQ(YsOf(Current()), (std::vector<double>{1, 2, 3, 4}));
 }
 
 } // namespace

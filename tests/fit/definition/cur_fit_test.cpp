@@ -1,6 +1,8 @@
 #include "fit/definition/cur_fit.h"
 
+#include "common/fit_parameters.h"
 #include "common/recording_sink.h"
+#include "common/thrown_text.h"
 #include "fit/definition/fit_result.h"
 #include "support/replace_file.h"
 
@@ -14,12 +16,7 @@ namespace {
 using TNamedValue = std::pair<const char*, double>;
 
 void AddParameters(TCurFit& fit, std::initializer_list<TNamedValue> parameters) {
-    for (const auto& [name, value] : parameters) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetValue(value);
-        fit.AddParameter(std::move(parameter));
-    }
+    for (const auto& [name, value] : parameters) AddParameter(fit, name, value);
 }
 
 void AddTemplate(TCurFit& fit, const char* name, const char* text) {
@@ -108,7 +105,7 @@ TEST(CurFitModel, TemplatesThatMultiplyAreRefused) {
     EXPECT_THROW(fit.Compile(), EParserException);
 }
 
-TEST(CurFitModel, ADefinitionThatDoesNotCompileIsCopiedWhole) {
+TEST(CurFitModel, ACopyIsWholeAndCompiledWhereItCanBe) {
     TCurFit fit;
     fit.SetExpression("a*(x");
     AddParameters(fit, {{"a", 1}});
@@ -121,13 +118,7 @@ TEST(CurFitModel, ADefinitionThatDoesNotCompileIsCopiedWhole) {
     EXPECT_TRUE(std::isnan(copy.EvaluateAt(1)));
     copy.Assign(nullptr);
     EXPECT_EQ(copy.NParams(), 1);
-}
-
-TEST(CurFitModel, AssignCompiles) {
-    TCurFit fit;
-    fit.SetExpression("a*x");
-    AddParameters(fit, {{"a", 4}});
-    TCurFit copy;
+    fit.SetExpression("4*a*x");
     copy.Assign(&fit);
     EXPECT_EQ(copy.EvaluateAt(2), 8);
 }
@@ -158,6 +149,22 @@ TEST(CurFitModel, TemplatesThatComeOrGoMakeItStale) {
     EXPECT_TRUE(fit.IsStale());
     EXPECT_EQ(announced, 0);
     EXPECT_FALSE(fit.Modified());
+}
+
+TEST(CurFitModel, OnlyWhatCountsMakesItStale) {
+    TCurFit fit, other;
+    AddParameters(fit, {{"a", 1}, {"b", 2}});
+    AddParameters(other, {{"a", 7}});
+    fit.ClearStale();
+    fit.SetLeftMargin(3);
+    fit.SetRightMargin(4);
+    fit.CopyParameterValues(other); // of another model
+    EXPECT_FALSE(fit.IsStale());
+    EXPECT_EQ(fit.Parameter(1)->Value(), 1);
+    fit.SetUseLeftMargin(true);
+    fit.ClearStale();
+    fit.SetLeftMargin(5);
+    EXPECT_TRUE(fit.IsStale());
 }
 
 TEST(CurFitModel, TheReportShowsTheFormulaAsItIsCompiled) {
@@ -231,12 +238,8 @@ TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     const TFitRunState before = other.RunState();
     for (const TBytes& content : broken) {
         ReplaceFile(name, content);
-        try {
-            other.LoadFromFile(name, true);
-            ADD_FAILURE() << content.size();
-        } catch (const EStreamError& error) {
-            EXPECT_EQ(error.what(), name + " is not a function file");
-        }
+        EXPECT_EQ(ThrownText<EStreamError>([&] { other.LoadFromFile(name, true); }),
+                  name + " is not a function file");
         ASSERT_EQ(other.RunState(), before);
         ASSERT_EQ(other.EvaluateAt(2), 18);
         ASSERT_EQ(other.NTemplates(), 0);

@@ -1,6 +1,7 @@
 // The equation editor on a fit of its own, shown and driven by input events.
 #pragma once
 
+#include "common/fit_parameters.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 #include "controls/value_edit.h"
@@ -13,13 +14,6 @@
 #include <QTemporaryDir>
 
 namespace lumoplot {
-
-inline void AddParameter(TCurFit& fit, const char* name, double value) {
-    auto parameter = std::make_unique<TDBLParameter>();
-    parameter->SetName(name);
-    parameter->SetValue(value);
-    fit.AddParameter(std::move(parameter));
-}
 
 class TEditorTest : public testing::Test {
 protected:

@@ -98,15 +98,6 @@ TEST_F(FunctionFiles, TheOneOfTheChosenNameIsOpenedBesideOneInOtherCase) {
     EXPECT_EQ(FunctionFileToOpen(PathOf("LINE")), PathOf("line.lfn"));
 }
 
-TEST_F(FunctionFiles, AReadyOneIsOpenedByItsName) {
-    Show();
-    AnswerFileDialog(QStringLiteral("Straight_Line"));
-    Click("btnOpen");
-    EXPECT_TRUE(Sink.Texts.empty()) << Sink.Only();
-    EXPECT_EQ(Fit.Expression(), "a + b*x");
-    EXPECT_EQ(Find<QLineEdit>("e_ParameterDescription").text(), QStringLiteral("Value at x = 0"));
-}
-
 TEST_F(FunctionFiles, WhatIsNoFunctionFileLeavesTheFitAsItWas) {
     Fit.SetExpression("a*x");
     AddParameter(Fit, "a", 2);

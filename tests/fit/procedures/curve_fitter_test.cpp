@@ -1,6 +1,9 @@
 #include "fit/run/curve_fitter.h"
 
+#include "common/cancelling_progress.h"
+#include "common/fit_parameters.h"
 #include "common/special_values.h"
+#include "common/thrown_text.h"
 #include "expr/parser_exception.h"
 
 #include <algorithm>
@@ -30,13 +33,7 @@ struct TModel {
         fit.SetExpression(equation);
         fit.SetProcType(procType);
         fit.SetIterMax(2000);
-        for (const TStart& start : starts) {
-            auto parameter = std::make_unique<TDBLParameter>();
-            parameter->SetName(start.name);
-            parameter->SetValue(start.value);
-            parameter->SetVary(start.vary);
-            fit.AddParameter(std::move(parameter));
-        }
+        for (const TStart& start : starts) AddParameter(fit, start.name, start.value).SetVary(start.vary);
     }
 
     template <class TFunction>
@@ -45,6 +42,19 @@ struct TModel {
             x.push_back(step * i);
             y.push_back(function(x.back()));
         }
+    }
+
+    /// The values of the model itself with these parameters, and a ripple; the parameters then start anew.
+    void SetPointsOfModel(int count, const std::vector<double>& values, double ripple = 0) {
+        TVector starts;
+        for (int i = 1; i <= fit.NParams(); ++i) {
+            starts.push_back(Value(i));
+            *fit.Parameter(i)->ValueRef() = values[static_cast<std::size_t>(i - 1)];
+        }
+        fit.Compile();
+        SetPoints(count, 0.25, [&](double at) { return fit.EvaluateAt(at) + ripple * std::cos(28 * at); });
+        for (int i = 1; i <= fit.NParams(); ++i)
+            fit.Parameter(i)->SetValue(starts[static_cast<std::size_t>(i - 1)]);
     }
 
     TFitResult Run(const TFitRun& run = {nullptr, {}, TFitStarts::Given}) { return RunFit(fit, x, y, run); }
@@ -136,7 +146,7 @@ TEST(CurveFitter, StepsBackFromPlacesWithoutAValue) {
 struct TFarStart {
     const char* equation;
     std::initializer_list<TStart> starts;
-    std::initializer_list<double> expected;
+    std::vector<double> expected;
 };
 
 // Only what the model is not linear in needs a start, and a point whose derivative has only a limit (the
@@ -152,15 +162,9 @@ TEST(CurveFitter, LinearParametersNeedNoStart) {
     for (const int procType : kProcedures) {
         for (const TFarStart& c : cases) {
             TModel model(c.equation, c.starts, procType);
-            model.SetPoints(40, 0.25, [](double) { return 0; });
-            int number = 0;
-            for (const double value : c.expected) *model.fit.Parameter(++number)->ValueRef() = value;
-            model.fit.Compile();
-            for (std::size_t i = 0; i < model.x.size(); ++i) model.y[i] = model.fit.EvaluateAt(model.x[i]);
-            number = 0;
-            for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
+            model.SetPointsOfModel(40, c.expected);
             EXPECT_EQ(model.Run().End, TFitEnd::Converged) << c.equation << " by " << procType;
-            number = 0;
+            int number = 0;
             for (const double value : c.expected)
                 EXPECT_NEAR(model.Value(++number), value, 1e-6 * std::abs(value)) << c.equation;
         }
@@ -176,14 +180,7 @@ TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
     };
     for (const TFarStart& c : cases) {
         TModel model(c.equation, c.starts);
-        model.SetPoints(39, 0.25, [](double) { return 0; });
-        int number = 0;
-        for (const double value : c.expected) *model.fit.Parameter(++number)->ValueRef() = value;
-        model.fit.Compile();
-        for (std::size_t i = 0; i < model.x.size(); ++i)
-            model.y[i] = model.fit.EvaluateAt(model.x[i]) + 0.01 * std::cos(7.0 * static_cast<double>(i));
-        number = 0;
-        for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
+        model.SetPointsOfModel(39, c.expected, 0.01);
         const TFitResult result = model.RunFromManyStarts();
         EXPECT_EQ(result.End, TFitEnd::Converged) << c.equation;
         EXPECT_EQ(result.PointsLeftOut, 0u) << c.equation;
@@ -246,13 +243,32 @@ TEST(CurveFitter, WhatThePointsLeaveOpenIsNotConvergence) {
     }
 }
 
+// Also where what is missing is only that the end is seen.
 TEST(CurveFitter, TheIterationLimitEndsARun) {
-    TModel decay("a*exp(-b*x)", {{"a", 100}, {"b", 3}});
+    TModel whole("a*exp(-b*x)", {{"a", 100}, {"b", 3}});
+    whole.SetPoints(50, 0.2, Decay);
+    const int needed = whole.Run().Iterations;
+    ASSERT_GT(needed, 3);
+    for (int limit = 1; limit < needed; ++limit) {
+        TModel decay("a*exp(-b*x)", {{"a", 100}, {"b", 3}});
+        decay.SetPoints(50, 0.2, Decay);
+        decay.fit.SetIterMax(limit);
+        const TFitResult result = decay.Run();
+        EXPECT_EQ(result.End, TFitEnd::IterationLimit) << limit;
+        EXPECT_EQ(result.Iterations, limit);
+    }
+}
+
+TEST(CurveFitter, ARunThatBreaksOffPutsTheParametersBack) {
+    TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}});
     decay.SetPoints(50, 0.2, Decay);
-    decay.fit.SetIterMax(2);
-    const TFitResult result = decay.Run();
-    EXPECT_EQ(result.End, TFitEnd::IterationLimit);
-    EXPECT_EQ(result.Iterations, 2);
+    int iterations = 0;
+    const auto breakOff = [&] {
+        if (++iterations == 3) throw EFitError("enough");
+    };
+    EXPECT_EQ(ThrownText<EFitError>([&] { decay.Run({nullptr, breakOff, TFitStarts::Given}); }), "enough");
+    EXPECT_EQ(decay.Value(1), 1);
+    EXPECT_EQ(decay.Value(2), 0.01);
 }
 
 TEST(CurveFitter, NoFreedomLeavesNoErrors) {
@@ -292,12 +308,7 @@ TEST(CurveFitter, WhatCannotBeFittedIsToldAndChangesNothing) {
         model.y = {1, 3, 2};
         const bool hasTemplate = std::string(c.message).find("template") != std::string::npos;
         if (hasTemplate) model.fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{"f", "2*F", ""}));
-        try {
-            model.Run();
-            ADD_FAILURE() << c.message;
-        } catch (const EFitError& error) {
-            EXPECT_STREQ(error.what(), c.message);
-        }
+        EXPECT_EQ(ThrownText<EFitError>([&] { model.Run(); }), c.message);
         int number = 0;
         for (const TStart& start : c.starts) {
             const double value = model.Value(++number);
@@ -325,36 +336,16 @@ TEST(CurveFitter, AtMostFiftyParametersAreVaried) {
     TModel sum("0*x", {});
     std::string equation = "0*x";
     for (int i = 0; i < 51; ++i) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName("p" + std::to_string(i));
-        parameter->SetValue(0.5);
-        parameter->SetVary(true);
-        sum.fit.AddParameter(std::move(parameter));
+        AddParameter(sum.fit, "p" + std::to_string(i), 0.5).SetVary(true);
         equation += "+p" + std::to_string(i) + "*cos(" + std::to_string(i) + "*x)";
     }
     sum.fit.SetExpression(equation);
     sum.SetPoints(200, 0.01, [](double x) { return std::exp(x); });
-    try {
-        sum.Run();
-        ADD_FAILURE();
-    } catch (const EFitError& error) {
-        EXPECT_STREQ(error.what(), "Error: Maximum Number of Varied Parameters Nmax = 50 Exceeded!");
-    }
+    EXPECT_EQ(ThrownText<EFitError>([&] { sum.Run(); }),
+              "Error: Maximum Number of Varied Parameters Nmax = 50 Exceeded!");
     sum.fit.Parameter(51)->SetVary(false);
     EXPECT_NO_THROW(sum.Run());
 }
-
-/// Cancels after so many steps.
-class TCancelling final : public TProgress {
-public:
-    explicit TCancelling(int steps) : m_left(steps) {}
-    void Begin(const std::string& caption, std::int64_t, std::int64_t) override { Caption = caption; }
-    [[nodiscard]] bool StepTo(std::int64_t) override { return m_left-- > 0; }
-    std::string Caption;
-
-private:
-    int m_left;
-};
 
 TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
     for (const int procType : kProcedures) {
@@ -363,9 +354,9 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
         for (const int steps : {5, 15}) {
             TModel decay("a*exp(-b*x)+c", {{"a", 1}, {"b", 0.01}, {"c", -3}}, procType);
             decay.SetPoints(50, 0.2, Decay);
-            TCancelling progress(steps);
+            TCancellingProgress progress(steps);
             const TFitResult result = decay.Run({&progress, {}, TFitStarts::Given});
-            EXPECT_EQ(progress.Caption, "Fitting Data....");
+            EXPECT_EQ(progress.Stages, std::vector<std::string>{"Fitting Data...."});
             EXPECT_EQ(result.End, TFitEnd::Cancelled) << procType;
             double rss = 0;
             for (std::size_t i = 0; i < decay.x.size(); ++i)

@@ -62,13 +62,6 @@ TEST_F(TGraphDrawing, AGraphThatOnlyHoldsOthersWaitsForNothing) {
     EXPECT_FALSE(Says("Waiting for the data..."));
 }
 
-TEST_F(TGraphDrawing, APointWithoutAYWidensNoRange) {
-    Add({{-50, std::nan("")}, {0, 0}, {1, 1}, {50, std::nan("")}});
-    Draw();
-    EXPECT_GE(m_graph.XAxis()->Min(), -1);
-    EXPECT_LE(m_graph.XAxis()->Max(), 2);
-}
-
 TEST_F(TGraphDrawing, AnInconsistentRangeShowsItsCaption) {
     Add({{0, 0}, {1, 1}});
     m_graph.YAxis()->SetStepSize(1); // an automatic step would bring the automatic range with it
@@ -286,50 +279,6 @@ TEST_F(TGraphDrawing, AutomaticTitlesNameTheOnlyDataSet) {
     EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Y axis"));
     m_graph.YAxis()->SetTitle("Mine");
     EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Mine"));
-}
-
-// Every text lies inside the graph and none covers another, whatever the range, the format and the fonts.
-TEST_F(TGraphDrawing, TextsNeitherOverlapNorLeaveTheGraph) {
-    Add({{0, 0}, {1, 1}});
-    m_graph.Appearance()->SetGraphTitle("Title");
-    m_graph.YAxis_Second()->SetShowAxis(true);
-    const std::pair<double, double> ranges[] = {{0, 1},          {-1e-9, 1e-9}, {0, 1e9},  {1e6, 1e6 + 1},
-                                                {-1e300, 1e300}, {0, 1e-300},   {0.1, 0.7}};
-    for (const auto& [min, max] : ranges)
-        for (const int fontSize : {9, 16})
-            for (const bool log : {false, true}) {
-                TFontSpec font;
-                font.Size = fontSize;
-                m_graph.Appearance()->SetLabelFont(font);
-                for (TAxis* axis : {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()}) {
-                    axis->SetLogScale(false);
-                    axis->SetMin(min);
-                    axis->SetMax(max);
-                    axis->SetLogScale(log);
-                }
-                m_graph.NeedRescale();
-                TRecordingDevice device;
-                m_graph.PrepareForDrawing();
-                {
-                    QPainter painter(&device);
-                    DrawGraph(painter, m_graph, kPanel);
-                }
-                std::vector<QRectF> places;
-                for (const TRecordedText& text : device.Record().Texts) {
-                    if (!text.IsUpright) continue;
-                    const double height = text.Height * 0.7;
-                    places.emplace_back(text.Place.x(), text.Place.y() - height, text.Width, height);
-                    EXPECT_TRUE(kPanel.contains(places.back()))
-                        << text.Text.toStdString() << min << " " << max;
-                }
-                EXPECT_GE(places.size(), 5u) << min << " " << max << log;
-                for (std::size_t i = 0; i < places.size(); ++i)
-                    for (std::size_t j = 0; j < i; ++j) {
-                        const QRectF common = places[i] & places[j];
-                        EXPECT_LT(common.width() * common.height(), 3)
-                            << min << " " << max << " " << fontSize << log;
-                    }
-            }
 }
 
 TEST_F(TGraphDrawing, AxesCrossWhereTheirOffsetSays) {

@@ -24,6 +24,9 @@ public:
         for (int k = 0; k < count; ++k) AddData();
         for (TAxis* axis : {Graph.XAxis(), Graph.YAxis(), Graph.YAxis_Second()}) SetUp(*axis);
         Graph.YAxis_Second()->SetShowAxis(Pick(2) == 0);
+        TFontSpec font;
+        font.Size = Pick(3) == 0 ? 14 : 9;
+        Graph.Appearance()->SetLabelFont(font);
         if (Pick(2) == 0) Graph.Appearance()->SetGraphTitle("A title of the graph x_{max}");
     }
 
@@ -35,7 +38,7 @@ private:
 
     void AddData() {
         TSeries& series = *Graph.FindSeries(Graph.AddSeries());
-        const double size = std::pow(10.0, Between(-9, 12));
+        const double size = std::pow(10.0, Pick(5) == 0 ? Between(-300, 290) : Between(-9, 12));
         const double offset = Pick(3) == 0 ? size * 1e4 : 0;
         for (int i = 0; i < 20; ++i) series.AddPoint(offset + size * i, size * Between(Pick(2) - 1, 1));
         if (Pick(3) == 0) series.SetYAxisOfSeries(Graph.YAxis_Second());

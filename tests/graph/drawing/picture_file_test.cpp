@@ -1,10 +1,11 @@
 #include "graph/drawing/picture/picture_file.h"
 
+#include "common/cancelling_progress.h"
+#include "common/recording_sink.h"
+#include "common/thrown_text.h"
 #include "graph/drawing/picture/drawing.h"
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "support/errors.h"
-#include "support/message_sink.h"
 #include "support/progress_maker.h"
 #include "support/replace_file.h"
 
@@ -16,19 +17,6 @@
 
 namespace lumoplot {
 namespace {
-
-class TRecordingSink : public TMessageSink {
-public:
-    TRecordingSink() : m_before(InstallMessageSink(this)) {}
-    ~TRecordingSink() override { InstallMessageSink(m_before); }
-    void Show(TMessageKind, const std::string& text) override { Texts.push_back(text); }
-    bool Ask(TMessageKind, const std::string&) override { return false; }
-
-    std::vector<std::string> Texts;
-
-private:
-    TMessageSink* m_before;
-};
 
 class TPictureFile : public testing::Test {
 protected:
@@ -124,26 +112,17 @@ TEST_F(TPictureFile, WhatCanNotBeSavedIsNamed) {
                            {NameOf("old.png"), {30000, 30000}, 1},
                            {NameOf("old.png"), {1000, 1000}, 1e9}};
     for (const TCase& c : cases) {
-        try {
-            SaveGraphPicture(m_graph, c.name, c.size, c.scale);
-            ADD_FAILURE() << c.name;
-        } catch (const EFileError& error) {
-            EXPECT_EQ(error.what(), "Can not save to file " + c.name);
-        }
+        EXPECT_EQ(ThrownText<EFileError>([&] { SaveGraphPicture(m_graph, c.name, c.size, c.scale); }),
+                  "Can not save to file " + c.name);
     }
     EXPECT_EQ(ReadWholeFile(NameOf("old.png")), old);
 }
 
 TEST_F(TPictureFile, ACancelledPictureLeavesTheOldFile) {
-    class TCancelling : public TProgress {
-    public:
-        void Begin(const std::string&, std::int64_t, std::int64_t) override {}
-        bool StepTo(std::int64_t) override { return false; }
-    };
     for (const char* file : {"old.png", "old.svg", "old.pdf"}) {
         ASSERT_TRUE(SaveGraphPicture(m_graph, NameOf(file), {300, 200}));
         const auto old = ReadWholeFile(NameOf(file));
-        const TProgressMakerScope cancelling([] { return std::make_unique<TCancelling>(); });
+        const TProgressMakerScope cancelling([] { return std::make_unique<TCancellingProgress>(0); });
         EXPECT_FALSE(SaveGraphPicture(m_graph, NameOf(file), {100, 100})) << file;
         EXPECT_EQ(ReadWholeFile(NameOf(file)), old) << file;
     }

@@ -1,3 +1,4 @@
+#include "fit/definition/cur_fit.h"
 #include "graph/drawing/picture/drawing.h"
 #include "graph/drawing/picture/graph_layout.h"
 #include "graph/drawing/recording_device.h"
@@ -41,12 +42,14 @@ protected:
         m_plot = TGraphLayout(TCanvas(painter, purpose), m_graph, kPlotRectangle).Plot();
         DrawGraph(painter, m_graph, kPlotRectangle, {TChildGraphs::LeaveOut, purpose});
     }
-    /// The corners of the regression in fractions of the plot, (0, 0) at its lower left.
-    std::vector<QPointF> Corners() {
+    /// The corners of the lines of a colour in fractions of the plot, (0, 0) at its lower left.
+    std::vector<QPointF> Corners(const QColor& color = kRegression) {
         TRecordingDevice device;
         Draw(device);
         std::vector<QPointF> corners;
-        for (const TRecordedLine& line : device.LinesIn(kRegression))
+        const auto lines = device.LinesIn(color);
+        m_lineCount = lines.size();
+        for (const TRecordedLine& line : lines)
             for (const QPointF p : line.Points)
                 corners.emplace_back((p.x() - m_plot.left()) / m_plot.width(),
                                      (m_plot.bottom() - p.y()) / m_plot.height());
@@ -69,6 +72,7 @@ protected:
 
     TxyGraph m_graph;
     QRectF m_plot;
+    std::size_t m_lineCount = 0; ///< of the last Corners
 };
 
 void ExpectCorners(const std::vector<QPointF>& corners, const std::vector<QPointF>& expected,
@@ -174,6 +178,24 @@ TEST_F(TRegressionDrawing, BoundsLieAboutTheMeanOfWhatIsShown) {
     expectLevels(TBoundsType::SetValues, {0.05, 0.95});
     series.SetActive(false);
     expectLevels(TBoundsType::SetValues, {});
+}
+
+// From the first to the last X of the data, and without a baseline: the model stands for corrected Y.
+TEST_F(TRegressionDrawing, ACurveOfAFitGoesThroughTheValuesOfItsModelAndIsBrokenWhereThereAreNone) {
+    TSeries& series = Add({{1, 100}, {5, 100}, {9, 100}});
+    SetAxes(0, 10, 0, 10);
+    series.SetZeroValue(50);
+    TCurFit& fit = series.CurveFit();
+    fit.SetStatus(TCurFit::kFunction);
+    fit.SetCurveColor(kBoundsColor);
+    fit.SetExpression("10-x");
+    fit.SetNPoints(2);
+    ExpectCorners(Corners(kBounds), {{0.1, 0.9}, {0.9, 0.1}});
+    fit.SetExpression("5+0*ln((x-4)*(x-6))");
+    fit.SetNPoints(81);
+    const std::vector<QPointF> corners = Corners(kBounds);
+    EXPECT_EQ(m_lineCount, 2u);
+    for (const QPointF corner : corners) EXPECT_GT(std::abs(corner.x() - 0.5), 0.1);
 }
 
 } // namespace

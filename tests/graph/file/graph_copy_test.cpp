@@ -1,6 +1,7 @@
 // What a copy of a graph, and a graph that could not be loaded or saved, look like.
 #include "common/random_graph.h"
 #include "common/recording_sink.h"
+#include "common/thrown_text.h"
 #include "data/series/series_data.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
@@ -158,12 +159,8 @@ TEST(GraphCopy, WhatNoFileCouldHoldIsRefusedOnSavingAndCopiedInMemory) {
     for (int i = 0; i <= TxyGraph::kMaxNesting; ++i) innermost = innermost->AddChildGraph();
     for (int i = 0; i <= TxyGraph::kMaxChildGraphs; ++i) wide.AddChildGraph();
     for (const TxyGraph* graph : {&deep, &wide}) {
-        try {
-            FileOf(*graph);
-            ADD_FAILURE();
-        } catch (const EGraphFileError& error) {
-            EXPECT_NE(std::string(error.what()).find(graph == &deep ? "64" : "4096"), std::string::npos);
-        }
+        const std::string text = ThrownText<EGraphFileError>([&] { FileOf(*graph); });
+        EXPECT_NE(text.find(graph == &deep ? "64" : "4096"), std::string::npos) << text;
     }
     copy.CopyFrom(deep);
     EXPECT_EQ(copy.ChildGraphs()[0]->ChildGraphs()[0]->ChildGraphCount(), 1);

@@ -1,3 +1,5 @@
+#include "common/cancelling_progress.h"
+#include "common/fit_parameters.h"
 #include "data/analysis/regression.h"
 #include "fit/run/curve_fitter.h"
 #include "graph/fitting/series_fitting.h"
@@ -20,22 +22,14 @@ protected:
     SeriesFitting() : m_series(*m_graph->FindSeries(m_graph->AddSeries())) {
         for (int i = 0; i < 20; ++i) m_series.AddPoint(i, 3 * std::exp(-0.2 * i) + 1);
         Fit().SetExpression("a*exp(-b*x)");
-        AddParameter("a", 1);
-        AddParameter("b", 0.1);
+        AddParameter(Fit(), "a", 1).SetVary(true);
+        AddParameter(Fit(), "b", 0.1).SetVary(true);
         Fit().SetProcType(TCurFit::kNewton);
         m_series.SetZeroValue(1);
     }
 
     TCurFit& Fit() { return m_series.CurveFit(); }
     double Value(int number) { return Fit().Parameter(number)->Value(); }
-
-    void AddParameter(const char* name, double value) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetValue(value);
-        parameter->SetVary(true);
-        Fit().AddParameter(std::move(parameter));
-    }
 
     std::unique_ptr<TxyGraph> m_graph = std::make_unique<TxyGraph>();
     TSeries& m_series;
@@ -151,18 +145,9 @@ TEST_F(SeriesFitting, EveryStepIsPainted) {
     EXPECT_NE(shown.front(), shown.back());
 }
 
-/// Takes its time, so that the run asks for it, and then cancels.
-class TCancelling final : public TProgress {
-public:
-    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
-    [[nodiscard]] bool StepTo(std::int64_t) override { return ++m_steps < kStepsOfACancelledRun; }
-
-private:
-    int m_steps = 0;
-};
-
 void RunAndCancel(TxyGraph& graph, TCurFit& fit) {
-    const TProgressMakerScope scope([] { return std::make_unique<TCancelling>(); });
+    const TProgressMakerScope scope(
+        [] { return std::make_unique<TCancellingProgress>(kStepsOfACancelledRun - 1); });
     fit.SetExpression("a*exp(-b*x)+0.01*random"); // never comes to an end
     fit.SetIterMax(1000000000);
     fit.SetTolerance(1e-300);

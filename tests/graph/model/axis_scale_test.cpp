@@ -1,5 +1,6 @@
 #include "graph/model/axis_scale.h"
 
+#include "common/thrown_text.h"
 #include "graph/model/graph.h"
 #include "support/errors.h"
 
@@ -85,12 +86,7 @@ TEST(Axis, RescalingFollowsTheDataOrSaysWhatIsWrong) {
     graph.PrepareForDrawing();
     EXPECT_TRUE(graph.ScaleFailed());
     EXPECT_EQ(failures, 1);
-    try {
-        graph.XAxis()->Rescale();
-        ADD_FAILURE();
-    } catch (const EScaleError& error) {
-        EXPECT_STREQ(error.what(), "X axisAxis MIN exceeds axis MAX");
-    }
+    EXPECT_EQ(ThrownText<EScaleError>([&] { graph.XAxis()->Rescale(); }), "X axisAxis MIN exceeds axis MAX");
 }
 
 TEST(Axis, ARangeWithoutAStepIsGivenBackToTheData) {

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace lumoplot {
 namespace {
@@ -94,13 +95,6 @@ TEST_F(GraphModel, AllowingDuplicatesInTheXDataSetEndsItsRoleAndSaysSo) {
     }
 }
 
-TEST_F(GraphModel, AResetLeavesNoMarkCurrent) {
-    Graph.AddMark({});
-    Graph.ResetToDefaults();
-    EXPECT_EQ(Graph.Marks().CurrentID(), 0);
-    EXPECT_EQ(Graph.Marks().Count(), 1);
-}
-
 TEST_F(GraphModel, XDataSetKeepsItsRoleWhenNumbersChange) {
     AddNamed({"c", "a", "b"});
     Graph.Appearance()->SetXAxisSerIndex(1);
@@ -130,16 +124,17 @@ TEST_F(GraphModel, SortingReversingAndMovingRenumber) {
 TEST_F(GraphModel, SymbolSizesAreEvenButForWidePoints) {
     AddNamed({"a"});
     TSeries& series = *Graph.FindSeries(1);
-    series.SetPointShape(TPointShape::Circle);
-    series.SetPointSize(7);
-    EXPECT_EQ(series.PointSize(), 8);
-    series.SetPointSize(1);
-    EXPECT_EQ(series.PointSize(), 2);
-    series.SetPointSize(65535);
-    EXPECT_EQ(series.PointSize(), 65534);
-    series.SetPointShape(TPointShape::WidePoint);
-    series.SetPointSize(7);
-    EXPECT_EQ(series.PointSize(), 7);
+    const std::tuple<TPointShape, int, int> cases[] = {
+        {TPointShape::Circle, 7, 8},
+        {TPointShape::Circle, 1, 2},
+        {TPointShape::Circle, 65535, 65534},
+        {TPointShape::WidePoint, 7, 7},
+    };
+    for (const auto& [shape, set, size] : cases) {
+        series.SetPointShape(shape);
+        series.SetPointSize(set);
+        EXPECT_EQ(series.PointSize(), size) << set;
+    }
     series.SetPointShape(TPointShape::Square);
     EXPECT_EQ(series.PointSize(), 8);
     series.SetPointShape(static_cast<TPointShape>(9));
@@ -236,30 +231,25 @@ TEST_F(GraphModel, RepaintRequestsCoalesceAndHoldsSendOneNotification) {
 }
 
 TEST_F(GraphModel, ListenersOfADataSetThatGoesMayWalkTheChain) {
-    AddNamed({"a", "b", "c"});
     TNames seen;
+    QObject::connect(&Graph, &TxyGraph::OnNewSeries,
+                     [&](TSeries* s) { seen.push_back("new " + s->SeriesName()); });
+    QObject::connect(&Graph, &TxyGraph::OnDeleteSeries,
+                     [&](TSeries* s) { seen.push_back("delete " + s->SeriesName()); });
     const auto walk = [&](TDataSeries& series, TChangeReasons reasons) {
         if (!reasons.Has(TDataSeries::kDestroyed)) return;
         seen.push_back("without " + series.SeriesName());
         for (const auto& name : Names()) seen.push_back(name);
     };
-    for (const auto& series : Graph.Series()) series->AddChangeHandler(1, walk);
+    for (int i = 0; i < 3; ++i) Graph.FindSeries(Graph.AddSeries())->AddChangeHandler(1, walk);
+    EXPECT_EQ(seen, (TNames{"new DataSet 1", "new DataSet 2", "new DataSet 3"}));
+    seen.clear();
     Graph.DeleteSeries(1);
+    EXPECT_EQ(seen, (TNames{"delete DataSet 1", "without DataSet 1", "1 DataSet 2", "2 DataSet 3"}));
+    seen.clear();
     Graph.FreeAllSeries();
-    EXPECT_EQ(seen, (TNames{"without a", "1 b", "2 c", "without b", "without c"}));
-}
-
-TEST_F(GraphModel, EventsTellOfDataSetsThatComeAndGo) {
-    TNames events;
-    QObject::connect(&Graph, &TxyGraph::OnNewSeries,
-                     [&](TSeries* s) { events.push_back("+" + s->SeriesName()); });
-    QObject::connect(&Graph, &TxyGraph::OnDeleteSeries,
-                     [&](TSeries* s) { events.push_back("-" + s->SeriesName()); });
-    Graph.AddSeries();
-    Graph.AddSeries();
-    Graph.DeleteSeries(1);
-    Graph.FreeAllSeries();
-    EXPECT_EQ(events, (TNames{"+DataSet 1", "+DataSet 2", "-DataSet 1", "-DataSet 2"}));
+    EXPECT_EQ(seen,
+              (TNames{"delete DataSet 2", "delete DataSet 3", "without DataSet 2", "without DataSet 3"}));
 }
 
 TEST_F(GraphModel, ACopySharesNothingWithItsSource) {

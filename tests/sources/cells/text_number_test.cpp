@@ -1,10 +1,13 @@
 #include "sources/cells/text_number.h"
 
+#include "common/case_file.h"
+
 #include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <map>
 #include <random>
 #include <string>
 
@@ -62,109 +65,35 @@ TEST(TextNumber, IsRoundedCorrectlyNextToTies) {
     }
 }
 
-struct TCellCase {
-    std::string_view text;
-    char decimalSign;
-    TNumberState state;
-    double value;
-};
-
-TEST(TextNumber, OnlyAWholeNumberIsOne) {
-    constexpr auto kNumber = TNumberState::Number;
-    constexpr auto kNone = TNumberState::NoNumber;
-    const std::string longZero = std::string(400, '0') + "." + std::string(400, '0') + "25e400";
-    const std::string longDigits = "0." + std::string(100, '3');
-    const TCellCase cases[] = {
-        {" 1.5\t", '.', kNumber, 1.5},
-        {"+.5", '.', kNumber, 0.5},
-        {"5.", '.', kNumber, 5},
-        {"1,5", ',', kNumber, 1.5},
-        {"12345678901234567890,5", ',', kNumber, 12345678901234567890.5},
-        {"1.5D+2", '.', kNumber, 150},
-        {"123456789012345678901d-1", '.', kNumber, 12345678901234567890.1},
-        {"0e-999999999", '.', kNumber, 0},
-        {longZero, '.', kNumber, 0.25},
-        {longDigits, '.', kNumber, 1.0 / 3},
-        {"1,234", '.', kNumber, 1234},
-        {"1,234,567.5", '.', kNumber, 1234567.5},
-        {"-1.234,5", ',', kNumber, -1234.5},
-        {"1 234,5", ',', kNumber, 1234.5},
-        {"1\xC2\xA0"
-         "234\xE2\x80\xAF"
-         "567",
-         '.', kNone, 0}, // two signs
-        {"12\xC2\xA0"
-         "345,5",
-         ',', kNumber, 12345.5},
-        {"1'234.5", '.', kNumber, 1234.5},
-        {"10,50-", ',', kNumber, -10.5},
-        {"\xE2\x88\x92"
-         "1.75",
-         '.', kNumber, -1.75},
-        {"1.500000-101", '.', kNumber, 1.5e-101},
-        {"1.5-10", '.', kNone, 0},
-        {"-1-", '.', kNone, 0},
-        {"1,23", '.', kNone, 0},
-        {"1234,567", '.', kNone, 0},
-        {"0,123", '.', kNone, 0}, // no group begins with 0
-        {"1.234,567", '.', kNone, 0},
-        {"12,34,567", '.', kNone, 0},
-        {"1,5", '.', kNone, 0},
-        {"1.5", ',', kNone, 0},
-        {"", '.', kNone, 0},
-        {".", '.', kNone, 0},
-        {"-", '.', kNone, 0},
-        {"1e", '.', kNone, 0},
-        {"1e+", '.', kNone, 0},
-        {"1.2.3", '.', kNone, 0},
-        {"--1", '.', kNone, 0},
-        {"1 2", '.', kNone, 0},
-        {"0x10", '.', kNone, 0},
-        {"12:30", '.', kNone, 0},
-        {std::string_view("1\0002", 3), '.', kNone, 0},
-        {"NaN", '.', TNumberState::NotFinite, 0},
-        {"-Inf", '.', TNumberState::NotFinite, 0},
-        {"1e999", '.', TNumberState::TooLarge, 0},
-        {"-0.0001e999", '.', TNumberState::TooLarge, 0},
-        {"1e-999", '.', TNumberState::TooSmall, 0},
-        {"12345678901234567890123e-999", '.', TNumberState::TooSmall, 0},
-    };
-    for (const auto& c : cases) {
-        const TNumberReading reading = ParseNumber(c.text, c.decimalSign);
-        EXPECT_EQ(reading.state, c.state) << c.text;
-        EXPECT_EQ(reading.value, c.value) << c.text;
-    }
+void ExpectReading(const std::string& text, char decimalSign, TNumberState state, double value) {
+    const TNumberReading reading = ParseNumber(text, decimalSign);
+    EXPECT_EQ(reading.state, state) << text;
+    EXPECT_EQ(reading.value, value) << text;
 }
 
-struct TUnitCase {
-    const char* text;
-    double value; // 0: no number with something around it
-    const char* front;
-    const char* behind;
-};
+TEST(TextNumber, OnlyAWholeNumberIsOne) {
+    const std::map<std::string, TNumberState> states = {{"number", TNumberState::Number},
+                                                        {"none", TNumberState::NoNumber},
+                                                        {"not finite", TNumberState::NotFinite},
+                                                        {"too large", TNumberState::TooLarge},
+                                                        {"too small", TNumberState::TooSmall}};
+    for (const auto& row : ReadCases("numbers.tsv", 4))
+        ExpectReading(row[3], row[1].front(), states.at(row[0]), std::strtod(row[2].c_str(), nullptr));
+    const std::string zeros(400, '0');
+    ExpectReading(zeros + "." + zeros + "25e400", '.', TNumberState::Number, 0.25);
+    ExpectReading("0." + std::string(100, '3'), '.', TNumberState::Number, 1.0 / 3);
+}
 
 TEST(TextNumber, StandsBesideItsUnit) {
-    const TUnitCase cases[] = {{"1.50 V", 1.5, "", "V"},
-                               {"3%", 3, "", "%"},
-                               {"$12.50", 12.5, "$", ""},
-                               {"-$12.50", -12.5, "$", ""},
-                               {"($1,012.50)", -1012.5, "$", ""},
-                               {"12.5 m/s", 12.5, "", "m/s"},
-                               {"5 cm2", 5, "", "cm2"},
-                               {"1e3 Pa", 1000, "", "Pa"},
-                               {"(12.50)", 0, "", ""},
-                               {"1.5", 0, "", ""},
-                               {"5<6", 0, "", ""},
-                               {"12:30", 0, "", ""},
-                               {"V", 0, "", ""},
-                               {"3 of 12 times", 0, "", ""}};
-    for (const auto& c : cases) {
+    for (const auto& row : ReadCases("units.tsv", 4)) {
+        const double value = std::strtod(row[0].c_str(), nullptr);
         TUnitMarks marks;
-        const auto reading = ParseWithUnit(c.text, '.', marks);
-        EXPECT_EQ(reading.state == TNumberState::Number, c.value != 0) << c.text;
-        EXPECT_EQ(reading.value, c.value) << c.text;
-        if (c.value == 0) continue;
-        EXPECT_EQ(marks, (TUnitMarks{c.front, c.behind})) << c.text;
+        const auto reading = ParseWithUnit(row[3], '.', marks);
+        EXPECT_EQ(reading.state == TNumberState::Number, value != 0) << row[3];
+        EXPECT_EQ(reading.value, value) << row[3];
+        if (value != 0) {
+            EXPECT_EQ(marks, (TUnitMarks{row[1], row[2]})) << row[3];
+        }
     }
 }
 

@@ -1,3 +1,4 @@
+#include "common/cancelling_progress.h"
 #include "common/places.h"
 #include "data/series/ds_info.h"
 #include "sources/text/series_supplier.h"
@@ -52,10 +53,7 @@ TEST_F(SeriesSupplier, FailedOrCancelledLoadChangesNothing) {
     EXPECT_THROW(LoadSeries(Write("")), std::exception);
     expectUnchanged();
 
-    class TNever : public TProgress {
-        void Begin(const std::string&, std::int64_t, std::int64_t) override {}
-        bool StepTo(std::int64_t) override { return false; }
-    } never;
+    TCancellingProgress never(0);
     EXPECT_TRUE(LoadTextSeries(series, Write("x;y\n1;2\n3;4\n"), options, never).cancelled);
     expectUnchanged();
 

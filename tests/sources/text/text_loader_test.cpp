@@ -1,4 +1,6 @@
+#include "common/cancelling_progress.h"
 #include "common/places.h"
+#include "common/thrown_text.h"
 #include "sources/text/text_fixture.h"
 #include "support/errors.h"
 
@@ -193,30 +195,13 @@ TEST_F(TextLoader, DamagedFilesAreReadOrRefused) {
     }
 }
 
-class TCancellingProgress : public TProgress {
-public:
-    explicit TCancellingProgress(int steps) : m_steps(steps) {}
-    void Begin(const std::string&, std::int64_t, std::int64_t maximum) override { m_maximum = maximum; }
-    [[nodiscard]] bool StepTo(std::int64_t position) override {
-        EXPECT_GE(position, m_position);
-        EXPECT_LE(position, m_maximum);
-        m_position = position;
-        return m_steps-- > 0;
-    }
-    std::int64_t m_position = 0;
-    std::int64_t m_maximum = 0;
-
-private:
-    int m_steps;
-};
-
 TEST_F(TextLoader, ProgressRunsThroughAndCancels) {
     const std::string file = Write(Ramp(100000));
     for (const int budget : {0, 500}) {
         options.budget = budget;
         TCancellingProgress patient(std::numeric_limits<int>::max());
         EXPECT_FALSE(Load(file, &patient).cancelled);
-        EXPECT_EQ(patient.m_position, patient.m_maximum);
+        EXPECT_EQ(patient.Position, patient.Maximum);
         TCancellingProgress impatient(2);
         EXPECT_TRUE(Load(file, &impatient).cancelled);
     }
@@ -236,12 +221,9 @@ private:
 TEST_F(TextLoader, FileThatShrinksWhileItIsReadIsAnError) {
     const std::string file = Write(Ramp(100000));
     TCuttingProgress progress(file);
-    try {
-        Load(file, &progress);
-        FAIL();
-    } catch (const std::exception& error) {
-        EXPECT_NE(std::string(error.what()).find("data.txt became shorter while row "), std::string::npos);
-    }
+    EXPECT_NE(
+        ThrownText<std::exception>([&] { Load(file, &progress); }).find("data.txt became shorter while row "),
+        std::string::npos);
 }
 
 } // namespace
