@@ -96,6 +96,7 @@ private:
     void ShowSteps();
     void GoTo(void (TGraphSession::*way)());
     void ShowPutBack();
+    bool IsTypingUnseen() const;
     bool MayDiscard();
 
     void DeleteSeries();

@@ -6,6 +6,8 @@
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"
 
+#include <QAbstractItemView>
+#include <QLineEdit>
 #include <QPointer>
 
 namespace lumoplot {
@@ -13,6 +15,13 @@ namespace {
 
 QString StepTip(const char* verb, const std::string& name) {
     return QString::fromStdString(verb + (name.empty() ? name : " " + name));
+}
+
+/// Who has the focus when `focus` has taken its text: the edit of a cell goes then.
+QWidget* HeirOf(QWidget& focus) {
+    QWidget* viewport = focus.parentWidget();
+    auto* table = viewport ? qobject_cast<QAbstractItemView*>(viewport->parentWidget()) : nullptr;
+    return table && table->viewport() == viewport ? table : &focus;
 }
 
 } // namespace
@@ -27,7 +36,7 @@ void TxyDataWizard::SetUpUndo() {
     connect(m_ui->a_Undo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Undo); });
     connect(m_ui->a_Redo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Redo); });
     connect(m_session, &TGraphSession::Changed, this, &TxyDataWizard::ShowSteps);
-    connect(new TUndoKeys(*this), &TUndoKeys::FocusMoved, m_session, &TGraphSession::EndMerging);
+    connect(new TUndoKeys(*this, *m_session), &TUndoKeys::FocusMoved, m_session, &TGraphSession::EndMerging);
     ShowSteps();
 }
 
@@ -42,8 +51,9 @@ void TxyDataWizard::ShowSteps() {
 void TxyDataWizard::TakePendingEdits() {
     const QPointer<QWidget> focus = focusWidget();
     if (!focus) return;
+    const QPointer<QWidget> heir = HeirOf(*focus);
     focus->clearFocus(); // edits take their text when they lose the focus
-    if (focus) focus->setFocus();
+    if (heir) heir->setFocus();
 }
 
 void TxyDataWizard::GoTo(void (TGraphSession::*way)()) {
@@ -62,8 +72,14 @@ void TxyDataWizard::ShowPutBack() {
     if (isManual && !showsGrid) m_dataSourcePage->Leave(*m_currSeries);
 }
 
+/// What is typed on the page for sources is a step only when its edit is left.
+bool TxyDataWizard::IsTypingUnseen() const {
+    const auto* edit = qobject_cast<const QLineEdit*>(focusWidget());
+    return edit && m_dataSourcePage->isAncestorOf(edit) && edit->isModified();
+}
+
 bool TxyDataWizard::MayDiscard() {
-    if (m_session->IsClean()) return true;
+    if (m_session->IsClean() && !IsTypingUnseen()) return true;
     const int steps = m_session->StepsBack();
     std::string lost;
     if (steps > 0)

@@ -1,5 +1,7 @@
 #include "dialog/frame/undo_keys.h"
 
+#include "session/graph_session.h"
+
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
@@ -32,7 +34,8 @@ bool UndoesItself(const QWidget* control, bool redo) {
 
 } // namespace
 
-TUndoKeys::TUndoKeys(QWidget& window) : QObject(&window), m_window(window) {
+TUndoKeys::TUndoKeys(QWidget& window, const TGraphSession& session)
+    : QObject(&window), m_window(window), m_session(session) {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { MoveTo(now); });
 }
 
@@ -48,7 +51,8 @@ bool TUndoKeys::eventFilter(QObject* watched, QEvent* event) {
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool redo = key->matches(QKeySequence::Redo);
     if (!redo && !key->matches(QKeySequence::Undo)) return false;
-    event->setAccepted(UndoesItself(m_focus, redo));
+    const bool isSessionFirst = redo && m_session.CanRedo();
+    event->setAccepted(!isSessionFirst && UndoesItself(m_focus, redo));
     return true;
 }
 

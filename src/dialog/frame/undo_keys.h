@@ -1,6 +1,6 @@
 // Leaves Ctrl+Z and its like to the edit that has the focus while that has typing of its own to undo or redo;
 // else they are the window's. Edits claim these keys even when they have nothing to undo, and tables never
-// do.
+// do. A step of the session that was undone was undone after any typing, and is done again before it.
 #pragma once
 
 #include <QObject>
@@ -9,12 +9,14 @@
 
 namespace lumoplot {
 
+class TGraphSession;
+
 class TUndoKeys : public QObject {
     Q_OBJECT
 
 public:
     /// Belongs to the window.
-    explicit TUndoKeys(QWidget& window);
+    TUndoKeys(QWidget& window, const TGraphSession& session);
 
 Q_SIGNALS:
     /// Another widget has the focus.
@@ -27,6 +29,7 @@ private:
     void MoveTo(QWidget* focus);
 
     QWidget& m_window;
+    const TGraphSession& m_session;
     QPointer<QWidget> m_focus; ///< in the window
 };
 

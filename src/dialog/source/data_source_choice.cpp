@@ -38,7 +38,7 @@ void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& choose
     if (series.SeriesFlag()) series.SetSeriesName(NameOfSource(series.DataSourceInfo(), 0));
     Forget();
     const int number = series.SeriesIndex();
-    LoadShowingErrors(series);
+    LoadAsStep(series);
     bool isLoaded = !series.DataSourceInfo().NeedsReload();
     for (std::size_t i = 1; i < columns.size() && isLoaded; ++i) isLoaded = AddDataSet(series, columns[i]);
     Context().FillList(number);

@@ -79,6 +79,8 @@ void TTextPreviewPane::ShowProblem(const QString& reason) {
 
 void TTextPreviewPane::ShowPreview(TTextPreview preview, bool isChosen) {
     ShowReadings(preview.readings, isChosen);
+    m_ui->btnKeepAll->hide();
+    ShowResult({}); // what is shown may be that of another data set
     m_previewMessages = preview.messages;
     m_model->Show(std::move(preview));
     FitColumns();

@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QLabel>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -76,12 +77,12 @@ protected:
         file.write(text);
         return file.fileName();
     }
-    void TypeCell(int row, int column, const char* text) {
+    void TypeCell(int row, int column, const char* text, Qt::Key end = Qt::Key_Return) {
         auto& grid = Find<QTableView>("grid");
         grid.setFocus();
         grid.setCurrentIndex(grid.model()->index(row, column));
         for (const char* key = text; *key; ++key) QTest::keyClick(QApplication::focusWidget(), *key);
-        PressOnFocus(Qt::Key_Return);
+        PressOnFocus(end);
     }
     std::string Cell(int row, int column) {
         return Find<QTableView>("grid").model()->index(row, column).data().toString().toStdString();
@@ -290,6 +291,9 @@ TEST_F(DataWizardUndo, AnEditUndoesItsOwnTypingFirst) {
     EXPECT_EQ(Tip("btnUndoStep"), "Undo hide Run 1"); // what was typed and taken back is no step
     Undo();
     EXPECT_TRUE(Current().Active());
+    Redo();
+    EXPECT_FALSE(Current().Active()) << "it was undone after the typing";
+    EXPECT_EQ(Current().SeriesName(), "Run 1");
 }
 
 TEST_F(DataWizardUndo, AStepIsUndoneOnTheDataSetThatItWasMadeOn) {
@@ -310,8 +314,11 @@ TEST_F(DataWizardUndo, RowsOfTheGridAreStepsBeforeAndAfterTheyBecomePoints) {
     TypeCell(2, 0, "3");
     TypeCell(2, 1, "x");
     EXPECT_EQ(Wizard.Session().StepsBack(), 3);
+    TypeCell(2, 1, "7", Qt::Key_Shift);
+    Undo(); // the edit's own
     Undo(); // what is no number goes like anything else
     EXPECT_EQ(Cell(2, 0) + Cell(2, 1), "3");
+    EXPECT_TRUE(Find<QTableView>("grid").hasFocus());
     Redo();
     EXPECT_EQ(Cell(2, 1), "x");
     TypeCell(2, 1, "30");
@@ -419,6 +426,14 @@ TEST_F(DataWizardUndo, WhatIsLoadedWhenThePageIsLeftBelongsToTheStep) {
     EXPECT_EQ(firstY(), 2);
     while (CanRedo()) Redo();
     EXPECT_EQ(firstY(), 3);
+    ToPage(TxyDataWizard::kDataSourcePage);
+    Write("enso.csv", "t,U,I\n1,20,3\n2,30,4\n");
+    Click("btnReload");
+    const auto& result = Find<QLabel>("lblResult");
+    EXPECT_EQ(result.text().toStdString(), "2 points from 2 rows.");
+    Leave();
+    Undo();
+    EXPECT_NE(result.text().toStdString(), "2 points from 2 rows.") << "there are three again";
 }
 
 TEST_F(DataWizardUndo, WhatTheMouseEditsOnThePreviewIsAStep) {
@@ -492,6 +507,12 @@ TEST_F(DataWizardUndo, OnlyEscAndTheFrameAskBeforeStepsAreLost) {
         EXPECT_EQ(Sink.Only(), "Discard the changes?\n2 steps, last: automatic baseline of Run 1");
         EXPECT_FALSE(Wizard.isVisible());
     }
+    Sink.Texts.clear();
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({});
+    TypeCell(0, 1, "1", Qt::Key_Shift); // goes on
+    Wizard.close();
+    EXPECT_EQ(Sink.Only(), "Discard the changes?");
     Sink.Texts.clear();
     Show({});
     Click("cb_Active");
