@@ -139,13 +139,19 @@ void Txy_SetValues::FillTable(const TNewValues& values) {
 }
 
 void Txy_SetValues::accept() {
-    const bool set =
-        Guarded([this] { TValueFormula(m_series, m_ui->e_Formula->text().toStdString()).Apply(Range()); });
+    bool set = false;
+    Guarded([&] {
+        const std::string formula = m_ui->e_Formula->text().toStdString();
+        const std::optional<TXRange> range = Range();
+        static_cast<void>(TValueFormula(m_series, formula)); // told before the data set leaves its source
+        if (!MakeManual(m_series, this)) return;
+        TValueFormula(m_series, formula).Apply(range);
+        set = true;
+    });
     if (set) QDialog::accept();
 }
 
 bool SetValuesOf(TSeries& series, QWidget* window) {
-    if (!MakeManual(series, window)) return false;
     return Txy_SetValues(series, window).exec() == QDialog::Accepted;
 }
 

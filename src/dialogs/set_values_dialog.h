@@ -23,7 +23,8 @@ public:
     explicit Txy_SetValues(TSeries& series, QWidget* parent = nullptr);
     ~Txy_SetValues() override;
 
-    /// Sets the values when the formula and the range are good; else stays open.
+    /// Sets the values when the formula and the range are good and a sourced data set may be edited, which is
+    /// asked; else stays open, and nothing has changed.
     void accept() override;
 
 private:
@@ -40,7 +41,7 @@ private:
     std::unique_ptr<Ui::Txy_SetValues> m_ui;
 };
 
-/// Asks whether a sourced data set may be edited and shows the dialog. True when values were set.
+/// Shows the dialog. True when values were set; a sourced data set is manual then.
 XYWIDGETS_EXPORT bool SetValuesOf(TSeries& series, QWidget* window);
 
 } // namespace lumoplot

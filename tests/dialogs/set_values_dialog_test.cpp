@@ -78,9 +78,17 @@ TEST_F(SetValuesDialog, ARangeLimitsThePointsAndMissingValuesAreCounted) {
 TEST_F(SetValuesDialog, ASourcedDataSetAsksFirstAndIsManualThen) {
     Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
     Series.DataSourceInfo().SetSourceName("run.txt");
-    Sink.Answer = false;
-    EXPECT_FALSE(SetValuesOf(Series, nullptr));
-    EXPECT_EQ(Series.DataSourceInfo().Kind(), TSourceKind::TextFile);
+    for (const char* button : {"btnCancel", "btnOk"}) {
+        Sink.Answer = false;
+        WhenModal<Txy_SetValues>([&](Txy_SetValues& dialog) {
+            Type(dialog, "e_Formula", "y+1");
+            lumoplot::Click(dialog, button);
+            if (dialog.isVisible()) dialog.reject();
+        });
+        EXPECT_FALSE(SetValuesOf(Series, nullptr));
+        EXPECT_EQ(Series.DataSourceInfo().Kind(), TSourceKind::TextFile) << button;
+        EXPECT_EQ(Ys(), "10;20;30;");
+    }
     Sink.Answer = true;
     for (int i = 0; i < 2; ++i) {
         WhenModal<Txy_SetValues>([](Txy_SetValues& dialog) {

@@ -38,13 +38,18 @@ void TGeneralPage::ConnectNameAndVisibility() {
         Edit("rename ", {m_ui->e_SeriesName}, [&](TSeries& series) {
             Context().Session().NameStep("rename to " + text.toStdString());
             series.SetSeriesName(text.toStdString());
+            // Or the next loading would name it after the source again.
+            const bool isAsFilled = series.SeriesName() == m_filledName;
+            series.SetSeriesFlag(isAsFilled && m_filledAutoName);
+            const QSignalBlocker quiet(m_ui->cb_AutoName);
+            m_ui->cb_AutoName->setChecked(series.SeriesFlag());
             series.Changed(TSeries::kStyleChanged);
             Context().WorkGraph().SetHolderID({});
             Context().ShowSeriesName(text);
         });
     });
     connect(m_ui->cb_AutoName, &QCheckBox::toggled, this, [this](bool on) {
-        Edit("automatic name of ", [&](TSeries& series) { series.SetSeriesFlag(on); });
+        Edit("automatic name of ", [&](TSeries& series) { series.SetSeriesFlag(m_filledAutoName = on); });
     });
     connect(m_ui->cb_Active, &QCheckBox::toggled, this, [this](bool on) {
         Edit(on ? "show " : "hide ", [&](TSeries& series) { series.SetActive(on); });
@@ -124,7 +129,9 @@ void TGeneralPage::ConnectStyle() {
 void TGeneralPage::FillFrom(TSeries& series) {
     const TFillingScope filling(Context());
     m_ui->e_SeriesName->setText(QString::fromStdString(series.SeriesName()));
-    m_ui->cb_AutoName->setChecked(series.SeriesFlag());
+    m_filledName = series.SeriesName();
+    m_filledAutoName = series.SeriesFlag();
+    m_ui->cb_AutoName->setChecked(m_filledAutoName);
     m_ui->cb_Active->setChecked(series.Active());
     const bool second = series.IsOnSecondY();
     (second ? m_ui->rb_SecondAxis : m_ui->rb_MainAxis)->setChecked(true);

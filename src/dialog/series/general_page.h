@@ -38,6 +38,8 @@ private:
     void ChangeLineStyle(TSeries& series, int item);
 
     std::unique_ptr<Ui::TGeneralPage> m_ui;
+    std::string m_filledName; ///< a name that is typed switches the automatic one off, unless it is this one
+    bool m_filledAutoName = false;
 };
 
 } // namespace lumoplot

@@ -33,6 +33,12 @@ bool TDataSourcePage::TakeEveryRow(TSeries& series) {
     }
 }
 
+/// The points that were made by hand would go with the first loading from the new source.
+void TDataSourcePage::PickKind(TSeries& series, TSourceKind kind) {
+    if (kind != TSourceKind::Manual && !MayReplacePoints(series)) return FillFrom(series);
+    ChangeKind(series, kind);
+}
+
 /// Rows of the grid that can not be committed keep the data set manual, so that nothing is lost.
 void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
     TDSInfo& info = series.DataSourceInfo();

@@ -49,7 +49,7 @@ void TDataSourcePage::ConnectControls() {
     connect(&Context().Session(), &TGraphSession::PutBack, this, &TDataSourcePage::Forget);
     connect(m_ui->cbx_SourceKind, &QComboBox::currentIndexChanged, this, [this](int item) {
         Edit("kind of source of ",
-             [&](TSeries& series) { ChangeKind(series, static_cast<TSourceKind>(item)); });
+             [&](TSeries& series) { PickKind(series, static_cast<TSourceKind>(item)); });
     });
     connect(m_ui->e_SourceName, &QLineEdit::editingFinished, this, [this] {
         Edit("source of ", [&](TSeries& series) {

@@ -50,6 +50,7 @@ private:
 
     bool MayReplacePoints(const TSeries& series) const;
     bool TakeEveryRow(TSeries& series);
+    void PickKind(TSeries& series, TSourceKind kind);
     void ChangeKind(TSeries& series, TSourceKind kind);
     void Browse();
     void ChooseSource();

@@ -212,7 +212,11 @@ TEST_F(DataWizardUndo, EachKindOfStepHasItsNameAndGoesBackAndForth) {
              });
              Click("btnSetValues");
          }},
-        {1, "kind of source of Run 1", [&] { Choose("cbx_SourceKind", 1); }},
+        {1, "kind of source of Run 1",
+         [&] {
+             Choose("cbx_SourceKind", 1);
+             EXPECT_EQ(std::exchange(Sink.Texts, {}).size(), 1u) << "asks whether the points may go";
+         }},
         {2, "regression of Run 1", [&] { Choose("cbx_Regression", 2); }},
         {2, "bounds of Run 1", [&] { Choose("cbx_Bounds", 1); }},
         {2, "regression line of Run 1", [&] { spinUp("se_RegressionLineWidth"); }},

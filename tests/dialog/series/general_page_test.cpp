@@ -3,8 +3,10 @@
 #include "dialog/common/color_button.h"
 #include "graph/model/holder.h"
 
+#include <QCheckBox>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTabWidget>
 
 namespace lumoplot {
 namespace {
@@ -17,6 +19,21 @@ TEST_F(TWizardTest, RenamingGoesIntoTheDataSetAndTheList) {
     EXPECT_EQ(Graph.FindSeries(2)->SeriesName(), "Transmission");
     EXPECT_EQ(Selected(), "Transmission");
     EXPECT_EQ(Graph.Holder()->ID(), "");
+}
+
+TEST_F(TWizardTest, ATypedNameStaysWhenTheSourceIsLoadedAgain) {
+    QFile file(PathOf("run.csv"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("t,U\n1,2\n2,3\n");
+    file.close();
+    Show({"a"});
+    Wizard.AttachSource(file.fileName().toStdString());
+    ASSERT_TRUE(Find<QCheckBox>("cb_AutoName").isChecked());
+    Type("e_SeriesName", QStringLiteral("Mine"));
+    EXPECT_FALSE(Find<QCheckBox>("cb_AutoName").isChecked());
+    Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kDataSourcePage);
+    Click("btnReload");
+    EXPECT_EQ(Names(), std::vector<std::string>{"Mine"});
 }
 
 TEST_F(TWizardTest, ShapesAndStylesFollowTheirLists) {

@@ -36,8 +36,13 @@ protected:
     /// With Yes to the question whether the points that are there may go.
     void Attach(const QString& file) {
         Wizard.AttachSource(file.toStdString());
-        std::erase(Sink.Texts, "Data from Current DataSet Will be lost, Continue?");
+        ForgetQuestion();
     }
+    void ChooseKind(TSourceKind kind) {
+        Choose("cbx_SourceKind", static_cast<int>(kind));
+        ForgetQuestion();
+    }
+    void ForgetQuestion() { std::erase(Sink.Texts, "Data from Current DataSet Will be lost, Continue?"); }
     void Press(Qt::Key key) {
         QTest::keyClick(QApplication::focusWidget(), key);
         QCoreApplication::processEvents();
@@ -98,6 +103,25 @@ TEST_F(TDataSourcePageTest, ADataSetThatLoadsWhenAnotherIsPickedKeepsItsPlaceInT
     EXPECT_EQ(Names(), (std::vector<std::string>{"I", "Other"}));
     EXPECT_EQ(Selected(), "Other");
     EXPECT_EQ(Find<QComboBox>("cbx_DataSets").itemText(0), "I");
+}
+
+TEST_F(TDataSourcePageTest, PointsThatWereEditedByHandAreNotLostWithoutAQuestion) {
+    ShowFile(Write("run.csv", "1,2\n2,3\n"));
+    Choose("cbx_SourceKind", static_cast<int>(TSourceKind::Manual));
+    Current().AddPoint(3, 33);
+    const std::vector<double> edited = Ys();
+    Sink.Answer = false;
+    QTest::keyClick(&Find<QComboBox>("cbx_SourceKind"), Qt::Key_Down);
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_EQ(Source().Kind(), TSourceKind::Manual);
+    EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentIndex(), static_cast<int>(TSourceKind::Manual));
+    Find<QTabWidget>("tabs").setCurrentIndex(0);
+    EXPECT_EQ(Ys(), edited);
+    Find<QTabWidget>("tabs").setCurrentIndex(1);
+    Sink.Answer = true;
+    Choose("cbx_SourceKind", static_cast<int>(TSourceKind::TextFile));
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3}));
 }
 
 TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
@@ -335,7 +359,7 @@ TEST_F(TDataSourcePageTest, ARelativeNameIsLookedUpInTheDataDirectory) {
     Write("near.csv", "1,2\n2,3\n");
     Graph.Appearance()->SetDataDirectory("/nowhere");
     ShowPage();
-    Choose("cbx_SourceKind", 1);
+    ChooseKind(TSourceKind::TextFile);
     Type("e_SourceName", QStringLiteral("near.csv"));
     Press(Qt::Key_Return);
     EXPECT_TRUE(Wizard.isVisible()) << "Enter takes the name and no more";
@@ -366,7 +390,7 @@ TEST_F(TDataSourcePageTest, ADataSetFileBringsItsPointsAndSettings) {
 
 TEST_F(TDataSourcePageTest, ASheetIsReadWhereTheHostOffersOne) {
     ShowPage();
-    Choose("cbx_SourceKind", 3);
+    ChooseKind(TSourceKind::LumoSheet);
     EXPECT_EQ(Shown("lblNotes"), "No sheet is offered by the application that has opened this editor.");
     EXPECT_FALSE(Find<QComboBox>("cbx_Sheet").isVisible());
     Choose("cbx_SourceKind", 0);
@@ -377,7 +401,7 @@ TEST_F(TDataSourcePageTest, ASheetIsReadWhereTheHostOffersOne) {
                                  [&cells](const std::string& name) {
                                      return name == "Table2" ? cells : throw ELumoError("no " + name);
                                  }});
-    Choose("cbx_SourceKind", 3);
+    ChooseKind(TSourceKind::LumoSheet);
     auto& sheets = Find<QComboBox>("cbx_Sheet");
     ASSERT_TRUE(sheets.isVisible());
     EXPECT_EQ(sheets.currentIndex(), -1);
