@@ -2,6 +2,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 
 #include <QString>
 
@@ -95,12 +96,12 @@ int main(int count, char** values) {
         Run(program, ReversedArguments(count, values));
         return 0;
     } catch (const CLI::ParseError& error) {
-        PrintMessage(UsageMessage(program, error));
+        PrintMessage(ShownLine(UsageMessage(program, error)));
         return kWrongUsage;
     } catch (const std::bad_alloc&) {
         PrintMessage("Out of memory");
     } catch (const std::exception& error) {
-        PrintMessage(error.what());
+        PrintMessage(ShownLine(error.what()));
     }
     return kFailed;
 }

@@ -1,6 +1,7 @@
 #include "cli/output.h"
 
 #include "support/errors.h"
+#include "support/message_text.h"
 #include "support/number_text.h"
 
 #include <cmath>
@@ -135,9 +136,7 @@ void FlushOutput() {
 }
 
 void PrintMessage(const std::string& text) {
-    std::string line;
-    for (const char c : text) line += IsControl(c) ? ' ' : c;
-    std::fprintf(stderr, "xydata: %s\n", line.c_str());
+    std::fprintf(stderr, "xydata: %s\n", ShownLine(text, text.size() + 3).c_str());
 }
 
 } // namespace lumoplot

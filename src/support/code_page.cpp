@@ -39,12 +39,16 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
     }
 }
 
-struct TDecoded {
-    char32_t codePoint;
-    std::size_t length; // bytes consumed; 0 when they are no UTF-8
-};
+std::string DecodePage(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char byte : bytes) AppendUtf8(text, CodePointOf(static_cast<unsigned char>(byte)));
+    return text;
+}
 
-TDecoded DecodeUtf8(std::string_view text) {
+} // namespace
+
+TUtf8Character DecodeUtf8(std::string_view text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
     if (lead < 0x80) return {lead, 1};
@@ -64,18 +68,9 @@ TDecoded DecodeUtf8(std::string_view text) {
     return {codePoint, length};
 }
 
-std::string DecodePage(std::string_view bytes) {
-    std::string text;
-    text.reserve(bytes.size());
-    for (const char byte : bytes) AppendUtf8(text, CodePointOf(static_cast<unsigned char>(byte)));
-    return text;
-}
-
-} // namespace
-
 bool IsValidUtf8(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t length = DecodeUtf8(text).length;
+        const std::size_t length = DecodeUtf8(text).Length;
         if (length == 0) return false;
         text.remove_prefix(length);
     }
@@ -86,15 +81,15 @@ std::string ToCodePage(std::string_view utf8) {
     std::string bytes;
     bytes.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size();) {
-        const TDecoded decoded = DecodeUtf8(utf8.substr(i));
-        if (decoded.length == 0) {
+        const TUtf8Character decoded = DecodeUtf8(utf8.substr(i));
+        if (decoded.Length == 0) {
             bytes += utf8[i++];
             continue;
         }
-        const std::optional<char> byte = ByteOf(decoded.codePoint);
+        const std::optional<char> byte = ByteOf(decoded.CodePoint);
         if (!byte) return std::string(kUtf8Mark).append(utf8);
         bytes += *byte;
-        i += decoded.length;
+        i += decoded.Length;
     }
     // A text of the page that happens to begin with the mark would be read as UTF-8.
     if (bytes.starts_with(kUtf8Mark)) return std::string(kUtf8Mark).append(utf8);

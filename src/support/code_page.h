@@ -14,6 +14,14 @@ std::string ToCodePage(std::string_view utf8);
 /// The UTF-8 form of an 8-bit text; behind EF BB BF the bytes are taken as UTF-8 where they are valid.
 std::string FromCodePage(std::string_view bytes);
 
+struct TUtf8Character {
+    char32_t CodePoint;
+    std::size_t Length; ///< bytes; 0 when they are no UTF-8
+};
+
+/// The character that a text, which is not empty, begins with.
+TUtf8Character DecodeUtf8(std::string_view text);
+
 /// True when every byte belongs to a well-formed UTF-8 sequence (no surrogates, no overlong forms).
 bool IsValidUtf8(std::string_view text);
 

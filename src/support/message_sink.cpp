@@ -1,5 +1,7 @@
 #include "support/message_sink.h"
 
+#include "support/message_text.h"
+
 #include <cstdio>
 #include <utility>
 
@@ -7,6 +9,11 @@ namespace lumoplot {
 namespace {
 
 TMessageSink* g_sink = nullptr;
+
+// Texts may be made of what files hold and of their names.
+std::string ShownText(const std::string& text, TMessageKind kind) {
+    return kind == TMessageKind::Error ? ShownLine(text) : ShownParagraph(text);
+}
 
 } // namespace
 
@@ -16,13 +23,13 @@ TMessageSink* InstallMessageSink(TMessageSink* sink) {
 
 void ShowMessage(const std::string& text, TMessageKind kind) {
     if (g_sink)
-        g_sink->Show(kind, text);
+        g_sink->Show(kind, ShownText(text, kind));
     else
-        std::fprintf(stderr, "%s\n", text.c_str());
+        std::fprintf(stderr, "%s\n", ShownText(text, kind).c_str());
 }
 
 bool AskYesNo(const std::string& text, TMessageKind kind) {
-    return g_sink && g_sink->Ask(kind, text);
+    return g_sink && g_sink->Ask(kind, ShownText(text, kind));
 }
 
 } // namespace lumoplot

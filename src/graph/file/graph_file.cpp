@@ -211,7 +211,15 @@ void TxyGraph::SaveTemplate(const std::string& name, TPoints points) {
 void TxyGraph::LoadFromFile(const std::string& name) {
     const TBytes bytes = ReadWholeFile(name);
     TByteSource source(bytes);
-    LoadFromStream(source);
+    try {
+        LoadFromStream(source);
+    } catch (const EGraphFileError& error) {
+        throw EGraphFileError(error.what() + (": " + name));
+    } catch (const EStreamError&) {
+        throw EGraphFileError("Not a valid graph file: " + name);
+    } catch (const EConvertError&) {
+        throw EGraphFileError("Not a valid graph file: " + name);
+    }
 }
 
 void TxyGraph::CopyFrom(const TxyGraph& source) {
