@@ -143,6 +143,16 @@ void TGraphSession::MarkClean() {
     Q_EMIT Changed();
 }
 
+int TGraphSession::UnsavedSteps() const {
+    return m_history->StepsFrom(m_cleanId);
+}
+
+std::shared_ptr<const TGraphSnapshot> TGraphSession::Snapshot() const {
+    if (const TGraphSnapshot* present = m_history->Present())
+        return std::make_shared<const TGraphSnapshot>(*present);
+    return std::make_shared<const TGraphSnapshot>(m_graph, nullptr, std::make_shared<TMemoryMeter>());
+}
+
 TOpenStep::TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key)
     : m_session(session), m_key(key), m_isOpen(session.Open(name)) {
 }

@@ -16,6 +16,7 @@
 
 namespace lumoplot {
 
+class TGraphSnapshot;
 class TOpenStep;
 class TUndoHistory;
 class TxyGraph;
@@ -74,6 +75,11 @@ public:
     /// The graph is as it was at Start or at the last MarkClean (it was saved), or by undo and redo again.
     bool IsClean() const;
     void MarkClean();
+    /// The steps that lead from the clean state to the present one; at least 0.
+    int UnsavedSteps() const;
+    /// The graph after the last step, to be read in any thread; shared with the steps, where they are
+    /// recorded.
+    std::shared_ptr<const TGraphSnapshot> Snapshot() const;
 
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.

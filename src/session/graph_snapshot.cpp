@@ -3,11 +3,11 @@
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
+#include "session/settings_sections.h"
 #include "support/update_hold.h"
 
 #include <algorithm>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 namespace lumoplot {
@@ -38,13 +38,6 @@ TBytes SectionOf(std::span<const TSectionRow<T>> rows, const T& object) {
     return bytes;
 }
 
-template <class T>
-void ReadSection(std::span<const TSectionRow<T>> rows, const TBytes& bytes, T& object) {
-    TByteSource source(bytes);
-    TxyReader reader(source);
-    ReadEntries(reader, rows, object);
-}
-
 bool SamePoints(const TSeriesState& a, const TSeriesState& b) {
     return a.Points == b.Points || *a.Points == *b.Points;
 }
@@ -54,15 +47,6 @@ TBytes RecordOf(const TSeries& series) {
     TxyWriter writer(bytes, TEncoding::Compact);
     WriteSeries(writer, series, TPoints::LeaveOut);
     return bytes;
-}
-
-/// Every section of settings of a graph with its table and its object, in one order.
-template <class TGraph, class TVisitor>
-void VisitSections(TGraph& graph, TVisitor visit) {
-    visit(AppearanceRows(), *graph.Appearance());
-    visit(DimensionsRows(), *graph.Dimensions());
-    for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
-    visit(LegendRows(), *graph.Legend());
 }
 
 // The state of the same data set in an earlier snapshot: the one with the same points, else the one at the
@@ -87,6 +71,7 @@ std::shared_ptr<const TPointSnapshot> PointsOf(const TSeries& series, const TSer
 TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
                      const std::shared_ptr<TMemoryMeter>& meter) {
     TSeriesState state;
+    state.Number = series.SeriesIndex();
     state.Name = series.SeriesName();
     state.Record = Share(RecordOf(series), earlier ? &earlier->Record : nullptr, meter);
     state.Points = PointsOf(series, earlier, meter);
@@ -196,7 +181,6 @@ void TGraphSnapshot::RestoreSettings(TxyGraph& graph) const {
     VisitSections(graph, [&](auto rows, auto& object) {
         const TBytes& wanted = m_settings[section++]->Bytes();
         if (SectionOf(rows, std::as_const(object)) == wanted) return;
-        if constexpr (std::is_same_v<std::remove_cvref_t<decltype(object)>, TAxis>) object.ResetToDefaults();
         ReadSection(rows, wanted, object);
     });
     graph.Appearance()->SetDataDirectory(m_dataDirectory);

@@ -1,7 +1,7 @@
 // The state of a graph at one moment, kept in memory so that it can be put back exactly: settings, data sets
-// with their points and what is known of their sources and fits, and marks. Child graphs are left out, as
-// nothing in the editor changes them. Snapshots taken one after the other share what has not changed between
-// them.
+// with their points and what is known of their sources and fits, marks and child graphs. Snapshots taken one
+// after the other share what has not changed between them. None changes any more, so that any thread reads
+// it.
 #pragma once
 
 #include "data/points/point_snapshot.h"
@@ -30,6 +30,7 @@ private:
 
 /// One data set of a graph.
 struct TSeriesState {
+    int Number = 0; ///< SeriesIndex; Restore numbers anew
     std::string Name;
     std::shared_ptr<const TSharedBytes> Record; ///< all that a file holds of the data set but its points
     std::shared_ptr<const TPointSnapshot> Points;
@@ -60,6 +61,12 @@ public:
     /// All data sets, in order.
     const std::vector<TSeriesState>& Series() const { return m_series; }
     const std::map<int, TGraphMark>& Marks() const { return m_marks.Marks(); }
+    /// Appearance, dimensions, the three axes and the legend, each as the entries of its section, without the
+    /// data sets that are current and X.
+    const std::vector<std::shared_ptr<const TSharedBytes>>& Settings() const { return m_settings; }
+    const std::string& DataDirectory() const { return m_dataDirectory; }
+    int XAxisSerIndex() const { return m_xAxisSerIndex; }
+    const std::vector<TGraphSnapshot>& Children() const { return m_children; }
     /// CurrSerIndex when it was taken.
     int CurrSerIndex() const { return m_currSerIndex; }
     /// The same but for the current data set and the current mark.

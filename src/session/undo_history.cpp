@@ -1,5 +1,7 @@
 #include "session/undo_history.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace lumoplot {
@@ -108,6 +110,12 @@ void TUndoHistory::Redo() {
     ++m_present;
     m_isOpen = false;
     Restore(m_states[m_present].Whole, m_states[m_present].CurrSerIndex);
+}
+
+int TUndoHistory::StepsFrom(std::uint64_t id) const {
+    const auto from = std::ranges::find(m_states, id, &TState::Id);
+    if (from == m_states.end()) return static_cast<int>(m_present);
+    return std::abs(static_cast<int>(from - m_states.begin()) - static_cast<int>(m_present));
 }
 
 } // namespace lumoplot

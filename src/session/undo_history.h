@@ -61,6 +61,13 @@ public:
     int StepCount() const { return m_states.empty() ? 0 : static_cast<int>(m_states.size()) - 1; }
     /// How often Undo can be called.
     int StepsBack() const { return static_cast<int>(m_present); }
+    /// The present state, as it was at the last look; null while nothing is recorded.
+    const TGraphSnapshot* Present() const {
+        return m_states.empty() ? nullptr : &m_states[m_present].Whole.Graph;
+    }
+    /// The number of steps between the present state and the one with that number, in either direction; when
+    /// that is gone, all steps that can be undone.
+    int StepsFrom(std::uint64_t id) const;
     std::size_t MemoryUsed() const { return m_meter->Bytes; }
 
 private:

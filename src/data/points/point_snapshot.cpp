@@ -54,11 +54,21 @@ TPointSnapshot::TPointSnapshot(const TPointChain& points, const TPointSnapshot* 
         m_pieces[i] = std::make_shared<const TPiece>(points.Block(i), meter);
 }
 
-TPointChain TPointSnapshot::ToChain() const {
+std::vector<TPointSpans> TPointSnapshot::Runs() const {
     std::vector<TPointSpans> runs;
     runs.reserve(m_pieces.size());
     for (const auto& piece : m_pieces) runs.push_back(piece->Spans());
-    return {runs, m_lastId};
+    return runs;
+}
+
+std::size_t TPointSnapshot::Count() const {
+    std::size_t count = 0;
+    for (const auto& piece : m_pieces) count += piece->Spans().Ids.size();
+    return count;
+}
+
+TPointChain TPointSnapshot::ToChain() const {
+    return {Runs(), m_lastId};
 }
 
 bool TPointSnapshot::operator==(const TPointSnapshot& other) const {

@@ -4,15 +4,16 @@
 
 #include "data/points/point_chain.h"
 
+#include <atomic>
 #include <memory>
 #include <utility>
 #include <vector>
 
 namespace lumoplot {
 
-/// How many bytes the copies that count into it hold together.
+/// How many bytes the copies that count into it hold together. A copy may end in another thread.
 struct TMemoryMeter {
-    std::size_t Bytes = 0;
+    std::atomic<std::size_t> Bytes = 0;
 };
 
 /// Counts a number of bytes into a meter for as long as it lives.
@@ -22,6 +23,7 @@ public:
         : m_meter(std::move(meter)), m_bytes(bytes) {
         m_meter->Bytes += m_bytes;
     }
+    TMeteredBytes(const TMeteredBytes& other) : TMeteredBytes(other.m_meter, other.m_bytes) {}
     TMeteredBytes(TMeteredBytes&& other) noexcept
         : m_meter(std::move(other.m_meter)), m_bytes(std::exchange(other.m_bytes, 0)) {}
     TMeteredBytes& operator=(TMeteredBytes&& other) noexcept {
@@ -46,6 +48,10 @@ public:
                    const std::shared_ptr<TMemoryMeter>& meter);
 
     TPointChain ToChain() const;
+    /// The points in their order, a run a block; valid while the snapshot lives.
+    XYGRAPH_EXPORT std::vector<TPointSpans> Runs() const;
+    std::int32_t LastId() const { return m_lastId; }
+    XYGRAPH_EXPORT std::size_t Count() const;
     /// The same points bit for bit, Ids included.
     XYGRAPH_EXPORT bool operator==(const TPointSnapshot& other) const;
 

@@ -1,0 +1,274 @@
+#include "session/recovery_file.h"
+
+#include "data/series/ds_info.h"
+#include "graph/file/graph_file.h"
+#include "graph/model/child_graph.h"
+#include "session/recovery_bytes.h"
+#include "session/settings_sections.h"
+#include "support/errors.h"
+#include "support/update_hold.h"
+
+#include <QCryptographicHash>
+#include <algorithm>
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr std::string_view kMagic = "lumoplot-recovery-";
+constexpr std::string_view kVersion = "01";
+constexpr std::size_t kHashSize = 32;
+constexpr std::size_t kHeaderSize = kMagic.size() + kVersion.size() + kHashSize;
+constexpr std::size_t kMostSeries = 65535;
+constexpr std::size_t kSmallestSeries = 40; // bytes
+
+QByteArray HashOf(std::span<const std::uint8_t> bytes) {
+    const QByteArray view = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()),
+                                                    static_cast<qsizetype>(bytes.size()));
+    return QCryptographicHash::hash(view, QCryptographicHash::Sha256);
+}
+
+void WriteInfo(TRecoveryBytesWriter& writer, const TRecoveryInfo& info) {
+    for (const QString& text : {info.Program, info.DocumentName, info.LastStep}) writer.Text(text);
+    writer.Number<std::int64_t>(info.Written.toMSecsSinceEpoch());
+    writer.Number<std::int32_t>(info.StepCount);
+    writer.Count(static_cast<std::size_t>(info.DataSets.size()));
+    for (const QString& name : info.DataSets) writer.Text(name);
+}
+
+TRecoveryInfo ReadInfo(TRecoveryBytesReader& reader) {
+    TRecoveryInfo info;
+    for (QString* text : {&info.Program, &info.DocumentName, &info.LastStep}) *text = reader.ShownText();
+    info.Written = QDateTime::fromMSecsSinceEpoch(reader.Number<std::int64_t>());
+    info.StepCount = reader.Number<std::int32_t>();
+    for (std::size_t count = reader.Count(sizeof(std::int32_t)); count > 0; --count)
+        info.DataSets.append(reader.ShownText());
+    return info;
+}
+
+// What is not known is -1.
+template <class T>
+void WriteWish(TRecoveryBytesWriter& writer, const std::optional<T>& wish) {
+    writer.Number<std::int32_t>(wish ? static_cast<std::int32_t>(*wish) : -1);
+}
+
+template <class T>
+void ReadWish(TRecoveryBytesReader& reader, T last, std::optional<T>& wish) {
+    const auto value = reader.Number<std::int32_t>();
+    if (value > static_cast<std::int32_t>(last)) TRecoveryBytesReader::Refuse();
+    if (value >= 0) wish = static_cast<T>(value);
+}
+
+void WriteWishes(TRecoveryBytesWriter& writer, const TTextWishes& wishes) {
+    WriteWish(writer, wishes.encoding);
+    WriteWish(writer, wishes.decimalSign);
+    WriteWish(writer, wishes.dateOrder);
+    WriteWish(writer, wishes.shortTimes);
+    WriteWish(writer, wishes.midnight);
+    WriteWish(writer, wishes.columns);
+    writer.Flag(wishes.quotes.has_value());
+    writer.Text(wishes.quotes.value_or(""));
+}
+
+TTextWishes ReadWishes(TRecoveryBytesReader& reader) {
+    TTextWishes wishes;
+    ReadWish(reader, TTextEncoding::CodePage, wishes.encoding);
+    ReadWish(reader, '\x7f', wishes.decimalSign);
+    ReadWish(reader, TDateOrder::MonthDayYear, wishes.dateOrder);
+    ReadWish(reader, TShortTimes::MinutesAndSeconds, wishes.shortTimes);
+    ReadWish(reader, TMidnight::RunsOn, wishes.midnight);
+    ReadWish(reader, TColumnLayout::Aligned, wishes.columns);
+    const bool hasQuotes = reader.Flag();
+    const std::string quotes = reader.Text();
+    if (hasQuotes) wishes.quotes = quotes;
+    return wishes;
+}
+
+void WritePoints(TRecoveryBytesWriter& writer, const TPointSnapshot& points) {
+    const std::vector<TPointSpans> runs = points.Runs();
+    writer.Number(points.LastId());
+    writer.Count(points.Count());
+    for (const TPointSpans& run : runs) writer.Numbers(run.Ids);
+    for (const TPointSpans& run : runs) writer.Numbers(run.X);
+    for (const TPointSpans& run : runs) writer.Numbers(run.Y);
+}
+
+bool AreIds(std::vector<std::int32_t> ids, std::int32_t lastId) {
+    std::ranges::sort(ids);
+    const bool fit = ids.empty() || (ids.front() > 0 && ids.back() <= lastId);
+    return lastId >= 0 && fit && std::ranges::adjacent_find(ids) == ids.end();
+}
+
+TPointChain ReadPoints(TRecoveryBytesReader& reader) {
+    const auto lastId = reader.Number<std::int32_t>();
+    const std::size_t count = reader.Count(sizeof(std::int32_t) + 2 * sizeof(double));
+    const auto ids = reader.Numbers<std::int32_t>(count);
+    const auto x = reader.Numbers<double>(count);
+    const auto y = reader.Numbers<double>(count);
+    const bool finite = std::ranges::all_of(x, [](double value) { return std::isfinite(value); });
+    if (!finite || !AreIds(ids, lastId)) TRecoveryBytesReader::Refuse();
+    std::vector<TPointSpans> runs;
+    for (std::size_t start = 0; start < count; start += TPointBlock::kCapacity) {
+        const std::size_t length = std::min(TPointBlock::kCapacity, count - start);
+        runs.push_back({std::span(ids).subspan(start, length),
+                        std::span(x).subspan(start, length),
+                        std::span(y).subspan(start, length),
+                        {}});
+    }
+    return {runs, lastId};
+}
+
+void WriteSeriesState(TRecoveryBytesWriter& writer, const TSeriesState& state) {
+    writer.Bytes(state.Record->Bytes());
+    WritePoints(writer, *state.Points);
+    writer.Number(state.SourceRows.Chosen);
+    writer.Number(state.SourceRows.Used);
+    WriteWishes(writer, state.TextWishes);
+    for (const bool flag : {state.IsThinned, state.NeedsReload, state.RegressionStale, state.FitRun.Modified,
+                            state.FitRun.Stale})
+        writer.Flag(flag);
+    writer.Text(state.FitRun.Error);
+}
+
+// How the fit ended stands in the record; what the points do to it on their way is put right behind them.
+void ReadSeriesState(TRecoveryBytesReader& reader, TSeries& series) {
+    const TUpdateHold hold(series);
+    TByteSource source(reader.Bytes());
+    TxyReader record(source);
+    ReadSeries(record, series);
+    TFitRunState run = series.CurveFit().RunState();
+    series.SwapPoints(ReadPoints(reader));
+    TSeriesSource known;
+    known.Rows.Chosen = reader.Number<std::int64_t>();
+    known.Rows.Used = reader.Number<std::int64_t>();
+    known.Wishes = ReadWishes(reader);
+    known.IsThinned = reader.Flag();
+    known.NeedsReload = reader.Flag();
+    const bool isRegressionStale = reader.Flag();
+    run.Modified = reader.Flag();
+    run.Stale = reader.Flag();
+    run.Error = reader.Text();
+    if (!isRegressionStale) series.UpdateRegression();
+    series.SetSourceState(known);
+    series.CurveFit().RestoreRunState(run);
+}
+
+/// The data sets are numbered anew where they are read; 0 for none.
+int PlaceOf(const TGraphSnapshot& graph, int number) {
+    const auto series = std::ranges::find(graph.Series(), number, &TSeriesState::Number);
+    return series == graph.Series().end() ? 0 : static_cast<int>(series - graph.Series().begin()) + 1;
+}
+
+void WriteGraphState(TRecoveryBytesWriter& writer, const TGraphSnapshot& graph) {
+    for (const auto& section : graph.Settings()) writer.Bytes(section->Bytes());
+    writer.Text(graph.DataDirectory());
+    writer.Count(graph.Series().size());
+    for (const TSeriesState& series : graph.Series()) WriteSeriesState(writer, series);
+    writer.Count(graph.Marks().size());
+    for (const auto& [id, mark] : graph.Marks()) {
+        TBytes section;
+        TxyWriter entries(section, TEncoding::Compact);
+        WriteEntries(entries, MarkRows(), mark);
+        writer.Bytes(section);
+    }
+    writer.Number<std::int32_t>(PlaceOf(graph, graph.XAxisSerIndex()));
+    writer.Number<std::int32_t>(PlaceOf(graph, graph.CurrSerIndex()));
+    writer.Count(graph.Children().size());
+    for (const TGraphSnapshot& child : graph.Children()) WriteGraphState(writer, child);
+}
+
+class TGraphStateReader {
+public:
+    explicit TGraphStateReader(TRecoveryBytesReader& reader) : m_reader(reader) {}
+
+    void Read(TxyGraph& graph, int depth) {
+        const TUpdateHold hold(graph);
+        VisitSections(graph, [&](auto rows, auto& object) { ReadSection(rows, m_reader.Bytes(), object); });
+        graph.Appearance()->SetDataDirectory(m_reader.Text());
+        const auto seriesCount = static_cast<int>(std::min(kMostSeries, m_reader.Count(kSmallestSeries)));
+        for (int number = 1; number <= seriesCount; ++number)
+            ReadSeriesState(m_reader, *graph.AddSeriesNumbered(number));
+        ReadMarks(graph);
+        const auto xAxisSerIndex = ReadIndex(seriesCount);
+        const auto currSerIndex = ReadIndex(seriesCount);
+        graph.Appearance()->RestoreIndices(xAxisSerIndex, currSerIndex);
+        ReadChildren(graph, depth);
+        graph.NeedRescale();
+    }
+
+private:
+    int ReadIndex(int seriesCount) {
+        const auto index = m_reader.Number<std::int32_t>();
+        if (index < 0 || index > seriesCount) TRecoveryBytesReader::Refuse();
+        return index;
+    }
+
+    void ReadMarks(TxyGraph& graph) {
+        for (std::size_t count = m_reader.Count(sizeof(std::int32_t)); count > 0; --count) {
+            TGraphMark mark;
+            ReadSection(MarkRows(), m_reader.Bytes(), mark);
+            graph.SetMark(mark);
+        }
+        graph.SelectMark(1);
+    }
+
+    void ReadChildren(TxyGraph& graph, int depth) {
+        const std::size_t count = m_reader.Count(kSmallestSeries);
+        m_children += count;
+        const bool possible = m_children <= std::size_t{TxyGraph::kMaxChildGraphs};
+        if (!possible || (count > 0 && depth >= TxyGraph::kMaxNesting)) TRecoveryBytesReader::Refuse();
+        for (std::size_t i = 0; i < count; ++i) {
+            TxyChildGr* child = graph.AddChildGraph();
+            Read(*child, depth + 1);
+            child->FollowParent();
+        }
+    }
+
+    TRecoveryBytesReader& m_reader;
+    std::size_t m_children = 0;
+};
+
+/// The bytes behind the header, which are as they were written.
+std::span<const std::uint8_t> CheckedBody(std::span<const std::uint8_t> bytes) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    if (!text.starts_with(kMagic)) throw EGraphFileError("This is not a recovery file");
+    if (bytes.size() >= kHeaderSize && text.substr(kMagic.size(), kVersion.size()) != kVersion)
+        throw EGraphFileError("This recovery file is of another version");
+    if (bytes.size() < kHeaderSize) throw EGraphFileError("The recovery file is damaged");
+    const auto body = bytes.subspan(kHeaderSize);
+    const QByteArray hash = HashOf(body);
+    const auto written = bytes.subspan(kHeaderSize - kHashSize, kHashSize);
+    const bool same = std::memcmp(hash.constData(), written.data(), kHashSize) == 0;
+    if (!same) throw EGraphFileError("The recovery file is damaged");
+    return body;
+}
+
+} // namespace
+
+TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph) {
+    TBytes bytes(kHeaderSize);
+    std::ranges::copy(kVersion, std::ranges::copy(kMagic, bytes.begin()).out);
+    TRecoveryBytesWriter writer(bytes);
+    WriteInfo(writer, info);
+    WriteGraphState(writer, graph);
+    const QByteArray hash = HashOf(std::span(bytes).subspan(kHeaderSize));
+    std::ranges::copy(hash, bytes.begin() + (kHeaderSize - kHashSize));
+    return bytes;
+}
+
+TRecoveryInfo ReadRecovery(std::span<const std::uint8_t> bytes, TxyGraph& graph) {
+    TRecoveryBytesReader reader(CheckedBody(bytes));
+    TxyGraph loaded;
+    loaded.resize(graph.size()); // which defaults depend on
+    TRecoveryInfo info;
+    try {
+        info = ReadInfo(reader);
+        TGraphStateReader(reader).Read(loaded, 0);
+    } catch (const ELumoError&) {
+        throw EGraphFileError("The recovery file is damaged");
+    }
+    graph.CopyFrom(loaded);
+    return info;
+}
+
+} // namespace lumoplot
