@@ -5,6 +5,7 @@
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -56,24 +57,27 @@ bool NeedsDuplicates(const TSeries& series) {
 struct TRows {
     qint64 shown = 0;
     qint64 inSource = 0;
+    bool byHand = false;    ///< the points have no source
     bool estimated = false; ///< a graph file says how rows were sampled, not how many there were
 };
 
 TRows RowsOf(const TSeries& series) {
     const TSourceRows& rows = series.SourceRows();
     const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
-    if (!isManual && rows.Chosen > 0) return {rows.Used, rows.Chosen, false};
+    const qint64 count = series.Count(); // fewer than were read when points were deleted or merged
+    if (!isManual && rows.Chosen > 0) return {std::min<qint64>(rows.Used, count), rows.Chosen};
     const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
-    return {series.Count(), static_cast<qint64>(series.Count()) * every, every > 1};
+    return {count, count * every, isManual, every > 1};
 }
 
 QString SkippedRows(const std::string& fileName, const TTextReport& report) {
     constexpr std::size_t kMostShown = 5;
-    QString text = Translated("%1: %2 rows could not be read.")
-                       .arg(QFileInfo(QString::fromStdString(fileName)).fileName(),
-                            QLocale().toString(report.rowsSkipped));
+    const QString name = QFileInfo(QString::fromStdString(fileName)).fileName();
+    QString text = QString::fromStdString(ShownLine(Translated("%1: %2 rows could not be read.")
+                                                        .arg(name, QLocale().toString(report.rowsSkipped))
+                                                        .toStdString()));
     for (std::size_t i = 0; i < std::min(kMostShown, report.messages.size()); ++i)
-        text += QLatin1Char('\n') + QString::fromStdString(report.messages[i]);
+        text += QLatin1Char('\n') + QString::fromStdString(ShownLine(report.messages[i]));
     if (report.rowsSkipped > static_cast<std::int64_t>(kMostShown)) text += QStringLiteral("\n…");
     return text;
 }
@@ -136,10 +140,12 @@ void TDataFiles::TellNotes() {
 
 QString TDataFiles::Summary() const {
     TRows all;
+    all.byHand = true;
     for (const auto& series : m_graph.Series()) {
         const TRows rows = RowsOf(*series);
         all.shown += rows.shown;
         all.inSource += rows.inSource;
+        all.byHand &= rows.byHand;
         all.estimated |= rows.estimated;
     }
     if (m_graph.Series().empty()) return Translated("No data");
@@ -148,6 +154,7 @@ QString TDataFiles::Summary() const {
                              ? Translated("1 data set")
                              : Translated("%1 data sets").arg(m_graph.Series().size());
     const QString inSource = locale.toString(all.inSource);
+    if (all.byHand) return Translated("%1, %2 points").arg(sets, inSource);
     if (all.shown == all.inSource) return Translated("%1, all %2 rows").arg(sets, inSource);
     return (all.estimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
         .arg(sets, locale.toString(all.shown), inSource);

@@ -41,6 +41,7 @@ void TGraphDocument::SetUnmodified() {
 void TGraphDocument::Become(const QString& fileName, const QString& templateName) {
     m_fileName = fileName;
     m_templateName = templateName;
+    if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.Start();
     Q_EMIT StateChanged();
 }
@@ -58,10 +59,8 @@ void TGraphDocument::New() {
         try {
             LoadLook(graph, defaultTemplate);
         } catch (const ELumoError& error) {
-            ShowMessage(tr("The template %1 is not used: %2")
-                            .arg(QDir::toNativeSeparators(defaultTemplate), QString::fromUtf8(error.what()))
-                            .toStdString(),
-                        TMessageKind::Warning);
+            const QString text = tr("The template is not used: %1").arg(QString::fromUtf8(error.what()));
+            ShowMessage(text.toStdString(), TMessageKind::Warning);
             graph.ResetToDefaults();
             ApplyDefaultLook(graph);
         }
@@ -87,6 +86,7 @@ void TGraphDocument::Open(const QString& fileName) {
 void TGraphDocument::SaveTo(const QString& fileName) {
     m_graph.SaveTemplate(fileName.toStdString(), TPoints::Include);
     m_fileName = QFileInfo(fileName).absoluteFilePath();
+    if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.MarkClean();
     Q_EMIT StateChanged();
 }
@@ -94,6 +94,40 @@ void TGraphDocument::SaveTo(const QString& fileName) {
 void TGraphDocument::SaveAsTemplate(const QString& fileName) {
     m_graph.SaveTemplate(fileName.toStdString(), TPoints::LeaveOut);
     SetTemplateName(QFileInfo(fileName).absoluteFilePath());
+}
+
+void TGraphDocument::KeepChanges(const QString& folder, int intervalMs) {
+    m_recovery = std::make_unique<TRecoveryWriter>(m_session, TRecoveryOptions{.Kind = QString(kRecoveryKind),
+                                                                               .DocumentName = m_fileName,
+                                                                               .Folder = folder,
+                                                                               .IntervalMs = intervalMs});
+    connect(m_recovery.get(), &TRecoveryWriter::Failed, this, &TGraphDocument::SetKeepingProblem);
+    connect(m_recovery.get(), &TRecoveryWriter::Written, this, [this] { SetKeepingProblem({}); });
+}
+
+void TGraphDocument::SetKeepingProblem(const QString& problem) {
+    if (m_keepingProblem == problem) return;
+    m_keepingProblem = problem;
+    Q_EMIT StateChanged();
+}
+
+// Undoing the step leads to what is in the file. A file that is gone is written again by saving.
+void TGraphDocument::BecomeFileOf(const TRecoveryInfo& session) {
+    if (!session.DocumentName.isEmpty() && QFileInfo::exists(session.DocumentName)) {
+        try {
+            return Open(session.DocumentName);
+        } catch (const ELumoError& error) {
+            ShowMessage(error.what(), TMessageKind::Warning);
+        }
+    }
+    New();
+    if (!session.DocumentName.isEmpty()) Become(session.DocumentName, DefaultTemplate());
+}
+
+void TGraphDocument::Recover(TRecoveredSession session) {
+    BecomeFileOf(session.Info);
+    m_session.Change(tr("recover").toStdString(), [&] { m_graph.CopyFrom(*session.Graph); });
+    if (m_recovery) m_recovery->Continue(std::move(session.File));
 }
 
 } // namespace lumoplot

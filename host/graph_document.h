@@ -1,13 +1,20 @@
 // The graph that the window shows as a document: which file and which template it belongs to, its session of
-// steps that can be undone, and whether it has changes that are not saved. It asks the user nothing.
+// steps that can be undone, whether it has changes that are not saved, and where these are kept in case of a
+// crash. It asks the user nothing.
 #pragma once
 
+#include "dialogs/recovery_dialog.h"
 #include "graph/model/graph.h"
 #include "session/graph_session.h"
+#include "session/recovery_writer.h"
 
 #include <functional>
+#include <memory>
 
 namespace lumoplot {
+
+/// Of the program's recovery files.
+inline constexpr QLatin1String kRecoveryKind("host");
 
 class TGraphDocument : public QObject {
     Q_OBJECT
@@ -43,6 +50,14 @@ public:
     /// Saves the graph without points; the document keeps its file.
     void SaveAsTemplate(const QString& fileName);
 
+    /// Changes that are not saved are kept in a file of the folder from now on, at most once in the interval.
+    void KeepChanges(const QString& folder, int intervalMs);
+    /// Becomes the file that the session belonged to, where it can still be read, changed by one step into
+    /// what the session left.
+    void Recover(TRecoveredSession session);
+    /// Why changes can not be kept; empty while they are.
+    const QString& KeepingProblem() const { return m_keepingProblem; }
+
 Q_SIGNALS:
     /// The file's name or the modified state is another one.
     void StateChanged();
@@ -51,12 +66,16 @@ private:
     QString DefaultTemplate() const;
     void Become(const QString& fileName, const QString& templateName);
     void TakeOver(const TxyGraph& graph);
+    void BecomeFileOf(const TRecoveryInfo& session);
+    void SetKeepingProblem(const QString& problem);
 
     TxyGraph& m_graph;
     TGraphSession m_session;
     QString m_templateFolder;
     QString m_fileName;
     QString m_templateName;
+    QString m_keepingProblem;
+    std::unique_ptr<TRecoveryWriter> m_recovery; ///< null while nothing is kept
 };
 
 } // namespace lumoplot

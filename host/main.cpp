@@ -79,6 +79,8 @@ int RunWindow(const TArguments& arguments) {
     window.RestorePlace();
     window.show();
     QTimer::singleShot(0, &window, [&] {
+        const bool isRecovered = window.StartRecovery(RecoveryFolder());
+        if (isRecovered && arguments.isExample) return;
         window.OpenFiles(arguments.files);
         if (arguments.isExample) window.Document().SetUnmodified();
     });

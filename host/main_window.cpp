@@ -3,6 +3,7 @@
 #include "dialogs/graph_edit_bar.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
+#include "support/message_text.h"
 #include "ui_main_window.h"
 
 #include <QCloseEvent>
@@ -10,11 +11,16 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QSettings>
+#include <QTextDocument>
+#include <QTimer>
+#include <utility>
 
 namespace lumoplot {
 namespace {
 
 const QString kGeometryKey = QStringLiteral("window/geometry");
+constexpr std::size_t kLongestShownName = 60;
+
 const QString kStateKey = QStringLiteral("window/state");
 
 QStringList LocalFiles(const QMimeData& data) {
@@ -38,6 +44,11 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_rows = new QLabel(this);
     m_rows->setObjectName(QStringLiteral("l_Rows"));
     m_ui->statusBar->addPermanentWidget(m_rows);
+    m_notice = new QLabel(this);
+    m_notice->setObjectName(QStringLiteral("l_Notice"));
+    m_notice->setTextFormat(Qt::PlainText);
+    m_notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_ui->statusBar->addWidget(m_notice, 1);
     m_ui->m_View->addSeparator();
     m_ui->m_View->addAction(m_ui->toolBar->toggleViewAction());
     m_document = std::make_unique<TGraphDocument>(Graph(), templateFolder);
@@ -101,15 +112,34 @@ void TMainWindow::ConnectActions() {
 void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
-    connect(&Graph(), &TxyGraph::OnLogError, this, [this](TSeries* series) {
-        m_ui->statusBar->showMessage(tr("%1 has values that a logarithmic axis can not show")
-                                         .arg(QString::fromStdString(series->SeriesName())));
-    });
-    connect(&Graph(), &TxyGraph::OnTooManyPoints, this, [this](TSeries* series) {
-        m_ui->statusBar->showMessage(tr("%1 has %L2 points: drawing may take a while")
-                                         .arg(QString::fromStdString(series->SeriesName()))
-                                         .arg(series->Count()));
-    });
+    Graph().installEventFilter(this);
+}
+
+// What a picture shows is known when it has been painted.
+bool TMainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &Graph() && event->type() == QEvent::Paint) ShowNoticeSoon();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void TMainWindow::ShowNoticeSoon() {
+    if (std::exchange(m_noticeIsDue, true)) return;
+    QTimer::singleShot(0, this, &TMainWindow::ShowNotice);
+}
+
+void TMainWindow::ShowNotice() {
+    m_noticeIsDue = false;
+    QStringList notices;
+    if (!m_document->KeepingProblem().isEmpty())
+        notices += tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem());
+    for (const auto& series : Graph().Series()) {
+        const QString name = QString::fromStdString(ShownLine(series->SeriesName(), kLongestShownName));
+        if (series->LogErrors() > 0)
+            notices += tr("%1 has values that a logarithmic axis can not show").arg(name);
+        if (series->Active() && series->Count() > TxyGraph::kPlottedPointLimit)
+            notices += tr("%1 has %L2 points: drawing may take a while").arg(name).arg(series->Count());
+    }
+    m_notice->setText(notices.join(QStringLiteral(" · ")));
+    m_notice->setToolTip(Qt::convertFromPlainText(notices.join(QLatin1Char('\n'))));
 }
 
 void TMainWindow::ShowState() {
@@ -120,6 +150,7 @@ void TMainWindow::ShowState() {
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
     m_rows->setText(m_dataFiles->Summary());
     ShowSteps();
+    ShowNoticeSoon();
 }
 
 void TMainWindow::ShowSteps() {

@@ -35,6 +35,9 @@ public:
     /// Opens the graph files among them and adds the data files to the graph, in their order. Tells the user
     /// what can not be opened.
     void OpenFiles(const QStringList& files);
+    /// Offers what was left in the folder without having been saved, and keeps unsaved changes there from now
+    /// on. True when the user goes on with what was left.
+    bool StartRecovery(const QString& folder, int intervalMs = kRecoveryIntervalMs);
     /// Puts the window where it was when the program was left last.
     void RestorePlace();
 
@@ -42,6 +45,7 @@ public Q_SLOTS:
     void EditData();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -67,6 +71,8 @@ private:
     /// Makes a change of the graph one step; true when there is one.
     bool Change(const QString& name, const std::function<void()>& action);
     void ShowSteps();
+    void ShowNotice();
+    void ShowNoticeSoon();
 
     void OnNew();
     void OnNewFromTemplate();
@@ -97,6 +103,8 @@ private:
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;
+    QLabel* m_notice = nullptr; ///< what the user should know of the graph as it is
+    bool m_noticeIsDue = false;
     TGraphEditBar* m_editBar = nullptr;
 };
 

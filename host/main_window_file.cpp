@@ -106,4 +106,17 @@ void TMainWindow::OnSaveAsTemplate() {
     if (!fileName.isEmpty()) m_document->SaveAsTemplate(fileName);
 }
 
+bool TMainWindow::StartRecovery(const QString& folder, int intervalMs) {
+    bool isRecovered = false;
+    Guarded([&] {
+        std::optional<TRecoveredSession> session = OfferRecovery(folder, kRecoveryKind, this);
+        m_document->KeepChanges(folder, intervalMs);
+        if (!session) return;
+        m_document->Recover(*std::move(session));
+        isRecovered = true;
+    });
+    ShowState();
+    return isRecovered;
+}
+
 } // namespace lumoplot
