@@ -68,7 +68,7 @@ struct TBootstrap {
     int Failed = 0; ///< resamples without a fit, which are left out
     bool WasCancelled = false;
     TVector StandardErrors;
-    std::vector<TInterval> Intervals; ///< percentiles
+    std::vector<TInterval> Intervals; ///< percentiles, a little wider where points are few
 };
 
 /// Fits resamples on all cores; a cancelled run has what there was. Throws EFitError where there are no

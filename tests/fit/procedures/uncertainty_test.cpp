@@ -65,7 +65,8 @@ TEST(Uncertainty, AgreesForALinearModel) {
                         (point.Value - line.fit.Parameter(static_cast<int>(i) + 1)->Value()) / error, 1e-6);
         EXPECT_NEAR(bootstrap.StandardErrors[i] / error, 1, 0.05);
         EXPECT_NEAR(points.StandardErrors[i] / error, 1, 0.2);
-        EXPECT_NEAR((bootstrap.Intervals[i].High - bootstrap.Intervals[i].Low) / (2 * 1.96 * error), 1, 0.05);
+        EXPECT_NEAR((bootstrap.Intervals[i].High - bootstrap.Intervals[i].Low) / (2 * 2.024 * error), 1,
+                    0.05);
     }
 }
 
