@@ -4,9 +4,9 @@
 #include "cli/fit_definition.h"
 #include "cli/fit_document.h"
 #include "cli/fit_report_file.h"
-#include "fit/run/curve_fitter.h"
 #include "expr/blocks/block_evaluator.h"
 #include "expr/formula_hints.h"
+#include "fit/run/curve_fitter.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
@@ -52,7 +52,8 @@ struct TFitCommand {
             weights.empty() ? std::vector<double>() : ErrorsOf(input, corrected);
         run.Errors = errors;
         run.SearchRuns = searchRuns.value_or(0);
-        if (const auto hint = FindSignHint(fit.Expression())) PrintMessage(fit.Expression() + ": " + hint->Text);
+        if (const auto hint = FindSignHint(fit.Expression()))
+            PrintMessage(fit.Expression() + ": " + hint->Text);
         const TFitResult result = RunFit(fit, input.X(), corrected, run);
         if (!save.empty()) fit.SaveToFile(save);
         if (!report.empty()) WriteFitReport(report, fit, data);
