@@ -22,6 +22,20 @@ constexpr int kMostNarrowings = 40;
 constexpr double kNearEnough = 1e-7;   // of the interval
 constexpr double kDefaultError = 0.01; // of the value, where there is no standard error
 
+/// Shows the position of the whole work whatever the fits within it report.
+class TSteadyProgress final : public TProgress {
+public:
+    explicit TSteadyProgress(TProgress& outer) : m_outer(outer) {}
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
+        m_outer.Begin(caption, minimum, maximum);
+    }
+    [[nodiscard]] bool StepTo(std::int64_t) override { return m_outer.StepTo(Position); }
+    std::int64_t Position = 0;
+
+private:
+    TProgress& m_outer;
+};
+
 /// Fits the other parameters with one held.
 class TProfiler {
 public:
@@ -56,6 +70,7 @@ public:
 private:
     double RssAt(double value) {
         *m_parameter.ValueRef() = value;
+        if (!m_progress.StepTo(0)) throw TFitCancelled();
         if (m_others.empty()) {
             const std::vector<double> residuals = ResidualsOf(m_copy.Fit, m_copy.Points);
             return Dot(residuals, residuals);
@@ -89,7 +104,7 @@ private:
         TProfilePoint before{m_best, m_least, 0};
         try {
             for (int i = 0; i < kMostSteps && before.Value != bound; ++i) {
-                if (!m_progress.StepTo(i + (side < 0 ? 0 : kMostSteps))) throw TFitCancelled();
+                m_progress.Position = i + (side < 0 ? 0 : kMostSteps);
                 double value = before.Value + step;
                 if (side * (value - bound) > 0) value = bound;
                 const TProfilePoint point = PointAt(value);
@@ -138,7 +153,7 @@ private:
     }
 
     TFitCopy m_copy;
-    TProgress& m_progress;
+    TSteadyProgress m_progress;
     TDBLParameter& m_parameter;
     double m_best;
     double m_limit; ///< deviation at the ends of the interval
