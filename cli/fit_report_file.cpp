@@ -21,6 +21,7 @@ std::string PictureOf(const TCurFit& fit, const TDataOptions& data) {
     const auto document = LoadGraph(data);
     TSeries& chosen = ChosenSeries(document->Graph(), data);
     for (const auto& series : document->Graph().Series()) series->SetActive(series.get() == &chosen);
+    if (chosen.PointsShown()) chosen.SetLinesShown(false);
     chosen.CurveFit().Assign(&fit);
     chosen.CurveFit().SetShowCurve(true);
     chosen.CurveFit().SetStatus(TCurFit::kFunction);

@@ -68,15 +68,15 @@ std::vector<std::string> ParameterRow(const TDBLParameter& parameter, const TFit
         const double t = parameter.Value() / error;
         row.push_back(Number(error));
         row.push_back(Number(100 * std::abs(error / parameter.Value())));
-        row.push_back(std::isnan(half)
-                          ? ""
-                          : Number(parameter.Value() - half) + " … " + Number(parameter.Value() + half));
+        row.push_back(std::isnan(half) ? ""
+                                       : Number(parameter.Value() - half, kValueDigits) + " … " +
+                                             Number(parameter.Value() + half, kValueDigits));
         row.push_back(Number(t));
         row.push_back(Number(StudentProbability(t, result.Quality.Freedom)));
         row.push_back(BoundsOf(parameter));
     }
     row.push_back(parameter.Units);
-    row.push_back(parameter.Description);
+    row.push_back(parameter.Description == TDBLParameter().Description ? "" : parameter.Description);
     return row;
 }
 
