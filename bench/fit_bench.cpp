@@ -1,6 +1,7 @@
 // Curve fits: the certified problems from both starts by each procedure, and 100,000 points by a model of
 // four parameters against the `fit` of gnuplot, where that is installed.
 #include "fit/run/certified.h"
+#include "fit/run/curve_fitter.h"
 #include "support/number_text.h"
 #include "support/replace_file.h"
 
@@ -80,6 +81,83 @@ double Fit(const TCertifiedData& data, int procedure) {
     }
     return RunFit(fit, data.X, data.Y).Rss;
 }
+
+/// Two peaks on a slope: eight parameters, two of them places, two widths, four linear.
+struct TPeaks {
+    static constexpr int kCount = 1000000;
+    TCertifiedData data;
+
+    TPeaks() {
+        std::mt19937_64 random(2);
+        for (int i = 0; i < kCount; ++i) {
+            const double x = 10.0 * i / kCount;
+            const double noise = static_cast<double>(random() >> 11) * 0x1p-53 - 0.5;
+            const double left = (x - 3) / 0.7;
+            const double right = (x - 6.5) / 1.2;
+            data.X.push_back(x);
+            data.Y.push_back(4 * std::exp(-left * left) + 2 * std::exp(-right * right) + 1 + 0.2 * x +
+                             0.2 * noise);
+        }
+    }
+
+    TFitResult Fit(TProgress* progress = nullptr, int procedure = TCurFit::kNewton) const {
+        TCurFit fit;
+        fit.SetExpression("a*exp(-sqr((x-m)/s))+b*exp(-sqr((x-n)/t))+c+d*x");
+        fit.SetProcType(procedure);
+        fit.SetIterMax(kIterations);
+        const std::pair<const char*, double> starts[] = {{"a", 1}, {"m", 2.5}, {"s", 1}, {"b", 1},
+                                                         {"n", 7}, {"t", 1},   {"c", 0}, {"d", 0}};
+        for (const auto& [name, value] : starts) {
+            auto parameter = std::make_unique<TDBLParameter>();
+            parameter->SetName(name);
+            parameter->SetValue(value);
+            parameter->SetVary(true);
+            fit.AddParameter(std::move(parameter));
+        }
+        TFitRun run;
+        run.Progress = progress;
+        return RunFit(fit, data.X, data.Y, run);
+    }
+};
+
+void BM_MillionPoints(benchmark::State& state) {
+    const TPeaks peaks;
+    TFitResult result;
+    for (auto _ : state) result = peaks.Fit();
+    state.counters["converged"] = result.End == TFitEnd::Converged;
+    state.counters["evaluations"] = result.Evaluations;
+}
+BENCHMARK(BM_MillionPoints)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// Cancelled at a moment; then says how long ago that was.
+class TCancelAfter final : public TProgress {
+public:
+    explicit TCancelAfter(double seconds)
+        : m_end(std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds)) {}
+    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+    [[nodiscard]] bool StepTo(std::int64_t) override { return std::chrono::steady_clock::now() < m_end; }
+    double SecondsSince() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_end).count();
+    }
+
+private:
+    std::chrono::time_point<std::chrono::steady_clock, std::chrono::duration<double>> m_end;
+};
+
+// The longest time from a cancel to the return, over cancels at twenty moments.
+void BM_Cancel(benchmark::State& state) {
+    const TPeaks peaks;
+    double longest = 0;
+    for (auto _ : state) {
+        for (int i = 0; i < 20; ++i) {
+            TCancelAfter progress(0.02 * (i + 1));
+            const TFitResult result = peaks.Fit(&progress, static_cast<int>(state.range(0)));
+            if (result.End == TFitEnd::Cancelled) longest = std::max(longest, progress.SecondsSince());
+        }
+    }
+    state.counters["longest_ms"] = 1000 * longest;
+}
+BENCHMARK(BM_Cancel)->ArgName("procedure")->DenseRange(TCurFit::kPowell, TCurFit::kNewton)->Iterations(1);
 
 double SecondsOf(const auto& work) {
     const auto start = std::chrono::steady_clock::now();

@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "expr/expression_parser.h"
+#include "expr/formula_hints.h"
 #include "expr/names.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -68,8 +69,22 @@ private:
         m_parser.DefineVariable(name, &m_values.back());
     }
 
+    // Throws the error of the parser, with the function that may be meant.
+    void Compile(const std::string& formula) {
+        try {
+            m_parser.AddExpression(formula);
+        } catch (const EParserException& error) {
+            throw EParserException(WithNameHint(error.what(), formula, m_parser));
+        }
+    }
+
+    void WarnOfSign() const {
+        if (const auto hint = FindSignHint(expression)) PrintMessage(expression + ": " + hint->Text);
+    }
+
     void PrintValue() {
-        m_parser.AddExpression(expression);
+        Compile(expression);
+        WarnOfSign();
         const double value = m_parser.Evaluate();
         if (form == TOutputForm::Json)
             Print({{"value", value}}, form);
@@ -80,7 +95,8 @@ private:
     void PrintGrid(const TGrid& grid) {
         double x = 0;
         m_parser.DefineVariable(xName.empty() ? "x" : xName, &x);
-        m_parser.AddExpression(expression);
+        Compile(expression);
+        WarnOfSign();
         TDocument xs = TDocument::array();
         TDocument ys = TDocument::array();
         for (int i = 0; i < grid.count; ++i) {
@@ -111,7 +127,7 @@ private:
     std::string Answer(const std::string& line) {
         std::string answer;
         try {
-            m_parser.AddExpression(line);
+            Compile(line);
             answer = FormatShortest(m_parser.Evaluate());
         } catch (const ELumoError& error) {
             answer = std::string("error: ") + error.what();

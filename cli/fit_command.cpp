@@ -2,8 +2,11 @@
 #include "cli/commands.h"
 #include "cli/data_input.h"
 #include "cli/fit_definition.h"
+#include "cli/fit_document.h"
+#include "cli/fit_report_file.h"
+#include "expr/blocks/block_evaluator.h"
+#include "expr/formula_hints.h"
 #include "fit/run/curve_fitter.h"
-#include "fit/run/fit_statistics.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 
@@ -22,11 +25,19 @@ struct TFitCommand {
     TFitStarts starts = TFitStarts::Scattered;
     std::string weights;
     std::string robust;
+    std::optional<int> searchRuns;
+    std::optional<int> bootstrap;
+    bool profiles = false;
+    std::optional<int> curve;
+    bool residuals = false;
+    std::string report;
     bool allowsUnconverged = false;
     std::string save;
     TOutputForm form = TOutputForm::Outline;
 
     void Run() const {
+        if (!report.empty()) CheckReportName(report);
+        if (searchRuns && starts == TFitStarts::Given) throw EUsage("--starts: there is --local already");
         TCurFit fit;
         if (definition.HasModel()) definition.Define(fit, nullptr);
         const TDataInput input(data);
@@ -40,9 +51,13 @@ struct TFitCommand {
         const std::vector<double> errors =
             weights.empty() ? std::vector<double>() : ErrorsOf(input, corrected);
         run.Errors = errors;
+        run.SearchRuns = searchRuns.value_or(0);
+        if (const auto hint = FindSignHint(fit.Expression()))
+            PrintMessage(fit.Expression() + ": " + hint->Text);
         const TFitResult result = RunFit(fit, input.X(), corrected, run);
         if (!save.empty()) fit.SaveToFile(save);
-        Print(DocumentOf(fit, result), form);
+        if (!report.empty()) WriteFitReport(report, fit, data);
+        PrintResult({fit, input.X(), corrected, run});
         if (result.End == TFitEnd::Converged || allowsUnconverged) return;
         std::string message = TextOf(result.End);
         for (const std::string& remark : result.Remarks)
@@ -79,79 +94,100 @@ private:
         return errors;
     }
 
-    static TDocument DocumentOf(const TCurFit& fit, const TFitResult& result) {
-        TDocument values = TDocument::object();
-        TDocument errors = TDocument::object();
-        TDocument t = TDocument::object();
-        TDocument probability = TDocument::object();
-        for (int i = 1; i <= fit.NParams(); ++i) values[fit.Parameter(i)->Name()] = fit.Parameter(i)->Value();
-        for (std::size_t i = 0; i < result.Varied.size(); ++i) {
-            const TDBLParameter& parameter = *fit.Parameter(result.Varied[i]);
-            const double ratio = parameter.Value() / result.StandardError(i);
-            errors[parameter.Name()] = result.StandardError(i);
-            t[parameter.Name()] = ratio;
-            probability[parameter.Name()] = StudentProbability(ratio, result.Quality.Freedom);
+    // The tables alone are printed as text, so that another program can read them; as JSON they are added.
+    void PrintResult(const TFittedData& fitted) const {
+        TDocument document = FitDocument(fitted.Fit);
+        const bool isConverged = fitted.Fit.Result()->End == TFitEnd::Converged;
+        if (isConverged && bootstrap) {
+            TBootstrapOptions options;
+            options.Resamples = *bootstrap;
+            document["bootstrap"] = BootstrapDocument(fitted.Fit, BootstrapOf(fitted, options));
         }
-        TDocument document = {{"parameters", values},
-                              {"errors", errors},
-                              {"t", t},
-                              {"probability", probability},
-                              {"on_bound", OnBound(fit, result)},
-                              {"correlation", Correlation(result)},
-                              {"rss", result.Rss},
-                              {"residual_sd", result.ResidualSD},
-                              {"r_squared", result.RSquared}};
-        AddQuality(document, result);
-        document["points"] = result.PointsUsed;
-        document["points_left_out"] = result.PointsLeftOut;
-        document["outliers"] = result.Outliers;
-        document["iterations"] = result.Iterations;
-        document["evaluations"] = result.Evaluations;
-        document["converged"] = result.End == TFitEnd::Converged;
-        document["end"] = TextOf(result.End);
-        document["remarks"] = TDocument::array();
-        for (const std::string& remark : result.Remarks) document["remarks"].push_back(remark);
-        return document;
+        if (isConverged && profiles) document["profile"] = ProfileDocument(fitted);
+        if (form == TOutputForm::Outline && !curve && !residuals) return Print(document, form);
+        if (curve) TakeTable(document, "curve", CurveOf(fitted));
+        if (residuals) TakeTable(document, "residuals", ResidualsOf(fitted));
+        if (form == TOutputForm::Json) Print(document, form);
     }
 
-    static void AddQuality(TDocument& document, const TFitResult& result) {
-        const TFitQuality& quality = result.Quality;
-        document["adjusted_r_squared"] = quality.AdjustedRSquared;
-        document["aic"] = quality.Aic;
-        document["aicc"] = quality.Aicc;
-        document["bic"] = quality.Bic;
-        document["runs_deviation"] = quality.RunsDeviation;
-        document["runs_probability"] = quality.RunsProbability;
-        document["durbin_watson"] = quality.DurbinWatson;
-        document["degrees_of_freedom"] = quality.Freedom;
-        if (std::isnan(quality.ChiSquareProbability)) return;
-        document["chi_square"] = result.Rss;
-        document["reduced_chi_square"] = result.Rss / quality.Freedom;
-        document["chi_square_probability"] = quality.ChiSquareProbability;
+    using TColumns = std::vector<std::pair<const char*, std::vector<double>>>;
+
+    void TakeTable(TDocument& document, const char* name, const TColumns& columns) const {
+        TDocument table = TDocument::object();
+        for (const auto& [title, values] : columns) table[title] = values;
+        document[name] = table;
+        if (form == TOutputForm::Json) return;
+        std::string text;
+        for (std::size_t row = 0; row < columns.front().second.size(); ++row)
+            for (const auto& column : columns)
+                text += FormatShortest(column.second[row]) + (&column == &columns.back() ? '\n' : '\t');
+        Print(text);
     }
 
-    static TDocument OnBound(const TCurFit& fit, const TFitResult& result) {
-        TDocument names = TDocument::array();
-        for (std::size_t i = 0; i < result.Varied.size(); ++i) {
-            const TDBLParameter& parameter = *fit.Parameter(result.Varied[i]);
-            if (parameter.IsOnBound()) names.push_back(parameter.Name());
-        }
-        return names;
+    static bool IsUsed(const TCurFit& fit, double x) {
+        return std::isfinite(x) && !(fit.UseLeftMargin() && x < fit.LeftMargin()) &&
+               !(fit.UseRightMargin() && x > fit.RightMargin());
     }
 
-    // The rows in the order of the errors.
-    static TDocument Correlation(const TFitResult& result) {
-        TDocument rows = TDocument::array();
-        const TMatrix& covariance = result.Covariance;
-        for (int i = 0; i < covariance.Size(); ++i) {
-            TDocument row = TDocument::array();
-            for (int j = 0; j < covariance.Size(); ++j)
-                row.push_back(covariance(i, j) / std::sqrt(covariance(i, i) * covariance(j, j)));
-            rows.push_back(row);
+    TColumns CurveOf(const TFittedData& fitted) const {
+        double left = INFINITY;
+        double right = -INFINITY;
+        for (const double x : fitted.X) {
+            if (!IsUsed(fitted.Fit, x)) continue;
+            left = std::min(left, x);
+            right = std::max(right, x);
         }
-        return rows;
+        std::vector<double> x;
+        for (int i = 0; i < *curve; ++i) x.push_back(std::lerp(left, right, i / std::max(1.0, *curve - 1.0)));
+        return {{"x", x}, {"y", ValuesAt(fitted.Fit, x)}};
+    }
+
+    static TColumns ResidualsOf(const TFittedData& fitted) {
+        TColumns columns = {{"x", {}}, {"y", {}}, {"fitted", {}}, {"residual", {}}};
+        for (std::size_t i = 0; i < fitted.X.size(); ++i) {
+            if (!IsUsed(fitted.Fit, fitted.X[i])) continue;
+            columns[0].second.push_back(fitted.X[i]);
+            columns[1].second.push_back(fitted.Y[i]);
+        }
+        columns[2].second = ValuesAt(fitted.Fit, columns[0].second);
+        for (std::size_t i = 0; i < columns[0].second.size(); ++i)
+            columns[3].second.push_back(columns[1].second[i] - columns[2].second[i]);
+        return columns;
+    }
+
+    static std::vector<double> ValuesAt(const TCurFit& fit, const std::vector<double>& x) {
+        TCurFit copy;
+        copy.Assign(&fit);
+        std::vector<double> y(x.size());
+        TBlockEvaluator(copy, copy.XRef()).Evaluate(x, y);
+        return y;
     }
 };
+
+void AddOutputOptions(CLI::App& command, TFitCommand& fit) {
+    const std::string group = "Results";
+    AddCount(command, "--bootstrap", fit.bootstrap, 2, "Errors and 95 % intervals from N resamples")
+        ->group(group);
+    command.add_flag("--profile", fit.profiles, "95 % intervals from profiles of the sum of squares")
+        ->group(group);
+    AddCount(command, "--curve", fit.curve, 1, "Print N even points x, y of the curve instead of the figures")
+        ->group(group);
+    command
+        .add_flag("--residuals", fit.residuals,
+                  "Print x, y, fitted y and residual of each point instead of the figures")
+        ->group(group);
+    command.add_option("--report", fit.report, "Write a report: .html with a picture, or .txt")
+        ->type_name("FILE")
+        ->group(group);
+    command.add_option("--save", fit.save, "Save the fit as a function file (.lfn)")
+        ->type_name("FILE")
+        ->group(group);
+    command
+        .add_flag_callback(
+            "--allow-unconverged", [&fit] { fit.allowsUnconverged = true; },
+            "Exit status 0 also where the fit has not converged")
+        ->group(group);
+}
 
 void AddRunOptions(CLI::App& command, TFitCommand& fit) {
     const std::string group = "Run";
@@ -174,11 +210,7 @@ void AddRunOptions(CLI::App& command, TFitCommand& fit) {
     command.add_option("--robust", fit.robust, "Hold outliers off: huber, cauchy or tukey")
         ->type_name("NAME")
         ->group(group);
-    command
-        .add_flag_callback(
-            "--allow-unconverged", [&fit] { fit.allowsUnconverged = true; },
-            "Exit status 0 also where the fit has not converged")
-        ->group(group);
+    AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(group);
     AddNumber(command, "--left", fit.definition.left, "Use points from this X on")->group(group);
     AddNumber(command, "--right", fit.definition.right, "Use points up to this X")->group(group);
 }
@@ -191,7 +223,7 @@ void AddFitCommand(CLI::App& program) {
     AddDataOptions(command, fit->data);
     AddDefinitionOptions(command, fit->definition);
     AddRunOptions(command, *fit);
-    command.add_option("--save", fit->save, "Save the fit as a function file (.lfn)")->type_name("FILE");
+    AddOutputOptions(command, *fit);
     AddJson(command, fit->form);
     command.footer(
         "Without --equation and --function the fit that the data set holds is run; --param then changes\n"

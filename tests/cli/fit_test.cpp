@@ -1,6 +1,7 @@
 #include "cli/program.h"
 
 #include <QJsonArray>
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
@@ -61,6 +62,70 @@ TEST_F(Fit, StoredFitsRun) {
         RunForJson({"fit", Decay(), "--function", function, "--param", "b=0.1", "--right", "7"});
     EXPECT_EQ(fit["parameters"].toObject()["b"].toDouble(), 0.3);
     EXPECT_EQ(fit["points"].toInt(), 8);
+}
+
+TEST_F(Fit, TablesAreForOtherPrograms) {
+    const std::string line = WithText("line.csv", "x,y\n1,9\n2,5\n3,7\n4,9\n");
+    TArguments arguments = {"fit",     line,  "--equation", "a+b*x", "--param", "a=1",
+                            "--param", "b=1", "--left",     "2",     "--curve", "3"};
+    const std::string text = RunProgram(arguments).out;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 3);
+    for (const char* start : {"2\t", "\n3\t", "\n4\t"})
+        EXPECT_NE(text.find(start), std::string::npos) << text;
+    arguments.push_back("--residuals");
+    const QJsonObject fit = RunForJson(arguments);
+    EXPECT_NEAR(fit["curve"].toObject()["y"].toArray()[1].toDouble(), 7, 1e-12);
+    const QJsonObject residuals = fit["residuals"].toObject();
+    EXPECT_EQ(residuals["y"].toArray(), QJsonArray({5, 7, 9}));
+    EXPECT_NEAR(residuals["fitted"].toArray()[2].toDouble(), 9, 1e-12);
+    EXPECT_NEAR(residuals["residual"].toArray()[0].toDouble(), 0, 1e-12);
+}
+
+TEST_F(Fit, UncertaintiesComeInThreeWays) {
+    std::string text = "x,y\n";
+    for (int x = 0; x < 30; ++x) text += std::to_string(x) + ',' + std::to_string(2 * x + x * 7 % 5) + '\n';
+    const QJsonObject fit = RunForJson({"fit", WithText("line.csv", text), "--equation", "a+b*x", "--param",
+                                        "a=1", "--param", "b=1", "--bootstrap", "2000", "--profile"});
+    const QJsonArray interval = fit["intervals"].toObject()["b"].toArray();
+    const QJsonObject profile = fit["profile"].toObject()["b"].toObject();
+    const QJsonObject bootstrap = fit["bootstrap"].toObject()["b"].toObject();
+    const double error = fit["errors"].toObject()["b"].toDouble();
+    EXPECT_NEAR(profile["low"].toDouble(), interval[0].toDouble(), 1e-4 * error);
+    EXPECT_NEAR(profile["high"].toDouble(), interval[1].toDouble(), 1e-4 * error);
+    EXPECT_NEAR(bootstrap["error"].toDouble(), error, 0.1 * error);
+    EXPECT_GT(profile["values"].toArray().size(), 8);
+    EXPECT_EQ(fit["bootstrap"].toObject()["resamples"].toInt(), 2000);
+}
+
+TEST_F(Fit, ReportsAreForPeople) {
+    for (const char* file : {"report.html", "report.txt"}) {
+        RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "a=1", "--param", "b=1",
+                    "--right", "8", "--report", NameOf(file)});
+        const std::string report = ContentOf(NameOf(file));
+        for (const char* part :
+             {"decay.csv", "y = a*exp(-b*x)", "converged", "Standard error", "Durbin-Watson"})
+            EXPECT_NE(report.find(part), std::string::npos) << file << part;
+        const bool hasPicture = report.find("src=\"data:image/png;base64,iVBOR") != std::string::npos;
+        EXPECT_EQ(hasPicture, std::string(file) == "report.html");
+    }
+}
+
+TEST_F(Fit, ManyStartsAreCounted) {
+    const QJsonObject fit = RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "a=1",
+                                        "--param", "b=1", "--right", "8", "--starts", "7"});
+    QString remarks;
+    for (const auto& remark : fit["remarks"].toArray()) remarks += remark.toString();
+    EXPECT_TRUE(remarks.contains(" scattered starts end in the best minimum")) << remarks.toStdString();
+}
+
+TEST_F(Fit, WhatIsMeantByAFormulaIsAsked) {
+    const TRunResult power = RunProgram({"fit", Decay(), "--equation", "a*exp(-x^2)+b", "--param", "a=1",
+                                         "--param", "b=0", "--allow-unconverged"});
+    EXPECT_EQ(power.error, "xydata: a*exp(-x^2)+b: a sign binds tighter than ^: write -(x^2)\n");
+    const TRunResult name = RunProgram({"fit", Decay(), "--equation", "a*log(x)", "--param", "a=1"});
+    EXPECT_EQ(name.error, "xydata: Syntax error in expression a*log(x): log at 3: not known; ln, log10?\n");
+    EXPECT_EQ(RunProgram({"eval", "-2^2"}).error,
+              "xydata: -2^2: a sign binds tighter than ^: write -(2^2)\n");
 }
 
 TEST_F(Fit, AnEndedRunSaysWhy) {

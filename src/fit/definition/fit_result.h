@@ -69,6 +69,11 @@ struct TFitResult {
     std::vector<int> Varied;
     TMatrix Covariance;
 
+    /// The varied parameters at a better minimum that other starts have found, and its Rss; empty where there
+    /// is none or where it was taken (TFitStarts). Files do not hold it.
+    std::vector<double> BetterValues;
+    double BetterRss = 0;
+
     /// The standard error of a varied parameter, by its place in Varied; not-a-number after a cancelled run,
     /// which has not come to where it means something.
     XYGRAPH_EXPORT double StandardError(std::size_t place) const;

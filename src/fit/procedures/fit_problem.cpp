@@ -9,7 +9,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr std::size_t kChunk = 1024;
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kDefaultDeviation = 0.01;
 constexpr double kOffByRounding = 1e-15; // relative
@@ -43,14 +42,32 @@ TMatrix Trailing(const TMatrix& matrix, int size) {
     return part;
 }
 
+double SumOf(const TVector& parts) {
+    double sum = 0;
+    for (const double part : parts) sum += part;
+    return sum;
+}
+
+TVector SumOf(const std::vector<TVector>& parts) {
+    TVector sum = parts.front();
+    for (std::size_t i = 1; i < parts.size(); ++i) AddTimes(sum, 1, parts[i]);
+    return sum;
+}
+
+TRowQr Joined(const std::vector<TRowQr>& parts) {
+    TRowQr qr = parts.front();
+    for (std::size_t i = 1; i < parts.size(); ++i) qr.Add(parts[i]);
+    return qr;
+}
+
 } // namespace
 
 TFitProblem::TFitProblem(TCurFit& fit, std::vector<TDBLParameter*> varied, const TFitPoints& points,
                          TLinearPart linearPart, TProgress& progress, TIterationHandler onIteration)
     : m_progress(progress), m_onIteration(std::move(onIteration)),
       m_linearCount(LinearFirst(fit, varied, linearPart)), m_rows(fit, varied, m_linearCount, points),
-      m_bestValue(kInfinity), m_linear(m_linearCount), m_iterationLimit(fit.IterMax()),
-      m_residuals(std::min(kChunk, points.X.size())) {
+      m_passes(fit, m_rows), m_bestValue(kInfinity), m_linear(m_linearCount),
+      m_iterationLimit(fit.IterMax()) {
     for (std::size_t i = 0; i < varied.size(); ++i) {
         const double value = varied[i]->Value() / m_rows.ScaleOf(i);
         if (i < m_linearCount) {
@@ -135,8 +152,9 @@ bool TFitProblem::NextIteration() {
     return true;
 }
 
-std::size_t TFitProblem::ChunkAt(std::size_t start) const {
-    return std::min(kChunk, PointCount() - start);
+void TFitProblem::ForEachChunk(std::size_t columns, const std::function<void(TFitChunk&)>& work) {
+    m_passes.ForEachChunk(
+        columns, [this] { CheckCancelled(); }, work);
 }
 
 double TFitProblem::Value(std::span<const double> at) {
@@ -154,13 +172,10 @@ double TFitProblem::Value(std::span<const double> at) {
 }
 
 double TFitProblem::SumOfSquares() {
-    double sum = 0;
-    for (std::size_t start = 0, count; start < PointCount() && std::isfinite(sum); start += count) {
-        CheckCancelled();
-        count = ChunkAt(start);
-        sum += m_rows.Residuals(start, std::span(m_residuals).first(count));
-    }
-    return sum;
+    TVector sums(m_passes.PartCount());
+    ForEachChunk(
+        0, [&](TFitChunk& chunk) { sums[chunk.Part] += chunk.Rows.Residuals(chunk.Start, chunk.Residuals); });
+    return SumOf(sums);
 }
 
 // The best values of the linear parameters where the others are stored. They start from 0, so that what they
@@ -168,18 +183,17 @@ double TFitProblem::SumOfSquares() {
 double TFitProblem::SolveLinear(std::span<const double> at) {
     m_linearAt.clear();
     StoreLinear(TVector(m_linearCount));
-    m_work.resize(m_rows.ParameterCount() * m_residuals.size());
-    TRowQr qr(static_cast<int>(m_linearCount));
-    double rest = 0;
-    for (std::size_t start = 0, count; start < PointCount(); start += count) {
-        CheckCancelled();
-        count = ChunkAt(start);
-        const std::span residuals = std::span(m_residuals).first(count);
-        const std::span columns = std::span(m_work).first(m_linearCount * count);
-        if (!std::isfinite(m_rows.LinearRows(start, residuals, columns))) return kInfinity;
-        qr.AddRows(columns, residuals);
-        rest += Dot(residuals, residuals);
-    }
+    TVector rests(m_passes.PartCount());
+    std::vector<TRowQr> parts(rests.size(), TRowQr(static_cast<int>(m_linearCount)));
+    ForEachChunk(m_linearCount, [&](TFitChunk& chunk) {
+        if (!std::isfinite(rests[chunk.Part])) return;
+        const double sum = chunk.Rows.LinearRows(chunk.Start, chunk.Residuals, chunk.Columns);
+        parts[chunk.Part].AddRows(chunk.Columns, chunk.Residuals);
+        rests[chunk.Part] += std::isfinite(sum) ? Dot(chunk.Residuals, chunk.Residuals) : kInfinity;
+    });
+    const double rest = SumOf(rests);
+    if (!std::isfinite(rest)) return kInfinity;
+    const TRowQr qr = Joined(parts);
     const TSmallSolution solution = SolvedWithin(qr);
     m_linear = solution.X;
     for (std::size_t j = 0; j < m_linear.size(); ++j) {
@@ -210,27 +224,27 @@ bool TFitProblem::Linearise(std::span<const double> at, TLinearModel& model) {
         StoreLinear(m_linear);
     }
     const std::size_t width = m_rows.ParameterCount();
-    const bool isFirst = m_jacobian.empty();
-    if (isFirst) m_jacobian.resize(width * PointCount());
-    m_work.resize(width * m_residuals.size());
-    model.At.assign(at.begin(), at.end());
-    model.OldJacobianTimesResiduals.assign(isFirst ? 0 : width, 0);
-    model.Value = 0;
-    TRowQr qr(static_cast<int>(width));
-    for (std::size_t start = 0, count; start < PointCount(); start += count) {
-        CheckCancelled();
-        count = ChunkAt(start);
-        const std::span residuals = std::span(m_residuals).first(count);
-        const std::span fresh = std::span(m_work).first(width * count);
-        const std::span old = std::span(m_jacobian).subspan(width * start, fresh.size());
-        model.Value += 0.5 * m_rows.AllRows(start, residuals, fresh);
+    const bool isFirst = !m_jacobian;
+    if (isFirst) m_jacobian = std::make_unique_for_overwrite<double[]>(width * PointCount());
+    TVector sums(m_passes.PartCount());
+    std::vector<TVector> products(sums.size(), TVector(isFirst ? 0 : width));
+    std::vector<TRowQr> parts(sums.size(), TRowQr(static_cast<int>(width)));
+    ForEachChunk(width, [&](TFitChunk& chunk) {
+        const std::size_t count = chunk.Residuals.size();
+        const std::span old(m_jacobian.get() + width * chunk.Start, width * count);
+        sums[chunk.Part] += 0.5 * chunk.Rows.AllRows(chunk.Start, chunk.Residuals, chunk.Columns);
         for (std::size_t j = 0; j < m_linearCount; ++j)
-            if (m_isLinearHeld[j]) std::ranges::fill(fresh.subspan(j * count, count), 0.0);
-        for (std::size_t j = 0; j < model.OldJacobianTimesResiduals.size(); ++j)
-            model.OldJacobianTimesResiduals[j] += Dot(old.subspan(j * count, count), residuals);
-        std::ranges::copy(fresh, old.begin());
-        qr.AddRows(fresh, residuals);
-    }
+            if (m_isLinearHeld[j]) std::ranges::fill(chunk.Columns.subspan(j * count, count), 0.0);
+        TVector& product = products[chunk.Part];
+        for (std::size_t j = 0; j < product.size(); ++j)
+            product[j] += Dot(old.subspan(j * count, count), chunk.Residuals);
+        std::ranges::copy(chunk.Columns, old.begin());
+        parts[chunk.Part].AddRows(chunk.Columns, chunk.Residuals);
+    });
+    model.At.assign(at.begin(), at.end());
+    model.Value = SumOf(sums);
+    model.OldJacobianTimesResiduals = SumOf(products);
+    const TRowQr qr = Joined(parts);
     if (!isFirst) LearnOld(m_triangle, model);
     Reduce(qr, model);
     bool isFinite = std::isfinite(model.Value) && std::isfinite(Norm(model.Gradient));
@@ -266,11 +280,9 @@ std::vector<double> TFitProblem::ResidualsAt(std::span<const double> at) {
     Store(at);
     ++m_evaluations;
     std::vector<double> residuals(PointCount());
-    for (std::size_t start = 0, count; start < PointCount(); start += count) {
-        CheckCancelled();
-        count = ChunkAt(start);
-        m_rows.Residuals(start, std::span(residuals).subspan(start, count));
-    }
+    ForEachChunk(0, [&](TFitChunk& chunk) {
+        chunk.Rows.Residuals(chunk.Start, std::span(residuals).subspan(chunk.Start, chunk.Residuals.size()));
+    });
     return residuals;
 }
 
@@ -278,17 +290,15 @@ TVector TFitProblem::JacobianTimes(std::span<const double> at, std::span<const d
     Store(at);
     ++m_evaluations;
     const std::size_t width = m_rows.ParameterCount();
-    TVector product(width);
-    m_work.resize(width * m_residuals.size());
-    for (std::size_t start = 0, count; start < PointCount(); start += count) {
-        CheckCancelled();
-        count = ChunkAt(start);
-        const std::span columns = std::span(m_work).first(width * count);
-        m_rows.AllRows(start, std::span(m_residuals).first(count), columns);
-        for (std::size_t j = 0; j < product.size(); ++j)
-            product[j] += Dot(columns.subspan(j * count, count), residuals.subspan(start, count));
-    }
-    return product;
+    std::vector<TVector> products(m_passes.PartCount(), TVector(width));
+    ForEachChunk(width, [&](TFitChunk& chunk) {
+        const std::size_t count = chunk.Residuals.size();
+        chunk.Rows.AllRows(chunk.Start, chunk.Residuals, chunk.Columns);
+        for (std::size_t j = 0; j < width; ++j)
+            products[chunk.Part][j] +=
+                Dot(chunk.Columns.subspan(j * count, count), residuals.subspan(chunk.Start, count));
+    });
+    return SumOf(products);
 }
 
 } // namespace lumoplot

@@ -9,7 +9,7 @@
 #pragma once
 
 #include "fit/definition/cur_fit.h"
-#include "fit/procedures/fit_rows.h"
+#include "fit/procedures/fit_passes.h"
 #include "fit/procedures/row_qr.h"
 #include "fit/procedures/small_solve.h"
 #include "support/progress.h"
@@ -75,6 +75,9 @@ public:
     std::vector<double> ResidualsAt(std::span<const double> at);
     TVector JacobianTimes(std::span<const double> at, std::span<const double> residuals);
 
+    /// For work that shares the processor's cores itself; before anything else.
+    void UseOneThread() { m_passes.UseOneThread(); }
+
     /// Starts an iteration; false when the limit is reached.
     bool NextIteration();
     /// A limit for what follows, counted from the iterations so far.
@@ -99,7 +102,7 @@ public:
 private:
     void CheckCancelled();
     void Note(std::span<const double> at, double value);
-    std::size_t ChunkAt(std::size_t start) const;
+    void ForEachChunk(std::size_t columns, const std::function<void(TFitChunk&)>& work);
     double SumOfSquares();
     double SolveLinear(std::span<const double> at);
     void StoreLinear(std::span<const double> linear);
@@ -112,6 +115,7 @@ private:
     TIterationHandler m_onIteration;
     std::size_t m_linearCount;
     TFitRows m_rows; ///< the parameters that are projected out come first
+    TFitPasses m_passes;
     TVector m_start;
     TVector m_firstSteps;
     TVector m_min; ///< bounds, of the linear parameters first
@@ -127,10 +131,8 @@ private:
     int m_iterations = 0;
     int m_iterationLimit;
     int m_evaluations = 0;
-    std::vector<double> m_jacobian; ///< a chunk of points behind the other, its columns one by one
-    TMatrix m_triangle;             ///< of that Jacobian
-    std::vector<double> m_work;
-    std::vector<double> m_residuals;
+    std::unique_ptr<double[]> m_jacobian; ///< a chunk of points behind the other, its columns one by one
+    TMatrix m_triangle;                   ///< of that Jacobian
 };
 
 } // namespace lumoplot

@@ -34,7 +34,8 @@ double DifferenceQuotient(double below, double here, double above, double step) 
 
 TFitRows::TFitRows(TCurFit& fit, std::vector<TDBLParameter*> varied, std::size_t linearCount,
                    const TFitPoints& points)
-    : m_varied(std::move(varied)), m_points(points), m_all(fit, fit.XRef(), ValuesOf(m_varied)),
+    : m_varied(std::move(varied)), m_points(points), m_linearCount(linearCount),
+      m_all(fit, fit.XRef(), ValuesOf(m_varied)),
       m_linear(fit, fit.XRef(), ValuesOf(std::span(m_varied).first(linearCount))) {
     for (const TDBLParameter* parameter : m_varied) m_scales.push_back(PowerOfTwoBelow(parameter->Value()));
     double largest = 0;
@@ -47,6 +48,13 @@ TFitRows::TFitRows(TCurFit& fit, std::vector<TDBLParameter*> varied, std::size_t
     }
     const double epsilon = std::numeric_limits<double>::epsilon();
     m_roundingLevel *= 0.5 * epsilon * epsilon;
+}
+
+TFitRows::TFitRows(const TFitRows& original, TCurFit& copy, std::vector<TDBLParameter*> varied)
+    : m_varied(std::move(varied)), m_points(original.m_points), m_scales(original.m_scales),
+      m_linearCount(original.m_linearCount), m_all(copy, copy.XRef(), ValuesOf(m_varied)),
+      m_linear(copy, copy.XRef(), ValuesOf(std::span(m_varied).first(m_linearCount))),
+      m_residualScale(original.m_residualScale), m_roundingLevel(original.m_roundingLevel) {
 }
 
 // Turns values of the model into scaled residuals and returns their sum of squares.

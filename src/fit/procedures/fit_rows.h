@@ -23,6 +23,9 @@ public:
     TFitRows(TCurFit& fit, std::vector<TDBLParameter*> varied, std::size_t linearCount,
              const TFitPoints& points);
 
+    /// The same rows by a copy of the fit, for another thread.
+    TFitRows(const TFitRows& original, TCurFit& copy, std::vector<TDBLParameter*> varied);
+
     const TFitPoints& Points() const { return m_points; }
     std::size_t ParameterCount() const { return m_varied.size(); }
     std::vector<TDBLParameter*> ParametersFrom(std::size_t first) const {
@@ -53,6 +56,7 @@ private:
     std::vector<TDBLParameter*> m_varied;
     const TFitPoints& m_points;
     TVector m_scales;
+    std::size_t m_linearCount;
     TBlockEvaluator m_all;
     TBlockEvaluator m_linear;
     double m_residualScale = 1;

@@ -14,6 +14,7 @@ constexpr double kDifference = 1e-6; // relative, for slopes that are exact
 constexpr double kFastEnough = 0.01; // of the projected residuals left after a step
 constexpr double kStillImproves = 0.5;
 constexpr double kMayGrow = 1e-9; // of the sum of squares, by rounding
+constexpr double kRoundingOfSums = 1e-15;
 constexpr int kMostSteps = 12;
 
 /// The neglected curvature Σ r ∇²r in the basis of R: I + C is the Hessian there.
@@ -97,12 +98,20 @@ private:
         const double left = isFinite ? Norm(next.Projected) / Norm(here.Projected) : 1;
         if (isFinite && left < 1 && next.Value <= here.Value * (1 + kMayGrow)) {
             m_result.Model = std::move(next);
+            if (IsRounding()) return false;
             if (left < kFastEnough) return true;
             if (m_curvature) return left < kStillImproves;
         } else if (m_curvature) {
             return false;
         }
         return FindCurvature();
+    }
+
+    // Sums over the points are not known any better.
+    bool IsRounding() const {
+        const auto count = static_cast<double>(m_problem.PointCount());
+        const double size = std::sqrt(2 * m_result.Model.Value);
+        return Norm(m_result.Model.Projected) <= kRoundingOfSums * std::sqrt(count) * size;
     }
 
     bool FindCurvature() {

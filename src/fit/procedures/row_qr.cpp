@@ -20,6 +20,16 @@ struct TReflection {
 
 } // namespace
 
+void TRowQr::Add(const TRowQr& other) {
+    std::vector<double> columns;
+    for (int j = 0; j < m_triangle.Size(); ++j) {
+        const auto column = other.m_triangle.Column(j);
+        columns.insert(columns.end(), column.begin(), column.end());
+    }
+    TVector right = other.m_projected;
+    AddRows(columns, right);
+}
+
 void TRowQr::AddRows(std::span<double> columns, std::span<double> right) {
     const std::size_t rows = right.size();
     const auto columnOf = [&](int j) { return columns.subspan(static_cast<std::size_t>(j) * rows, rows); };

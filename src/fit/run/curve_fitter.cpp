@@ -29,6 +29,7 @@ constexpr int kMostFinished = 4; // of the places found
 constexpr int kMostReweightings = 100;
 constexpr double kReweighted = 1e-9; // relative change of parameters
 constexpr double kLittle = 0.3;      // of a point's weight
+constexpr double kSameEnd = 1e-4;    // relative difference of sums of squares
 constexpr double kClearly = 1e-6;    // relative difference of sums of squares
 constexpr double kWorthSense = 4;    // times the sum of squares that an end with sense may have
 
@@ -92,7 +93,10 @@ public:
             trouble = error;
         }
         const bool wasCancelled = m_best && m_best->Found.End == TFitEnd::Cancelled;
+        std::optional<TAttempt> own;
+        if (m_run.Starts == TFitStarts::Offered) own = m_best;
         if (m_run.Starts != TFitStarts::Given && !wasCancelled) LookElsewhere(points);
+        if (own && m_isFromElsewhere) Offer(*own);
         if (!m_best) throw *trouble;
         if (m_run.Robust != TRobust::None && m_best->Found.End != TFitEnd::Cancelled) FitRobustly();
         Summarise(points);
@@ -107,6 +111,15 @@ private:
     }
 
     TFitTask Task() const { return {m_fit, m_varied, m_progress, m_run.OnIteration}; }
+
+    void Offer(const TAttempt& own) {
+        m_result.BetterValues = m_best->Found.Values;
+        m_result.BetterRss = m_best->Found.Rss;
+        m_result.Remarks.push_back("A better minimum was found from other starts.");
+        m_best = own;
+        m_isFromElsewhere = false;
+        SetValues(own.Found.Values);
+    }
 
     // The points without a value at the start may have one at the end: then they
     // take part as well.
@@ -141,13 +154,13 @@ private:
     // From other starts: thoroughly where the first run has come to nothing, else
     // for a tenfold of its work.
     void LookElsewhere(const TFitPoints& points) {
-        const auto end = std::chrono::steady_clock::now() + kSearchTime;
+        const auto end = m_run.SearchRuns > 0 ? std::chrono::steady_clock::time_point::max()
+                                              : std::chrono::steady_clock::now() + kSearchTime;
         const bool hasSense = m_best && m_best->HasSense() && m_best->Points.X.size() == points.X.size();
         const bool isThorough = !hasSense || MissesCourse(m_fit, m_best->Found, points);
         SetValues(m_start);
-        const std::vector<TFoundStart> found =
-            SearchStarts(Task(), points, isThorough ? kRescue : LimitsOfCheck(),
-                         m_best ? m_best->Found.Values : TVector(), end);
+        const std::vector<TFoundStart> found = SearchStarts(Task(), points, LimitsOfSearch(isThorough),
+                                                            m_best ? m_best->Found.Values : TVector(), end);
         int finished = 0;
         for (const TFoundStart& start : found) {
             if (start.IsKnown && hasSense) break;
@@ -155,6 +168,23 @@ private:
             if (TryFrom(start.Values, points)) break;
         }
         SetValues(m_best ? m_best->Found.Values : m_start);
+        if (m_run.SearchRuns > 0 && m_best && !found.empty()) CountStarts(found);
+    }
+
+    void CountStarts(const std::vector<TFoundStart>& found) {
+        int same = 0;
+        int all = 0;
+        for (const TFoundStart& start : found) {
+            all += start.Count;
+            if (start.Rss <= found.front().Rss * (1 + kSameEnd)) same += start.Count;
+        }
+        m_result.Remarks.push_back(std::to_string(same) + " of " + std::to_string(all) +
+                                   " scattered starts end in the best minimum found.");
+    }
+
+    TSearchLimits LimitsOfSearch(bool isThorough) const {
+        if (m_run.SearchRuns > 0) return {m_run.SearchRuns * kPlacesPerRun, m_run.SearchRuns, 1};
+        return isThorough ? kRescue : LimitsOfCheck();
     }
 
     TSearchLimits LimitsOfCheck() const {
@@ -274,6 +304,14 @@ TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const doubl
         fitter.PutBack();
         throw;
     }
+}
+
+void TakeBetterMinimum(TCurFit& fit) {
+    if (!fit.Result()) return;
+    const TFitResult result = *fit.Result();
+    for (std::size_t i = 0; i < result.BetterValues.size(); ++i)
+        if (TDBLParameter* parameter = fit.Parameter(result.Varied[i]))
+            parameter->SetValue(result.BetterValues[i]);
 }
 
 } // namespace lumoplot

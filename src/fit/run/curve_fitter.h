@@ -17,7 +17,9 @@ namespace lumoplot {
 enum class TFitStarts {
     Given,     ///< only from the parameters as they are
     Scattered, ///< also from others, where the first end is doubtful or a better
-               ///< one is near
+               ///< one is near; the better minimum is taken
+    Offered,   ///< the same, but the minimum from the given start stays, and a
+               ///< better one is kept in the result for the user to take
 };
 
 /// Where the standard errors of the parameters come from, for points that have
@@ -32,6 +34,9 @@ struct TFitRun {
     std::function<void()> OnIteration; ///< called after each iteration, with the
                                        ///< best parameters in the fit
     TFitStarts Starts = TFitStarts::Scattered;
+    /// How many scattered starts are run from, however good the first end is; 0 for as many as are worth it
+    /// within a second. A remark tells how many of them end in the minimum.
+    int SearchRuns = 0;
     /// The standard error of each Y, by which it is weighted as 1/σ²; empty where
     /// all count the same. Points whose error is not above 0 are left out.
     std::span<const double> Errors = {};
@@ -50,5 +55,10 @@ struct TFitRun {
 /// run; its parameters are then unchanged.
 XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
                                  const TFitRun& run = {});
+
+/// Puts the better minimum that the last run offers into the parameters, which
+/// makes the fit stale: the next run, from there, has its errors. Does nothing
+/// where there is none.
+XYGRAPH_EXPORT void TakeBetterMinimum(TCurFit& fit);
 
 } // namespace lumoplot

@@ -1,5 +1,6 @@
 #include "fit/run/fit_check.h"
 
+#include "expr/formula_hints.h"
 #include "expr/names.h"
 #include "fit/definition/fit_result.h"
 
@@ -67,11 +68,20 @@ void CheckParameter(TDBLParameter& parameter, const TUse& use) {
         throw EFitError("The parameter " + Quoted(parameter.Name()) + " has no finite starting value");
 }
 
+// The error of the parser, with the function that may be meant.
+void Compile(TCurFit& fit) {
+    try {
+        fit.Compile();
+    } catch (const EParserException& error) {
+        throw EParserException(WithNameHint(error.what(), fit.ExpandedExpression(), fit));
+    }
+}
+
 } // namespace
 
 std::vector<TDBLParameter*> CheckedParameters(TCurFit& fit) {
     CheckTemplates(fit);
-    fit.Compile();
+    Compile(fit);
     if (!fit.Selected()) throw EFitError("There is no equation to fit");
     const TUse use = UseOf(*fit.Selected());
     CheckNames(fit, use);

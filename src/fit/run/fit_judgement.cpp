@@ -28,7 +28,7 @@ double WeightAt(const TFitPoints& points, std::size_t i) {
 class TPoleFinder {
 public:
     TPoleFinder(TCurFit& fit, const TFitPoints& points) : m_fit(fit), m_x(points.X) {
-        std::ranges::sort(m_x);
+        if (!std::ranges::is_sorted(m_x)) std::ranges::sort(m_x);
         m_x.erase(std::unique(m_x.begin(), m_x.end()), m_x.end());
         for (const double y : points.Y) m_infinite = std::max(m_infinite, kInfinite * std::abs(y));
     }

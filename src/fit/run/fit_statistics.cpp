@@ -1,6 +1,7 @@
 #include "fit/run/fit_statistics.h"
 
 #include "fit/run/fit_judgement.h"
+#include "support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,10 @@ constexpr double kNoFigure = std::numeric_limits<double>::quiet_NaN();
 constexpr double kTiny = 1e-300;
 constexpr double kSeriesEnd = 1e-16;
 constexpr int kMostTerms = 10000;
+constexpr int kBisections = 80;
+constexpr double kUnlikely = 0.05;
+constexpr double kNormalQuantile = 1.96; // of kUnlikely
+constexpr int kWordDigits = 3;
 
 // The continued fraction of the incomplete beta function, by Lentz's method
 // (Abramowitz and Stegun 26.5.8).
@@ -93,7 +98,47 @@ double RunsDeviation(const std::vector<double>& residuals) {
     return variance > 0 ? (runs - mean) / std::sqrt(variance) : kNoFigure;
 }
 
+std::string RunsWords(const TFitQuality& quality) {
+    const std::string figure =
+        " (runs test, probability " + FormatGeneral(quality.RunsProbability, kWordDigits) + ").";
+    if (quality.RunsProbability >= kUnlikely)
+        return "The signs of the residuals change as they do by chance" + figure;
+    return quality.RunsDeviation < 0 ? "The residuals are not random: the model misses a trend" + figure
+                                     : "The residuals are not random: their signs change too often" + figure;
+}
+
+std::string NeighbourWords(const TFitQuality& quality, double points) {
+    const std::string figure =
+        " (Durbin-Watson " + FormatGeneral(quality.DurbinWatson, kWordDigits) + ", by chance near 2).";
+    const double scatter = 2 * kNormalQuantile / std::sqrt(points);
+    if (std::abs(quality.DurbinWatson - 2) <= scatter)
+        return "Neighbouring residuals do not depend on each other" + figure;
+    return quality.DurbinWatson < 2
+               ? "Neighbouring residuals are alike: the model misses a trend, or an error "
+                 "of one point goes on in the next" +
+                     figure
+               : "Neighbouring residuals tend to opposite signs" + figure;
+}
+
+std::string ErrorWords(double probability) {
+    const std::string figure = " (probability of χ² " + FormatGeneral(probability, kWordDigits) + ").";
+    if (probability < kUnlikely) return "The points lie farther off the curve than their errors say" + figure;
+    return probability > 1 - kUnlikely ? "The points lie nearer to the curve than their errors say" + figure
+                                       : "The points lie about the curve as their errors say" + figure;
+}
+
 } // namespace
+
+std::vector<std::string> ResidualWords(const TFitResult& result) {
+    const TFitQuality& quality = result.Quality;
+    std::vector<std::string> words;
+    if (std::isfinite(quality.RunsProbability)) words.push_back(RunsWords(quality));
+    if (std::isfinite(quality.DurbinWatson))
+        words.push_back(NeighbourWords(quality, static_cast<double>(result.PointsUsed)));
+    if (std::isfinite(quality.ChiSquareProbability))
+        words.push_back(ErrorWords(quality.ChiSquareProbability));
+    return words;
+}
 
 double StudentProbability(double t, double freedom) {
     if (!(freedom > 0) || std::isnan(t)) return kNoFigure;
@@ -102,12 +147,33 @@ double StudentProbability(double t, double freedom) {
     return IncompleteBeta(x, t * t / (freedom + t * t), 0.5 * freedom, 0.5);
 }
 
+double StudentQuantile(double confidence, double freedom) {
+    if (!(freedom > 0)) return kNoFigure;
+    double high = 1;
+    while (StudentProbability(high, freedom) > 1 - confidence) high *= 2;
+    double low = 0;
+    for (int i = 0; i < kBisections; ++i) {
+        const double middle = 0.5 * (low + high);
+        (StudentProbability(middle, freedom) > 1 - confidence ? low : high) = middle;
+    }
+    return 0.5 * (low + high);
+}
+
 double ChiSquareProbability(double chiSquare, double freedom) {
     return freedom > 0 && chiSquare >= 0 ? UpperGamma(0.5 * freedom, 0.5 * chiSquare) : kNoFigure;
 }
 
 double NormalProbability(double z) {
     return std::erfc(std::abs(z) / std::sqrt(2));
+}
+
+TMatrix Correlations(const TFitResult& result) {
+    const TMatrix& covariance = result.Covariance;
+    TMatrix correlations(covariance.Size());
+    for (int i = 0; i < covariance.Size(); ++i)
+        for (int j = 0; j < covariance.Size(); ++j)
+            correlations(i, j) = covariance(i, j) / std::sqrt(covariance(i, i) * covariance(j, j));
+    return correlations;
 }
 
 TFitQuality QualityOf(const std::vector<double>& residuals, double rss, double rSquared, int parameters) {

@@ -12,6 +12,17 @@ XYGRAPH_EXPORT double StudentProbability(double t, double freedom);
 XYGRAPH_EXPORT double ChiSquareProbability(double chiSquare, double freedom);
 XYGRAPH_EXPORT double NormalProbability(double z);
 
+/// The t that is exceeded on both sides together with the probability 1 − confidence; not-a-number without
+/// degrees of freedom. 0 < confidence < 1.
+XYGRAPH_EXPORT double StudentQuantile(double confidence, double freedom);
+
+/// What the residuals say, a sentence for each test that has a figure: runs, Durbin-Watson, χ². A test is
+/// said to fail where chance would do as much in less than 5 % of cases.
+XYGRAPH_EXPORT std::vector<std::string> ResidualWords(const TFitResult& result);
+
+/// The correlations of the varied parameters, in their order; not-a-number where there are none.
+XYGRAPH_EXPORT TMatrix Correlations(const TFitResult& result);
+
 /// From the weighted residuals in the order of X and the number of parameters.
 TFitQuality QualityOf(const std::vector<double>& residuals, double rss, double rSquared, int parameters);
 

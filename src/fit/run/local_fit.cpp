@@ -19,15 +19,11 @@ public:
     TLocalRun(const TFitTask& task, const TFitPoints& points) : m_task(task), m_points(points) {
         for (const TDBLParameter* parameter : task.Varied) m_start.push_back(parameter->Value());
         Set(TLinearPart::Project);
-        if (std::isfinite(m_problem->Value(m_problem->Start()))) return;
-        for (std::size_t i = 0; i < m_start.size(); ++i) *task.Varied[i]->ValueRef() = m_start[i];
-        Set(TLinearPart::Keep);
-        if (!std::isfinite(m_problem->Value(m_problem->Start())))
-            throw EFitError("The values of the equation are too large to be fitted");
     }
 
     TLocalFit Run(int procType) {
         try {
+            Begin();
             Minimise(*MakeMinimiser(procType));
             // Where a procedure lost its way, least squares may find one from the start.
             if (IsLost() && procType != TCurFit::kNewton) {
@@ -48,6 +44,15 @@ private:
     void Set(TLinearPart linearPart) {
         m_problem = std::make_unique<TFitProblem>(m_task.Fit, m_task.Varied, m_points, linearPart,
                                                   m_task.Progress, m_task.OnIteration);
+    }
+
+    // Where the best linear parameters have no values, all begin where they are.
+    void Begin() {
+        if (std::isfinite(m_problem->Value(m_problem->Start()))) return;
+        for (std::size_t i = 0; i < m_start.size(); ++i) *m_task.Varied[i]->ValueRef() = m_start[i];
+        Set(TLinearPart::Keep);
+        if (!std::isfinite(m_problem->Value(m_problem->Start())))
+            throw EFitError("The values of the equation are too large to be fitted");
     }
 
     bool IsLost() const {

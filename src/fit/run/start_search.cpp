@@ -146,8 +146,10 @@ private:
         const auto same = std::ranges::find_if(m_found, [&](const TFoundStart& found) {
             return std::abs(found.Rss - rss) <= kSameMinimum * rss;
         });
-        if (same == m_found.end()) return m_found.push_back({ValuesOf(m_task.Varied), rss});
-        if (rss < same->Rss) *same = {ValuesOf(m_task.Varied), rss, same->IsKnown};
+        const int count = m_hasScanned ? 1 : 0;
+        if (same == m_found.end()) return m_found.push_back({ValuesOf(m_task.Varied), rss, false, count});
+        same->Count += count;
+        if (rss < same->Rss) *same = {ValuesOf(m_task.Varied), rss, same->IsKnown, same->Count};
     }
 
     TFitPoints m_points;

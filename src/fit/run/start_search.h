@@ -11,6 +11,7 @@ struct TFoundStart {
     TVector Values; ///< of the varied parameters
     double Rss = 0; ///< over the points searched, weighted
     bool IsKnown = false;
+    int Count = 0; ///< of the scattered starts that end here
 };
 
 /// How much a search may do.

@@ -101,6 +101,32 @@ TEST(CurveFitter, SizeOfTheNumbersDoesNotMatter) {
     }
 }
 
+// More points than one thread takes at a time: the closed formulas for weighted points about 0.
+TEST(CurveFitter, ManyPointsHaveTheErrorsOfFew) {
+    // Linear in b or not, and with a step that has to go from point to point.
+    for (const char* equation : {"a+b*x", "a+power(b,1)*x", "a+b*(c:=x)"}) {
+        TModel line(equation, {{"a", 1}, {"b", 0.5}});
+        std::vector<double> errors;
+        double xx = 0;
+        double xy = 0;
+        for (int i = -30000; i <= 30000; ++i) {
+            const double x = i / 30000.0;
+            line.x.push_back(x);
+            line.y.push_back(3 + 2 * x + (i % 2 == 0 ? 0.1 : -0.1));
+            errors.push_back(0.5);
+            xx += x * x;
+            xy += x * line.y.back();
+        }
+        TFitRun run;
+        run.Errors = errors;
+        run.ErrorSource = TErrorSource::Points;
+        const TFitResult result = line.Run(run);
+        EXPECT_EQ(result.End, TFitEnd::Converged) << equation;
+        EXPECT_NEAR(line.Value(2), xy / xx, 1e-12) << equation;
+        EXPECT_NEAR(result.StandardError(1) / (0.5 / std::sqrt(xx)), 1, 1e-9) << equation;
+    }
+}
+
 TEST(CurveFitter, OnlyPointsBetweenTheMarginsInUseCount) {
     TModel line("a*x", {{"a", 1}});
     line.x = {-9, 1, 2, 3, 9};
@@ -185,6 +211,13 @@ TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
         EXPECT_EQ(result.End, TFitEnd::Converged) << c.equation;
         EXPECT_EQ(result.PointsLeftOut, 0u) << c.equation;
         EXPECT_GT(result.RSquared, 0.99) << c.equation;
+        // The user may take what is offered, or not.
+        int number = 0;
+        for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
+        const TFitResult offer = model.Run({nullptr, {}, TFitStarts::Offered});
+        if (!offer.BetterValues.empty()) EXPECT_NEAR(offer.BetterRss / result.Rss, 1, 1e-6) << c.equation;
+        TakeBetterMinimum(model.fit);
+        EXPECT_NEAR(model.Run().Rss / result.Rss, 1, 1e-6) << c.equation;
     }
 }
 
@@ -365,6 +398,18 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
             (steps == 5 ? start : reached) = rss;
         }
         EXPECT_LT(reached, start) << procType;
+    }
+}
+
+TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
+    for (const int procType : kProcedures) {
+        for (const int steps : {0, 1}) {
+            TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
+            decay.SetPoints(50, 0.2, Decay);
+            TCancellingProgress progress(steps);
+            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << procType;
+            EXPECT_EQ(decay.Value(2), 0.01) << procType;
+        }
     }
 }
 

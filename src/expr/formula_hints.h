@@ -1,0 +1,45 @@
+// What a person probably meant by a formula: the sign in front of a power, which binds tighter than
+// everywhere else, and functions whose names are others here. For warnings beside a formula, with a rewriting
+// to take by one click.
+#pragma once
+
+#include "expr/expression_parser.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumoplot {
+
+/// A sign that belongs to the base of a power: "-x^2" is (−x)².
+struct TSignHint {
+    std::size_t Place = 0;  ///< of the sign, in bytes from 0
+    std::size_t Length = 0; ///< to the end of the power
+    std::string Text;       ///< "a sign binds tighter than ^: write -(x^2)"
+    std::string Rewritten;  ///< the whole formula, with brackets about all such powers
+};
+
+/// The first one in a formula; none where it makes no difference: an odd whole exponent, an even number of
+/// signs, a sign behind "^", brackets. Formulas that do not compile are looked at as far as they make sense.
+XYGRAPH_EXPORT std::optional<TSignHint> FindSignHint(std::string_view formula);
+
+/// A name that is used as a function and is none.
+struct TNameHint {
+    std::string Name;
+    std::size_t Place = 0;            ///< in bytes from 0
+    std::size_t Column = 0;           ///< in characters from 1
+    std::vector<std::string> Nearest; ///< functions that may be meant, the nearest first; may be empty
+
+    /// "log at 7: not known; ln, log10?"
+    XYGRAPH_EXPORT std::string Text() const;
+};
+
+/// The first one that the parser does not know.
+XYGRAPH_EXPORT std::optional<TNameHint> FindNameHint(std::string_view formula, TExpressionParser& parser);
+
+/// An error of the parser about a formula, and behind it the hint where there is one.
+XYGRAPH_EXPORT std::string WithNameHint(const std::string& error, std::string_view formula,
+                                        TExpressionParser& parser);
+
+} // namespace lumoplot

@@ -1,0 +1,40 @@
+#include "fit/run/fit_copy.h"
+
+#include "fit/run/fit_check.h"
+#include "fit/run/fit_judgement.h"
+#include "fit/run/fit_points.h"
+#include "fit/run/fit_statistics.h"
+
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr double kManyFreedoms = 1e7; // with which t is as a normal number
+
+} // namespace
+
+TFitCopy::TFitCopy(const TFittedData& data)
+    : m_isAbsolute(!data.Run.Errors.empty() && data.Run.ErrorSource == TErrorSource::Points) {
+    if (!data.Fit.Result()) throw EFitError("The fit has not run");
+    Fit.Assign(&data.Fit);
+    Varied = CheckedParameters(Fit);
+    Points = PointsWithValue(Fit, PointsBetweenMargins(Fit, data.X, data.Y, data.Run.Errors));
+    if (Points.X.size() <= Varied.size())
+        throw EFitError("There are no more points than varied parameters: nothing is known of their errors");
+    if (data.Run.Robust == TRobust::None) return;
+    const std::vector<double> weights = RobustWeights(data.Run.Robust, ResidualsOf(Fit, Points));
+    Points.Weights.resize(weights.size(), 1);
+    for (std::size_t i = 0; i < weights.size(); ++i) Points.Weights[i] *= std::sqrt(weights[i]);
+}
+
+double TFitCopy::VarianceOf(double rss) const {
+    return m_isAbsolute ? 1 : rss / static_cast<double>(Points.X.size() - Varied.size());
+}
+
+double TOfConfidence(const TFittedData& data) {
+    const bool isAbsolute = !data.Run.Errors.empty() && data.Run.ErrorSource == TErrorSource::Points;
+    return StudentQuantile(data.Confidence, isAbsolute ? kManyFreedoms : data.Fit.Result()->Quality.Freedom);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,77 @@
+#include "expr/formula_hints.h"
+
+#include <gtest/gtest.h>
+
+namespace lumoplot {
+namespace {
+
+struct TSignCase {
+    const char* formula;
+    const char* rewritten; ///< null: nothing to say
+};
+
+TEST(FormulaHints, ASignBeforeAPowerIsSeen) {
+    const TSignCase cases[] = {
+        {"-x^2", "-(x^2)"},
+        {"a*exp(-x^2/s)", "a*exp(-(x^2)/s)"},
+        {"a*-x ^ b + 1", "a*-(x ^ b) + 1"},
+        {"-2^2", "-(2^2)"},
+        {"- (x-1)^2", "-((x-1)^2)"},
+        {"-sqr(x)^2^3", "-(sqr(x)^2^3)"},
+        {"--x^2", nullptr},
+        {"---x^2", "-(x^2)"},
+        {"+x^2", nullptr},
+        {"-x^3", nullptr}, // the same either way
+        {"-x^-3", "-(x^-3)"},
+        {"a-x^2", nullptr},
+        {"a!-x^2", nullptr},
+        {"(a)-x^2", nullptr},
+        {"-(x^2)", nullptr},
+        {"-x*y^2", nullptr},
+        {"2^-x^2", nullptr}, // brackets would not say what was meant
+        {"max(1,-x^2)*-y^2", "max(1,-(x^2))*-(y^2)"},
+        {"-(1+-x^2)^2", "-((1+-(x^2))^2)"},
+        {"1 and -x^2", "1 and -(x^2)"},
+        {"1e-3^2", nullptr}, // no sign but an exponent
+        {"-µ^2", "-(µ^2)"},
+        {"'-x^2'='a'", nullptr},
+        {"-x^", nullptr},
+        {"-", nullptr},
+        {"-(x^2", nullptr},
+        {"", nullptr},
+    };
+    for (const TSignCase& c : cases) {
+        const auto hint = FindSignHint(c.formula);
+        ASSERT_EQ(hint.has_value(), c.rewritten != nullptr) << c.formula;
+        if (hint) EXPECT_EQ(hint->Rewritten, c.rewritten);
+    }
+    const auto hint = FindSignHint("1+exp(-x^2)");
+    EXPECT_EQ(hint->Place, 6u);
+    EXPECT_EQ(hint->Length, 4u);
+    EXPECT_EQ(hint->Text, "a sign binds tighter than ^: write -(x^2)");
+}
+
+TEST(FormulaHints, AnUnknownFunctionIsNamedWithItsPlace) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"3+sin(log(x))", "log at 7: not known; ln, log10?"},
+        {"µ*Sqt (x)", "Sqt at 3: not known; sqr, sqrt?"},
+        {"arcsn(1)", "arcsn at 1: not known; arcsin?"},
+        {"asin(1)", "asin at 1: not known; arcsin?"},
+        {"2*gamma(x)", "gamma at 3: not known"},
+    };
+    for (const auto& [formula, text] : cases) {
+        TExpressionParser parser;
+        const auto hint = FindNameHint(formula, parser);
+        ASSERT_TRUE(hint) << formula;
+        EXPECT_EQ(hint->Text(), text);
+    }
+    for (const char* formula : {"log", "ln(x)", "'log(x)'='a'", "1 and (2)", "a*(x)"}) {
+        TExpressionParser parser;
+        double x = 0;
+        parser.DefineVariable("x", &x);
+        EXPECT_FALSE(FindNameHint(formula, parser)) << formula;
+    }
+}
+
+} // namespace
+} // namespace lumoplot
