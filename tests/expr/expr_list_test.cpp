@@ -71,23 +71,5 @@ TEST(ExprList, DuplicatesAreFoundByIdentity) {
     EXPECT_EQ(list.IndexOf(&stranger), -1);
 }
 
-TEST(ExprWord, StringsLoseTheirQuotesInPairs) {
-    EXPECT_EQ(TStringConstant("'Abc'").StringValue(), "Abc");
-    EXPECT_EQ(TStringConstant("'Abc").StringValue(), "'Abc");
-    EXPECT_EQ(TStringConstant("'").StringValue(), "'");
-    EXPECT_EQ(TStringConstant("''").StringValue(), "");
-    EXPECT_EQ(TStringConstant("'Abc'").Name(), "'abc'");
-}
-
-TEST(ExprWord, StringsCompareByBytes) {
-    const TStringConstant upper("'B'");
-    const TStringConstant lower("'a'");
-    const TStringConstant high("'\xC3'");
-    EXPECT_TRUE(TLogicalStringOper("<", &upper, &lower).Holds());
-    EXPECT_TRUE(TLogicalStringOper(">", &high, &lower).Holds());
-    EXPECT_TRUE(TLogicalStringOper("<=", &lower, &lower).Holds());
-    EXPECT_FALSE(TLogicalStringOper("=", &upper, &lower).Holds());
-}
-
 } // namespace
 } // namespace lumoplot

@@ -24,32 +24,11 @@ std::vector<const TBlockKernels*> AllKernels() {
 
 /// Both signs of every size, what is special, and what is nearly a multiple of pi/2.
 std::vector<double> Samples() {
-    std::vector<double> samples = {0,
-                                   kInfinity,
-                                   kNotANumber,
-                                   5e-324,
-                                   1e-310,
-                                   2.2250738585072014e-308,
-                                   0.5,
-                                   1,
-                                   1.5,
-                                   2,
-                                   2.5,
-                                   708,
-                                   709,
-                                   709.74,
-                                   709.75,
-                                   710,
-                                   744.4,
-                                   744.44,
-                                   745,
-                                   1e4,
-                                   1e5,
-                                   1e16,
-                                   1e22,
-                                   1.7976931348623157e308,
-                                   4503599627370495.5,
-                                   0.49999999999999994};
+    std::vector<double> samples = {kInfinity, kNotANumber};
+    const auto add = [&](std::initializer_list<double> xs) { samples.insert(samples.end(), xs); };
+    add({0, 5e-324, 1e-310, 2.2250738585072014e-308, 1.7976931348623157e308, 4503599627370495.5});
+    add({0.5, 0.49999999999999994, 1, 1.5, 2, 2.5, 1e4, 1e5, 1e16, 1e22});
+    add({708, 709, 709.74, 709.75, 710, 744.4, 744.44, 745});
     for (int k = 1; k < 7000; ++k) {
         const double multiple = k * (std::numbers::pi / 2);
         for (const double x : {multiple, std::nextafter(multiple, 0), std::nextafter(multiple, 1e9)})
