@@ -295,9 +295,22 @@ TEST_F(DataWizardUndo, AnEditUndoesItsOwnTypingFirst) {
     EXPECT_EQ(Tip("btnUndoStep"), "Undo hide Run 1"); // what was typed and taken back is no step
     Undo();
     EXPECT_TRUE(Current().Active());
+}
+
+TEST_F(DataWizardUndo, AStepIsDoneAgainBeforeTypingThatWasUndoneEarlier) {
+    ShowRuns();
+    Current().SetPointsShown(true);
+    Restart();
+    const int width = Current().PointBorderWidth();
+    Click("cb_Active");
+    Type("se_PointBorderWidth", "13");
+    for (int i = 0; i < 4 && Current().PointBorderWidth() != width; ++i) Undo();
+    ASSERT_EQ(Tip("btnUndoStep"), "Undo hide Run 1");
+    Undo();
+    ASSERT_TRUE(Current().Active());
     Redo();
-    EXPECT_FALSE(Current().Active()) << "it was undone after the typing";
-    EXPECT_EQ(Current().SeriesName(), "Run 1");
+    EXPECT_FALSE(Current().Active());
+    EXPECT_EQ(Current().PointBorderWidth(), width);
 }
 
 TEST_F(DataWizardUndo, AStepIsUndoneOnTheDataSetThatItWasMadeOn) {
