@@ -3,14 +3,18 @@
 #include "dialog/frame/data_wizard.h"
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_window.h"
+#include "dialogs/recovery_dialog.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/holder.h"
+#include "session/recovery_writer.h"
 #include "support/errors.h"
+#include "support/guard.h"
 #include "support/number_text.h"
 #include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 namespace lumoplot {
@@ -124,6 +128,33 @@ int ShowModal(TxyDataWizard& wizard) {
     return result;
 }
 
+// Keeps the steps of one use of the editor, and goes on with those of a use that a crash ended.
+class TKeptEditing {
+public:
+    TKeptEditing(TxyDataWizard& wizard, const TxyGraph& graph, const std::string& name)
+        : m_wizard(wizard), m_kind(RecoveryKind(graph, name)),
+          m_left(OfferRecovery(RecoveryFolder(), m_kind, QApplication::activeWindow())),
+          m_writer(wizard.Session(), {.Kind = m_kind, .DocumentName = QString::fromStdString(name)}) {}
+
+    /// To be called before the dialog is shown, whose steps begin with that.
+    void GoOnWhenShown() {
+        if (!m_left) return;
+        QTimer::singleShot(0, &m_context, [this] {
+            Guarded([this] {
+                m_wizard.Recover(*m_left->Graph);
+                m_writer.Continue(std::move(m_left->File));
+            });
+        });
+    }
+
+private:
+    TxyDataWizard& m_wizard;
+    QString m_kind;
+    std::optional<TRecoveredSession> m_left;
+    TRecoveryWriter m_writer;
+    QObject m_context;
+};
+
 void OfferTemplate(TxyChildGr& workGraph, const std::string& name) {
     if (name.empty()) return;
     const std::string shown(Trimmed(name));
@@ -139,6 +170,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
     const TProgressMakerScope progressMaker([] { return std::make_unique<TProgressWindow>(); });
+    TKeptEditing kept(wizard, graph, FromShortString(templateName));
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
@@ -147,6 +179,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));
     }
+    kept.GoOnWhenShown();
     const int result = ShowModal(wizard);
     if (result == TxyDataWizard::kCancel) return false;
     templateName = ToShortString(wizard.TemplateName(), templateNameMax);

@@ -25,6 +25,10 @@ extern "C" {
 /// - SourceFile: a data file that a new data set is fed from; read only when OpenWithSource is true.
 /// - StartPage: the page shown first (General 0, Data Source 1, …); negative keeps the last page.
 ///
+/// While the dialog is shown, its steps are kept in the user's folder for state. When a crash or a kill ended
+/// a call, the next one for the same graph offers them before the dialog is shown; a graph is the same by
+/// TemplateName, its title and the names and sources of its data sets.
+///
 /// True when the graph was written back. False, and nothing done, while another call has not returned yet: an
 /// exception would end that one. Throws lumoplot::ELumoError when there is no application object or the
 /// template cannot be saved (the graph has been written back by then).

@@ -3,10 +3,12 @@
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 #include "graph/model/child_graph.h"
+#include "session/recovery_folder.h"
 #include "support/errors.h"
 #include "support/short_string.h"
 
 #include <QDialog>
+#include <QDir>
 #include <QLabel>
 #include <QLibrary>
 #include <QTabWidget>
@@ -82,6 +84,42 @@ TEST_F(EditData, CancelLeavesEverythingAsItWas) {
     EXPECT_EQ(FromShortString(Template), "spectrum.ltp");
     EXPECT_TRUE(Run([](QDialog& dialog) { Click(dialog, "btnOk"); }, false, 4));
     EXPECT_EQ(FromShortString(Template), "spec") << "as long as the host's buffer";
+}
+
+TEST_F(EditData, WhatACrashLeftIsOfferedForTheSameGraph) {
+    const QDir state(RecoveryFolder());
+    const auto files = [&state] { return state.entryList({QStringLiteral("*.recovery")}, QDir::Files); };
+    Run([&](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !files().isEmpty(); }));
+        const QString own = files()[0];
+        ASSERT_TRUE(
+            QFile::copy(state.filePath(own), state.filePath(own.section(u'-', 0, 0) + "-1-left.recovery")));
+        Click(dialog, "btnCancel");
+    });
+    ASSERT_EQ(files().size(), 1) << "the normal end removes its own";
+    const auto runAfterOffer = [&](const char* answer, std::function<void(QDialog&)> inside) {
+        WhenModal<QDialog>([=, this](QDialog& offer) {
+            WhenModal<QDialog>([=, this, &offer](QDialog& dialog) {
+                ASSERT_NE(&dialog, &offer);
+                inside(dialog);
+            });
+            Click(offer, answer);
+        });
+        return Edit(Graph, Template, 255, ToShortString(""), false, 0);
+    };
+    const auto nameIn = [](QDialog& dialog) { return Control<QLineEdit>(dialog, "e_SeriesName").text(); };
+    EXPECT_FALSE(runAfterOffer("btnLater", [&](QDialog& dialog) {
+        EXPECT_NE(nameIn(dialog), "renamed");
+        Click(dialog, "btnCancel");
+    }));
+    EXPECT_EQ(files().size(), 1);
+    EXPECT_TRUE(runAfterOffer("btnRecover", [&](QDialog& dialog) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return nameIn(dialog) == "renamed"; }));
+        Click(dialog, "btnOk");
+    }));
+    EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
+    EXPECT_EQ(files(), QStringList());
 }
 
 TEST_F(EditData, SetAsDefaultSavesTheTemplateOnYes) {

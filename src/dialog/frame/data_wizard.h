@@ -66,6 +66,8 @@ public:
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
     TGraphSession& Session() override { return *m_session; }
+    /// Makes the working graph what an earlier use of the dialog left, as one step. The dialog is shown.
+    void Recover(const TxyGraph& graph);
 
     /// Esc and the frame's X: asks when steps would be lost. The button Cancel and Drop do not.
     void reject() override;

@@ -3,6 +3,7 @@
 #include "dialog/frame/data_wizard.h"
 #include "dialog/frame/undo_keys.h"
 #include "dialog/source/data_source_page.h"
+#include "graph/model/child_graph.h"
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"
 
@@ -76,6 +77,15 @@ void TxyDataWizard::ShowPutBack() {
 bool TxyDataWizard::IsTypingUnseen() const {
     const auto* edit = qobject_cast<const QLineEdit*>(focusWidget());
     return edit && m_dataSourcePage->isAncestorOf(edit) && edit->isModified();
+}
+
+void TxyDataWizard::Recover(const TxyGraph& graph) {
+    m_session->Change("recover", [&] {
+        m_workGraph->CopyFrom(graph);
+        m_workGraph->SetHolderID({});
+        for (const auto& child : m_workGraph->ChildGraphs()) child->SetHolderID({});
+    });
+    ShowPutBack();
 }
 
 bool TxyDataWizard::MayDiscard() {
