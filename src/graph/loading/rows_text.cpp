@@ -11,13 +11,6 @@ std::string CountText(std::int64_t count) {
 
 } // namespace
 
-TShownRows& TShownRows::operator+=(const TShownRows& other) {
-    Shown += other.Shown;
-    InSource += other.InSource;
-    IsEstimated |= other.IsEstimated;
-    return *this;
-}
-
 TShownRows RowsOf(const TSeries& series) {
     const TSourceRows& rows = series.SourceRows();
     const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;

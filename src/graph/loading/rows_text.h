@@ -13,7 +13,12 @@ struct TShownRows {
     std::int64_t InSource = 0;
     bool IsEstimated = false; ///< a graph file says how rows were sampled, not how many there were
 
-    TShownRows& operator+=(const TShownRows& other);
+    TShownRows& operator+=(const TShownRows& other) {
+        Shown += other.Shown;
+        InSource += other.InSource;
+        IsEstimated |= other.IsEstimated;
+        return *this;
+    }
 };
 
 /// Those of a data set. Points that were made by hand count as rows that are all there.
