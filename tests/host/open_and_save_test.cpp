@@ -160,7 +160,7 @@ TEST_F(OpenAndSave, EveryRowIsLoadedAndThoseThatAreThinnedForTheEyeWhenItIsWante
         EXPECT_EQ(Rows(), "1 data set, all 20000 rows");
         everyRow.trigger();
         EXPECT_EQ(First().Count(), 5000);
-        EXPECT_EQ(Rows(), "1 data set, drawn from 5000 of 20000 rows");
+        EXPECT_EQ(Rows(), "1 data set, 5000 of 20000 rows");
     }
 }
 
