@@ -55,9 +55,9 @@ private:
         if (kind == TFileKind::Graph)
             graph.SaveTemplate(out, HoldsData(graph) ? TPoints::Include : TPoints::LeaveOut);
         else if (kind == TFileKind::DataSet)
-            SaveSeriesToFile(ChosenSeries(graph, data), out);
+            SaveSeriesToFile(ChosenSeriesWhole(graph, data), out);
         else
-            SaveSeriesAsText(ChosenSeries(graph, data), out);
+            SaveSeriesAsText(ChosenSeriesWhole(graph, data), out);
     }
 };
 

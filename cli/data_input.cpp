@@ -6,6 +6,8 @@
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/default_look.h"
+#include "graph/loading/rows_text.h"
+#include "graph/loading/source_loading.h"
 #include "sources/report/text_explanation.h"
 #include "support/errors.h"
 
@@ -180,6 +182,17 @@ TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options) {
     return *series;
 }
 
+TSeries& ChosenSeriesWhole(const TxyGraph& graph, const TDataOptions& options) {
+    TSeries& series = ChosenSeries(graph, options);
+    try {
+        TSilentProgress progress;
+        LoadEveryRow(series, progress);
+    } catch (const ELumoError& error) {
+        PrintMessage(options.file + ": what follows is " + RowsText(RowsOf(series)) + ": " + error.what());
+    }
+    return series;
+}
+
 TDataInput::TDataInput(const TDataOptions& options) {
     const bool fromText = KindOfFile(options.file) == TFileKind::Text;
     if (fromText && options.set.value_or(1) != 1) throw EFileError(options.file + " holds one data set only");
@@ -189,7 +202,7 @@ TDataInput::TDataInput(const TDataOptions& options) {
         m_series = m_textSeries.get();
     } else {
         m_graph = LoadGraph(options);
-        m_series = &ChosenSeries(m_graph->Graph(), options);
+        m_series = &ChosenSeriesWhole(m_graph->Graph(), options);
     }
     const TPointChain& points = m_series->Points();
     for (std::size_t i = 0; i < points.BlockCount(); ++i) {

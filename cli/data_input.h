@@ -56,6 +56,10 @@ std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options);
 /// The data set that the options choose in a graph that was loaded by them.
 TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options);
 
+/// The same with all rows of its source where the graph holds only some; a message says when they can not be
+/// read.
+TSeries& ChosenSeriesWhole(const TxyGraph& graph, const TDataOptions& options);
+
 /// The data set that DATA names, with the graph that it lives in. Text files are read without a graph.
 class TDataInput {
 public:

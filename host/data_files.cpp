@@ -109,6 +109,8 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     TTextReport report;
     if (!LoadFromSource(series, progress, {.Report = &report})) return false;
     if (m_graph.Series().size() == 1) TakeXTitle(report);
+    if (report.isOverLimit)
+        m_notes.append(QString::fromStdString(SourceFileOf(series) + ": " + report.notes.back()));
     if (report.rowsSkipped > 0) m_notes.append(SkippedRows(SourceFileOf(series), report));
     return true;
 }

@@ -7,19 +7,10 @@
 #include "support/message_sink.h"
 
 namespace lumoplot {
-namespace {
-
-bool HoldsSomeRows(const TSeries& series) {
-    const TDSInfo& source = series.DataSourceInfo();
-    return series.IsThinned() || (source.AutoRowHitFreq() && source.RowSamplingFrequency() > 1);
-}
-
-} // namespace
-
 bool ReadEveryRow(TSeries& series, QWidget*) {
-    if (!HoldsSomeRows(series)) return true;
+    if (!series.HoldsSomeRows()) return true;
     TProgressWindow progress;
-    return LoadFromSource(series, progress, {.Budget = kEveryRow, .Name = TLoadedName::Kept});
+    return LoadEveryRow(series, progress);
 }
 
 bool MakeManual(TSeries& series, QWidget* window) {

@@ -1,5 +1,8 @@
 #include "cli/program.h"
+#include "data/series/ds_info.h"
+#include "graph/loading/source_loading.h"
 
+#include <QFile>
 #include <QJsonArray>
 
 namespace lumoplot {
@@ -25,6 +28,30 @@ TEST_F(Data, TheToleranceDecidesTheMode) {
     const std::string file = WithText("a.csv", "1,10\n2,20\n3,20.5\n4,21\n5,30\n");
     EXPECT_EQ(RunForJson({"stats", file})["y"].toObject()["mode"].toDouble(), 10);
     EXPECT_EQ(RunForJson({"stats", file, "--tolerance", "1"})["y"].toObject()["mode"].toDouble(), 21);
+}
+
+// A graph that was saved while it showed every fourth row.
+TEST_F(Data, FiguresOfAThinnedGraphAreOfEveryRow) {
+    std::string rows;
+    for (int i = 0; i < 2000; ++i) rows += std::to_string(i) + ',' + std::to_string(i % 7) + '\n';
+    const std::string source = WithText("long.csv", rows);
+    const std::string name = NameOf("thin.ltp");
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+    series.DataSourceInfo().SetSourceName(source);
+    series.DataSourceInfo().SetAutoRowHitFreq(true);
+    TSilentProgress progress;
+    LoadFromSource(series, progress, {.Budget = 500});
+    graph.SaveTemplate(name, TPoints::Include);
+    EXPECT_EQ(RunForJson({"stats", name})["y"].toObject()["count"].toDouble(), 2000);
+    EXPECT_EQ(RunProgram({"convert", name, NameOf("all.csv")}).status, 0);
+    EXPECT_EQ(RunForJson({"stats", NameOf("all.csv")})["y"].toObject()["count"].toDouble(), 2000);
+    QFile::remove(QString::fromStdString(source));
+    const TRunResult result = RunProgram({"stats", name});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.error.find("what follows is drawn from 500 of about 2"), std::string::npos)
+        << result.error;
 }
 
 // The sum of Y tells which rows and columns were read.

@@ -115,6 +115,7 @@ TEST_F(SetValuesDialog, EveryRowIsReadFirstWhateverTheBudgetAndTheNameStays) {
         Graph.SetEditorMode(inEditor);
         Series.DataSourceInfo().SetKind(TSourceKind::TextFile);
         Series.DataSourceInfo().SetSourceName(file.fileName().toStdString());
+        Series.DataSourceInfo().SetAutoRowHitFreq(true);
         TSilentProgress progress;
         LoadFromSource(Series, progress);
         ASSERT_LE(Series.Count(), Graph.PointBudget());

@@ -18,11 +18,15 @@ void TDSInfo::Store(TField& field, const TValue& value) {
 }
 
 void TDSInfo::SetKind(TSourceKind value) {
-    if (IsWithin(value, TSourceKind::LumoSheet)) Store(m_kind, value);
+    if (!IsWithin(value, TSourceKind::LumoSheet) || value == m_kind) return;
+    Store(m_kind, value);
+    m_isSamplingChosen = false;
 }
 
 void TDSInfo::SetSourceName(const std::string& value) {
+    if (value == m_sourceName) return;
     Store(m_sourceName, value);
+    m_isSamplingChosen = false;
 }
 
 void TDSInfo::SetDivideTextByWidth(bool value) {
@@ -50,11 +54,14 @@ void TDSInfo::SetYDataColumn(const std::string& value) {
 }
 
 void TDSInfo::SetRowSamplingFrequency(int value) {
-    if (value >= 1) Store(m_rowSamplingFrequency, value);
+    if (value < 1) return;
+    Store(m_rowSamplingFrequency, value);
+    m_isSamplingChosen = true;
 }
 
 void TDSInfo::SetAutoRowHitFreq(bool value) {
     Store(m_autoRowHitFreq, value);
+    m_isSamplingChosen = true;
 }
 
 void TDSInfo::SetColumnWidth(int value) {

@@ -45,7 +45,11 @@ public:
     const std::string& YDataColumn() const { return m_yDataColumn; }
     /// Every n-th row is used, n >= 1; while AutoRowHitFreq is on it is computed from the budget of points.
     int RowSamplingFrequency() const { return m_rowSamplingFrequency; }
+    /// Only some rows are read for the eye. Off (the default) reads every row.
     bool AutoRowHitFreq() const { return m_autoRowHitFreq; }
+    /// Somebody has set how rows are sampled since the source was named: a long file changes nothing then.
+    /// Not filed.
+    bool IsSamplingChosen() const { return m_isSamplingChosen; }
     /// Width in characters of the columns of a text that is divided by width, at least 1.
     int ColumnWidth() const { return m_columnWidth; }
     TRowChoice RowChoiceMode() const { return m_rowChoiceMode; }
@@ -57,7 +61,7 @@ public:
     bool NeedsReload() const { return m_needsReload; }
 
     // Setters do nothing for an equal value, keep the old value where the new one is out of its range, and
-    // otherwise store and set NeedsReload.
+    // otherwise store and set NeedsReload. Another kind or name of the source leaves the sampling open again.
     void SetKind(TSourceKind value);
     void SetSourceName(const std::string& value);
     void SetDivideTextByWidth(bool value);
@@ -76,6 +80,7 @@ public:
     void SetYFormat(TColumnFormat value);
     /// Clears or sets the reload flag: a supplier clears it when it has filled the data set.
     void SetNeedsReload(bool value) { m_needsReload = value; }
+    void SetSamplingChosen(bool value) { m_isSamplingChosen = value; }
     /// Stores the frequency that a supplier worked out from its budget; no reload is needed for that.
     void NoteRowSamplingFrequency(int value) { m_rowSamplingFrequency = value; }
 
@@ -94,7 +99,8 @@ private:
     std::string m_xDataColumn;
     std::string m_yDataColumn;
     int m_rowSamplingFrequency = 1;
-    bool m_autoRowHitFreq = true;
+    bool m_autoRowHitFreq = false;
+    bool m_isSamplingChosen = false;
     int m_columnWidth = 10;
     TRowChoice m_rowChoiceMode = TRowChoice::All;
     double m_rowChoiceValue1 = 0;

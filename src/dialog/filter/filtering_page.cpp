@@ -147,18 +147,17 @@ void TFilteringPage::Filter(TSeries& series) {
     Context().RefillPages();
 }
 
-/// A data set that was read with the editor's small budget is read again as its plot will show it: few of its
-/// rows have other frequencies. False when the user cancelled; throws what the source throws.
+/// A data set that holds some rows of its source is read whole: some rows have other frequencies. False when
+/// the user cancelled; throws what the source throws.
 bool TFilteringPage::LoadAllPoints(TSeries& series) {
-    if (!series.IsThinned()) return true;
+    if (!series.HoldsSomeRows()) return true;
     TProgressWindow progress;
-    return LoadFromSource(series, progress,
-                          {.Budget = series.Graph().PlotBudget(), .Name = TLoadedName::Kept});
+    return LoadEveryRow(series, progress);
 }
 
 /// The same for the preview, which makes do with what it gets and asks no file twice.
 void TFilteringPage::LoadToPreview(TSeries& series) {
-    if (!series.IsThinned() || m_loadTried == series.DataStamp()) return;
+    if (!series.HoldsSomeRows() || m_loadTried == series.DataStamp()) return;
     m_loadTried = series.DataStamp();
     try {
         Context().Session().FollowUp([&] {
@@ -180,7 +179,7 @@ void TFilteringPage::UpdatePreview() {
     const bool isNew =
         !m_seen || m_seen->DataStamp != series->DataStamp() || m_seen->CountEvery != m_settings.CountEvery;
     const TFilterSamples& samples = SamplesOf(*series);
-    m_ui->lblFilterState->setText(StateText(samples) + (series->IsThinned() ? kPartText : QString()));
+    m_ui->lblFilterState->setText(StateText(samples) + (series->HoldsSomeRows() ? kPartText : QString()));
     if (!(samples.Step > 0)) return m_ui->preview->ShowNothing();
     if (isNew) m_ui->preview->ShowSpectrum(AmplitudeSpectrum(samples.Values, samples.Step));
     m_ui->preview->ShowResponse(FrequencyResponse(m_settings, samples.Step, kGainsShown), m_settings);

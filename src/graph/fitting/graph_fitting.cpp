@@ -14,12 +14,12 @@ bool TxyGraph::RunPendingFits() {
     if (m_isFitting) return false;
     std::vector<TSeries*> pending;
     for (const auto& series : m_series)
-        if (HasPendingFit(*series)) pending.push_back(series.get());
+        if (HasPendingResult(*series)) pending.push_back(series.get());
     const QPointer<TxyGraph> self(this);
     m_isFitting = !pending.empty();
     for (TSeries* series : pending) {
         const auto isThis = [series](const auto& other) { return other.get() == series; };
-        if (std::ranges::any_of(m_series, isThis)) RunPendingFit(*series);
+        if (std::ranges::any_of(m_series, isThis)) RunPendingResult(*series);
         if (!self) return false;
     }
     m_isFitting = false;
@@ -28,7 +28,8 @@ bool TxyGraph::RunPendingFits() {
 
 // Never inside a paint event: a fit may take long and show its progress.
 void TxyGraph::SchedulePendingFits() {
-    const bool any = std::ranges::any_of(m_series, [](const auto& series) { return HasPendingFit(*series); });
+    const bool any =
+        std::ranges::any_of(m_series, [](const auto& series) { return HasPendingResult(*series); });
     if (!any || m_isFitting || m_fitsScheduled) return;
     m_fitsScheduled = true;
     QTimer::singleShot(0, this, [this] {

@@ -1,7 +1,10 @@
 #include "graph/fitting/series_fitting.h"
 
 #include "fit/run/curve_fitter.h"
+#include "graph/loading/rows_text.h"
+#include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
+#include "support/message_sink.h"
 #include "support/progress_maker.h"
 
 #include <QElapsedTimer>
@@ -95,6 +98,13 @@ private:
     std::vector<double> m_y;
 };
 
+std::function<bool()> StillThere(const TSeries& series) {
+    return [graph = QPointer<TxyGraph>(&series.Graph()), wanted = &series] {
+        return graph &&
+               std::ranges::any_of(graph->Series(), [&](const auto& s) { return s.get() == wanted; });
+    };
+}
+
 } // namespace
 
 bool HasPendingFit(const TSeries& series) {
@@ -102,8 +112,35 @@ bool HasPendingFit(const TSeries& series) {
     return series.Active() && series.Count() > 0 && fit.IsStale() && fit.Status() > TCurFit::kFunction;
 }
 
+bool HasPendingResult(const TSeries& series) {
+    return HasPendingFit(series) || series.WaitsForEveryRow();
+}
+
+void ReadRowsForResults(TSeries& series) {
+    if (!series.WaitsForEveryRow()) return;
+    series.NoteEveryRowTried();
+    const std::string which = "Results of \"" + series.SeriesName() + "\" are worked out from what is " +
+                              RowsText(RowsOf(series)) + ": ";
+    const auto isThere = StillThere(series);
+    TLateProgress progress(isThere);
+    try {
+        if (LoadEveryRow(series, progress) || !isThere()) return;
+        ShowMessage(which + "the reading was cancelled", TMessageKind::Warning);
+    } catch (const std::exception& error) { // the host's functions may throw what they like
+        ShowMessage(which + error.what(), TMessageKind::Warning);
+    }
+}
+
+void RunPendingResult(TSeries& series) {
+    const auto isThere = StillThere(series);
+    ReadRowsForResults(series);
+    if (isThere() && HasPendingFit(series)) RunPendingFit(series);
+}
+
 void RunPendingFit(TSeries& series) {
-    TSeriesFit(series).Run();
+    const auto isThere = StillThere(series);
+    ReadRowsForResults(series);
+    if (isThere()) TSeriesFit(series).Run();
 }
 
 } // namespace lumoplot

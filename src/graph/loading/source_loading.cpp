@@ -2,6 +2,7 @@
 
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
+#include "graph/loading/rows_text.h"
 #include "graph/model/holder.h"
 #include "sources/text/series_supplier.h"
 #include "support/errors.h"
@@ -37,19 +38,50 @@ TTextSource TextSourceOf(const TSeries& series) {
     return isSheet ? SheetOf(series) : TTextSource(SourceFileOf(series));
 }
 
+int BudgetOf(const TSeries& series, const TLoadOptions& options) {
+    const int usual = series.ShowsResults() ? kEveryRow : series.Graph().PointBudget();
+    return options.Budget.value_or(usual);
+}
+
+TTextReport ReadText(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    const TDSInfo& info = series.DataSourceInfo();
+    TTextLoadOptions text;
+    text.budget = BudgetOf(series, options);
+    text.rowLimit = info.AutoRowHitFreq() || info.IsSamplingChosen() ? 0 : options.MostRowsUnasked;
+    text.wishes = series.TextWishes();
+    return LoadTextSeries(series, TextSourceOf(series), text, progress);
+}
+
+// Of a long source; the description stays as it was when nothing is read.
+TTextReport ReadTextForTheEye(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    TDSInfo& info = series.DataSourceInfo();
+    const TDSInfo before = info;
+    info.SetAutoRowHitFreq(true);
+    try {
+        TTextReport report = ReadText(series, progress, options);
+        if (report.cancelled) info = before;
+        report.isOverLimit = true;
+        report.notes.push_back(
+            "there are more than " + Grouped(options.MostRowsUnasked) +
+            " rows, so \"Auto\" has been switched on: " + RowsText({report.rowsUsed, report.rowsChosen}));
+        return report;
+    } catch (...) {
+        info = before;
+        throw;
+    }
+}
+
 // A data set that its plot would show with other points counts as thinned.
 bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {
-    const TxyGraph& graph = series.Graph();
-    const int budget = options.Budget.value_or(graph.PointBudget());
-    TTextLoadOptions text;
-    text.budget = budget;
-    text.wishes = series.TextWishes();
     TTextReport own;
     TTextReport& report = options.Report ? *options.Report : own;
-    report = LoadTextSeries(series, TextSourceOf(series), text, progress);
+    report = ReadText(series, progress, options);
+    if (report.isOverLimit) report = ReadTextForTheEye(series, progress, options);
     if (report.cancelled) return false;
-    const bool isBudgeted = series.DataSourceInfo().AutoRowHitFreq() && report.samplingFrequency > 1;
-    series.SetThinned(isBudgeted && budget != graph.PlotBudget());
+    TDSInfo& info = series.DataSourceInfo();
+    info.SetSamplingChosen(true); // what was found once stays
+    const bool isBudgeted = info.AutoRowHitFreq() && report.samplingFrequency > 1;
+    series.SetThinned(isBudgeted && BudgetOf(series, options) != series.Graph().PlotBudget());
     series.SetSourceRows({report.rowsChosen, report.rowsUsed});
     return true;
 }
@@ -77,8 +109,14 @@ std::string SourceFileOf(const TSeries& series) {
 bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {
     const std::string name = series.SeriesName();
     const bool isLoaded = LoadPoints(series, progress, options);
-    if (options.Name == TLoadedName::Kept) series.SetSeriesName(name);
+    // A cancelled loading touches nothing: the data set may have gone meanwhile.
+    if (isLoaded && options.Name == TLoadedName::Kept) series.SetSeriesName(name);
     return isLoaded;
+}
+
+bool LoadEveryRow(TSeries& series, TProgress& progress) {
+    if (!series.HoldsSomeRows()) return true;
+    return LoadFromSource(series, progress, {.Budget = kEveryRow, .Name = TLoadedName::Kept});
 }
 
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {

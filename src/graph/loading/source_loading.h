@@ -15,12 +15,18 @@ namespace lumoplot {
 /// A budget of points that no source exceeds.
 inline constexpr int kEveryRow = std::numeric_limits<int>::max();
 
+/// Of a source with at most so many rows every row is read while nobody says otherwise.
+inline constexpr std::int64_t kMostRowsUnasked = 5'000'000;
+
 enum class TLoadedName { AsSourceSays, Kept };
 
 struct TLoadOptions {
     /// While the description leaves the row sampling to us, so many points at most are read; without one the
-    /// PointBudget of the graph.
+    /// PointBudget of the graph, or every row where the data set shows results of them.
     std::optional<int> Budget = std::nullopt;
+    /// A source with more rows switches AutoRowHitFreq on, unless somebody has chosen the sampling; the
+    /// report says so.
+    std::int64_t MostRowsUnasked = kMostRowsUnasked;
     TLoadedName Name = TLoadedName::AsSourceSays;
     /// Takes what became of the rows of a text.
     TTextReport* Report = nullptr;
@@ -30,6 +36,10 @@ struct TLoadOptions {
 /// a manual data set is left as it is. False when the user cancelled. On false and on an error (EFileError
 /// and the texts of the source's format) the data set keeps its points.
 XYGRAPH_EXPORT bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& options = {});
+
+/// Reads all rows of the source of a data set that holds only some of them; its name and what is known of its
+/// reading stay. False when the user cancelled. Throws as LoadFromSource; the data set keeps its points then.
+XYGRAPH_EXPORT bool LoadEveryRow(TSeries& series, TProgress& progress);
 
 /// The first rows of the text file or sheet that the data set's source is, read as its description says.
 /// Throws EFileError.

@@ -2,6 +2,7 @@
 
 #include "data/analysis/statistics.h"
 #include "data/series/ds_info.h"
+#include "fit/definition/cur_fit.h"
 #include "graph/model/graph.h"
 #include "graph/model/setting_rows.h"
 #include "support/update_hold.h"
@@ -130,8 +131,29 @@ void TSeries::SetDuplicatesAllowed(bool value) {
     m_graph.Appearance()->DropUnusableXSeries();
 }
 
+bool TSeries::HoldsSomeRows() const {
+    const TDSInfo& source = DataSourceInfo();
+    const bool isText = source.Kind() == TSourceKind::TextFile || source.Kind() == TSourceKind::LumoSheet;
+    return isText && (m_isThinned || (source.AutoRowHitFreq() && source.RowSamplingFrequency() > 1));
+}
+
+bool TSeries::ShowsFigures() const {
+    return RegressionType() != 0 || m_boundsType >= TBoundsType::OneSD;
+}
+
+bool TSeries::ShowsResults() const {
+    return ShowsFigures() || CurveFit().Status() > TCurFit::kFunction;
+}
+
+bool TSeries::WaitsForEveryRow() const {
+    const bool isFitPending = CurveFit().IsStale() && CurveFit().Status() > TCurFit::kFunction;
+    return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || isFitPending) &&
+           m_everyRowTried != m_dataStamp;
+}
+
 TSeriesSource TSeries::SourceState() const {
-    return {m_sourceRows, m_textWishes, m_isThinned, DataSourceInfo().NeedsReload()};
+    return {m_sourceRows, m_textWishes, m_isThinned, DataSourceInfo().NeedsReload(),
+            DataSourceInfo().IsSamplingChosen()};
 }
 
 void TSeries::SetSourceState(const TSeriesSource& state) {
@@ -139,6 +161,7 @@ void TSeries::SetSourceState(const TSeriesSource& state) {
     m_textWishes = state.Wishes;
     m_isThinned = state.IsThinned;
     DataSourceInfo().SetNeedsReload(state.NeedsReload);
+    DataSourceInfo().SetSamplingChosen(state.IsSamplingChosen);
 }
 
 } // namespace lumoplot

@@ -45,6 +45,9 @@ struct TSeriesSource {
     TTextWishes Wishes;
     bool IsThinned = false;
     bool NeedsReload = false;
+    bool IsSamplingChosen = false;
+
+    bool operator==(const TSeriesSource&) const = default;
 };
 
 class XYGRAPH_EXPORT TSeries : public TDataSeries {
@@ -92,6 +95,15 @@ public:
     std::int64_t LogErrors() const { return m_logErrors; }
     /// The points were read with the editor's small budget and are fewer than the host would read. Not filed.
     bool IsThinned() const { return m_isThinned; }
+    /// The points are some rows of the source, left for the eye by "Auto"; what is worked out is to come from
+    /// all of them.
+    bool HoldsSomeRows() const;
+    /// Something is worked out from the points whenever they change: a curve fit, a regression, bounds.
+    bool ShowsResults() const;
+    /// The plot shows a regression or bounds, or is about to run a fit, and the points are only some rows,
+    /// which nobody has tried to complete yet.
+    bool WaitsForEveryRow() const;
+    void NoteEveryRowTried() { m_everyRowTried = m_dataStamp; }
     /// How many rows the last loading found and took. Not filed.
     const TSourceRows& SourceRows() const { return m_sourceRows; }
     /// How the user wants the text of the source to be read beyond what the source description holds. Not
@@ -169,6 +181,7 @@ private:
         bool operator==(const TCurveState&) const = default;
     };
 
+    bool ShowsFigures() const;
     template <class TField, class TValue>
     void Store(TField& field, const TValue& value);
     void StoreWord(int& field, int value);
@@ -180,6 +193,7 @@ private:
     TSeries* m_next = nullptr;
     int m_seriesIndex;
     std::uint64_t m_dataStamp;
+    std::uint64_t m_everyRowTried = 0; ///< the stamp of the points then
     TAxis* m_yAxisOfSeries;
     bool m_active{};
     bool m_linesShown{};

@@ -97,6 +97,26 @@ constexpr TSectionRow<TSeries> WishRow(int key, const char* label) {
     return row;
 }
 
+template <auto Last>
+bool IsUpTo(int value) {
+    return value >= 0 && value <= static_cast<int>(Last);
+}
+
+// That of the text markers, which may be none.
+constexpr TSectionRow<TSeries> QuotesWishRow(int key, const char* label) {
+    auto row = Row<TSeries, [](const TSeries& series) { return series.TextWishes().quotes.value_or(""); },
+                   [](TSeries& series, const std::string& value) {
+                       TTextWishes wishes = series.TextWishes();
+                       wishes.quotes = value;
+                       series.SetTextWishes(wishes);
+                   }>(key, "", label);
+    row.write = [](TxyWriter& writer, const TSectionRow<TSeries>& self, const TSeries& series) {
+        const auto& quotes = series.TextWishes().quotes;
+        if (quotes) writer.WriteString(self.key, self.name, *quotes);
+    };
+    return row;
+}
+
 // A row of a plain field of a mark.
 template <auto Field>
 constexpr TSectionRow<TGraphMark> MarkRow(int key, const char* name) {
@@ -280,14 +300,14 @@ std::span<const TSectionRow<TSeries>> SeriesRows() {
         Setting<S, &S::m_regressionLineWidth, &S::RegressionLineWidth, &S::SetRegressionLineWidth, 1>(
             21, "", "RegressionLineWidth"),
         Row<S, &S::SeriesFlag, &S::SetSeriesFlag>(22, "", "SeriesFlag"),
-        WishRow<&TTextWishes::encoding,
-                [](int value) { return value >= 0 && value <= static_cast<int>(TTextEncoding::CodePage); }>(
-            60, "TextEncoding"),
+        WishRow<&TTextWishes::encoding, &IsUpTo<TTextEncoding::CodePage>>(60, "TextEncoding"),
         WishRow<&TTextWishes::decimalSign, [](int value) { return value == '.' || value == ','; }>(
             61, "DecimalSign"),
-        WishRow<&TTextWishes::dateOrder,
-                [](int value) { return value >= 0 && value <= static_cast<int>(TDateOrder::MonthDayYear); }>(
-            62, "DateOrder"),
+        WishRow<&TTextWishes::dateOrder, &IsUpTo<TDateOrder::MonthDayYear>>(62, "DateOrder"),
+        WishRow<&TTextWishes::shortTimes, &IsUpTo<TShortTimes::MinutesAndSeconds>>(63, "ShortTimes"),
+        WishRow<&TTextWishes::midnight, &IsUpTo<TMidnight::RunsOn>>(64, "Midnight"),
+        WishRow<&TTextWishes::columns, &IsUpTo<TColumnLayout::Aligned>>(65, "ColumnLayout"),
+        QuotesWishRow(66, "Quotes"),
     };
     return kRows;
 }

@@ -90,7 +90,7 @@ void TxyGraph::UpdateForDrawing() {
     if (m_needsRescale || m_repaintRequested || stale) Rescale();
     for (const auto& series : m_series) {
         if (!series->Active()) continue;
-        series->UpdateRegression();
+        if (!series->WaitsForEveryRow()) series->UpdateRegression();
         series->UpdateFittedCurve(m_xAxis->LogScale());
     }
 }

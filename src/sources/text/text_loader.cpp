@@ -23,6 +23,23 @@ private:
     std::int64_t m_offset;
 };
 
+// Ends the reading, too, when there are more rows than wanted.
+class TLimitedProgress final : public TProgress {
+public:
+    TLimitedProgress(TProgress& progress, std::int64_t limit, TTextReport& report)
+        : m_progress(progress), m_limit(limit), m_report(report) {}
+    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+    [[nodiscard]] bool StepTo(std::int64_t position) override {
+        m_report.isOverLimit = m_limit > 0 && m_report.rowsChosen / m_report.samplingFrequency > m_limit;
+        return !m_report.isOverLimit && m_progress.StepTo(position);
+    }
+
+private:
+    TProgress& m_progress;
+    std::int64_t m_limit;
+    TTextReport& m_report;
+};
+
 [[noreturn]] void ThrowNoPoints(const std::string& fileName, const TTextReport& report) {
     if (report.messages.empty()) throw EFileError("File " + fileName + ": the row choice leaves no rows");
     throw EFileError("File " + fileName + " holds no row that can be used: " + report.messages.front());
@@ -79,7 +96,8 @@ private:
                 std::max<std::int64_t>(1, (*rows + m_options.budget - 1) / m_options.budget));
         }
         TPassProgress rest(m_progress, toBudget ? m_file.Size() : 0);
-        pass.Run(report.samplingFrequency, m_sink, rest, report);
+        TLimitedProgress limited(rest, m_options.rowLimit, report);
+        pass.Run(report.samplingFrequency, m_sink, limited, report);
         if (formulas.KeepsY())
             report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
         return report;

@@ -18,6 +18,8 @@ struct TTextLoadOptions {
     /// While the description leaves the row sampling to us, as many rows are left out (every n-th is used) as
     /// makes at most so many points. 0: every row is used.
     int budget = 0;
+    /// Reading ends, cancelled, when more rows than this are to become points. 0: there is no such limit.
+    std::int64_t rowLimit = 0;
     TTextWishes wishes;
     /// Make X and Y of what is read, before rows are chosen by X. A row whose X or Y has no finite value then
     /// is skipped and reported, and so is one with a cell that a formula reads and that is no value.
@@ -41,6 +43,7 @@ struct TTextReport {
     std::vector<std::string> notes;
     std::string oddRows;       ///< rows that give no point, as they stand in the file; not all of many
     bool cancelled = false;    ///< nothing has been changed then
+    bool isOverLimit = false;  ///< there are more rows than the limit
     int samplingFrequency = 1; ///< every so many rows one was used
     std::string yName; ///< header of the Y column; empty without one, and where Y is made of other columns
 };

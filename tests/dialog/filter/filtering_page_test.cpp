@@ -173,7 +173,7 @@ TEST_F(FilteringPage, EditsOfTheGridAreTakenInFirst) {
     EXPECT_EQ(Current().Points().First().Y(), 1e9);
 }
 
-// The editor reads few rows of a text; what is filtered is what the plot will show.
+// Where the user wants few rows to be shown, all of them are filtered.
 TEST_F(FilteringPage, ADataSetThatWasReadInPartIsReadWhole) {
     QFile file(PathOf("long.csv"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -182,6 +182,8 @@ TEST_F(FilteringPage, ADataSetThatWasReadInPartIsReadWhole) {
     Graph.SetEditorMode(true);
     ToPage("&Data Source");
     Wizard.AttachSource(PathOf("long.csv").toStdString());
+    Click("cb_AutoFrequency");
+    Click("btnReload");
     ASSERT_TRUE(Current().IsThinned());
     const std::string name = Current().SeriesName();
     ToPage("&FFT Filtering");

@@ -33,6 +33,13 @@ protected:
         ShowPage();
         Attach(file);
     }
+    /// Few rows, as the editor shows them while "Auto" is on.
+    void ShowForTheEye(const QString& file) {
+        Graph.SetEditorMode(true);
+        ShowFile(file);
+        Click("cb_AutoFrequency");
+        Click("btnReload");
+    }
     /// With Yes to the question whether the points that are there may go.
     void Attach(const QString& file) {
         Wizard.AttachSource(file.toStdString());
@@ -272,8 +279,7 @@ TEST_F(TDataSourcePageTest, TheRunnerUpIsTakenByOneClickAndForgottenByAnother) {
 }
 
 TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
-    Graph.SetEditorMode(true);
-    ShowFile(WriteRows(2000, "\t"));
+    ShowForTheEye(WriteRows(2000, "\t"));
     EXPECT_EQ(Current().Count(), 500);
     EXPECT_EQ(Find<QSpinBox>("se_RowFrequency").value(), 4);
     EXPECT_TRUE(Current().IsThinned());
@@ -290,8 +296,7 @@ TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
 }
 
 TEST_F(TDataSourcePageTest, ASheetThatHasGoneDoesNotKeepTheHostFromReadingTheRest) {
-    Graph.SetEditorMode(true);
-    ShowFile(WriteRows(2000, ","));
+    ShowForTheEye(WriteRows(2000, ","));
     Click("btnDuplicate");
     TxyGraph host;
     host.CopyFrom(Graph);
@@ -448,8 +453,7 @@ TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
 
 TEST_F(TDataSourcePageTest, WhatBecomesManualHasEveryRowOfItsSource) {
     const QString file = WriteRows(2000, "\t");
-    Graph.SetEditorMode(true);
-    ShowFile(file);
+    ShowForTheEye(file);
     ASSERT_EQ(Current().Count(), 500);
     QFile::rename(file, file + QStringLiteral(".away"));
     TRecordingSink sink(false);

@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <tuple>
@@ -21,12 +22,19 @@
 namespace lumoplot {
 namespace {
 
-/// With a decimal comma.
-TTextWishes Wishes(TTextEncoding encoding, std::optional<TDateOrder> dateOrder) {
-    TTextWishes wishes;
-    wishes.encoding = encoding;
-    wishes.decimalSign = ',';
-    wishes.dateOrder = dateOrder;
+/// Each field of a reading that the user may choose, alone, and all of them.
+std::vector<TTextWishes> WishesOfEachKind() {
+    std::vector<TTextWishes> wishes(9);
+    wishes[1].encoding = TTextEncoding::CodePage;
+    wishes[2].decimalSign = ',';
+    wishes[3].dateOrder = TDateOrder::MonthDayYear;
+    wishes[4].shortTimes = TShortTimes::MinutesAndSeconds;
+    wishes[5].midnight = TMidnight::RunsOn;
+    wishes[6].columns = TColumnLayout::Aligned;
+    wishes[7].quotes = "";
+    wishes[8] = {
+        TTextEncoding::Utf16LittleEndian, '.', TDateOrder::YearMonthDay, TShortTimes::HoursAndMinutes,
+        TMidnight::BeginsAgain,           "'", TColumnLayout::InTurn};
     return wishes;
 }
 
@@ -89,7 +97,7 @@ void FillUnfiled(TSeries& series, TRandom& random) {
     if (series.Count() > 0 && chance()) series.DeletePoint(series.First().Id());
     if (chance()) series.SetDuplicatesAllowed(true);
     if (chance()) series.UpdateRegression();
-    if (chance()) series.SetTextWishes(Wishes(TTextEncoding::Utf8, {}));
+    series.SetTextWishes(WishesOfEachKind()[random() % 9]);
     series.SetSourceRows({static_cast<std::int64_t>(random() % 100), 7});
     series.SetThinned(chance());
     series.DataSourceInfo().SetNeedsReload(chance());
@@ -166,25 +174,54 @@ TEST(GraphCopy, WhatNoFileCouldHoldIsRefusedOnSavingAndCopiedInMemory) {
     EXPECT_EQ(copy.ChildGraphs()[0]->ChildGraphs()[0]->ChildGraphCount(), 1);
 }
 
-TEST(GraphCopy, TheReadingThatTheUserChoseIsFiledAndUsedOnReload) {
+TEST(GraphCopy, TheReadingThatTheUserChoseIsFiled) {
+    for (const TTextWishes& wishes : WishesOfEachKind()) {
+        SCOPED_TRACE(&wishes - WishesOfEachKind().data());
+        TxyGraph graph, back;
+        graph.FindSeries(graph.AddSeries())->SetTextWishes(wishes);
+        LoadBytes(back, FileOf(graph));
+        EXPECT_EQ(back.FirstSeries()->TextWishes(), wishes);
+        EXPECT_FALSE(back.FirstSeries()->DataSourceInfo().NeedsReload());
+    }
+}
+
+// Each text reads otherwise by itself.
+TEST(GraphCopy, WhatIsSavedOpenedAndReloadedHasEqualValues) {
+    struct TCase {
+        const char* text;
+        TTextWishes wishes;
+        double x, y; ///< of the second point
+    };
+    const auto with = [](auto field, auto value) {
+        TTextWishes wishes;
+        wishes.*field = value;
+        return wishes;
+    };
+    const TCase cases[] = {
+        {"x;y\n1,234;5,5\n2,345;6,5\n", with(&TTextWishes::decimalSign, ','), 2.345, 6.5},
+        {"t;y\n1:30;1\n2:30;2\n", with(&TTextWishes::shortTimes, TShortTimes::MinutesAndSeconds),
+         150.0 / 86400, 2},
+        {"t;y\n23:00;1\n01:00;2\n", with(&TTextWishes::midnight, TMidnight::RunsOn), 25.0 / 24, 2},
+    };
     QTemporaryDir folder;
     const std::string text = folder.filePath("run.txt").toStdString();
-    const std::string content = "x;y\n1,234;5,5\n2,345;6,5\n";
-    ReplaceFile(text, std::vector<std::uint8_t>(content.begin(), content.end()));
-    TxyGraph graph, back;
-    TSeries& series = *graph.FindSeries(graph.AddSeries());
-    series.DataSourceInfo().SetKind(TSourceKind::TextFile);
-    series.DataSourceInfo().SetSourceName(text);
-    series.SetTextWishes(Wishes(TTextEncoding::CodePage, TDateOrder::DayMonthYear));
-    LoadBytes(back, FileOf(graph));
-    TSeries& opened = *back.FindSeries(1);
-    EXPECT_EQ(opened.TextWishes(), series.TextWishes());
-    EXPECT_FALSE(opened.DataSourceInfo().NeedsReload());
-    TSilentProgress progress;
-    EXPECT_TRUE(LoadFromSource(opened, progress));
-    ASSERT_EQ(opened.Count(), 2);
-    EXPECT_EQ(opened.First().X(), 1.234);
-    EXPECT_EQ(opened.First().Y(), 5.5);
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(c.text);
+        ReplaceFile(text, std::vector<std::uint8_t>(c.text, c.text + std::strlen(c.text)));
+        TxyGraph graph, back;
+        TSilentProgress progress;
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
+        series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+        series.DataSourceInfo().SetSourceName(text);
+        series.SetTextWishes(c.wishes);
+        ASSERT_TRUE(LoadFromSource(series, progress));
+        LoadBytes(back, FileOf(graph));
+        ASSERT_TRUE(LoadFromSource(*back.FirstSeries(), progress));
+        EXPECT_EQ(PointsOf(*back.FirstSeries()), PointsOf(series));
+        ASSERT_EQ(series.Count(), 2);
+        EXPECT_NEAR(series.First().Next().X(), c.x, 1e-12);
+        EXPECT_EQ(series.First().Next().Y(), c.y);
+    }
 }
 
 } // namespace

@@ -1,0 +1,33 @@
+#include "graph/loading/rows_text.h"
+
+#include <QLocale>
+
+namespace lumoplot {
+namespace {
+
+std::string CountText(std::int64_t count) {
+    return Grouped(count) + (count == 1 ? " row" : " rows");
+}
+
+} // namespace
+
+TShownRows RowsOf(const TSeries& series) {
+    const TSourceRows& rows = series.SourceRows();
+    const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
+    if (!isManual && rows.Chosen > 0) return {rows.Used, rows.Chosen};
+    const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
+    const std::int64_t count = series.Count();
+    return {count, count * every, every > 1};
+}
+
+std::string RowsText(const TShownRows& rows) {
+    if (rows.Shown == rows.InSource) return "all " + CountText(rows.InSource);
+    return "drawn from " + Grouped(rows.Shown) + (rows.IsEstimated ? " of about " : " of ") +
+           CountText(rows.InSource);
+}
+
+std::string Grouped(std::int64_t number) {
+    return QLocale().toString(static_cast<qint64>(number)).toStdString();
+}
+
+} // namespace lumoplot

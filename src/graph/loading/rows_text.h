@@ -1,0 +1,34 @@
+// How many rows of its source a data set shows, as every window says it.
+#pragma once
+
+#include "graph/model/series.h"
+
+#include <cstdint>
+#include <string>
+
+namespace lumoplot {
+
+struct TShownRows {
+    std::int64_t Shown = 0;
+    std::int64_t InSource = 0;
+    bool IsEstimated = false; ///< a graph file says how rows were sampled, not how many there were
+
+    TShownRows& operator+=(const TShownRows& other) {
+        Shown += other.Shown;
+        InSource += other.InSource;
+        IsEstimated |= other.IsEstimated;
+        return *this;
+    }
+};
+
+/// Those of a data set. Points that were made by hand count as rows that are all there.
+XYGRAPH_EXPORT TShownRows RowsOf(const TSeries& series);
+
+/// "all 2,000 rows", "drawn from 500 of 2,000 rows", "drawn from 500 of about 2,000 rows"; digits in groups
+/// as the locale has them.
+XYGRAPH_EXPORT std::string RowsText(const TShownRows& rows);
+
+/// A number with its digits in groups: "5,000,000".
+XYGRAPH_EXPORT std::string Grouped(std::int64_t number);
+
+} // namespace lumoplot
