@@ -79,7 +79,7 @@ std::string Difference(const TContent& a, const TContent& b) {
 }
 
 // Which data set is current is no content; another test looks at that.
-TContent ContentOf(const TxyGraph& graph) {
+TContent ContentOf(TxyGraph& graph) {
     const int current = graph.Appearance()->CurrSerIndex();
     graph.Appearance()->SetCurrSerIndex(1);
     TContent content{FileOf(graph), {}, graph.Marks().CurrentID()};

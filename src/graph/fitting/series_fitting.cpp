@@ -77,7 +77,7 @@ private:
 
     bool IsThere() const {
         return m_graph &&
-               std::ranges::any_of(m_graph->Series(), [this](const auto& s) { return s.get() == &m_series; });
+               std::ranges::any_of(m_graph->Series(), [this](const auto& s) { return s == &m_series; });
     }
     bool IsWanted() const { return IsThere() && !Fit().IsStale(); }
 
