@@ -36,7 +36,7 @@ struct TCertifiedSet {
 
 void BM_CertifiedProblems(benchmark::State& state) {
     const TCertifiedSet set;
-    const int procedure = static_cast<int>(state.range(0));
+    const TFitProcedure procedure{static_cast<int>(state.range(0))};
     double digits = 0;
     double runs = 0;
     for (auto _ : state) {
@@ -53,7 +53,7 @@ void BM_CertifiedProblems(benchmark::State& state) {
 }
 BENCHMARK(BM_CertifiedProblems)
     ->ArgName("procedure")
-    ->DenseRange(TCurFit::kPowell, TCurFit::kNewton)
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
     ->Unit(benchmark::kMillisecond);
 
 TCertifiedData ManyPoints() {
@@ -68,7 +68,7 @@ TCertifiedData ManyPoints() {
     return data;
 }
 
-double Fit(const TCertifiedData& data, int procedure) {
+double Fit(const TCertifiedData& data, TFitProcedure procedure) {
     TCurFit fit;
     fit.SetExpression(kEquation);
     fit.SetProcType(procedure);
@@ -236,7 +236,7 @@ void BM_ManyPoints(benchmark::State& state) {
 }
 BENCHMARK(BM_ManyPoints)
     ->ArgName("procedure")
-    ->DenseRange(TCurFit::kPowell, TCurFit::kNewton)
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -63,7 +63,7 @@ public:
         Fit().ClearStale();
         TLateProgress progress([this] { return IsWanted(); });
         TFitRun run{&progress, {}};
-        if (Fit().Status() == TCurFit::kEveryStep) run.OnIteration = [this] { ShowStep(); };
+        if (Fit().Status() == TFitStatus::EveryStep) run.OnIteration = [this] { ShowStep(); };
         try {
             RunFit(m_work, m_x, m_y, run);
             if (IsWanted()) Fit().TakeRun(m_work);
@@ -99,7 +99,7 @@ private:
 
 bool HasPendingFit(const TSeries& series) {
     const TCurFit& fit = series.CurveFit();
-    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.Status() > TCurFit::kFunction;
+    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.ShowsResult();
 }
 
 void RunPendingFit(TSeries& series) {
