@@ -172,6 +172,7 @@ public:
 
     /// What the mouse and the keys do over the graph.
     TGraphMouse& Mouse() { return *m_mouse; }
+    const TGraphMouse& Mouse() const { return *m_mouse; }
     /// What the user changes is made through `hook` from now on; an empty one makes it directly.
     void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
     void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
