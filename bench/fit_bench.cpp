@@ -227,7 +227,8 @@ void BM_ManyPoints(benchmark::State& state) {
     const double peer = GnuplotSeconds(data);
     double seconds = 0;
     for (auto _ : state)
-        seconds += SecondsOf([&] { benchmark::DoNotOptimize(Fit(data, static_cast<int>(state.range(0)))); });
+        seconds += SecondsOf(
+            [&] { benchmark::DoNotOptimize(Fit(data, TFitProcedure{static_cast<int>(state.range(0))})); });
     seconds /= static_cast<double>(state.iterations());
     if (peer > 0)
         state.counters["times_gnuplot"] = seconds / peer;
