@@ -100,7 +100,7 @@ struct TPeaks {
         }
     }
 
-    TFitResult Fit(TProgress* progress = nullptr, int procedure = TCurFit::kNewton) const {
+    TFitResult Fit(TProgress* progress = nullptr, TFitProcedure procedure = TFitProcedure::Newton) const {
         TCurFit fit;
         fit.SetExpression("a*exp(-sqr((x-m)/s))+b*exp(-sqr((x-n)/t))+c+d*x");
         fit.SetProcType(procedure);
@@ -151,13 +151,16 @@ void BM_Cancel(benchmark::State& state) {
     for (auto _ : state) {
         for (int i = 0; i < 20; ++i) {
             TCancelAfter progress(0.02 * (i + 1));
-            const TFitResult result = peaks.Fit(&progress, static_cast<int>(state.range(0)));
+            const TFitResult result = peaks.Fit(&progress, TFitProcedure{static_cast<int>(state.range(0))});
             if (result.End == TFitEnd::Cancelled) longest = std::max(longest, progress.SecondsSince());
         }
     }
     state.counters["longest_ms"] = 1000 * longest;
 }
-BENCHMARK(BM_Cancel)->ArgName("procedure")->DenseRange(TCurFit::kPowell, TCurFit::kNewton)->Iterations(1);
+BENCHMARK(BM_Cancel)
+    ->ArgName("procedure")
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
+    ->Iterations(1);
 
 double SecondsOf(const auto& work) {
     const auto start = std::chrono::steady_clock::now();

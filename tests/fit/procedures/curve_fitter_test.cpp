@@ -404,13 +404,13 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
 }
 
 TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         for (const int steps : {0, 1}) {
             TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
             decay.SetPoints(50, 0.2, Decay);
             TCancellingProgress progress(steps);
-            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << procType;
-            EXPECT_EQ(decay.Value(2), 0.01) << procType;
+            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << static_cast<int>(procType);
+            EXPECT_EQ(decay.Value(2), 0.01) << static_cast<int>(procType);
         }
     }
 }
