@@ -36,7 +36,7 @@ struct TCertifiedSet {
 
 void BM_CertifiedProblems(benchmark::State& state) {
     const TCertifiedSet set;
-    const int procedure = static_cast<int>(state.range(0));
+    const TFitProcedure procedure{static_cast<int>(state.range(0))};
     double digits = 0;
     double runs = 0;
     for (auto _ : state) {
@@ -53,7 +53,7 @@ void BM_CertifiedProblems(benchmark::State& state) {
 }
 BENCHMARK(BM_CertifiedProblems)
     ->ArgName("procedure")
-    ->DenseRange(TCurFit::kPowell, TCurFit::kNewton)
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
     ->Unit(benchmark::kMillisecond);
 
 TCertifiedData ManyPoints() {
@@ -68,7 +68,7 @@ TCertifiedData ManyPoints() {
     return data;
 }
 
-double Fit(const TCertifiedData& data, int procedure) {
+double Fit(const TCertifiedData& data, TFitProcedure procedure) {
     TCurFit fit;
     fit.SetExpression(kEquation);
     fit.SetProcType(procedure);
@@ -100,7 +100,7 @@ struct TPeaks {
         }
     }
 
-    TFitResult Fit(TProgress* progress = nullptr, int procedure = TCurFit::kNewton) const {
+    TFitResult Fit(TProgress* progress = nullptr, TFitProcedure procedure = TFitProcedure::Newton) const {
         TCurFit fit;
         fit.SetExpression("a*exp(-sqr((x-m)/s))+b*exp(-sqr((x-n)/t))+c+d*x");
         fit.SetProcType(procedure);
@@ -151,13 +151,16 @@ void BM_Cancel(benchmark::State& state) {
     for (auto _ : state) {
         for (int i = 0; i < 20; ++i) {
             TCancelAfter progress(0.02 * (i + 1));
-            const TFitResult result = peaks.Fit(&progress, static_cast<int>(state.range(0)));
+            const TFitResult result = peaks.Fit(&progress, TFitProcedure{static_cast<int>(state.range(0))});
             if (result.End == TFitEnd::Cancelled) longest = std::max(longest, progress.SecondsSince());
         }
     }
     state.counters["longest_ms"] = 1000 * longest;
 }
-BENCHMARK(BM_Cancel)->ArgName("procedure")->DenseRange(TCurFit::kPowell, TCurFit::kNewton)->Iterations(1);
+BENCHMARK(BM_Cancel)
+    ->ArgName("procedure")
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
+    ->Iterations(1);
 
 double SecondsOf(const auto& work) {
     const auto start = std::chrono::steady_clock::now();
@@ -227,7 +230,8 @@ void BM_ManyPoints(benchmark::State& state) {
     const double peer = GnuplotSeconds(data);
     double seconds = 0;
     for (auto _ : state)
-        seconds += SecondsOf([&] { benchmark::DoNotOptimize(Fit(data, static_cast<int>(state.range(0)))); });
+        seconds += SecondsOf(
+            [&] { benchmark::DoNotOptimize(Fit(data, TFitProcedure{static_cast<int>(state.range(0))})); });
     seconds /= static_cast<double>(state.iterations());
     if (peer > 0)
         state.counters["times_gnuplot"] = seconds / peer;
@@ -236,7 +240,7 @@ void BM_ManyPoints(benchmark::State& state) {
 }
 BENCHMARK(BM_ManyPoints)
     ->ArgName("procedure")
-    ->DenseRange(TCurFit::kPowell, TCurFit::kNewton)
+    ->DenseRange(static_cast<int>(TFitProcedure::Powell), static_cast<int>(TFitProcedure::Newton))
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

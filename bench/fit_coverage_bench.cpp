@@ -37,7 +37,7 @@ class TSimulation {
 public:
     explicit TSimulation(const TTrueModel& model) : m_model(model) {
         m_fit.SetExpression(model.equation);
-        m_fit.SetProcType(TCurFit::kNewton);
+        m_fit.SetProcType(TFitProcedure::Newton);
         for (const auto& [name, value] : model.parameters) {
             auto parameter = std::make_unique<TDBLParameter>();
             parameter->SetName(name);

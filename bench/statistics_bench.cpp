@@ -126,7 +126,7 @@ void BM_SeriesStatisticsFromTheCache(benchmark::State& state) {
 void BM_SeriesRegressionAfterAChange(benchmark::State& state) {
     TDataSeries series;
     FillSeries(series);
-    series.SetRegressionType(static_cast<int>(state.range(0)));
+    series.SetRegressionType(TRegressionType{static_cast<int>(state.range(0))});
     double y = 0;
     Run(state, [&] {
         series.SetPointY(1, y += 0x1p-20);
@@ -137,7 +137,7 @@ void BM_SeriesRegressionAfterAChange(benchmark::State& state) {
 void BM_SeriesRegressionUpToDate(benchmark::State& state) {
     TDataSeries series;
     FillSeries(series);
-    series.SetRegressionType(2);
+    series.SetRegressionType(TRegressionType::RobustLine);
     series.CalcRegression();
     Run(state, [&] { series.UpdateRegression(); });
 }

@@ -174,7 +174,7 @@ std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options) {
     return document;
 }
 
-TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options) {
+TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options) {
     const int number = options.set.value_or(std::max(1, graph.Appearance()->CurrSerIndex()));
     TSeries* series = graph.FindSeries(number);
     if (!series && graph.Series().empty()) throw EFileError(options.file + " holds no data set");

@@ -54,7 +54,7 @@ private:
 /// the names of a text file's columns.
 std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options);
 /// The data set that the options choose in a graph that was loaded by them.
-TSeries& ChosenSeries(const TxyGraph& graph, const TDataOptions& options);
+TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options);
 
 /// The same with all rows of its source where the graph holds only some; a message says when they can not be
 /// read.

@@ -68,7 +68,7 @@ TDocument TemplatesDocument(const TCurFit& fit) {
 } // namespace
 
 TDocument CurveFitDocument(const TCurFit& fit) {
-    return {{"Status", fit.Status()},
+    return {{"Status", static_cast<int>(fit.Status())},
             {"XVarName", fit.XVarName()},
             {"Expression", fit.Expression()},
             {"NPoints", fit.NPoints()},
@@ -82,7 +82,7 @@ TDocument CurveFitDocument(const TCurFit& fit) {
             {"LeftMargin", fit.LeftMargin()},
             {"RightMargin", fit.RightMargin()},
             {"IterMax", fit.IterMax()},
-            {"ProcType", fit.ProcType()},
+            {"ProcType", static_cast<int>(fit.ProcType())},
             {"NParams", fit.NParams()},
             {"Parameters", ParametersDocument(fit)},
             {"NTemplates", fit.NTemplates()},

@@ -68,7 +68,7 @@ void TFitDefinition::TakeModel(TCurFit& fit, const TCurFit* stored) const {
         fit.LoadFromFile(function, false);
     } else if (!equation.empty()) {
         fit.SetExpression(std::string(Trimmed(equation)));
-        fit.SetProcType(TCurFit::kNewton);
+        fit.SetProcType(TFitProcedure::Newton);
         fit.SetIterMax(kUsualIterations);
     } else {
         if (stored->Expression().empty())

@@ -20,11 +20,11 @@ constexpr double kPictureScale = 2;
 std::string PictureOf(const TCurFit& fit, const TDataOptions& data) {
     const auto document = LoadGraph(data);
     TSeries& chosen = ChosenSeries(document->Graph(), data);
-    for (const auto& series : document->Graph().Series()) series->SetActive(series.get() == &chosen);
+    for (const auto& series : document->Graph().Series()) series->SetActive(series == &chosen);
     if (chosen.PointsShown()) chosen.SetLinesShown(false);
     chosen.CurveFit().Assign(&fit);
     chosen.CurveFit().SetShowCurve(true);
-    chosen.CurveFit().SetStatus(TCurFit::kFunction);
+    chosen.CurveFit().SetStatus(TFitStatus::Function);
     const QTemporaryDir folder;
     const std::string file = folder.filePath(QStringLiteral("fit.png")).toStdString();
     SaveGraphPicture(document->Graph(), file, kPictureSize, kPictureScale);

@@ -26,7 +26,7 @@ struct TRegressCommand {
         if (*type > kLastType) throw EUsage("--type: '" + std::to_string(*type) + "' is none of 1 to 7");
         const TDataInput input(data);
         TDataSeries& series = input.Series();
-        series.SetRegressionType(*type);
+        series.SetRegressionType(TRegressionType{*type});
         if (value1) series.SetRegressionControlValue1(*value1);
         if (value2) series.SetRegressionControlValue2(*value2);
         series.CalcRegression();
@@ -37,7 +37,7 @@ struct TRegressCommand {
     }
 
 private:
-    bool IsOfType(TRegressionType wanted) const { return *type == static_cast<int>(wanted); }
+    bool IsOfType(TRegressionType wanted) const { return TRegressionType{*type} == wanted; }
     bool IsSampled() const {
         return IsOfType(TRegressionType::Spline) || IsOfType(TRegressionType::SampledCurve);
     }

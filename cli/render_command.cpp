@@ -36,9 +36,9 @@ struct TRenderCommand {
     }
 
 private:
-    void ShowOnly(const TxyGraph& graph) const {
+    void ShowOnly(TxyGraph& graph) const {
         const TSeries& chosen = ChosenSeries(graph, data);
-        for (const auto& series : graph.Series()) series->SetActive(series.get() == &chosen);
+        for (const auto& series : graph.Series()) series->SetActive(series == &chosen);
     }
 };
 

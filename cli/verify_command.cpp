@@ -30,9 +30,9 @@ TCertifiedData DataOf(const TCertifiedProblem& problem) {
 }
 
 // Of the worse of the two starts.
-double DigitsOf(const TCertifiedProblem& problem, const TCertifiedData& data, int procType) {
-    double digits = RunCertified(problem, data, 0, procType, kIterations).ParameterDigits;
-    digits = std::min(digits, RunCertified(problem, data, 1, procType, kIterations).ParameterDigits);
+double DigitsOf(const TCertifiedProblem& problem, const TCertifiedData& data, TFitProcedure procedure) {
+    double digits = RunCertified(problem, data, 0, procedure, kIterations).ParameterDigits;
+    digits = std::min(digits, RunCertified(problem, data, 1, procedure, kIterations).ParameterDigits);
     return std::floor(digits * kShownParts) / kShownParts;
 }
 
@@ -41,8 +41,8 @@ TDocument Verified() {
     for (const TCertifiedProblem& problem : ReadCertifiedProblems(Resource(QStringLiteral("problems.tsv")))) {
         const TCertifiedData data = DataOf(problem);
         TDocument digits = TDocument::object();
-        for (std::size_t i = 0; i < kProcedures.size(); ++i)
-            digits[kProcedures[i]] = DigitsOf(problem, data, static_cast<int>(i));
+        for (const std::string name : kProcedures)
+            digits[name] = DigitsOf(problem, data, ProcedureArgument(name));
         problems[problem.Name] = digits;
     }
     return problems;

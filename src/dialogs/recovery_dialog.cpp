@@ -24,7 +24,7 @@ public:
         for (const auto& series : graph.Series()) {
             if (!series->CurveFit().IsStale()) continue;
             TFitRunState state = series->CurveFit().RunState();
-            m_states.emplace_back(series.get(), state);
+            m_states.emplace_back(series, state);
             state.Stale = false;
             series->CurveFit().RestoreRunState(state);
         }

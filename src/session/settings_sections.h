@@ -14,7 +14,7 @@ template <class TGraph, class TVisitor>
 void VisitSections(TGraph& graph, TVisitor visit) {
     visit(AppearanceRows(), *graph.Appearance());
     visit(DimensionsRows(), *graph.Dimensions());
-    for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
+    for (auto* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) visit(AxisRows(), *axis);
     visit(LegendRows(), *graph.Legend());
 }
 

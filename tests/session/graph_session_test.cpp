@@ -79,7 +79,7 @@ std::string Difference(const TContent& a, const TContent& b) {
 }
 
 // Which data set is current is no content; another test looks at that.
-TContent ContentOf(const TxyGraph& graph) {
+TContent ContentOf(TxyGraph& graph) {
     const int current = graph.Appearance()->CurrSerIndex();
     graph.Appearance()->SetCurrSerIndex(1);
     TContent content{FileOf(graph), {}, graph.Marks().CurrentID()};
@@ -113,7 +113,7 @@ void FitLine(TSeries& series) {
         fit.AddParameter(std::move(parameter));
     }
     fit.SetExpression("A*x+B");
-    fit.SetStatus(TCurFit::kFinalResult);
+    fit.SetStatus(TFitStatus::FinalResult);
     series.Graph().PrepareForDrawing();
 }
 
@@ -127,7 +127,7 @@ void EditSettings(TSeries& series, TRandom& random) {
     case 5: series.SetThinned(!series.IsThinned()), series.SetSourceRows({Int(random, 0, 99), 7}); break;
     case 6: series.CurveFit().SetExpression("x*" + std::to_string(Int(random, 1, 9))); break;
     case 7: series.CurveFit().ClearParameters(); break;
-    case 8: series.SetRegressionType(Int(random, 0, 6)); break;
+    case 8: series.SetRegressionType(TRegressionType{Int(random, 0, 6)}); break;
     case 9: series.SetTextWishes(CommaWishes()); break;
     case 10: FitLine(series); break;
     default: series.SetLineColor(Int(random, 0, 0xFFFFFF));

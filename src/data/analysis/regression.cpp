@@ -32,7 +32,7 @@ TRegressionResult ComputeRegression(const TRegressionSettings& settings, std::sp
                                     std::span<const double> y) {
     assert(x.size() == y.size());
     const double control = settings.RegressionControlValue2;
-    switch (static_cast<TRegressionType>(settings.RegressionType)) {
+    switch (settings.RegressionType) {
     case TRegressionType::None: throw ERegressionError("internal error: regression");
     case TRegressionType::Linear: return CurveOverPoints(FitLine(x, y), x);
     case TRegressionType::RobustLine: return CurveOverPoints(FitRobustLine(x, y), x);

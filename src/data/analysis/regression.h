@@ -11,19 +11,8 @@
 
 namespace lumoplot {
 
-enum class TRegressionType : int {
-    None = 0,
-    Linear = 1,
-    RobustLine = 2,
-    Quadratic = 3,
-    Spline = 4,
-    SampledCurve = 5,
-    ExponentialSmoothing = 6,
-    RunningAverage = 7,
-};
-
 struct TRegressionSettings {
-    int RegressionType = 0;            ///< a TRegressionType, or a number that is none
+    TRegressionType RegressionType = TRegressionType::None;
     int RegressionControlValue1 = 100; ///< curve samples of Spline and SampledCurve
     /// End slope of Spline, weight of ExponentialSmoothing, 1 / window of RunningAverage.
     double RegressionControlValue2 = 0.05;

@@ -1,4 +1,4 @@
-// What the regressions of a data series have in common: their coefficients, sampled curves and errors.
+// What the regressions of a data series have in common: their types, coefficients, sampled curves and errors.
 #pragma once
 
 #include "support/errors.h"
@@ -8,6 +8,18 @@
 #include <vector>
 
 namespace lumoplot {
+
+/// Files hold the numbers; one that is none of these is kept.
+enum class TRegressionType : int {
+    None = 0,
+    Linear = 1,
+    RobustLine = 2,
+    Quadratic = 3,
+    Spline = 4,
+    SampledCurve = 5,
+    ExponentialSmoothing = 6,
+    RunningAverage = 7,
+};
 
 /// The curve C2·x² + C1·x + C0.
 struct TRegressionCoefficients {

@@ -146,7 +146,7 @@ void TDataSeries::MarkResultsStale() {
 
 // The sampled curve is that of the fit.
 void TDataSeries::CurveFitChanged() {
-    if (m_regressionType == static_cast<int>(TRegressionType::SampledCurve)) MarkRegressionStale();
+    if (m_regressionType == TRegressionType::SampledCurve) MarkRegressionStale();
     Changed(kCurveFitChanged);
 }
 
@@ -188,7 +188,7 @@ void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
     Changed(kRegressionChanged);
 }
 
-void TDataSeries::SetRegressionType(int value) {
+void TDataSeries::SetRegressionType(TRegressionType value) {
     StoreRegressionSetting(m_regressionType, value);
 }
 

@@ -139,7 +139,7 @@ public:
     bool AutoZero() const { return m_autoZero; }
     double ZeroValue() const { return m_zeroValue; }
     double BaseLineSlope() const { return m_baseLineSlope; }
-    int RegressionType() const { return m_regressionType; }
+    TRegressionType RegressionType() const { return m_regressionType; }
     int RegressionControlValue1() const { return m_regressionControlValue1; }
     double RegressionControlValue2() const { return m_regressionControlValue2; }
     /// While set, loading from a source names the data set after the source's column.
@@ -160,7 +160,7 @@ public:
     void SetBaseline(double zeroValue, double slope);
     void SetBaseLineSlope(double value);
     void SetAutoZero(bool value);
-    void SetRegressionType(int value);
+    void SetRegressionType(TRegressionType value);
     void SetRegressionControlValue1(int value);
     void SetRegressionControlValue2(double value);
     /// Switching it off runs RemoveDuplicates; switching it on changes nothing else.
@@ -183,7 +183,7 @@ public:
     /// ERegressionError as that does; all results are then empty, and RegressionError keeps the text.
     void CalcRegression();
     /// As CalcRegression for those who draw and show: what is thrown is kept as RegressionError, and
-    /// RegressionType 0 gives no results and is no error.
+    /// RegressionType None gives no results and is no error.
     void UpdateRegression() noexcept;
     /// Why the last calculation gave nothing; empty when it did.
     const std::string& RegressionError() const { return m_regressionError; }
@@ -248,7 +248,7 @@ private:
     bool m_duplicatesAllowed = false;
     bool m_regressionStale = false;
     bool m_seriesFlag = true;
-    int m_regressionType = 0;
+    TRegressionType m_regressionType = TRegressionType::None;
     int m_regressionControlValue1 = 100;
     double m_regressionControlValue2 = 0.05;
     std::unique_ptr<TSeriesResults> m_results; ///< what is kept of results, by const functions too

@@ -96,7 +96,7 @@ void TDataSeries::CalcRegression() {
         m_points.SetDerived(result.Derived);
         m_regressionCurve = std::move(result.Curve);
         m_results->RegressionLine = std::move(result.Line);
-        if (static_cast<TRegressionType>(m_regressionType) == TRegressionType::SampledCurve) SampleCurveFit();
+        if (m_regressionType == TRegressionType::SampledCurve) SampleCurveFit();
     } catch (const std::exception& error) {
         ClearRegression();
         m_regressionError = error.what();
@@ -119,7 +119,7 @@ const TFittedCurve* TDataSeries::RegressionLine() const {
 
 void TDataSeries::UpdateRegression() noexcept {
     if (!m_regressionStale) return;
-    if (m_regressionType == static_cast<int>(TRegressionType::None)) {
+    if (m_regressionType == TRegressionType::None) {
         m_regressionStale = false;
         return ClearRegression();
     }

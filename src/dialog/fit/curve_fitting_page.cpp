@@ -187,13 +187,12 @@ void TCurveFittingPage::EnableControls() {
     const bool hasLine = enabled && m_ui->cbx_CurveLine->currentIndex() > 0;
     m_ui->se_CurveWidth->setEnabled(hasLine);
     m_ui->b_CurveColor->setVisible(hasLine);
-    m_ui->btnFit->setEnabled(fit && fit->Status() > TCurFit::kFunction);
+    m_ui->btnFit->setEnabled(fit && fit->ShowsResult());
 }
 
 void TCurveFittingPage::ShowResult() {
     const TCurFit* fit = Fit();
-    const std::string text =
-        fit && fit->Status() > TCurFit::kFunction ? FitResultText(*fit, kResultDigits) : "";
+    const std::string text = fit && fit->ShowsResult() ? FitResultText(*fit, kResultDigits) : "";
     const QString shown = QString::fromStdString(text).trimmed();
     if (m_ui->m_FitResult->toPlainText() != shown) m_ui->m_FitResult->setPlainText(shown);
     m_ui->m_FitResult->setVisible(!shown.isEmpty());

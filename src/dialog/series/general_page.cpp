@@ -192,8 +192,7 @@ void TGeneralPage::EnableLineControls() {
 
 void TGeneralPage::SetActiveOfAll(bool others) {
     Edit(others ? "show all data sets with " : "hide others than ", [&](TSeries& current) {
-        for (const auto& series : current.Graph().Series())
-            series->SetActive(series.get() == &current || others);
+        for (const auto& series : current.Graph().Series()) series->SetActive(series == &current || others);
         const TFillingScope filling(Context());
         m_ui->cb_Active->setChecked(true);
     });

@@ -48,7 +48,7 @@ QString NoCurveText(const TSeries& series, TRegressionType type) {
 } // namespace
 
 QString RegressionResultText(const TSeries& series, TDigits digits) {
-    const auto type = static_cast<TRegressionType>(series.RegressionType());
+    const TRegressionType type = series.RegressionType();
     if (const TFittedCurve* line = series.RegressionLine()) {
         const bool hasBaseline = series.ZeroValue() != 0 || series.BaseLineSlope() != 0;
         return Formula(line->Coefficients(), type == TRegressionType::Quadratic, digits) +
@@ -61,7 +61,7 @@ QString RegressionResultText(const TSeries& series, TDigits digits) {
 }
 
 QString RegressionErrorText(const TSeries& series) {
-    const auto type = static_cast<TRegressionType>(series.RegressionType());
+    const TRegressionType type = series.RegressionType();
     if (series.RegressionError().empty() && IsSampled(type) && series.RegressionCurve().empty())
         return NoCurveText(series, type);
     return QString::fromStdString(series.RegressionError());

@@ -76,7 +76,7 @@ void TRegressionsPage::ConnectRegression() {
     const auto choose = [this](int item) {
         Edit("regression of ", {m_ui->cbx_Regression}, [&](TSeries& series) {
             m_ui->b_RegressionColor->SetColor(series.RegressionColor());
-            series.SetRegressionType(item);
+            series.SetRegressionType(TRegressionType{item});
             ShowResults(series);
         });
     };
@@ -137,7 +137,7 @@ void TRegressionsPage::ConnectBounds() {
 
 void TRegressionsPage::FillFrom(TSeries& series) {
     const TFillingScope filling(Context());
-    const int type = series.RegressionType();
+    const int type = static_cast<int>(series.RegressionType());
     if (type >= 0 && type < m_ui->cbx_Regression->count()) m_ui->cbx_Regression->setCurrentIndex(type);
     m_ui->b_RegressionColor->SetColor(series.RegressionColor());
     ShowNumberText(*m_ui->e_ControlValue1, std::to_string(series.RegressionControlValue1()));

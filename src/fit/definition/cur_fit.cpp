@@ -124,7 +124,7 @@ void TCurFit::SetIterMax(int value) {
     if (value > 0 && Store(m_settings.IterMax, value)) Changed(true);
 }
 
-void TCurFit::SetProcType(int value) {
+void TCurFit::SetProcType(TFitProcedure value) {
     if (Store(m_settings.ProcType, value)) Changed(true);
 }
 
@@ -144,7 +144,7 @@ void TCurFit::SetRightMargin(double value) {
     if (Store(m_settings.RightMargin, value) && m_settings.UseRightMargin) Changed(true);
 }
 
-void TCurFit::SetStatus(int value) {
+void TCurFit::SetStatus(TFitStatus value) {
     if (Store(m_settings.Status, value)) NotifyDisplay();
 }
 

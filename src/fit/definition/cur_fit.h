@@ -23,6 +23,12 @@ namespace lumoplot {
 class TCurFit;
 struct TFitResult;
 
+/// How the graph shows a fit. Files hold the numbers; one that is none of these is kept.
+enum class TFitStatus : int { None = 0, Function = 1, FinalResult = 2, EveryStep = 3 };
+
+/// The fitting procedures; another number stands for the last one.
+enum class TFitProcedure : int { Powell = 0, Simplex = 1, ConjugateGradient = 2, Newton = 3 };
+
 /// One parameter of the model.
 class TDBLParameter {
 public:
@@ -87,9 +93,6 @@ public:
     XYGRAPH_EXPORT TCurFit();
     XYGRAPH_EXPORT ~TCurFit() override;
 
-    enum : int { kPowell = 0, kSimplex = 1, kConjugateGradient = 2, kNewton = 3 };
-    enum : int { kNone = 0, kFunction = 1, kFinalResult = 2, kEveryStep = 3 };
-
     /// Called after every change that `Changed(true)` or a display setter announces.
     std::function<void(TCurFit&)> OnChange;
 
@@ -125,9 +128,11 @@ public:
 
     const std::string& XVarName() const { return m_settings.XVarName; }
     const std::string& Expression() const { return m_settings.Expression; }
-    int Status() const { return m_settings.Status; }
+    TFitStatus Status() const { return m_settings.Status; }
     /// The graph compiles the fit and draws its curve.
-    bool IsEnabled() const { return Status() != kNone; }
+    bool IsEnabled() const { return Status() != TFitStatus::None; }
+    /// The graph runs the fit when its data or its definition have changed.
+    bool ShowsResult() const { return Status() > TFitStatus::Function; }
     bool UseLeftMargin() const { return m_settings.UseLeftMargin; }
     bool UseRightMargin() const { return m_settings.UseRightMargin; }
     double LeftMargin() const { return m_settings.LeftMargin; }
@@ -141,7 +146,7 @@ public:
     /// The relative change of parameters and of the sum of squares at which a fit stops.
     double Tolerance() const { return m_settings.Tolerance; }
     int IterMax() const { return m_settings.IterMax; }
-    int ProcType() const { return m_settings.ProcType; }
+    TFitProcedure ProcType() const { return m_settings.ProcType; }
 
     // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
     // ignored.
@@ -149,14 +154,14 @@ public:
     XYGRAPH_EXPORT void SetExpression(const std::string& value);
     XYGRAPH_EXPORT void SetTolerance(double value);
     XYGRAPH_EXPORT void SetIterMax(int value);
-    XYGRAPH_EXPORT void SetProcType(int value);
+    XYGRAPH_EXPORT void SetProcType(TFitProcedure value);
     XYGRAPH_EXPORT void SetUseLeftMargin(bool value);
     XYGRAPH_EXPORT void SetUseRightMargin(bool value);
     /// A margin that is not in use is stored without a notification.
     XYGRAPH_EXPORT void SetLeftMargin(double value);
     XYGRAPH_EXPORT void SetRightMargin(double value);
     // These call OnChange and leave Modified as it is.
-    XYGRAPH_EXPORT void SetStatus(int value);
+    XYGRAPH_EXPORT void SetStatus(TFitStatus value);
     XYGRAPH_EXPORT void SetNPoints(int value);
     XYGRAPH_EXPORT void SetShowCurve(bool value);
     XYGRAPH_EXPORT void SetCurveColor(TColor value);
@@ -243,7 +248,7 @@ private:
     struct TSettings {
         std::string XVarName = "x";
         std::string Expression;
-        int Status = kNone;
+        TFitStatus Status = TFitStatus::None;
         bool UseLeftMargin = false;
         bool UseRightMargin = false;
         double LeftMargin = 0;
@@ -255,7 +260,7 @@ private:
         int CurveWidth = 1;
         double Tolerance = 3e-08;
         int IterMax = 200;
-        int ProcType = kPowell;
+        TFitProcedure ProcType = TFitProcedure::Powell;
     };
 
     template <class TField, class TValue>

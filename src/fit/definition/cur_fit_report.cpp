@@ -34,12 +34,12 @@ std::string HeadingOf(const char* kind, int number, const std::string& descripti
 }
 
 void AddSettings(TLines& lines, const TCurFit& fit) {
-    lines.push_back("Status = " + ChoiceText(kStatusTexts, fit.Status()));
+    lines.push_back("Status = " + ChoiceText(kStatusTexts, static_cast<int>(fit.Status())));
     lines.push_back("XVarName = " + fit.XVarName());
     lines.push_back("Expression = " + fit.Expression());
     lines.push_back("NPoints = " + std::to_string(fit.NPoints()));
     lines.push_back("Tolerance = " + TextOf(fit.Tolerance()));
-    lines.push_back("ProcType = " + ChoiceText(kProcTexts, fit.ProcType()));
+    lines.push_back("ProcType = " + ChoiceText(kProcTexts, static_cast<int>(fit.ProcType())));
     lines.push_back("LeftMargin = " + MarginText(fit.LeftMargin(), fit.UseLeftMargin()));
     lines.push_back("RightMargin = " + MarginText(fit.RightMargin(), fit.UseRightMargin()));
     lines.push_back("IterMax = " + std::to_string(fit.IterMax()));

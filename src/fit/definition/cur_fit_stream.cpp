@@ -15,7 +15,7 @@
 namespace lumoplot {
 
 void TCurFit::WriteDefinition(TxyWriter& writer) const {
-    writer.WriteIntegerItem(m_settings.Status);
+    writer.WriteIntegerItem(static_cast<int>(m_settings.Status));
     writer.WriteStringItem(m_settings.XVarName);
     writer.WriteStringItem(m_settings.Expression);
     writer.WriteIntegerItem(m_settings.NPoints);
@@ -39,7 +39,7 @@ void TCurFit::WriteDefinition(TxyWriter& writer) const {
 void TCurFit::ReadDefinition(TxyReader& reader) {
     ++m_revision;
     m_stale = true;
-    m_settings.Status = reader.ReadIntegerItem();
+    m_settings.Status = TFitStatus{reader.ReadIntegerItem()};
     m_settings.XVarName = reader.ReadStringItem();
     m_settings.Expression = reader.ReadStringItem();
     m_settings.NPoints = reader.ReadIntegerItem();
@@ -72,7 +72,7 @@ void TCurFit::WriteSettings(TxyWriter& writer) const {
     writer.WriteFloatItem(m_settings.LeftMargin);
     writer.WriteFloatItem(m_settings.RightMargin);
     writer.WriteIntegerItem(m_settings.IterMax);
-    writer.WriteIntegerItem(m_settings.ProcType);
+    writer.WriteIntegerItem(static_cast<int>(m_settings.ProcType));
 }
 
 void TCurFit::ReadSettings(TxyReader& reader) {
@@ -84,7 +84,7 @@ void TCurFit::ReadSettings(TxyReader& reader) {
     m_settings.LeftMargin = reader.ReadFloatItem();
     m_settings.RightMargin = reader.ReadFloatItem();
     if (const int iterMax = reader.ReadIntegerItem(); iterMax > 0) m_settings.IterMax = iterMax;
-    m_settings.ProcType = reader.ReadIntegerItem();
+    m_settings.ProcType = TFitProcedure{reader.ReadIntegerItem()};
 }
 
 void TCurFit::WriteTemplates(TxyWriter& writer) const {

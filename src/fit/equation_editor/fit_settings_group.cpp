@@ -38,10 +38,11 @@ void TFitSettingsGroup::ConnectNumbers() {
 }
 
 void TFitSettingsGroup::ConnectLists() {
-    connect(m_controls.Status, &QComboBox::currentIndexChanged, this,
-            [this](int item) { m_access.EditFit("status", [&](TCurFit& fit) { fit.SetStatus(item); }); });
+    connect(m_controls.Status, &QComboBox::currentIndexChanged, this, [this](int item) {
+        m_access.EditFit("status", [&](TCurFit& fit) { fit.SetStatus(TFitStatus{item}); });
+    });
     connect(m_controls.Procedure, &QComboBox::currentIndexChanged, this, [this](int item) {
-        m_access.EditFit("procedure", [&](TCurFit& fit) { fit.SetProcType(item); });
+        m_access.EditFit("procedure", [&](TCurFit& fit) { fit.SetProcType(TFitProcedure{item}); });
     });
 }
 
@@ -78,8 +79,8 @@ void TFitSettingsGroup::Fill() {
     m_controls.IterMax->ShowValue(fit->IterMax());
     const QSignalBlocker quietStatus(m_controls.Status);
     const QSignalBlocker quietProcedure(m_controls.Procedure);
-    m_controls.Status->setCurrentIndex(fit->Status());
-    m_controls.Procedure->setCurrentIndex(fit->ProcType());
+    m_controls.Status->setCurrentIndex(static_cast<int>(fit->Status()));
+    m_controls.Procedure->setCurrentIndex(static_cast<int>(fit->ProcType()));
     ShowMargin(*fit, m_left);
     ShowMargin(*fit, m_right);
 }

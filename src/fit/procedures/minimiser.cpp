@@ -31,14 +31,15 @@ private:
 
 } // namespace
 
-std::unique_ptr<TMinimiser> MakeMinimiser(int procType) {
-    switch (procType) {
-    case TCurFit::kPowell: return std::make_unique<TFinished>(std::make_unique<TPowell>());
-    case TCurFit::kSimplex: return std::make_unique<TFinished>(std::make_unique<TSimplex>());
-    case TCurFit::kConjugateGradient:
+std::unique_ptr<TMinimiser> MakeMinimiser(TFitProcedure procedure) {
+    switch (procedure) {
+    case TFitProcedure::Powell: return std::make_unique<TFinished>(std::make_unique<TPowell>());
+    case TFitProcedure::Simplex: return std::make_unique<TFinished>(std::make_unique<TSimplex>());
+    case TFitProcedure::ConjugateGradient:
         return std::make_unique<TFinished>(std::make_unique<TConjugateGradient>());
-    default: return std::make_unique<TVariableMetric>();
+    case TFitProcedure::Newton: break;
     }
+    return std::make_unique<TVariableMetric>();
 }
 
 } // namespace lumoplot

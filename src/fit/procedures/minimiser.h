@@ -23,7 +23,7 @@ public:
     virtual TStop Minimise(TFitProblem& problem, const TVector& start, double tolerance) = 0;
 };
 
-/// The procedure of that number (TCurFit::kPowell …); of any other number the variable metric.
-std::unique_ptr<TMinimiser> MakeMinimiser(int procType);
+/// Of Newton, and of a number that is no procedure, the variable metric.
+std::unique_ptr<TMinimiser> MakeMinimiser(TFitProcedure procedure);
 
 } // namespace lumoplot

@@ -140,10 +140,10 @@ double CorrectDigits(double value, double certified) {
 }
 
 TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data, int start,
-                           int procType, int iterMax) {
+                           TFitProcedure procedure, int iterMax) {
     TCurFit fit;
     fit.SetExpression(problem.Equation);
-    fit.SetProcType(procType);
+    fit.SetProcType(procedure);
     fit.SetIterMax(iterMax);
     for (const double value : problem.Starts.at(static_cast<std::size_t>(start))) {
         auto parameter = std::make_unique<TDBLParameter>();

@@ -45,6 +45,6 @@ struct TCertifiedRun {
 
 /// Fits the problem from its first (0) or second (1) start.
 XYGRAPH_EXPORT TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data,
-                                          int start, int procType, int iterMax);
+                                          int start, TFitProcedure procedure, int iterMax);
 
 } // namespace lumoplot

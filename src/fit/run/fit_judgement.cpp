@@ -170,7 +170,7 @@ int RunawayOf(const TFitTask& task, const TFitPoints& points, const TVector& sta
         for (std::size_t j = 0; j < task.Varied.size(); ++j) *task.Varied[j]->ValueRef() = found.Values[j];
         *task.Varied[i]->ValueRef() *= kFarBeyond;
         try {
-            const TLocalFit beyond = FitLocally(rest, points, TCurFit::kNewton);
+            const TLocalFit beyond = FitLocally(rest, points, TFitProcedure::Newton);
             if (beyond.End != TFitEnd::Cancelled && beyond.Rss <= found.Rss * (1 + kStillAsGood))
                 runaway = static_cast<int>(i);
         } catch (const EFitError&) {

@@ -22,9 +22,9 @@ std::string Number(double value, int digits = kFigureDigits) {
     return std::isnan(value) ? "" : FormatGeneral(value, digits);
 }
 
-std::string ProcedureText(int procType) {
-    const bool isKnown = procType >= 0 && procType < static_cast<int>(kProcedureTexts.size());
-    return kProcedureTexts[static_cast<std::size_t>(isKnown ? procType : TCurFit::kNewton)];
+std::string ProcedureText(TFitProcedure procedure) {
+    const auto number = static_cast<std::size_t>(procedure);
+    return number < kProcedureTexts.size() ? kProcedureTexts[number] : kProcedureTexts.back();
 }
 
 std::string BoundsOf(const TDBLParameter& parameter) {

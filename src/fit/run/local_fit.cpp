@@ -21,12 +21,12 @@ public:
         Set(TLinearPart::Project);
     }
 
-    TLocalFit Run(int procType) {
+    TLocalFit Run(TFitProcedure procedure) {
         try {
             Begin();
-            Minimise(*MakeMinimiser(procType));
+            Minimise(*MakeMinimiser(procedure));
             // Where a procedure lost its way, least squares may find one from the start.
-            if (IsLost() && procType != TCurFit::kNewton) {
+            if (IsLost() && procedure != TFitProcedure::Newton) {
                 TVariableMetric fromStart;
                 Minimise(fromStart);
             }
@@ -158,8 +158,8 @@ private:
 
 } // namespace
 
-TLocalFit FitLocally(const TFitTask& task, const TFitPoints& points, int procType) {
-    return TLocalRun(task, points).Run(procType);
+TLocalFit FitLocally(const TFitTask& task, const TFitPoints& points, TFitProcedure procedure) {
+    return TLocalRun(task, points).Run(procedure);
 }
 
 } // namespace lumoplot

@@ -33,8 +33,8 @@ struct TLocalFit {
     bool IsDetermined = false;
 };
 
-/// Runs the procedure of that number; afterwards the fit has the best parameters found. A cancelled run ends
+/// Runs the procedure; afterwards the fit has the best parameters found. A cancelled run ends
 /// as such. Throws EFitError where the model has no values that can be squared at the start.
-TLocalFit FitLocally(const TFitTask& task, const TFitPoints& points, int procType);
+TLocalFit FitLocally(const TFitTask& task, const TFitPoints& points, TFitProcedure procedure);
 
 } // namespace lumoplot

@@ -77,7 +77,7 @@ private:
         }
         try {
             const TFitTask task{m_copy.Fit, m_others, m_progress, {}};
-            const TLocalFit found = FitLocally(task, m_copy.Points, TCurFit::kNewton);
+            const TLocalFit found = FitLocally(task, m_copy.Points, TFitProcedure::Newton);
             if (found.End == TFitEnd::Cancelled) throw TFitCancelled();
             return found.Rss;
         } catch (const EFitError&) {

@@ -190,9 +190,8 @@ void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points) {
     TGraphFile::Save(bytes, graph, points);
 }
 
-void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) {
+void TxyGraph::SaveToStream(TBytes& bytes, TPoints points) const {
     WriteGraph(bytes, *this, points);
-    m_savedWithData = points == TPoints::Include;
 }
 
 void TxyGraph::LoadFromStream(TByteSource& source) {
@@ -202,7 +201,7 @@ void TxyGraph::LoadFromStream(TByteSource& source) {
     TGraphContent(loaded).MoveInto(*this);
 }
 
-void TxyGraph::SaveTemplate(const std::string& name, TPoints points) {
+void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
     TBytes bytes;
     SaveToStream(bytes, points);
     ReplaceFile(name, bytes);

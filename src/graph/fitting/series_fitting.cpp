@@ -66,7 +66,7 @@ public:
         Fit().ClearStale();
         TLateProgress progress([this] { return IsWanted(); });
         TFitRun run{&progress, {}};
-        if (Fit().Status() == TCurFit::kEveryStep) run.OnIteration = [this] { ShowStep(); };
+        if (Fit().Status() == TFitStatus::EveryStep) run.OnIteration = [this] { ShowStep(); };
         try {
             RunFit(m_work, m_x, m_y, run);
             if (IsWanted()) Fit().TakeRun(m_work);
@@ -80,7 +80,7 @@ private:
 
     bool IsThere() const {
         return m_graph &&
-               std::ranges::any_of(m_graph->Series(), [this](const auto& s) { return s.get() == &m_series; });
+               std::ranges::any_of(m_graph->Series(), [this](const auto& s) { return s == &m_series; });
     }
     bool IsWanted() const { return IsThere() && !Fit().IsStale(); }
 
@@ -109,7 +109,7 @@ std::function<bool()> StillThere(const TSeries& series) {
 
 bool HasPendingFit(const TSeries& series) {
     const TCurFit& fit = series.CurveFit();
-    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.Status() > TCurFit::kFunction;
+    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.ShowsResult();
 }
 
 bool HasPendingResult(const TSeries& series) {

@@ -17,7 +17,8 @@ public:
     /// Inside any other widget.
     explicit TxyChildGr(QWidget* parent);
 
-    TxyGraph* ParentGraph() const { return m_parentGraph; }
+    TxyGraph* ParentGraph() { return m_parentGraph; }
+    const TxyGraph* ParentGraph() const { return m_parentGraph; }
 
     /// The place inside a parent of that size that the fractions of Dimensions give, to the nearest pixel.
     QRect PlaceIn(const QSize& parentSize) const;

@@ -18,7 +18,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <ranges>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace lumoplot {
@@ -38,6 +40,12 @@ using TChangeHook = std::function<void(const TUserChange& change, const std::fun
 
 /// Whether a file or stream carries the points of the data sets.
 enum class TPoints { Include, LeaveOut };
+
+/// The members that a chain owns, as pointers, in order.
+template <class T>
+auto ChainOf(const std::vector<std::unique_ptr<std::remove_const_t<T>>>& owners) {
+    return std::views::transform(owners, [](const auto& owner) -> T* { return owner.get(); });
+}
 
 /// A widget with a size of its own that may lie inside another one.
 class XYGRAPH_EXPORT TReSizablePanel : public QWidget {
@@ -67,13 +75,20 @@ public:
     explicit TxyGraph(QWidget* parent = nullptr);
     ~TxyGraph() override;
 
-    TAxis* XAxis() const { return m_xAxis.get(); }
-    TAxis* YAxis() const { return m_yAxis.get(); }
-    TAxis* YAxis_Second() const { return m_yAxisSecond.get(); }
-    TDimensions* Dimensions() const { return m_dimensions.get(); }
-    TAppearance* Appearance() const { return m_appearance.get(); }
-    TLegend* Legend() const { return m_legend.get(); }
-    TxyHolder* Holder() const { return m_holder.get(); }
+    TAxis* XAxis() { return m_xAxis.get(); }
+    const TAxis* XAxis() const { return m_xAxis.get(); }
+    TAxis* YAxis() { return m_yAxis.get(); }
+    const TAxis* YAxis() const { return m_yAxis.get(); }
+    TAxis* YAxis_Second() { return m_yAxisSecond.get(); }
+    const TAxis* YAxis_Second() const { return m_yAxisSecond.get(); }
+    TDimensions* Dimensions() { return m_dimensions.get(); }
+    const TDimensions* Dimensions() const { return m_dimensions.get(); }
+    TAppearance* Appearance() { return m_appearance.get(); }
+    const TAppearance* Appearance() const { return m_appearance.get(); }
+    TLegend* Legend() { return m_legend.get(); }
+    const TLegend* Legend() const { return m_legend.get(); }
+    TxyHolder* Holder() { return m_holder.get(); }
+    const TxyHolder* Holder() const { return m_holder.get(); }
     /// Stores the identifier of the graph's data holder.
     void SetHolderID(const std::string& id);
     /// Colour and font that the settings start from.
@@ -82,12 +97,16 @@ public:
 
     // The chain of data sets.
 
-    const std::vector<std::unique_ptr<TSeries>>& Series() const { return m_series; }
-    TSeries* FirstSeries() const { return m_series.empty() ? nullptr : m_series.front().get(); }
+    /// All of them as pointers, in order.
+    auto Series() { return ChainOf<TSeries>(m_series); }
+    auto Series() const { return ChainOf<const TSeries>(m_series); }
+    TSeries* FirstSeries() { return m_series.empty() ? nullptr : m_series.front().get(); }
+    const TSeries* FirstSeries() const { return m_series.empty() ? nullptr : m_series.front().get(); }
     /// How many of the numbers 1, 2, 3, … have a data set, up to the first gap.
     int SeriesCount() const;
     /// The data set with that number, or null.
-    TSeries* FindSeries(int number) const;
+    TSeries* FindSeries(int number);
+    const TSeries* FindSeries(int number) const;
     /// Appends a new data set under the next number, which is returned.
     int AddSeries();
     /// Appends a data set under a number of the caller's choice, which no data set has.
@@ -119,7 +138,9 @@ public:
 
     // Child graphs.
 
-    const std::vector<std::unique_ptr<TxyChildGr>>& ChildGraphs() const { return m_children; }
+    /// All of them as pointers, in order.
+    auto ChildGraphs() { return ChainOf<TxyChildGr>(m_children); }
+    auto ChildGraphs() const { return ChainOf<const TxyChildGr>(m_children); }
     int ChildGraphCount() const { return static_cast<int>(m_children.size()); }
     TxyChildGr* AddChildGraph();
     void ClearChildGraphs();
@@ -150,7 +171,8 @@ public:
     // The user.
 
     /// What the mouse and the keys do over the graph.
-    TGraphMouse& Mouse() const { return *m_mouse; }
+    TGraphMouse& Mouse() { return *m_mouse; }
+    const TGraphMouse& Mouse() const { return *m_mouse; }
     /// What the user changes is made through `hook` from now on; an empty one makes it directly.
     void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
     void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
@@ -175,12 +197,12 @@ public:
 
     /// Writes the whole graph in the format of docs/graph-file.md; `points` goes to child graphs as well.
     /// Throws EGraphFileError when there are more data sets, marks or child graphs than a file can hold.
-    void SaveToStream(TBytes& bytes, TPoints points);
+    void SaveToStream(TBytes& bytes, TPoints points) const;
     /// Replaces the content by what the stream holds from its position. On an error (EGraphFileError "Not a
     /// valid graph file" or "Wrong Graph version", EStreamError, EConvertError) the graph stays as it was.
     void LoadFromStream(TByteSource& source);
     /// Saves to a file, which is replaced whole. Throws EFileError "Can not save to file NAME".
-    void SaveTemplate(const std::string& name, TPoints points);
+    void SaveTemplate(const std::string& name, TPoints points) const;
     void LoadFromFile(const std::string& name);
     /// Becomes equal to `source` in every respect, whether files hold it or not, child graphs included:
     /// points as they stand, results, what is known of sources and fits. What is the graph's own (size,
@@ -190,8 +212,6 @@ public:
     void Assign(const QObject* source);
     /// Gives all settings their defaults; data sets, marks and child graphs stay.
     void ResetToDefaults();
-    /// The points were included in the last SaveToStream.
-    bool SavedWithData() const { return m_savedWithData; }
 
     QSize sizeHint() const override { return {640, 480}; }
 
@@ -222,7 +242,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    std::vector<std::unique_ptr<TSeries>>::iterator Place(int number);
+    using TSeriesOwners = std::vector<std::unique_ptr<TSeries>>;
+
+    TSeriesOwners::const_iterator Place(int number) const;
     void Relink();
     void Rescale();
     void CollectExtents();
@@ -243,7 +265,6 @@ private:
     bool m_isFitting = false;
     bool m_fitsScheduled = false;
     bool m_editorMode = false;
-    bool m_savedWithData = false;
     std::unique_ptr<TDimensions> m_dimensions;
     std::unique_ptr<TAppearance> m_appearance;
     std::unique_ptr<TAxis> m_xAxis;
@@ -251,7 +272,7 @@ private:
     std::unique_ptr<TAxis> m_yAxisSecond;
     std::unique_ptr<TLegend> m_legend;
     std::unique_ptr<TxyHolder> m_holder;
-    std::vector<std::unique_ptr<TSeries>> m_series;
+    TSeriesOwners m_series;
     TMarkChain m_marks;
     std::vector<std::unique_ptr<TxyChildGr>> m_children;
     int m_highestNumber = 0;

@@ -22,19 +22,24 @@ int TxyGraph::SeriesCount() const {
     return count;
 }
 
-TSeries* TxyGraph::FindSeries(int number) const {
-    // Data sets nearly always lie where their number says.
-    const auto place = static_cast<std::size_t>(number) - 1;
-    if (number >= 1 && place < m_series.size() && m_series[place]->SeriesIndex() == number)
-        return m_series[place].get();
-    if (number > m_highestNumber) return nullptr;
-    const auto found =
-        std::ranges::find(m_series, number, [](const auto& series) { return series->SeriesIndex(); });
+TSeries* TxyGraph::FindSeries(int number) {
+    const auto found = Place(number);
     return found != m_series.end() ? found->get() : nullptr;
 }
 
-std::vector<std::unique_ptr<TSeries>>::iterator TxyGraph::Place(int number) {
-    return std::ranges::find(m_series, number, [](const auto& series) { return series->SeriesIndex(); });
+const TSeries* TxyGraph::FindSeries(int number) const {
+    const auto found = Place(number);
+    return found != m_series.end() ? found->get() : nullptr;
+}
+
+// Data sets nearly always lie where their number says.
+TxyGraph::TSeriesOwners::const_iterator TxyGraph::Place(int number) const {
+    const std::ptrdiff_t place = number - std::ptrdiff_t{1};
+    const auto numberOf = [](const auto& series) { return series->SeriesIndex(); };
+    const bool isInside = place >= 0 && place < std::ssize(m_series);
+    if (isInside && numberOf(m_series[static_cast<std::size_t>(place)]) == number)
+        return m_series.begin() + place;
+    return number > m_highestNumber ? m_series.end() : std::ranges::find(m_series, number, numberOf);
 }
 
 void TxyGraph::Relink() {
@@ -58,8 +63,9 @@ TSeries* TxyGraph::AddSeriesNumbered(int number) {
 }
 
 bool TxyGraph::MoveSeriesToFirst(int number) {
-    const auto found = Place(number);
-    if (found == m_series.end()) return false;
+    const auto place = Place(number);
+    if (place == m_series.end()) return false;
+    const auto found = m_series.begin() + (place - m_series.cbegin());
     std::rotate(m_series.begin(), found, found + 1);
     RenumberSeries();
     RequestRepaint(true);
@@ -67,8 +73,9 @@ bool TxyGraph::MoveSeriesToFirst(int number) {
 }
 
 bool TxyGraph::DeleteSeries(int number) {
-    const auto found = Place(number);
-    if (found == m_series.end()) return false;
+    const auto place = Place(number);
+    if (place == m_series.end()) return false;
+    const auto found = m_series.begin() + (place - m_series.cbegin());
     Q_EMIT OnDeleteSeries(found->get());
     if (m_appearance->XAxisSerIndex() == number) m_appearance->SetXAxisSerIndex(0);
     // Its listeners hear that it goes when the chain is whole again.

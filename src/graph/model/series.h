@@ -58,13 +58,16 @@ public:
     /// A new data set with the colours and the shape that its number gives it.
     TSeries(TxyGraph& graph, int number);
 
-    TxyGraph& Graph() const { return m_graph; }
+    TxyGraph& Graph() { return m_graph; }
+    const TxyGraph& Graph() const { return m_graph; }
     /// The next data set of the chain, or null.
-    TSeries* Next() const { return m_next; }
+    TSeries* Next() { return m_next; }
+    const TSeries* Next() const { return m_next; }
     /// The data set's number, from 1.
     int SeriesIndex() const { return m_seriesIndex; }
 
-    TAxis* YAxisOfSeries() const { return m_yAxisOfSeries; }
+    TAxis* YAxisOfSeries() { return m_yAxisOfSeries; }
+    const TAxis* YAxisOfSeries() const { return m_yAxisOfSeries; }
     bool IsOnSecondY() const;
     bool Active() const { return m_active; }
     bool LinesShown() const { return m_linesShown; }

@@ -10,7 +10,7 @@ namespace {
 // What a setting is given by ResetToDefaults: a value, or what a function of its object gives.
 template <auto Field, auto Default, class T>
 void PutDefault(T& object) {
-    if constexpr (std::is_invocable_v<decltype(Default), const T&>)
+    if constexpr (std::is_invocable_v<decltype(Default), T&>)
         object.*Field = std::invoke(Default, object);
     else if constexpr (std::is_invocable_v<decltype(Default)>)
         object.*Field = Default();
@@ -282,7 +282,7 @@ std::span<const TSectionRow<TSeries>> SeriesRows() {
         Setting<S, &S::m_lineStyle, &S::LineStyle, &S::SetLineStyle, TPenStyle::Solid>(9, "", "LineStyle"),
         Setting<S, &S::m_pointSize, &S::PointSize, &S::SetPointSize, 12>(10, "", "PointSize"),
         Setting<S, &S::m_yAxisOfSeries, [](const S& series) { return !series.IsOnSecondY(); },
-                &AssignFirstAxis, [](const S& series) { return series.Graph().YAxis(); }>(11, "FirstAxis"),
+                &AssignFirstAxis, [](S& series) { return series.Graph().YAxis(); }>(11, "FirstAxis"),
         Setting<S, &S::m_upperBound, &S::UpperBound, &S::SetUpperBound, 0.0>(12, "UpperBound"),
         Setting<S, &S::m_lowerBound, &S::LowerBound, &S::SetLowerBound, 0.0>(13, "LowerBound"),
         Setting<S, &S::m_boundsType, &S::BoundsType, &S::SetBoundsType, TBoundsType::None>(14, "BoundsMode"),

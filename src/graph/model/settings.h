@@ -20,7 +20,8 @@ class XYGRAPH_EXPORT TGraphSettings : public QObject {
     Q_OBJECT
 
 public:
-    TxyGraph& Graph() const { return m_graph; }
+    TxyGraph& Graph() { return m_graph; }
+    const TxyGraph& Graph() const { return m_graph; }
 
 protected:
     explicit TGraphSettings(TxyGraph& graph) : m_graph(graph) {}

@@ -19,7 +19,7 @@ std::optional<TPointHit> SnapPoint(const TxyGraph& graph, const TPlotMap& map, Q
                                    const TSeries* except) {
     std::optional<TPointHit> best;
     for (const auto& series : graph.Series()) {
-        if (series.get() == except || (!series->LinesShown() && !series->PointsShown())) continue;
+        if (series == except || (!series->LinesShown() && !series->PointsShown())) continue;
         const auto hit = NearestPointOf(*series, map, place, best ? best->Distance : TGraphMouse::kReach);
         if (hit) best = hit;
     }

@@ -27,7 +27,7 @@ TPointMode::TPointMode(TGraphMouse& mouse, TPointAction action, std::shared_ptr<
 }
 
 TSeries* TPointMode::Current() const {
-    const TxyGraph& graph = m_mouse.Graph();
+    TxyGraph& graph = m_mouse.Graph();
     return graph.FindSeries(graph.Appearance()->CurrSerIndex());
 }
 

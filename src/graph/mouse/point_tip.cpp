@@ -16,7 +16,7 @@ QString Row(const char* name, const QString& value) {
 
 /// Calls `take(hit)` for the points of the data set inside the plot, in their order.
 template <class TTake>
-void ForEachShownPoint(TSeries& series, const TPlotMap& map, TTake take) {
+void ForEachShownPoint(const TSeries& series, const TPlotMap& map, TTake take) {
     const QRectF room = map.Plot.adjusted(-1, -1, 1, 1);
     TDrawnPoints(series).ForEachRun([&](const TDrawnRun& run) {
         for (std::size_t i = 0; i < run.X.size(); ++i) {
@@ -41,7 +41,7 @@ std::optional<TPointHit> Neighbour(const TPlotMap& map, const TPointHit& from, T
     return step == TPointStep::Previous ? before : after;
 }
 
-std::optional<TPointHit> NearestInX(TSeries& series, const TPlotMap& map, double x) {
+std::optional<TPointHit> NearestInX(const TSeries& series, const TPlotMap& map, double x) {
     std::optional<TPointHit> best;
     ForEachShownPoint(series, map, [&](const TPointHit& hit) {
         if (!best || std::abs(hit.Place.x() - x) < std::abs(best->Place.x() - x)) best = hit;
@@ -49,10 +49,10 @@ std::optional<TPointHit> NearestInX(TSeries& series, const TPlotMap& map, double
     return best;
 }
 
-std::vector<TSeries*> WalkedSeries(const TxyGraph& graph) {
-    std::vector<TSeries*> all;
+std::vector<const TSeries*> WalkedSeries(const TxyGraph& graph) {
+    std::vector<const TSeries*> all;
     for (const auto& series : graph.Series())
-        if (IsDrawn(*series) && (series->LinesShown() || series->PointsShown())) all.push_back(series.get());
+        if (IsDrawn(*series) && (series->LinesShown() || series->PointsShown())) all.push_back(series);
     return all;
 }
 
@@ -77,7 +77,7 @@ std::optional<TPointStep> PointStepOf(int key) {
 
 std::optional<TPointHit> NextPoint(const TxyGraph& graph, const TPlotMap& map,
                                    const std::optional<TPointHit>& from, TPointStep step) {
-    const std::vector<TSeries*> all = WalkedSeries(graph);
+    const std::vector<const TSeries*> all = WalkedSeries(graph);
     if (all.empty()) return std::nullopt;
     const auto found = from ? std::ranges::find(all, from->Series) : all.end();
     if (found == all.end()) return NearestInX(*all.front(), map, map.Plot.left());

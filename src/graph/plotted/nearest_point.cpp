@@ -27,7 +27,7 @@ TInterval ValuesAround(const TScaleMap& map, double place, double reach) {
 
 class TSearch {
 public:
-    TSearch(TSeries& series, const TPlotMap& map, QPointF place, double reach)
+    TSearch(const TSeries& series, const TPlotMap& map, QPointF place, double reach)
         : m_series(series), m_map(map), m_yMap(map.YOf(series)), m_place(place), m_best(reach * reach),
           m_x(ValuesAround(map.X, place.x(), reach)), m_y(ValuesAround(m_yMap, place.y(), reach)) {
         m_drawsOffPlot = series.Graph().Appearance()->PlotOffGraph();
@@ -82,7 +82,7 @@ private:
         m_hit = TPointHit{&m_series, id, x, y, place, std::sqrt(square)};
     }
 
-    TSeries& m_series;
+    const TSeries& m_series;
     const TPlotMap& m_map;
     const TScaleMap& m_yMap;
     QPointF m_place;
@@ -95,7 +95,8 @@ private:
 
 } // namespace
 
-std::optional<TPointHit> NearestPointOf(TSeries& series, const TPlotMap& map, QPointF place, double reach) {
+std::optional<TPointHit> NearestPointOf(const TSeries& series, const TPlotMap& map, QPointF place,
+                                        double reach) {
     if (!IsDrawn(series) || !(reach >= 0)) return std::nullopt;
     return TSearch(series, map, place, reach).Run();
 }

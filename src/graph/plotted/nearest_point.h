@@ -9,7 +9,7 @@
 namespace lumoplot {
 
 struct TPointHit {
-    TSeries* Series;
+    const TSeries* Series;
     std::int32_t Id;
     double X; ///< on the X axis: the point's own, or the corrected Y of the X data set
     double Y; ///< corrected
@@ -24,6 +24,7 @@ struct TPointHit {
 std::optional<TPointHit> NearestPoint(const TxyGraph& graph, const TPlotMap& map, QPointF place,
                                       double reach);
 /// As NearestPoint among the points of one data set.
-std::optional<TPointHit> NearestPointOf(TSeries& series, const TPlotMap& map, QPointF place, double reach);
+std::optional<TPointHit> NearestPointOf(const TSeries& series, const TPlotMap& map, QPointF place,
+                                        double reach);
 
 } // namespace lumoplot

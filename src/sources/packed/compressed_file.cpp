@@ -1,6 +1,8 @@
 #include "sources/packed/compressed_file.h"
 
 #include <algorithm>
+// Input that is only read is const.
+#define ZLIB_CONST
 #include <zlib.h>
 #include <zstd.h>
 
@@ -18,8 +20,7 @@ public:
 
     void Restart() override { inflateReset(&m_stream); }
     TStep Step(const char* input, std::size_t size, char* output, std::size_t capacity) override {
-        // The library does not write to its input; only its interface is older than const.
-        m_stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(input));
+        m_stream.next_in = reinterpret_cast<const Bytef*>(input);
         m_stream.avail_in = static_cast<uInt>(size);
         m_stream.next_out = reinterpret_cast<Bytef*>(output);
         m_stream.avail_out = static_cast<uInt>(capacity);

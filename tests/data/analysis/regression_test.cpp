@@ -26,22 +26,22 @@ TEST(Regression, EachTypeGivesItsKindOfResult) {
     const std::vector<double> x = {0, 1, 2, 3};
     const std::vector<double> y = {1, 3, 2, 5};
     const TCase cases[] = {
-        {{.RegressionType = 1}, 4, 0},
-        {{.RegressionType = 2}, 4, 0},
-        {{.RegressionType = 3}, 4, 0},
-        {{.RegressionType = 4}, 4, 101},
-        {{.RegressionType = 4, .RegressionControlValue1 = 1}, 4, 2},
-        {{.RegressionType = 4, .RegressionControlValue1 = 0}, 0, 0},
-        {{.RegressionType = 4, .RegressionControlValue1 = 1'000'001}, 0, 0},
-        {{.RegressionType = 4, .DuplicatesAllowed = true}, 0, 0},
-        {{.RegressionType = 5}, 0, 0},
-        {{.RegressionType = 6}, 4, 0},
-        {{.RegressionType = 7}, 4, 0},
+        {{.RegressionType = TRegressionType::Linear}, 4, 0},
+        {{.RegressionType = TRegressionType::RobustLine}, 4, 0},
+        {{.RegressionType = TRegressionType::Quadratic}, 4, 0},
+        {{.RegressionType = TRegressionType::Spline}, 4, 101},
+        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 1}, 4, 2},
+        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 0}, 0, 0},
+        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 1'000'001}, 0, 0},
+        {{.RegressionType = TRegressionType::Spline, .DuplicatesAllowed = true}, 0, 0},
+        {{.RegressionType = TRegressionType::SampledCurve}, 0, 0},
+        {{.RegressionType = TRegressionType::ExponentialSmoothing}, 4, 0},
+        {{.RegressionType = TRegressionType::RunningAverage}, 4, 0},
     };
     for (const TCase& c : cases) {
         const TRegressionResult result = ComputeRegression(c.settings, x, y);
-        EXPECT_EQ(result.Derived.size(), c.derived) << c.settings.RegressionType;
-        EXPECT_EQ(result.Curve.size(), c.curve) << c.settings.RegressionType;
+        EXPECT_EQ(result.Derived.size(), c.derived) << static_cast<int>(c.settings.RegressionType);
+        EXPECT_EQ(result.Curve.size(), c.curve) << static_cast<int>(c.settings.RegressionType);
     }
 }
 

@@ -71,10 +71,10 @@ TEST(DataSeries, EachSetterMarksWhatItsValueChanges) {
         {"zero", [](TDataSeries& s) { s.SetZeroValue(2); }, 2, true, false, true},
         {"slope", [](TDataSeries& s) { s.SetBaseLineSlope(2); }, 2, true, false, true},
         {"auto zero", [](TDataSeries& s) { s.SetAutoZero(true); }, 2, true, false, false},
-        {"type", [](TDataSeries& s) { s.SetRegressionType(1); }, 4, false, true, true},
+        {"type", [](TDataSeries& s) { s.SetRegressionType(TRegressionType::Linear); }, 4, false, true, true},
         {"control 1", [](TDataSeries& s) { s.SetRegressionControlValue1(5); }, 4, false, true, true},
         {"control 2", [](TDataSeries& s) { s.SetRegressionControlValue2(1); }, 4, false, true, true},
-        {"fit", [](TDataSeries& s) { s.CurveFit().SetStatus(TCurFit::kFunction); }, 5, false, false, false},
+        {"fit", [](TDataSeries& s) { s.CurveFit().SetStatus(TFitStatus::Function); }, 5, false, false, false},
         {"point", [](TDataSeries& s) { s.Count() == 0 ? s.AddPoint(1, 1) : 0; }, 7, false, true, true},
         {"clear", [](TDataSeries& s) { s.ExtentsStale() ? void() : s.Clear(); }, 1, true, true, true},
     };
@@ -207,7 +207,7 @@ TEST(DataSeries, AHandlerIsToldOnceOfAllThatHappenedWhenItStands) {
                  const TUpdateHold inner(s);
                  s.DeletePoint(1);
              }
-             s.SetRegressionType(1);
+             s.SetRegressionType(TRegressionType::Linear);
          },
          {baseline | TDataSeries::kPointChanged | TDataSeries::kRegressionChanged, 1, 5, 4}},
     };

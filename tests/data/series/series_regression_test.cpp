@@ -116,7 +116,7 @@ TEST(SeriesRegression, DerivedValuesLieOnTheirPoints) {
         series.AddPoint(x, 3 * x * x - 2 * x + 5);
     }
     series.SetBaseLineSlope(0.25); // the regression is of the raw Y
-    series.SetRegressionType(3);
+    series.SetRegressionType(TRegressionType::Quadratic);
     series.CalcRegression();
     EXPECT_FALSE(series.RegressionStale());
     for (TPointCursor point = series.First(); point; point = point.Next())
@@ -127,10 +127,10 @@ TEST(SeriesRegression, SmoothingTakesThePointsInOrderOfX) {
     TDataSeries series;
     Fill(series, {3, 1, 2, 4}, {0, 8, 4, 2});
     series.SetRegressionControlValue2(0.5);
-    series.SetRegressionType(6);
+    series.SetRegressionType(TRegressionType::ExponentialSmoothing);
     series.CalcRegression();
     EXPECT_EQ(DerivedOf(series), (std::vector<double>{8, 6, 3, 2.5}));
-    series.SetRegressionType(7);
+    series.SetRegressionType(TRegressionType::RunningAverage);
     series.CalcRegression();
     EXPECT_EQ(DerivedOf(series), (std::vector<double>{8, 6, 2, 1}));
 }
@@ -140,7 +140,7 @@ TEST(SeriesRegression, SplineIsACurveOfItsOwn) {
     Fill(series, {0, 1, 2}, {0, 1, 0});
     series.SetRegressionControlValue1(4);
     series.SetRegressionControlValue2(1e30); // ends without curvature
-    series.SetRegressionType(4);
+    series.SetRegressionType(TRegressionType::Spline);
     series.CalcRegression();
     EXPECT_EQ(DerivedOf(series), (std::vector<double>{0, -3, 0})) << "the second derivatives";
     ASSERT_EQ(series.RegressionCurve().size(), 5U);
@@ -162,11 +162,11 @@ TEST(SeriesRegression, AnotherTypeLeavesNothingOfTheLastOne) {
     Fill(series, {0, 1, 2}, {0, 1, 0});
     for (const int next : {0, 5, 6}) {
         for (const int before : {1, 4}) {
-            series.SetRegressionType(before);
+            series.SetRegressionType(TRegressionType{before});
             series.UpdateRegression();
             EXPECT_EQ(series.RegressionLine() != nullptr, before == 1);
             EXPECT_EQ(series.RegressionCurve().empty(), before == 1);
-            series.SetRegressionType(next);
+            series.SetRegressionType(TRegressionType{next});
             series.UpdateRegression();
             EXPECT_FALSE(series.RegressionLine());
             EXPECT_TRUE(series.RegressionCurve().empty());
@@ -179,7 +179,7 @@ TEST(SeriesRegression, TheCurveOfAFitIsSampledOverTheExtentOfNow) {
     TDataSeries series;
     Fill(series, {0, 1, 2, 8}, {0, 1, 0, 1});
     series.CurveFit().SetExpression("x*x");
-    series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    series.SetRegressionType(TRegressionType::SampledCurve);
     series.SetRegressionControlValue1(2);
     series.DeletePoint(series.LastId());
     ASSERT_TRUE(series.ExtentsStale());
@@ -204,19 +204,19 @@ TEST(SeriesRegression, ErrorsAreThrownOnceAndKept) {
     for (const TCase& c : cases) {
         TDataSeries series;
         Fill(series, {0, 1, 2}, {0, 1, 5});
-        series.SetRegressionType(1);
+        series.SetRegressionType(TRegressionType::Linear);
         series.CalcRegression();
         series.SetRegressionControlValue2(c.control);
-        series.SetRegressionType(c.type);
+        series.SetRegressionType(TRegressionType{c.type});
         EXPECT_EQ(ErrorOf(series), c.text);
         EXPECT_EQ(series.RegressionError(), c.text);
         EXPECT_EQ(DerivedOf(series), (std::vector<double>{0, 0, 0}));
         EXPECT_EQ(ErrorOf(series), "") << "it is not stale any more";
         EXPECT_EQ(series.RegressionError(), c.text);
-        series.SetRegressionType(2);
+        series.SetRegressionType(TRegressionType::RobustLine);
         series.CalcRegression();
         EXPECT_EQ(series.RegressionError(), "");
-        series.SetRegressionType(c.type);
+        series.SetRegressionType(TRegressionType{c.type});
         EXPECT_NO_THROW(series.UpdateRegression());
         EXPECT_EQ(series.RegressionError(), c.type == 0 ? "" : c.text);
     }
@@ -226,7 +226,7 @@ TEST(SeriesRegression, ErrorsAreThrownOnceAndKept) {
 TEST(SeriesRegression, NobodyIsNotified) {
     TDataSeries series;
     Fill(series, {0, 1, 2}, {0, 1, 5});
-    series.SetRegressionType(2);
+    series.SetRegressionType(TRegressionType::RobustLine);
     int calls = 0;
     series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons) { ++calls; });
     series.CalcRegression();
@@ -246,7 +246,7 @@ TEST(SeriesRegression, IsStaleWhenTheFitThatItSamplesHasBeenLoaded) {
     line.SaveToFile(name);
     TDataSeries series;
     for (int i = 0; i < 5; ++i) series.AddPoint(i, i);
-    series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    series.SetRegressionType(TRegressionType::SampledCurve);
     series.CurveFit().SetExpression("2*x");
     series.UpdateRegression();
     EXPECT_FALSE(series.RegressionStale());

@@ -54,7 +54,7 @@ TEST_F(CurveFittingPage, EveryGroupWritesIntoTheFitOfTheDataSet) {
     Type("e_RightMargin", QStringLiteral("1.98765"));
     Find<QWidget>("e_NPoints").setFocus();
     EXPECT_EQ(Fit().NPoints(), 321);
-    EXPECT_EQ(Fit().ProcType(), TCurFit::kConjugateGradient);
+    EXPECT_EQ(Fit().ProcType(), TFitProcedure::ConjugateGradient);
     EXPECT_EQ(Fit().Expression(), "2*x");
     EXPECT_EQ(Fit().RightMargin(), 1.98765);
     Click("btnAddParam");

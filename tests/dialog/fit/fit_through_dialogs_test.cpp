@@ -62,8 +62,8 @@ TEST_F(FitThroughDialogs, ATextFileBecomesAFittedCurve) {
     TakeDataFrom(QString::fromStdString(SourceFile("examples/gauss1.dat")));
     Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kCurveFittingPage);
     ASSERT_EQ(Current().Count(), 250);
-    Choose("cbx_Procedure", TCurFit::kNewton);
-    Choose("cbx_Status", TCurFit::kFinalResult);
+    Choose("cbx_Procedure", static_cast<int>(TFitProcedure::Newton));
+    Choose("cbx_Status", static_cast<int>(TFitStatus::FinalResult));
     WhenModal<TfrmCalc>([](TfrmCalc& editor) { WriteEquation(editor); });
     Click("btnMore");
     const TCurFit& fit = Current().CurveFit();
@@ -94,7 +94,7 @@ TEST_F(FitThroughDialogs, AResultIsToldFromWhatHasChangedSince) {
     Wizard.SetStartPage(TxyDataWizard::kCurveFittingPage);
     Show({"a"});
     for (int x = 3; x < 9; ++x) Current().AddPoint(x, 10 * x + (x % 2 == 0 ? 0.1 : -0.1));
-    Choose("cbx_Status", TCurFit::kFinalResult);
+    Choose("cbx_Status", static_cast<int>(TFitStatus::FinalResult));
     Type("m_Equation", QStringLiteral("a*x"));
     Click("btnFit");
     EXPECT_TRUE(Result().starts_with("The fit was not possible: ")) << Result();

@@ -112,7 +112,7 @@ void DataWizardUndo::PrepareGraph() {
     TSeries& series = *Graph.FindSeries(1);
     for (int i = 3; i <= 40; ++i) series.AddPoint(i, 10 * i + i % 3);
     series.SetPointsShown(true);
-    series.SetRegressionType(1);
+    series.SetRegressionType(TRegressionType::Linear);
     TCurFit& fit = series.CurveFit();
     for (const char* name : {"a", "b"}) {
         auto parameter = std::make_unique<TDBLParameter>();
@@ -122,7 +122,7 @@ void DataWizardUndo::PrepareGraph() {
     }
     fit.SetExpression("a*x+b");
     fit.SetNPoints(150);
-    fit.SetStatus(TCurFit::kFinalResult);
+    fit.SetStatus(TFitStatus::FinalResult);
     TGraphMark mark;
     mark.TypeOfMark = TMarkType::Line;
     mark.Y1 = 2;

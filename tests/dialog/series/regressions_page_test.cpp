@@ -28,7 +28,7 @@ TEST_F(RegressionsPage, EveryRegressionIsChosenAndKeepsTheControlValues) {
     Wizard.RefillPages();
     for (int type = 6; type >= 0; --type) {
         Choose("cbx_Regression", type);
-        EXPECT_EQ(Current().RegressionType(), type);
+        EXPECT_EQ(Current().RegressionType(), TRegressionType{type});
         EXPECT_EQ(Find<QComboBox>("cbx_RegressionLineStyle").isEnabled(), type > 0);
         EXPECT_EQ(Find<QSpinBox>("se_RegressionLineWidth").isEnabled(), type > 0);
         EXPECT_EQ(Find<TColorButton>("b_RegressionColor").isVisible(), type > 0);
@@ -111,19 +111,19 @@ TEST_F(RegressionsPage, ReasonsForNoLineStandBesideTheList) {
 // Hosts and files set it; the list does not offer it.
 TEST_F(RegressionsPage, RunningAverageOfAHostIsLeftAlone) {
     Choose("cbx_Regression", 2);
-    Current().SetRegressionType(7);
+    Current().SetRegressionType(TRegressionType::RunningAverage);
     Wizard.RefillPages();
-    EXPECT_EQ(Current().RegressionType(), 7);
+    EXPECT_EQ(Current().RegressionType(), TRegressionType::RunningAverage);
     EXPECT_EQ(TextOf("lblRegressionResult"), "Running average of 19 points");
     Type("e_ControlValue2", QStringLiteral("0.6"));
     EXPECT_EQ(TextOf("lblRegressionError"), "Invalid Running Average limit");
     EXPECT_EQ(TextOf("lblRegressionResult"), "");
-    EXPECT_EQ(Current().RegressionType(), 7);
+    EXPECT_EQ(Current().RegressionType(), TRegressionType::RunningAverage);
     auto& list = Find<QComboBox>("cbx_Regression");
     ASSERT_EQ(list.currentIndex(), 2) << "unchanged";
     list.showPopup();
     QTest::keyClick(list.view(), Qt::Key_Return);
-    EXPECT_EQ(Current().RegressionType(), 2) << "chosen again";
+    EXPECT_EQ(Current().RegressionType(), TRegressionType::RobustLine) << "chosen again";
 }
 
 } // namespace

@@ -10,8 +10,8 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kEveryProcedure[] = {TCurFit::kPowell, TCurFit::kSimplex, TCurFit::kConjugateGradient,
-                                   TCurFit::kNewton};
+constexpr TFitProcedure kEveryProcedure[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
+                                             TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
 constexpr double kNone = std::numeric_limits<double>::infinity();
 
 struct TBounded {
@@ -21,7 +21,8 @@ struct TBounded {
     double max = kNone;
 };
 
-void Define(TCurFit& fit, const char* equation, const std::vector<TBounded>& parameters, int procType) {
+void Define(TCurFit& fit, const char* equation, const std::vector<TBounded>& parameters,
+            TFitProcedure procType) {
     fit.SetExpression(equation);
     fit.SetProcType(procType);
     fit.SetIterMax(2000);
@@ -60,17 +61,19 @@ TPoints PointsOf(int count, double step, TFunction&& function) {
 // deviation by the root of the count.
 TEST(Bounds, HoldALinearParameter) {
     const TPoints points = PointsOf(20, 0.5, [](double x) { return 1 + 2 * x + 0.1 * std::sin(9 * x); });
-    for (const int procType : kEveryProcedure) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TCurFit fit;
         Define(fit, "a+b*x", {{"a", 1}, {"b", 0.5, 0, 1.5}}, procType);
         const TFitResult result = RunFit(fit, points.x, points.y);
-        EXPECT_EQ(result.End, TFitEnd::Converged) << procType;
-        EXPECT_EQ(fit.Parameter(2)->Value(), 1.5) << procType;
+        EXPECT_EQ(result.End, TFitEnd::Converged) << static_cast<int>(procType);
+        EXPECT_EQ(fit.Parameter(2)->Value(), 1.5) << static_cast<int>(procType);
         EXPECT_NEAR(fit.Parameter(1)->Value(), points.Mean(points.y) - 1.5 * points.Mean(points.x), 1e-12);
-        EXPECT_NEAR(result.StandardError(0), result.ResidualSD / std::sqrt(20.0), 1e-12) << procType;
-        EXPECT_TRUE(std::isnan(result.StandardError(1))) << procType;
+        EXPECT_NEAR(result.StandardError(0), result.ResidualSD / std::sqrt(20.0), 1e-12)
+            << static_cast<int>(procType);
+        EXPECT_TRUE(std::isnan(result.StandardError(1))) << static_cast<int>(procType);
         ASSERT_FALSE(result.Remarks.empty());
-        EXPECT_TRUE(result.Remarks.front().starts_with("b ends on its upper bound 1.5")) << procType;
+        EXPECT_TRUE(result.Remarks.front().starts_with("b ends on its upper bound 1.5"))
+            << static_cast<int>(procType);
     }
 }
 
@@ -84,13 +87,13 @@ TEST(Bounds, HoldANonlinearParameter) {
         product += e * points.y[i];
         square += e * e;
     }
-    for (const int procType : kEveryProcedure) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         for (const double start : {0.1, 0.3, 7.0}) {
             TCurFit fit;
             Define(fit, "a*exp(-b*x)", {{"a", 1}, {"b", start, 0, 0.3}}, procType);
-            EXPECT_EQ(RunFit(fit, points.x, points.y).End, TFitEnd::Converged) << procType;
-            EXPECT_EQ(fit.Parameter(2)->Value(), 0.3) << procType;
-            EXPECT_NEAR(fit.Parameter(1)->Value(), product / square, 1e-9) << procType;
+            EXPECT_EQ(RunFit(fit, points.x, points.y).End, TFitEnd::Converged) << static_cast<int>(procType);
+            EXPECT_EQ(fit.Parameter(2)->Value(), 0.3) << static_cast<int>(procType);
+            EXPECT_NEAR(fit.Parameter(1)->Value(), product / square, 1e-9) << static_cast<int>(procType);
         }
     }
 }
@@ -98,7 +101,7 @@ TEST(Bounds, HoldANonlinearParameter) {
 TEST(Bounds, ThatDoNotHoldChangeNothing) {
     const TPoints points =
         PointsOf(40, 0.2, [](double x) { return 3 * std::exp(-0.5 * x) + 0.05 * std::sin(30 * x); });
-    for (const int procType : kEveryProcedure) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TCurFit free;
         TCurFit bounded;
         Define(free, "a*exp(-b*x)+c", {{"a", 1}, {"b", 0.1}, {"c", 1}}, procType);
@@ -106,10 +109,11 @@ TEST(Bounds, ThatDoNotHoldChangeNothing) {
         Define(bounded, "a*exp(-b*x)+c", {{"a", 1, 0, 10}, {"b", 0.1, 0.1, 5}, {"c", 1, -1, 1}}, procType);
         const double rss = RunFit(free, points.x, points.y).Rss;
         const TFitResult result = RunFit(bounded, points.x, points.y);
-        EXPECT_EQ(result.End, TFitEnd::Converged) << procType;
-        EXPECT_NEAR(result.Rss / rss, 1, 1e-12) << procType;
-        EXPECT_NEAR(bounded.Parameter(2)->Value(), free.Parameter(2)->Value(), 1e-8) << procType;
-        EXPECT_TRUE(std::isfinite(result.StandardError(1))) << procType;
+        EXPECT_EQ(result.End, TFitEnd::Converged) << static_cast<int>(procType);
+        EXPECT_NEAR(result.Rss / rss, 1, 1e-12) << static_cast<int>(procType);
+        EXPECT_NEAR(bounded.Parameter(2)->Value(), free.Parameter(2)->Value(), 1e-8)
+            << static_cast<int>(procType);
+        EXPECT_TRUE(std::isfinite(result.StandardError(1))) << static_cast<int>(procType);
     }
 }
 

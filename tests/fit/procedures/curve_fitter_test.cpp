@@ -14,8 +14,8 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kProcedures[] = {TCurFit::kPowell, TCurFit::kSimplex, TCurFit::kConjugateGradient,
-                               TCurFit::kNewton};
+constexpr TFitProcedure kProcedures[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
+                                         TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
 
 struct TStart {
     const char* name;
@@ -29,7 +29,8 @@ struct TModel {
     std::vector<double> x;
     std::vector<double> y;
 
-    TModel(const char* equation, std::initializer_list<TStart> starts, int procType = TCurFit::kNewton) {
+    TModel(const char* equation, std::initializer_list<TStart> starts,
+           TFitProcedure procType = TFitProcedure::Newton) {
         fit.SetExpression(equation);
         fit.SetProcType(procType);
         fit.SetIterMax(2000);
@@ -68,15 +69,15 @@ double Decay(double x) {
 
 // Slope and intercept with their errors, by the closed formulas.
 TEST(CurveFitter, AStraightLineHasItsTextbookErrors) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         TModel line("a+b*t", {{"a", 1}, {"b", 1}}, procType);
         line.fit.SetXVarName("t");
         line.x = {1, 2, 3, 4};
         line.y = {6, 5, 7, 10};
         const TFitResult result = line.Run();
-        EXPECT_EQ(result.End, TFitEnd::Converged) << procType;
-        EXPECT_NEAR(line.Value(1), 3.5, 1e-12) << procType;
-        EXPECT_NEAR(line.Value(2), 1.4, 1e-12) << procType;
+        EXPECT_EQ(result.End, TFitEnd::Converged) << static_cast<int>(procType);
+        EXPECT_NEAR(line.Value(1), 3.5, 1e-12) << static_cast<int>(procType);
+        EXPECT_NEAR(line.Value(2), 1.4, 1e-12) << static_cast<int>(procType);
         EXPECT_NEAR(result.Rss, 4.2, 1e-12);
         EXPECT_NEAR(result.RSquared, 0.7, 1e-12);
         EXPECT_NEAR(result.ResidualSD, std::sqrt(2.1), 1e-12);
@@ -161,11 +162,11 @@ TEST(CurveFitter, PointsThatGainAValueTakePart) {
 }
 
 TEST(CurveFitter, StepsBackFromPlacesWithoutAValue) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         TModel power("a*ln(b*x+1)", {{"a", 40}, {"b", 0.01}}, procType);
         power.SetPoints(30, 1, [](double x) { return 2 * std::log(5 * x + 1); });
-        EXPECT_EQ(power.Run().End, TFitEnd::Converged) << procType;
-        EXPECT_NEAR(power.Value(2), 5, 1e-6) << procType;
+        EXPECT_EQ(power.Run().End, TFitEnd::Converged) << static_cast<int>(procType);
+        EXPECT_NEAR(power.Value(2), 5, 1e-6) << static_cast<int>(procType);
     }
 }
 
@@ -185,11 +186,12 @@ TEST(CurveFitter, LinearParametersNeedNoStart) {
         {"a*x^n+c", {{"a", 0}, {"n", 1.5}, {"c", 0}}, {2, 0.5, 1}},
         {"a+b*x+c*x^2", {{"a", 0}, {"b", 0}, {"c", 0}}, {5e5, -1e3, 0.5}},
     };
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         for (const TFarStart& c : cases) {
             TModel model(c.equation, c.starts, procType);
             model.SetPointsOfModel(40, c.expected);
-            EXPECT_EQ(model.Run().End, TFitEnd::Converged) << c.equation << " by " << procType;
+            EXPECT_EQ(model.Run().End, TFitEnd::Converged)
+                << c.equation << " by " << static_cast<int>(procType);
             int number = 0;
             for (const double value : c.expected)
                 EXPECT_NEAR(model.Value(++number), value, 1e-6 * std::abs(value)) << c.equation;
@@ -266,13 +268,13 @@ TEST(CurveFitter, NonsenseIsToldInItsOwnWords) {
 }
 
 TEST(CurveFitter, WhatThePointsLeaveOpenIsNotConvergence) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         TModel product("a*b*x", {{"a", 1}, {"b", 1}}, procType);
         product.SetPoints(10, 1, [](double x) { return 6 * x + std::cos(x); });
         const TFitResult result = product.Run();
-        EXPECT_EQ(result.End, TFitEnd::NotDetermined) << procType;
+        EXPECT_EQ(result.End, TFitEnd::NotDetermined) << static_cast<int>(procType);
         EXPECT_TRUE(std::isnan(result.StandardError(0)));
-        EXPECT_NEAR(product.Value(1) * product.Value(2), 6, 0.1) << procType;
+        EXPECT_NEAR(product.Value(1) * product.Value(2), 6, 0.1) << static_cast<int>(procType);
     }
 }
 
@@ -381,7 +383,7 @@ TEST(CurveFitter, AtMostFiftyParametersAreVaried) {
 }
 
 TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         double start = 0;
         double reached = 0;
         for (const int steps : {5, 15}) {
@@ -390,31 +392,31 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
             TCancellingProgress progress(steps);
             const TFitResult result = decay.Run({&progress, {}, TFitStarts::Given});
             EXPECT_EQ(progress.Stages, std::vector<std::string>{"Fitting Data...."});
-            EXPECT_EQ(result.End, TFitEnd::Cancelled) << procType;
+            EXPECT_EQ(result.End, TFitEnd::Cancelled) << static_cast<int>(procType);
             double rss = 0;
             for (std::size_t i = 0; i < decay.x.size(); ++i)
                 rss += std::pow(decay.fit.EvaluateAt(decay.x[i]) - decay.y[i], 2);
-            EXPECT_NEAR(result.Rss, rss, 1e-9 * rss) << procType;
+            EXPECT_NEAR(result.Rss, rss, 1e-9 * rss) << static_cast<int>(procType);
             (steps == 5 ? start : reached) = rss;
         }
-        EXPECT_LT(reached, start) << procType;
+        EXPECT_LT(reached, start) << static_cast<int>(procType);
     }
 }
 
 TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         for (const int steps : {0, 1}) {
             TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
             decay.SetPoints(50, 0.2, Decay);
             TCancellingProgress progress(steps);
-            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << procType;
-            EXPECT_EQ(decay.Value(2), 0.01) << procType;
+            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << static_cast<int>(procType);
+            EXPECT_EQ(decay.Value(2), 0.01) << static_cast<int>(procType);
         }
     }
 }
 
 TEST(CurveFitter, EachIterationShowsTheBestParameters) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
         decay.SetPoints(50, 0.2, Decay);
         std::vector<double> sums;
@@ -425,32 +427,32 @@ TEST(CurveFitter, EachIterationShowsTheBestParameters) {
             sums.push_back(rss);
         };
         const TFitResult result = decay.Run({nullptr, note, TFitStarts::Given});
-        ASSERT_GE(sums.size(), 3u) << procType;
+        ASSERT_GE(sums.size(), 3u) << static_cast<int>(procType);
         EXPECT_TRUE(std::is_sorted(sums.rbegin(), sums.rend(), [](double a, double b) {
             return a < b * (1 - 1e-12);
-        })) << procType;
-        EXPECT_LE(sums.size(), static_cast<std::size_t>(result.Iterations)) << procType;
+        })) << static_cast<int>(procType);
+        EXPECT_LE(sums.size(), static_cast<std::size_t>(result.Iterations)) << static_cast<int>(procType);
     }
 }
 
 // Places far from any start, hostile tolerances, constant data, a wildly oscillating model: no hang, no false
 // claim.
 TEST(CurveFitter, HopelessRunsEnd) {
-    for (const int procType : kProcedures) {
+    for (const TFitProcedure procType : kProcedures) {
         TModel wild("a*sin(1e9*b*x)+exp(c*x)", {{"a", 1e-30}, {"b", -1e30}, {"c", 20}}, procType);
         wild.SetPoints(40, 0.3, [](double x) { return std::fmod(x * 7, 3); });
-        EXPECT_NO_THROW(wild.Run()) << procType;
+        EXPECT_NO_THROW(wild.Run()) << static_cast<int>(procType);
         TModel random("a*random+b*x", {{"a", 1}, {"b", 1}}, procType);
         random.SetPoints(20, 1, [](double) { return 5; });
-        EXPECT_NO_THROW(random.Run()) << procType;
+        EXPECT_NO_THROW(random.Run()) << static_cast<int>(procType);
         TModel tight("a*exp(-b*x)", {{"a", 1}, {"b", 0.1}}, procType);
         tight.fit.SetTolerance(1e-300);
         tight.SetPoints(30, 0.2, Decay);
-        EXPECT_EQ(tight.Run().End, TFitEnd::Converged) << procType;
+        EXPECT_EQ(tight.Run().End, TFitEnd::Converged) << static_cast<int>(procType);
         TModel zero("a*x", {{"a", 1}}, procType);
         zero.SetPoints(5, 1, [](double) { return 0; });
-        EXPECT_EQ(zero.Run().End, TFitEnd::Converged) << procType;
-        EXPECT_NEAR(zero.Value(1), 0, 1e-12) << procType;
+        EXPECT_EQ(zero.Run().End, TFitEnd::Converged) << static_cast<int>(procType);
+        EXPECT_NEAR(zero.Value(1), 0, 1e-12) << static_cast<int>(procType);
     }
 }
 

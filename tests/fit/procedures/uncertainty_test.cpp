@@ -23,7 +23,7 @@ struct TFitted {
 
     TFitted(const char* equation, std::initializer_list<std::pair<const char*, double>> starts) {
         fit.SetExpression(equation);
-        fit.SetProcType(TCurFit::kNewton);
+        fit.SetProcType(TFitProcedure::Newton);
         for (const auto& [name, value] : starts) {
             auto parameter = std::make_unique<TDBLParameter>();
             parameter->SetName(name);

@@ -85,7 +85,7 @@ void ExpectCorners(const std::vector<QPointF>& corners, const std::vector<QPoint
 TEST_F(TRegressionDrawing, ALineRunsFromTheFirstPointToTheLast) {
     TSeries& series = Add({{2, 30}, {4, 50}, {6, 70}}); // Y = 10 + 10·X
     SetAxes(0, 10, 0, 100);
-    for (const int type : {1, 2}) {
+    for (const auto type : {TRegressionType::Linear, TRegressionType::RobustLine}) {
         series.SetRegressionType(type);
         ExpectCorners(Corners(), {{0.2, 0.3}, {0.6, 0.7}});
     }
@@ -114,7 +114,7 @@ TEST_F(TRegressionDrawing, CurvesStayOnTheirFormulas) {
         m_graph.FreeAllSeries();
         const auto formula = [&](double x) { return 1 + 2 * x + c.c2 * x * x; };
         TSeries& series = Add({{1, formula(1)}, {4, formula(4)}, {50, formula(50)}, {100, formula(100)}});
-        series.SetRegressionType(c.type);
+        series.SetRegressionType(TRegressionType{c.type});
         m_graph.XAxis()->SetLogScale(c.logX);
         m_graph.YAxis()->SetLogScale(c.logY);
         SetAxes(1, 100, 1, 10000);
@@ -134,11 +134,13 @@ TEST_F(TRegressionDrawing, SmoothedValuesAndSplinesGoFromPlaceToPlace) {
     SetAxes(0, 10, 0, 100);
     series.SetZeroValue(-10);
     series.SetRegressionControlValue2(0.5);
-    for (const int type : {6, 7}) { // 80, 60, then 30 or 20
+    for (const auto type :
+         {TRegressionType::ExponentialSmoothing, TRegressionType::RunningAverage}) { // 80, 60, then 30 or 20
         series.SetRegressionType(type);
-        ExpectCorners(Corners(), {{0, 0.9}, {0.5, 0.7}, {1, type == 6 ? 0.4 : 0.3}});
+        ExpectCorners(Corners(),
+                      {{0, 0.9}, {0.5, 0.7}, {1, type == TRegressionType::ExponentialSmoothing ? 0.4 : 0.3}});
     }
-    series.SetRegressionType(4);
+    series.SetRegressionType(TRegressionType::Spline);
     series.SetRegressionControlValue1(4);
     series.SetRegressionControlValue2(1e30); // natural ends: the straight line through the points
     ExpectCorners(Corners(), {{0, 0.9}, {0.25, 0.7}, {0.5, 0.5}, {0.75, 0.3}, {1, 0.1}});
@@ -154,9 +156,9 @@ TEST_F(TRegressionDrawing, ARegressionFollowsTheXOfAnotherDataSet) {
     m_graph.Appearance()->SetXAxisSerIndex(1);
     series.SetUseXAxisSeries(true);
     SetAxes(0, 10, 0, 100);
-    series.SetRegressionType(1);
+    series.SetRegressionType(TRegressionType::Linear);
     ExpectCorners(Corners(), {{0.3, 0.2}, {0.1, 0.4}, {0.7, 0.6}});
-    series.SetRegressionType(4);
+    series.SetRegressionType(TRegressionType::Spline);
     EXPECT_TRUE(Corners().empty());
 }
 
@@ -186,7 +188,7 @@ TEST_F(TRegressionDrawing, ACurveOfAFitGoesThroughTheValuesOfItsModelAndIsBroken
     SetAxes(0, 10, 0, 10);
     series.SetZeroValue(50);
     TCurFit& fit = series.CurveFit();
-    fit.SetStatus(TCurFit::kFunction);
+    fit.SetStatus(TFitStatus::Function);
     fit.SetCurveColor(kBoundsColor);
     fit.SetExpression("10-x");
     fit.SetNPoints(2);

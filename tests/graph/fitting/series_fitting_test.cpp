@@ -24,7 +24,7 @@ protected:
         Fit().SetExpression("a*exp(-b*x)");
         AddParameter(Fit(), "a", 1).SetVary(true);
         AddParameter(Fit(), "b", 0.1).SetVary(true);
-        Fit().SetProcType(TCurFit::kNewton);
+        Fit().SetProcType(TFitProcedure::Newton);
         m_series.SetZeroValue(1);
     }
 
@@ -36,13 +36,13 @@ protected:
 };
 
 TEST_F(SeriesFitting, PreparingFitsTheCorrectedYOnce) {
-    for (const int status : {TCurFit::kNone, TCurFit::kFunction}) {
+    for (const TFitStatus status : {TFitStatus::None, TFitStatus::Function}) {
         Fit().SetStatus(status);
         m_graph->PrepareForDrawing();
-        EXPECT_EQ(Value(1), 1) << status;
-        EXPECT_EQ(m_series.FittedCurve().empty(), status == TCurFit::kNone);
+        EXPECT_EQ(Value(1), 1) << static_cast<int>(status);
+        EXPECT_EQ(m_series.FittedCurve().empty(), status == TFitStatus::None);
     }
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     m_graph->PrepareForDrawing();
     EXPECT_NEAR(Value(1), 3, 1e-10);
     EXPECT_NEAR(Value(2), 0.2, 1e-10);
@@ -58,7 +58,7 @@ TEST_F(SeriesFitting, PreparingFitsTheCorrectedYOnce) {
 }
 
 TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     const std::function<void()> changes[] = {
         [this] { m_series.SetZeroValue(1.5); },
         [this] { m_series.SetBaseLineSlope(0.01); },
@@ -80,7 +80,7 @@ TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
 }
 
 TEST_F(SeriesFitting, TheCurveRunsBetweenTheMargins) {
-    Fit().SetStatus(TCurFit::kFunction);
+    Fit().SetStatus(TFitStatus::Function);
     Fit().SetNPoints(11);
     Fit().SetLeftMargin(2);
     Fit().SetRightMargin(200);
@@ -96,7 +96,7 @@ TEST_F(SeriesFitting, TheCurveRunsBetweenTheMargins) {
 }
 
 TEST_F(SeriesFitting, ABrokenEquationShowsItsErrorAndNothingElse) {
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     Fit().SetExpression("a*(x");
     m_graph->PrepareForDrawing();
     EXPECT_EQ(Fit().FitError(), "Unequal brackets");
@@ -111,7 +111,7 @@ TEST_F(SeriesFitting, ABrokenEquationShowsItsErrorAndNothingElse) {
 }
 
 TEST_F(SeriesFitting, APaintEventOnlyPaints) {
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     bool fittedWhilePainting = false;
     QObject::connect(m_graph.get(), &TxyGraph::OnPaintEnd, m_graph.get(),
                      [&] { fittedWhilePainting |= Value(1) != 1 && Fit().IsStale(); });
@@ -130,7 +130,7 @@ TEST_F(SeriesFitting, APaintEventOnlyPaints) {
 }
 
 TEST_F(SeriesFitting, EveryStepIsPainted) {
-    Fit().SetStatus(TCurFit::kEveryStep);
+    Fit().SetStatus(TFitStatus::EveryStep);
     m_graph->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
     m_graph->PrepareForDrawing();
@@ -151,8 +151,8 @@ void RunAndCancel(TxyGraph& graph, TCurFit& fit) {
     fit.SetExpression("a*exp(-b*x)+0.01*random"); // never comes to an end
     fit.SetIterMax(1000000000);
     fit.SetTolerance(1e-300);
-    fit.SetProcType(TCurFit::kSimplex);
-    fit.SetStatus(TCurFit::kFinalResult);
+    fit.SetProcType(TFitProcedure::Simplex);
+    fit.SetStatus(TFitStatus::FinalResult);
     graph.PrepareForDrawing();
 }
 
@@ -192,7 +192,7 @@ TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
         [this] { RunAndCancel(*m_graph, Fit()); },
         [this] { Fit().SetExpression("a*(x"), m_graph->PrepareForDrawing(); },
     };
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     for (const auto& end : ends) {
         end();
         ASSERT_FALSE(HasPendingFit(m_series));
@@ -218,7 +218,7 @@ TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
 }
 
 TEST_F(SeriesFitting, AResultIsFiledBesideItsPointsOnly) {
-    Fit().SetStatus(TCurFit::kFinalResult);
+    Fit().SetStatus(TFitStatus::FinalResult);
     m_graph->PrepareForDrawing();
     TBytes bytes;
     m_graph->SaveToStream(bytes, TPoints::LeaveOut);
@@ -230,7 +230,7 @@ TEST_F(SeriesFitting, AResultIsFiledBesideItsPointsOnly) {
 }
 
 TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
-    Fit().SetStatus(TCurFit::kEveryStep);
+    Fit().SetStatus(TFitStatus::EveryStep);
     m_graph->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(m_graph.get()));
     ASSERT_TRUE(QTest::qWaitFor([this] { return !Fit().IsStale(); }));
@@ -243,7 +243,7 @@ TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
 
 // The curve stands for corrected Y and follows the parameters.
 TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
-    m_series.SetRegressionType(static_cast<int>(TRegressionType::SampledCurve));
+    m_series.SetRegressionType(TRegressionType::SampledCurve);
     m_series.SetRegressionControlValue1(4);
     m_graph->PrepareForDrawing();
     ASSERT_EQ(m_series.RegressionCurve().size(), 5u);
@@ -259,7 +259,7 @@ TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
 }
 
 TEST_F(SeriesFitting, OnALogarithmicAxisTheCurveBeginsWhereXIsPositive) {
-    Fit().SetStatus(TCurFit::kFunction);
+    Fit().SetStatus(TFitStatus::Function);
     Fit().SetNPoints(3);
     Fit().SetLeftMargin(-3);
     m_graph->XAxis()->SetLogScale(true);

@@ -48,10 +48,10 @@ TEST(SeriesRegressions, AreUpToDateWhenTheGraphIsPrepared) {
     TSeries& refused = *graph.FindSeries(graph.AddSeries());
     for (TSeries* series : {&fitted, &hidden, &refused}) {
         for (const double x : {0, 1, 2}) series->AddPoint(x, 5 - x);
-        series->SetRegressionType(1);
+        series->SetRegressionType(TRegressionType::Linear);
     }
     hidden.SetActive(false);
-    refused.SetRegressionType(7);
+    refused.SetRegressionType(TRegressionType::RunningAverage);
     refused.SetRegressionControlValue2(1);
     graph.RequestRepaint(false);
     graph.PrepareForDrawing();

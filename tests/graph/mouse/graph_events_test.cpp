@@ -128,7 +128,7 @@ TEST_F(TExtentTest, OnlyWhatCanBeShownCounts) {
 }
 
 TEST_F(TExtentTest, RegressionsAndOtherAxesCountForNothing) {
-    First.SetRegressionType(1);
+    First.SetRegressionType(TRegressionType::Linear);
     TSeries& second = Add();
     second.AddPoint(0, 5000);
     second.SetYAxisOfSeries(Graph.YAxis_Second());

@@ -43,7 +43,7 @@ const TSeries* NamingSeries(const TAxis& axis) {
     for (const auto& series : graph.Series()) {
         if (!series->Active() || series->Count() == 0 || series->YAxisOfSeries() != &axis) continue;
         if (only) return nullptr;
-        only = series.get();
+        only = series;
     }
     return only;
 }

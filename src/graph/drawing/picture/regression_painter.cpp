@@ -19,10 +19,6 @@ namespace {
 constexpr double kBoundsWidth = 1;
 constexpr double kCurveStep = 2; // device pixels between the places of a parabola or a line on a log axis
 
-TRegressionType TypeOf(const TSeries& series) {
-    return static_cast<TRegressionType>(series.RegressionType());
-}
-
 /// A line through values of the axes, reduced to what the device shows of it.
 class TValueLine {
 public:
@@ -86,12 +82,12 @@ public:
 
 private:
     bool IsOnGrid() const {
-        return TypeOf(m_series) == TRegressionType::Spline ||
-               TypeOf(m_series) == TRegressionType::SampledCurve;
+        return m_series.RegressionType() == TRegressionType::Spline ||
+               m_series.RegressionType() == TRegressionType::SampledCurve;
     }
     // The fitted curve stands for corrected Y; everything else for raw Y.
     void AddPlace(double x, double derived) {
-        const bool isCorrected = TypeOf(m_series) == TRegressionType::SampledCurve;
+        const bool isCorrected = m_series.RegressionType() == TRegressionType::SampledCurve;
         m_line.Add(x, isCorrected ? derived : m_series.CorrectedY(x, derived));
     }
 
@@ -137,7 +133,7 @@ private:
 
 void DrawRegression(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,
                     const QRectF& visible) {
-    if (!IsDrawn(series) || TypeOf(series) == TRegressionType::None) return;
+    if (!IsDrawn(series) || series.RegressionType() == TRegressionType::None) return;
     const QPen pen = SeriesPen(canvas, series, series.RegressionColor(), series.RegressionLineStyle(),
                                series.RegressionLineWidth());
     const QRectF reach = ReachOfPen(canvas, pen, visible);
