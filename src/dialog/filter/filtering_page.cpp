@@ -10,7 +10,7 @@
 #include "ui_filtering_page.h"
 
 #include <QLocale>
-#include <cmath>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -91,11 +91,8 @@ void TFilteringPage::SettingsChanged() {
 
 /// What is shown is what is applied: an edit that holds no number stops Apply.
 bool TFilteringPage::NumbersAreValid() const {
-    for (const QLineEdit* edit : {m_ui->e_LowFreq, m_ui->e_HighFreq, m_ui->e_NormZero}) {
-        const auto value = TryParseFloat(edit->text().toStdString());
-        if (!value || !std::isfinite(*value)) return false;
-    }
-    return true;
+    const auto edits = {m_ui->e_LowFreq, m_ui->e_HighFreq, m_ui->e_NormZero};
+    return std::ranges::all_of(edits, [](QLineEdit* edit) { return FiniteNumberIn(*edit).has_value(); });
 }
 
 void TFilteringPage::EnableButtons() {

@@ -109,7 +109,7 @@ TEST_F(FilteringPage, ARefusedRunIsToldAndChangesNothing) {
 
 TEST_F(FilteringPage, TextsThatAreNoNumbersAreMarkedAndStopApply) {
     for (const char* edit : {"e_LowFreq", "e_HighFreq", "e_NormZero"})
-        for (const char* text : {"", ".", "1x", "nan"}) {
+        for (const char* text : {"", ".", "1x", "nan", "1,234"}) {
             Type(edit, QString::fromLatin1(text));
             EXPECT_FALSE(CanPress("btnApply")) << edit << text;
             EXPECT_FALSE(Find<QLineEdit>(edit).toolTip().isEmpty()) << edit << text;
