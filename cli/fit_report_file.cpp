@@ -14,7 +14,6 @@ namespace lumoplot {
 namespace {
 
 constexpr QSize kPictureSize(800, 500);
-constexpr double kPictureScale = 2;
 
 // The points with the curve, as the address of a picture.
 std::string PictureOf(const TCurFit& fit, const TDataOptions& data) {
@@ -27,7 +26,7 @@ std::string PictureOf(const TCurFit& fit, const TDataOptions& data) {
     chosen.CurveFit().SetStatus(TFitStatus::Function);
     const QTemporaryDir folder;
     const std::string file = folder.filePath(QStringLiteral("fit.png")).toStdString();
-    SaveGraphPicture(document->Graph(), file, kPictureSize, kPictureScale);
+    SaveGraphPicture(document->Graph(), file, kPictureSize);
     const TBytes bytes = ReadWholeFile(file);
     const QByteArray encoded =
         QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()))

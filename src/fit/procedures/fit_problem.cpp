@@ -54,9 +54,10 @@ TVector SumOf(const std::vector<TVector>& parts) {
     return sum;
 }
 
-TRowQr Joined(const std::vector<TRowQr>& parts) {
+/// Adds what no values of the parameters can fit, beyond that of each part alone, to `rest`.
+TRowQr Joined(const std::vector<TRowQr>& parts, double& rest) {
     TRowQr qr = parts.front();
-    for (std::size_t i = 1; i < parts.size(); ++i) qr.Add(parts[i]);
+    for (std::size_t i = 1; i < parts.size(); ++i) rest += qr.Add(parts[i]);
     return qr;
 }
 
@@ -191,9 +192,9 @@ double TFitProblem::SolveLinear(std::span<const double> at) {
         parts[chunk.Part].AddRows(chunk.Columns, chunk.Residuals);
         rests[chunk.Part] += std::isfinite(sum) ? Dot(chunk.Residuals, chunk.Residuals) : kInfinity;
     });
-    const double rest = SumOf(rests);
+    double rest = SumOf(rests);
     if (!std::isfinite(rest)) return kInfinity;
-    const TRowQr qr = Joined(parts);
+    const TRowQr qr = Joined(parts, rest);
     const TSmallSolution solution = SolvedWithin(qr);
     m_linear = solution.X;
     for (std::size_t j = 0; j < m_linear.size(); ++j) {
@@ -244,7 +245,8 @@ bool TFitProblem::Linearise(std::span<const double> at, TLinearModel& model) {
     model.At.assign(at.begin(), at.end());
     model.Value = SumOf(sums);
     model.OldJacobianTimesResiduals = SumOf(products);
-    const TRowQr qr = Joined(parts);
+    double rest = 0; // the residuals themselves say it here
+    const TRowQr qr = Joined(parts, rest);
     if (!isFirst) LearnOld(m_triangle, model);
     Reduce(qr, model);
     bool isFinite = std::isfinite(model.Value) && std::isfinite(Norm(model.Gradient));

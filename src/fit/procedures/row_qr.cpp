@@ -20,7 +20,7 @@ struct TReflection {
 
 } // namespace
 
-void TRowQr::Add(const TRowQr& other) {
+double TRowQr::Add(const TRowQr& other) {
     std::vector<double> columns;
     for (int j = 0; j < m_triangle.Size(); ++j) {
         const auto column = other.m_triangle.Column(j);
@@ -28,6 +28,7 @@ void TRowQr::Add(const TRowQr& other) {
     }
     TVector right = other.m_projected;
     AddRows(columns, right);
+    return Dot(right, right);
 }
 
 void TRowQr::AddRows(std::span<double> columns, std::span<double> right) {

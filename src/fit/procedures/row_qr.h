@@ -15,8 +15,9 @@ public:
     /// Adds rows. `columns` holds each column's rows one behind the other; both are overwritten.
     void AddRows(std::span<double> columns, std::span<double> right);
 
-    /// Adds the rows of another, by their triangle.
-    void Add(const TRowQr& other);
+    /// Adds the rows of another, by their triangle. Returns the square of what then is left of its right
+    /// side, as AddRows leaves it there.
+    double Add(const TRowQr& other);
 
     const TMatrix& Triangle() const { return m_triangle; }
     const TVector& Projected() const { return m_projected; }
