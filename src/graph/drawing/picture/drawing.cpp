@@ -2,6 +2,7 @@
 
 #include "graph/drawing/picture/axis_painter.h"
 #include "graph/drawing/picture/background_picture.h"
+#include "graph/drawing/picture/crowd.h"
 #include "graph/drawing/picture/legend_painter.h"
 #include "graph/drawing/picture/mark_painter.h"
 #include "graph/drawing/picture/series_painter.h"
@@ -9,6 +10,7 @@
 #include "graph/model/axis.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/dimensions.h"
+#include "graph/model/legend.h"
 #include "graph/mouse/drawing_hook.h"
 #include "support/progress.h"
 
@@ -51,11 +53,12 @@ public:
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
         if (!layout.HasPlot()) return std::nullopt;
-        DrawPlot(layout);
+        const TLegendLayout legend = LegendFor(layout);
+        DrawPlot(layout, legend.Box);
         DrawAxes(m_canvas, m_graph, layout);
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
-        DrawLegend(m_canvas, m_graph, m_rectangle, layout.Plot());
+        DrawLegend(m_canvas, m_graph, legend, layout.Plot());
         return PlotMapOf(layout);
     }
 
@@ -106,7 +109,14 @@ private:
         });
     }
 
-    void DrawPlot(const TGraphLayout& layout) const {
+    TLegendLayout LegendFor(const TGraphLayout& layout) const {
+        const TLegend& legend = *m_graph.Legend();
+        if (!legend.visible()) return {};
+        if (!legend.AutoPlace()) return LayOutLegend(m_graph, m_rectangle);
+        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NotePlace(layout.Plot()));
+    }
+
+    void DrawPlot(const TGraphLayout& layout, const QRectF& legend) const {
         const double half = 0.5 / m_canvas.PixelsPerUnit();
         const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
         const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
@@ -117,23 +127,37 @@ private:
             if (m_steps.Next()) DrawSeries(m_canvas, *series, layout, visible);
         DrawMarks(m_canvas, m_graph, layout);
         DrawCrossAtZero(m_canvas, m_graph, layout);
-        TellLostPoints(plot);
+        TellLostPoints(layout.Plot());
+        std::vector<QRectF> taken = layout.AxisPlacesInPlot();
+        taken.push_back(legend);
+        taken.push_back(NotePlace(layout.Plot()));
+        DrawCaptions(m_canvas, m_graph, layout, taken);
     }
 
     // A logarithmic axis has no place for some points; the picture says so, away from labels inside the plot.
-    void TellLostPoints(const QRectF& plot) const {
+    QString LostPoints() const {
         std::int64_t lost = 0;
         for (const auto& series : m_graph.Series()) lost += series->LogErrors();
-        if (lost == 0) return;
+        if (lost == 0) return {};
+        return lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
+                         : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
+    }
+
+    QRectF NotePlace(const QRectF& plot) const {
+        const QString text = LostPoints();
+        if (text.isEmpty()) return {};
         const TTextStyle style(m_appearance.LabelFont());
-        const QString text = lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
-                                       : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
-        const double gap = style.Em() / 2;
         const double width = style.Width(text);
-        const QRectF place(plot.center().x() - width / 2, plot.bottom() - gap - style.Height(), width,
-                           style.Height());
+        return {plot.center().x() - width / 2, plot.bottom() - style.Em() / 2 - style.Height(), width,
+                style.Height()};
+    }
+
+    void TellLostPoints(const QRectF& plot) const {
+        const QRectF place = NotePlace(plot);
+        if (place.isNull()) return;
+        const TTextStyle style(m_appearance.LabelFont());
         DrawBehindText(m_canvas, place, m_appearance.BackgroundColor());
-        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, text);
+        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, LostPoints());
     }
 
     TSeriesSteps& m_steps;
