@@ -29,9 +29,10 @@ double CrossingPlace(const TAxis& axis, const TScaleMap& crossing) {
     return crossing.Position(crossing.Min()) + fraction * span;
 }
 
-QRectF LettersIn(const QRectF& line) {
+// What a line of text fills of its place: digits leave its upper and lower part free, exponents do not.
+QRectF LettersIn(const QRectF& line, bool hasExponent) {
     const double bare = kBareHeight * line.height();
-    return line.adjusted(0, bare, 0, -bare);
+    return line.adjusted(0, hasExponent ? 0 : bare, 0, -bare);
 }
 
 bool IsDefaultName(const QString& name) {
@@ -272,7 +273,7 @@ void TAxisLayout::KeepLabelsOffTexts(std::vector<QRectF>& texts, const TAxisFont
     if (!m_showsLabels) return;
     for (TTick& tick : m_ticks) {
         if (tick.Label.IsEmpty()) continue;
-        const QRectF letters = LettersIn(LabelPlace(tick, fonts));
+        const QRectF letters = LettersIn(LabelPlace(tick, fonts), !tick.Label.Exponent.isEmpty());
         if (std::ranges::any_of(texts, [&](const QRectF& text) { return text.intersects(letters); }))
             tick.Label = {};
         else
@@ -282,7 +283,7 @@ void TAxisLayout::KeepLabelsOffTexts(std::vector<QRectF>& texts, const TAxisFont
 
 void TAxisLayout::AddOtherTexts(std::vector<QRectF>& texts, const TAxisFonts& fonts) const {
     if (!m_showsLabels) return;
-    if (!m_common.isEmpty()) texts.push_back(LettersIn(m_commonPlace));
+    if (!m_common.isEmpty()) texts.push_back(LettersIn(m_commonPlace, m_common.contains(u'^')));
     if (m_title.isEmpty()) return;
     QRectF title = m_titlePlace;
     const double length = fonts.Titles.Width(m_title);

@@ -51,7 +51,19 @@ public:
         }
     }
 
+    /// Those beside the mark, then those all over the plot.
     std::vector<TCaptionPlace> PlacesFor(QSizeF size) const {
+        std::vector<TCaptionPlace> places = PlacesBeside(size);
+        for (double y = m_plot.top(); y + size.height() < m_plot.bottom(); y += size.height())
+            for (double x = m_plot.left(); x + size.width() < m_plot.right(); x += size.width() / 2)
+                places.push_back({{x, y}, true});
+        return places;
+    }
+
+    std::vector<QLineF> Lines; ///< none where the mark does not show
+
+private:
+    std::vector<TCaptionPlace> PlacesBeside(QSizeF size) const {
         switch (m_mark.TypeOfMark) {
         case TMarkType::VerticalLine: return BesideVertical(size);
         case TMarkType::HorizontalLine: return BesideHorizontal(size);
@@ -61,9 +73,6 @@ public:
         return BesideLine(size);
     }
 
-    std::vector<QLineF> Lines; ///< none where the mark does not show
-
-private:
     QPointF Middle() const { return (Lines[0].p1() + Lines[0].p2()) / 2; }
 
     void AddCross(QPointF at) {
