@@ -35,11 +35,11 @@ std::string Unescaped(std::string text) {
 }
 
 void SetColumns(TTextOptions& options, const std::string& columns) {
-    const std::size_t comma = columns.find(',');
-    if (comma == std::string::npos || columns.find(',', comma + 1) != std::string::npos)
-        throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
-    options.xColumn = columns.substr(0, comma);
-    options.yColumn = columns.substr(comma + 1);
+    const std::vector<std::string> parts = CLI::detail::split(columns, ',');
+    if (parts.size() < 2) throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
+    options.xColumn = parts[0];
+    options.yColumn = parts[1];
+    options.moreYColumns.assign(parts.begin() + 2, parts.end());
 }
 
 TDSInfo SourceInfo(const TTextOptions& options) {
@@ -141,7 +141,23 @@ void AddDataOptions(CLI::App& command, TDataOptions& options) {
     AddTextOptions(command, options.text);
 }
 
+void AddDataSet(TxyGraph& graph, const TDataOptions& options) {
+    Loading(options.file, [&] {
+        const TFileKind kind = KindOfFile(options.file);
+        if (kind == TFileKind::Graph || kind == TFileKind::Function)
+            throw EFileError(options.file + " is no file with one data set");
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
+        if (kind == TFileKind::Text) {
+            ReportSkippedRows(options, LoadTextData(series, options.file, options.text));
+            ApplyDefaultStyle(series);
+        } else {
+            LoadSeriesFromFile(series, options.file);
+        }
+    });
+}
+
 TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {
+    if (!options.moreYColumns.empty()) throw EUsage("--columns: only render takes more than X,Y");
     series.DataSourceInfo() = SourceInfo(options);
     series.SetDuplicatesAllowed(!options.merge);
     TTextLoadOptions load;
