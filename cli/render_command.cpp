@@ -9,6 +9,7 @@
 
 #include <QFileInfo>
 #include <memory>
+#include <utility>
 
 namespace lumoplot {
 namespace {

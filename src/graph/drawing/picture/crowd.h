@@ -7,6 +7,8 @@
 
 namespace lumoplot {
 
+class TSeries;
+
 class TCrowd {
 public:
     /// Of the data sets that are drawn. Of large ones a part of the points stands for all.
