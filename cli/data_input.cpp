@@ -35,7 +35,12 @@ std::string Unescaped(std::string text) {
 }
 
 void SetColumns(TTextOptions& options, const std::string& columns) {
-    const std::vector<std::string> parts = CLI::detail::split(columns, ',');
+    std::vector<std::string> parts(1);
+    for (const char c : columns)
+        if (c == ',')
+            parts.emplace_back();
+        else
+            parts.back() += c;
     if (parts.size() < 2) throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
     options.xColumn = parts[0];
     options.yColumn = parts[1];

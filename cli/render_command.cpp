@@ -160,8 +160,7 @@ void AddRenderCommand(CLI::App& program) {
     AddNumber(command, "--dpi", render->dpi, "Resolution of a PNG (96; 300 with --width-mm)");
     command.add_option("--axis-range", render->ranges, "Range of an axis (x, y or y2); may be repeated")
         ->type_name("AXIS=MIN:MAX")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        ->allow_extra_args(false);
     command.add_flag("--transparent", render->transparent, "Leave the background out");
     command.footer(
         "A graph file is drawn whole; --set draws one data set of it alone. With --columns X,Y,Y2 each\n"

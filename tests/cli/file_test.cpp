@@ -262,7 +262,7 @@ TEST_F(Files, PicturesHaveTheirSizeAndShowTheData) {
 TEST_F(Files, PicturesForPrintHaveTheirWidthAndResolution) {
     const std::string data = WithText("a.csv", "x,y\n0,0\n1,1\n2,4\n");
     const std::vector<std::string> column = {"--width-mm", "85", "--dpi", "600", "--transparent"};
-    const auto render = [&](const std::string& out) {
+    const auto render = [&](const char* out) {
         std::vector<std::string> arguments{"render", data, NameOf(out)};
         arguments.insert(arguments.end(), column.begin(), column.end());
         return RunProgram(arguments).status;
