@@ -7,7 +7,6 @@
 #include "graph/model/legend.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <span>
 
@@ -169,6 +168,28 @@ double CostOf(const QRectF& box, const TGraphLayout& layout, const TCrowd& crowd
     return cost;
 }
 
+// The corner of the room that costs least; where each of them covers a text, any place.
+template <class TCost>
+QRectF BestPlace(const QRectF& room, QSizeF size, TCost costOf) {
+    const double right = room.right() - size.width();
+    const double bottom = room.bottom() - size.height();
+    QRectF best;
+    double least = HUGE_VAL;
+    const auto look = [&](double x, double y) {
+        const QRectF box(QPointF(x, y), size);
+        const double cost = costOf(box);
+        if (cost >= least) return;
+        least = cost;
+        best = box;
+    };
+    for (const double y : {room.top(), bottom})
+        for (const double x : {right, room.left()}) look(x, y);
+    if (least < kOnText) return best;
+    for (double y = room.top(); y < bottom; y += kCornerGap)
+        for (double x = room.left(); x < right; x += kCornerGap) look(x, y);
+    return best;
+}
+
 } // namespace
 
 TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& layout, const TCrowd& crowd,
@@ -181,17 +202,8 @@ TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& la
                      {std::max(room.width() / 2 - margins.width(), 0.0), room.height() - margins.height()});
     AddEntries(flow, graph);
     flow.Arrange();
-    QRectF box(QPointF(), flow.Used + margins);
-    const auto moved = [&](double x, double y) {
-        box.moveTo(x, y);
-        return box;
-    };
-    const double right = room.right() - box.width();
-    const double bottom = room.bottom() - box.height();
-    const std::array corners = {moved(right, room.top()), moved(room.left(), room.top()),
-                                moved(right, bottom), moved(room.left(), bottom)};
-    const QRectF best = *std::ranges::min_element(
-        corners, {}, [&](const QRectF& corner) { return CostOf(corner, layout, crowd, taken); });
+    const QRectF best = BestPlace(room, flow.Used + margins,
+                                  [&](const QRectF& box) { return CostOf(box, layout, crowd, taken); });
     return InBox(std::move(flow.Layout), legend, best, flow.Used);
 }
 
