@@ -23,5 +23,8 @@ struct TPictureOptions {
 /// cancelled the progress (MakeProgress), which gives false.
 XYGRAPH_EXPORT bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
                                      const TPictureOptions& options = {});
+inline bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size, double pixelsPerUnit) {
+    return SaveGraphPicture(graph, fileName, size, TPictureOptions{.PixelsPerUnit = pixelsPerUnit});
+}
 
 } // namespace lumoplot
