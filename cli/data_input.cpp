@@ -34,14 +34,15 @@ std::string Unescaped(std::string text) {
     return text;
 }
 
-void SetColumns(TTextOptions& options, const std::string& columns) {
+void SetColumns(TTextOptions& options, const std::string& columns, TYColumns yColumns) {
     std::vector<std::string> parts(1);
     for (const char c : columns)
         if (c == ',')
             parts.emplace_back();
         else
             parts.back() += c;
-    if (parts.size() < 2) throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
+    if (parts.size() < 2 || (parts.size() > 2 && yColumns == TYColumns::One))
+        throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
     options.xColumn = parts[0];
     options.yColumn = parts[1];
     options.moreYColumns.assign(parts.begin() + 2, parts.end());
@@ -115,13 +116,15 @@ void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& optio
 
 } // namespace
 
-void AddTextOptions(CLI::App& command, TTextOptions& options) {
+void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns) {
     const std::string group = "Reading of text files (found from the text where not given)";
     command.add_option("--separators", options.separators, "Characters that end a cell, \\t for a tab")
         ->type_name("CHARS")
         ->group(group);
     AddCount(command, "--header-rows", options.headerRows, 0, "Rows in front of the data")->group(group);
-    const auto setColumns = [&options](const std::string& columns) { SetColumns(options, columns); };
+    const auto setColumns = [&options, yColumns](const std::string& columns) {
+        SetColumns(options, columns, yColumns);
+    };
     command
         .add_option_function<std::string>("--columns", setColumns,
                                           "Columns by number from 1 or by header name")
@@ -162,7 +165,6 @@ void AddDataSet(TxyGraph& graph, const TDataOptions& options) {
 }
 
 TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {
-    if (!options.moreYColumns.empty()) throw EUsage("--columns: only render takes more than X,Y");
     series.DataSourceInfo() = SourceInfo(options);
     series.SetDuplicatesAllowed(!options.merge);
     TTextLoadOptions load;

@@ -27,7 +27,9 @@ struct TTextOptions {
     bool explain = false; ///< one line on standard error tells how the file is read
     bool merge = false;   ///< rows with equal X become one point
 };
-void AddTextOptions(CLI::App& command, TTextOptions& options);
+/// Whether --columns may name several Y columns, each for a data set of its own.
+enum class TYColumns { One, Several };
+void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns = TYColumns::One);
 
 /// The arguments that name a data set.
 struct TDataOptions {

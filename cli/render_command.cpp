@@ -61,12 +61,13 @@ struct TRenderCommand {
 
     void Run() {
         const std::string out = PictureName();
+        const QSize layout = LayoutSize();
         const TPictureOptions options = Options();
         const auto document = Load();
         TxyGraph& graph = document->Graph();
         if (data.set) ShowOnly(graph);
         for (const std::string& range : ranges) SetRange(graph, range);
-        SaveGraphPicture(graph, out, LayoutSize(), options);
+        SaveGraphPicture(graph, out, layout, options);
     }
 
 private:
@@ -149,7 +150,7 @@ void AddRenderCommand(CLI::App& program) {
                     "DATA (.ltp, .lds or text), more data sets, and OUT (.png, .svg, .pdf)")
         ->required();
     AddCount(command, "--set", render->data.set, 1, "Data set of a graph file (all)");
-    AddTextOptions(command, render->data.text);
+    AddTextOptions(command, render->data.text, TYColumns::Several);
     command
         .add_option(
             "--size", render->size,
