@@ -90,7 +90,7 @@ void Export(benchmark::State& state) {
     const double scale = static_cast<double>(state.range(0)) / 96;
     const QTemporaryDir folder;
     const std::string file = folder.filePath(QStringLiteral("picture.png")).toStdString();
-    for (auto _ : state) SaveGraphPicture(graph, file, kFrameSize, scale);
+    for (auto _ : state) SaveGraphPicture(graph, file, kFrameSize, {.PixelsPerUnit = scale});
 }
 
 // What each movement of the mouse costs: the point nearest to it, with so many points in a pixel.

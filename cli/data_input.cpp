@@ -36,12 +36,18 @@ std::string Unescaped(std::string text) {
     return text;
 }
 
-void SetColumns(TTextOptions& options, const std::string& columns) {
-    const std::size_t comma = columns.find(',');
-    if (comma == std::string::npos || columns.find(',', comma + 1) != std::string::npos)
+void SetColumns(TTextOptions& options, const std::string& columns, TYColumns yColumns) {
+    std::vector<std::string> parts(1);
+    for (const char c : columns)
+        if (c == ',')
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    if (parts.size() < 2 || (parts.size() > 2 && yColumns == TYColumns::One))
         throw EUsage("--columns: '" + columns + "' is not of the form X,Y");
-    options.xColumn = columns.substr(0, comma);
-    options.yColumn = columns.substr(comma + 1);
+    options.xColumn = parts[0];
+    options.yColumn = parts[1];
+    options.moreYColumns.assign(parts.begin() + 2, parts.end());
 }
 
 TDSInfo SourceInfo(const TTextOptions& options) {
@@ -112,13 +118,15 @@ void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& optio
 
 } // namespace
 
-void AddTextOptions(CLI::App& command, TTextOptions& options) {
+void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns) {
     const std::string group = "Reading of text files (found from the text where not given)";
     command.add_option("--separators", options.separators, "Characters that end a cell, \\t for a tab")
         ->type_name("CHARS")
         ->group(group);
     AddCount(command, "--header-rows", options.headerRows, 0, "Rows in front of the data")->group(group);
-    const auto setColumns = [&options](const std::string& columns) { SetColumns(options, columns); };
+    const auto setColumns = [&options, yColumns](const std::string& columns) {
+        SetColumns(options, columns, yColumns);
+    };
     command
         .add_option_function<std::string>("--columns", setColumns,
                                           "Columns by number from 1 or by header name")
@@ -141,6 +149,21 @@ void AddDataOptions(CLI::App& command, TDataOptions& options) {
     command.add_option("DATA", options.file, "Data set (.lds), graph (.ltp) or text file")->required();
     AddCount(command, "--set", options.set, 1, "Data set of a graph file (the current one)");
     AddTextOptions(command, options.text);
+}
+
+void AddDataSet(TxyGraph& graph, const TDataOptions& options) {
+    Loading(options.file, [&] {
+        const TFileKind kind = KindOfFile(options.file);
+        if (kind == TFileKind::Graph || kind == TFileKind::Function)
+            throw EFileError(options.file + " is no file with one data set");
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
+        if (kind == TFileKind::Text) {
+            ReportSkippedRows(options, LoadTextData(series, options.file, options.text));
+            ApplyDefaultStyle(series);
+        } else {
+            LoadSeriesFromFile(series, options.file);
+        }
+    });
 }
 
 TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {

@@ -19,14 +19,17 @@ namespace lumoplot {
 struct TTextOptions {
     std::string separators;
     std::optional<int> headerRows;
-    std::string xColumn; ///< a number from 1, 0 for the row number, or a header name
-    std::string yColumn; ///< a number from 1, or a header name
+    std::string xColumn;                   ///< a number from 1, 0 for the row number, or a header name
+    std::string yColumn;                   ///< a number from 1, or a header name
+    std::vector<std::string> moreYColumns; ///< of further data sets with the same X, where there may be some
     std::optional<int> every;
     std::string readAs;   ///< "other", or parts of a description; empty: as it is found
     bool explain = false; ///< one line on standard error tells how the file is read
     bool merge = false;   ///< rows with equal X become one point
 };
-void AddTextOptions(CLI::App& command, TTextOptions& options);
+/// Whether --columns may name several Y columns, each for a data set of its own.
+enum class TYColumns { One, Several };
+void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns = TYColumns::One);
 
 /// The arguments that name a data set.
 struct TDataOptions {
@@ -53,6 +56,8 @@ private:
 /// The graph in a graph file, or one with the data set of any other DATA as its only one; the axes then have
 /// the names of a text file's columns.
 std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options);
+/// Adds the data set of a DATA that is no graph to a graph that was loaded.
+void AddDataSet(TxyGraph& graph, const TDataOptions& options);
 /// The data set that the options choose in a graph that was loaded by them.
 TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options);
 

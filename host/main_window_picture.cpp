@@ -29,7 +29,7 @@ void TMainWindow::OnExportPicture() {
     const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
     if (fileName.isEmpty()) return;
     const double scale = dialog.Resolution() / kUnitsInInch;
-    if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), scale)) return;
+    if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), {.PixelsPerUnit = scale})) return;
     m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
 }
 

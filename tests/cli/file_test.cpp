@@ -259,5 +259,45 @@ TEST_F(Files, PicturesHaveTheirSizeAndShowTheData) {
     EXPECT_TRUE(ContentOf(NameOf("a.pdf")).starts_with("%PDF"));
 }
 
+TEST_F(Files, PicturesForPrintHaveTheirWidthAndResolution) {
+    const std::string data = WithText("a.csv", "x,y\n0,0\n1,1\n2,4\n");
+    const std::vector<std::string> column = {"--width-mm", "85", "--dpi", "600", "--transparent"};
+    const auto render = [&](const char* out) {
+        std::vector<std::string> arguments{"render", data, NameOf(out)};
+        arguments.insert(arguments.end(), column.begin(), column.end());
+        return RunProgram(arguments).status;
+    };
+    ASSERT_EQ(render("a.png"), 0);
+    const QImage picture(QString::fromStdString(NameOf("a.png")));
+    EXPECT_EQ(picture.size(), QSize(2008, 1506)); // 85 mm and three quarters of it
+    EXPECT_NEAR(picture.dotsPerMeterX(), 600 / 0.0254, 1);
+    EXPECT_EQ(qAlpha(picture.pixel(3, 3)), 0);
+    EXPECT_EQ(qAlpha(picture.pixel(1300, 300)), 0); // inside the plot
+    ASSERT_EQ(render("a.svg"), 0);
+    const std::string svg = ContentOf(NameOf("a.svg"));
+    EXPECT_NE(svg.find("width=\"85"), std::string::npos) << svg.substr(0, 300);
+    EXPECT_NE(svg.find("viewBox=\"0 0 480 360\""), std::string::npos);
+}
+
+TEST_F(Files, OnePictureShowsSeveralFilesAndColumns) {
+    const std::string one = WithText("one.csv", "x,low,high\n0,0,5\n1,1,7\n2,4,9\n");
+    const std::string two = WithText("two.csv", "x,low,high\n0,1,6\n1,2,8\n2,5,9\n");
+    const auto texts = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "render");
+        arguments.push_back(NameOf("all.svg"));
+        EXPECT_EQ(RunProgram(arguments).status, 0);
+        return ContentOf(NameOf("all.svg"));
+    };
+    const std::string columns = texts({one, "--columns", "1,2,3"});
+    for (const char* name : {">low<", ">high<"}) EXPECT_NE(columns.find(name), std::string::npos) << name;
+    const std::string files = texts({one, two, "--columns", "1,3"});
+    for (const char* name : {">one<", ">two<"}) EXPECT_NE(files.find(name), std::string::npos) << name;
+    const std::string both = texts({one, two, "--columns", "1,2,3", "--axis-range", "y=-100:200"});
+    for (const char* name : {">one: low<", ">two: high<", ">200<"})
+        EXPECT_NE(both.find(name), std::string::npos) << name;
+    for (const char* range : {"z=0:1", "x=1", "x=2:1", "y=a:b"})
+        EXPECT_EQ(RunProgram({"render", one, NameOf("no.png"), "--axis-range", range}).status, 2) << range;
+}
+
 } // namespace
 } // namespace lumoplot

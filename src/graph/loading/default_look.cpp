@@ -41,8 +41,7 @@ void ApplyDefaultLook(TxyGraph& graph) {
     legend.Setfont(Font(13));
     legend.SetLayout(TLegend::lsDown);
     legend.SetborderStyle(TLegend::bsSingle);
-    legend.Setleft(dimensions.LeftMargin() + 12);
-    legend.Settop(dimensions.TopMargin() + 12);
+    legend.SetAutoPlace(true);
     legend.Setwidth(0);
     legend.Setheight(0);
 }

@@ -30,6 +30,10 @@ public:
     bool PlotOffGraph() const { return m_plotOffGraph; }
     bool ShowMarks() const { return m_showMarks; }
     bool ShowTicks() const { return m_showTicks; }
+    /// A line round the plot, on the sides without an axis, too.
+    bool ShowFrame() const { return m_showFrame; }
+    /// Ticks point into the plot, away from the labels.
+    bool TicksInside() const { return m_ticksInside; }
     const std::string& GraphTitle() const { return m_graphTitle; }
     int MinSteps() const { return m_minSteps; }
     int MaxSteps() const { return m_maxSteps; }
@@ -77,6 +81,8 @@ public:
     void SetPlotOffGraph(bool value) { Store(m_plotOffGraph, value); }
     void SetShowMarks(bool value) { Store(m_showMarks, value); }
     void SetShowTicks(bool value) { Store(m_showTicks, value); }
+    void SetShowFrame(bool value) { Store(m_showFrame, value); }
+    void SetTicksInside(bool value) { Store(m_ticksInside, value); }
     /// The holder's ID follows as the title + " DATA" unless it was given another text.
     void SetGraphTitle(const std::string& value);
     /// Accepted when it is above 0 and below MaxSteps / 2.5.
@@ -123,6 +129,8 @@ private:
     bool m_plotOffGraph{};
     bool m_showMarks{};
     bool m_showTicks{};
+    bool m_showFrame{};
+    bool m_ticksInside{};
     std::string m_graphTitle;
     int m_minSteps{};
     int m_maxSteps{};

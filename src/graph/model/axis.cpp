@@ -64,6 +64,10 @@ void TAxis::SetAutoStepping(bool value) {
     if (Store(m_autoStepping, value)) Graph().NeedRescale();
 }
 
+void TAxis::SetTightRange(bool value) {
+    if (Store(m_tightRange, value)) Graph().NeedRescale();
+}
+
 void TAxis::SetDataExtent(double min, double max) {
     m_dataMin = min;
     m_dataMax = max;
@@ -88,8 +92,9 @@ void TAxis::ApplyAutoRange() {
     const TAppearance& appearance = *Graph().Appearance();
     const TAxisRange range = AutoRange(
         m_dataMin, m_dataMax, {appearance.MinSteps(), appearance.MaxSteps(), m_autoStepping, m_stepSize});
-    m_min = range.min;
-    m_max = range.max;
+    const bool isTight = m_tightRange && m_dataMin < m_dataMax;
+    m_min = isTight ? m_dataMin : range.min;
+    m_max = isTight ? m_dataMax : range.max;
     m_stepSize = range.step;
     ApplyMinScaleLength();
 }

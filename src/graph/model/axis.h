@@ -58,6 +58,8 @@ public:
     bool Gridlines() const { return m_gridlines; }
     bool AutoSizing() const { return m_autoSizing; }
     bool AutoStepping() const { return m_autoStepping; }
+    /// The automatic range ends at the data and not at the ticks around them. Linear axes only.
+    bool TightRange() const { return m_tightRange; }
 
     void SetTitle(const std::string& value) { Store(m_title, value); }
     void SetLabelDecimals(int value) { Store(m_labelDecimals, value); }
@@ -86,6 +88,7 @@ public:
     void SetGridlines(bool value) { Store(m_gridlines, value); }
     void SetAutoSizing(bool value);
     void SetAutoStepping(bool value);
+    void SetTightRange(bool value);
 
     void ResetToDefaults();
 
@@ -133,6 +136,7 @@ private:
     bool m_gridlines{};
     bool m_autoSizing{};
     bool m_autoStepping{};
+    bool m_tightRange{};
     double m_dataMin = 0;
     double m_dataMax = -1;
 };

@@ -19,6 +19,8 @@ public:
     TColor color() const { return m_color; }
     TBorderStyle borderStyle() const { return m_borderStyle; }
     TLegendStyle Layout() const { return m_layout; }
+    /// The legend stands in the corner of the plot where it covers the fewest points, not at its place.
+    bool AutoPlace() const { return m_autoPlace; }
     int top() const { return m_top; }
     int left() const { return m_left; }
     int width() const { return m_width; }
@@ -33,6 +35,7 @@ public:
     void Setcolor(TColor value) { Store(m_color, value); }
     void SetborderStyle(TBorderStyle value) { StoreEnum(m_borderStyle, value, bsSingle); }
     void SetLayout(TLegendStyle value) { StoreEnum(m_layout, value, lsDown); }
+    void SetAutoPlace(bool value) { Store(m_autoPlace, value); }
     void Settop(int value) { Store(m_top, value); }
     void Setleft(int value) { Store(m_left, value); }
     void Setwidth(int value) { Store(m_width, value); }
@@ -48,6 +51,7 @@ private:
     friend XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
 
     bool m_visible{};
+    bool m_autoPlace{};
     TColor m_color{};
     TBorderStyle m_borderStyle{};
     TLegendStyle m_layout{};

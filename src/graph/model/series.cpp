@@ -138,15 +138,15 @@ bool TSeries::HoldsSomeRows() const {
 }
 
 bool TSeries::ShowsFigures() const {
-    return RegressionType() != 0 || m_boundsType >= TBoundsType::OneSD;
+    return RegressionType() != TRegressionType::None || m_boundsType >= TBoundsType::OneSD;
 }
 
 bool TSeries::ShowsResults() const {
-    return ShowsFigures() || CurveFit().Status() > TCurFit::kFunction;
+    return ShowsFigures() || CurveFit().Status() > TFitStatus::Function;
 }
 
 bool TSeries::WaitsForEveryRow() const {
-    const bool isFitPending = CurveFit().IsStale() && CurveFit().Status() > TCurFit::kFunction;
+    const bool isFitPending = CurveFit().IsStale() && CurveFit().Status() > TFitStatus::Function;
     return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || isFitPending) &&
            m_everyRowTried != m_dataStamp;
 }

@@ -171,6 +171,8 @@ std::span<const TSectionRow<TAppearance>> AppearanceRows() {
         Setting<A, &A::m_stretchBkgd, &A::StretchBkgd, &A::SetStretchBkgd, false>(39, "stretchBkgd"),
         Setting<A, &A::m_dataDirectory, &A::DataDirectory, &A::SetDataDirectory, kNoText>(
             40, "dataDirectory", nullptr, TRowOf::SectionsWithPoints),
+        Setting<A, &A::m_showFrame, &A::ShowFrame, &A::SetShowFrame, false>(60, "FrameIsShown"),
+        Setting<A, &A::m_ticksInside, &A::TicksInside, &A::SetTicksInside, false>(61, "TicksInside"),
     };
     return kRows;
 }
@@ -237,6 +239,7 @@ std::span<const TSectionRow<TAxis>> AxisRows() {
         Setting<X, &X::m_enableAutoTitle, &X::EnableAutoTitle, &X::SetEnableAutoTitle, &IsFirst>(
             20, "EnableAutoTitle"),
         Setting<X, &X::m_labelFormat, &X::LabelFormat, &X::SetLabelFormat, X::lfAuto>(21, "LabelFormat"),
+        Setting<X, &X::m_tightRange, &X::TightRange, &X::SetTightRange, false>(60, "TightRange"),
         Setting<X, &X::m_autoSizing, &X::AutoSizing, &X::SetAutoSizing, &IsFirst>(18, "AllowAutoSize"),
         Setting<X, &X::m_autoStepping, &X::AutoStepping, &X::SetAutoStepping, &IsFirst>(19,
                                                                                         "AllowTickRescale"),
@@ -262,6 +265,7 @@ std::span<const TSectionRow<TLegend>> LegendRows() {
         Setting<L, &L::m_symbolSpace, &L::SymbolSpace, &L::SetSymbolSpace, 20>(10, "SpaceForSymbols"),
         Setting<L, &L::m_xMargin, &L::XMargin, &L::SetXMargin, 10>(11, "XMargin"),
         Setting<L, &L::m_yMargin, &L::YMargin, &L::SetYMargin, 5>(12, "YMargin"),
+        Setting<L, &L::m_autoPlace, &L::AutoPlace, &L::SetAutoPlace, false>(60, "AutomaticPlace"),
     };
     return kRows;
 }

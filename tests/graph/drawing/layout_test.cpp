@@ -28,6 +28,9 @@ public:
         font.Size = Pick(3) == 0 ? 14 : 9;
         Graph.Appearance()->SetLabelFont(font);
         if (Pick(2) == 0) Graph.Appearance()->SetGraphTitle("A title of the graph x_{max}");
+        Graph.Appearance()->SetTicksInside(Pick(3) == 0);
+        if (Pick(2) == 0) AddLegend();
+        if (Pick(2) == 0) AddMarks();
     }
 
     TxyGraph Graph;
@@ -35,6 +38,28 @@ public:
 private:
     int Pick(int count) { return std::uniform_int_distribution<>(0, count - 1)(m_random); }
     double Between(double low, double high) { return std::uniform_real_distribution<>(low, high)(m_random); }
+
+    void AddLegend() {
+        Graph.Legend()->Setvisible(true);
+        Graph.Legend()->SetAutoPlace(true);
+        Graph.Legend()->SetLayout(Pick(2) == 0 ? TLegend::lsDown : TLegend::lsAcross);
+        for (const auto& series : Graph.Series()) {
+            series->SetShowInLegend(true);
+            series->SetSeriesName(Pick(2) == 0 ? "a data set" : "one with a much longer name");
+        }
+    }
+
+    void AddMarks() {
+        Graph.Appearance()->SetShowMarks(true);
+        Graph.PrepareForDrawing();
+        const TAxis& x = *Graph.XAxis();
+        const TAxis& y = *Graph.YAxis();
+        for (int k = Pick(6); k >= 0; --k) {
+            const auto on = [&](const TAxis& axis) { return Between(axis.Min(), axis.Max()); };
+            Graph.AddMark(
+                {0, on(x), on(y), on(x), on(y), kRed, "a caption", static_cast<TMarkType>(Pick(4))});
+        }
+    }
 
     void AddData() {
         TSeries& series = *Graph.FindSeries(Graph.AddSeries());
@@ -49,7 +74,13 @@ private:
         axis.SetLogScale(Pick(4) == 0);
         axis.SetShowAsTime(Pick(5) == 0);
         axis.SetReversed(Pick(3) == 0);
-        if (Pick(4) == 0) axis.SetOffsetType(TAxis::ao_Maximum);
+        switch (Pick(6)) {
+        case 0: axis.SetOffsetType(TAxis::ao_Maximum); break;
+        case 1:
+            axis.SetOffsetType(TAxis::ao_percentage);
+            axis.SetOffset(Between(0, 100));
+            break;
+        }
     }
 
     std::mt19937 m_random;

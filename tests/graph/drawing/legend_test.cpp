@@ -1,3 +1,4 @@
+#include "graph/drawing/picture/crowd.h"
 #include "graph/drawing/picture/drawing.h"
 #include "graph/drawing/picture/graph_layout.h"
 #include "graph/drawing/picture/legend_painter.h"
@@ -97,6 +98,57 @@ TEST_F(Legends, WhatHasNoRoomIsCounted) {
             for (const TLegendEntry& entry : layout.Entries)
                 EXPECT_FALSE(entry.Text.intersects(layout.MorePlace));
         }
+}
+
+struct TCornerCase {
+    const char* Name;
+    std::vector<QPointF> Points; ///< in parts of the plot, from its lower left corner
+    QPointF Corner;              ///< where the legend goes
+};
+
+TEST_F(Legends, AutomaticPlaceIsTheCornerWithTheFewestPoints) {
+    const TCornerCase cases[] = {
+        {"rising", {{0, 0}, {0.5, 0.5}, {1, 1}}, {0, 1}},
+        {"falling", {{0, 1}, {0.5, 0.5}, {1, 0}}, {1, 1}},
+        {"arch", {{0, 0}, {0.02, 0.95}, {0.98, 0.95}, {1, 0.9}}, {1, 0}},
+        {"all but the lower left", {{0, 1}, {0.1, 0.9}, {1, 1}, {0.9, 0.9}, {1, 0}, {0.9, 0.06}}, {0, 0}}};
+    Graph.Legend()->SetAutoPlace(true);
+    Graph.Legend()->SetLayout(TLegend::lsDown);
+    for (TAxis* axis : {Graph.XAxis(), Graph.YAxis()}) {
+        axis->SetMin(0);
+        axis->SetMax(1);
+    }
+    for (const TCornerCase& c : cases) {
+        Graph.FreeAllSeries();
+        TSeries& series = *Graph.FindSeries(Graph.AddSeries());
+        series.SetSeriesName("of medium length");
+        series.SetShowInLegend(true);
+        series.SetDuplicatesAllowed(true);
+        for (const QPointF point : c.Points) series.AddPoint(point.x(), point.y());
+        const TGraphLayout layout = Layout();
+        const TLegendLayout legend = LayOutLegendInCorner(Graph, layout, TCrowd(Graph, layout), {});
+        const QRectF plot = layout.Plot();
+        EXPECT_TRUE(plot.contains(legend.Box)) << c.Name;
+        EXPECT_EQ(legend.Box.center().x() > plot.center().x(), c.Corner.x() > 0.5) << c.Name;
+        EXPECT_EQ(legend.Box.center().y() < plot.center().y(), c.Corner.y() > 0.5) << c.Name;
+    }
+}
+
+TEST_F(Legends, AutomaticPlaceIsAsWideAsTheTextsUpToHalfThePlot) {
+    Add(2, "s");
+    Graph.Legend()->SetAutoPlace(true);
+    Graph.Legend()->SetLayout(TLegend::lsDown);
+    const auto legend = [&] {
+        const TGraphLayout layout = Layout();
+        return std::pair(LayOutLegendInCorner(Graph, layout, TCrowd(Graph, layout), {}), layout.Plot());
+    };
+    EXPECT_LT(legend().first.Box.width(), 80);
+    Add(90, "a name");
+    const auto [many, plot] = legend();
+    EXPECT_LE(many.Box.width(), plot.width() / 2);
+    EXPECT_TRUE(plot.contains(many.Box));
+    EXPECT_EQ(many.More, QStringLiteral("… and %1 more").arg(92 - many.Entries.size()));
+    EXPECT_NE(many.Entries.front().Text.left(), many.Entries.back().Text.left());
 }
 
 } // namespace

@@ -28,7 +28,7 @@ protected:
         return m_folder.filePath(QString::fromLatin1(file)).toStdString();
     }
     QImage Saved(const char* file, double scale = 1) {
-        SaveGraphPicture(m_graph, NameOf(file), {300, 200}, scale);
+        SaveGraphPicture(m_graph, NameOf(file), {300, 200}, {.PixelsPerUnit = scale});
         return QImage(QString::fromStdString(NameOf(file)));
     }
 
@@ -112,7 +112,8 @@ TEST_F(TPictureFile, WhatCanNotBeSavedIsNamed) {
                            {NameOf("old.png"), {30000, 30000}, 1},
                            {NameOf("old.png"), {1000, 1000}, 1e9}};
     for (const TCase& c : cases) {
-        EXPECT_EQ(ThrownText<EFileError>([&] { SaveGraphPicture(m_graph, c.name, c.size, c.scale); }),
+        EXPECT_EQ(ThrownText<EFileError>(
+                      [&] { SaveGraphPicture(m_graph, c.name, c.size, {.PixelsPerUnit = c.scale}); }),
                   "Can not save to file " + c.name);
     }
     EXPECT_EQ(ReadWholeFile(NameOf("old.png")), old);

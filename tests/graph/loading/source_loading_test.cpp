@@ -133,7 +133,7 @@ TEST_F(SourceLoading, EveryRowOfANewSourceIsReadUnlessThereAreTooMany) {
 TEST_F(SourceLoading, ResultsComeFromEveryRowAndNothingElseReadsMore) {
     const auto fit = [](TSeries& series) {
         series.CurveFit().SetExpression("x");
-        series.CurveFit().SetStatus(TCurFit::kFinalResult);
+        series.CurveFit().SetStatus(TFitStatus::FinalResult);
     };
     const std::function<void(TSeries&)> cases[] = {
         [](TSeries& series) { series.SetRegressionType(1); },

@@ -12,8 +12,9 @@ namespace {
 
 constexpr double kLabelGapX = 0.7; // between neighbouring labels, in ems
 constexpr double kLabelGapY = 0.25;
-constexpr double kOffLine = 3;  // units between a label and a line that crosses its axis
-constexpr double kRaised = 0.3; // ems by which an exponent stands higher than the digits
+constexpr double kOffLine = 3;      // units between a label and a line that crosses its axis
+constexpr double kBareHeight = 0.2; // of a line of text, above and below its digits
+constexpr double kRaised = 0.3;     // ems by which an exponent stands higher than the digits
 
 double CrossingPlace(const TAxis& axis, const TScaleMap& crossing) {
     const double span = crossing.Position(crossing.Max()) - crossing.Position(crossing.Min());
@@ -26,6 +27,12 @@ double CrossingPlace(const TAxis& axis, const TScaleMap& crossing) {
     }
     fraction = std::isnan(fraction) ? 0 : std::clamp(fraction, 0.0, 1.0);
     return crossing.Position(crossing.Min()) + fraction * span;
+}
+
+// What a line of text fills of its place: digits leave its upper and lower part free, exponents do not.
+QRectF LettersIn(const QRectF& line, bool hasExponent) {
+    const double bare = kBareHeight * line.height();
+    return line.adjusted(0, hasExponent ? 0 : bare, 0, -bare);
 }
 
 bool IsDefaultName(const QString& name) {
@@ -78,6 +85,7 @@ TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& bounds, const QRectF& 
     const TDimensions& dimensions = *axis.Graph().Dimensions();
     ChooseSide(plot, crossing);
     m_tickLength = appearance.ShowTicks() ? dimensions.TickLength() : 0;
+    m_ticksInside = appearance.TicksInside();
     m_labelOffset = IsHorizontal() ? dimensions.XAxisLabelOffset() : dimensions.YAxisLabelOffset();
     m_showsLabels = axis.ShowAxis() && appearance.ShowGraphLabels();
     if (m_showsLabels) m_title = TitleOf(axis);
@@ -132,7 +140,7 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
     double place = m_map.Position(tick.Value);
     for (const double line : m_crossings)
         if (std::abs(line - place) < width / 2 + kOffLine) place = line - kOffLine - width / 2;
-    const double distance = m_tickLength + m_labelOffset;
+    const double distance = (m_ticksInside ? 0 : m_tickLength) + m_labelOffset;
     switch (m_side) {
     case TAxisSide::Below: return {place - width / 2, m_line + distance, width, height};
     case TAxisSide::Above: return {place - width / 2, m_line - distance - height, width, height};
@@ -145,6 +153,12 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
 bool TAxisLayout::IsInside(const QRectF& plot) const {
     return IsHorizontal() ? m_line > plot.top() + 1 && m_line < plot.bottom() - 1
                           : m_line > plot.left() + 1 && m_line < plot.right() - 1;
+}
+
+QRectF TAxisLayout::LinePlace(const QRectF& plot) const {
+    const double reach = m_tickLength + 1;
+    return IsHorizontal() ? QRectF(plot.left(), m_line - reach, plot.width(), 2 * reach)
+                          : QRectF(m_line - reach, plot.top(), 2 * reach, plot.height());
 }
 
 void TAxisLayout::KeepLabelsOff(const TAxisLayout& crossing, const QRectF& plot, const TAxisFonts& fonts) {
@@ -253,6 +267,32 @@ void TAxisLayout::KeepTitleOffCommon(const TAxisFonts& fonts) {
     const QRectF text(m_titlePlace.center().x() - width / 2, m_titlePlace.top(), width, height);
     if (!text.intersects(m_commonPlace)) return;
     m_titlePlace.moveTop(m_side == TAxisSide::Below ? m_commonPlace.bottom() : m_commonPlace.top() - height);
+}
+
+void TAxisLayout::KeepLabelsOffTexts(std::vector<QRectF>& texts, const TAxisFonts& fonts) {
+    if (!m_showsLabels) return;
+    for (TTick& tick : m_ticks) {
+        if (tick.Label.IsEmpty()) continue;
+        const QRectF letters = LettersIn(LabelPlace(tick, fonts), !tick.Label.Exponent.isEmpty());
+        if (std::ranges::any_of(texts, [&](const QRectF& text) { return text.intersects(letters); }))
+            tick.Label = {};
+        else
+            texts.push_back(letters);
+    }
+}
+
+void TAxisLayout::AddOtherTexts(std::vector<QRectF>& texts, const TAxisFonts& fonts) const {
+    if (!m_showsLabels) return;
+    if (!m_common.isEmpty()) texts.push_back(LettersIn(m_commonPlace, m_common.contains(u'^')));
+    if (m_title.isEmpty()) return;
+    QRectF title = m_titlePlace;
+    const double length = fonts.Titles.Width(m_title);
+    if (IsHorizontal())
+        title.setWidth(length);
+    else
+        title.setHeight(length);
+    title.moveCenter(m_titlePlace.center());
+    texts.push_back(title);
 }
 
 void TAxisLayout::MoveOutwards(double distance) {

@@ -36,8 +36,13 @@ public:
     TAxisSide Side() const { return m_side; }
     /// Where the axis line crosses the other axis: y of a horizontal axis, x of a vertical one.
     double Line() const { return m_line; }
+    /// The line runs through the plot and not along its edge.
+    bool IsInside(const QRectF& plot) const;
+    /// The line with its ticks.
+    QRectF LinePlace(const QRectF& plot) const;
     const std::vector<TTick>& Ticks() const { return m_ticks; }
     double TickLength() const { return m_tickLength; }
+    bool TicksInside() const { return m_ticksInside; }
     /// Where the label of a tick lies.
     QRectF LabelPlace(const TTick& tick, const TAxisFonts& fonts) const;
     const QString& Title() const { return m_title; }
@@ -54,11 +59,14 @@ public:
     void KeepCommonAbove(double top);
     /// Moves the title of a vertical axis outwards, behind the texts of another one.
     void KeepTitleOff(const TAxisLayout& other);
+    /// Leaves out labels that would lie on `texts` or on each other, and adds the others to them.
+    void KeepLabelsOffTexts(std::vector<QRectF>& texts, const TAxisFonts& fonts);
+    /// Where the letters of the title and of what labels share lie.
+    void AddOtherTexts(std::vector<QRectF>& texts, const TAxisFonts& fonts) const;
     /// Moves line, labels and title away from the plot, behind an axis that lies at the same place.
     void MoveOutwards(double distance);
 
 private:
-    bool IsInside(const QRectF& plot) const;
     void ChooseSide(const QRectF& plot, const TScaleMap& crossing);
     void FitTicks(double length, const TAxisFonts& fonts);
     bool LabelsOverlap(const TAxisFonts& fonts) const;
@@ -72,6 +80,7 @@ private:
     TAxisSide m_side = TAxisSide::Below;
     double m_line = 0;
     double m_tickLength = 0;
+    bool m_ticksInside = false;
     double m_labelOffset = 0;
     std::vector<double> m_crossings; ///< lines that labels keep off
     bool m_showsLabels = false;

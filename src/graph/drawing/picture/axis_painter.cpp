@@ -24,6 +24,14 @@ void DrawGridOf(const TCanvas& canvas, const TAxisLayout& axis, const QRectF& pl
     }
 }
 
+void DrawFrame(const TCanvas& canvas, const QRectF& plot, const QPen& pen) {
+    const QPointF half(pen.widthF() / 2, 0);
+    canvas.DrawStraight(plot.topLeft() - half, plot.topRight() + half, pen);
+    canvas.DrawStraight(plot.bottomLeft() - half, plot.bottomRight() + half, pen);
+    canvas.DrawStraight(plot.topLeft(), plot.bottomLeft(), pen);
+    canvas.DrawStraight(plot.topRight(), plot.bottomRight(), pen);
+}
+
 QPointF OutwardsOf(TAxisSide side) {
     switch (side) {
     case TAxisSide::Below: return {0, 1};
@@ -41,7 +49,7 @@ void DrawLineAndTicks(const TCanvas& canvas, const TAxisLayout& axis, const QRec
     else
         canvas.DrawStraight({axis.Line(), plot.bottom() + half}, {axis.Line(), plot.top() - half}, pen);
     if (axis.TickLength() <= 0) return;
-    const QPointF outwards = OutwardsOf(axis.Side());
+    const QPointF outwards = OutwardsOf(axis.Side()) * (axis.TicksInside() ? -1 : 1);
     for (const TTick& tick : axis.Ticks()) {
         const double place = axis.Map().Position(tick.Value);
         const QPointF foot = axis.IsHorizontal() ? QPointF(place, axis.Line()) : QPointF(axis.Line(), place);
@@ -50,11 +58,16 @@ void DrawLineAndTicks(const TCanvas& canvas, const TAxisLayout& axis, const QRec
     }
 }
 
-void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts& fonts) {
+void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts& fonts, const QRectF& plot) {
     const TTextStyle& style = fonts.Labels;
+    const TColor background = axis.Axis().Graph().Appearance()->BackgroundColor();
     for (const TTick& tick : axis.Ticks()) {
         if (tick.Label.IsEmpty()) continue;
         const QRectF place = axis.LabelPlace(tick, fonts);
+        // Lines run through the plot, not through the labels in it.
+        const double high = style.Height() - style.CapHeight();
+        if (plot.contains(place))
+            DrawBehindText(canvas, place.adjusted(-1, high / 4, 1, -high / 4), background);
         // Beside a vertical axis the digits, not the whole line of text, are centred on the tick.
         const double baseline =
             axis.IsHorizontal() ? place.top() + style.Ascent() : place.center().y() + style.CapHeight() / 2;
@@ -80,10 +93,11 @@ void DrawGrid(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& 
 void DrawAxes(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {
     const TAppearance& appearance = *graph.Appearance();
     const QPen pen = canvas.Pen(appearance.AxesColor(), TPenStyle::Solid, kLineWidth);
+    if (appearance.ShowFrame()) DrawFrame(canvas, layout.Plot(), pen);
     for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY}) {
         if (!axis->Axis().ShowAxis()) continue;
         DrawLineAndTicks(canvas, *axis, layout.Plot(), pen);
-        if (appearance.ShowGraphLabels()) DrawLabels(canvas, *axis, layout.Fonts());
+        if (appearance.ShowGraphLabels()) DrawLabels(canvas, *axis, layout.Fonts(), layout.Plot());
     }
 }
 

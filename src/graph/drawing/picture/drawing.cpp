@@ -2,6 +2,7 @@
 
 #include "graph/drawing/picture/axis_painter.h"
 #include "graph/drawing/picture/background_picture.h"
+#include "graph/drawing/picture/crowd.h"
 #include "graph/drawing/picture/legend_painter.h"
 #include "graph/drawing/picture/mark_painter.h"
 #include "graph/drawing/picture/series_painter.h"
@@ -9,6 +10,7 @@
 #include "graph/model/axis.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/dimensions.h"
+#include "graph/model/legend.h"
 #include "graph/mouse/drawing_hook.h"
 #include "support/progress.h"
 
@@ -39,9 +41,10 @@ private:
 
 class TGraphPainter {
 public:
-    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, TSeriesSteps& steps)
+    TGraphPainter(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle,
+                  TBackground background, TSeriesSteps& steps)
         : m_steps(steps), m_canvas(canvas), m_graph(graph), m_appearance(*graph.Appearance()),
-          m_rectangle(rectangle) {}
+          m_rectangle(rectangle), m_background(background) {}
 
     /// Returns where the plot lies; nothing when there is none.
     std::optional<TPlotMap> Draw() const {
@@ -51,11 +54,12 @@ public:
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
         if (!layout.HasPlot()) return std::nullopt;
-        DrawPlot(layout);
+        const TLegendLayout legend = LegendFor(layout);
+        DrawPlot(layout, legend.Box);
         DrawAxes(m_canvas, m_graph, layout);
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
-        DrawLegend(m_canvas, m_graph, m_rectangle, layout.Plot());
+        DrawLegend(m_canvas, m_graph, legend, layout.Plot());
         return PlotMapOf(layout);
     }
 
@@ -72,7 +76,10 @@ private:
                 {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)}};
     }
 
-    bool FillsBackground() const { return !m_canvas.IsPrinting() || m_appearance.PrintBkgndColor(); }
+    bool FillsBackground() const {
+        return m_background == TBackground::Fill &&
+               (!m_canvas.IsPrinting() || m_appearance.PrintBkgndColor());
+    }
 
     void DrawMargins() const {
         if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
@@ -106,7 +113,14 @@ private:
         });
     }
 
-    void DrawPlot(const TGraphLayout& layout) const {
+    TLegendLayout LegendFor(const TGraphLayout& layout) const {
+        const TLegend& legend = *m_graph.Legend();
+        if (!legend.visible()) return {};
+        if (!legend.AutoPlace()) return LayOutLegend(m_graph, m_rectangle);
+        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NotePlace(layout));
+    }
+
+    void DrawPlot(const TGraphLayout& layout, const QRectF& legend) const {
         const double half = 0.5 / m_canvas.PixelsPerUnit();
         const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
         const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
@@ -117,23 +131,47 @@ private:
             if (m_steps.Next()) DrawSeries(m_canvas, *series, layout, visible);
         DrawMarks(m_canvas, m_graph, layout);
         DrawCrossAtZero(m_canvas, m_graph, layout);
-        TellLostPoints(plot);
+        TellLostPoints(layout);
+        std::vector<QRectF> taken = layout.AxisPlacesInPlot();
+        taken.push_back(legend);
+        taken.push_back(NotePlace(layout));
+        DrawCaptions(m_canvas, m_graph, layout, taken);
     }
 
     // A logarithmic axis has no place for some points; the picture says so, away from labels inside the plot.
-    void TellLostPoints(const QRectF& plot) const {
+    QString LostPoints() const {
         std::int64_t lost = 0;
         for (const auto& series : m_graph.Series()) lost += series->LogErrors();
-        if (lost == 0) return;
+        if (lost == 0) return {};
+        return lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
+                         : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
+    }
+
+    // At the foot of the plot or its top, where no labels stand.
+    QRectF NotePlace(const TGraphLayout& layout) const {
+        const QString text = LostPoints();
+        if (text.isEmpty()) return {};
         const TTextStyle style(m_appearance.LabelFont());
-        const QString text = lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
-                                       : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
         const double gap = style.Em() / 2;
-        const double width = style.Width(text);
-        const QRectF place(plot.center().x() - width / 2, plot.bottom() - gap - style.Height(), width,
-                           style.Height());
+        const QRectF room = layout.Plot().adjusted(gap, gap, -gap, -gap);
+        const QSizeF size(style.Width(text), style.Height());
+        const std::vector<QRectF> labels = layout.AxisPlacesInPlot();
+        const double middle = room.center().x() - size.width() / 2;
+        for (const double y : {room.bottom() - size.height(), room.top()})
+            for (const double x : {middle, room.left(), room.right() - size.width()}) {
+                const QRectF place(QPointF(x, y), size);
+                const auto isOn = [&](const QRectF& label) { return label.intersects(place); };
+                if (std::ranges::none_of(labels, isOn)) return place;
+            }
+        return {QPointF(middle, room.bottom() - size.height()), size};
+    }
+
+    void TellLostPoints(const TGraphLayout& layout) const {
+        const QRectF place = NotePlace(layout);
+        if (place.isNull()) return;
+        const TTextStyle style(m_appearance.LabelFont());
         DrawBehindText(m_canvas, place, m_appearance.BackgroundColor());
-        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, text);
+        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, LostPoints());
     }
 
     TSeriesSteps& m_steps;
@@ -141,6 +179,7 @@ private:
     const TxyGraph& m_graph;
     const TAppearance& m_appearance;
     QRectF m_rectangle;
+    TBackground m_background;
 };
 
 // A file may hold any fraction. What lies farther than a widget could reach shows nothing, and the ticks
@@ -158,19 +197,20 @@ QRectF PlaceOf(const TxyChildGr& child, const QRectF& parent) {
 }
 
 std::optional<TPlotMap> DrawOneGraph(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
-                                     TDrawPurpose purpose, TSeriesSteps& steps) {
+                                     const TDrawOptions& options, TSeriesSteps& steps) {
     if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return std::nullopt;
     painter.save();
     painter.setClipRect(rectangle, Qt::IntersectClip);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    const auto map = TGraphPainter(TCanvas(painter, purpose), graph, rectangle, steps).Draw();
+    const TCanvas canvas(painter, options.Purpose);
+    const auto map = TGraphPainter(canvas, graph, rectangle, options.Background, steps).Draw();
     painter.restore();
     return map;
 }
 
 std::optional<TPlotMap> DrawPanel(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle) {
     TSeriesSteps steps(nullptr);
-    return DrawOneGraph(painter, graph, rectangle, TDrawPurpose::Show, steps);
+    return DrawOneGraph(painter, graph, rectangle, {}, steps);
 }
 
 int CountOfDrawnSeries(const TxyGraph& graph) {
@@ -182,7 +222,7 @@ int CountOfDrawnSeries(const TxyGraph& graph) {
 void DrawWithChildGraphs(QPainter& painter, const TxyGraph& graph, const QRectF& rectangle,
                          const TDrawOptions& options, TSeriesSteps& steps) {
     if (!(rectangle.width() >= 1) || !(rectangle.height() >= 1)) return;
-    DrawOneGraph(painter, graph, rectangle, options.Purpose, steps);
+    DrawOneGraph(painter, graph, rectangle, options, steps);
     if (options.ChildGraphs == TChildGraphs::LeaveOut) return;
     painter.save();
     painter.setClipRect(rectangle, Qt::IntersectClip);

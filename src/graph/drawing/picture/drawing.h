@@ -10,12 +10,16 @@ namespace lumoplot {
 /// On the screen child graphs are panels that draw themselves.
 enum class TChildGraphs { Include, LeaveOut };
 
+/// Whether margins and plot are filled with their colours, or what the painter has drawn before remains.
+enum class TBackground { Fill, LeaveOut };
+
 class TProgress;
 
 struct TDrawOptions {
     TChildGraphs ChildGraphs = TChildGraphs::Include;
     /// Print obeys PrintBkgndColor and PrintLineStyle.
     TDrawPurpose Purpose = TDrawPurpose::Show;
+    TBackground Background = TBackground::Fill;
     /// Told of each data set that is drawn, and asked whether to go on; borrowed, null for drawing at a
     /// stretch.
     TProgress* Progress = nullptr;

@@ -6,6 +6,7 @@
 #include "graph/model/graph.h"
 
 #include <algorithm>
+#include <array>
 
 namespace lumoplot {
 namespace {
@@ -25,7 +26,7 @@ double Reduction(double first, double second, double length) {
 
 // The legend where it begins above the plot and would not push the plot away; else nothing.
 QRectF LegendAbovePlot(const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot) {
-    if (!graph.Legend()->visible()) return {};
+    if (!graph.Legend()->visible() || graph.Legend()->AutoPlace()) return {};
     const TLegendLayout legend = LayOutLegend(graph, rectangle);
     const bool isHeader = !legend.Entries.empty() && legend.Box.top() < plot.top() &&
                           legend.Box.bottom() < rectangle.top() + kLargestHeader * rectangle.height();
@@ -73,15 +74,44 @@ TAxisLayouts TGraphLayout::LayOutAxes() const {
         if (axes.X.Axis().ShowAxis() && axes.X.Side() == TAxisSide::Above && !axes.X.TextPlace().isNull())
             axis->KeepCommonAbove(axes.X.TextPlace().top());
     }
-    if (!axes.Y.Axis().ShowAxis() || !axes.SecondY.Axis().ShowAxis()) return axes;
+    KeepVerticalAxesApart(axes);
+    KeepTextsApart(axes);
+    return axes;
+}
+
+void TGraphLayout::KeepVerticalAxesApart(TAxisLayouts& axes) {
+    if (!axes.Y.Axis().ShowAxis() || !axes.SecondY.Axis().ShowAxis()) return;
     if (axes.Y.Side() != axes.SecondY.Side() || axes.Y.Line() != axes.SecondY.Line()) {
         axes.SecondY.KeepTitleOff(axes.Y);
-        return axes;
+        axes.Y.KeepTitleOff(axes.SecondY);
+        return;
     }
     const double used = axes.Y.Side() == TAxisSide::Left ? axes.Y.Line() - axes.Y.TextPlace().left()
                                                          : axes.Y.TextPlace().right() - axes.Y.Line();
     axes.SecondY.MoveOutwards(std::max(used, axes.Y.TickLength()) + kEdge * 2);
-    return axes;
+}
+
+// What still meets where axes cross is left out; titles and what labels share stay.
+void TGraphLayout::KeepTextsApart(TAxisLayouts& axes) const {
+    std::vector<QRectF> texts;
+    const std::array all = {&axes.X, &axes.Y, &axes.SecondY};
+    for (const TAxisLayout* axis : all) axis->AddOtherTexts(texts, m_fonts);
+    for (TAxisLayout* axis : all) axis->KeepLabelsOffTexts(texts, m_fonts);
+}
+
+std::vector<QRectF> TGraphLayout::AxisPlacesInPlot() const {
+    std::vector<QRectF> places;
+    const auto add = [&](const QRectF& place) {
+        if (place.intersects(m_plot)) places.push_back(place);
+    };
+    for (const TAxisLayout* axis : {&m_axes.X, &m_axes.Y, &m_axes.SecondY}) {
+        if (!axis->Axis().ShowAxis()) continue;
+        for (const TTick& tick : axis->Ticks())
+            if (!tick.Label.IsEmpty()) add(axis->LabelPlace(tick, m_fonts));
+        add(axis->CommonPlace());
+        if (axis->IsInside(m_plot)) add(axis->LinePlace(m_plot));
+    }
+    return places;
 }
 
 void TGraphLayout::PlaceTitle() {

@@ -30,11 +30,15 @@ public:
     const TAxisFonts& Fonts() const { return m_fonts; }
     /// Only where HasPlot.
     const TAxisLayouts& Axes() const { return m_axes; }
+    /// Labels and lines of axes that lie inside the plot.
+    std::vector<QRectF> AxisPlacesInPlot() const;
     /// Where the title of the graph lies, above the plot and what is drawn there.
     const QRectF& TitlePlace() const { return m_titlePlace; }
 
 private:
     TAxisLayouts LayOutAxes() const;
+    static void KeepVerticalAxesApart(TAxisLayouts& axes);
+    void KeepTextsApart(TAxisLayouts& axes) const;
     void PlaceTitle();
     void KeepTitleOffLegend();
     bool GrowMargins();

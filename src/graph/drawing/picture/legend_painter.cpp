@@ -1,6 +1,7 @@
 #include "graph/drawing/picture/legend_painter.h"
 
 #include "graph/drawing/lines/symbol.h"
+#include "graph/drawing/picture/crowd.h"
 #include "graph/model/appearance.h"
 #include "graph/model/graph.h"
 #include "graph/model/legend.h"
@@ -16,6 +17,8 @@ constexpr double kSymbolGap = 5; // units between symbol and text
 constexpr double kEntryGap = 14; // units between entries of a row
 constexpr double kRowGap = 3;
 constexpr double kEdgeGap = 3;        // units between the box and the edge of the graph
+constexpr double kCornerGap = 8;      // units between the box and the sides of the plot
+constexpr double kOnText = 1e6;       // of points, that a box on a label or on an axis counts for
 constexpr double kLargestSymbol = 16; // units; larger points are drawn so large
 
 // Arranges the entries from (0, 0) on in the room inside the box.
@@ -139,7 +142,70 @@ void DrawBorder(const TCanvas& canvas, const TLegend& legend, const QRectF& box,
     canvas.DrawStraight(box.topRight(), box.bottomRight(), pen);
 }
 
+// Moves what was laid out from (0, 0) on into a box, in the middle of the height that it has to spare.
+TLegendLayout InBox(TLegendLayout layout, const TLegend& legend, const QRectF& box, QSizeF used) {
+    layout.Box = box;
+    const double spare = box.height() - 2 * legend.YMargin() - used.height();
+    const QPointF origin =
+        box.topLeft() + QPointF(legend.XMargin(), legend.YMargin() + std::max(spare, 0.0) / 2);
+    layout.MorePlace.translate(origin);
+    for (TLegendEntry& entry : layout.Entries) {
+        entry.Symbol.translate(origin);
+        entry.Text.translate(origin);
+    }
+    return layout;
+}
+
+void AddEntries(TLegendFlow& flow, const TxyGraph& graph) {
+    for (const auto& series : graph.Series())
+        if (IsInLegend(*series)) flow.Add(*series);
+}
+
+double CostOf(const QRectF& box, const TGraphLayout& layout, const TCrowd& crowd, const QRectF& taken) {
+    double cost = crowd.In(box) + (box.intersects(taken) ? kOnText : 0);
+    for (const QRectF& place : layout.AxisPlacesInPlot())
+        if (box.intersects(place)) cost += kOnText;
+    return cost;
+}
+
+// The corner of the room that costs least; where each of them covers a text, any place.
+template <class TCost>
+QRectF BestPlace(const QRectF& room, QSizeF size, TCost costOf) {
+    const double right = room.right() - size.width();
+    const double bottom = room.bottom() - size.height();
+    QRectF best;
+    double least = HUGE_VAL;
+    const auto look = [&](double x, double y) {
+        const QRectF box(QPointF(x, y), size);
+        const double cost = costOf(box);
+        if (cost >= least) return;
+        least = cost;
+        best = box;
+    };
+    for (const double y : {room.top(), bottom})
+        for (const double x : {right, room.left()}) look(x, y);
+    if (least < kOnText) return best;
+    for (double y = room.top(); y < bottom; y += kCornerGap)
+        for (double x = room.left(); x < right; x += kCornerGap) look(x, y);
+    return best;
+}
+
 } // namespace
+
+TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& layout, const TCrowd& crowd,
+                                   const QRectF& taken) {
+    const TLegend& legend = *graph.Legend();
+    const TTextStyle style(legend.font());
+    const QSizeF margins(2 * legend.XMargin(), 2 * legend.YMargin());
+    const QRectF room = layout.Plot().adjusted(kCornerGap, kCornerGap, -kCornerGap, -kCornerGap);
+    TLegendFlow flow(legend, style,
+                     {std::max(room.width() / 2 - margins.width(), 0.0), room.height() - margins.height()});
+    AddEntries(flow, graph);
+    flow.Arrange();
+    const QRectF best = BestPlace(room, flow.Used + margins,
+                                  [&](const QRectF& box) { return CostOf(box, layout, crowd, taken); });
+    return InBox(std::move(flow.Layout), legend, best, flow.Used);
+}
 
 TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {
     const TLegend& legend = *graph.Legend();
@@ -152,27 +218,17 @@ TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {
     const double innerHeight = rectangle.height() - legend.top() - 2 * yMargin - kEdgeGap;
     TLegendFlow flow(legend, style,
                      {std::max(width - 2 * xMargin, 0.0), std::max<double>(innerHeight, legend.height())});
-    for (const auto& series : graph.Series())
-        if (IsInLegend(*series)) flow.Add(*series);
+    AddEntries(flow, graph);
     flow.Arrange();
-    TLegendLayout layout = std::move(flow.Layout);
     const double boxWidth = legend.width() > 0 ? width : std::min(flow.Used.width() + 2 * xMargin, room);
     const double boxHeight = std::max<double>(legend.height(), flow.Used.height() + 2 * yMargin);
-    layout.Box = {left, rectangle.top() + legend.top(), boxWidth, boxHeight};
-    const double spare = boxHeight - 2 * yMargin - flow.Used.height();
-    const QPointF origin = layout.Box.topLeft() + QPointF(xMargin, yMargin + std::max(spare, 0.0) / 2);
-    layout.MorePlace.translate(origin);
-    for (TLegendEntry& entry : layout.Entries) {
-        entry.Symbol.translate(origin);
-        entry.Text.translate(origin);
-    }
-    return layout;
+    const QRectF box(left, rectangle.top() + legend.top(), boxWidth, boxHeight);
+    return InBox(std::move(flow.Layout), legend, box, flow.Used);
 }
 
-void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot) {
+void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const TLegendLayout& layout,
+                const QRectF& plot) {
     const TLegend& legend = *graph.Legend();
-    if (!legend.visible()) return;
-    const TLegendLayout layout = LayOutLegend(graph, rectangle);
     if (layout.Entries.empty() && layout.More.isEmpty()) return;
     if (layout.Box.intersects(plot))
         DrawBehindText(canvas, layout.Box, legend.color());

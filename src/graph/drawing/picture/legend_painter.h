@@ -8,6 +8,8 @@
 
 namespace lumoplot {
 
+class TCrowd;
+class TGraphLayout;
 class TSeries;
 class TxyGraph;
 
@@ -31,7 +33,13 @@ struct TLegendLayout {
 /// the graph reaches.
 TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle);
 
-/// Draws the legend unless it is not visible or has no entries. What it covers of the plot shines through.
-void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle, const QRectF& plot);
+/// The legend in the corner of the plot where it covers the fewest points and neither labels nor lines of
+/// axes that run through the plot, nor `taken`. It is as wide as its texts, at most half the plot.
+TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& layout, const TCrowd& crowd,
+                                   const QRectF& taken);
+
+/// Draws a legend that has entries. What it covers of the plot shines through.
+void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const TLegendLayout& layout,
+                const QRectF& plot);
 
 } // namespace lumoplot

@@ -1,72 +1,87 @@
 #include "graph/drawing/picture/mark_painter.h"
 
 #include "graph/drawing/lines/polylines.h"
+#include "graph/drawing/picture/caption_placer.h"
 #include "graph/model/appearance.h"
 #include "graph/model/graph.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace lumoplot {
 namespace {
 
 constexpr double kMarkLineWidth = 1;
+constexpr double kLeaderWidth = 0.5;
 constexpr double kPointArm = 5;   // units from the middle of a point mark to its ends
 constexpr double kCaptionGap = 3; // units between a mark and its caption
+constexpr std::array kAwayFromLine = {0.0, 25.0, 50.0, 100.0}; // further ones, that a leader leads to
 
-class TMarkPainter {
+// A mark as it lies in the plot: its lines, and the places for its caption from the best on.
+class TPlacedMark {
 public:
-    TMarkPainter(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout,
-                 const TGraphMark& mark)
-        : m_canvas(canvas), m_plot(layout.Plot()), m_xMap(layout.Axes().X.Map()),
-          m_yMap(layout.Axes().YOf(mark.WhenDrawn == TMarkDrawing::XAndSecondY).Map()), m_mark(mark),
-          m_pen(canvas.Pen(mark.Color, TPenStyle::Solid, kMarkLineWidth)),
-          m_caption(CaptionFont(graph, mark)), m_background(graph.Appearance()->BackgroundColor()) {}
-
-    void Draw() const {
-        const double x = m_xMap.Position(m_mark.X1);
-        const double y = m_yMap.Position(m_mark.Y1);
-        switch (m_mark.TypeOfMark) {
+    TPlacedMark(const TGraphLayout& layout, const TGraphMark& mark)
+        : m_plot(layout.Plot()), m_mark(mark), m_xMap(layout.Axes().X.Map()),
+          m_yMap(layout.Axes().YOf(mark.WhenDrawn == TMarkDrawing::XAndSecondY).Map()) {
+        const QPointF at(m_xMap.Position(mark.X1), m_yMap.Position(mark.Y1));
+        switch (mark.TypeOfMark) {
         case TMarkType::VerticalLine:
-            if (m_xMap.Shows(m_mark.X1)) DrawVertical(x);
+            if (m_xMap.Shows(mark.X1))
+                Lines.push_back({QPointF(at.x(), m_plot.bottom()), QPointF(at.x(), m_plot.top())});
             break;
         case TMarkType::HorizontalLine:
-            if (m_yMap.Shows(m_mark.Y1)) DrawHorizontal(y);
+            if (m_yMap.Shows(mark.Y1))
+                Lines.push_back({QPointF(m_plot.left(), at.y()), QPointF(m_plot.right(), at.y())});
             break;
         case TMarkType::Point:
-            if (m_xMap.Shows(m_mark.X1) && m_yMap.Shows(m_mark.Y1)) DrawPoint({x, y});
+            if (m_xMap.Shows(mark.X1) && m_yMap.Shows(mark.Y1)) AddCross(at);
             break;
-        case TMarkType::Line:
-            DrawLine({x, y}, {m_xMap.Position(m_mark.X2), m_yMap.Position(m_mark.Y2)});
-            break;
+        case TMarkType::Line: AddLine(at, {m_xMap.Position(mark.X2), m_yMap.Position(mark.Y2)}); break;
         }
     }
 
+    const TGraphMark& Mark() const { return m_mark; }
+    /// Where a leader to a caption starts: the middle of a point, the nearest place of a line.
+    QPointF StartOfLeader(const QRectF& caption) const {
+        switch (m_mark.TypeOfMark) {
+        case TMarkType::VerticalLine: return {Lines[0].x1(), caption.center().y()};
+        case TMarkType::HorizontalLine: return {caption.center().x(), Lines[0].y1()};
+        default: return Middle();
+        }
+    }
+
+    /// Those beside the mark, then those all over the plot.
+    std::vector<TCaptionPlace> PlacesFor(QSizeF size) const {
+        std::vector<TCaptionPlace> places = PlacesBeside(size);
+        for (double y = m_plot.top(); y + size.height() < m_plot.bottom(); y += size.height())
+            for (double x = m_plot.left(); x + size.width() < m_plot.right(); x += size.width() / 2)
+                places.push_back({{x, y}, true});
+        return places;
+    }
+
+    std::vector<QLineF> Lines; ///< none where the mark does not show
+
 private:
-    static TFontSpec CaptionFont(const TxyGraph& graph, const TGraphMark& mark) {
-        TFontSpec font = graph.Appearance()->LabelFont();
-        font.Color = mark.Color;
-        return font;
+    std::vector<TCaptionPlace> PlacesBeside(QSizeF size) const {
+        switch (m_mark.TypeOfMark) {
+        case TMarkType::VerticalLine: return BesideVertical(size);
+        case TMarkType::HorizontalLine: return BesideHorizontal(size);
+        case TMarkType::Point: return AroundPoint(size);
+        case TMarkType::Line: break;
+        }
+        return BesideLine(size);
     }
 
-    void DrawVertical(double x) const {
-        m_canvas.DrawStraight({x, m_plot.bottom()}, {x, m_plot.top()}, m_pen);
-        DrawCaption({x + kCaptionGap, m_plot.top() + kCaptionGap + m_caption.Ascent()});
-    }
+    QPointF Middle() const { return (Lines[0].p1() + Lines[0].p2()) / 2; }
 
-    void DrawHorizontal(double y) const {
-        m_canvas.DrawStraight({m_plot.left(), y}, {m_plot.right(), y}, m_pen);
-        DrawCaption({m_plot.right(), y - kCaptionGap});
-    }
-
-    void DrawPoint(QPointF at) const {
-        m_canvas.DrawStraight(at - QPointF(kPointArm, 0), at + QPointF(kPointArm, 0), m_pen);
-        m_canvas.DrawStraight(at - QPointF(0, kPointArm), at + QPointF(0, kPointArm), m_pen);
-        DrawCaption(at + QPointF(kCaptionGap, -kCaptionGap));
+    void AddCross(QPointF at) {
+        Lines.push_back({at - QPointF(kPointArm, 0), at + QPointF(kPointArm, 0)});
+        Lines.push_back({at - QPointF(0, kPointArm), at + QPointF(0, kPointArm)});
     }
 
     // The straight line on the screen through both points, from edge to edge.
-    void DrawLine(QPointF a, QPointF b) const {
+    void AddLine(QPointF a, QPointF b) {
         const QPointF d = b - a;
         const double length = std::hypot(d.x(), d.y());
         if (!(length > 0) || !std::isfinite(length)) return;
@@ -76,44 +91,136 @@ private:
         line.Add(a - d * (reach / length));
         line.Add(a + d * (reach / length));
         line.End();
-        const TPolylines visible = Clipped(line, m_plot);
-        if (visible.Count() == 0) return;
-        m_canvas.Painter().setPen(m_pen);
-        m_canvas.Painter().drawLine(visible.Line(0).front(), visible.Line(0).back());
-        const QPointF middle = (visible.Line(0).front() + visible.Line(0).back()) / 2;
-        DrawCaption(middle + QPointF(kCaptionGap, -kCaptionGap));
+        const TPolylines visible = Clipped(std::move(line), m_plot);
+        if (visible.Count() > 0) Lines.push_back({visible.Line(0).front(), visible.Line(0).back()});
     }
 
-    // Keeps the caption inside the plot where it is small enough.
-    void DrawCaption(QPointF baseline) const {
-        const QString text = QString::fromStdString(m_mark.Caption);
-        const double right = m_plot.right() - kCaptionGap - m_caption.Width(text);
-        const double top = m_plot.top() + kCaptionGap + m_caption.Ascent();
-        baseline.setX(std::max(m_plot.left() + kCaptionGap, std::min(baseline.x(), right)));
-        baseline.setY(std::max(baseline.y(), top));
-        if (text.isEmpty()) return;
-        const QRectF place(baseline - QPointF(0, m_caption.Ascent()),
-                           QSizeF(m_caption.Width(text), m_caption.Height(text)));
-        DrawBehindText(m_canvas, place, m_background);
-        m_caption.Draw(m_canvas, baseline, text);
+    std::vector<TCaptionPlace> BesideVertical(QSizeF size) const {
+        std::vector<TCaptionPlace> places;
+        const double x = Lines[0].x1();
+        for (const double away : kAwayFromLine)
+            for (double y = m_plot.top() + kCaptionGap; y + size.height() < m_plot.bottom();
+                 y += size.height())
+                for (const double left : {x + kCaptionGap + away, x - kCaptionGap - away - size.width()})
+                    if (left + size.width() < m_plot.right() && left > m_plot.left())
+                        places.push_back({{left, y}, away > 0});
+        if (places.empty()) places.push_back({{x + kCaptionGap, m_plot.top() + kCaptionGap}});
+        return places;
     }
 
-    const TCanvas& m_canvas;
+    std::vector<TCaptionPlace> BesideHorizontal(QSizeF size) const {
+        std::vector<TCaptionPlace> places;
+        const double y = Lines[0].y1();
+        for (const double away : kAwayFromLine)
+            for (double x = m_plot.right() - size.width(); x > m_plot.left(); x -= size.width() / 2)
+                for (const double top : {y - kCaptionGap - away - size.height(), y + kCaptionGap + away})
+                    if (top > m_plot.top() && top + size.height() < m_plot.bottom())
+                        places.push_back({{x, top}, away > 0});
+        if (places.empty())
+            places.push_back({{m_plot.right() - size.width(), y - kCaptionGap - size.height()}});
+        return places;
+    }
+
+    // On both sides of places along the line, from its middle on.
+    std::vector<TCaptionPlace> BesideLine(QSizeF size) const {
+        std::vector<TCaptionPlace> places;
+        const bool falls = (Lines[0].dx() > 0) == (Lines[0].dy() > 0);
+        const double above = -kCaptionGap - size.height();
+        const double before = -kCaptionGap - size.width();
+        for (const double part : {0.5, 0.6, 0.4, 0.7, 0.3, 0.8, 0.2, 0.9, 0.1}) {
+            const QPointF at = Lines[0].pointAt(part);
+            places.push_back({at + QPointF(falls ? kCaptionGap : before, above)});
+            places.push_back({at + QPointF(falls ? before : kCaptionGap, kCaptionGap)});
+        }
+        return places;
+    }
+
+    // Beside the point, else further and further away from it.
+    std::vector<TCaptionPlace> AroundPoint(QSizeF size) const {
+        std::vector<TCaptionPlace> places;
+        const double above = -kCaptionGap - size.height();
+        const double before = -kCaptionGap - size.width();
+        for (const QPointF by : {QPointF(kCaptionGap, above), QPointF(kCaptionGap, kCaptionGap),
+                                 QPointF(before, above), QPointF(before, kCaptionGap)})
+            places.push_back({Middle() + by});
+        for (const double away : {1.5, 2.5, 4.0, 6.0})
+            for (const QPointF way : {QPointF(1, -1), QPointF(-1, -1), QPointF(0, -1), QPointF(1, 1),
+                                      QPointF(-1, 1), QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1)}) {
+                const double distance = away * size.height();
+                const QPointF side(way.x() * size.width() / 2, way.y() * size.height() / 2);
+                const QPointF centre = Middle() + way * distance + side;
+                const QPointF corner = centre - QPointF(size.width(), size.height()) / 2;
+                if (m_plot.contains(QRectF(corner, size))) places.push_back({corner, true});
+            }
+        return places;
+    }
+
     QRectF m_plot;
+    const TGraphMark& m_mark;
     const TScaleMap& m_xMap;
     const TScaleMap& m_yMap;
-    const TGraphMark& m_mark;
-    QPen m_pen;
-    TTextStyle m_caption;
-    TColor m_background;
 };
+
+std::vector<TPlacedMark> MarksThatShow(const TxyGraph& graph, const TGraphLayout& layout) {
+    std::vector<TPlacedMark> marks;
+    if (!graph.Appearance()->ShowMarks()) return marks;
+    for (const auto& [id, mark] : graph.Marks().Marks()) {
+        if (mark.WhenDrawn == TMarkDrawing::None) continue;
+        TPlacedMark placed(layout, mark);
+        if (!placed.Lines.empty()) marks.push_back(std::move(placed));
+    }
+    return marks;
+}
+
+TTextStyle CaptionStyle(const TxyGraph& graph, const TGraphMark& mark) {
+    TFontSpec font = graph.Appearance()->LabelFont();
+    font.Color = mark.Color;
+    return TTextStyle(font);
+}
+
+// From the arm of a point mark to the nearest side of its caption.
+void DrawLeader(const TCanvas& canvas, QPointF from, const QRectF& box, TColor color) {
+    const QPointF to(std::clamp(from.x(), box.left(), box.right()),
+                     std::clamp(from.y(), box.top(), box.bottom()));
+    canvas.Painter().setPen(QPen(ToQColor(color), std::max(kLeaderWidth, 1 / canvas.PixelsPerUnit())));
+    canvas.Painter().drawLine(from, to);
+}
 
 } // namespace
 
 void DrawMarks(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {
-    if (!graph.Appearance()->ShowMarks()) return;
-    for (const auto& [id, mark] : graph.Marks().Marks())
-        if (mark.WhenDrawn != TMarkDrawing::None) TMarkPainter(canvas, graph, layout, mark).Draw();
+    for (const TPlacedMark& mark : MarksThatShow(graph, layout)) {
+        const QPen pen = canvas.Pen(mark.Mark().Color, TPenStyle::Solid, kMarkLineWidth);
+        for (const QLineF& line : mark.Lines) {
+            if (line.dx() == 0 || line.dy() == 0) {
+                canvas.DrawStraight(line.p1(), line.p2(), pen);
+                continue;
+            }
+            canvas.Painter().setPen(pen);
+            canvas.Painter().drawLine(line);
+        }
+    }
+}
+
+void DrawCaptions(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout,
+                  const std::vector<QRectF>& taken) {
+    const std::vector<TPlacedMark> marks = MarksThatShow(graph, layout);
+    if (marks.empty()) return;
+    const TCrowd crowd(graph, layout);
+    TCaptionPlacer placer(crowd, layout.Plot(), taken);
+    for (const TPlacedMark& mark : marks)
+        for (const QLineF& line : mark.Lines) placer.AddLine(line);
+    for (const TPlacedMark& mark : marks) {
+        const QString text = QString::fromStdString(mark.Mark().Caption);
+        if (text.isEmpty()) continue;
+        const TTextStyle style = CaptionStyle(graph, mark.Mark());
+        const QSizeF size(style.Width(text), style.Height(text));
+        const TCaptionPlace place = placer.Take(mark.PlacesFor(size), size);
+        const QRectF box(place.Corner, size);
+        if (place.IsAway) DrawLeader(canvas, mark.StartOfLeader(box), box, mark.Mark().Color);
+        DrawBehindText(canvas, box, graph.Appearance()->BackgroundColor());
+        style.Draw(canvas, box.topLeft() + QPointF(0, style.Ascent()), text);
+    }
 }
 
 void DrawCrossAtZero(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {

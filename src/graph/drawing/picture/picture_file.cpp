@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kUnitsPerInch = 96;
 constexpr int kPdfDotsPerInch = 1200;
+constexpr int kSvgDotsPerInch = 960; // how fine the size on paper is counted
 constexpr double kPointsPerInch = 72;
 constexpr int kLargestSide = 32767; // pixels; what the painter's coordinates reach
 constexpr double kLargestArea = 4e8;
@@ -26,15 +27,17 @@ constexpr double kLargestArea = 4e8;
 // The user has cancelled.
 struct TCancelled {};
 
-void DrawAll(QPaintDevice& device, const TxyGraph& graph, QSize size, double scale) {
+void DrawAll(QPaintDevice& device, const TxyGraph& graph, QSize size, double scale, TBackground background) {
     const auto progress = MakeProgress();
     QPainter painter(&device);
     painter.scale(scale, scale);
-    const TDrawOptions options{.Progress = progress.get(), .Caption = "Saving picture"};
+    const TDrawOptions options{
+        .Background = background, .Progress = progress.get(), .Caption = "Saving picture"};
     if (!DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(size)), options)) throw TCancelled();
 }
 
-bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, double scale) {
+bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
+    const double scale = options.PixelsPerUnit;
     const double width = std::round(size.width() * scale);
     const double height = std::round(size.height() * scale);
     const bool fits = width >= 1 && height >= 1 && width <= kLargestSide && height <= kLargestSide &&
@@ -42,55 +45,61 @@ bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, double scale) {
     if (!fits) return false;
     QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull()) return false;
-    image.fill(Qt::white);
-    DrawAll(image, graph, size, scale);
-    const int dotsPerMeter = static_cast<int>(std::lround(kUnitsPerInch * scale / 0.0254));
+    const bool isFilled = options.Background == TBackground::Fill;
+    image.fill(isFilled ? Qt::white : Qt::transparent);
+    DrawAll(image, graph, size, scale, options.Background);
+    const double dotsPerInch = kUnitsPerInch * scale / options.PaperScale;
+    const int dotsPerMeter = static_cast<int>(std::lround(dotsPerInch / 0.0254));
     image.setDotsPerMeterX(dotsPerMeter);
     image.setDotsPerMeterY(dotsPerMeter);
-    return image.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG");
+    return image.convertToFormat(isFilled ? QImage::Format_RGB32 : QImage::Format_ARGB32)
+        .save(&buffer, "PNG");
 }
 
-bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size) {
+bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
-    generator.setResolution(kUnitsPerInch);
-    generator.setSize(size);
+    generator.setResolution(kSvgDotsPerInch);
+    generator.setSize((QSizeF(size) * options.PaperScale * kSvgDotsPerInch / kUnitsPerInch).toSize());
     generator.setViewBox(QRect(QPoint(), size));
     generator.setTitle(QString::fromStdString(graph.Appearance()->GraphTitle()));
-    DrawAll(generator, graph, size, 1);
+    DrawAll(generator, graph, size, 1, options.Background);
     return true;
 }
 
-bool SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size) {
+bool SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QPdfWriter writer(&buffer);
     writer.setResolution(kPdfDotsPerInch);
     writer.setTitle(QString::fromStdString(graph.Appearance()->GraphTitle()));
-    const QSizeF points = QSizeF(size) * (kPointsPerInch / kUnitsPerInch);
+    const QSizeF points = QSizeF(size) * (options.PaperScale * kPointsPerInch / kUnitsPerInch);
     writer.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF());
-    DrawAll(writer, graph, size, static_cast<double>(kPdfDotsPerInch) / kUnitsPerInch);
+    const double scale = options.PaperScale * kPdfDotsPerInch / kUnitsPerInch;
+    DrawAll(writer, graph, size, scale, options.Background);
     return true;
 }
 
-bool SaveAs(const QString& name, QBuffer& buffer, const TxyGraph& graph, QSize size, double scale) {
+bool SaveAs(const QString& name, QBuffer& buffer, const TxyGraph& graph, QSize size,
+            const TPictureOptions& options) {
     const bool isDrawable = !size.isEmpty() && size.width() <= kLargestSide && size.height() <= kLargestSide;
     if (!isDrawable) return false;
     const auto endsWith = [&name](const char* ending) {
         return name.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
     };
-    if (endsWith(".png")) return SavePng(buffer, graph, size, scale);
-    if (endsWith(".svg")) return SaveSvg(buffer, graph, size);
-    return endsWith(".pdf") && SavePdf(buffer, graph, size);
+    if (endsWith(".png")) return SavePng(buffer, graph, size, options);
+    if (endsWith(".svg")) return SaveSvg(buffer, graph, size, options);
+    return endsWith(".pdf") && SavePdf(buffer, graph, size, options);
 }
 
 } // namespace
 
-bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size, double scale) {
+bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
+                      const TPictureOptions& options) {
     PrepareWithChildGraphs(graph);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     try {
-        if (!SaveAs(QString::fromStdString(fileName), buffer, graph, size, scale))
+        if (!SaveAs(QString::fromStdString(fileName), buffer, graph, size, options))
             throw EFileError("Can not save to file " + fileName);
     } catch (const TCancelled&) {
         return false;
