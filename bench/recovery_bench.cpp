@@ -57,8 +57,10 @@ void StepItself(benchmark::State& state) {
 /// All that runs in the interface thread because of the file, while an earlier one may still be written.
 void HandOver(benchmark::State& state) {
     TEditedGraph edited;
-    TRecoveryWriter writer(
-        edited.Session, {.Kind = QStringLiteral("bench"), .Folder = edited.Folder.path(), .IntervalMs = 0});
+    TRecoveryWriter writer(edited.Session, {.Kind = QStringLiteral("bench"),
+                                            .DocumentName = {},
+                                            .Folder = edited.Folder.path(),
+                                            .IntervalMs = 0});
     double longest = 0;
     for (auto _ : state) {
         edited.Step();
@@ -74,8 +76,10 @@ void HandOver(benchmark::State& state) {
 
 void InTheOtherThread(benchmark::State& state) {
     TEditedGraph edited;
-    TRecoveryWriter writer(
-        edited.Session, {.Kind = QStringLiteral("bench"), .Folder = edited.Folder.path(), .IntervalMs = 0});
+    TRecoveryWriter writer(edited.Session, {.Kind = QStringLiteral("bench"),
+                                            .DocumentName = {},
+                                            .Folder = edited.Folder.path(),
+                                            .IntervalMs = 0});
     for (auto _ : state) {
         edited.Step();
         const auto start = TClock::now();

@@ -205,7 +205,7 @@ TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options) {
     return *series;
 }
 
-TSeries& ChosenSeriesWhole(const TxyGraph& graph, const TDataOptions& options) {
+TSeries& ChosenSeriesWhole(TxyGraph& graph, const TDataOptions& options) {
     TSeries& series = ChosenSeries(graph, options);
     try {
         TSilentProgress progress;

@@ -63,7 +63,7 @@ TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options);
 
 /// The same with all rows of its source where the graph holds only some; a message says when they can not be
 /// read.
-TSeries& ChosenSeriesWhole(const TxyGraph& graph, const TDataOptions& options);
+TSeries& ChosenSeriesWhole(TxyGraph& graph, const TDataOptions& options);
 
 /// The data set that DATA names, with the graph that it lives in. Text files are read without a graph.
 class TDataInput {

@@ -99,9 +99,8 @@ private:
 };
 
 std::function<bool()> StillThere(const TSeries& series) {
-    return [graph = QPointer<TxyGraph>(&series.Graph()), wanted = &series] {
-        return graph &&
-               std::ranges::any_of(graph->Series(), [&](const auto& s) { return s.get() == wanted; });
+    return [graph = QPointer<const TxyGraph>(&series.Graph()), wanted = &series] {
+        return graph && std::ranges::any_of(graph->Series(), [&](const TSeries* s) { return s == wanted; });
     };
 }
 

@@ -174,6 +174,7 @@ TEST_F(TDataSourcePageTest, EveryOptionReachesTheDescription) {
         {[&] { Choose("cbx_RowChoice", 2); }, [](auto& s) { return s.RowChoiceMode() == TRowChoice::ByX; }},
         {[&] { Type("e_From", QStringLiteral("-0,5")); },
          [](auto& s) { return s.RowChoiceValue1() == -0.5; }},
+        {[&] { Click("cb_AutoFrequency"); }, [](auto& s) { return s.AutoRowHitFreq(); }},
         {[&] { Click("cb_AutoFrequency"); }, [](auto& s) { return !s.AutoRowHitFreq(); }},
         {[&] { Type("se_RowFrequency", QStringLiteral("3")); },
          [](auto& s) { return s.RowSamplingFrequency() == 3; }},

@@ -217,7 +217,9 @@ TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
         int number = 0;
         for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
         const TFitResult offer = model.Run({nullptr, {}, TFitStarts::Offered});
-        if (!offer.BetterValues.empty()) EXPECT_NEAR(offer.BetterRss / result.Rss, 1, 1e-6) << c.equation;
+        if (!offer.BetterValues.empty()) {
+            EXPECT_NEAR(offer.BetterRss / result.Rss, 1, 1e-6) << c.equation;
+        }
         TakeBetterMinimum(model.fit);
         EXPECT_NEAR(model.Run().Rss / result.Rss, 1, 1e-6) << c.equation;
     }
@@ -409,7 +411,7 @@ TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
             TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
             decay.SetPoints(50, 0.2, Decay);
             TCancellingProgress progress(steps);
-            EXPECT_EQ(decay.Run({&progress}).End, TFitEnd::Cancelled) << static_cast<int>(procType);
+            EXPECT_EQ(decay.Run({&progress, {}}).End, TFitEnd::Cancelled) << static_cast<int>(procType);
             EXPECT_EQ(decay.Value(2), 0.01) << static_cast<int>(procType);
         }
     }

@@ -136,7 +136,7 @@ TEST_F(SourceLoading, ResultsComeFromEveryRowAndNothingElseReadsMore) {
         series.CurveFit().SetStatus(TFitStatus::FinalResult);
     };
     const std::function<void(TSeries&)> cases[] = {
-        [](TSeries& series) { series.SetRegressionType(1); },
+        [](TSeries& series) { series.SetRegressionType(TRegressionType::Linear); },
         [](TSeries& series) { series.SetBoundsType(TBoundsType::TwoSD); },
         fit,
     };
@@ -162,7 +162,7 @@ TEST_F(SourceLoading, WhatResultsLackIsToldOnceWhenItCannotBeRead) {
     Thin();
     QFile::remove(File);
     TRecordingSink sink;
-    Series.SetRegressionType(1);
+    Series.SetRegressionType(TRegressionType::Linear);
     for (int i = 0; i < 3; ++i) Graph.PrepareForDrawing();
     EXPECT_EQ(Series.Count(), 500);
     EXPECT_NE(Series.RegressionLine(), nullptr);

@@ -77,6 +77,7 @@ TEST_F(SeriesSupplier, AutomaticFrequencyIsNoted) {
     std::string text;
     for (int i = 0; i < 1000; ++i) text += std::to_string(i) + ",1\n";
     options.budget = 100;
+    series.DataSourceInfo().SetAutoRowHitFreq(true);
     LoadSeries(Write(text));
     EXPECT_EQ(series.DataSourceInfo().RowSamplingFrequency(), 10);
     EXPECT_EQ(series.Count(), 100);
