@@ -3,6 +3,7 @@
 #include "cli/arguments.h"
 #include "cli/read_as.h"
 #include "data/series/ds_info.h"
+#include "data/series/plotted_values.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/default_look.h"
@@ -227,12 +228,11 @@ TDataInput::TDataInput(const TDataOptions& options) {
         m_graph = LoadGraph(options);
         m_series = &ChosenSeriesWhole(m_graph->Graph(), options);
     }
-    const TPointChain& points = m_series->Points();
-    for (std::size_t i = 0; i < points.BlockCount(); ++i) {
-        const TPointSpans block = points.Block(i);
-        m_x.insert(m_x.end(), block.X.begin(), block.X.end());
-        m_y.insert(m_y.end(), block.Y.begin(), block.Y.end());
-    }
+    const TPlottedValues plotted = PlottedValues(*m_series);
+    m_x = plotted.X;
+    m_corrected = plotted.Y;
+    for (TPointCursor point = m_series->First(); point && m_y.size() < m_x.size(); point = point.Next())
+        m_y.push_back(point.Y());
 }
 
 std::unique_ptr<TCurFit> LoadFunction(const std::string& name) {

@@ -70,9 +70,10 @@ class TDataInput {
 public:
     explicit TDataInput(const TDataOptions& options);
     TDataSeries& Series() const { return *m_series; }
-    /// The points in order.
+    /// The points in order, with the X that they have in the plot.
     const std::vector<double>& X() const { return m_x; }
     const std::vector<double>& Y() const { return m_y; } ///< raw
+    const std::vector<double>& CorrectedY() const { return m_corrected; }
 
 private:
     std::unique_ptr<TGraphDocument> m_graph;
@@ -80,6 +81,7 @@ private:
     TDataSeries* m_series = nullptr;
     std::vector<double> m_x;
     std::vector<double> m_y;
+    std::vector<double> m_corrected;
 };
 
 /// The fit in a function file.

@@ -42,9 +42,7 @@ struct TFitCommand {
         if (definition.HasModel()) definition.Define(fit, nullptr);
         const TDataInput input(data);
         if (!definition.HasModel()) definition.Define(fit, &input.Series().CurveFit());
-        std::vector<double> corrected = input.Y();
-        for (std::size_t i = 0; i < corrected.size(); ++i)
-            corrected[i] = input.Series().CorrectedY(input.X()[i], corrected[i]);
+        const std::vector<double>& corrected = input.CorrectedY();
         TFitRun run;
         run.Starts = starts;
         run.Robust = RobustArgument();

@@ -39,7 +39,8 @@ struct TStatsCommand {
         if (tolerance.value_or(0) < 0) throw EUsage("--tolerance: a number from 0 is needed");
         const TDataInput input(data);
         const double within = tolerance.value_or(input.Series().NumericalTolerance());
-        const TStatistics x = ComputeStatistics(input.X(), within, TValueOrder::AsWalked);
+        const TStatistics x = ComputeStatistics(
+            input.X(), within, input.Series().XSource() ? TValueOrder::Any : TValueOrder::AsWalked);
         const TStatistics y = ComputeStatistics(input.Y(), within);
         for (const TStatistics* statistics : {&x, &y})
             if (statistics->Failed) throw EFileError(data.file + ": " + statistics->Message);

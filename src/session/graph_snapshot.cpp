@@ -82,12 +82,15 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
     state.RegressionStale = series.RegressionStale();
     state.IsThinned = series.IsThinned();
     state.NeedsReload = series.DataSourceInfo().NeedsReload();
+    state.IsSamplingChosen = series.DataSourceInfo().IsSamplingChosen();
+    state.UsesXAxisSeries = series.UseXAxisSeries();
     state.DataStamp = series.DataStamp();
     return state;
 }
 
 // The points are away while the record is read, whose settings would merge them.
 void RestoreContent(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
+    const TUpdateHold hold(series);
     TPointChain points = series.SwapPoints({});
     if (!SamePoints(state, present)) points = state.Points->ToChain();
     TByteSource source(state.Record->Bytes());
@@ -101,9 +104,10 @@ void RestoreRegression(TSeries& series, bool stale) {
     if (!stale) series.UpdateRegression();
 }
 
-void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState& present) {
+// What was worked out, when the data sets and the one that is X are what they were.
+void RestoreResults(TSeries& series, const TSeriesState& state, bool hasOtherX) {
     const TUpdateHold hold(series);
-    if (!state.SameContent(present)) RestoreContent(series, state, present);
+    if (hasOtherX) series.XSourceChanged();
     series.RestoreExtents(state.Extents);
     RestoreRegression(series, state.RegressionStale);
     series.RestoreExtents(state.Extents); // sampling the curve of a fit has brought them up to date
@@ -112,6 +116,7 @@ void RestoreState(TSeries& series, const TSeriesState& state, const TSeriesState
     series.SetSourceRows(state.SourceRows);
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
+    series.DataSourceInfo().SetSamplingChosen(state.IsSamplingChosen);
 }
 
 } // namespace
@@ -122,8 +127,8 @@ bool TSeriesState::SameContent(const TSeriesState& other) const {
 
 bool TSeriesState::operator==(const TSeriesState& other) const {
     return SameContent(other) && TextWishes == other.TextWishes && SourceRows == other.SourceRows &&
-           IsThinned == other.IsThinned && FitRun.Result == other.FitRun.Result &&
-           FitRun.Error == other.FitRun.Error;
+           IsThinned == other.IsThinned && UsesXAxisSeries == other.UsesXAxisSeries &&
+           FitRun.Result == other.FitRun.Result && FitRun.Error == other.FitRun.Error;
 }
 
 TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earlier,
@@ -163,14 +168,17 @@ bool TGraphSnapshot::operator==(const TGraphSnapshot& other) const {
 
 void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     const TUpdateHold hold(graph);
+    const bool hasX = graph.Appearance()->XAxisSerIndex() > 0 || m_xAxisSerIndex > 0;
     graph.Appearance()->FollowXAxisSeries(0); // nothing is said about a data set on its way
     RestoreSettings(graph);
     RestoreSeries(graph);
-    graph.SetMarks(m_marks);
-    RestoreChildren(graph);
     // Not by the setter: it refuses a data set that has allowed duplicates since it became X.
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
-    for (const auto& series : graph.Series()) series->SetUseXAxisSeries(m_xAxisSerIndex > 0);
+    for (std::size_t i = 0; i < m_series.size(); ++i)
+        graph.Series()[i]->RestoreUseXAxisSeries(m_series[i].UsesXAxisSeries);
+    for (std::size_t i = 0; i < m_series.size(); ++i) RestoreResults(*graph.Series()[i], m_series[i], hasX);
+    graph.SetMarks(m_marks);
+    RestoreChildren(graph);
     graph.Appearance()->SetCurrSerIndex(currSerIndex);
     graph.NeedRescale();
     graph.RequestRepaint(true);
@@ -192,7 +200,8 @@ void TGraphSnapshot::RestoreSeries(TxyGraph& graph) const {
     graph.RenumberSeries();
     const TGraphSnapshot present(graph, this, m_meter);
     for (std::size_t i = 0; i < m_series.size(); ++i)
-        RestoreState(*graph.Series()[i], m_series[i], present.m_series[i]);
+        if (!m_series[i].SameContent(present.m_series[i]))
+            RestoreContent(*graph.Series()[i], m_series[i], present.m_series[i]);
 }
 
 // A child graph keeps its place in the chain, so only their number tells which ones are wanted.

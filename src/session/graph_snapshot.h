@@ -41,6 +41,8 @@ struct TSeriesState {
     bool IsThinned = false;
     bool NeedsReload = false;
     bool RegressionStale = false;
+    bool UsesXAxisSeries = false;
+    bool IsSamplingChosen = false;
     std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
 
     /// What a file holds is the same.

@@ -1,6 +1,7 @@
 #include "session/graph_session.h"
 
-#include "common/random_graph.h"
+#include "common/graph_state.h"
+#include "common/recording_sink.h"
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
@@ -26,65 +27,12 @@ double Number(TRandom& random) {
     return std::uniform_real_distribution(-100.0, 100.0)(random);
 }
 
-/// What an undo has to bring back of a data set beyond what a file holds.
-struct TUnfiled {
-    std::vector<std::int32_t> Ids;
-    std::vector<double> Values; ///< extents, Derived and the regression's curve
-    std::vector<bool> Flags;
-    TSourceRows Rows;
-    TTextWishes Wishes;
-    TFitRunState Fit;
-};
-
-struct TContent {
-    TBytes File;
-    std::vector<TUnfiled> Series;
-    int CurrentMark;
-};
-
-TUnfiled UnfiledOf(const TSeries& series) {
-    TUnfiled unfiled{{},
-                     {series.MinX(), series.MaxX(), series.MinY(), series.MaxY()},
-                     {series.ExtentsStale(), series.RegressionStale(), series.IsThinned(),
-                      series.DataSourceInfo().NeedsReload()},
-                     series.SourceRows(),
-                     series.TextWishes(),
-                     series.CurveFit().RunState()};
-    for (auto point = series.First(); point; point = point.Next()) {
-        unfiled.Ids.push_back(point.Id());
-        if (!series.RegressionStale()) unfiled.Values.push_back(point.Derived());
-    }
-    if (!series.RegressionStale())
-        for (const TCurveSample& sample : series.RegressionCurve()) unfiled.Values.push_back(sample.Derived);
-    std::ranges::replace_if(
-        unfiled.Values, [](double value) { return std::isnan(value); }, -1.0e300);
-    return unfiled;
-}
-
-/// The first thing that differs.
-std::string Difference(const TContent& a, const TContent& b) {
-    if (a.File != b.File) return "file";
-    if (a.CurrentMark != b.CurrentMark) return "current mark";
-    for (std::size_t i = 0; i < a.Series.size(); ++i) {
-        const std::string where = " of data set " + std::to_string(i + 1);
-        const TUnfiled& x = a.Series[i];
-        const TUnfiled& y = b.Series[i];
-        for (std::size_t k = 0; k < x.Flags.size(); ++k)
-            if (x.Flags[k] != y.Flags[k]) return "flag " + std::to_string(k) + where;
-        if (x.Ids != y.Ids || x.Values != y.Values) return "points" + where;
-        if (x.Rows != y.Rows || x.Wishes != y.Wishes) return "source" + where;
-        if (x.Fit != y.Fit) return "fit" + where;
-    }
-    return {};
-}
-
 // Which data set is current is no content; another test looks at that.
-TContent ContentOf(TxyGraph& graph) {
+TGraphState ContentOf(TxyGraph& graph) {
     const int current = graph.Appearance()->CurrSerIndex();
     graph.Appearance()->SetCurrSerIndex(1);
-    TContent content{FileOf(graph), {}, graph.Marks().CurrentID()};
+    TGraphState content(graph);
     graph.Appearance()->SetCurrSerIndex(current);
-    for (const auto& series : graph.Series()) content.Series.push_back(UnfiledOf(*series));
     return content;
 }
 
@@ -118,7 +66,9 @@ void FitLine(TSeries& series) {
 }
 
 void EditSettings(TSeries& series, TRandom& random) {
-    switch (Int(random, 0, 11)) {
+    switch (Int(random, 0, 13)) {
+    case 12: series.SetUseXAxisSeries(!series.UseXAxisSeries()); break;
+    case 13: series.DataSourceInfo().SetSourceName("lost" + std::to_string(Int(random, 0, 9))); break;
     case 0: series.SetSeriesName("Run " + std::to_string(Int(random, 0, 99))); break;
     case 1: series.SetAutoZero(!series.AutoZero()); break;
     case 2: series.SetZeroValue(Number(random)); break;
@@ -169,20 +119,22 @@ void LookOnce(TxyGraph& graph, TRandom& random) {
 }
 
 TEST(TGraphSessionTest, AStateThatIsPutBackEqualsTheStateAsItWasFiledOrNot) {
+    const TRecordingSink sink; // of data sets that are X no longer, and of sources that are not there
     for (unsigned seed = 0; seed < 60; ++seed) {
         TRandom random(seed);
         TxyGraph graph;
         FillRandomly(graph, random);
         TGraphSession session(graph);
         session.Start();
-        std::vector<TContent> states = {ContentOf(graph)};
+        std::vector<TGraphState> states = {ContentOf(graph)};
         std::size_t at = 0;
         const auto walk = [&](bool back) {
             if (back ? session.CanUndo() : session.CanRedo()) {
                 back ? session.Undo() : session.Redo();
                 at += back ? -1 : 1;
             }
-            ASSERT_EQ(Difference(ContentOf(graph), states[at]), "") << "seed " << seed << " state " << at;
+            ASSERT_EQ(TGraphState::Difference(ContentOf(graph), states[at]), "")
+                << "seed " << seed << " state " << at;
         };
         const auto look = [&] {
             session.FollowUp([&] { LookOnce(graph, random); });
@@ -191,7 +143,7 @@ TEST(TGraphSessionTest, AStateThatIsPutBackEqualsTheStateAsItWasFiledOrNot) {
         for (int edits = 0; edits < 60; ++edits) {
             look();
             const bool isStep = session.Change("edit", [&] { EditOnce(graph, random); });
-            if (isStep) states.push_back({});
+            if (isStep) states.push_back(ContentOf(graph));
             at = states.size() - 1;
             states[at] = ContentOf(graph);
         }

@@ -25,6 +25,7 @@ class TxyReader;
 class TxyWriter;
 struct TSeriesData;
 struct TSeriesResults;
+struct TRegressionResult;
 struct TSpread;
 struct TStatistics;
 
@@ -111,6 +112,12 @@ public:
     const TPointChain& Points() const { return m_points; }
     /// How the series merges points; for a chain that is built beside it.
     TMergeRule MergeRule() const { return {m_numericalTolerance, m_duplicatesAllowed}; }
+    /// The data set whose corrected Y at the same places are the X of the points in the plot; null where the
+    /// points have their own. Regressions, statistics of X and fits are then of the points as they are
+    /// plotted: over that X, and of the corrected Y.
+    virtual const TDataSeries* XSource() const { return nullptr; }
+    /// XSource is another one now, or its values are: the results are worked out anew. No notification.
+    void XSourceChanged() { MarkResultsStale(); }
     double CorrectedY(double x, double y) const { return y - m_zeroValue - m_baseLineSlope * x; }
 
     // The extents as they are; call RecalcExtents before when ExtentsStale is set. 0 without points, and for
@@ -178,7 +185,8 @@ public:
     bool RegressionStale() const { return m_regressionStale; }
     /// The next request works the regression out anew. No notification.
     void MarkRegressionStale();
-    /// When RegressionStale is set, clears it and works out the regression of the raw Y: the Derived of the
+    /// When RegressionStale is set, clears it and works out the regression of the raw Y (with an XSource of
+    /// the points as they are plotted, Derived then being not-a-number beyond its count): the Derived of the
     /// points, RegressionLine or RegressionCurve, as ComputeRegression says for each type. Throws
     /// ERegressionError as that does; all results are then empty, and RegressionError keeps the text.
     void CalcRegression();
@@ -223,6 +231,8 @@ private:
     void MarkFitStale();
     void CurveFitChanged();
     void SampleCurveFit();
+    TRegressionResult ComputeOwnRegression() const;
+    TRegressionResult ComputePlottedRegression() const;
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
     void StartExtents(double x, double y);

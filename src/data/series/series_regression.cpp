@@ -2,8 +2,13 @@
 #include "data/analysis/regression.h"
 #include "data/analysis/spline.h"
 #include "data/series/data_series.h"
+#include "data/series/plotted_values.h"
 #include "data/series/series_results.h"
 #include "fit/definition/cur_fit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace lumoplot {
 namespace {
@@ -39,6 +44,8 @@ private:
 
 TStatistics TDataSeries::XStatistics() const {
     auto& cached = m_results->XStatistics;
+    if (!cached.IsValid && XSource())
+        cached.Put(ComputeStatistics(PlottedValues(*this).X, m_numericalTolerance));
     if (!cached.IsValid)
         cached.Put(ComputeStatistics(TFieldOfAll(m_points, &TPointSpans::X), m_numericalTolerance,
                                      TValueOrder::AsWalked));
@@ -90,9 +97,7 @@ void TDataSeries::CalcRegression() {
     m_regressionStale = false;
     ClearRegression();
     try {
-        TRegressionResult result = ComputeRegression(
-            {m_regressionType, m_regressionControlValue1, m_regressionControlValue2, m_duplicatesAllowed},
-            TFieldOfAll(m_points, &TPointSpans::X), TFieldOfAll(m_points, &TPointSpans::Y));
+        TRegressionResult result = XSource() ? ComputePlottedRegression() : ComputeOwnRegression();
         m_points.SetDerived(result.Derived);
         m_regressionCurve = std::move(result.Curve);
         m_results->RegressionLine = std::move(result.Line);
@@ -104,12 +109,51 @@ void TDataSeries::CalcRegression() {
     }
 }
 
+TRegressionResult TDataSeries::ComputeOwnRegression() const {
+    return ComputeRegression(
+        {m_regressionType, m_regressionControlValue1, m_regressionControlValue2, m_duplicatesAllowed},
+        TFieldOfAll(m_points, &TPointSpans::X), TFieldOfAll(m_points, &TPointSpans::Y));
+}
+
+// Curves over X want it ascending; what smooths goes from point to point.
+TRegressionResult TDataSeries::ComputePlottedRegression() const {
+    const TPlottedValues plotted = PlottedValues(*this);
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < plotted.X.size(); ++i)
+        if (std::isfinite(plotted.X[i])) order.push_back(i);
+    if (m_regressionType <= static_cast<int>(TRegressionType::Spline))
+        std::ranges::stable_sort(order, {}, [&](std::size_t place) { return plotted.X[place]; });
+    std::vector<double> x, y;
+    for (const std::size_t place : order) {
+        x.push_back(plotted.X[place]);
+        y.push_back(plotted.Y[place]);
+    }
+    const bool sharesX = std::ranges::adjacent_find(x) != x.end();
+    TRegressionResult result = ComputeRegression(
+        {m_regressionType, m_regressionControlValue1, m_regressionControlValue2, sharesX}, x, y);
+    if (result.Derived.empty()) return result;
+    std::vector<double> derived(static_cast<std::size_t>(Count()), std::numeric_limits<double>::quiet_NaN());
+    for (std::size_t i = 0; i < order.size(); ++i) derived[order[i]] = result.Derived[i];
+    result.Derived = std::move(derived);
+    return result;
+}
+
 // The owner of the curve samples it: over the extent of X, from the fit's parameters as they are.
 void TDataSeries::SampleCurveFit() {
     if (m_extentsStale) RecalcExtents();
     m_curveFit->Compile();
     if (!m_curveFit->Selected()) return;
-    for (const double x : CurveGrid(m_minX, m_maxX, m_regressionControlValue1))
+    double from = m_minX;
+    double to = m_maxX;
+    if (XSource()) {
+        TPlottedValues plotted = PlottedValues(*this);
+        plotted.KeepFiniteX();
+        if (plotted.X.empty()) return;
+        const auto [smallest, largest] = std::ranges::minmax(plotted.X);
+        from = smallest;
+        to = largest;
+    }
+    for (const double x : CurveGrid(from, to, m_regressionControlValue1))
         m_regressionCurve.push_back({x, m_curveFit->EvaluateAt(x)});
 }
 

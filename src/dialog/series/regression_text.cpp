@@ -50,7 +50,8 @@ QString NoCurveText(const TSeries& series, TRegressionType type) {
 QString RegressionResultText(const TSeries& series, TDigits digits) {
     const TRegressionType type = series.RegressionType();
     if (const TFittedCurve* line = series.RegressionLine()) {
-        const bool hasBaseline = series.ZeroValue() != 0 || series.BaseLineSlope() != 0;
+        const bool hasBaseline =
+            !series.XSource() && (series.ZeroValue() != 0 || series.BaseLineSlope() != 0);
         return Formula(line->Coefficients(), type == TRegressionType::Quadratic, digits) +
                (hasBaseline ? QStringLiteral("  (before the baseline is subtracted)") : QString());
     }

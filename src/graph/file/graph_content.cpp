@@ -21,8 +21,8 @@ void WriteAllEntries(TxyWriter& writer, std::span<const TSectionRow<T>> rows, co
 } // namespace
 
 TSeriesContent::TSeriesContent(const TSeries& series)
-    : m_number(series.SeriesIndex()), m_data(series.Data()), m_source(series.SourceState()),
-      m_fitRun(series.CurveFit().RunState()) {
+    : m_number(series.SeriesIndex()), m_usesXAxisSeries(series.UseXAxisSeries()), m_data(series.Data()),
+      m_source(series.SourceState()), m_fitRun(series.CurveFit().RunState()) {
     TxyWriter writer(m_record, TEncoding::Compact);
     WriteSeries(writer, series, TPoints::LeaveOut);
 }
@@ -64,6 +64,8 @@ void TGraphContent::MoveInto(TxyGraph& graph) && {
     MoveSettingsInto(graph);
     MovePartsInto(graph);
     graph.Appearance()->RestoreIndices(m_xAxisSerIndex, m_currSerIndex);
+    for (const TSeriesContent& content : m_series)
+        graph.FindSeries(content.Number())->RestoreUseXAxisSeries(content.UsesXAxisSeries());
     graph.NeedRescale();
     graph.RequestRepaint(true);
 }

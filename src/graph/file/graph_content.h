@@ -17,11 +17,13 @@ class TSeriesContent {
 public:
     explicit TSeriesContent(const TSeries& series);
     int Number() const { return m_number; }
+    bool UsesXAxisSeries() const { return m_usesXAxisSeries; }
     /// Gives the content to a data set, whose number stays.
     void MoveInto(TSeries& series) &&;
 
 private:
     int m_number;
+    bool m_usesXAxisSeries;
     TBytes m_record;
     TSeriesData m_data;
     TSeriesSource m_source;

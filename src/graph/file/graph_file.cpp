@@ -228,6 +228,9 @@ void TxyGraph::CopyFrom(const TxyGraph& source) {
 void TSeries::CopyFrom(const TSeries& other) {
     if (&other == this) return;
     TSeriesContent(other).MoveInto(*this);
+    RestoreUseXAxisSeries(other.UseXAxisSeries());
+    const bool hasOwnX = XSource() == nullptr;
+    if (hasOwnX != (other.XSource() == nullptr)) XSourceChanged();
     m_graph.Appearance()->DropUnusableXSeries();
 }
 

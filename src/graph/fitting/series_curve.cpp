@@ -3,6 +3,7 @@
 
 #include "data/analysis/spline.h"
 #include "fit/definition/cur_fit.h"
+#include "graph/plotted/drawn_extent.h"
 #include "support/errors.h"
 
 #include <algorithm>
@@ -10,25 +11,13 @@
 
 namespace lumoplot {
 
-namespace {
-
-// Where a logarithmic curve can start; 0 when no point has such an X.
-double SmallestPositiveX(const TSeries& series) {
-    double smallest = 0;
-    for (std::size_t block = 0; block < series.Points().BlockCount(); ++block)
-        for (const double x : series.Points().Block(block).X)
-            if (x > 0 && (smallest == 0 || x < smallest)) smallest = x;
-    return smallest;
-}
-
-} // namespace
-
 // Even steps of X, or of its logarithm, between the margins in use or else the ends of the data.
 void TSeries::UpdateFittedCurve(bool logX) {
     TCurFit& fit = CurveFit();
-    double from = fit.UseLeftMargin() ? fit.LeftMargin() : MinX();
-    double to = fit.UseRightMargin() ? fit.RightMargin() : MaxX();
-    if (logX && from <= 0) from = SmallestPositiveX(*this);
+    const TRange range = PlottedXRange(*this);
+    double from = fit.UseLeftMargin() ? fit.LeftMargin() : range.Min;
+    double to = fit.UseRightMargin() ? fit.RightMargin() : range.Max;
+    if (logX && from <= 0) from = SmallestPlottedX(*this);
     const TCurveState state{fit.Revision(), from, to, logX};
     if (state == m_curveState) return;
     m_curveState = state;

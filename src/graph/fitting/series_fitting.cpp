@@ -1,5 +1,6 @@
 #include "graph/fitting/series_fitting.h"
 
+#include "data/series/plotted_values.h"
 #include "fit/run/curve_fitter.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
@@ -51,15 +52,10 @@ private:
 
 class TSeriesFit {
 public:
-    explicit TSeriesFit(TSeries& series) : m_series(series), m_graph(&series.Graph()) {
+    explicit TSeriesFit(TSeries& series)
+        : m_series(series), m_graph(&series.Graph()), m_values(PlottedValues(series)) {
         m_work.Assign(&series.CurveFit());
-        const TPointChain& points = series.Points();
-        for (std::size_t block = 0; block < points.BlockCount(); ++block) {
-            const TPointSpans run = points.Block(block);
-            m_x.insert(m_x.end(), run.X.begin(), run.X.end());
-            for (std::size_t i = 0; i < run.X.size(); ++i)
-                m_y.push_back(series.CorrectedY(run.X[i], run.Y[i]));
-        }
+        m_values.KeepFiniteX();
     }
 
     void Run() {
@@ -68,7 +64,7 @@ public:
         TFitRun run{&progress, {}};
         if (Fit().Status() == TFitStatus::EveryStep) run.OnIteration = [this] { ShowStep(); };
         try {
-            RunFit(m_work, m_x, m_y, run);
+            RunFit(m_work, m_values.X, m_values.Y, run);
             if (IsWanted()) Fit().TakeRun(m_work);
         } catch (const ELumoError& error) {
             if (IsWanted()) Fit().TakeFailure(error.what());
@@ -94,8 +90,7 @@ private:
     TSeries& m_series;
     QPointer<TxyGraph> m_graph;
     TCurFit m_work;
-    std::vector<double> m_x;
-    std::vector<double> m_y;
+    TPlottedValues m_values;
 };
 
 std::function<bool()> StillThere(const TSeries& series) {

@@ -20,12 +20,20 @@ void TAppearance::SetAllowDuplicates(bool value) {
 }
 
 void TAppearance::SetXAxisSerIndex(int value) {
-    if (value == m_xAxisSerIndex) return;
+    if (StoreXAxisSerIndex(value))
+        for (const auto& each : Graph().Series()) each->XSourceChanged();
+}
+
+// True when another data set is X now.
+bool TAppearance::StoreXAxisSerIndex(int value) {
+    if (value == m_xAxisSerIndex) return false;
+    const int before = m_xAxisSerIndex;
     const TSeries* series = Graph().FindSeries(value);
     m_xAxisSerIndex = series && !series->DuplicatesAllowed() ? value : 0;
-    for (const auto& each : Graph().Series()) each->SetUseXAxisSeries(m_xAxisSerIndex > 0);
+    for (const auto& each : Graph().Series()) each->RestoreUseXAxisSeries(m_xAxisSerIndex > 0);
     Graph().NeedRescale();
     Redraw();
+    return m_xAxisSerIndex != before;
 }
 
 void TAppearance::SetCurrSerIndex(int value) {
@@ -35,7 +43,7 @@ void TAppearance::SetCurrSerIndex(int value) {
 
 void TAppearance::ApplyHeldIndices() {
     SetCurrSerIndex(m_holdCurrSerIndex);
-    SetXAxisSerIndex(m_holdXAxisSerIndex);
+    StoreXAxisSerIndex(m_holdXAxisSerIndex); // results that were filed are of these X
 }
 
 void TAppearance::DropUnusableXSeries() {
@@ -49,7 +57,7 @@ void TAppearance::DropUnusableXSeries() {
 
 void TAppearance::RestoreIndices(int xAxisSerIndex, int currSerIndex) {
     FollowXAxisSeries(xAxisSerIndex);
-    for (const auto& series : Graph().Series()) series->SetUseXAxisSeries(xAxisSerIndex > 0);
+    for (const auto& series : Graph().Series()) series->RestoreUseXAxisSeries(xAxisSerIndex > 0);
     m_currSerIndex = currSerIndex;
 }
 

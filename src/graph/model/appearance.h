@@ -107,6 +107,8 @@ public:
     void ResetToDefaults();
 
 private:
+    bool StoreXAxisSerIndex(int value);
+
     friend XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
 
     bool m_allowDuplicates{};

@@ -14,9 +14,12 @@
 namespace lumoplot {
 namespace {
 
+/// The corrected Y of points are others.
+constexpr TChangeReasons kValueReasons =
+    TChangeReasons(TSeries::kPointChanged) | TSeries::kPointAdded | TSeries::kBaselineChanged;
+
 /// The reasons that come with another DataStamp.
-constexpr TChangeReasons kDataReasons = TChangeReasons(TSeries::kPointChanged) | TSeries::kPointAdded |
-                                        TSeries::kBaselineChanged | TSeries::kRegressionChanged;
+constexpr TChangeReasons kDataReasons = kValueReasons | TSeries::kRegressionChanged;
 
 std::uint64_t NextStamp() {
     static std::uint64_t last = 0;
@@ -110,8 +113,27 @@ void TSeries::SetUpdateDepth(bool value) {
     value ? BeginUpdate() : EndUpdate();
 }
 
+const TDataSeries* TSeries::XSource() const {
+    const int number = m_graph.Appearance()->XAxisSerIndex();
+    return m_useXAxisSeries && number != m_seriesIndex ? m_graph.FindSeries(number) : nullptr;
+}
+
+void TSeries::SetUseXAxisSeries(bool value) {
+    if (value == m_useXAxisSeries) return;
+    m_useXAxisSeries = value;
+    XSourceChanged();
+}
+
+// The data sets that are plotted over the values of this one.
+void TSeries::TellPaired() {
+    if (m_graph.Appearance()->XAxisSerIndex() != m_seriesIndex) return;
+    for (const auto& series : m_graph.Series())
+        if (series->XSource() == this) series->XSourceChanged();
+}
+
 void TSeries::Changed(TChangeReasons reasons) {
     if (reasons.HasAnyOf(kDataReasons)) m_dataStamp = NextStamp();
+    if (reasons.HasAnyOf(kValueReasons)) TellPaired();
     TDataSeries::Changed(reasons);
 }
 

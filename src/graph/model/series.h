@@ -142,7 +142,10 @@ public:
     /// As for any data series; the X data set that is to hold duplicates ceases to be the X data set, which
     /// the message sink is told.
     void SetDuplicatesAllowed(bool value);
-    void SetUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
+    void SetUseXAxisSeries(bool value);
+    /// Puts the switch back where results are put back as well.
+    void RestoreUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
+    const TDataSeries* XSource() const override;
     void SetThinned(bool value) { m_isThinned = value; }
     void SetSourceRows(const TSourceRows& value) { m_sourceRows = value; }
     void SetTextWishes(const TTextWishes& value);
@@ -185,6 +188,7 @@ private:
     };
 
     bool ShowsFigures() const;
+    void TellPaired();
     template <class TField, class TValue>
     void Store(TField& field, const TValue& value);
     void StoreWord(int& field, int value);

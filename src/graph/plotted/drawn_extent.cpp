@@ -46,6 +46,25 @@ TDrawnExtent WalkedExtent(const TSeries& series, bool logX, bool logY) {
 
 } // namespace
 
+TRange PlottedXRange(const TSeries& series) {
+    if (!series.XSource()) return {series.MinX(), series.MaxX()};
+    TRange range;
+    TDrawnPoints(series).ForEachRun([&](const TDrawnRun& run) {
+        for (const double x : run.X)
+            if (std::isfinite(x)) range.Take(x);
+    });
+    return range;
+}
+
+double SmallestPlottedX(const TSeries& series) {
+    double smallest = 0;
+    TDrawnPoints(series).ForEachRun([&](const TDrawnRun& run) {
+        for (const double x : run.X)
+            if (std::isfinite(x) && x > 0 && (smallest == 0 || x < smallest)) smallest = x;
+    });
+    return smallest;
+}
+
 TDrawnExtent TDrawnExtents::Of(const TSeries& series) {
     const bool logX = series.Graph().XAxis()->LogScale();
     const bool logY = series.YAxisOfSeries()->LogScale();

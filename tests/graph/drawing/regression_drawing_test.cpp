@@ -156,10 +156,14 @@ TEST_F(TRegressionDrawing, ARegressionFollowsTheXOfAnotherDataSet) {
     m_graph.Appearance()->SetXAxisSerIndex(1);
     series.SetUseXAxisSeries(true);
     SetAxes(0, 10, 0, 100);
-    series.SetRegressionType(TRegressionType::Linear);
-    ExpectCorners(Corners(), {{0.3, 0.2}, {0.1, 0.4}, {0.7, 0.6}});
+    series.SetRegressionType(TRegressionType::ExponentialSmoothing); // from point to point
+    series.SetRegressionControlValue2(0.5);
+    ExpectCorners(Corners(), {{0.3, 0.2}, {0.1, 0.3}, {0.7, 0.45}});
+    series.SetPointY(1, 10);     // (3, 10), (1, 40), (7, 60)
+    series.SetRegressionType(TRegressionType::Linear); // slope 780 / 168 about the mean (11 / 3, 110 / 3)
+    ExpectCorners(Corners(), {{0.1, 170.0 / 700}, {0.7, 365.0 / 700}});
     series.SetRegressionType(TRegressionType::Spline);
-    EXPECT_TRUE(Corners().empty());
+    EXPECT_NEAR(Corners().front().x(), 0.1, 1e-6);
 }
 
 TEST_F(TRegressionDrawing, BoundsLieAboutTheMeanOfWhatIsShown) {

@@ -42,7 +42,7 @@ TPenStyle StyleOf(const TCurFit& fit) {
 
 void DrawFittedCurve(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,
                      const QRectF& visible) {
-    if (series.FittedCurve().empty() || XSeriesOf(series)) return;
+    if (series.FittedCurve().empty() || !IsDrawn(series)) return;
     const TCurFit& fit = series.CurveFit();
     const QPen pen =
         SeriesPen(canvas, series, fit.CurveColor(), StyleOf(fit), std::clamp(fit.CurveWidth(), 0, 65535));

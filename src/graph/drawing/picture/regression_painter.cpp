@@ -7,6 +7,7 @@
 #include "graph/drawing/lines/series_pen.h"
 #include "graph/drawing/lines/series_positions.h"
 #include "graph/model/graph.h"
+#include "graph/plotted/drawn_extent.h"
 
 #include <algorithm>
 #include <array>
@@ -71,9 +72,9 @@ public:
           m_line(xMap, yMap, reach) {}
 
     TPolylines Polylines() {
-        if (const TFittedCurve* curve = m_series.RegressionLine(); curve && !m_xSeries)
+        if (const TFittedCurve* curve = m_series.RegressionLine())
             AddFitted(*curve);
-        else if (IsOnGrid() && !m_xSeries)
+        else if (IsOnGrid())
             for (const TCurveSample& sample : m_series.RegressionCurve()) AddPlace(sample.X, sample.Derived);
         else if (!IsOnGrid() && m_series.RegressionError().empty())
             AddDerived();
@@ -85,16 +86,18 @@ private:
         return m_series.RegressionType() == TRegressionType::Spline ||
                m_series.RegressionType() == TRegressionType::SampledCurve;
     }
-    // The fitted curve stands for corrected Y; everything else for raw Y.
+    // The fitted curve, and what is worked out over an X data set, stands for corrected Y; everything else
+    // for raw Y.
     void AddPlace(double x, double derived) {
-        const bool isCorrected = m_series.RegressionType() == TRegressionType::SampledCurve;
+        const bool isCorrected = m_xSeries || m_series.RegressionType() == TRegressionType::SampledCurve;
         m_line.Add(x, isCorrected ? derived : m_series.CorrectedY(x, derived));
     }
 
     // Two places suffice for a straight line on linear axes.
     void AddFitted(const TFittedCurve& curve) {
-        const double first = m_xMap.IsLog() ? std::max(m_series.MinX(), m_xMap.Min()) : m_series.MinX();
-        const double last = m_series.MaxX();
+        const TRange range = PlottedXRange(m_series);
+        const double first = m_xMap.IsLog() ? std::max(range.Min, m_xMap.Min()) : range.Min;
+        const double last = range.Max;
         if (!(first < last)) return;
         const double from = std::clamp(m_xMap.Position(first), m_reach.left(), m_reach.right());
         const double to = std::clamp(m_xMap.Position(last), m_reach.left(), m_reach.right());
@@ -115,7 +118,7 @@ private:
                 if (m_xSeries && !xPoint) return;
                 const double x = m_xSeries ? m_xSeries->CorrectedY(xPoint.X(), xPoint.Y()) : run.X[i];
                 const double derived = run.Derived.empty() ? 0 : run.Derived[i];
-                m_line.Add(x, m_series.CorrectedY(run.X[i], derived));
+                m_line.Add(x, m_xSeries ? derived : m_series.CorrectedY(run.X[i], derived));
                 if (m_xSeries) xPoint = xPoint.Next();
             }
         }
