@@ -217,7 +217,7 @@ TEST(GraphCopy, ASourceThatIsSavedOpenedAndReloadedGivesTheSamePoints) {
         info.SetRowChoiceValue2(40);
         series.SetTextWishes(WishesOfEachKind()[chance() ? 0 : 2]);
         if (chance()) series.SetYColExpr("Y*2");
-        if (chance()) series.SetRegressionType(1);
+        if (chance()) series.SetRegressionType(TRegressionType::Linear);
         TSilentProgress progress;
         ASSERT_TRUE(LoadFromSource(series, progress));
         graph.PrepareForDrawing();

@@ -45,7 +45,7 @@ protected:
             fit.AddParameter(std::move(parameter));
         }
         fit.SetExpression("A*x+B");
-        fit.SetStatus(TCurFit::kFinalResult);
+        fit.SetStatus(TFitStatus::FinalResult);
     }
 
     TxyGraph Graph;
@@ -75,7 +75,7 @@ TEST_F(XSeries, RegressionsLieOnThePlottedPoints) {
             EXPECT_NEAR(point.Derived(), y(x), kClose);
         }
     }
-    Y.SetRegressionType(4);
+    Y.SetRegressionType(TRegressionType::Spline);
     Graph.PrepareForDrawing();
     ASSERT_FALSE(Y.RegressionCurve().empty());
     EXPECT_EQ(Y.RegressionCurve().front().X, 1);
@@ -86,7 +86,7 @@ TEST_F(XSeries, RegressionsLieOnThePlottedPoints) {
 TEST_F(XSeries, FitsTheirCurvesAndStatisticsAreOfThePlottedX) {
     Fill(Line);
     FitLine();
-    Y.SetRegressionType(5);
+    Y.SetRegressionType(TRegressionType::SampledCurve);
     for (int i = 0; i < 2; ++i) Graph.PrepareForDrawing(); // the sampled curve follows the fit
     ASSERT_TRUE(Y.CurveFit().Result());
     EXPECT_NEAR(Y.CurveFit().Parameter(1)->Value(), 3, 1e-6);
@@ -104,7 +104,7 @@ TEST_F(XSeries, FitsTheirCurvesAndStatisticsAreOfThePlottedX) {
 TEST_F(XSeries, ResultsAreStaleWhenAnythingChangesThePlottedXAndOnlyThen) {
     Fill(Line);
     FitLine();
-    Y.SetRegressionType(1);
+    Y.SetRegressionType(TRegressionType::Linear);
     TAppearance& appearance = *Graph.Appearance();
     const std::pair<bool, std::function<void()>> cases[] = {
         {true, [&] { X.SetPointY(1, 12); }},
@@ -115,7 +115,7 @@ TEST_F(XSeries, ResultsAreStaleWhenAnythingChangesThePlottedXAndOnlyThen) {
         {true, [&] { appearance.SetXAxisSerIndex(0); }},
         {true, [&] { appearance.SetXAxisSerIndex(1); }},
         {false, [&] { X.SetLineColor(7); }},
-        {false, [&] { X.SetRegressionType(1); }},
+        {false, [&] { X.SetRegressionType(TRegressionType::Linear); }},
         {false, [&] { Graph.ReverseSeries(); }},
         {true, [&] { X.SetDuplicatesAllowed(true); }},
     };
@@ -135,7 +135,7 @@ TEST_F(XSeries, PlacesWithoutAnXAreLeftOut) {
     X.SetPointY(5, std::numeric_limits<double>::infinity());
     for (int i = 0; i < 3; ++i) X.DeletePoint(kCount - i);
     FitLine();
-    Y.SetRegressionType(1);
+    Y.SetRegressionType(TRegressionType::Linear);
     Graph.PrepareForDrawing();
     EXPECT_NEAR((*Y.RegressionLine())(10), 35, kClose);
     EXPECT_EQ(Y.CurveFit().Result()->PointsUsed, kCount - 5);
