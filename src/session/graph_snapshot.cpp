@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
+#include "graph/mouse/graph_mouse.h"
 #include "session/settings_sections.h"
 #include "support/update_hold.h"
 
@@ -135,9 +136,11 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
                                std::shared_ptr<TMemoryMeter> meter)
     : m_dataDirectory(graph.Appearance()->DataDirectory()),
       m_xAxisSerIndex(graph.Appearance()->XAxisSerIndex()),
-      m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks()), m_meter(std::move(meter)),
+      m_currSerIndex(graph.Appearance()->CurrSerIndex()), m_marks(graph.Marks()),
+      m_views(graph.Mouse().Zoom().History()), m_meter(std::move(meter)),
       m_cost(m_meter, sizeof(*this) + graph.Series().size() * sizeof(TSeriesState) +
-                          graph.Marks().Marks().size() * sizeof(TGraphMark)) {
+                          graph.Marks().Marks().size() * sizeof(TGraphMark) +
+                          m_views.size() * sizeof(TGraphView)) {
     VisitSections(graph, [&](auto rows, const auto& object) {
         const TBytesPointer* before = earlier ? &earlier->m_settings[m_settings.size()] : nullptr;
         m_settings.push_back(Share(SectionOf(rows, object), before, m_meter));
@@ -172,6 +175,7 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.Appearance()->FollowXAxisSeries(0); // nothing is said about a data set on its way
     RestoreSettings(graph);
     RestoreSeries(graph);
+    graph.Mouse().Zoom().RestoreHistory(m_views);
     // Not by the setter: it refuses a data set that has allowed duplicates since it became X.
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
     for (std::size_t i = 0; i < m_series.size(); ++i)

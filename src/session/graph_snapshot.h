@@ -1,12 +1,13 @@
 // The state of a graph at one moment, kept in memory so that it can be put back exactly: settings, data sets
-// with their points and what is known of their sources and fits, marks and child graphs. Snapshots taken one
-// after the other share what has not changed between them. None changes any more, so that any thread reads
-// it.
+// with their points and what is known of their sources and fits, marks, child graphs, and the views that the
+// user can go back to. Snapshots taken one after the other share what has not changed between them. None
+// changes any more, so that any thread reads it.
 #pragma once
 
 #include "data/points/point_snapshot.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/model/graph.h"
+#include "graph/mouse/graph_zoom.h"
 #include "stream/items.h"
 
 #include <memory>
@@ -71,7 +72,7 @@ public:
     const std::vector<TGraphSnapshot>& Children() const { return m_children; }
     /// CurrSerIndex when it was taken.
     int CurrSerIndex() const { return m_currSerIndex; }
-    /// The same but for the current data set and the current mark.
+    /// The same but for the current data set, the current mark and the views to go back to.
     bool operator==(const TGraphSnapshot& other) const;
 
 private:
@@ -86,6 +87,7 @@ private:
     int m_currSerIndex;
     std::vector<TSeriesState> m_series;
     TMarkChain m_marks;
+    std::vector<TGraphView> m_views; ///< that the user can go back to
     std::vector<TGraphSnapshot> m_children;
     std::shared_ptr<TMemoryMeter> m_meter;
     TMeteredBytes m_cost; ///< of what is not shared

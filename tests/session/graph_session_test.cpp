@@ -5,6 +5,7 @@
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
+#include "graph/mouse/graph_mouse.h"
 #include "session/undo_history.h"
 
 #include <gtest/gtest.h>
@@ -294,6 +295,26 @@ TEST_F(TSessionTest, WhatTheUserChangesOnTheGraphIsAStepAndADragIsOne) {
         EXPECT_EQ(axis.Max(), max);
     }
     EXPECT_FALSE(m_session.CanUndo());
+}
+
+TEST_F(TSessionTest, AViewThatIsUndoneIsNotGoneBackTo) {
+    for (const double x : {0, 10}) m_graph.FirstSeries()->AddPoint(x, x);
+    TGraphZoom& zoom = m_graph.Mouse().Zoom();
+    const TAxis& axis = *m_graph.XAxis();
+    std::vector<double> ends;
+    for (int i = 0; i < 2; ++i) {
+        m_graph.grab();
+        ends.push_back(axis.Max());
+        zoom.Magnify(*m_graph.Mouse().Map(), QPointF(100, 100), 2);
+        zoom.EndGesture();
+    }
+    m_session.Undo();
+    EXPECT_EQ(axis.Max(), ends[1]);
+    zoom.GoBack();
+    EXPECT_EQ(axis.Max(), ends[0]);
+    m_session.Undo();
+    EXPECT_EQ(axis.Max(), ends[1]);
+    EXPECT_TRUE(zoom.CanGoBack());
 }
 
 TEST(TUndoHistoryTest, StepsOnLongDataSetsShareWhatStaysAndTheOldestAreDropped) {

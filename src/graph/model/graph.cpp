@@ -108,11 +108,6 @@ bool TxyGraph::HasDesigner() const {
     return isSignalConnected(QMetaMethod::fromSignal(&TxyGraph::OnWantDesigner));
 }
 
-void TxyGraph::SetPlottedPointLimit(int value) {
-    m_plottedPointLimit = std::max(1, value);
-    RequestRepaint(true);
-}
-
 void TxyGraph::Assign(const QObject* source) {
     if (const auto* graph = qobject_cast<const TxyGraph*>(source)) CopyFrom(*graph);
 }

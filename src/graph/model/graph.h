@@ -14,7 +14,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QWidget>
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -25,8 +24,9 @@
 
 namespace lumoplot {
 
-class TDrawnExtents;
+class TFitSchedule;
 class TGraphMouse;
+class TGraphScaling;
 class TxyChildGr;
 class TxyHolder;
 
@@ -155,7 +155,7 @@ public:
     void BeginUpdate() { ++m_holds; }
     void EndUpdate();
     /// The axes must be scaled anew before the next drawing.
-    void NeedRescale() { m_needsRescale = true; }
+    void NeedRescale();
     /// A data set has changed: rescale and repaint.
     void SeriesChanged();
 
@@ -164,7 +164,7 @@ public:
     /// runs pending fits when it has painted.
     void PrepareForDrawing();
     /// The last scaling failed; ErrorCaption is drawn in place of the plot.
-    bool ScaleFailed() const { return m_scaleFailed; }
+    bool ScaleFailed() const;
     /// There is something to draw: a data set with points, or a mark.
     bool HasContent() const;
 
@@ -246,24 +246,17 @@ private:
 
     TSeriesOwners::const_iterator Place(int number) const;
     void Relink();
-    void Rescale();
-    void CollectExtents();
     void UpdateForDrawing();
-    bool RunPendingFits();
-    void SchedulePendingFits();
     void RequestFullRepaint();
     void ForgetZoomHistory();
-    void TellAboutSeries();
     void DrawPicture(QPainter& painter);
     void RenewPicture(double pixelRatio);
 
-    // The settings below ask for repaints while they are made, so the flags come first.
-    bool m_needsRescale = false;
-    bool m_scaleFailed = false;
+    // The settings below ask for repaints and scaling while they are made, so what keeps that comes first.
     bool m_repaintRequested = false;
     int m_holds = 0;
-    bool m_isFitting = false;
-    bool m_fitsScheduled = false;
+    std::unique_ptr<TGraphScaling> m_scaling;
+    std::unique_ptr<TFitSchedule> m_fits;
     bool m_editorMode = false;
     std::unique_ptr<TDimensions> m_dimensions;
     std::unique_ptr<TAppearance> m_appearance;
@@ -277,9 +270,6 @@ private:
     std::vector<std::unique_ptr<TxyChildGr>> m_children;
     int m_highestNumber = 0;
     int m_pointBudget = kHostPointBudget;
-    int m_plottedPointLimit = kPlottedPointLimit;
-    std::unique_ptr<TDrawnExtents> m_extents;
-    std::array<TAxisRange, 3> m_toldRanges; ///< of the last OnRescale
     TChangeHook m_changeHook;
     QImage m_picture; ///< what the widget shows below what the mouse draws; null when stale
     std::unique_ptr<TGraphMouse> m_mouse;

@@ -12,6 +12,7 @@
 namespace lumoplot {
 
 class TAxis;
+class TGraphScaling;
 class TxyGraph;
 
 /// Point shapes by their stored numbers.
@@ -175,6 +176,7 @@ protected:
     void Tell(TChangeReasons reasons) override;
 
 private:
+    friend class TGraphScaling;
     friend class TxyGraph;
     friend XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
 

@@ -40,6 +40,7 @@ public:
 
     TxyGraph& Graph() const { return m_graph; }
     TGraphZoom& Zoom() { return m_zoom; }
+    const TGraphZoom& Zoom() const { return m_zoom; }
     /// The panel of the coordinates; null when its new owner has deleted it.
     TCoordsPanel* CoordsPanel() const;
 

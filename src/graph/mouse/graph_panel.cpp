@@ -1,13 +1,15 @@
 // The graph as a widget: what it is made of, how it paints itself and what the mouse does on it.
+#include "graph/fitting/fit_schedule.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
 #include "graph/model/holder.h"
 #include "graph/mouse/drawing_hook.h"
 #include "graph/mouse/graph_mouse.h"
-#include "graph/plotted/drawn_extent.h"
+#include "graph/plotted/graph_scaling.h"
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -25,13 +27,13 @@ void InstallDrawing(TDrawPanel draw) {
 }
 
 TxyGraph::TxyGraph(QWidget* parent)
-    : TReSizablePanel(parent), m_dimensions(std::make_unique<TDimensions>(*this)),
+    : TReSizablePanel(parent), m_scaling(std::make_unique<TGraphScaling>(*this)),
+      m_fits(std::make_unique<TFitSchedule>(*this)), m_dimensions(std::make_unique<TDimensions>(*this)),
       m_appearance(std::make_unique<TAppearance>(*this)),
       m_xAxis(std::make_unique<TAxis>(*this, TAxisRole::X)),
       m_yAxis(std::make_unique<TAxis>(*this, TAxisRole::Y)),
       m_yAxisSecond(std::make_unique<TAxis>(*this, TAxisRole::SecondY)),
-      m_legend(std::make_unique<TLegend>(*this)), m_holder(std::make_unique<TxyHolder>()),
-      m_extents(std::make_unique<TDrawnExtents>()) {
+      m_legend(std::make_unique<TLegend>(*this)), m_holder(std::make_unique<TxyHolder>()) {
     resize(200, 200);
     setAttribute(Qt::WA_OpaquePaintEvent);
     ResetToDefaults();
@@ -43,6 +45,39 @@ TxyGraph::~TxyGraph() {
     BeginUpdate();
     std::exchange(m_series, {}).clear();
     m_children.clear();
+}
+
+void TxyGraph::NeedRescale() {
+    m_scaling->SetStale();
+}
+
+bool TxyGraph::ScaleFailed() const {
+    return m_scaling->HasFailed();
+}
+
+void TxyGraph::SetPlottedPointLimit(int value) {
+    m_scaling->SetPlottedPointLimit(std::max(1, value));
+    RequestRepaint(true);
+}
+
+void TxyGraph::PrepareForDrawing() {
+    UpdateForDrawing();
+    if (m_fits->RunPending()) UpdateForDrawing();
+}
+
+void TxyGraph::UpdateForDrawing() {
+    const bool stale =
+        std::ranges::any_of(m_series, [](const auto& series) { return series->ExtentsStale(); });
+    if (m_scaling->IsStale() || m_repaintRequested || stale) m_scaling->Rescale();
+    for (const auto& series : m_series) {
+        if (!series->Active()) continue;
+        if (!series->WaitsForEveryRow()) series->UpdateRegression();
+        series->UpdateFittedCurve(m_xAxis->LogScale());
+    }
+}
+
+bool TxyGraph::HasContent() const {
+    return m_marks.Count() > 0 || std::ranges::any_of(m_series, [](const auto& s) { return s->Count() > 0; });
 }
 
 void TxyGraph::ForgetZoomHistory() {
@@ -67,9 +102,9 @@ void TxyGraph::RenewPicture(double pixelRatio) {
 
 // What the mouse shows over the picture needs no new one.
 void TxyGraph::paintEvent(QPaintEvent*) {
-    const bool isStale = m_repaintRequested || m_needsRescale || m_picture.isNull();
+    const bool isStale = m_repaintRequested || m_scaling->IsStale() || m_picture.isNull();
     UpdateForDrawing();
-    SchedulePendingFits();
+    m_fits->RunPendingSoon();
     RequestRepaint(false);
     QPainter painter(this);
     const QTransform device = painter.deviceTransform();

@@ -22,8 +22,8 @@ std::array<TAxis*, 3> TGraphZoom::Axes() const {
     return {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()};
 }
 
-TGraphZoom::TView TGraphZoom::CurrentView() const {
-    TView view;
+TGraphView TGraphZoom::CurrentView() const {
+    TGraphView view;
     std::ranges::transform(Axes(), view.begin(), [](const TAxis* axis) {
         return TAxisView{axis->Min(),        axis->Max(),          axis->StepSize(),
                          axis->AutoSizing(), axis->AutoStepping(), axis->LogScale()};
@@ -71,20 +71,26 @@ void TGraphZoom::Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf) {
         hasChanges |= ranges[i] != TNewRange(all[i]->Min(), all[i]->Max());
     }
     if (!hasChanges) return;
-    BeginGesture();
+    const bool isNew = BeginGesture();
     m_graph.ChangeByUser({"change of view", m_gesture}, [&] {
+        if (isNew) Remember(CurrentView());
         for (std::size_t i = 0; i < all.size(); ++i)
             if (Concerns(*all[i], axes)) SetRange(*all[i], ranges[i].first, ranges[i].second);
     });
     Q_EMIT m_graph.OnUserChange();
 }
 
-void TGraphZoom::BeginGesture() {
-    if (m_isGoing) return;
+bool TGraphZoom::BeginGesture() {
+    if (m_isGoing) return false;
     m_isGoing = true;
     ++m_gesture;
+    return true;
+}
+
+// Within the change that leaves the view: the history belongs to the state that is undone and redone.
+void TGraphZoom::Remember(const TGraphView& view) {
     if (m_history.size() == kMostViews) m_history.erase(m_history.begin());
-    m_history.push_back(CurrentView());
+    m_history.push_back(view);
 }
 
 void TGraphZoom::ShowPart(const TPlotMap& map, const QRectF& part, TZoomAxes axes) {
@@ -117,19 +123,15 @@ void TGraphZoom::Move(const TPlotMap& map, QPointF distance, TZoomAxes axes) {
 
 void TGraphZoom::ShowAll() {
     EndGesture();
-    const TView before = CurrentView();
-    BeginGesture();
-    m_graph.ChangeByUser({"show all"}, [this] {
+    const TGraphView before = CurrentView();
+    m_graph.ChangeByUser({"show all"}, [&] {
         for (TAxis* axis : Axes()) {
             axis->SetAutoSizing(true);
             axis->SetAutoStepping(true);
         }
+        if (CurrentView() != before) Remember(before);
     });
-    EndGesture();
-    if (CurrentView() == before)
-        m_history.pop_back();
-    else
-        Q_EMIT m_graph.OnUserChange();
+    if (CurrentView() != before) Q_EMIT m_graph.OnUserChange();
 }
 
 void TGraphZoom::GoBack() {
@@ -139,13 +141,15 @@ void TGraphZoom::GoBack() {
 
 void TGraphZoom::ShowLastView(const TUserChange& change) {
     if (m_history.empty()) return;
-    const TView view = m_history.back();
-    m_history.pop_back();
-    m_graph.ChangeByUser(change, [&] { Show(view); });
+    m_graph.ChangeByUser(change, [this] {
+        const TGraphView view = m_history.back();
+        m_history.pop_back();
+        Show(view);
+    });
     Q_EMIT m_graph.OnUserChange();
 }
 
-void TGraphZoom::Show(const TView& view) {
+void TGraphZoom::Show(const TGraphView& view) {
     const auto axes = Axes();
     for (std::size_t i = 0; i < axes.size(); ++i) {
         TAxis& axis = *axes[i];
@@ -162,8 +166,8 @@ void TGraphZoom::CancelGesture() {
     if (std::exchange(m_isGoing, false)) ShowLastView({"change of view", m_gesture});
 }
 
-void TGraphZoom::ForgetHistory() {
-    m_history.clear();
+void TGraphZoom::RestoreHistory(std::vector<TGraphView> history) {
+    m_history = std::move(history);
     EndGesture();
 }
 

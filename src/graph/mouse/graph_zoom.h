@@ -15,6 +15,19 @@ struct TUserChange;
 /// Which axes follow a movement.
 enum class TZoomAxes { All, X, BothY, Y, SecondY };
 
+/// The ranges of the X, the Y and the second Y axis.
+struct TAxisView {
+    double Min;
+    double Max;
+    double StepSize;
+    bool AutoSizing;
+    bool AutoStepping;
+    bool LogScale;
+
+    bool operator==(const TAxisView&) const = default;
+};
+using TGraphView = std::array<TAxisView, 3>;
+
 class TGraphZoom {
 public:
     /// A range narrower than this part of its larger end is not shown.
@@ -37,35 +50,29 @@ public:
     void EndGesture() { m_isGoing = false; }
     /// As EndGesture, and puts back what the gesture has changed so far.
     void CancelGesture();
-    void ForgetHistory();
+    void ForgetHistory() { RestoreHistory({}); }
+    /// The views that GoBack goes through, the last one first to be shown.
+    const std::vector<TGraphView>& History() const { return m_history; }
+    /// For those who put a former state of the graph back. Ends a gesture.
+    void RestoreHistory(std::vector<TGraphView> history);
 
 private:
-    struct TAxisView {
-        double Min;
-        double Max;
-        double StepSize;
-        bool AutoSizing;
-        bool AutoStepping;
-        bool LogScale;
-
-        bool operator==(const TAxisView&) const = default;
-    };
-    using TView = std::array<TAxisView, 3>;
     using TNewRange = std::pair<double, double>;
 
     std::array<TAxis*, 3> Axes() const;
-    TView CurrentView() const;
+    TGraphView CurrentView() const;
     bool Concerns(const TAxis& axis, TZoomAxes axes) const;
     template <class TRangeOf>
     void Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf);
-    void BeginGesture();
+    bool BeginGesture();
+    void Remember(const TGraphView& view);
     void ShowLastView(const TUserChange& change);
-    void Show(const TView& view);
+    void Show(const TGraphView& view);
     static bool IsShowable(const TAxis& axis, double min, double max);
     static void SetRange(TAxis& axis, double min, double max);
 
     TxyGraph& m_graph;
-    std::vector<TView> m_history;
+    std::vector<TGraphView> m_history;
     bool m_isGoing = false;
     std::uint64_t m_gesture = 0; ///< number of the last one
 };

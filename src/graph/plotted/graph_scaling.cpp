@@ -1,11 +1,10 @@
-// How a graph brings its axes up to date with its data before it is drawn.
+#include "graph/plotted/graph_scaling.h"
+
 #include "graph/model/graph.h"
-#include "graph/plotted/drawn_extent.h"
 #include "graph/plotted/paired_points.h"
 #include "support/errors.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace lumoplot {
@@ -19,84 +18,74 @@ void Widen(TAxis& axis, const TRange& range) {
         axis.SetDataExtent(range.Min, range.Max);
 }
 
-TAxisRange RangeOf(const TAxis& axis) {
-    return {axis.Min(), axis.Max(), axis.StepSize()};
+TAxisRange RangeOf(const TAxis* axis) {
+    return {axis->Min(), axis->Max(), axis->StepSize()};
 }
 
 } // namespace
 
-void TxyGraph::CollectExtents() {
-    for (TAxis* axis : {XAxis(), YAxis(), YAxis_Second()}) axis->ClearDataExtent();
-    for (const auto& series : m_series)
+TGraphScaling::TGraphScaling(TxyGraph& graph)
+    : m_graph(graph), m_plottedPointLimit(TxyGraph::kPlottedPointLimit) {
+}
+
+std::array<TAxis*, 3> TGraphScaling::Axes() const {
+    return {m_graph.XAxis(), m_graph.YAxis(), m_graph.YAxis_Second()};
+}
+
+void TGraphScaling::CollectExtents() {
+    for (TAxis* axis : Axes()) axis->ClearDataExtent();
+    for (TSeries* series : m_graph.Series())
         if (series->ExtentsStale()) series->RecalcExtents();
-    for (const auto& series : m_series) {
+    for (TSeries* series : m_graph.Series()) {
         series->m_logErrors = 0;
         if (!IsDrawn(*series)) continue;
-        const TDrawnExtent extent = m_extents->Of(*series);
-        Widen(*m_xAxis, extent.X);
+        const TDrawnExtent extent = m_extents.Of(*series);
+        Widen(*m_graph.XAxis(), extent.X);
         Widen(*series->YAxisOfSeries(), extent.Y);
         series->m_logErrors = extent.LogErrors;
     }
-    m_extents->DropUnused();
+    m_extents.DropUnused();
 }
 
 // Tells once about each data set that begins to meet a condition.
-void TxyGraph::TellAboutSeries() {
+void TGraphScaling::TellAboutSeries() {
     std::vector<TSeries*> withLogErrors;
     std::vector<TSeries*> withManyPoints;
-    for (const auto& series : m_series) {
+    for (TSeries* series : m_graph.Series()) {
         const bool hasMany = series->Active() && series->Count() > m_plottedPointLimit;
         const bool hasLogErrors = series->LogErrors() > 0;
-        if (hasLogErrors && !series->m_toldLogError) withLogErrors.push_back(series.get());
-        if (hasMany && !series->m_toldManyPoints) withManyPoints.push_back(series.get());
+        if (hasLogErrors && !series->m_toldLogError) withLogErrors.push_back(series);
+        if (hasMany && !series->m_toldManyPoints) withManyPoints.push_back(series);
         series->m_toldLogError = hasLogErrors;
         series->m_toldManyPoints = hasMany;
     }
     // A listener may delete data sets.
     const auto isHere = [this](const TSeries* series) {
-        return std::ranges::any_of(m_series, [series](const auto& each) { return each.get() == series; });
+        const auto all = m_graph.Series();
+        return std::ranges::find(all, series) != all.end();
     };
     for (TSeries* series : withLogErrors)
-        if (isHere(series)) Q_EMIT OnLogError(series);
+        if (isHere(series)) Q_EMIT m_graph.OnLogError(series);
     for (TSeries* series : withManyPoints)
-        if (isHere(series)) Q_EMIT OnTooManyPoints(series);
+        if (isHere(series)) Q_EMIT m_graph.OnTooManyPoints(series);
 }
 
-void TxyGraph::Rescale() {
+void TGraphScaling::Rescale() {
     CollectExtents();
-    m_scaleFailed = false;
-    for (TAxis* axis : {XAxis(), YAxis(), YAxis_Second()}) {
+    m_hasFailed = false;
+    for (TAxis* axis : Axes()) {
         try {
             axis->Rescale();
         } catch (const EScaleError&) {
-            m_scaleFailed = true;
+            m_hasFailed = true;
         }
     }
-    m_needsRescale = false;
+    m_isStale = false;
     TellAboutSeries();
-    if (m_scaleFailed) return Q_EMIT OnScaleError();
-    const std::array ranges = {RangeOf(*m_xAxis), RangeOf(*m_yAxis), RangeOf(*m_yAxisSecond)};
-    if (std::exchange(m_toldRanges, ranges) != ranges) Q_EMIT OnRescale();
-}
-
-void TxyGraph::PrepareForDrawing() {
-    UpdateForDrawing();
-    if (RunPendingFits()) UpdateForDrawing();
-}
-
-void TxyGraph::UpdateForDrawing() {
-    const bool stale =
-        std::ranges::any_of(m_series, [](const auto& series) { return series->ExtentsStale(); });
-    if (m_needsRescale || m_repaintRequested || stale) Rescale();
-    for (const auto& series : m_series) {
-        if (!series->Active()) continue;
-        if (!series->WaitsForEveryRow()) series->UpdateRegression();
-        series->UpdateFittedCurve(m_xAxis->LogScale());
-    }
-}
-
-bool TxyGraph::HasContent() const {
-    return m_marks.Count() > 0 || std::ranges::any_of(m_series, [](const auto& s) { return s->Count() > 0; });
+    if (m_hasFailed) return Q_EMIT m_graph.OnScaleError();
+    std::array<TAxisRange, 3> ranges;
+    std::ranges::transform(Axes(), ranges.begin(), RangeOf);
+    if (std::exchange(m_toldRanges, ranges) != ranges) Q_EMIT m_graph.OnRescale();
 }
 
 } // namespace lumoplot

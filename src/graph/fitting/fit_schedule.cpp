@@ -1,0 +1,38 @@
+#include "graph/fitting/fit_schedule.h"
+
+#include "graph/fitting/series_fitting.h"
+#include "graph/model/graph.h"
+
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+
+namespace lumoplot {
+
+bool TFitSchedule::RunPending() {
+    if (m_isRunning) return false;
+    std::vector<TSeries*> pending;
+    for (TSeries* series : m_graph.Series())
+        if (HasPendingResult(*series)) pending.push_back(series);
+    const QPointer<TxyGraph> graph(&m_graph);
+    m_isRunning = !pending.empty();
+    for (TSeries* series : pending) {
+        const auto all = m_graph.Series();
+        if (std::ranges::find(all, series) != all.end()) RunPendingResult(*series);
+        if (!graph) return false; // and this object has gone with it
+    }
+    m_isRunning = false;
+    return !pending.empty();
+}
+
+void TFitSchedule::RunPendingSoon() {
+    const auto isPending = [](const TSeries* series) { return HasPendingResult(*series); };
+    if (m_isRunning || m_isScheduled || !std::ranges::any_of(m_graph.Series(), isPending)) return;
+    m_isScheduled = true;
+    QTimer::singleShot(0, &m_graph, [this] {
+        m_isScheduled = false;
+        RunPending();
+    });
+}
+
+} // namespace lumoplot
