@@ -1,7 +1,6 @@
 // The small progress window that long operations show: a bar with a Cancel button, or the reason of a wait.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "dialogs/step_window.h"
 
 #include <memory>
@@ -12,7 +11,7 @@ class TfrmSmallPrBar;
 
 namespace lumoplot {
 
-class XYWIDGETS_EXPORT TfrmSmallPrBar : public TStepWindow {
+class TfrmSmallPrBar : public TStepWindow {
     Q_OBJECT
 
 public:

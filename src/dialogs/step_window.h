@@ -3,7 +3,6 @@
 // lets the application process what has come in meanwhile.
 #pragma once
 
-#include "controls/widgets_export.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -15,7 +14,7 @@ class QPushButton;
 
 namespace lumoplot {
 
-class XYWIDGETS_EXPORT TStepWindow : public QDialog {
+class TStepWindow : public QDialog {
     Q_OBJECT
 
 public:

@@ -2,7 +2,6 @@
 // wider than the page continued on the next one.
 #pragma once
 
-#include "controls/widgets_export.h"
 
 #include <QFont>
 #include <QStringList>
@@ -14,7 +13,7 @@ namespace lumoplot {
 
 /// Prints lines in a font whose size is kept on paper. No lines print the heading alone. Throws EFileError
 /// "The printer can not be used".
-XYWIDGETS_EXPORT void PrintLines(QPrinter& printer, const QString& heading, const QStringList& lines,
+void PrintLines(QPrinter& printer, const QString& heading, const QStringList& lines,
                                  const QFont& font);
 
 /// The layout behind it: which parts of which lines a page holds.

@@ -16,15 +16,15 @@ namespace lumoplot {
 
 class TExpressionParser {
 public:
-    XYGRAPH_EXPORT TExpressionParser();
-    XYGRAPH_EXPORT virtual ~TExpressionParser();
+    TExpressionParser();
+    virtual ~TExpressionParser();
     TExpressionParser(const TExpressionParser&) = delete;
     TExpressionParser& operator=(const TExpressionParser&) = delete;
 
     /// Compiles the formula, selects it for Evaluate and returns its index, the number of formulas before it.
     /// Unknown names become variables of this parser that are not-a-number until a formula assigns to them.
     /// Throws EParserException or (for a malformed number) EConvertError and then leaves no trace.
-    XYGRAPH_EXPORT int AddExpression(std::string_view text);
+    int AddExpression(std::string_view text);
 
     /// Selects the formula with this text, letter case ignored, compiling it when it is new, and returns its
     /// index. An empty text gives -1 and selects nothing new. Throws as AddExpression.
@@ -38,7 +38,7 @@ public:
 
     /// Binds a name to a double, which must stay until the formulas compiled with it are cleared. A word of
     /// the same name is replaced for later formulas; earlier ones keep reading what they were compiled with.
-    XYGRAPH_EXPORT void DefineVariable(std::string_view name, double* value);
+    void DefineVariable(std::string_view name, double* value);
 
     /// Removes the bound variable of that name, letter case ignored; true when there was one.
     bool RemoveVariable(std::string_view name);
@@ -47,7 +47,7 @@ public:
     void GetVariables(TExprCollection& list);
 
     /// Forgets every formula. Generated variables keep their names and values.
-    XYGRAPH_EXPORT void ClearExpressions();
+    void ClearExpressions();
 
     /// Removes every bound variable.
     void ClearVariables();

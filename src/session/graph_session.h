@@ -106,7 +106,7 @@ private:
 
 /// A step that is open over several events, a drag or the time that a window is shown: what changes until
 /// Keep is one step. Without Keep its end puts the graph back, as Esc in a drag does.
-class XYGRAPH_EXPORT TOpenStep {
+class TOpenStep {
 public:
     TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key = {});
     ~TOpenStep();

@@ -49,7 +49,7 @@ struct TSeriesState {
     /// What a file holds is the same.
     bool SameContent(const TSeriesState& other) const;
     /// The same for a user: what only waits to be worked out anew is not looked at.
-    XYGRAPH_EXPORT bool operator==(const TSeriesState& other) const;
+    bool operator==(const TSeriesState& other) const;
 };
 
 class TGraphSnapshot {

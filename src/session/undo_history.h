@@ -25,23 +25,23 @@ public:
     using TNaming = std::function<std::string(const TGraphSnapshot& before, const TGraphSnapshot& after)>;
 
     /// Forgets all steps and starts with the graph as it is.
-    XYGRAPH_EXPORT void Start();
+    void Start();
     /// Forgets everything; nothing is recorded until Start.
-    XYGRAPH_EXPORT void Stop();
+    void Stop();
     bool IsRecording() const { return !m_states.empty(); }
 
     /// Makes what has changed since the last look a step, behind which nothing can be redone; true when
     /// something has. A step with the key of the one before it joins that, and removes it when it takes it
     /// back to where it began. The oldest steps are dropped while the states take more memory than the limit;
     /// a graph that is larger than that alone ends the recording.
-    XYGRAPH_EXPORT bool Note(const TNaming& naming, TMergeKey key = {});
+    bool Note(const TNaming& naming, TMergeKey key = {});
     bool Note(const std::string& name, TMergeKey key = {}) {
         return Note([&name](const TGraphSnapshot&, const TGraphSnapshot&) { return name; }, key);
     }
     /// Takes what has changed since the last look into the present state: it belongs to no step of its own.
-    XYGRAPH_EXPORT void Absorb();
+    void Absorb();
     /// Puts back what the graph was at the last look.
-    XYGRAPH_EXPORT void PutBack();
+    void PutBack();
     /// The next step joins none.
     void EndMerging() { m_isOpen = false; }
 
@@ -52,9 +52,9 @@ public:
     std::string RedoName() const { return CanRedo() ? m_states[m_present + 1].StepName : std::string(); }
     /// Puts the state before the last step back, with the data set current that the step was made on. What
     /// has changed since the last look goes with the step that it followed.
-    XYGRAPH_EXPORT void Undo();
+    void Undo();
     /// Does the step again that was undone last.
-    XYGRAPH_EXPORT void Redo();
+    void Redo();
 
     /// A number of the present state that no other state has or had; 0 while nothing is recorded.
     std::uint64_t PresentId() const { return m_states.empty() ? 0 : m_states[m_present].Id; }

@@ -12,7 +12,7 @@ namespace lumoplot {
 using TProgressMaker = std::function<std::unique_ptr<TProgress>()>;
 
 /// A progress from the installed maker; a silent one without a maker.
-XYGRAPH_EXPORT std::unique_ptr<TProgress> MakeProgress();
+std::unique_ptr<TProgress> MakeProgress();
 
 /// Installs a maker while it lives and puts the one before back afterwards.
 class TProgressMakerScope {

@@ -53,7 +53,7 @@ public:
     std::int32_t LastId() const { return m_lastId; }
     XYGRAPH_EXPORT std::size_t Count() const;
     /// The same points bit for bit, Ids included.
-    XYGRAPH_EXPORT bool operator==(const TPointSnapshot& other) const;
+    bool operator==(const TPointSnapshot& other) const;
 
 private:
     class TPiece;

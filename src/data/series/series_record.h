@@ -6,6 +6,6 @@
 
 namespace lumoplot {
 
-XYGRAPH_EXPORT std::span<const TSectionRow<TDataSeries>> SeriesRecordRows();
+std::span<const TSectionRow<TDataSeries>> SeriesRecordRows();
 
 } // namespace lumoplot

@@ -29,9 +29,9 @@ public:
                                    std::span<double* const> variables = {},
                                    const TBlockKernels* kernels = nullptr);
     /// For several doubles that vary together, each a column of its own; no derivatives.
-    XYGRAPH_EXPORT TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns);
+    TBlockEvaluator(TExpressionParser& parser, std::span<double* const> columns);
     XYGRAPH_EXPORT ~TBlockEvaluator();
-    XYGRAPH_EXPORT TBlockEvaluator(TBlockEvaluator&&) noexcept;
+    TBlockEvaluator(TBlockEvaluator&&) noexcept;
     TBlockEvaluator& operator=(TBlockEvaluator&&) noexcept;
 
     /// y[i] = formula at x[i]; both are of one length. The double bound as x keeps its value.

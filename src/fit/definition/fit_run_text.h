@@ -11,8 +11,8 @@ namespace lumoplot {
 /// "1 R …" with how the run ended, its figures and the covariance, then its remarks, each on a line of its
 /// own, or "1 F …" with why it was not possible; the first digit is 0 for a run since which something has
 /// changed. Empty when there was none.
-XYGRAPH_EXPORT std::string FitRunText(const TFitRunState& state);
+std::string FitRunText(const TFitRunState& state);
 /// What a text of FitRunText says; stale and without a run for any other text.
-XYGRAPH_EXPORT TFitRunState FitRunOf(std::string_view text);
+TFitRunState FitRunOf(std::string_view text);
 
 } // namespace lumoplot

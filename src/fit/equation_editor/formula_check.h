@@ -1,7 +1,6 @@
 // Tells what is wrong with the equation of a curve fit, for marks while it is typed.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "fit/definition/cur_fit.h"
 
 #include <memory>
@@ -20,16 +19,16 @@ struct TFormulaCheck {
     std::unique_ptr<TCurFit> Model;
 
     /// What to tell beside the equation: the fault, or which names are not known; empty when all is well.
-    XYWIDGETS_EXPORT std::string Text() const;
+    std::string Text() const;
 };
 
 /// Compiles a copy of the fit, so that half-typed names leave no trace in the fit itself. `typed` is what the
 /// edit of the equation shows: an empty one, which a fit does not take, is a fault too.
-XYWIDGETS_EXPORT TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed);
+TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed);
 
 /// Why formulas can not use the name for a parameter of the fit; empty when they can.
-XYWIDGETS_EXPORT std::string ParameterNameFault(const TCurFit& fit, const std::string& name);
+std::string ParameterNameFault(const TCurFit& fit, const std::string& name);
 /// The same for the X variable.
-XYWIDGETS_EXPORT std::string XNameFault(const TCurFit& fit, const std::string& name);
+std::string XNameFault(const TCurFit& fit, const std::string& name);
 
 } // namespace lumoplot

@@ -45,7 +45,7 @@ public:
     /// Its number, or 0.
     XYWIDGETS_EXPORT int SelectedNumber() const;
     /// Adds a varied parameter for each of the names; the last one is selected.
-    XYWIDGETS_EXPORT void AddVaried(const std::vector<std::string>& names);
+    void AddVaried(const std::vector<std::string>& names);
 
 private:
     void ConnectList();

@@ -30,9 +30,9 @@ struct TCertifiedData {
 
 /// A tab-divided table with one header line: name, equation, two starts, parameters, deviations, rss,
 /// exchangeable groups ("1 2,3 4"), even parameters. Numbers are divided by commas. Throws EConvertError.
-XYGRAPH_EXPORT std::vector<TCertifiedProblem> ReadCertifiedProblems(std::string_view table);
+std::vector<TCertifiedProblem> ReadCertifiedProblems(std::string_view table);
 /// Lines "x,y" below a header line. Throws EConvertError.
-XYGRAPH_EXPORT TCertifiedData ReadCertifiedData(std::string_view text);
+TCertifiedData ReadCertifiedData(std::string_view text);
 
 /// The digits in which a value agrees with a certified one: 0 to 11.
 double CorrectDigits(double value, double certified);
@@ -44,7 +44,7 @@ struct TCertifiedRun {
 };
 
 /// Fits the problem from its first (0) or second (1) start.
-XYGRAPH_EXPORT TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data,
+TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data,
                                           int start, TFitProcedure procedure, int iterMax);
 
 } // namespace lumoplot

@@ -53,7 +53,7 @@ struct TFitRun {
 ///
 /// Throws EFitError, EParserException or EConvertError for a fit that cannot be
 /// run; its parameters are then unchanged.
-XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
+TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
                                  const TFitRun& run = {});
 
 /// Puts the better minimum that the last run offers into the parameters, which

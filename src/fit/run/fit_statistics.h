@@ -8,9 +8,9 @@ namespace lumoplot {
 
 /// The probability of a |t| as large by chance (Student), of a χ² as large, and
 /// of a standard normal |z| as large. Not-a-number without degrees of freedom.
-XYGRAPH_EXPORT double StudentProbability(double t, double freedom);
-XYGRAPH_EXPORT double ChiSquareProbability(double chiSquare, double freedom);
-XYGRAPH_EXPORT double NormalProbability(double z);
+double StudentProbability(double t, double freedom);
+double ChiSquareProbability(double chiSquare, double freedom);
+double NormalProbability(double z);
 
 /// The t that is exceeded on both sides together with the probability 1 − confidence; not-a-number without
 /// degrees of freedom. 0 < confidence < 1.

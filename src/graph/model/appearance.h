@@ -109,7 +109,7 @@ public:
 private:
     bool StoreXAxisSerIndex(int value);
 
-    friend XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
+    friend std::span<const TSectionRow<TAppearance>> AppearanceRows();
 
     bool m_allowDuplicates{};
     int m_xAxisSerIndex = 0;

@@ -106,7 +106,7 @@ public:
     void Rescale();
 
 private:
-    friend XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
+    friend std::span<const TSectionRow<TAxis>> AxisRows();
 
     void CheckRange() const;
     void ApplyAutoRange();

@@ -52,7 +52,7 @@ public:
     void ResetToDefaults();
 
 private:
-    friend XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
+    friend std::span<const TSectionRow<TDimensions>> DimensionsRows();
 
     void StorePlace(double& field, double value);
 

@@ -48,7 +48,7 @@ public:
     void ResetToDefaults();
 
 private:
-    friend XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
+    friend std::span<const TSectionRow<TLegend>> LegendRows();
 
     bool m_visible{};
     bool m_autoPlace{};

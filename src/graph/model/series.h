@@ -178,7 +178,7 @@ protected:
 private:
     friend class TGraphScaling;
     friend class TxyGraph;
-    friend XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
+    friend std::span<const TSectionRow<TSeries>> SeriesRows();
 
     /// What the fitted curve depends on.
     struct TCurveState {

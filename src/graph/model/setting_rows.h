@@ -13,12 +13,12 @@ class TDimensions;
 class TLegend;
 class TSeries;
 
-XYGRAPH_EXPORT std::span<const TSectionRow<TAppearance>> AppearanceRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TDimensions>> DimensionsRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TAxis>> AxisRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TLegend>> LegendRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TSeries>> SeriesRows();
-XYGRAPH_EXPORT std::span<const TSectionRow<TGraphMark>> MarkRows();
+std::span<const TSectionRow<TAppearance>> AppearanceRows();
+std::span<const TSectionRow<TDimensions>> DimensionsRows();
+std::span<const TSectionRow<TAxis>> AxisRows();
+std::span<const TSectionRow<TLegend>> LegendRows();
+std::span<const TSectionRow<TSeries>> SeriesRows();
+std::span<const TSectionRow<TGraphMark>> MarkRows();
 
 /// Gives every setting of the table that has a default its default, without a notification.
 template <class T>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "sources/text/text_loader.h"
-#include "support/export.h"
 
 #include <string>
 #include <vector>
@@ -23,6 +22,6 @@ struct TTextExplanation {
     std::string Line() const;
 };
 
-XYGRAPH_EXPORT TTextExplanation Explain(const TTextReport& report);
+TTextExplanation Explain(const TTextReport& report);
 
 } // namespace lumoplot

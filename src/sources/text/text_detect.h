@@ -45,6 +45,6 @@ TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, con
 
 /// Fixes in `info` and `wishes` what makes FindTextFormat come to that reading: for the choice of the
 /// runner-up.
-XYGRAPH_EXPORT void KeepReading(const TTextFormat& format, TDSInfo& info, TTextWishes& wishes);
+void KeepReading(const TTextFormat& format, TDSInfo& info, TTextWishes& wishes);
 
 } // namespace lumoplot

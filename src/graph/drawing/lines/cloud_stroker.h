@@ -11,7 +11,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TCloudStroker {
+class TCloudStroker {
 public:
     /// As for TLineStroker. Dashes end at whole steps.
     TCloudStroker(TStrokeMask& mask, double width, std::span<const double> dashes);

@@ -10,7 +10,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TLineStroker {
+class TLineStroker {
 public:
     /// `dashes` are lengths in pixels, drawn and left out in turn; none for a solid line. Solid lines have
     /// round ends, dashes flat ones; corners are round.

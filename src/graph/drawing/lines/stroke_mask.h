@@ -3,7 +3,6 @@
 // whole: there, nothing that is added changes the picture.
 #pragma once
 
-#include "support/export.h"
 
 #include <QColor>
 #include <QPainter>
@@ -13,7 +12,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TStrokeMask {
+class TStrokeMask {
 public:
     /// A tile is as wide as the pixels that a processor takes at once.
     static constexpr int kTileWidth = 16;

@@ -20,7 +20,7 @@ struct TStrokePiece {
     double BeyondB = 0;
 };
 
-class XYGRAPH_EXPORT TStrokeRaster {
+class TStrokeRaster {
 public:
     /// For lines `width` pixels wide (above 0).
     TStrokeRaster(TStrokeMask& mask, double width);

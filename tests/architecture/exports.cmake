@@ -1,0 +1,18 @@
+# Counts what the three libraries export together, so that the public face does not grow unnoticed.
+#   cmake -D NM=… -D LIBRARIES=… -P exports.cmake
+set(most 400)
+set(total 0)
+foreach(library ${LIBRARIES})
+  execute_process(COMMAND ${NM} -D --defined-only ${library} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^\n]+" symbols "${symbols}")
+  list(LENGTH symbols count)
+  get_filename_component(name ${library} NAME)
+  message(STATUS "${name} exports ${count} symbols")
+  math(EXPR total "${total} + ${count}")
+  if(name MATCHES "xydataeditor" AND NOT count EQUAL 2)
+    message(FATAL_ERROR "the editor exports editxyData, deleteDataEditor and nothing else")
+  endif()
+endforeach()
+if(total GREATER most)
+  message(FATAL_ERROR "${total} symbols are exported, more than ${most}: hide what no library further up and no host uses")
+endif()
