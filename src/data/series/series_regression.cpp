@@ -121,7 +121,7 @@ TRegressionResult TDataSeries::ComputePlottedRegression() const {
     std::vector<std::size_t> order;
     for (std::size_t i = 0; i < plotted.X.size(); ++i)
         if (std::isfinite(plotted.X[i])) order.push_back(i);
-    if (m_regressionType <= static_cast<int>(TRegressionType::Spline))
+    if (m_regressionType <= TRegressionType::Spline)
         std::ranges::stable_sort(order, {}, [&](std::size_t place) { return plotted.X[place]; });
     std::vector<double> x, y;
     for (const std::size_t place : order) {

@@ -61,9 +61,11 @@ double Parabola(double x) {
 }
 
 TEST_F(XSeries, RegressionsLieOnThePlottedPoints) {
-    const std::pair<int, double (*)(double)> cases[] = {{1, Line}, {2, Line}, {3, Parabola}};
+    const std::pair<TRegressionType, double (*)(double)> cases[] = {{TRegressionType::Linear, Line},
+                                                                    {TRegressionType::RobustLine, Line},
+                                                                    {TRegressionType::Quadratic, Parabola}};
     for (const auto& [type, y] : cases) {
-        SCOPED_TRACE(type);
+        SCOPED_TRACE(static_cast<int>(type));
         Fill(y);
         Y.SetRegressionType(type);
         Graph.PrepareForDrawing();

@@ -39,19 +39,20 @@ TLineStroker::TJoin TLineStroker::JoinOf(const TSegment& before, const TSegment&
 }
 
 void TLineStroker::StrokeSolid(std::span<const QPointF> line) {
-    std::optional<TSegment> before; // not yet drawn, since its end depends on what follows
+    TSegment before{};
+    bool isOpen = false; // `before` is not yet drawn, since its end depends on what follows
     double beyondStart = 0;
     const auto draw = [&](const TJoin& end) {
-        m_raster.TakePiece({before->From, before->To, beyondStart, end.Beyond});
-        if (end.IsRound) m_raster.TakeDisc(before->To);
+        m_raster.TakePiece({before.From, before.To, beyondStart, end.Beyond});
+        if (end.IsRound) m_raster.TakeDisc(before.To);
         beyondStart = end.Beyond;
     };
     const TJoin endOfLine{m_raster.Radius() < kThinPen ? 0.25 : 0, true};
     QPointF from = line[0];
     for (const QPointF to : line.subspan(1)) {
         if (m_raster.IsCovered(from, to)) {
-            if (before) draw(endOfLine);
-            before.reset();
+            if (isOpen) draw(endOfLine);
+            isOpen = false;
             from = to;
             continue;
         }
@@ -59,16 +60,17 @@ void TLineStroker::StrokeSolid(std::span<const QPointF> line) {
         const double length = std::sqrt(QPointF::dotProduct(along, along));
         if (length < kShortest) continue;
         const TSegment segment{from, to, along / length, length};
-        if (before) {
-            draw(JoinOf(*before, segment));
+        if (isOpen) {
+            draw(JoinOf(before, segment));
         } else {
             m_raster.TakeDisc(from);
             beyondStart = endOfLine.Beyond;
         }
         before = segment;
+        isOpen = true;
         from = to;
     }
-    if (before)
+    if (isOpen)
         draw(endOfLine);
     else
         m_raster.TakeDisc(line.back());
