@@ -1,5 +1,7 @@
 #include "cli/program.h"
 
+#include "common/case_file.h"
+
 #include <QJsonArray>
 #include <QProcess>
 
@@ -7,26 +9,12 @@ namespace lumoplot {
 namespace {
 
 TEST(Eval, PrintsTheShortestTextOfTheValue) {
-    const std::pair<TArguments, const char*> cases[] = {
-        {{"2^3^2"}, "64\n"},
-        {{"-(3)"}, "-3\n"},
-        {{"-.5"}, "-0.5\n"},
-        {{"--2"}, "2\n"},
-        {{"-- -2"}, "-2\n"},
-        {{"--sqrt(4)", "--let", "x=1"}, "2\n"},
-        {{"0.1+0.2"}, "0.30000000000000004\n"},
-        {{"1/3"}, "0.3333333333333333\n"},
-        {{"10^300"}, "1e+300\n"},
-        {{"1/0"}, "nan\n"},
-        {{"unknown"}, "nan\n"},
-        {{"a*B", "--let", "A=-3", "--let", "b=2"}, "-6\n"},
-        {{"--let", "a=1,5", "a"}, "1.5\n"},
-        {{"a", "--let", "a=-inf"}, "-inf\n"},
-    };
-    for (auto [arguments, expected] : cases) {
-        arguments.insert(arguments.begin(), "eval");
+    for (const auto& row : ReadCases("evaluated.tsv", 2)) {
+        TArguments arguments = {"eval"};
+        for (const QString& part : QString::fromStdString(row[0]).split(u'|'))
+            arguments.push_back(part.toStdString());
         const TRunResult result = RunProgram(arguments);
-        EXPECT_EQ(result.out, expected) << testing::PrintToString(arguments) << result.error;
+        EXPECT_EQ(result.out, row[1] + "\n") << row[0] << result.error;
         EXPECT_EQ(result.status, 0);
     }
 }

@@ -80,7 +80,7 @@ TEST_F(GraphEditBar, APointThatComesWithinTheToleranceOfAnotherTakesItsPlace) {
     EXPECT_TRUE(HasPointAt(6.05, 80));
 }
 
-TEST_F(GraphEditBar, EscapeTakesAMoveBack) {
+TEST_F(GraphEditBar, EscapeAndAnotherModeTakeADragBack) {
     const std::uint64_t before = First.DataStamp();
     Mode("btnMovePoint");
     Drag(PlaceOf(5, 25), PlaceOf(5.5, 60));
@@ -89,6 +89,9 @@ TEST_F(GraphEditBar, EscapeTakesAMoveBack) {
     Mode("btnAddPoint");
     Drag(PlaceOf(5, 25), PlaceOf(5.5, 60));
     Press(Qt::Key_Escape);
+    QTest::mouseRelease(&Graph, Qt::LeftButton, {}, PlaceOf(5.5, 60));
+    Drag(PlaceOf(5, 25), PlaceOf(5.5, 60));
+    Mode("btnMovePoint");
     QTest::mouseRelease(&Graph, Qt::LeftButton, {}, PlaceOf(5.5, 60));
     EXPECT_EQ(First.DataStamp(), before);
     EXPECT_TRUE(Steps.empty());

@@ -1,5 +1,4 @@
 #include "common/window_driver.h"
-#include "data/filter/band_filter.h"
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_bar.h"
 #include "dialogs/progress_window.h"
@@ -136,29 +135,6 @@ TEST_F(ProgressWindows, WaitingShowsTheHourglassUntilItIsClosed) {
         window.show();
     }
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "destroyed while it was shown";
-}
-
-// The filter runs again and again until the window appears.
-TEST_F(ProgressWindows, ACancelledFilterEnds) {
-    TDataSeries series;
-    std::vector<double> x(200'000);
-    for (std::size_t i = 0; i < x.size(); ++i) x[i] = static_cast<double>(i);
-    TPointChain points;
-    points.AddAll(x, x, {});
-    series.SwapPoints(std::move(points));
-    TProgressWindow progress;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &Main, [&] {
-        if (progress.Window().isVisible()) Click(progress.Window(), "btnCancel");
-    });
-    look.start(1);
-    TFilterOutcome outcome = TFilterOutcome::Filtered;
-    QElapsedTimer clock;
-    clock.start();
-    while (outcome == TFilterOutcome::Filtered && clock.elapsed() < 60'000)
-        outcome = FilterBand(series, {.CountEvery = 1, .ResponseWidth = 100}, progress).Outcome;
-    EXPECT_EQ(outcome, TFilterOutcome::Cancelled);
-    EXPECT_FALSE(progress.StepTo(1)) << "it stays cancelled";
 }
 
 TEST_F(ProgressWindows, PositionsBeyondAnIntMoveTheBar) {

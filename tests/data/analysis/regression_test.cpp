@@ -17,34 +17,6 @@
 namespace lumoplot {
 namespace {
 
-TEST(Regression, EachTypeGivesItsKindOfResult) {
-    struct TCase {
-        TRegressionSettings settings;
-        std::size_t derived;
-        std::size_t curve;
-    };
-    const std::vector<double> x = {0, 1, 2, 3};
-    const std::vector<double> y = {1, 3, 2, 5};
-    const TCase cases[] = {
-        {{.RegressionType = TRegressionType::Linear}, 4, 0},
-        {{.RegressionType = TRegressionType::RobustLine}, 4, 0},
-        {{.RegressionType = TRegressionType::Quadratic}, 4, 0},
-        {{.RegressionType = TRegressionType::Spline}, 4, 101},
-        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 1}, 4, 2},
-        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 0}, 0, 0},
-        {{.RegressionType = TRegressionType::Spline, .RegressionControlValue1 = 1'000'001}, 0, 0},
-        {{.RegressionType = TRegressionType::Spline, .DuplicatesAllowed = true}, 0, 0},
-        {{.RegressionType = TRegressionType::SampledCurve}, 0, 0},
-        {{.RegressionType = TRegressionType::ExponentialSmoothing}, 4, 0},
-        {{.RegressionType = TRegressionType::RunningAverage}, 4, 0},
-    };
-    for (const TCase& c : cases) {
-        const TRegressionResult result = ComputeRegression(c.settings, x, y);
-        EXPECT_EQ(result.Derived.size(), c.derived) << static_cast<int>(c.settings.RegressionType);
-        EXPECT_EQ(result.Curve.size(), c.curve) << static_cast<int>(c.settings.RegressionType);
-    }
-}
-
 TEST(LeastSquares, ReferenceDataKeepTheirDigits) {
     const TNistFile norris("Norris.dat");
     const TRegressionCoefficients line = FitLine(norris.Column(1), norris.Column(0)).Coefficients();

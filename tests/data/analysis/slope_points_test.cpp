@@ -67,33 +67,6 @@ TEST(SlopePoints, OrderIsExactWhereResidualsNearlyTie) {
     }
 }
 
-// Points beside a line, with X of the orders 1 and 2^-43: not even differences of the coordinates are
-// doubles, and the rounding of Y decides. As whole multiples of 2^-55 the coordinates can be computed with
-// exactly.
-TEST(SlopePoints, OrderIsExactWhereDifferencesAreRounded) {
-    std::mt19937_64 random(4);
-    const auto whole = [](double value) { return static_cast<std::int64_t>(std::ldexp(value, 55)); };
-    for (const std::size_t count : {5, 14, 400}) {
-        for (const std::int64_t slope : {1, 3, 7, 13, -5}) {
-            std::vector<std::pair<double, double>> raw = {{4, 0}}; // makes X extend farther than Y
-            for (std::size_t i = 0; i < count; ++i) {
-                const bool large = random() % 2 == 0;
-                const double x = large ? 0.5 + static_cast<double>(random() >> 12) * 0x1p-53
-                                       : static_cast<double>(random() % 4096) * 0x1p-55;
-                const double beside = large ? 0 : static_cast<double>(random() % 64) * 0x1p-55;
-                raw.emplace_back(x, static_cast<double>(slope) * x + beside);
-            }
-            const TNumberedPoints points(std::move(raw));
-            const auto sign = [&](std::uint32_t p, std::uint32_t q) {
-                return whole(points.y[p]) - whole(points.y[q]) -
-                       slope * (whole(points.x[p]) - whole(points.x[q]));
-            };
-            EXPECT_EQ(points.OrderAt(static_cast<double>(slope)), points.Expected(sign))
-                << count << " points at " << slope;
-        }
-    }
-}
-
 TEST(SlopePoints, OnlyXCountsAtInfiniteSlopes) {
     const TNumberedPoints points({{1, 5}, {1, 7}, {2, 0}, {3, 1}, {3, 1}});
     EXPECT_EQ(points.OrderAt(-kInfinity), (std::vector<std::uint32_t>{0, 1, 2, 3, 4}));

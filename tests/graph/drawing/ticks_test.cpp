@@ -1,5 +1,6 @@
 #include "graph/drawing/axes/ticks.h"
 
+#include "common/case_file.h"
 #include "graph/drawing/axes/rich_text.h"
 #include "graph/model/axis_scale.h"
 #include "graph/plotted/date_text.h"
@@ -36,22 +37,10 @@ TTickRules Linear(double min, double max, double step) {
 }
 
 TEST(LinearTicks, LabelsAreRoundNumbers) {
-    struct TCase {
-        double min, max, step;
-        const char* labels;
-    };
-    const TCase cases[] = {
-        {0, 0.5, 0.1, "0.0 0.1 0.2 0.3 0.4 0.5"},
-        {-0.3, 0.3, 0.1, "−0.3 −0.2 −0.1 0.0 0.1 0.2 0.3"},
-        {0, 1, 0.25, "0.00 0.25 0.50 0.75 1.00"},
-        {95, 205, 50, "100 150 200"},
-        {0, 2e6, 5e5, "0 5.0×10^5 1.0×10^6 1.5×10^6 2.0×10^6"},
-        {0, 4e-9, 2e-9, "0 2×10^−9 4×10^−9"},
-        {0, 3e300, 1e300, "0 1×10^300 2×10^300 3×10^300"},
-        {0, 2e-300, 1e-300, "0 1×10^−300 2×10^−300"},
-        {1000000.001, 1000000.003, 0.001, "1.000000001×10^6 1.000000002×10^6 1.000000003×10^6"},
-    };
-    for (const TCase& c : cases) EXPECT_EQ(LabelsOf(Linear(c.min, c.max, c.step)), c.labels);
+    for (const auto& row : ReadCases("tick_labels.tsv", 4)) {
+        const auto number = [&row](std::size_t i) { return std::strtod(row[i].c_str(), nullptr); };
+        EXPECT_EQ(LabelsOf(Linear(number(0), number(1), number(2))), row[3]);
+    }
 }
 
 // The step that the model keeps is off by rounding in its last digits; what is drawn is the decimal it stands
@@ -68,26 +57,12 @@ TEST(LinearTicks, AComputedStepStandsForItsDecimal) {
 }
 
 TEST(LinearTicks, WhatAllLabelsShareIsWrittenOnce) {
-    struct TCase {
-        double min, max;
-        const char* labels;
-        const char* common;
-    };
-    const TCase cases[] = {
-        {0, 1000, "0 100 200 300 400 500 600 700 800 900 1000", ""},
-        {0, 4e-8, "0.0 0.5 1.0 1.5 2.0 2.5 3.0 3.5 4.0", "×10^{−8}"},
-        {-2e6, 2e6, "−2.0 −1.5 −1.0 −0.5 0.0 0.5 1.0 1.5 2.0", "×10^{6}"},
-        {1e9, 1e9 + 10, "0 1 2 3 4 5 6 7 8 9 10", "+1×10^{9}"},
-        {-1e9 - 10, -1e9, "−10 −9 −8 −7 −6 −5 −4 −3 −2 −1 0", "−1×10^{9}"},
-        {12345.001, 12345.002, "0.0010 0.0011 0.0012 0.0013 0.0014 0.0015 0.0016 0.0017 0.0018 0.0019 0.0020",
-         "+12345"},
-        {12, 13, "12.0 12.2 12.4 12.6 12.8 13.0", ""},
-    };
-    for (const TCase& c : cases) {
-        TTickRules rules = Linear(c.min, c.max, *TickStep(c.min, c.max, 5));
+    for (const auto& row : ReadCases("common_parts.tsv", 4)) {
+        const double min = std::strtod(row[0].c_str(), nullptr), max = std::strtod(row[1].c_str(), nullptr);
+        TTickRules rules = Linear(min, max, *TickStep(min, max, 5));
         rules.Numbers.CommonPart = TCommonPart::Once;
-        EXPECT_EQ(LabelsOf(rules), c.labels);
-        EXPECT_EQ(ChooseTicks(rules, 500, 0).Common.toStdString(), c.common);
+        EXPECT_EQ(LabelsOf(rules), row[3]);
+        EXPECT_EQ(ChooseTicks(rules, 500, 0).Common.toStdString(), row[2]);
     }
 }
 
@@ -292,24 +267,9 @@ TEST(DateTicks, MinutesOverDecadesBecomeYears) {
 }
 
 TEST(DateTexts, EveryTokenIsKnown) {
-    // 2023-03-05 (a Sunday), 14:07:09.250.
     const double value = 44990 + (14 * 3600 + 7 * 60 + 9.25) / 86400;
-    struct TCase {
-        const char* format;
-        const char* text;
-    };
-    const TCase cases[] = {{"d dd ddd dddd", "5 05 Sun Sunday"},
-                           {"m mm mmm mmmm", "3 03 Mar March"},
-                           {"y yy yyyy", "23 23 2023"},
-                           {"h hh n nn s ss zzz", "14 14 7 07 9 09 250"},
-                           {"h:mm", "14:07"},
-                           {"hh:nn:ss AM/PM", "02:07:09 PM"},
-                           {"ha/p", "2p"},
-                           {"YYYY-MM-DD", "2023-03-05"},
-                           {"'day' d \"of\" mmm, x", "day 5 of Mar, x"},
-                           {"d 'open", "5 open"},
-                           {"", ""}};
-    for (const TCase& c : cases) EXPECT_EQ(DateText(value, c.format).toStdString(), c.text);
+    for (const auto& row : ReadCases("date_formats.tsv", 2))
+        EXPECT_EQ(DateText(value, row[0]).toStdString(), row[1]);
     EXPECT_EQ(DateText(0, "yyyy-mm-dd").toStdString(), "1899-12-30");
     EXPECT_EQ(DateText(-0.25, "yyyy-mm-dd h").toStdString(), "1899-12-29 18");
     EXPECT_EQ(DateText(44999.9999999999, "d h:nn").toStdString(), "15 0:00");
@@ -355,17 +315,7 @@ std::string Read(const char* text) {
 }
 
 TEST(RichText, OnlyBracesAndKnownNamesMeanSomething) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"plain a_b x^2", "<plain a_b x^2>"},
-        {"x_{max} = 10^{−3}", "<x>_<max>< = 10>^<−3>"},
-        {"\\alpha \\pm 5 \\AA^{\\mu}", "<α ± 5 Å>^<μ>"},
-        {"C:\\data\\alphabet", "<C:\\data\\alphabet>"},
-        {"\\x_{max}\\alpha", "<x_{max}\\alpha>"},
-        {"open x_{max", "<open x_{max>"},
-        {"one\ntwo^{2}", "<one>|<two>^<2>"},
-        {"", ""},
-    };
-    for (const auto& [text, runs] : cases) EXPECT_EQ(Read(text), runs);
+    for (const auto& row : ReadCases("rich_texts.tsv", 2)) EXPECT_EQ(Read(row[0].c_str()), row[1]);
 }
 
 } // namespace

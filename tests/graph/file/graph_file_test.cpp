@@ -128,17 +128,6 @@ const TBytes& SmallFile() {
     return file;
 }
 
-TEST(GraphFile, EveryTruncationIsRefused) {
-    const TBytes& bytes = SmallFile();
-    TxyGraph graph;
-    for (std::size_t size = 0; size < bytes.size(); ++size) {
-        EXPECT_THROW(
-            LoadBytes(graph, TBytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size))),
-            ELumoError)
-            << size;
-    }
-}
-
 TEST(GraphFile, DamagedBytesGiveAnErrorOrALegalGraph) {
     const TBytes& bytes = SmallFile();
     TRandom random(99);

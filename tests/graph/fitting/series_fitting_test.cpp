@@ -241,23 +241,6 @@ TEST_F(SeriesFitting, WhoeverDestroysTheGraphMeanwhileEndsTheRun) {
     EXPECT_EQ(m_graph->SeriesCount(), 0);
 }
 
-// The curve stands for corrected Y and follows the parameters.
-TEST_F(SeriesFitting, RegressionTypeFiveSamplesTheCurve) {
-    m_series.SetRegressionType(TRegressionType::SampledCurve);
-    m_series.SetRegressionControlValue1(4);
-    m_graph->PrepareForDrawing();
-    ASSERT_EQ(m_series.RegressionCurve().size(), 5u);
-    EXPECT_EQ(m_series.RegressionCurve()[0].Derived, 1);
-    EXPECT_DOUBLE_EQ(m_series.RegressionCurve()[4].Derived, std::exp(-0.1 * 19));
-    Fit().Parameter(1)->SetValue(7);
-    m_graph->PrepareForDrawing();
-    EXPECT_EQ(m_series.RegressionCurve()[0].Derived, 7);
-    Fit().SetExpression("(");
-    m_graph->PrepareForDrawing();
-    EXPECT_TRUE(m_series.RegressionCurve().empty());
-    EXPECT_EQ(m_series.RegressionError(), "Unequal brackets");
-}
-
 TEST_F(SeriesFitting, OnALogarithmicAxisTheCurveBeginsWhereXIsPositive) {
     Fit().SetStatus(TFitStatus::Function);
     Fit().SetNPoints(3);

@@ -240,37 +240,6 @@ TEST_F(GraphMouse, AChildGraphIsMovedAndResized) {
     EXPECT_EQ(changes, 2);
 }
 
-class TRecordingMode : public TMouseMode {
-public:
-    explicit TRecordingMode(QStringList& log) : m_log(log) {}
-    QCursor CursorAt(const TPlotMap&, QPointF, bool) const override { return Qt::PointingHandCursor; }
-    bool Press(const TPlotMap&, const TMouseMoment& moment) override {
-        m_log.append(QStringLiteral("press"));
-        return moment.Button == Qt::LeftButton;
-    }
-    void Drag(const TMouseMoment&) override { m_log.append(QStringLiteral("drag")); }
-    void Release(const TMouseMoment&) override { m_log.append(QStringLiteral("release")); }
-    void Cancel() override { m_log.append(QStringLiteral("cancel")); }
-
-private:
-    QStringList& m_log;
-};
-
-TEST_F(GraphMouse, AnotherModeGetsTheDrags) {
-    QStringList log;
-    Graph.Mouse().SetMode(std::make_unique<TRecordingMode>(log));
-    DragAndDrop(PlaceOf(2, 64), PlaceOf(6, 16));
-    EXPECT_EQ(log.join(u' '), QStringLiteral("press drag drag release"));
-    EXPECT_EQ(Graph.cursor().shape(), Qt::PointingHandCursor);
-    EXPECT_TRUE(X().AutoSizing());
-    Drag(PlaceOf(2, 64), PlaceOf(6, 16));
-    Graph.Mouse().SetMode(nullptr);
-    EXPECT_EQ(log.back(), QStringLiteral("cancel"));
-    QTest::mouseRelease(&Graph, Qt::LeftButton, {}, PlaceOf(6, 16));
-    DragAndDrop(PlaceOf(2, 64), PlaceOf(6, 16));
-    EXPECT_FALSE(X().AutoSizing());
-}
-
 TEST_F(GraphMouse, WhatTheMouseShowsRedrawsNoPicture) {
     int pictures = 0;
     QObject::connect(&Graph, &TxyGraph::OnPaintEnd, &Graph, [&] { ++pictures; });

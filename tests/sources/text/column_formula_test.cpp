@@ -74,20 +74,6 @@ TEST_F(ColumnFormula, WhatIsNoneIsRefusedWithTheReason) {
     }
 }
 
-TEST_F(ColumnFormula, LeavesTheDataSetAloneWhenItIsRefused) {
-    TDataSeries series;
-    series.AddPoint(1, 2);
-    series.SetXColExpr("sin(");
-    TSilentProgress progress;
-    EXPECT_THROW(LoadTextSeries(series, Write(kTable), {}, progress), ELumoError);
-    EXPECT_EQ(series.Count(), 1);
-    series.SetXColExpr("X");
-    series.SetYColExpr("volt*2");
-    LoadTextSeries(series, Write(kTable), {}, progress);
-    EXPECT_EQ(series.Count(), 3);
-    EXPECT_EQ(series.First().Y(), 20);
-}
-
 TEST_F(ColumnFormula, RowsWithoutAValueAreCountedAndNamed) {
     options.formulas = {"X", "ln(Y) + c3"};
     const std::string_view text = "t,v,w\n1,1,0\n2,0,0\n3,1,x\n4,oops,0\n5,1e999,0\n6,1\n7,1,0\n";

@@ -63,16 +63,6 @@ TEST_F(SeriesSupplier, FailedOrCancelledLoadChangesNothing) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(SeriesSupplier, RowsInAnyOrderBecomePointsInAscendingX) {
-    LoadSeries(Write("3,30\n1,10\n2,20\n"));
-    ASSERT_EQ(series.Count(), 3);
-    double x = 1;
-    for (auto point = series.First(); point; point = point.Next(), ++x) {
-        EXPECT_EQ(point.X(), x);
-        EXPECT_EQ(point.Y(), 10 * x);
-    }
-}
-
 TEST_F(SeriesSupplier, AutomaticFrequencyIsNoted) {
     std::string text;
     for (int i = 0; i < 1000; ++i) text += std::to_string(i) + ",1\n";

@@ -61,29 +61,6 @@ TEST_F(TextFormat, BrokenUtf16LosesNoRow) {
     EXPECT_EQ(points, kTwo);
 }
 
-struct TDateOrderCase {
-    const char* text;
-    TDateOrder order;
-    bool offersOther;
-};
-
-TEST_F(TextFormat, OrderOfDatesIsTheOneThatFits) {
-    const TDateOrderCase cases[] = {
-        {"2024-03-01,1\n2024-03-02,2\n", TDateOrder::YearMonthDay, false},
-        {"28.02.2024;1\n01.03.2024;2\n", TDateOrder::DayMonthYear, false},
-        {"02/28/2024;1\n03/01/2024;2\n", TDateOrder::MonthDayYear, false},
-        // Only one order lets time run forward.
-        {"10/11/2024;1\n11/11/2024;2\n12/11/2024;3\n01/12/2024;4\n", TDateOrder::DayMonthYear, true},
-        {"01/11/2024;1\n01/12/2024;2\n02/01/2024;3\n02/02/2024;4\n", TDateOrder::MonthDayYear, true},
-    };
-    for (const auto& c : cases) {
-        const auto readings = LoadThis(c.text).readings;
-        EXPECT_EQ(readings.best.format.dateOrder, c.order) << c.text;
-        ASSERT_EQ(readings.runnerUp.has_value(), c.offersOther) << c.text;
-        EXPECT_TRUE(!c.offersOther || readings.runnerUp->format.dateOrder != c.order);
-    }
-}
-
 TEST_F(TextFormat, TimesOfDayAreAddedToTheDatesBesideThem) {
     LoadThis("Time,Date,v\n06:00,2024-01-31,1\n18:00,2024-01-31,2\n");
     EXPECT_EQ(points, (TPoints{{45322.25, 1}, {45322.75, 2}}));
@@ -143,35 +120,13 @@ TEST_F(TextFormat, TextIsDividedByWidthInCharacters) {
     EXPECT_EQ(report.messages, std::vector<std::string>{"row 4: '9 8' in column 1 (\u03B1) is not a number"});
 }
 
-struct TColumnCase {
-    const char* x;
-    const char* y;
-    TPoints points; // empty: the error
-    const char* error;
-};
-
 TEST_F(TextFormat, ColumnsAreChosenByNumberOrName) {
     const std::string file = Write("t;Volt;note;Ampere\n1;10;a;100\n2;20;b;200\n");
-    const TColumnCase cases[] = {
-        {"", "", {{1, 10}, {2, 20}}, ""},
-        {"4", "1", {{100, 1}, {200, 2}}, ""},
-        {"Volt", " ampere ", {{10, 100}, {20, 200}}, ""},
-        {"", "t", {{10, 1}, {20, 2}}, ""},
-        {"Ampere", "", {{100, 1}, {200, 2}}, ""},
-        {"0", "4", {{1, 100}, {2, 200}}, ""},
-        {"5", "", {}, "File data.txt has no column 5, only 4"},
-        {"", "0", {}, "File data.txt has no column 0 for Y"},
-        {"Ohm", "", {}, "File data.txt has no column 'Ohm' (its columns are t, Volt, note, Ampere)"},
-        {"",
-         "note",
-         {},
-         "File data.txt holds no row that can be used: row 2: 'a' in column 3 (note) is not a number"},
-    };
-    for (const auto& c : cases) {
-        info.SetXDataColumn(c.x);
-        info.SetYDataColumn(c.y);
-        EXPECT_EQ(ErrorOf(file), c.error);
-        EXPECT_EQ(points, c.points) << c.x << " and " << c.y;
+    for (const auto& row : ReadCases("text_columns.tsv", 4)) {
+        info.SetXDataColumn(row[0]);
+        info.SetYDataColumn(row[1]);
+        EXPECT_EQ(ErrorOf(file), row[3]);
+        EXPECT_EQ(points, row[2].empty() ? TPoints() : PointsIn(row[2])) << row[0] << " and " << row[1];
     }
 }
 

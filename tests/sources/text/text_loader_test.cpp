@@ -7,9 +7,6 @@
 #include <QDir>
 #include <limits>
 #include <random>
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace lumoplot {
 namespace {
@@ -54,15 +51,6 @@ TEST_F(TextLoader, WhatCanNotBeReadIsSaidWithTheFileAndTheRow) {
     EXPECT_EQ(ErrorOf((m_directory.path() + QStringLiteral("/.")).toStdString()),
               "Can not open file .: it is a directory");
 }
-
-#ifdef Q_OS_UNIX
-TEST_F(TextLoader, FileWithoutPermissionIsRefused) {
-    if (::geteuid() == 0) GTEST_SKIP() << "nothing is forbidden to the superuser";
-    const std::string file = Write("1,2\n3,4\n");
-    QFile::setPermissions(QString::fromStdString(file), {});
-    EXPECT_EQ(ErrorOf(file), "Can not open file data.txt: Permission denied");
-}
-#endif
 
 TEST_F(TextLoader, EveryBadRowIsNamedAndNoneBecomesZero) {
     const TTextReport report = Load(SourceFile("tests/data_files/text/bad_rows.csv"));
