@@ -235,6 +235,7 @@ private:
     TRegressionResult ComputePlottedRegression() const;
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
+    void TellMerged(int merged, int filed) const;
     void StartExtents(double x, double y);
     void WidenExtents(double x, double y);
     void WidenY(double corrected);

@@ -3,6 +3,8 @@
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_run_text.h"
+#include "support/message_sink.h"
+#include "support/number_text.h"
 
 #include <vector>
 
@@ -117,6 +119,14 @@ void TDataSeries::ReadFromStream(TxyReader& reader) {
         for (std::size_t i = 0; i < xs.size(); ++i) AddPoint(xs[i], ys[i]);
     }
     if (before == 0 && Count() == filed) CurveFit().RestoreRunState(fitRun);
+    if (const int merged = filed - (Count() - before); merged > 0) TellMerged(merged, filed);
+}
+
+void TDataSeries::TellMerged(int merged, int filed) const {
+    std::string text = "DataSet \"" + SeriesName() + "\": " + std::to_string(merged) + " of " +
+                       std::to_string(filed) + " points merged into others with the same X";
+    if (NumericalTolerance() > 0) text += " within " + FormatShortest(NumericalTolerance());
+    ShowMessage(text, TMessageKind::Warning);
 }
 
 } // namespace lumoplot

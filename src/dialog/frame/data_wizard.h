@@ -108,6 +108,7 @@ private:
     void MoveToFirst();
     void SortSeries();
     void ReverseSeries();
+    bool ReadEveryRowOfCurrent();
     QString AskExportFile(const TSeries& series);
 
     std::unique_ptr<Ui::TxyDataWizard> m_ui;

@@ -1,6 +1,7 @@
 // What the buttons of the data-set list do.
 #include "controls/file_filter.h"
 #include "dialog/frame/data_wizard.h"
+#include "dialogs/hand_edit.h"
 #include "graph/file/graph_file.h"
 #include "graph/plotted/series_text.h"
 #include "ui_data_wizard.h"
@@ -69,10 +70,19 @@ void TxyDataWizard::ExportSeries() {
     if (QFileInfo::exists(file) &&
         !AskYesNo("File \"" + file.toStdString() + "\" exists. Overwrite?", TMessageKind::Warning))
         return;
+    if (!ReadEveryRowOfCurrent()) return;
     if (QFileInfo(file).suffix().toLower() == QStringLiteral("dat"))
         SaveSeriesAsText(*m_currSeries, file.toStdString());
     else
         SaveSeriesToFile(*m_currSeries, file.toStdString());
+}
+
+/// What leaves the program comes from every row of the source. False when the user cancelled the reading.
+bool TxyDataWizard::ReadEveryRowOfCurrent() {
+    bool isWhole = true;
+    m_session->FollowUp([&] { isWhole = ReadEveryRow(*m_currSeries, this); });
+    RefillPages();
+    return isWhole;
 }
 
 void TxyDataWizard::DuplicateSeries() {

@@ -5,6 +5,7 @@
 #include "data/analysis/smoothing.h"
 #include "data/analysis/spline.h"
 #include "data/analysis/statistics.h"
+#include "graph/loading/rows_text.h"
 #include "graph/model/series.h"
 #include "support/number_text.h"
 
@@ -71,9 +72,12 @@ QString RegressionErrorText(const TSeries& series) {
 QString YStatisticsText(const TSeries& series, TDigits digits) {
     const TStatistics statistics = series.YStatistics();
     if (statistics.Failed) return QString::fromStdString(statistics.Message);
-    return QStringLiteral("Mean of Y: %1, SD: %2, points: %3")
-        .arg(NumberText(statistics.Mean, digits), NumberText(std::sqrt(statistics.Variance), digits))
-        .arg(statistics.Count);
+    const QString text =
+        QStringLiteral("Mean of Y: %1, SD: %2, points: %3")
+            .arg(NumberText(statistics.Mean, digits), NumberText(std::sqrt(statistics.Variance), digits))
+            .arg(statistics.Count);
+    if (!series.HoldsSomeRows()) return text;
+    return text + QStringLiteral(" (%1)").arg(QString::fromStdString(RowsText(RowsOf(series))));
 }
 
 } // namespace lumoplot

@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "dialog/common/color_button.h"
 #include "dialog/series/regression_text.h"
+#include "dialogs/hand_edit.h"
 #include "support/number_text.h"
 #include "ui_regressions_page.h"
 
@@ -193,9 +194,17 @@ void TRegressionsPage::ShowControlCaptions() {
     m_ui->lblControlValue2->setText(QString::fromLatin1(captions.Second));
 }
 
+/// Figures are those of every row; when that can not be read they say what they are of.
+void TRegressionsPage::ReadRows(TSeries& series) {
+    if (!series.HoldsSomeRows() || m_rowsTried == series.DataStamp()) return;
+    m_rowsTried = series.DataStamp();
+    Guarded([&] { Context().Session().FollowUp([&] { ReadEveryRow(series, window()); }); });
+}
+
 // A regression of many points takes its time, so only for those who look.
 void TRegressionsPage::ShowResults(TSeries& series) {
     if (!isVisible()) return;
+    ReadRows(series);
     series.UpdateRegression();
     m_ui->lblRegressionError->setText(RegressionErrorText(series));
     m_ui->lblRegressionResult->setText(RegressionResultText(series, TDigits::Four));

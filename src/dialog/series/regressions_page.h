@@ -4,6 +4,7 @@
 
 #include "dialog/common/wizard_page.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace Ui {
@@ -33,9 +34,11 @@ private:
     void EnableLineControls();
     void EnableBoundsControls();
     void ShowControlCaptions();
+    void ReadRows(TSeries& series);
     void ShowResults(TSeries& series);
 
     std::unique_ptr<Ui::TRegressionsPage> m_ui;
+    std::uint64_t m_rowsTried = 0; ///< stamp of the data whose rows were read, or could not be
 };
 
 } // namespace lumoplot

@@ -95,6 +95,29 @@ TEST_F(TWizardTest, ExportAsTextHasAHeaderAndOneLineAPoint) {
     EXPECT_EQ(text.remove(QLatin1Char('\r')).toStdString(), "Run\tVolt\n1\t10\n2\t20\n");
 }
 
+TEST_F(TWizardTest, FiguresAndExportsComeFromEveryRow) {
+    Show({"Run"});
+    TDSInfo& source = Current().DataSourceInfo();
+    source.SetKind(TSourceKind::TextFile);
+    source.SetSourceName(WriteRows(20000, ",").toStdString());
+    const auto showSome = [&] {
+        source.SetAutoRowHitFreq(true);
+        source.SetNeedsReload(true);
+        Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kDataSourcePage);
+        Click("btnReload");
+        ASSERT_EQ(Current().Count(), 5000);
+    };
+    showSome();
+    Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kRegressionsPage);
+    EXPECT_TRUE(Find<QLabel>("lblYStatistics").text().endsWith(QStringLiteral("points: 20000")))
+        << Find<QLabel>("lblYStatistics").text().toStdString();
+    showSome();
+    AnswerFileDialog(PathOf("all.dat"));
+    Click("btnExport");
+    const auto bytes = ReadWholeFile(PathOf("all.dat").toStdString());
+    EXPECT_EQ(std::ranges::count(bytes, '\n'), 20001);
+}
+
 TEST_F(TWizardTest, AnExistingFileIsOverwrittenOnlyOnYes) {
     Show({"Run"});
     const std::string file = PathOf("run.lds").toStdString();

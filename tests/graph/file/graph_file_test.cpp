@@ -1,6 +1,7 @@
 #include "graph/file/graph_file.h"
 
 #include "common/random_graph.h"
+#include "common/recording_sink.h"
 #include "graph/model/child_graph.h"
 #include "support/errors.h"
 
@@ -157,6 +158,20 @@ protected:
     }
     QTemporaryDir m_folder;
 };
+
+TEST_F(GraphFileOnDisk, PointsThatMergeWhenTheyAreReadAreTold) {
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    series.SetSeriesName("Run");
+    for (const double x : {1.0, 1.25, 2.0, 5.0, 5.5}) series.AddPoint(x, x);
+    series.SetNumericalTolerance(0.5);
+    SaveSeriesToFile(series, NameOf("run.lds"));
+    TxyGraph other;
+    other.AddSeries();
+    TRecordingSink sink;
+    LoadSeriesFromFile(*other.FindSeries(1), NameOf("run.lds"));
+    EXPECT_EQ(sink.Only(), "DataSet \"Run\": 2 of 5 points merged into others with the same X within 0.5");
+}
 
 TEST_F(GraphFileOnDisk, ADataSetFileCarriesOneDataSetWhole) {
     TxyGraph graph;
