@@ -3,11 +3,13 @@
 #include "dialogs/progress_window.h"
 #include "host/main_window.h"
 #include "host/screen_shots.h"
+#include "support/message_sink.h"
 #include "support/progress_maker.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QSettings>
 #include <QStandardPaths>
@@ -71,6 +73,15 @@ int RunShots(const TArguments& arguments) {
     return 0;
 }
 
+/// Data files would become part of the graph that was recovered.
+bool WantsFilesToo(const QStringList& files) {
+    QStringList names;
+    for (const QString& file : files) names.append(QFileInfo(file).fileName());
+    return !files.isEmpty() && AskYesNo("Open " + names.join(QStringLiteral(", ")).toStdString() +
+                                            " as well, after what was recovered?",
+                                        TMessageKind::Warning);
+}
+
 int RunWindow(const TArguments& arguments) {
     const TMessageBoxScope messages;
     const TProgressMakerScope progress([] { return std::make_unique<TProgressWindow>(); });
@@ -80,7 +91,7 @@ int RunWindow(const TArguments& arguments) {
     window.show();
     QTimer::singleShot(0, &window, [&] {
         const bool isRecovered = window.StartRecovery(RecoveryFolder());
-        if (isRecovered && arguments.isExample) return;
+        if (isRecovered && (arguments.isExample || !WantsFilesToo(arguments.files))) return;
         window.OpenFiles(arguments.files);
         if (arguments.isExample) window.Document().SetUnmodified();
     });

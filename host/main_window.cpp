@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTextDocument>
 #include <QTimer>
 #include <utility>
@@ -111,6 +112,8 @@ void TMainWindow::ConnectActions() {
 
 void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
+    // What was said of the state before is not true any more.
+    connect(m_document.get(), &TGraphDocument::StateChanged, m_ui->statusBar, &QStatusBar::clearMessage);
     connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
     Graph().installEventFilter(this);
 }

@@ -22,6 +22,9 @@ int Run(TMessageKind kind, const std::string& text, QMessageBox::StandardButtons
     QWidget* dialog = QApplication::activeModalWidget();
     QMessageBox box(IconOf(kind), dialog ? dialog->windowTitle() : QGuiApplication::applicationDisplayName(),
                     QString::fromStdString(text), buttons, dialog ? dialog : MainWindow());
+    // Return alone must not do what is warned of.
+    if (kind == TMessageKind::Warning && buttons.testFlag(QMessageBox::No))
+        box.setDefaultButton(QMessageBox::No);
     box.setTextFormat(Qt::PlainText); // file names and formulas must not be taken for markup
     return box.exec();
 }

@@ -183,8 +183,7 @@ template <class TValue>
 void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
     if (value == field || value != value) return;
     field = value;
-    MarkRegressionStale();
-    MarkFitStale();
+    MarkRegressionStale(); // the fit does not depend on it, and its result stays
     Changed(kRegressionChanged);
 }
 

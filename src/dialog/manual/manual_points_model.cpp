@@ -102,7 +102,10 @@ bool TManualPointsModel::Commit(TEqualX equalX) {
         if (equalX == TEqualX::Refuse) return false;
         const std::string rows =
             result.Merged == 1 ? "1 row has" : std::to_string(result.Merged) + " rows have";
-        if (AskYesNo(rows + " the X of another row. Keep them all? (No merges them into one point each.)")) {
+        // No, and Esc, lose nothing.
+        const std::string question =
+            rows + " the X of another row. Merge them? (The last row of each X stays; No keeps them all.)";
+        if (!AskYesNo(question, TMessageKind::Warning)) {
             m_series->SetDuplicatesAllowed(true);
             result = PointsOf(m_rows, m_xFormat, m_series->Points(), m_series->MergeRule());
         }

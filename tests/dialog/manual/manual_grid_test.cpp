@@ -336,18 +336,18 @@ TEST_F(TManualGridTest, HalfARowIsNamedAndMarked) {
 }
 
 TEST_F(TManualGridTest, RowsWithEqualXAreNotMergedInSilence) {
-    for (const bool keep : {true, false}) {
+    for (const bool merge : {true, false}) {
         Graph.FreeAllSeries();
         Wizard.hide();
         ShowPage();
         Sink.Texts.clear();
-        Sink.Answer = keep;
+        Sink.Answer = merge;
         Paste(2, 0, QStringLiteral("2\t21\n2\t22\n"));
         Click("btnPreview");
-        EXPECT_EQ(Sink.Only(),
-                  "2 rows have the X of another row. Keep them all? (No merges them into one point each.)");
-        EXPECT_EQ(Current().Count(), keep ? 4 : 2);
-        EXPECT_EQ(Current().DuplicatesAllowed(), keep);
+        EXPECT_EQ(Sink.Only(), "2 rows have the X of another row. Merge them? (The last row of each X stays; "
+                               "No keeps them all.)");
+        EXPECT_EQ(Current().Count(), merge ? 2 : 4);
+        EXPECT_EQ(Current().DuplicatesAllowed(), !merge);
     }
 }
 
