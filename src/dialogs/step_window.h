@@ -3,7 +3,6 @@
 // lets the application process what has come in meanwhile.
 #pragma once
 
-
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QPointer>

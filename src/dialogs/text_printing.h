@@ -2,7 +2,6 @@
 // wider than the page continued on the next one.
 #pragma once
 
-
 #include <QFont>
 #include <QStringList>
 #include <vector>
@@ -13,8 +12,7 @@ namespace lumoplot {
 
 /// Prints lines in a font whose size is kept on paper. No lines print the heading alone. Throws EFileError
 /// "The printer can not be used".
-void PrintLines(QPrinter& printer, const QString& heading, const QStringList& lines,
-                                 const QFont& font);
+void PrintLines(QPrinter& printer, const QString& heading, const QStringList& lines, const QFont& font);
 
 /// The layout behind it: which parts of which lines a page holds.
 class TTextPages {

@@ -1,7 +1,6 @@
 // Summary statistics of a list of values: what a data series caches for its X and for its Y.
 #pragma once
 
-
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -45,7 +44,7 @@ enum class TValueOrder {
 /// Sums are compensated and powers are taken about the mean, so a large mean costs no digits; what exceeds
 /// the range of doubles is infinite. Takes O(n log n), or O(n) when the values are ascending already.
 TStatistics ComputeStatistics(std::span<const double> values, double tolerance,
-                                             TValueOrder order = TValueOrder::Any);
+                              TValueOrder order = TValueOrder::Any);
 
 /// About which level values lie, and how far from it.
 struct TSpread {

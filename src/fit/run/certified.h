@@ -44,7 +44,7 @@ struct TCertifiedRun {
 };
 
 /// Fits the problem from its first (0) or second (1) start.
-TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data,
-                                          int start, TFitProcedure procedure, int iterMax);
+TCertifiedRun RunCertified(const TCertifiedProblem& problem, const TCertifiedData& data, int start,
+                           TFitProcedure procedure, int iterMax);
 
 } // namespace lumoplot

@@ -159,7 +159,7 @@ TEST_F(TRegressionDrawing, ARegressionFollowsTheXOfAnotherDataSet) {
     series.SetRegressionType(TRegressionType::ExponentialSmoothing); // from point to point
     series.SetRegressionControlValue2(0.5);
     ExpectCorners(Corners(), {{0.3, 0.2}, {0.1, 0.3}, {0.7, 0.45}});
-    series.SetPointY(1, 10);     // (3, 10), (1, 40), (7, 60)
+    series.SetPointY(1, 10);                           // (3, 10), (1, 40), (7, 60)
     series.SetRegressionType(TRegressionType::Linear); // slope 780 / 168 about the mean (11 / 3, 110 / 3)
     ExpectCorners(Corners(), {{0.1, 170.0 / 700}, {0.7, 365.0 / 700}});
     series.SetRegressionType(TRegressionType::Spline);

@@ -3,7 +3,6 @@
 // whole: there, nothing that is added changes the picture.
 #pragma once
 
-
 #include <QColor>
 #include <QPainter>
 #include <QRect>
