@@ -2,6 +2,7 @@
 
 #include "data/series/ds_info.h"
 #include "graph/loading/default_look.h"
+#include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
@@ -10,6 +11,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -52,22 +54,6 @@ bool RepeatsX(const TSeries& series) {
 // A file that was read in part may repeat an X in the rows that were left out.
 bool NeedsDuplicates(const TSeries& series) {
     return series.DataSourceInfo().RowSamplingFrequency() > 1 || RepeatsX(series);
-}
-
-struct TRows {
-    qint64 shown = 0;
-    qint64 inSource = 0;
-    bool byHand = false;    ///< the points have no source
-    bool estimated = false; ///< a graph file says how rows were sampled, not how many there were
-};
-
-TRows RowsOf(const TSeries& series) {
-    const TSourceRows& rows = series.SourceRows();
-    const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
-    const qint64 count = series.Count(); // fewer than were read when points were deleted or merged
-    if (!isManual && rows.Chosen > 0) return {std::min<qint64>(rows.Used, count), rows.Chosen};
-    const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
-    return {count, count * every, isManual, every > 1};
 }
 
 QString SkippedRows(const std::string& fileName, const TTextReport& report) {
@@ -141,25 +127,20 @@ void TDataFiles::TellNotes() {
 }
 
 QString TDataFiles::Summary() const {
-    TRows all;
-    all.byHand = true;
-    for (const auto& series : m_graph.Series()) {
-        const TRows rows = RowsOf(*series);
-        all.shown += rows.shown;
-        all.inSource += rows.inSource;
-        all.byHand &= rows.byHand;
-        all.estimated |= rows.estimated;
-    }
-    if (m_graph.Series().empty()) return Translated("No data");
+    const auto all = m_graph.Series();
+    if (all.empty()) return Translated("No data");
+    TShownRows rows;
+    for (const TSeries* series : all) rows += RowsOf(*series);
+    const bool isByHand = std::ranges::all_of(
+        all, [](const TSeries* series) { return series->DataSourceInfo().Kind() == TSourceKind::Manual; });
     const QLocale locale;
-    const QString sets = m_graph.Series().size() == 1
-                             ? Translated("1 data set")
-                             : Translated("%1 data sets").arg(m_graph.Series().size());
-    const QString inSource = locale.toString(all.inSource);
-    if (all.byHand) return Translated("%1, %2 points").arg(sets, inSource);
-    if (all.shown == all.inSource) return Translated("%1, all %2 rows").arg(sets, inSource);
-    return (all.estimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
-        .arg(sets, locale.toString(all.shown), inSource);
+    const QString sets =
+        all.size() == 1 ? Translated("1 data set") : Translated("%1 data sets").arg(all.size());
+    const QString inSource = locale.toString(static_cast<qint64>(rows.InSource));
+    if (isByHand) return Translated("%1, %2 points").arg(sets, inSource);
+    if (rows.Shown == rows.InSource) return Translated("%1, all %2 rows").arg(sets, inSource);
+    return (rows.IsEstimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
+        .arg(sets, locale.toString(static_cast<qint64>(rows.Shown)), inSource);
 }
 
 } // namespace lumoplot

@@ -1,6 +1,7 @@
 // Holds the architecture: files include only what the table of layers lets them, none each other in a loop,
 // and the headers that hosts see none that they do not.
 #include "common/places.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>

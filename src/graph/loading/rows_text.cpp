@@ -1,6 +1,7 @@
 #include "graph/loading/rows_text.h"
 
 #include <QLocale>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -14,9 +15,9 @@ std::string CountText(std::int64_t count) {
 TShownRows RowsOf(const TSeries& series) {
     const TSourceRows& rows = series.SourceRows();
     const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
-    if (!isManual && rows.Chosen > 0) return {rows.Used, rows.Chosen};
+    const std::int64_t count = series.Count(); // fewer than were read when points were deleted or merged
+    if (!isManual && rows.Chosen > 0) return {std::min(rows.Used, count), rows.Chosen};
     const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
-    const std::int64_t count = series.Count();
     return {count, count * every, every > 1};
 }
 

@@ -134,6 +134,22 @@ TEST(Polylines, AreCutOffAtTheRectangle) {
     EXPECT_EQ(clipped.Line(2).size(), 1u);
 }
 
+QImage DrawnAsSegments(const TPath& path, const QPen& pen) {
+    const auto draw = [&](QPainter& painter) {
+        painter.setPen(pen);
+        for (std::size_t i = 1; i < path.X.size(); ++i)
+            painter.drawLine(QPointF(path.X[i - 1], path.Y[i - 1]), QPointF(path.X[i], path.Y[i]));
+    };
+    return Drawn(draw, true);
+}
+
+QImage DrawnAsLine(const TPath& path, const QPen& pen) {
+    const auto draw = [&](QPainter& painter) {
+        DrawPolylines(TCanvas(painter, TDrawPurpose::Show), Reduced(path), pen);
+    };
+    return Drawn(draw, true);
+}
+
 // Against all segments drawn one by one: no ink is lost and none appears further than a pixel away.
 TEST(LinePainter, DenseLinesCoverWhatAllTheirSegmentsCover) {
     EXPECT_LE(CornersOf(Reduced(Noise(100000, 50))), 4u * kWidth);
@@ -142,19 +158,8 @@ TEST(LinePainter, DenseLinesCoverWhatAllTheirSegmentsCover) {
     for (const double width : {1.0, 2.0, 3.0, 5.0, 8.0})
         for (const TPath& path : paths) {
             const QPen pen(Qt::black, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-            const QImage segments = Drawn(
-                [&](QPainter& painter) {
-                    painter.setPen(pen);
-                    for (std::size_t i = 1; i < path.X.size(); ++i)
-                        painter.drawLine(QPointF(path.X[i - 1], path.Y[i - 1]),
-                                         QPointF(path.X[i], path.Y[i]));
-                },
-                true);
-            const QImage quick = Drawn(
-                [&](QPainter& painter) {
-                    DrawPolylines(TCanvas(painter, TDrawPurpose::Show), Reduced(path), pen);
-                },
-                true);
+            const QImage segments = DrawnAsSegments(path, pen);
+            const QImage quick = DrawnAsLine(path, pen);
             const int few = InkOf(segments) / 200;
             EXPECT_LE(FarFrom(segments, quick), few) << width << " " << path.X.size();
             EXPECT_LE(FarFrom(quick, segments), few) << width << " " << path.X.size();
@@ -176,19 +181,8 @@ TEST(LinePainter, CloudsAreAsDarkAsTheirSegments) {
             for (const int count : {700, 3000}) {
                 const TPath path = Scattered(count);
                 const QPen pen(Qt::black, width, style, Qt::FlatCap, Qt::RoundJoin);
-                const QImage segments = Drawn(
-                    [&](QPainter& painter) {
-                        painter.setPen(pen);
-                        for (std::size_t i = 1; i < path.X.size(); ++i)
-                            painter.drawLine(QPointF(path.X[i - 1], path.Y[i - 1]),
-                                             QPointF(path.X[i], path.Y[i]));
-                    },
-                    true);
-                const QImage quick = Drawn(
-                    [&](QPainter& painter) {
-                        DrawPolylines(TCanvas(painter, TDrawPurpose::Show), Reduced(path), pen);
-                    },
-                    true);
+                const QImage segments = DrawnAsSegments(path, pen);
+                const QImage quick = DrawnAsLine(path, pen);
                 double sum = 0;
                 for (int y = 0; y < kHeight; ++y)
                     for (int x = 0; x < kWidth; ++x)

@@ -1,0 +1,36 @@
+#include "dialog/frame/undo_fixture.h"
+
+namespace lumoplot {
+
+void DataWizardUndo::PrepareGraph() {
+    TSeries& series = *Graph.FindSeries(1);
+    for (int i = 3; i <= 40; ++i) series.AddPoint(i, 10 * i + i % 3);
+    series.SetPointsShown(true);
+    series.SetRegressionType(TRegressionType::Linear);
+    TCurFit& fit = series.CurveFit();
+    for (const char* name : {"a", "b"}) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetVary(true);
+        fit.AddParameter(std::move(parameter));
+    }
+    fit.SetExpression("a*x+b");
+    fit.SetNPoints(150);
+    fit.SetStatus(TFitStatus::FinalResult);
+    TGraphMark mark;
+    mark.TypeOfMark = TMarkType::Line;
+    mark.Y1 = 2;
+    mark.X2 = 5;
+    mark.Y2 = 3;
+    Graph.SelectMark(Graph.AddMark(mark));
+    Wizard.ShowSeries(2);
+    Sink.Answer = true;
+    Wizard.AttachSource(Write("enso.csv", "t,U,I\n1,2,3\n2,3,4\n2,4,4\n3,4,5\n").toStdString());
+    Graph.FindSeries(2)->SetSeriesName("Run 2");
+    Graph.FindSeries(2)->SetSeriesFlag(false);
+    Graph.Appearance()->SetCurrSerIndex(1);
+    Restart();
+    Sink.Texts.clear();
+}
+
+} // namespace lumoplot
