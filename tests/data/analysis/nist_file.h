@@ -65,8 +65,8 @@ private:
     std::vector<std::string> m_rows;
 };
 
-/// Number of digits to which a value agrees with the certified one.
-inline double CorrectDigits(double value, double certified) {
+/// Number of digits to which a value agrees with the certified one; not cut off at those that are certified.
+inline double AgreeingDigits(double value, double certified) {
     if (value == certified) return 17;
     return -std::log10(std::abs(value - certified) / std::abs(certified));
 }

@@ -20,16 +20,16 @@ namespace {
 TEST(LeastSquares, ReferenceDataKeepTheirDigits) {
     const TNistFile norris("Norris.dat");
     const TRegressionCoefficients line = FitLine(norris.Column(1), norris.Column(0)).Coefficients();
-    EXPECT_GE(CorrectDigits(line.C0, norris.Certified("B0 ")), 11);
-    EXPECT_GE(CorrectDigits(line.C1, norris.Certified("B1 ")), 13);
+    EXPECT_GE(AgreeingDigits(line.C0, norris.Certified("B0 ")), 11);
+    EXPECT_GE(AgreeingDigits(line.C1, norris.Certified("B1 ")), 13);
     EXPECT_EQ(line.C2, 0);
 
     const TNistFile pontius("Pontius.dat");
     const TRegressionCoefficients parabola =
         FitQuadratic(pontius.Column(1), pontius.Column(0)).Coefficients();
-    EXPECT_GE(CorrectDigits(parabola.C0, pontius.Certified("B0 ")), 11);
-    EXPECT_GE(CorrectDigits(parabola.C1, pontius.Certified("B1 ")), 13);
-    EXPECT_GE(CorrectDigits(parabola.C2, pontius.Certified("B2 ")), 12);
+    EXPECT_GE(AgreeingDigits(parabola.C0, pontius.Certified("B0 ")), 11);
+    EXPECT_GE(AgreeingDigits(parabola.C1, pontius.Certified("B1 ")), 13);
+    EXPECT_GE(AgreeingDigits(parabola.C2, pontius.Certified("B2 ")), 12);
 }
 
 struct TFitCase {

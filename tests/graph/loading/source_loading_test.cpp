@@ -82,6 +82,10 @@ TEST_F(SourceLoading, WhatIsReadIsSaidByTheOptionsAlone) {
         EXPECT_EQ(Graph.EditorMode(), c.inEditor);
         EXPECT_EQ(Graph.PlotBudget(), 1000);
     }
+    Series.SetSeriesName("mine");
+    EXPECT_TRUE(LoadEveryRow(Series, Progress));
+    EXPECT_EQ(Series.Count(), kRows);
+    EXPECT_EQ(Series.SeriesName(), "mine");
 }
 
 TEST_F(SourceLoading, WhatWasThinnedIsReadAgainUnderItsEditedName) {
