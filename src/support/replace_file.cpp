@@ -2,6 +2,7 @@
 
 #include "support/code_page.h"
 #include "support/errors.h"
+#include "support/system_path.h"
 
 #include <array>
 #include <cstdio>
@@ -10,7 +11,9 @@
 #include <system_error>
 
 #if defined(_WIN32)
+#include <fcntl.h>
 #include <io.h>
+#include <sys/stat.h>
 #else
 #include <sys/stat.h>
 #include <unistd.h>
@@ -29,9 +32,18 @@ fs::path PathOf(const std::string& name) {
 
 enum class TOpenMode { Read, Write, CreateNew };
 
+#if defined(_WIN32)
+// That system's fopen knows no mode that asks for a new file.
+TFile CreateNewFile(const fs::path& path) {
+    const int file = _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
+    return TFile(file < 0 ? nullptr : _wfdopen(file, L"wb"));
+}
+#endif
+
 TFile OpenFile(const fs::path& path, TOpenMode mode) {
 #if defined(_WIN32)
-    static constexpr std::array kModes = {L"rb", L"wb", L"wbx"};
+    static constexpr std::array kModes = {L"rb", L"wb"};
+    if (mode == TOpenMode::CreateNew) return CreateNewFile(path);
     return TFile(_wfopen(path.c_str(), kModes[static_cast<int>(mode)]));
 #else
     static constexpr std::array kModes = {"rb", "wb", "wbx"};
@@ -147,9 +159,9 @@ bool MayBeWritten(const fs::path& target) {
 }
 
 bool Replace(const std::string& name, std::span<const std::uint8_t> bytes) {
-    if (name.empty()) return false;
     std::error_code error;
-    const fs::path target = Followed(PathOf(name));
+    const fs::path target = Followed(SystemPath(name));
+    if (target.empty()) return false;
     const fs::file_status status = fs::status(target, error);
     if (!fs::exists(status)) return WriteBesideAndRename(target, bytes) == TReplacing::Done;
     if (fs::is_directory(status)) return false;
@@ -173,7 +185,7 @@ void ReplaceFile(const std::string& name, std::span<const std::uint8_t> bytes) {
 }
 
 std::vector<std::uint8_t> ReadWholeFile(const std::string& name) {
-    const fs::path path = PathOf(name);
+    const fs::path path = SystemPath(name);
     std::error_code error;
     TFile file = fs::is_directory(path, error) ? nullptr : OpenFile(path, TOpenMode::Read);
     if (!file) throw EFileError("Can not open file " + name);

@@ -1,0 +1,60 @@
+#include "support/system_path.h"
+
+#if defined(_WIN32)
+#include <algorithm>
+#include <array>
+#include <cwctype>
+#include <string_view>
+#endif
+
+namespace lumoplot {
+namespace {
+
+namespace fs = std::filesystem;
+
+#if defined(_WIN32)
+bool IsDigit(wchar_t c) {
+    return c >= L'1' && c <= L'9';
+}
+
+// With any extension, in any case, in every folder.
+bool IsDeviceName(const std::wstring& file) {
+    std::wstring stem = file.substr(0, file.find(L'.'));
+    stem.erase(std::min(stem.find_last_not_of(L' ') + 1, stem.size()));
+    std::ranges::transform(stem, stem.begin(),
+                           [](wchar_t c) { return static_cast<wchar_t>(std::towupper(c)); });
+    constexpr std::array<std::wstring_view, 6> kDevices = {L"CON", L"PRN",    L"AUX",
+                                                           L"NUL", L"CONIN$", L"CONOUT$"};
+    if (std::ranges::find(kDevices, stem) != kDevices.end()) return true;
+    return stem.size() == 4 && (stem.starts_with(L"COM") || stem.starts_with(L"LPT")) && IsDigit(stem[3]);
+}
+
+// "a:b" is no file but a stream in one.
+bool IsNoFileName(const std::wstring& file) {
+    return IsDeviceName(file) || file.find_first_of(L":*?\"<>|") != std::wstring::npos;
+}
+
+// Without the mark names end at 259 characters, and those of folders at 247.
+fs::path MarkedAsLong(const fs::path& path) {
+    constexpr std::size_t kLongest = 240;
+    std::error_code error;
+    const fs::path whole = fs::absolute(path, error).lexically_normal().make_preferred();
+    const std::wstring text = whole.wstring();
+    if (error || text.size() < kLongest || text.starts_with(LR"(\\?\)")) return path;
+    if (text.starts_with(LR"(\\)")) return fs::path(LR"(\\?\UNC)" + text.substr(1));
+    return fs::path(LR"(\\?\)" + text);
+}
+#endif
+
+} // namespace
+
+fs::path SystemPath(const std::string& name) {
+    const fs::path path(std::u8string(name.begin(), name.end()));
+#if defined(_WIN32)
+    return IsNoFileName(path.filename().wstring()) ? fs::path() : MarkedAsLong(path);
+#else
+    return path;
+#endif
+}
+
+} // namespace lumoplot

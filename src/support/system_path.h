@@ -1,0 +1,13 @@
+// What the system's calls for files take as the name of a file. On Windows a name that belongs to a device
+// ("NUL", "com1.txt") is no file's, and a long one has to be marked as such.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace lumoplot {
+
+/// From UTF-8; empty when the system keeps the name for a device or takes none like it.
+std::filesystem::path SystemPath(const std::string& name);
+
+} // namespace lumoplot
