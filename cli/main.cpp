@@ -5,6 +5,15 @@
 #include "support/message_text.h"
 
 #include <QString>
+#include <algorithm>
+
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+// Wants windows.h before it.
+#include <shellapi.h>
+#endif
 
 namespace {
 
@@ -32,17 +41,37 @@ bool TakesSignedValues(const std::string& command) {
     return command == "axis" || command == "eval" || command == "fit";
 }
 
+#if defined(_WIN32)
+// Scripts get the same bytes as everywhere, and a console shows them as what they are.
+void SetUpOutput() {
+    for (std::FILE* stream : {stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+// What main is given has lost what the code page of the system lacks.
+std::vector<std::string> Arguments(int, char**) {
+    int count = 0;
+    wchar_t** values = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(QString::fromWCharArray(values[i]).toStdString());
+    LocalFree(values);
+    return arguments;
+}
+#else
+void SetUpOutput() {
+}
+
+std::vector<std::string> Arguments(int count, char** values) {
+    return {values + std::min(count, 1), values + count};
+}
+#endif
+
 // The arguments behind the program's name, as UTF-8 and last first, as the parser takes them.
 std::vector<std::string> ReversedArguments(int count, char** values) {
-    std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i) {
-#if defined(_WIN32)
-        arguments.push_back(QString::fromLocal8Bit(values[i]).toStdString());
-#else
-        arguments.emplace_back(values[i]);
-#endif
-        if (TakesSignedValues(arguments[0])) arguments.back() = WithHiddenSign(arguments.back());
-    }
+    std::vector<std::string> arguments = Arguments(count, values);
+    const bool takesSigned = !arguments.empty() && TakesSignedValues(arguments[0]);
+    for (std::size_t i = 1; takesSigned && i < arguments.size(); ++i)
+        arguments[i] = WithHiddenSign(arguments[i]);
     std::reverse(arguments.begin(), arguments.end());
     return arguments;
 }
@@ -86,6 +115,7 @@ void Run(CLI::App& program, std::vector<std::string> arguments) {
 } // namespace
 
 int main(int count, char** values) {
+    SetUpOutput();
     TStandardErrorSink sink;
     InstallMessageSink(&sink);
     CLI::App program("", "xydata");

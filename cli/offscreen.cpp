@@ -18,7 +18,9 @@ void HandleToolkitMessage(QtMsgType type, const QMessageLogContext&, const QStri
 
 TOffscreenApplication::TPlatformChoice::TPlatformChoice() {
     qInstallMessageHandler(&HandleToolkitMessage);
+#if !defined(Q_OS_WIN) // there the usual platform has the fonts, and needs no display either
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
 }
 
 TOffscreenApplication::TOffscreenApplication() : m_application(m_argumentCount, m_arguments) {

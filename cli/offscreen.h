@@ -1,5 +1,6 @@
 // The application object that graphs, being widgets, need. It opens no window: the offscreen platform is used
-// unless the environment names another one. At most one exists at a time; graphs must not outlive it.
+// (on Windows the usual one) unless the environment names another one. At most one exists at a time; graphs
+// must not outlive it.
 #pragma once
 
 #include <QApplication>

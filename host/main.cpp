@@ -106,8 +106,10 @@ bool WantsShots(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+#if !defined(Q_OS_WIN) // there pictures need no display
     if (WantsShots(argc, argv) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("lumoplot"));
     QApplication::setApplicationName(QStringLiteral("lumoplot-host"));

@@ -127,9 +127,11 @@ TEST_F(Failures, TextFilesAndFormulasNeedNoPlatform) {
     EXPECT_EQ(RunProgram({"eval", "1"}, "", kNoPlatform).status, 0);
     EXPECT_EQ(RunProgram({"stats", data}, "", kNoPlatform).status, 0);
     EXPECT_EQ(RunProgram({"info", data}, "", kNoPlatform).status, 0);
+#if !defined(Q_OS_WIN) // there the toolkit says it in a window
     const TRunResult failed = RunProgram({"info", dataSet}, "", kNoPlatform);
     EXPECT_EQ(failed.status, 1);
     EXPECT_TRUE(IsOneMessage(failed.error)) << failed.error;
+#endif
 }
 
 } // namespace
