@@ -2,9 +2,8 @@
 
 #include <cassert>
 
-// The same loop is compiled for several instruction sets, and the program chooses when it runs. On Windows
-// GCC does not align the stack for wide vectors, so the baseline does all the work there.
-#if defined(__GNUC__) && defined(__x86_64__) && !defined(_WIN32)
+// The same loop is compiled for several instruction sets, and the program chooses when it runs.
+#if defined(__GNUC__) && defined(__x86_64__)
 #define LUMOPLOT_WIDE_VECTORS
 #endif
 

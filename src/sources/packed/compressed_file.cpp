@@ -4,7 +4,9 @@
 // Input that is only read is const.
 #define ZLIB_CONST
 #include <zlib.h>
+#if defined(LUMOPLOT_HAVE_ZSTD)
 #include <zstd.h>
+#endif
 
 namespace lumoplot {
 namespace {
@@ -39,6 +41,7 @@ private:
     bool m_isOpen = false;
 };
 
+#if defined(LUMOPLOT_HAVE_ZSTD)
 class TZstandard final : public TDecompressor {
 public:
     TZstandard() : m_stream(ZSTD_createDStream()) {}
@@ -57,6 +60,14 @@ public:
 private:
     ZSTD_DStream* m_stream;
 };
+#else
+/// Stands for it in a build without that library.
+class TZstandard final : public TDecompressor {
+public:
+    void Restart() override {}
+    TStep Step(const char*, std::size_t, char*, std::size_t) override { return {.isWrong = true}; }
+};
+#endif
 
 std::unique_ptr<TDecompressor> DecompressorFor(const QByteArray& firstBytes) {
     if (firstBytes.startsWith("\x1F\x8B\x08")) return std::make_unique<TGzip>();
