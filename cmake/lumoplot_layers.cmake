@@ -48,7 +48,9 @@ function(lumoplot_library name)
   set_target_properties(${name} PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     INSTALL_RPATH "${LUMOPLOT_BESIDE}" AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
-  if(UNIX AND NOT APPLE)
+  if(WIN32)
+    set_target_properties(${name} PROPERTIES PREFIX "") # xygraph.dll
+  elseif(NOT APPLE)
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
   endif()
   add_library(${name}_objects INTERFACE)

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Installs those packages of debian-packages.txt that are missing, as root or through sudo. Where that can not be
-# done it names them and goes on: the build tells whether it can do without.
+# setup_debian.sh [LIST]: installs those packages of the list (debian-packages.txt) that are missing, as root or through
+# sudo. Where that can not be done it names them and goes on: the build tells whether it can do without.
 set -euo pipefail
 
-list=$(dirname "${BASH_SOURCE[0]}")/debian-packages.txt
+list=${1:-$(dirname "${BASH_SOURCE[0]}")/debian-packages.txt}
 
 tell() {
   printf 'setup: %s\n' "$@" >&2

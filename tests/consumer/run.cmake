@@ -1,9 +1,11 @@
 # Installs the built project to an empty prefix, checks that nothing there leads back to the build, builds the consumer
 # against the package, and runs it and the programs from there.
-# Expects BUILD (the project's build folder), SOURCE (this folder), SCRATCH and FLAGS (for the compiler).
+# Expects BUILD (the project's build folder), SOURCE (this folder), SCRATCH and FLAGS (for the compiler); for another system
+# also EMULATOR (which runs its programs), SUFFIX (of their names) and OPTIONS (that find its compiler and Qt).
 file(REMOVE_RECURSE ${SCRATCH})
 set(prefix ${SCRATCH}/prefix)
 unset(ENV{LD_LIBRARY_PATH})
+set(ENV{WINEPATH} "${prefix}/bin;${BUILD}/bin") # Qt's DLLs are in the second one
 
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
@@ -32,14 +34,17 @@ foreach(binary ${binaries})
   endif()
 endforeach()
 
-run(${CMAKE_COMMAND} -S ${SOURCE} -B ${SCRATCH}/build -G Ninja -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_FLAGS=${FLAGS})
+file(GLOB_RECURSE package ${prefix}/lumoplotConfig.cmake)
+get_filename_component(package ${package} DIRECTORY)
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${SCRATCH}/build -G Ninja -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_FLAGS=${FLAGS}
+  -Dlumoplot_DIR=${package} ${OPTIONS})
 run(${CMAKE_COMMAND} --build ${SCRATCH}/build)
-run(${SCRATCH}/build/consumer)
-run(${prefix}/bin/xydata eval 1+1)
+run(${EMULATOR} ${SCRATCH}/build/consumer${SUFFIX} -platform offscreen)
+run(${EMULATOR} ${prefix}/bin/xydata${SUFFIX} eval 1+1)
 if(NOT output STREQUAL "2\n")
   message(FATAL_ERROR "xydata eval 1+1 gives ${output}")
 endif()
-run(${prefix}/bin/lumoplot-host --shot ${SCRATCH}/pictures)
+run(${EMULATOR} ${prefix}/bin/lumoplot-host${SUFFIX} --shot ${SCRATCH}/pictures)
 file(GLOB pictures ${SCRATCH}/pictures/*.png)
 list(LENGTH pictures count)
 if(count LESS 2)

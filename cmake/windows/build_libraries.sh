@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# build_libraries.sh FOLDER: what the project needs beside Qt, for Windows, in FOLDER/usr: the header-only libraries of the
+# system (copied, so that none of its other headers are seen), GoogleTest and zstd. What is there is kept.
+set -euo pipefail
+
+folder=$1
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+mkdir -p "$folder"
+folder=$(realpath "$folder")
+usr=$folder/usr
+
+cross() { # SOURCE BUILD OPTION…
+  cmake -G Ninja -S "$1" -B "$folder/$2" --log-level=NOTICE -DCMAKE_TOOLCHAIN_FILE="$here/mingw64.cmake" \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$usr" -DBUILD_SHARED_LIBS=OFF "${@:3}"
+  cmake --build "$folder/$2" -j2
+  cmake --install "$folder/$2" > /dev/null
+}
+
+headers() {
+  mkdir -p "$usr/include" "$usr/share/cmake" "$usr/lib/headers/cmake"
+  for name in xsimd kissfft CLI nlohmann; do cp -r "/usr/include/$name" "$usr/include/"; done
+  cp -r /usr/share/cmake/{CLI11,nlohmann_json} "$usr/share/cmake/"
+  cp -r "$(find /usr/lib -path '*/cmake/xsimd' -type d -print -quit)" "$usr/lib/headers/cmake/" # as deep as it was
+}
+
+zstd() {
+  "$here/debian_source.sh" libzstd "$folder/zstd-src" || return 1
+  cross "$folder/zstd-src/build/cmake" zstd -DZSTD_BUILD_PROGRAMS=OFF -DZSTD_BUILD_SHARED=OFF -DZSTD_BUILD_TESTS=OFF
+}
+
+[ -d "$usr/include/xsimd" ] || headers
+[ -e "$usr/lib/libgtest.a" ] || cross /usr/src/googletest gtest -DBUILD_GMOCK=OFF
+[ -e "$usr/lib/libzstd.a" ] || zstd || echo "windows: without zstd, whose sources can not be had" >&2

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Builds everything for Windows with MinGW-w64 and runs every test under Wine: ./test_windows.sh [CTEST OPTION…]. Qt for
+# Windows is taken from LUMOPLOT_QT_WINDOWS (~/.cache/lumoplot/qt-windows unless set) and is built there when it is missing,
+# which takes half an hour. WERROR=ON makes warnings errors.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+build=$root/build/windows
+export LUMOPLOT_QT_WINDOWS=${LUMOPLOT_QT_WINDOWS:-$HOME/.cache/lumoplot/qt-windows}
+
+cd "$root"
+cmake/setup_debian.sh
+cmake/setup_debian.sh cmake/windows/packages.txt
+[ -e "$LUMOPLOT_QT_WINDOWS/bin/Qt6Core.dll" ] || cmake/windows/build_qt.sh
+cmake/windows/build_libraries.sh build/windows-libraries
+cmake --preset windows --log-level=NOTICE -D LUMOPLOT_WERROR="${WERROR:-OFF}" \
+  -D QT_HOST_PATH_CMAKE_DIR="$(cmake/windows/host_packages.sh)"
+cmake --build --preset windows
+
+# The programs find the plugins and the fonts where Qt's DLLs look for them from the folder bin.
+cmake/windows/collect_runtime.sh "$build/bin" "$build/plugins"
+mkdir -p "$build/lib/fonts"
+cp -u /usr/share/fonts/truetype/dejavu/*.ttf "$build/lib/fonts/"
+
+# A display and a Wine server of our own for as long as the tests take.
+export WINEPREFIX=$build/wine WINEDEBUG=-all
+mkdir -p "$WINEPREFIX"
+end() {
+  wineserver -k || true
+  if [ -n "${display_server:-}" ]; then kill "$display_server"; fi
+}
+trap end EXIT
+Xvfb -displayfd 3 -screen 0 1600x1200x24 -nolisten tcp 3>"$build/display" 2>/dev/null &
+display_server=$!
+for _ in $(seq 50); do [ -s "$build/display" ] && break; sleep 0.1; done
+DISPLAY=:$(cat "$build/display")
+export DISPLAY
+cmake/windows/prepare_wine.sh
+wineserver -p
+cmake/windows/wine.sh wineboot
+ctest --preset windows "$@" | tee "$build/tests.txt"
+echo "Skipped under Wine:"
+grep -h "SKIPPED" "$build/Testing/Temporary/LastTest.log" | grep -o "[A-Za-z]*\.[A-Za-z]*" | sort -u || echo none
