@@ -134,11 +134,18 @@ bool TGraphMouse::Release(const QMouseEvent& event) {
 bool TGraphMouse::DoubleClick(const QMouseEvent& event) {
     if (event.button() != Qt::LeftButton) return false;
     CancelDrag();
-    if (Map() && Map()->Plot.contains(event.position()))
+    const TGraphPart part = Map() ? Map()->PartAt(event.position()) : TGraphPart::None;
+    if (part == TGraphPart::Plot)
         m_zoom.ShowAll();
     else
-        Q_EMIT m_graph.OnWantDesigner();
+        AskForSettings(part);
     return true;
+}
+
+void TGraphMouse::AskForSettings(TGraphPart part) {
+    m_wantedPart = part;
+    Q_EMIT m_graph.OnWantDesigner();
+    m_wantedPart = TGraphPart::None;
 }
 
 bool TGraphMouse::Wheel(const QWheelEvent& event) {
@@ -254,6 +261,8 @@ bool TGraphMouse::WalkPoints(const QKeyEvent& event) {
 bool TGraphMouse::ShowMenu(const QContextMenuEvent& event) {
     if (!Map() || m_isDragging) return false;
     SetNear(std::nullopt);
+    const QPoint place =
+        event.reason() == QContextMenuEvent::Mouse ? event.pos() : Map()->Plot.center().toPoint();
     QMenu menu(&m_graph);
     QAction* all = menu.addAction(tr("Show &All"), this, [this] { m_zoom.ShowAll(); });
     all->setShortcut(Qt::Key_Home);
@@ -262,10 +271,9 @@ bool TGraphMouse::ShowMenu(const QContextMenuEvent& event) {
     back->setEnabled(m_zoom.CanGoBack());
     if (m_graph.HasDesigner()) {
         menu.addSeparator();
-        menu.addAction(tr("A&xes and Title…"), this, [this] { Q_EMIT m_graph.OnWantDesigner(); });
+        menu.addAction(tr("&Graph Settings…"), this,
+                       [this, part = Map()->PartAt(place)] { AskForSettings(part); });
     }
-    const QPoint place =
-        event.reason() == QContextMenuEvent::Mouse ? event.pos() : Map()->Plot.center().toPoint();
     Q_EMIT MenuRequested(&menu, place);
     menu.exec(m_graph.mapToGlobal(place));
     return true;

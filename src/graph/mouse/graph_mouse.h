@@ -3,8 +3,9 @@
 //
 // Left drag: the mode (the usual one zooms); beside the plot of a child graph it moves the child, at its
 // edges it resizes it. Wheel: zoom about the mouse, over the labels of an axis that axis alone. Double click
-// on the plot: the axes follow the data again; beside it: OnWantDesigner. Keys: + and − zoom, arrows move,
-// Home shows all, Backspace goes back, Ctrl with arrows walks over the points, Esc ends a drag.
+// on the plot: the axes follow the data again; on the legend or beside the plot: OnWantDesigner. Keys: + and
+// − zoom, arrows move, Home shows all, Backspace goes back, Ctrl with arrows walks over the points, Esc ends
+// a drag.
 #pragma once
 
 #include "graph/mouse/child_placing.h"
@@ -16,6 +17,7 @@
 #include <QPointer>
 #include <memory>
 #include <optional>
+#include <utility>
 
 class QContextMenuEvent;
 class QKeyEvent;
@@ -51,6 +53,9 @@ public:
     /// Called by the graph for every new picture.
     void SetMap(std::optional<TPlotMap> map);
 
+    /// The part of the picture whose settings the last OnWantDesigner asked for; asked once.
+    TGraphPart TakeWantedPart() { return std::exchange(m_wantedPart, TGraphPart::None); }
+
     /// Another mode takes the drags; null puts the usual one back. Cancels a drag.
     XYGRAPH_EXPORT void SetMode(std::unique_ptr<TMouseMode> mode);
     TMouseMode& Mode() const { return *m_mode; }
@@ -82,6 +87,7 @@ private:
     void Leave();
     void CancelDrag();
     void TakeFocus(Qt::FocusReason reason);
+    void AskForSettings(TGraphPart part);
 
     bool IsPlacing() const { return m_placing && m_placing->IsGoing(); }
     bool ZoomByKey(const QKeyEvent& event);
@@ -98,6 +104,7 @@ private:
     std::unique_ptr<TMouseMode> m_mode;
     QPointer<TCoordsPanel> m_coords;
     std::optional<TPointHit> m_near;
+    TGraphPart m_wantedPart = TGraphPart::None;
     Qt::MouseButton m_dragButton = Qt::NoButton;
     bool m_isDragging = false;
     bool m_showsFocus = false;              ///< the keys have brought the focus here

@@ -29,7 +29,8 @@ std::optional<TZoomAxes> AxesAt(const TPlotMap& map, QPointF place) {
 }
 
 QCursor TZoomMode::CursorAt(const TPlotMap& map, QPointF place, bool isDragging) const {
-    if (isDragging) return m_drag && m_drag->Kind == TKind::Move ? Qt::ClosedHandCursor : Qt::CrossCursor;
+    if (isDragging) return m_drag && m_drag->Kind == TKind::Band ? Qt::CrossCursor : Qt::ClosedHandCursor;
+    if (map.LegendPlace.contains(place)) return Qt::OpenHandCursor;
     const auto axes = AxesAt(map, place);
     if (!axes) return Qt::ArrowCursor;
     if (*axes == TZoomAxes::All) return Qt::CrossCursor;
@@ -37,8 +38,12 @@ QCursor TZoomMode::CursorAt(const TPlotMap& map, QPointF place, bool isDragging)
 }
 
 bool TZoomMode::Press(const TPlotMap& map, const TMouseMoment& moment) {
-    const auto axes = AxesAt(map, moment.Place);
     const bool isLeft = moment.Button == Qt::LeftButton;
+    if (isLeft && moment.Modifiers == Qt::NoModifier && map.LegendPlace.contains(moment.Place)) {
+        m_drag = TDragState{map, TKind::Legend, TZoomAxes::All, moment.Place, moment.Place};
+        return true;
+    }
+    const auto axes = AxesAt(map, moment.Place);
     if (!axes || (!isLeft && moment.Button != Qt::MiddleButton)) return false;
     const bool moves = !isLeft || *axes != TZoomAxes::All || moment.Modifiers.testFlag(Qt::ShiftModifier);
     m_drag = TDragState{map, moves ? TKind::Move : TKind::Band, *axes, moment.Place, moment.Place};
@@ -58,6 +63,7 @@ void TZoomMode::Drag(const TMouseMoment& moment) {
 void TZoomMode::Release(const TMouseMoment& moment) {
     if (!m_drag) return;
     m_drag->Place = moment.Place;
+    if (m_drag->Kind == TKind::Legend && !IsClick()) PlaceLegend();
     if (m_drag->Kind == TKind::Band && !IsClick()) m_mouse.Zoom().ShowPart(m_drag->Map, Band(), BandAxes());
     End();
 }
@@ -94,14 +100,42 @@ QRectF TZoomMode::Band() const {
     return band;
 }
 
+QRectF TZoomMode::LegendPlace() const {
+    QRectF place = m_drag->Map.LegendPlace.translated(m_drag->Place - m_drag->Start);
+    const QRectF room = m_mouse.Graph().rect();
+    const auto inside = [](double start, double length, double all) {
+        return std::clamp(start, 0.0, std::max(0.0, all - length));
+    };
+    place.moveTo(inside(place.left(), place.width(), room.width()),
+                 inside(place.top(), place.height(), room.height()));
+    return place;
+}
+
+// It keeps the size that it had: without a width of its own, another place would break its rows elsewhere.
+void TZoomMode::PlaceLegend() const {
+    const QRectF place = LegendPlace();
+    TxyGraph& graph = m_mouse.Graph();
+    graph.ChangeByUser({"move legend"}, [&] {
+        TLegend& legend = *graph.Legend();
+        if (legend.AutoPlace()) {
+            legend.Setwidth(static_cast<int>(std::ceil(place.width())));
+            legend.Setheight(static_cast<int>(std::ceil(place.height())));
+        }
+        legend.SetAutoPlace(false);
+        legend.Setleft(static_cast<int>(std::lround(place.left())));
+        legend.Settop(static_cast<int>(std::lround(place.top())));
+    });
+    Q_EMIT graph.OnUserChange();
+}
+
 void TZoomMode::Paint(QPainter& painter) const {
-    if (!m_drag || m_drag->Kind != TKind::Band || IsClick()) return;
+    if (!m_drag || m_drag->Kind == TKind::Move || IsClick()) return;
     const QColor color = m_mouse.Graph().palette().color(QPalette::Highlight);
     QColor tint = color;
     tint.setAlpha(40);
     painter.setPen(QPen(color, 1));
     painter.setBrush(tint);
-    const QRect band = Band().toRect();
+    const QRect band = (m_drag->Kind == TKind::Legend ? LegendPlace() : Band()).toRect();
     painter.drawRect(band.adjusted(0, 0, -1, -1));
 }
 

@@ -1,5 +1,6 @@
 // The usual mouse mode: a rubber band zooms into a part of the plot; with Shift or the middle button the
-// picture moves with the mouse, as an axis does when its labels are dragged.
+// picture moves with the mouse, as an axis does when its labels are dragged. The legend is dragged to its
+// place.
 #pragma once
 
 #include "graph/mouse/graph_zoom.h"
@@ -26,7 +27,7 @@ public:
     void Paint(QPainter& painter) const override;
 
 private:
-    enum class TKind { Band, Move };
+    enum class TKind { Band, Move, Legend };
     struct TDragState {
         TPlotMap Map; ///< as it was at the press
         TKind Kind;
@@ -39,6 +40,9 @@ private:
     /// Which axes the band zooms: a flat one only X, a narrow one only Y.
     TZoomAxes BandAxes() const;
     QRectF Band() const;
+    /// Where the dragged legend would come to lie, within the graph.
+    QRectF LegendPlace() const;
+    void PlaceLegend() const;
     void End();
 
     TGraphMouse& m_mouse;

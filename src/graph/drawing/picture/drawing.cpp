@@ -60,11 +60,11 @@ public:
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
         DrawLegend(m_canvas, m_graph, legend, layout.Plot());
-        return PlotMapOf(layout);
+        return PlotMapOf(layout, legend);
     }
 
 private:
-    static TPlotMap PlotMapOf(const TGraphLayout& layout) {
+    TPlotMap PlotMapOf(const TGraphLayout& layout, const TLegendLayout& legend) const {
         const TAxisLayouts& axes = layout.Axes();
         const auto placeOf = [](const TAxisLayout& axis) {
             return axis.Axis().ShowAxis() ? axis.TextPlace() : QRectF();
@@ -73,7 +73,9 @@ private:
                 axes.X.Map(),
                 axes.Y.Map(),
                 axes.SecondY.Map(),
-                {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)}};
+                {placeOf(axes.X), placeOf(axes.Y), placeOf(axes.SecondY)},
+                m_appearance.GraphTitle().empty() ? QRectF() : layout.TitlePlace(),
+                legend.IsEmpty() ? QRectF() : legend.Box};
     }
 
     bool FillsBackground() const {

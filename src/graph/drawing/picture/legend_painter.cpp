@@ -229,7 +229,7 @@ TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {
 void DrawLegend(const TCanvas& canvas, const TxyGraph& graph, const TLegendLayout& layout,
                 const QRectF& plot) {
     const TLegend& legend = *graph.Legend();
-    if (layout.Entries.empty() && layout.More.isEmpty()) return;
+    if (layout.IsEmpty()) return;
     if (layout.Box.intersects(plot))
         DrawBehindText(canvas, layout.Box, legend.color());
     else

@@ -25,6 +25,8 @@ struct TLegendLayout {
     std::vector<TLegendEntry> Entries;
     QString More; ///< "… and 15 more" for entries that have no room
     QRectF MorePlace;
+
+    bool IsEmpty() const { return Entries.empty() && More.isEmpty(); }
 };
 
 /// Lays the legend out in the rectangle of its graph. Across, entries follow each other and go on in a new
