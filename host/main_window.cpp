@@ -94,7 +94,7 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_Redo, &TMainWindow::OnRedo},
         {m_ui->a_EditData, &TMainWindow::OnEditData},
         {m_ui->a_OpenWithEditor, &TMainWindow::OnOpenWithEditor},
-        {m_ui->a_AxesAndTitle, &TMainWindow::OnAxesAndTitle},
+        {m_ui->a_GraphSettings, &TMainWindow::OnGraphSettings},
         {m_ui->a_CopyPicture, &TMainWindow::OnCopyPicture},
         {m_ui->a_LoadEveryRow, &TMainWindow::OnLoadEveryRow},
         {m_ui->a_ShowLegend, &TMainWindow::OnShowLegend},
@@ -106,6 +106,7 @@ void TMainWindow::ConnectActions() {
             Guarded([this, slot] { (this->*slot)(); });
             ShowState();
         });
+    connect(m_ui->m_Styles, &QMenu::aboutToShow, this, &TMainWindow::ListStyles);
     connect(m_recentFiles.get(), &TRecentFiles::Chosen, this,
             [this](const QString& file) { OpenFiles({file}); });
 }
@@ -114,7 +115,7 @@ void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     // What was said of the state before is not true any more.
     connect(m_document.get(), &TGraphDocument::StateChanged, m_ui->statusBar, &QStatusBar::clearMessage);
-    connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_AxesAndTitle, &QAction::trigger);
+    connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_GraphSettings, &QAction::trigger);
     Graph().installEventFilter(this);
 }
 

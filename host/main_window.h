@@ -64,6 +64,8 @@ private:
     void OpenData(const QString& fileName);
     /// Reads the data sets from their sources again; false when the user cancelled.
     bool ReloadData();
+    /// Asks for the data of a graph that came from a template with sources: other files, the same, or none.
+    void AskForTemplateData();
     /// A name for a file that is proposed from the graph's title; empty where that can be none.
     QString TitleAsFileName() const;
     QString PictureName() const;
@@ -90,7 +92,9 @@ private:
     void OnRedo() { m_document->Session().Redo(); }
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();
-    void OnAxesAndTitle();
+    void OnGraphSettings();
+    void ListStyles();
+    void ApplyStyleFrom(const QString& fileName);
     void OnCopyPicture();
     void OnLoadEveryRow();
     void OnShowLegend();

@@ -1,7 +1,8 @@
 // What the main window does with the graph: data, axes, view.
 #include "dialogs/progress_window.h"
+#include "dialogs/settings/graph_settings.h"
+#include "graph/file/graph_style.h"
 #include "graph/mouse/graph_mouse.h"
-#include "host/axes_dialog.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
 #include "host/recent_files.h"
@@ -11,6 +12,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace lumoplot {
 
@@ -45,8 +47,32 @@ void TMainWindow::OnOpenWithEditor() {
     if (!fileName.isEmpty()) RunEditor(fileName);
 }
 
-void TMainWindow::OnAxesAndTitle() {
-    TAxesDialog(*m_document, this).exec();
+void TMainWindow::OnGraphSettings() {
+    EditGraphSettings(this, Graph(), m_document->TemplateFolder());
+}
+
+void TMainWindow::ListStyles() {
+    m_ui->m_Styles->clear();
+    const QDir folder(m_document->TemplateFolder());
+    for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.ltp")}, QDir::Files, QDir::Name)) {
+        QString name = file.completeBaseName();
+        m_ui->m_Styles->addAction(name.replace(u'&', QStringLiteral("&&")), this,
+                                  [this, path = file.filePath()] { ApplyStyleFrom(path); });
+    }
+    m_ui->m_Styles->addSeparator();
+    m_ui->m_Styles->addAction(tr("&Other…"), this, [this] {
+        const QString proposal = m_document->TemplateFolder() + QLatin1Char('/');
+        const QString fileName = AskFileToOpen(this, {tr("Apply Style"), GraphFilters(), {}, proposal});
+        if (!fileName.isEmpty()) ApplyStyleFrom(fileName);
+    });
+}
+
+void TMainWindow::ApplyStyleFrom(const QString& fileName) {
+    Guarded([&] {
+        Change(tr("apply style %1").arg(QFileInfo(fileName).completeBaseName()),
+               [&] { ApplyStyle(Graph(), fileName.toStdString()); });
+    });
+    ShowState();
 }
 
 bool TMainWindow::ReloadData() {
@@ -56,6 +82,41 @@ bool TMainWindow::ReloadData() {
     }();
     m_dataFiles->TellNotes();
     return done;
+}
+
+void TMainWindow::AskForTemplateData() {
+    QStringList names;
+    for (const auto& series : Graph().Series())
+        if (series->DataSourceInfo().Kind() == TSourceKind::TextFile)
+            names += QString::fromStdString(series->DataSourceInfo().SourceName());
+    names.removeDuplicates();
+    if (names.isEmpty()) return void(ReloadData());
+    QMessageBox box(QMessageBox::Question, QApplication::applicationDisplayName(),
+                    tr("The template reads data from %1.").arg(QFileInfo(names.first()).fileName()),
+                    QMessageBox::NoButton, this);
+    if (names.size() > 1) box.setText(tr("The template reads data from %1 files.").arg(names.size()));
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("Which data do you want to see?"));
+    box.setDetailedText(names.join(QLatin1Char('\n')));
+    QPushButton* other = box.addButton(tr("&Other Files…"), QMessageBox::AcceptRole);
+    QPushButton* same = box.addButton(tr("The &Same"), QMessageBox::AcceptRole);
+    other->setObjectName(QStringLiteral("b_OtherFiles"));
+    same->setObjectName(QStringLiteral("b_SameFiles"));
+    box.addButton(tr("&None"), QMessageBox::RejectRole);
+    box.setDefaultButton(other);
+    box.exec();
+    if (box.clickedButton() == other) {
+        // One file after the other takes the place of those that the template names.
+        for (const QString& name : names) {
+            const QString title = tr("Data in Place of %1").arg(QFileInfo(name).fileName());
+            const QString chosen = AskFileToOpen(this, {title, DataFilters(), {}, name});
+            if (chosen.isEmpty()) continue;
+            for (const auto& series : Graph().Series())
+                if (QString::fromStdString(series->DataSourceInfo().SourceName()) == name)
+                    series->DataSourceInfo().SetSourceName(chosen.toStdString());
+        }
+    }
+    if (box.clickedButton() == other || box.clickedButton() == same) ReloadData();
 }
 
 void TMainWindow::OnLoadEveryRow() {

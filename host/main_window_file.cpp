@@ -86,7 +86,7 @@ void TMainWindow::OnNewFromTemplate() {
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
     if (fileName.isEmpty()) return;
     m_document->NewFromTemplate(fileName);
-    ReloadData();
+    AskForTemplateData();
 }
 
 void TMainWindow::OnOpenGraph() {

@@ -28,8 +28,7 @@ void TMainWindow::OnExportPicture() {
     const QString filter = tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix);
     const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
     if (fileName.isEmpty()) return;
-    const double scale = dialog.Resolution() / kUnitsInInch;
-    if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), {.PixelsPerUnit = scale})) return;
+    if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), dialog.Options())) return;
     m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
 }
 

@@ -1,4 +1,5 @@
 // What a person does with a shown graph: edits its data, its axes, its templates, and takes pictures of it.
+#include "graph/mouse/graph_mouse.h"
 #include "host/printing.h"
 #include "host/window_fixture.h"
 #include "support/errors.h"
@@ -6,9 +7,12 @@
 
 #include <QCheckBox>
 #include <QImage>
+#include <QListWidget>
+#include <QMenu>
 #include <QPrinter>
+#include <QSpinBox>
 #include <QSvgRenderer>
-#include <QTabWidget>
+#include <QTimer>
 
 namespace lumoplot {
 namespace {
@@ -84,53 +88,29 @@ TEST_F(GraphWork, TemplatesCarryTheLookWithoutPoints) {
     Control<QAction>(*Window, "a_SaveAsTemplate").trigger();
     EXPECT_EQ(Window->Document().FileName(), PathOf("graph.ltp"));
     AnswerPath(PathOf("winds.ltp"));
+    QString offered;
+    auto* asking = new QTimer(qApp); // until the question comes behind the file dialog
+    QObject::connect(asking, &QTimer::timeout, qApp, [asking, &offered] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box) return;
+        offered = box->text();
+        asking->deleteLater();
+        Click(*box, "b_SameFiles");
+    });
+    asking->start(10);
     Press(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(offered.contains(QStringLiteral("enso.csv"))) << offered.toStdString();
     EXPECT_EQ(Graph().Appearance()->GraphTitle(), "Trade winds");
     EXPECT_EQ(First().Count(), 168) << "data sets are read from their sources again";
     EXPECT_TRUE(Window->Document().FileName().isEmpty());
 }
 
-TEST_F(GraphWork, AxesDialogRefusesRangesThatNoAxisCanHave) {
-    struct TCase {
-        const char* min;
-        const char* max;
-        bool log;
-        const char* text;
-    };
-    const TCase cases[] = {
-        {"5", "5", false, "The minimum of an axis must be below its maximum"},
-        {"1e2", "7", false, "The minimum of an axis must be below its maximum"},
-        {"0", "10", true, "The minimum of a logarithmic axis must be above 0"},
-        {"five", "10", false, "'five' is not a valid floating point value"},
-        {"nan", "10", false, "An axis needs finite numbers"},
-    };
-    const TBytes before = Content();
-    for (const TCase& wrong : cases) {
-        SCOPED_TRACE(wrong.min);
-        Sink.Texts.clear();
-        WhenModal<QDialog>([&](QDialog& dialog) {
-            auto& form = Control<QWidget>(dialog, "axisX");
-            Click(form, "cb_AutoSizing");
-            if (wrong.log) Click(form, "cb_LogScale");
-            Type(form, "e_Min", QString::fromLatin1(wrong.min));
-            Type(form, "e_Max", QString::fromLatin1(wrong.max));
-            QTest::keyClick(&dialog, Qt::Key_Return);
-            EXPECT_TRUE(dialog.isVisible());
-            dialog.reject();
-        });
-        Press(Qt::Key_T);
-        EXPECT_EQ(Sink.Only(), wrong.text);
-        EXPECT_EQ(Content(), before);
-    }
-}
-
-TEST_F(GraphWork, AxesDialogSetsTheRangeAndResetScaleTakesItBack) {
+TEST_F(GraphWork, SettingsSetTheRangeAndResetScaleTakesItBack) {
     WhenModal<QDialog>([&](QDialog& dialog) {
-        Type(dialog, "e_GraphTitle", QStringLiteral("Southern Oscillation"));
-        auto& form = Control<QWidget>(dialog, "axisX");
-        Click(form, "cb_AutoSizing");
-        Type(form, "e_Min", QStringLiteral("12"));
-        Type(form, "e_Max", QStringLiteral("24"));
+        Type(dialog, "m_Appearance_TitleOfGraph", QStringLiteral("Southern Oscillation"));
+        Control<QListWidget>(dialog, "lst_Pages").setCurrentRow(2);
+        Type(dialog, "e_From_X_Min", QStringLiteral("12"));
+        Type(dialog, "e_To_X_Min", QStringLiteral("24"));
         QTest::keyClick(&dialog, Qt::Key_Return);
     });
     Press(Qt::Key_T);
@@ -144,6 +124,69 @@ TEST_F(GraphWork, AxesDialogSetsTheRangeAndResetScaleTakesItBack) {
     Graph().PrepareForDrawing();
     EXPECT_LE(Graph().XAxis()->Min(), 1);
     EXPECT_GE(Graph().XAxis()->Max(), 168);
+}
+
+TEST_F(GraphWork, StylesChangeTheLookAndLeaveDataAndTitles) {
+    TxyGraph style;
+    style.AddSeries();
+    style.FirstSeries()->SetLineColor(kLime);
+    style.FirstSeries()->SetSeriesName("of the style");
+    style.Appearance()->SetGraphTitle("of the style");
+    style.Appearance()->SetShowFrame(true);
+    style.XAxis()->SetTitle("of the style");
+    style.XAxis()->SetGridlines(false);
+    style.XAxis()->SetMax(1e6);
+    style.XAxis()->SetLogScale(true);
+    QDir().mkpath(PathOf("templates"));
+    style.SaveTemplate(PathOf("templates/plain.ltp").toStdString(), TPoints::LeaveOut);
+    const auto before = Content();
+    const std::string name = First().SeriesName();
+    const std::string title = Graph().XAxis()->Title();
+    auto& menu = Control<QMenu>(*Window, "m_Styles");
+    Q_EMIT menu.aboutToShow();
+    menu.actions().constFirst()->trigger();
+    EXPECT_TRUE(Graph().Appearance()->ShowFrame());
+    EXPECT_FALSE(Graph().XAxis()->Gridlines());
+    EXPECT_EQ(First().LineColor(), kLime);
+    EXPECT_EQ(First().SeriesName(), name);
+    EXPECT_EQ(First().Count(), 168);
+    EXPECT_EQ(Graph().XAxis()->Title(), title);
+    EXPECT_FALSE(Graph().XAxis()->LogScale());
+    EXPECT_TRUE(Graph().XAxis()->AutoSizing());
+    EXPECT_NE(Graph().Appearance()->GraphTitle(), "of the style");
+    EXPECT_EQ(Window->Document().Session().UndoName(), "apply style plain");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Content(), before);
+}
+
+TEST_F(GraphWork, LegendIsDraggedAndPartsOpenTheirSettings) {
+    Graph().Legend()->Setvisible(true);
+    Graph().Legend()->SetAutoPlace(true);
+    First().SetShowInLegend(true);
+    Graph().grab();
+    const QRectF place = Graph().Mouse().Map()->LegendPlace;
+    const QPoint from = place.center().toPoint();
+    QTest::mousePress(&Graph(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(&Graph(), from - QPoint(100, -50));
+    QTest::mouseRelease(&Graph(), Qt::LeftButton, {}, from - QPoint(100, -50));
+    Graph().grab();
+    const QRectF moved = Graph().Mouse().Map()->LegendPlace;
+    EXPECT_NEAR(moved.left(), place.left() - 100, 1);
+    EXPECT_NEAR(moved.top(), place.top() + 50, 1);
+    EXPECT_NEAR(moved.width(), place.width(), 1);
+    EXPECT_EQ(Window->Document().Session().UndoName(), "move legend");
+    const TPlotMap map = *Graph().Mouse().Map();
+    const std::pair<QPointF, int> parts[] = {
+        {moved.center(), 5}, {map.AxisPlaces[0].center(), 2}, {map.AxisPlaces[1].center(), 3}};
+    for (const auto& [where, page] : parts) {
+        int shown = -1;
+        WhenModal<QDialog>([&](QDialog& dialog) {
+            shown = Control<QListWidget>(dialog, "lst_Pages").currentRow();
+            dialog.reject();
+        });
+        QTest::mouseDClick(&Graph(), Qt::LeftButton, {}, where.toPoint());
+        EXPECT_EQ(shown, page);
+    }
 }
 
 TEST_F(GraphWork, PicturesHaveTheSizeThatWasAskedFor) {
@@ -165,6 +208,33 @@ TEST_F(GraphWork, PicturesHaveTheSizeThatWasAskedFor) {
     EXPECT_EQ(QImage(exportAs(0, "plot.png")).size(), QSize(1000, 600));
     EXPECT_EQ(QSvgRenderer(exportAs(1, "plot.svg")).viewBoxF().size(), QSizeF(1000, 600)) << "units";
     EXPECT_TRUE(Read(exportAs(2, "plot.pdf")).startsWith("%PDF"));
+    const auto exportForPaper = [this](int place) {
+        const QString file = PathOf("paper%1.png").arg(place);
+        WhenModal<QDialog>([&](QDialog& dialog) {
+            Choose(dialog, "cbx_Format", 0);
+            Choose(dialog, "cbx_Place", place);
+            Type(dialog, "se_Resolution", QStringLiteral("300"));
+            Control<QCheckBox>(dialog, "cb_Transparent").setChecked(true);
+            AnswerPath(file);
+            auto& buttons = Control<QDialogButtonBox>(dialog, "buttons");
+            QTest::mouseClick(buttons.button(QDialogButtonBox::Save), Qt::LeftButton);
+        });
+        Press(Qt::Key_E);
+        return QImage(file);
+    };
+    EXPECT_NEAR(exportForPaper(1).width(), 85 / 25.4 * 300, 1);
+    EXPECT_NEAR(exportForPaper(3).width(), 254 / 25.4 * 300, 1);
+    const QImage column = exportForPaper(2);
+    EXPECT_NEAR(column.width(), 170 / 25.4 * 300, 1);
+    EXPECT_NEAR(column.dotsPerMeterX(), 300 / 0.0254, 2);
+    EXPECT_EQ(column.pixelColor(1, 1).alpha(), 0);
+    WhenModal<QDialog>([](QDialog& dialog) { // what was asked for last is there again
+        EXPECT_EQ(Control<QComboBox>(dialog, "cbx_Place").currentIndex(), 2);
+        EXPECT_EQ(Control<QSpinBox>(dialog, "se_Resolution").value(), 300);
+        EXPECT_TRUE(Control<QCheckBox>(dialog, "cb_Transparent").isChecked());
+        dialog.reject();
+    });
+    Press(Qt::Key_E);
     EXPECT_TRUE(Sink.Texts.empty());
     EXPECT_FALSE(Window->isWindowModified());
 }
