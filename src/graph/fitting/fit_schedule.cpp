@@ -8,12 +8,27 @@
 #include <algorithm>
 
 namespace lumoplot {
+namespace {
+
+/// A regression of so many points takes longer than a frame may.
+constexpr std::int64_t kPointsAtOnce = 20000;
+
+bool IsPending(const TSeries& series) {
+    return HasPendingResult(series) || HasLongRegression(series);
+}
+
+} // namespace
+
+bool HasLongRegression(const TSeries& series) {
+    return series.Active() && series.RegressionStale() && series.Count() > kPointsAtOnce &&
+           series.RegressionType() != TRegressionType::None;
+}
 
 bool TFitSchedule::RunPending() {
     if (m_isRunning) return false;
     std::vector<TSeries*> pending;
     for (TSeries* series : m_graph.Series())
-        if (HasPendingResult(*series)) pending.push_back(series);
+        if (IsPending(*series)) pending.push_back(series);
     const QPointer<TxyGraph> graph(&m_graph);
     m_isRunning = !pending.empty();
     for (TSeries* series : pending) {
@@ -26,7 +41,7 @@ bool TFitSchedule::RunPending() {
 }
 
 void TFitSchedule::RunPendingSoon() {
-    const auto isPending = [](const TSeries* series) { return HasPendingResult(*series); };
+    const auto isPending = [](const TSeries* series) { return IsPending(*series); };
     if (m_isRunning || m_isScheduled || !std::ranges::any_of(m_graph.Series(), isPending)) return;
     m_isScheduled = true;
     QTimer::singleShot(0, &m_graph, [this] {

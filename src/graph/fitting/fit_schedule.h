@@ -1,9 +1,14 @@
-// When a graph runs the curve fits of its data sets. Belongs to its graph.
+// When a graph runs the curve fits and the long regressions of its data sets. Belongs to its graph.
 #pragma once
 
 namespace lumoplot {
 
+class TSeries;
 class TxyGraph;
+
+/// The regression of the data set has to be worked out anew and takes longer than a frame may: a picture
+/// shows the data set without it, and it follows with the pending fits.
+bool HasLongRegression(const TSeries& series);
 
 class TFitSchedule {
 public:

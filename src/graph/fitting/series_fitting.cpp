@@ -129,6 +129,9 @@ void RunPendingResult(TSeries& series) {
     const auto isThere = StillThere(series);
     ReadRowsForResults(series);
     if (isThere() && HasPendingFit(series)) RunPendingFit(series);
+    if (!isThere() || !series.RegressionStale() || series.WaitsForEveryRow()) return;
+    series.UpdateRegression();
+    series.Graph().RequestRepaint(true);
 }
 
 void RunPendingFit(TSeries& series) {

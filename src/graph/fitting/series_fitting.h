@@ -16,7 +16,8 @@ bool HasPendingResult(const TSeries& series);
 /// is told through the message sink, and results come from the points that are there.
 XYGRAPH_EXPORT void ReadRowsForResults(TSeries& series);
 
-/// Reads the rows that are missing and runs the fit that is pending.
+/// Reads the rows that are missing, runs the fit that is pending and works the regression out anew where it
+/// is stale.
 void RunPendingResult(TSeries& series);
 
 /// Fits the curve to the corrected Y, of every row of its source, with a progress that the user can cancel,

@@ -71,7 +71,7 @@ void TxyGraph::UpdateForDrawing() {
     if (m_scaling->IsStale() || m_repaintRequested || stale) m_scaling->Rescale();
     for (const auto& series : m_series) {
         if (!series->Active()) continue;
-        if (!series->WaitsForEveryRow()) series->UpdateRegression();
+        if (!series->WaitsForEveryRow() && !HasLongRegression(*series)) series->UpdateRegression();
         series->UpdateFittedCurve(m_xAxis->LogScale());
     }
 }

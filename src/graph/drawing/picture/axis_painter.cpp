@@ -42,6 +42,32 @@ QPointF OutwardsOf(TAxisSide side) {
     return {1, 0};
 }
 
+void DrawTicks(const TCanvas& canvas, const TAxisLayout& axis, double line, QPointF direction,
+               const QPen& pen) {
+    for (const TTick& tick : axis.Ticks()) {
+        const double place = axis.Map().Position(tick.Value);
+        const QPointF foot = axis.IsHorizontal() ? QPointF(place, line) : QPointF(line, place);
+        const double length = axis.TickLength() * (tick.Kind == TTickKind::Major ? 1 : kMinorPart);
+        canvas.DrawStraight(foot, foot + direction * (length + pen.widthF() / 2), pen);
+    }
+}
+
+/// The ticks of the axis on the other side of the frame, where no axis stands.
+void DrawFarTicks(const TCanvas& canvas, const TAxisLayout& axis, const TAxisLayouts& all, const QRectF& plot,
+                  const QPen& pen) {
+    if (axis.IsInside(plot) || axis.TickLength() <= 0) return;
+    const auto isTakenBy = [&](const TAxisLayout& other) {
+        return &other != &axis && other.Axis().ShowAxis() && !other.IsInside(plot) &&
+               other.IsHorizontal() == axis.IsHorizontal() && other.Side() != axis.Side();
+    };
+    if (isTakenBy(all.Y) || isTakenBy(all.SecondY)) return;
+    const QPointF direction = OutwardsOf(axis.Side());
+    const bool isAtStart = direction.x() + direction.y() < 0;
+    const double far = axis.IsHorizontal() ? (isAtStart ? plot.bottom() : plot.top())
+                                           : (isAtStart ? plot.right() : plot.left());
+    DrawTicks(canvas, axis, far, direction, pen);
+}
+
 void DrawLineAndTicks(const TCanvas& canvas, const TAxisLayout& axis, const QRectF& plot, const QPen& pen) {
     const double half = pen.widthF() / 2;
     if (axis.IsHorizontal())
@@ -49,13 +75,7 @@ void DrawLineAndTicks(const TCanvas& canvas, const TAxisLayout& axis, const QRec
     else
         canvas.DrawStraight({axis.Line(), plot.bottom() + half}, {axis.Line(), plot.top() - half}, pen);
     if (axis.TickLength() <= 0) return;
-    const QPointF outwards = OutwardsOf(axis.Side()) * (axis.TicksInside() ? -1 : 1);
-    for (const TTick& tick : axis.Ticks()) {
-        const double place = axis.Map().Position(tick.Value);
-        const QPointF foot = axis.IsHorizontal() ? QPointF(place, axis.Line()) : QPointF(axis.Line(), place);
-        const double length = axis.TickLength() * (tick.Kind == TTickKind::Major ? 1 : kMinorPart);
-        canvas.DrawStraight(foot, foot + outwards * (length + half), pen);
-    }
+    DrawTicks(canvas, axis, axis.Line(), OutwardsOf(axis.Side()) * (axis.TicksInside() ? -1 : 1), pen);
 }
 
 void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts& fonts, const QRectF& plot) {
@@ -97,6 +117,8 @@ void DrawAxes(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& 
     for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY}) {
         if (!axis->Axis().ShowAxis()) continue;
         DrawLineAndTicks(canvas, *axis, layout.Plot(), pen);
+        if (appearance.ShowFrame() && axis->TicksInside())
+            DrawFarTicks(canvas, *axis, layout.Axes(), layout.Plot(), pen);
         if (appearance.ShowGraphLabels()) DrawLabels(canvas, *axis, layout.Fonts(), layout.Plot());
     }
 }

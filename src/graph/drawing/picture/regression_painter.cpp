@@ -6,6 +6,7 @@
 #include "graph/drawing/lines/line_painter.h"
 #include "graph/drawing/lines/series_pen.h"
 #include "graph/drawing/lines/series_positions.h"
+#include "graph/fitting/fit_schedule.h"
 #include "graph/model/graph.h"
 #include "graph/plotted/drawn_extent.h"
 
@@ -137,6 +138,7 @@ private:
 void DrawRegression(const TCanvas& canvas, const TSeries& series, const TGraphLayout& layout,
                     const QRectF& visible) {
     if (!IsDrawn(series) || series.RegressionType() == TRegressionType::None) return;
+    if (HasLongRegression(series)) return; // that of points that are no more
     const QPen pen = SeriesPen(canvas, series, series.RegressionColor(), series.RegressionLineStyle(),
                                series.RegressionLineWidth());
     const QRectF reach = ReachOfPen(canvas, pen, visible);
