@@ -1,0 +1,156 @@
+#!/usr/bin/env python3
+"""Writes the graphs of examples/gallery that show axes, labels, legends and captions at their limits.
+
+Each is a graph file in the text encoding (docs/stream-format.md) that holds only the settings which differ from the
+defaults. Data are computed here, so that the files can be made again.
+"""
+import math
+import pathlib
+import random
+import struct
+
+FOLDER = pathlib.Path(__file__).resolve().parent.parent / "examples" / "gallery"
+BLACK, GREY, RED, BLUE, GREEN, ORANGE = 0x404040, 0xD0D0D0, 0x3030C0, 0xB06010, 0x508020, 0x2080E0
+LABELS, TITLES, CAPTION = 12, 14, 17
+
+
+def text(value):
+    if isinstance(value, bool):
+        return "true" if value else "false"
+    return repr(value) if isinstance(value, float) else str(value)
+
+
+def item(value):
+    data = text(value)
+    try:
+        data = data.encode("cp1252")
+    except UnicodeEncodeError:
+        data = b"\xef\xbb\xbf" + data.encode("utf-8")
+    return (b"\x06" + bytes([len(data)]) if len(data) < 256 else b"\x0c" + struct.pack("<i", len(data))) + data
+
+
+def entry(key, value):
+    if isinstance(value, tuple):  # a font: name, size, colour
+        name, size, colour = value
+        values = [item(name), b"\x04" + struct.pack("<i", size), b"\x04" + struct.pack("<i", colour)]
+        return item("%2dF" % key) + b"".join(values) + b"\x08\x08\x08\x08"
+    return item("%2dS" % key) + item(value)
+
+
+def section(name, entries, header="Section:"):
+    keys = b"".join(entry(key, value) for key, value in entries.items())
+    return item(header + "99S") + item(name) + keys + item("EndOfSection 0S") + item(False)
+
+
+def font(size):
+    return ("Arial", size, BLACK)
+
+
+def data_set(points, name="data", look=None, record=None):
+    style = {2: True, 3: False, 5: BLUE, 6: BLUE, 18: 1, 19: 2, 10: 7, 8: 1} | (look or {})
+    block = item(" 1S") + item(len(points)) + item(" 2S") + item(2) + item("S")
+    block += b"".join(item(float(x)) + item(float(y)) for x, y in points)
+    described = {1: name, 3: True} | (record or {})
+    return (section("Series", style, "") +
+            b"".join(entry(key, value) for key, value in described.items()) +
+            item("EndOfSection 0S") + item(False) + block)
+
+
+def graph(name, sets, title="", x=None, y=None, y2=None, appearance=None, dimensions=None, legend=None, marks=()):
+    look = {2: BLACK, 7: GREY, 13: title, 16: font(TITLES), 17: font(CAPTION), 18: font(LABELS), 40: ""}
+    axes = [x or {}, y or {}, y2 or {}]
+    out = item("xygg06.01") + section("Appearance", look | (appearance or {}), "Section")
+    out += section("Dimensions", dimensions or {})
+    out += b"".join(section("Axis", {20: False} | axis) for axis in axes)
+    out += section("Legend", {9: font(LABELS), 2: 0xFFFFFF} | (legend or {}))
+    out += b"".join(item(part) for part in ("S", len(sets), "S", len(marks)))
+    out += b"".join(sets) + b"".join(section("Mark", {1: i + 1} | mark) for i, mark in enumerate(marks))
+    (FOLDER / (name + ".ltp")).write_bytes(out + struct.pack("<i", 0))
+
+
+def curve(function, low, high, count=200):
+    steps = [low + (high - low) * i / (count - 1) for i in range(count)]
+    return [(x, function(x)) for x in steps]
+
+
+def frame():
+    chance = random.Random(1)
+    points = [(v, 0.4 * v ** 0.5 + chance.gauss(0, 0.05)) for v in range(1, 41)]
+    graph("frame", [data_set(points, "measured", {2: False, 3: True, 4: False}),
+                    data_set(curve(lambda v: 0.4 * v ** 0.5, 0.2, 40), "model", {5: RED})],
+          "Frame, ticks inside, ranges that end at the data",
+          {1: "Velocity / m s^{−1}", 60: True, 17: False}, {1: "Drag coefficient \\times 10^{3}", 17: False},
+          appearance={60: True, 61: True}, legend={1: True, 60: True, 4: 1, 3: 1})
+
+
+def offsets():
+    chance = random.Random(2)
+    walk = [1e9]
+    for _ in range(100):
+        walk.append(walk[-1] + 0.1)
+    graph("offset", [data_set([(v, 1e-8 * (2 + math.sin(3 * v) + chance.gauss(0, 0.1))) for v in walk])],
+          "1e9 to 1e9 + 10", {1: "Pulse number"}, {1: "Charge / C"})
+
+
+def decades():
+    points = [(10.0 ** k, 10.0 ** (-60 + k + 3 * math.sin(k / 5))) for k in range(0, 61, 2)]
+    graph("decades", [data_set(points, look={3: True})], "Sixty decades",
+          {1: "Frequency / Hz", 5: True}, {1: "Power", 5: True})
+
+
+def left_out():
+    points = [(x / 10, math.exp(-x / 20) - 0.2) for x in range(0, 81)]
+    graph("left-out", [data_set(points, look={2: False, 3: True})], "Points that a logarithmic axis can not show",
+          {1: "Time / s"}, {1: "Current / \\mu A", 5: True})
+
+
+def reversed_axis():
+    graph("reversed", [data_set(curve(lambda t: 900 - 7 * t, 0, 100), "depth"),
+                       data_set(curve(lambda t: 15 - 8 * t / 100, 0, 100), "temperature", {5: RED, 11: False})],
+          "Two axes that run against each other", {1: "Time / d"},
+          {1: "Depth / m", 14: True}, {1: "Temperature / °C", 13: True, 18: True, 19: True},
+          legend={1: True, 60: True, 4: 1})
+
+
+def legend_of_thirty():
+    sets = []
+    for k in range(30):
+        colour = [BLUE, RED, GREEN, ORANGE, 0x804080, 0x808000][k % 6]
+        wave = curve(lambda x, k=k: math.sin(x + k / 5) + k / 10, 0, 12, 80)
+        sets.append(data_set(wave, "sample %d, %d K" % (k + 1, 280 + 5 * k), {5: colour, 9: k % 5, 19: 1}))
+    graph("thirty", sets, "Thirty data sets", {1: "Time / s"}, {1: "Signal"}, legend={1: True, 60: True, 4: 1, 3: 1})
+
+
+def crowd():
+    chance = random.Random(4)
+    peaks = sorted(chance.uniform(5, 95) for _ in range(14))
+    points = curve(lambda x: 1 + sum(math.exp(-((x - p) / 0.8) ** 2) for p in peaks), 0, 100, 800)
+    marks = [{2: p, 3: 2.0, 4: 0.0, 6: RED, 7: "Peak %d\n%.1f eV" % (i + 1, p), 8: 2} for i, p in enumerate(peaks)]
+    graph("captions", [data_set(points)], "Captions keep off each other, lines and data",
+          {1: "Energy / eV"}, {1: "Counts"}, appearance={11: True}, marks=marks)
+
+
+def letters():
+    points = curve(lambda t: math.exp(-t / 3) * math.cos(4 * t), 0, 10)
+    graph("letters", [data_set(points, "\\Psi_{0}e^{−t/\\tau} cos \\omega t")],
+          "Raised and lowered letters: E = mc^{2}, \\lambda_{max} = 5000 \\AA\nand a second line",
+          {1: "t / 10^{−3} s"}, {1: "\\Psi \\pm \\sigma"}, legend={1: True, 60: True})
+
+
+def times():
+    day = 1.0 / 86400
+    start = 45000.0
+    for name, length, what in (("ms", 0.02 * day, "20 milliseconds"), ("minutes", 600 * day, "ten minutes"),
+                               ("night", 14.0 / 24, "a night"), ("years", 365.25 * 4, "four years"),
+                               ("centuries", 365.25 * 350, "three centuries and a half")):
+        at = start + (0.75 if name == "night" else 0)
+        points = [(at + length * k / 60, math.sin(k / 6)) for k in range(61)]
+        graph("times-" + name, [data_set(points)], "A time axis over " + what, {1: "", 10: True, 12: 0, 11: ""},
+              {1: "Signal"})
+
+
+ALL = (frame, offsets, decades, left_out, reversed_axis, legend_of_thirty, crowd, letters, times)
+
+if __name__ == "__main__":
+    for make in ALL:
+        make()
