@@ -162,9 +162,9 @@ void TGraphSettingsDialog::MakeSheets() {
     axes->Add(appearance, AxesInCommonWords(), ofAppearance);
     auto* margins = make(tr("Margins"));
     margins->Add(dimensions, MarginWords(), ofDimensions);
-    auto* data = make(tr("Data and Paper"));
-    data->Add(appearance, DataAndPaperWords(), ofAppearance);
-    data->Add(dimensions, PaperWords(), ofDimensions);
+    auto* dataAndPaper = make(tr("Data and Paper"));
+    dataAndPaper->Add(appearance, DataAndPaperWords(), ofAppearance);
+    dataAndPaper->Add(dimensions, PaperWords(), ofDimensions);
     AddSheet(title);
     AddSheet(axes);
     AddSheet(MakeAxisSheet(*m_copy.XAxis(), tr("X Axis"), QStringLiteral("X")));
@@ -172,7 +172,7 @@ void TGraphSettingsDialog::MakeSheets() {
     AddSheet(MakeAxisSheet(*m_copy.YAxis_Second(), tr("Second Y Axis"), QStringLiteral("Y2")));
     AddSheet(MakeLegendSheet());
     AddSheet(margins);
-    AddSheet(data);
+    AddSheet(dataAndPaper);
     AddSheet(new TMarksSheet(m_copy, m_ui->sheets));
     m_ui->sheetsLayout->addStretch(1);
     OrderTabs();

@@ -21,8 +21,8 @@ struct TPlotMap {
     TScaleMap SecondY;
     /// Where the labels and the titles of X, Y and the second Y axis lie; null for one without.
     std::array<QRectF, 3> AxisPlaces;
-    QRectF TitlePlace;  ///< of the graph's title; null for none
-    QRectF LegendPlace; ///< the box of the legend; null where none is shown
+    QRectF TitlePlace = {};  ///< of the graph's title; null for none
+    QRectF LegendPlace = {}; ///< the box of the legend; null where none is shown
 
     const TScaleMap& YOf(bool second) const { return second ? SecondY : Y; }
     const TScaleMap& YOf(const TSeries& series) const { return YOf(series.IsOnSecondY()); }
