@@ -101,6 +101,7 @@ TEST_F(GraphMouse, EveryGestureGoesBackByItself) {
     Y().SetMax(150);
     Y().SetStepSize(30);
     DragAndDrop(PlaceOf(2, 64), PlaceOf(6, 16));
+    EXPECT_TRUE(Y().AutoStepping()) << "30 is too coarse a step for 48";
     const double zoomed = X().Max();
     QTest::mouseDClick(&Graph, Qt::LeftButton, {}, Map().Plot.center().toPoint());
     Repaint();
