@@ -235,7 +235,7 @@ public:
     void LoadFromStream(TxyReader& reader, bool compile);
     /// A function file, replaced whole. Throws as ReplaceFile does.
     XYGRAPH_EXPORT void SaveToFile(const std::string& name) const;
-    /// Throws EFileError for a file that cannot be read, EStreamError "NAME is not a function file. ADVICE" for
+    /// Throws EFileError for a file that cannot be read, EStreamError "NAME is not a function file" for
     /// another kind of file and for one that breaks off; all is then as it was, what was compiled included.
     XYGRAPH_EXPORT void LoadFromFile(const std::string& name, bool compile);
     /// Takes over what the other's function file would hold, compiles it when it can be, and calls OnChange.
