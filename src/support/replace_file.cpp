@@ -203,7 +203,8 @@ std::string ReasonNotOpened(const fs::path& path) {
 }
 
 [[noreturn]] void ThrowNotSaved(const std::string& name) {
-    throw EFileError("Can not save to file " + name + ": " + ReasonNotSaved(name.empty() ? fs::path() : SystemPath(name)));
+    throw EFileError("Can not save to file " + name + ": " +
+                     ReasonNotSaved(name.empty() ? fs::path() : SystemPath(name)));
 }
 
 } // namespace
