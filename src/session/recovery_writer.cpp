@@ -106,9 +106,11 @@ void TRecoveryWriter::Flush() {
     m_disk.waitForDone();
 }
 
-/// Between the starts of two writings: a step that just misses one is written by the next in time.
+/// Between the starts of two writings: a step that just misses one is written by the next in time, also when
+/// that takes twice as long.
 qint64 TRecoveryWriter::PauseMs() const {
-    return std::max<qint64>(m_options.IntervalMs - 2 * m_writingMs, 0);
+    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 2 * m_writingMs);
+    return std::max<qint64>(m_options.IntervalMs - earlier, 0);
 }
 
 // The first step after a while is written at once; those that follow wait until the pause is over.
