@@ -177,7 +177,8 @@ TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTe
         ReadAs(options.readAs, series.DataSourceInfo(), load.wishes);
     TSilentProgress progress;
     TTextReport report = LoadTextSeries(series, file, load, progress);
-    if (options.explain) PrintMessage(file + ": " + Explain(report).Line());
+    if (options.explain)
+        for (const std::string& line : Explain(report).Lines()) PrintMessage(file + ": " + line);
     series.DataSourceInfo() = TDSInfo();
     series.SetDuplicatesAllowed(HasEqualNeighbours(series));
     return report;

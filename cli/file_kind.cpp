@@ -25,7 +25,8 @@ constexpr std::pair<std::string_view, TFileKind> kBeginnings[] = {{"\x06\x09xygg
 
 std::string FirstBytes(const std::string& name) {
     QFile file(QString::fromStdString(name));
-    if (!file.open(QIODevice::ReadOnly)) throw EFileError("Can not open file " + name);
+    if (!file.open(QIODevice::ReadOnly))
+        throw EFileError("Can not open file " + name + ": check its name, its folder and its permissions");
     return file.read(16).toStdString();
 }
 

@@ -2,7 +2,6 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "support/message_sink.h"
-#include "support/message_text.h"
 
 #include <QString>
 #include <algorithm>
@@ -126,12 +125,12 @@ int main(int count, char** values) {
         Run(program, ReversedArguments(count, values));
         return 0;
     } catch (const CLI::ParseError& error) {
-        PrintMessage(ShownLine(UsageMessage(program, error)));
+        PrintMessage(UsageMessage(program, error));
         return kWrongUsage;
     } catch (const std::bad_alloc&) {
         PrintMessage("Out of memory");
     } catch (const std::exception& error) {
-        PrintMessage(ShownLine(error.what()));
+        PrintMessage(error.what());
     }
     return kFailed;
 }

@@ -136,7 +136,7 @@ void FlushOutput() {
 }
 
 void PrintMessage(const std::string& text) {
-    std::fprintf(stderr, "xydata: %s\n", ShownLine(text, text.size() + 3).c_str());
+    std::fprintf(stderr, "%s\n", ShownLine("xydata: " + text).c_str());
 }
 
 } // namespace lumoplot

@@ -133,14 +133,10 @@ QString TDataFiles::Summary() const {
     for (const TSeries* series : all) rows += RowsOf(*series);
     const bool isByHand = std::ranges::all_of(
         all, [](const TSeries* series) { return series->DataSourceInfo().Kind() == TSourceKind::Manual; });
-    const QLocale locale;
     const QString sets =
         all.size() == 1 ? Translated("1 data set") : Translated("%1 data sets").arg(all.size());
-    const QString inSource = locale.toString(static_cast<qint64>(rows.InSource));
-    if (isByHand) return Translated("%1, %2 points").arg(sets, inSource);
-    if (rows.Shown == rows.InSource) return Translated("%1, all %2 rows").arg(sets, inSource);
-    return (rows.IsEstimated ? Translated("%1, %2 of about %3 rows") : Translated("%1, %2 of %3 rows"))
-        .arg(sets, locale.toString(static_cast<qint64>(rows.Shown)), inSource);
+    if (isByHand) return Translated("%1, %2 points").arg(sets, QString::fromStdString(Grouped(rows.Shown)));
+    return sets + QStringLiteral(", ") + QString::fromStdString(RowsText(rows));
 }
 
 } // namespace lumoplot

@@ -30,7 +30,7 @@ public:
     /// open.
     void TellNotes();
 
-    /// "5,000 of 120,000 rows" and the like, for the whole graph.
+    /// "1 data set, drawn from 5,000 of 120,000 rows" and the like, for the whole graph.
     QString Summary() const;
 
 private:

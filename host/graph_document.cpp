@@ -125,9 +125,19 @@ void TGraphDocument::BecomeFileOf(const TRecoveryInfo& session) {
 }
 
 void TGraphDocument::Recover(TRecoveredSession session) {
-    BecomeFileOf(session.Info);
+    const bool isOfEditor = IsOfEditor(*session.File); // its document is a template
+    isOfEditor ? New() : BecomeFileOf(session.Info);
     m_session.Change(tr("recover").toStdString(), [&] { m_graph.CopyFrom(*session.Graph); });
+    if (isOfEditor && !session.Info.Beside.empty()) return LeaveToEditor(*session.File);
     if (m_recovery) m_recovery->Continue(std::move(session.File));
+}
+
+/// The graph is the window's now; the rows that are no points yet are the editor's matter.
+void TGraphDocument::LeaveToEditor(TLeftSession& session) {
+    const std::string name = m_templateName.toStdString();
+    if (!session.GiveTo(RecoveryKind(m_graph, name))) return;
+    ShowMessage(tr("Rows of the grid are no points yet. Edit > Data offers them.").toStdString(),
+                TMessageKind::Information);
 }
 
 } // namespace lumoplot

@@ -52,8 +52,8 @@ public:
 
     /// Changes that are not saved are kept in a file of the folder from now on, at most once in the interval.
     void KeepChanges(const QString& folder, int intervalMs);
-    /// Becomes the file that the session belonged to, where it can still be read, changed by one step into
-    /// what the session left.
+    /// Becomes the file that the session belonged to, where it can still be read (one of the data editor
+    /// belongs to none), changed by one step into what the session left.
     void Recover(TRecoveredSession session);
     /// Why changes can not be kept; empty while they are.
     const QString& KeepingProblem() const { return m_keepingProblem; }
@@ -67,6 +67,7 @@ private:
     void Become(const QString& fileName, const QString& templateName);
     void TakeOver(const TxyGraph& graph);
     void BecomeFileOf(const TRecoveryInfo& session);
+    void LeaveToEditor(TLeftSession& session);
     void SetKeepingProblem(const QString& problem);
 
     TxyGraph& m_graph;

@@ -2,6 +2,7 @@
 
 #include "dialogs/graph_edit_bar.h"
 #include "host/recent_files.h"
+#include "host/shown_text.h"
 #include "support/guard.h"
 #include "support/message_text.h"
 #include "ui_main_window.h"
@@ -134,7 +135,7 @@ void TMainWindow::ShowNotice() {
     m_noticeIsDue = false;
     QStringList notices;
     if (!m_document->KeepingProblem().isEmpty())
-        notices += tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem());
+        notices += Shown(tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem()));
     for (const auto& series : Graph().Series()) {
         const QString name = QString::fromStdString(ShownLine(series->SeriesName(), kLongestShownName));
         if (series->LogErrors() > 0)
@@ -148,7 +149,8 @@ void TMainWindow::ShowNotice() {
 
 void TMainWindow::ShowState() {
     setWindowFilePath(m_document->FileName());
-    setWindowTitle(m_document->DisplayName() + QStringLiteral("[*]")); // the program's name follows by itself
+    setWindowTitle(Shown(m_document->DisplayName()) +
+                   QStringLiteral("[*]")); // the program's name follows by itself
     setWindowModified(m_document->IsModified());
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);

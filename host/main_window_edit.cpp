@@ -15,6 +15,11 @@
 #include <QPushButton>
 
 namespace lumoplot {
+namespace {
+
+struct TCancelled {};
+
+} // namespace
 
 bool TMainWindow::Change(const QString& name, const std::function<void()>& action) {
     return m_document->Session().Change(name.toStdString(), action);
@@ -123,9 +128,13 @@ void TMainWindow::OnLoadEveryRow() {
     const int before = Graph().PointBudget();
     const bool everyRow = m_ui->a_LoadEveryRow->isChecked();
     Graph().SetPointBudget(everyRow ? std::numeric_limits<int>::max() : TxyGraph::kHostPointBudget);
-    Change(everyRow ? tr("load every row") : tr("load some rows"), [&] {
-        if (!ReloadData()) Graph().SetPointBudget(before);
-    });
+    try {
+        Change(everyRow ? tr("load every row") : tr("load some rows"), [this] {
+            if (!ReloadData()) throw TCancelled();
+        });
+    } catch (const TCancelled&) { // what was read by then has been put back
+        Graph().SetPointBudget(before);
+    }
 }
 
 void TMainWindow::OnShowLegend() {

@@ -2,6 +2,7 @@
 #include "host/file_choice.h"
 #include "host/main_window.h"
 #include "host/recent_files.h"
+#include "host/shown_text.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 
@@ -22,7 +23,7 @@ bool IsGraphFile(const QString& fileName) {
 bool TMainWindow::MayLeaveGraph() {
     if (!m_document->IsModified()) return true;
     QMessageBox box(QMessageBox::Warning, QApplication::applicationDisplayName(),
-                    tr("The graph %1 has been changed.").arg(m_document->DisplayName()),
+                    tr("The graph %1 has been changed.").arg(Shown(m_document->DisplayName())),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(tr("Do you want to save the changes?"));
@@ -54,7 +55,7 @@ QString TMainWindow::TitleAsFileName() const {
 bool TMainWindow::SaveTo(const QString& fileName) {
     m_document->SaveTo(fileName);
     m_recentFiles->Add(fileName);
-    m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
+    m_ui->statusBar->showMessage(Shown(tr("Saved %1").arg(QDir::toNativeSeparators(fileName))), 5000);
     return true;
 }
 
@@ -109,7 +110,8 @@ void TMainWindow::OnSaveAsTemplate() {
 bool TMainWindow::StartRecovery(const QString& folder, int intervalMs) {
     bool isRecovered = false;
     Guarded([&] {
-        std::optional<TRecoveredSession> session = OfferRecovery(folder, kRecoveryKind, this);
+        std::optional<TRecoveredSession> session =
+            OfferRecovery(folder, {QString(kRecoveryKind), EditorKinds()}, this);
         m_document->KeepChanges(folder, intervalMs);
         if (!session) return;
         m_document->Recover(*std::move(session));

@@ -5,6 +5,7 @@
 #include "host/main_window.h"
 #include "host/picture_export_dialog.h"
 #include "host/printing.h"
+#include "host/shown_text.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 
@@ -29,7 +30,7 @@ void TMainWindow::OnExportPicture() {
     const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
     if (fileName.isEmpty()) return;
     if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), dialog.Options())) return;
-    m_ui->statusBar->showMessage(tr("Saved %1").arg(QDir::toNativeSeparators(fileName)), 5000);
+    m_ui->statusBar->showMessage(Shown(tr("Saved %1").arg(QDir::toNativeSeparators(fileName))), 5000);
 }
 
 QString TMainWindow::PictureName() const {

@@ -1,5 +1,7 @@
 #include "host/recent_files.h"
 
+#include "host/shown_text.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QMenu>
@@ -11,7 +13,7 @@ namespace {
 const QString kSettingsKey = QStringLiteral("recentFiles");
 
 QString MenuText(int place, const QString& fileName) {
-    QString name = QFileInfo(fileName).fileName();
+    QString name = Shown(QFileInfo(fileName).fileName());
     name.replace(QLatin1Char('&'), QStringLiteral("&&"));
     return place <= 9 ? QStringLiteral("&%1  %2").arg(place).arg(name) : name;
 }
@@ -48,8 +50,8 @@ void TRecentFiles::FillMenu() {
     for (const QString& file : Files()) {
         if (!QFileInfo::exists(file)) continue;
         QAction* action = m_menu.addAction(MenuText(++place, file));
-        action->setToolTip(QDir::toNativeSeparators(file));
-        action->setStatusTip(QDir::toNativeSeparators(file));
+        action->setToolTip(ShownPath(file));
+        action->setStatusTip(ShownPath(file));
         connect(action, &QAction::triggered, this, [this, file] { Q_EMIT Chosen(file); });
     }
     m_menu.setEnabled(place > 0);

@@ -2,6 +2,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "graph/drawing/picture/drawing.h"
+#include "session/recovery_writer.h"
 #include "support/message_sink.h"
 #include "support/message_text.h"
 #include "ui_recovery_dialog.h"
@@ -62,18 +63,25 @@ QString Shown(const QString& text) {
     return QString::fromStdString(ShownLine(text.toStdString()));
 }
 
-QString DetailsOf(const TRecoveryInfo& info) {
+/// What the graph goes by, where it has a name.
+QString NameOf(const TRecoveryInfo& info, const TxyGraph& graph) {
+    const QString title = QString::fromStdString(graph.Appearance()->GraphTitle());
+    return title.trimmed().isEmpty() && !info.DataSets.isEmpty() ? info.DataSets.first() : title;
+}
+
+QString DetailsOf(const TRecoveryInfo& info, bool isOfEditor) {
     using TDialog = TRecoveryDialog;
     const bool hasFile = !info.DocumentName.isEmpty();
     const QString last = info.LastStep.isEmpty() ? QString() : TDialog::tr(", last: %1").arg(info.LastStep);
     QStringList lines;
-    lines +=
-        TDialog::tr("File: %1")
-            .arg(Shown(hasFile ? QDir::toNativeSeparators(info.DocumentName) : TDialog::tr("never saved")));
+    const QString file = hasFile ? QDir::toNativeSeparators(info.DocumentName) : TDialog::tr("never saved");
+    lines += isOfEditor ? TDialog::tr("Left in the data editor, which OK had not closed yet")
+                        : TDialog::tr("File: %1").arg(Shown(file));
     lines += TDialog::tr("Kept: %1 by %2").arg(TimeText(info.Written), Shown(info.Program));
     lines += TDialog::tr("Changes: ") +
              (info.StepCount == 1 ? TDialog::tr("1 step") : TDialog::tr("%1 steps").arg(info.StepCount)) +
              Shown(last);
+    if (!info.Beside.empty()) lines += TDialog::tr("With rows of the grid that are no points yet");
     lines += info.DataSets.isEmpty() ? TDialog::tr("No data sets") : TDialog::tr("Data sets:");
     for (const QString& name : info.DataSets) lines += QStringLiteral("    ") + Shown(name);
     return lines.join(QLatin1Char('\n'));
@@ -103,6 +111,7 @@ struct TRecoveryDialog::TEntry {
 
     QString Title() const {
         const QString name = !Graph                        ? tr("Not readable")
+                             : IsOfEditor(*File)           ? tr("Data editor: %1").arg(NameOf(Info, *Graph))
                              : Info.DocumentName.isEmpty() ? tr("Untitled")
                                                            : QFileInfo(Info.DocumentName).fileName();
         return Shown(name) + QLatin1Char('\n') + TimeText(File->LastWritten());
@@ -146,7 +155,7 @@ void TRecoveryDialog::Show() {
     const bool isGood = entry->Graph != nullptr;
     m_ui->lblPicture->setPixmap(entry->Picture);
     m_ui->lblPicture->setVisible(isGood);
-    m_ui->m_Details->setPlainText(isGood ? DetailsOf(entry->Info) : entry->Problem);
+    m_ui->m_Details->setPlainText(isGood ? DetailsOf(entry->Info, IsOfEditor(*entry->File)) : entry->Problem);
     m_ui->btnRecover->setEnabled(isGood);
     m_ui->btnSetAside->setVisible(!isGood);
 }
@@ -183,8 +192,9 @@ std::optional<TRecoveredSession> TRecoveryDialog::Take() {
     return TRecoveredSession{std::move(entry->File), entry->Info, std::move(entry->Graph)};
 }
 
-std::optional<TRecoveredSession> OfferRecovery(const QString& folder, const QString& kind, QWidget* window) {
-    TLeftSessions sessions = FindLeftSessions(folder, kind);
+std::optional<TRecoveredSession> OfferRecovery(const QString& folder, const QStringList& kinds,
+                                               QWidget* window) {
+    TLeftSessions sessions = FindLeftSessions(folder, kinds);
     if (sessions.empty()) return std::nullopt;
     TRecoveryDialog dialog(std::move(sessions), window);
     dialog.exec();

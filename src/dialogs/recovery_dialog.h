@@ -48,9 +48,9 @@ private:
     std::vector<std::unique_ptr<TEntry>> m_entries; ///< in the order of the list
 };
 
-/// Asks when there are left sessions of that kind in the folder (session/recovery_folder.h). What is to be
+/// Asks when there are left sessions of those kinds in the folder (session/recovery_folder.h). What is to be
 /// recovered, or nothing when there are none or the user wants none. Nothing is loaded without asking.
-XYWIDGETS_EXPORT std::optional<TRecoveredSession> OfferRecovery(const QString& folder, const QString& kind,
-                                                                QWidget* window);
+XYWIDGETS_EXPORT std::optional<TRecoveredSession> OfferRecovery(const QString& folder,
+                                                                const QStringList& kinds, QWidget* window);
 
 } // namespace lumoplot

@@ -133,7 +133,7 @@ class TKeptEditing {
 public:
     TKeptEditing(TxyDataWizard& wizard, const TxyGraph& graph, const std::string& name)
         : m_wizard(wizard), m_kind(RecoveryKind(graph, name)),
-          m_left(OfferRecovery(RecoveryFolder(), m_kind, QApplication::activeWindow())),
+          m_left(OfferRecovery(RecoveryFolder(), {m_kind}, QApplication::activeWindow())),
           m_writer(wizard.Session(), {.Kind = m_kind, .DocumentName = QString::fromStdString(name)}) {}
 
     /// To be called before the dialog is shown, whose steps begin with that.
@@ -141,7 +141,7 @@ public:
         if (!m_left) return;
         QTimer::singleShot(0, &m_context, [this] {
             Guarded([this] {
-                m_wizard.Recover(*m_left->Graph);
+                m_wizard.Recover(*m_left->Graph, m_left->Info.Beside);
                 m_writer.Continue(std::move(m_left->File));
             });
         });

@@ -1,18 +1,17 @@
 #include "session/graph_session.h"
 
 #include "session/undo_history.h"
+#include "support/message_text.h"
 
 #include <utility>
 
 namespace lumoplot {
 namespace {
 
-constexpr qsizetype kLongestStepName = 60; // characters that a menu shows
+constexpr std::size_t kLongestStepName = 60; // characters that a menu shows
 
 std::string ShownStepName(const std::string& name) {
-    const QString text = QString::fromStdString(name).simplified();
-    return (text.size() > kLongestStepName ? text.left(kLongestStepName - 1) + QChar(0x2026) : text)
-        .toStdString();
+    return ShownLine(QString::fromStdString(name).simplified().toStdString(), kLongestStepName);
 }
 
 } // namespace
@@ -151,6 +150,10 @@ std::shared_ptr<const TGraphSnapshot> TGraphSession::Snapshot() const {
     if (const TGraphSnapshot* present = m_history->Present())
         return std::make_shared<const TGraphSnapshot>(*present);
     return std::make_shared<const TGraphSnapshot>(m_graph, nullptr, std::make_shared<TMemoryMeter>());
+}
+
+TSideStatePtr TGraphSession::Side() const {
+    return m_history->PresentSide();
 }
 
 TOpenStep::TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key)

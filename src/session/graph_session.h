@@ -80,6 +80,8 @@ public:
     /// The graph after the last step, to be read in any thread; shared with the steps, where they are
     /// recorded.
     std::shared_ptr<const TGraphSnapshot> Snapshot() const;
+    /// What belongs to that beside the graph; null while nothing is recorded.
+    TSideStatePtr Side() const;
 
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.

@@ -50,13 +50,13 @@ public:
 
     template <class T>
     T Number() {
-        return qFromLittleEndian<T>(m_source.Take(sizeof(T)).data());
+        return qFromLittleEndian<T>(Take(sizeof(T)).data());
     }
     template <class T>
     std::vector<T> Numbers(std::size_t count) {
         if (count > m_source.Remaining() / sizeof(T)) Refuse();
         std::vector<T> values(count);
-        const auto bytes = m_source.Take(count * sizeof(T));
+        const auto bytes = Take(count * sizeof(T));
         if (count > 0) qFromLittleEndian<T>(bytes.data(), static_cast<qsizetype>(count), values.data());
         return values;
     }
@@ -67,7 +67,7 @@ public:
         if (count < 0 || static_cast<std::size_t>(count) > m_source.Remaining() / size) Refuse();
         return static_cast<std::size_t>(count);
     }
-    std::span<const std::uint8_t> Bytes() { return m_source.Take(Count(1)); }
+    std::span<const std::uint8_t> Bytes() { return Take(Count(1)); }
     std::string Text() {
         const auto bytes = Bytes();
         return {bytes.begin(), bytes.end()};
@@ -78,6 +78,8 @@ public:
     [[noreturn]] static void Refuse() { throw EStreamError("Stream read Error"); }
 
 private:
+    XYGRAPH_EXPORT std::span<const std::uint8_t> Take(std::size_t count);
+
     TByteSource m_source;
 };
 

@@ -3,7 +3,7 @@
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
-#include "session/recovery_bytes.h"
+#include "session/recovery_points.h"
 #include "session/settings_sections.h"
 #include "support/errors.h"
 #include "support/update_hold.h"
@@ -16,7 +16,7 @@ namespace lumoplot {
 namespace {
 
 constexpr std::string_view kMagic = "lumoplot-recovery-";
-constexpr std::string_view kVersion = "01";
+constexpr std::string_view kVersion = "02";
 constexpr std::size_t kHashSize = 32;
 constexpr std::size_t kHeaderSize = kMagic.size() + kVersion.size() + kHashSize;
 constexpr std::size_t kMostSeries = 65535;
@@ -84,20 +84,27 @@ TTextWishes ReadWishes(TRecoveryBytesReader& reader) {
     return wishes;
 }
 
-void WritePoints(TRecoveryBytesWriter& writer, const TPointSnapshot& points) {
-    const std::vector<TPointSpans> runs = points.Runs();
-    writer.Number(points.LastId());
-    writer.Count(points.Count());
+} // namespace
+
+void WritePoints(TRecoveryBytesWriter& writer, std::span<const TPointSpans> runs, std::int32_t lastId) {
+    std::size_t count = 0;
+    for (const TPointSpans& run : runs) count += run.X.size();
+    writer.Number(lastId);
+    writer.Count(count);
     for (const TPointSpans& run : runs) writer.Numbers(run.Ids);
     for (const TPointSpans& run : runs) writer.Numbers(run.X);
     for (const TPointSpans& run : runs) writer.Numbers(run.Y);
 }
+
+namespace {
 
 bool AreIds(std::vector<std::int32_t> ids, std::int32_t lastId) {
     std::ranges::sort(ids);
     const bool fit = ids.empty() || (ids.front() > 0 && ids.back() <= lastId);
     return lastId >= 0 && fit && std::ranges::adjacent_find(ids) == ids.end();
 }
+
+} // namespace
 
 TPointChain ReadPoints(TRecoveryBytesReader& reader) {
     const auto lastId = reader.Number<std::int32_t>();
@@ -118,9 +125,11 @@ TPointChain ReadPoints(TRecoveryBytesReader& reader) {
     return {runs, lastId};
 }
 
+namespace {
+
 void WriteSeriesState(TRecoveryBytesWriter& writer, const TSeriesState& state) {
     writer.Bytes(state.Record->Bytes());
-    WritePoints(writer, *state.Points);
+    WritePoints(writer, state.Points->Runs(), state.Points->LastId());
     writer.Number(state.SourceRows.Chosen);
     writer.Number(state.SourceRows.Used);
     WriteWishes(writer, state.TextWishes);
@@ -245,15 +254,25 @@ std::span<const std::uint8_t> CheckedBody(std::span<const std::uint8_t> bytes) {
 
 } // namespace
 
-TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph) {
+TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph, const TSideStatePtr& beside) {
     TBytes bytes(kHeaderSize);
     std::ranges::copy(kVersion, std::ranges::copy(kMagic, bytes.begin()).out);
     TRecoveryBytesWriter writer(bytes);
     WriteInfo(writer, info);
     WriteGraphState(writer, graph);
+    writer.Bytes(beside ? beside->ToBytes(graph) : TBytes());
     const QByteArray hash = HashOf(std::span(bytes).subspan(kHeaderSize));
     std::ranges::copy(hash, bytes.begin() + (kHeaderSize - kHashSize));
     return bytes;
+}
+
+bool IsWholeRecovery(std::span<const std::uint8_t> bytes) {
+    try {
+        CheckedBody(bytes);
+        return true;
+    } catch (const EGraphFileError&) {
+        return false;
+    }
 }
 
 TRecoveryInfo ReadRecovery(std::span<const std::uint8_t> bytes, TxyGraph& graph) {
@@ -264,6 +283,8 @@ TRecoveryInfo ReadRecovery(std::span<const std::uint8_t> bytes, TxyGraph& graph)
     try {
         info = ReadInfo(reader);
         TGraphStateReader(reader).Read(loaded, 0);
+        const auto beside = reader.Bytes();
+        info.Beside.assign(beside.begin(), beside.end());
     } catch (const ELumoError&) {
         throw EGraphFileError("The recovery file is damaged");
     }

@@ -5,6 +5,7 @@
 
 #include "graph/model/graph.h"
 #include "session/graph_snapshot.h"
+#include "session/side_state.h"
 
 #include <QDateTime>
 #include <QStringList>
@@ -19,10 +20,17 @@ struct TRecoveryInfo {
     int StepCount = 0; ///< that were made since the graph was saved or opened
     QString LastStep;
     QStringList DataSets; ///< "Pressure (168 points)"
+    /// What belonged to the session beside its graph (TSideState::ToBytes), for who made it; only where it
+    /// was read.
+    TBytes Beside = {};
 };
 
-/// May run in any thread.
-XYGRAPH_EXPORT TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph);
+/// `beside` may be null. May run in any thread.
+XYGRAPH_EXPORT TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph,
+                                    const TSideStatePtr& beside = nullptr);
+
+/// The bytes are whole: they are those that RecoveryBytes gave, though their content may still be refused.
+bool IsWholeRecovery(std::span<const std::uint8_t> bytes);
 
 /// Reads what RecoveryBytes gave into a new graph, wholly checked. Throws EGraphFileError "This is not a
 /// recovery file", "The recovery file is damaged" or "… of another version".

@@ -10,6 +10,7 @@
 #include <QStandardPaths>
 #include <QUuid>
 #include <algorithm>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -33,9 +34,10 @@ QString NewName(const QString& kind) {
 }
 
 /// The sessions of which anything lies in the folder, by the names of their recovery files.
-QStringList SessionsIn(const QDir& folder, const QString& kind) {
+QStringList SessionsIn(const QDir& folder, QStringList kinds) {
     QStringList sessions;
-    for (const QString& name : folder.entryList({kind + QStringLiteral("-*")}, QDir::Files)) {
+    for (QString& kind : kinds) kind += QStringLiteral("-*");
+    for (const QString& name : folder.entryList(kinds, QDir::Files)) {
         const qsizetype end = name.indexOf(kSuffix);
         if (end < 0) continue;
         const QString rest = name.mid(end + kSuffix.size());
@@ -46,9 +48,28 @@ QStringList SessionsIn(const QDir& folder, const QString& kind) {
     return sessions;
 }
 
-void RemoveIncomplete(const QDir& folder, const QString& session) {
-    for (const QString& name : folder.entryList({session + QStringLiteral(".new*")}, QDir::Files))
-        QFile::remove(folder.filePath(name));
+bool IsWhole(const QString& fileName) {
+    try {
+        return IsWholeRecovery(ReadWholeFile(fileName.toStdString()));
+    } catch (const EFileError&) {
+        return false;
+    }
+}
+
+/// The last content that is whole gets the session's name, and the rest goes.
+void TidyUp(const QDir& folder, const QString& session) {
+    QString last = session;
+    const auto written = [&folder](const QString& name) {
+        return QFileInfo(folder.filePath(name)).lastModified();
+    };
+    for (const QString& name : folder.entryList({session + QStringLiteral(".new*")}, QDir::Files)) {
+        const bool isLater = !folder.exists(last) || written(name) >= written(last);
+        const QString passed = isLater && IsWhole(folder.filePath(name)) ? std::exchange(last, name) : name;
+        if (passed != session) QFile::remove(folder.filePath(passed));
+    }
+    if (last == session) return;
+    QFile::remove(folder.filePath(session));
+    QFile::rename(folder.filePath(last), folder.filePath(session));
 }
 
 } // namespace
@@ -69,6 +90,10 @@ TLeftSession::TLeftSession(QString fileName, std::unique_ptr<QLockFile> lock)
 
 TLeftSession::~TLeftSession() = default;
 
+QString TLeftSession::Kind() const {
+    return QFileInfo(m_fileName).fileName().section(QLatin1Char('-'), 0, 0);
+}
+
 QDateTime TLeftSession::LastWritten() const {
     return QFileInfo(m_fileName).lastModified();
 }
@@ -81,13 +106,19 @@ void TLeftSession::Discard() {
     QFile::remove(m_fileName);
 }
 
+bool TLeftSession::GiveTo(const QString& kind) {
+    const bool isGiven = QFile::rename(m_fileName, QFileInfo(m_fileName).dir().filePath(NewName(kind)));
+    m_lock.reset();
+    return isGiven;
+}
+
 QString TLeftSession::SetAside() {
     const QString aside = m_fileName + QStringLiteral(".aside");
     return QFile::rename(m_fileName, aside) ? aside : QString();
 }
 
-TLeftSessions FindLeftSessions(const QString& folder, const QString& kind) {
-    return TRecoveryPlace::Left(folder, kind);
+TLeftSessions FindLeftSessions(const QString& folder, const QStringList& kinds) {
+    return TRecoveryPlace::Left(folder, kinds);
 }
 
 TRecoveryPlace::TRecoveryPlace(const QString& folder, const QString& kind)
@@ -99,14 +130,14 @@ TRecoveryPlace::TRecoveryPlace(const QString& folder, const QString& kind)
 
 TRecoveryPlace::~TRecoveryPlace() = default;
 
-TLeftSessions TRecoveryPlace::Left(const QString& folder, const QString& kind) {
+TLeftSessions TRecoveryPlace::Left(const QString& folder, const QStringList& kinds) {
     TLeftSessions left;
     const QDir place(folder);
-    for (const QString& session : SessionsIn(place, kind)) {
+    for (const QString& session : SessionsIn(place, kinds)) {
         const QString fileName = place.filePath(session);
         auto lock = LockOf(fileName);
         if (!lock->tryLock()) continue;
-        RemoveIncomplete(place, session);
+        TidyUp(place, session);
         if (QFileInfo::exists(fileName)) left.emplace_back(new TLeftSession(fileName, std::move(lock)));
     }
     std::ranges::sort(left, std::ranges::greater(), [](const auto& each) { return each->LastWritten(); });

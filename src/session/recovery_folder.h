@@ -5,7 +5,7 @@
 
 #include "session/recovery_file.h"
 
-#include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -26,11 +26,16 @@ public:
 
     /// Of the recovery file.
     const QString& FileName() const { return m_fileName; }
+    /// "host", "editor_…".
+    QString Kind() const;
     QDateTime LastWritten() const;
     /// The file's content is put into the graph. Throws what ReadRecovery and reading a file throw.
     TRecoveryInfo Read(TxyGraph& graph) const;
     /// Removes the file for good.
     void Discard();
+    /// The file becomes one that sessions of that kind have left, and this object ends. False when it can
+    /// not.
+    bool GiveTo(const QString& kind);
     /// The file gets a name by which it is not offered again, in the same folder; that name. Empty when it
     /// can not be renamed.
     QString SetAside();
@@ -45,9 +50,10 @@ private:
 
 using TLeftSessions = std::vector<std::unique_ptr<TLeftSession>>;
 
-/// The left sessions of one kind ("host", "editor-…"), the latest first. Removes what killed processes have
-/// left beside them: locks, and files that were not complete.
-XYGRAPH_EXPORT TLeftSessions FindLeftSessions(const QString& folder, const QString& kind);
+/// The left sessions of those kinds ("host", "editor_…"; "*" stands for any text), the latest first. What
+/// killed processes have left beside them is tidied up: locks, files that were not complete, and those that
+/// were but had not got their name yet, which is done here.
+XYGRAPH_EXPORT TLeftSessions FindLeftSessions(const QString& folder, const QStringList& kinds);
 
 /// A session's own place in the folder, held until the object ends.
 class TRecoveryPlace {
@@ -60,7 +66,7 @@ public:
 
     const QString& FileName() const { return m_fileName; }
 
-    static TLeftSessions Left(const QString& folder, const QString& kind);
+    static TLeftSessions Left(const QString& folder, const QStringList& kinds);
 
 private:
     QString m_fileName;

@@ -9,8 +9,19 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <algorithm>
+#include <mutex>
 
 namespace lumoplot {
+namespace {
+
+const QString kEditorKind = QStringLiteral("editor_");
+
+QString ThisProgram() {
+    const QByteArray name = QCoreApplication::applicationName().toUtf8();
+    return QString::fromLatin1(QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex().left(8));
+}
+
+} // namespace
 
 QString RecoveryKind(const TxyGraph& graph, const std::string& name) {
     QCryptographicHash hash(QCryptographicHash::Sha256);
@@ -18,19 +29,59 @@ QString RecoveryKind(const TxyGraph& graph, const std::string& name) {
         hash.addData(QByteArray::number(static_cast<qulonglong>(text.size())) + ' ' +
                      QByteArray::fromStdString(text));
     };
-    add(QCoreApplication::applicationName().toStdString());
     add(name);
     add(graph.Appearance()->GraphTitle());
     for (const auto& series : graph.Series()) {
         add(series->SeriesName());
         add(series->DataSourceInfo().SourceName());
     }
-    return QStringLiteral("editor_") + QString::fromLatin1(hash.result().toHex().left(16));
+    return kEditorKind + ThisProgram() + QLatin1Char('_') +
+           QString::fromLatin1(hash.result().toHex().left(16));
 }
+
+QString EditorKinds() {
+    return kEditorKind + ThisProgram() + QStringLiteral("_*");
+}
+
+bool IsOfEditor(const TLeftSession& session) {
+    return session.Kind().startsWith(kEditorKind);
+}
+
+/// The content that is written and waits for the disk: only the latest is worth the wait.
+class TRecoveryWriter::TOnTheWay {
+public:
+    explicit TOnTheWay(std::string file) : m_file(std::move(file)) {}
+
+    void Write(std::span<const std::uint8_t> bytes) {
+        const std::string passed = Exchange(WriteBeside(m_file, bytes));
+        if (!passed.empty()) QFile::remove(QString::fromStdString(passed));
+    }
+    /// False when it is there already.
+    bool PutLatestInPlace() {
+        const std::string beside = Exchange({});
+        if (!beside.empty()) PutInPlace(beside, m_file);
+        return !beside.empty();
+    }
+    void Remove() {
+        for (const std::string& file : {Exchange({}), m_file})
+            if (!file.empty()) QFile::remove(QString::fromStdString(file));
+    }
+
+private:
+    std::string Exchange(std::string beside) {
+        const std::scoped_lock lock(m_mutex);
+        return std::exchange(m_beside, std::move(beside));
+    }
+
+    const std::string m_file;
+    std::mutex m_mutex;
+    std::string m_beside; ///< written, and not yet taken to be put in place
+};
 
 TRecoveryWriter::TRecoveryWriter(TGraphSession& session, TRecoveryOptions options, QObject* parent)
     : QObject(parent), m_session(session), m_options(std::move(options)) {
-    m_thread.setMaxThreadCount(1);
+    m_writing.setMaxThreadCount(1);
+    m_disk.setMaxThreadCount(1);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &TRecoveryWriter::Write);
     connect(&session, &TGraphSession::Changed, this, &TRecoveryWriter::OnChanged);
@@ -39,7 +90,8 @@ TRecoveryWriter::TRecoveryWriter(TGraphSession& session, TRecoveryOptions option
 
 TRecoveryWriter::~TRecoveryWriter() {
     Remove();
-    m_thread.waitForDone();
+    m_writing.waitForDone();
+    m_disk.waitForDone();
 }
 
 void TRecoveryWriter::Continue(std::unique_ptr<TLeftSession> left) {
@@ -48,51 +100,80 @@ void TRecoveryWriter::Continue(std::unique_ptr<TLeftSession> left) {
 }
 
 void TRecoveryWriter::Flush() {
-    m_thread.waitForDone();
-    if (m_timer.isActive()) Write();
-    m_thread.waitForDone();
+    m_writing.waitForDone();
+    if (m_timer.isActive() || m_isDue) Write();
+    m_writing.waitForDone();
+    m_disk.waitForDone();
 }
 
-// The first step after a while is written at once; those that follow wait until the interval is over.
+/// Between the starts of two writings: a step that just misses one is written by the next in time, also when
+/// that takes twice as long.
+qint64 TRecoveryWriter::PauseMs() const {
+    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 2 * m_writingMs);
+    return std::max<qint64>(m_options.IntervalMs - earlier, 0);
+}
+
+// The first step after a while is written at once; those that follow wait until the pause is over.
 void TRecoveryWriter::OnChanged() {
     if (m_session.IsClean()) return Remove();
     if (m_timer.isActive()) return;
-    const qint64 passed = m_sinceWriting.isValid() ? m_sinceWriting.elapsed() : m_options.IntervalMs;
-    m_timer.start(
-        static_cast<int>(std::clamp<qint64>(m_options.IntervalMs - passed, 0, m_options.IntervalMs)));
+    const qint64 passed = m_sinceWriting.isValid() ? m_sinceWriting.elapsed() : PauseMs();
+    m_timer.start(static_cast<int>(std::clamp<qint64>(PauseMs() - passed, 0, m_options.IntervalMs)));
 }
 
 void TRecoveryWriter::Write() {
     m_timer.stop();
-    if (m_thread.activeThreadCount() > 0) return m_timer.start(m_options.IntervalMs / 10 + 1);
-    const std::shared_ptr<const TGraphSnapshot> graph = m_session.Snapshot();
+    m_isDue = m_writing.activeThreadCount() > 0;
+    if (m_isDue) return;
     try {
         if (!m_place) m_place = std::make_unique<TRecoveryPlace>(m_options.Folder, m_options.Kind);
     } catch (const EFileError& error) {
         return TellFailure(QString::fromUtf8(error.what()));
     }
+    if (!m_onTheWay) m_onTheWay = std::make_shared<TOnTheWay>(m_place->FileName().toStdString());
     m_sinceWriting.start();
     m_hasFile = true;
-    m_thread.start([this, graph, info = Info(*graph), file = m_place->FileName(), left = m_left] {
-        try {
-            ReplaceFile(file.toStdString(), RecoveryBytes(info, *graph));
-            if (left) left->Discard();
-            QMetaObject::invokeMethod(this, &TRecoveryWriter::Written);
-        } catch (const std::exception& error) {
-            const QString text = QString::fromUtf8(error.what());
-            QMetaObject::invokeMethod(this, [this, text] { TellFailure(text); });
-        }
+    const auto graph = m_session.Snapshot();
+    m_writing.start([this, graph, beside = m_session.Side(), info = Info(*graph), left = m_left] {
+        QElapsedTimer clock;
+        clock.start();
+        Attempt([&] { m_onTheWay->Write(RecoveryBytes(info, *graph, beside)); });
+        m_disk.start([this, left] {
+            Attempt([&] {
+                if (!m_onTheWay->PutLatestInPlace()) return;
+                if (left) left->Discard();
+                QMetaObject::invokeMethod(this, &TRecoveryWriter::Written);
+            });
+        });
+        QMetaObject::invokeMethod(this, [this, ms = clock.elapsed()] { WritingEnded(ms); });
     });
+}
+
+void TRecoveryWriter::WritingEnded(qint64 tookMs) {
+    m_writingMs = tookMs;
+    if (std::exchange(m_isDue, false) && !m_session.IsClean()) Write();
 }
 
 void TRecoveryWriter::Remove() {
     m_timer.stop();
+    m_isDue = false;
     if (!std::exchange(m_hasFile, false) && !m_left) return;
-    const QString file = m_place ? m_place->FileName() : QString();
-    m_thread.start([file, left = std::exchange(m_left, nullptr)] {
-        if (!file.isEmpty()) QFile::remove(file);
-        if (left) left->Discard();
+    m_writing.start([this, onTheWay = m_onTheWay, left = std::exchange(m_left, nullptr)] {
+        m_disk.start([onTheWay, left] {
+            if (onTheWay) onTheWay->Remove();
+            if (left) left->Discard();
+        });
     });
+}
+
+/// For the other threads.
+void TRecoveryWriter::Attempt(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const std::exception& error) {
+        const QString text = QString::fromUtf8(error.what());
+        QMetaObject::invokeMethod(this, [this, text] { TellFailure(text); });
+    }
 }
 
 TRecoveryInfo TRecoveryWriter::Info(const TGraphSnapshot& graph) const {

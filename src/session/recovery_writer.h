@@ -1,7 +1,8 @@
 // Keeps the recovery file of a session while it has steps that are not saved. The interface thread only hands
-// over the session's own snapshot; bytes are made and written in another thread, at most once in an interval.
-// The file goes when the session is clean again, and when this object ends: that is the normal end. A crash
-// ends nothing, so the file stays.
+// over the session's own snapshot; bytes are made and written in another thread, about once in an interval
+// and early enough to be there at its end. A third one waits for the disk: a process that is killed loses
+// nothing by that, as the next start takes what is whole beside the file. The file goes when the session is
+// clean again, and when this object ends: that is the normal end. A crash ends nothing, so the file stays.
 //
 // A window that edits needs two lines:
 //     if (auto left = OfferRecovery(folder, kind, window)) …take over left->Graph…      (dialogs/)
@@ -30,6 +31,10 @@ struct TRecoveryOptions {
 /// the name that the program gave with it, its title, and the names and sources of its data sets. Edits of
 /// points and styles do not make it another one.
 XYGRAPH_EXPORT QString RecoveryKind(const TxyGraph& graph, const std::string& name);
+/// Stands for every kind that RecoveryKind gives in this program.
+XYGRAPH_EXPORT QString EditorKinds();
+/// It edited a copy of a program's graph.
+XYGRAPH_EXPORT bool IsOfEditor(const TLeftSession& session);
 
 class XYGRAPH_EXPORT TRecoveryWriter : public QObject {
     Q_OBJECT
@@ -54,19 +59,29 @@ Q_SIGNALS:
     void Failed(const QString& text);
 
 private:
+    class TOnTheWay;
+
     void OnChanged();
     void Write();
+    void WritingEnded(qint64 tookMs);
     void Remove();
+    qint64 PauseMs() const;
     TRecoveryInfo Info(const TGraphSnapshot& graph) const;
+    void Attempt(const std::function<void()>& work);
     void TellFailure(const QString& text);
 
     TGraphSession& m_session;
     TRecoveryOptions m_options;
     std::unique_ptr<TRecoveryPlace> m_place; ///< from the first writing on
     std::shared_ptr<TLeftSession> m_left;
-    QThreadPool m_thread; ///< one thread: jobs follow each other
+    std::shared_ptr<TOnTheWay> m_onTheWay; ///< from the first writing on
+    // One thread each: jobs follow each other.
+    QThreadPool m_writing;
+    QThreadPool m_disk;
     QTimer m_timer;
     QElapsedTimer m_sinceWriting;
+    qint64 m_writingMs = 0; ///< that the last one took
+    bool m_isDue = false;   ///< again, when the present one has ended
     bool m_hasFile = false;
     bool m_hasFailed = false;
 };

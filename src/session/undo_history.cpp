@@ -6,6 +6,21 @@
 
 namespace lumoplot {
 
+namespace {
+
+/// The data sets whose pending fits have run in between, by their numbers.
+std::vector<int> FitsRunBetween(const TGraphSnapshot& before, const TGraphSnapshot& after) {
+    std::vector<int> numbers;
+    for (const TSeriesState& series : before.Series()) {
+        const auto later = std::ranges::find(after.Series(), series.Number, &TSeriesState::Number);
+        const bool hasRun = later != after.Series().end() && series.FitRun.Stale && !later->FitRun.Stale;
+        if (hasRun) numbers.push_back(series.Number);
+    }
+    return numbers;
+}
+
+} // namespace
+
 TUndoHistory::TWhole TUndoHistory::Take(const TWhole* earlier) const {
     return {TGraphSnapshot(m_graph, earlier ? &earlier->Graph : nullptr, m_meter), TakeSide(earlier)};
 }
@@ -50,7 +65,8 @@ bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
     } else {
         const int currSerIndex = now.Graph.CurrSerIndex();
         std::string name = naming(present.Whole.Graph, now.Graph);
-        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key});
+        std::vector<int> fits = FitsRunBetween(present.Whole.Graph, now.Graph);
+        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key, std::move(fits)});
         ++m_present;
     }
     m_isOpen = true;
@@ -67,6 +83,7 @@ void TUndoHistory::Join(TWhole now, const TNaming& naming) {
     }
     TState& present = m_states[m_present];
     present.StepName = naming(before.Graph, now.Graph);
+    present.FitsRun = FitsRunBetween(before.Graph, now.Graph);
     present.Id = ++m_lastId;
     present.Whole = std::move(now);
 }
@@ -98,10 +115,24 @@ void TUndoHistory::KeepWithinLimit() {
 void TUndoHistory::Undo() {
     if (!CanUndo()) return;
     Absorb();
+    const std::vector<int> fitsRun = m_states[m_present].FitsRun;
     --m_present;
     m_isOpen = false;
     const TWhole& state = m_states[m_present].Whole;
     Restore(state, state.Graph.CurrSerIndex());
+    KeepFitsFromRunning(fitsRun);
+}
+
+/// Of the state that has just been put back.
+void TUndoHistory::KeepFitsFromRunning(const std::vector<int>& numbers) {
+    const auto& states = m_states[m_present].Whole.Graph.Series();
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        if (std::ranges::find(numbers, states[i].Number) == numbers.end()) continue;
+        TCurFit& fit = m_graph.Series()[i]->CurveFit();
+        TFitRunState run = fit.RunState();
+        run.Stale = false;
+        fit.RestoreRunState(run);
+    }
 }
 
 void TUndoHistory::Redo() {

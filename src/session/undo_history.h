@@ -51,7 +51,8 @@ public:
     std::string UndoName() const { return CanUndo() ? m_states[m_present].StepName : std::string(); }
     std::string RedoName() const { return CanRedo() ? m_states[m_present + 1].StepName : std::string(); }
     /// Puts the state before the last step back, with the data set current that the step was made on. What
-    /// has changed since the last look goes with the step that it followed.
+    /// has changed since the last look goes with the step that it followed. A fit that the step has run is
+    /// not pending afterwards: it would run again where it was taken back.
     void Undo();
     /// Does the step again that was undone last.
     void Redo();
@@ -64,6 +65,11 @@ public:
     /// The present state, as it was at the last look; null while nothing is recorded.
     const TGraphSnapshot* Present() const {
         return m_states.empty() ? nullptr : &m_states[m_present].Whole.Graph;
+    }
+    /// What belongs to it beside the graph.
+    TSideStatePtr PresentSide() const {
+        return m_states.empty() || !m_states[m_present].Whole.Side ? nullptr
+                                                                   : m_states[m_present].Whole.Side->State;
     }
     /// The number of steps between the present state and the one with that number, in either direction; when
     /// that is gone, all steps that can be undone.
@@ -88,6 +94,7 @@ private:
         int CurrSerIndex = 0;      ///< right behind the step; the snapshot has that before the next one
         std::string StepName = {}; ///< of the step that led here
         TMergeKey Key = {};
+        std::vector<int> FitsRun = {}; ///< by that step: the numbers of their data sets
     };
 
     TWhole Take(const TWhole* earlier) const;
@@ -96,6 +103,7 @@ private:
     void DropRedo();
     void KeepWithinLimit();
     void Join(TWhole now, const TNaming& naming);
+    void KeepFitsFromRunning(const std::vector<int>& numbers);
 
     TxyGraph& m_graph;
     TSideAccess m_side;

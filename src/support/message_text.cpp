@@ -57,7 +57,7 @@ std::string ShownParagraph(std::string_view text) {
     for (std::size_t start = 0; start <= text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
         if (start > 0) paragraph += '\n';
-        paragraph += ShownLine(text.substr(start, end - start), text.size() + 3);
+        paragraph += ShownLine(text.substr(start, end - start));
         start = end + 1;
     }
     return paragraph;

@@ -15,7 +15,7 @@ inline constexpr std::size_t kLongestShownLine = 200; // characters
 /// longer than `mostCharacters` (at least 3) the middle is left out, "…" for it.
 XYGRAPH_EXPORT std::string ShownLine(std::string_view text, std::size_t mostCharacters = kLongestShownLine);
 
-/// The text with each of its lines made what ShownLine makes of it, but for the length.
+/// The text with each of its lines made what ShownLine makes of it.
 XYGRAPH_EXPORT std::string ShownParagraph(std::string_view text);
 
 } // namespace lumoplot

@@ -30,7 +30,7 @@ fs::path PathOf(const std::string& name) {
     return fs::path(std::u8string(name.begin(), name.end()));
 }
 
-enum class TOpenMode { Read, Write, CreateNew };
+enum class TOpenMode { Read, Write, CreateNew, Change };
 
 #if defined(_WIN32)
 // That system's fopen knows no mode that asks for a new file.
@@ -42,11 +42,11 @@ TFile CreateNewFile(const fs::path& path) {
 
 TFile OpenFile(const fs::path& path, TOpenMode mode) {
 #if defined(_WIN32)
-    static constexpr std::array kModes = {L"rb", L"wb"};
+    static constexpr std::array kModes = {L"rb", L"wb", L"wbx", L"r+b"};
     if (mode == TOpenMode::CreateNew) return CreateNewFile(path);
     return TFile(_wfopen(path.c_str(), kModes[static_cast<int>(mode)]));
 #else
-    static constexpr std::array kModes = {"rb", "wb", "wbx"};
+    static constexpr std::array kModes = {"rb", "wb", "wbx", "r+b"};
     return TFile(std::fopen(path.c_str(), kModes[static_cast<int>(mode)]));
 #endif
 }
@@ -173,6 +173,40 @@ bool Replace(const std::string& name, std::span<const std::uint8_t> bytes) {
            (replacing == TReplacing::NoPlaceBeside && WriteInPlaceSafely(target, bytes));
 }
 
+bool MayMakeFilesIn(const fs::path& folder) {
+#if defined(_WIN32)
+    return _waccess(folder.c_str(), 2) == 0;
+#else
+    return access(folder.c_str(), W_OK | X_OK) == 0;
+#endif
+}
+
+/// And what to do about it.
+std::string ReasonNotSaved(const fs::path& target) {
+    std::error_code error;
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    if (target.empty()) return "it has no name. Choose one";
+    if (fs::is_directory(target, error)) return "it is a folder. Choose another name";
+    if (!fs::is_directory(folder, error)) return "its folder does not exist. Choose another one";
+    if (fs::exists(target, error) && !MayBeWritten(target))
+        return "it is protected against writing. Choose another name";
+    if (!fs::exists(target, error) && !MayMakeFilesIn(folder))
+        return "its folder can not be written. Choose another one";
+    return "the disk may be full. Free some space or choose another folder";
+}
+
+std::string ReasonNotOpened(const fs::path& path) {
+    std::error_code error;
+    if (fs::is_directory(path, error)) return "it is a folder. Choose a file";
+    if (!fs::exists(path, error)) return "there is no such file. Check its name and folder";
+    return "you may not read it. Ask for its permissions to be changed";
+}
+
+[[noreturn]] void ThrowNotSaved(const std::string& name) {
+    throw EFileError("Can not save to file " + name + ": " +
+                     ReasonNotSaved(name.empty() ? fs::path() : SystemPath(name)));
+}
+
 } // namespace
 
 void ReplaceFile(const std::string& name, std::span<const std::uint8_t> bytes) {
@@ -181,16 +215,41 @@ void ReplaceFile(const std::string& name, std::span<const std::uint8_t> bytes) {
         done = Replace(name, bytes);
     } catch (const fs::filesystem_error&) {
     }
-    if (!done) throw EFileError("Can not save to file " + name);
+    if (!done) ThrowNotSaved(name);
+}
+
+std::string WriteBeside(const std::string& name, std::span<const std::uint8_t> bytes) {
+    const fs::path target = SystemPath(name);
+    auto [file, beside] = CreateLike(target, target.parent_path());
+    bool written = file && WriteBytes(file.get(), bytes);
+    if (file) written = std::fclose(file.release()) == 0 && written;
+    std::error_code error;
+    if (!written) fs::remove(beside, error);
+    if (!written) ThrowNotSaved(name);
+    const std::u8string created = beside.u8string();
+    return {created.begin(), created.end()};
+}
+
+void PutInPlace(const std::string& beside, const std::string& name) {
+    const fs::path path = SystemPath(beside);
+    std::error_code error;
+    TFile file = OpenFile(path, TOpenMode::Change);
+    const bool isSafe = file && FlushToDisk(file.get());
+    file.reset();
+    if (isSafe) fs::rename(path, SystemPath(name), error);
+    if (isSafe && !error) return;
+    fs::remove(path, error);
+    ThrowNotSaved(name);
 }
 
 std::vector<std::uint8_t> ReadWholeFile(const std::string& name) {
     const fs::path path = SystemPath(name);
     std::error_code error;
     TFile file = fs::is_directory(path, error) ? nullptr : OpenFile(path, TOpenMode::Read);
-    if (!file) throw EFileError("Can not open file " + name);
+    if (!file) throw EFileError("Can not open file " + name + ": " + ReasonNotOpened(path));
     const std::vector<std::uint8_t> bytes = ReadAll(file.get());
-    if (std::ferror(file.get())) throw EFileError("Can not read file " + name);
+    if (std::ferror(file.get()))
+        throw EFileError("Can not read file " + name + ": the disk or network fails. Try again");
     return bytes;
 }
 

@@ -166,7 +166,30 @@ TEST_F(Files, TheTextFormHasOneHeaderLineWithQuotesWhereNeeded) {
     Convert(NameOf("a.ltp"), NameOf("a.dat"));
     Convert(NameOf("a.ltp"), NameOf("a.CSV"));
     EXPECT_EQ(ContentOf(NameOf("a.dat")), "\"the \"\"first\"\"\"\tVoltage, V\n1\t1e-07\n2\tnan\n");
-    EXPECT_EQ(ContentOf(NameOf("a.CSV")), "\"the \"\"first\"\"\",\"Voltage, V\"\n1,1e-07\n2,nan\n");
+    EXPECT_EQ(ContentOf(NameOf("a.CSV")), "X,\"the \"\"first\"\"\"\n1,1e-07\n2,nan\n");
+}
+
+TEST_F(Files, ColumnsThatWereWrittenAreReadUnderTheirNames) {
+    const std::pair<const char*, const char*> names[] = {
+        {"Time, s", "Run 1"}, {"t;u", "12.5"}, {"X axis", "2024"}, {"Zeit \"s\"", "a\tb"}, {"", ""}};
+    for (const auto& [x, y] : names)
+        for (const char* file : {"a.csv", "a.txt"}) {
+            SCOPED_TRACE(std::string(y) + file);
+            TxyGraph graph;
+            graph.XAxis()->SetTitle(x);
+            TSeries& series = AddedTo(graph);
+            series.SetSeriesName(y);
+            for (int i = 0; i < 5; ++i) series.AddPoint(1000 + i, 0.5 * i);
+            graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
+            Convert(NameOf("a.ltp"), NameOf(file));
+            const QJsonObject info = RunForJson({"info", NameOf(file)});
+            EXPECT_EQ(info["NumberOfPoints"].toInt(), 5);
+            const std::string expectedX = std::string(x) == "X axis" || !*x ? "X" : x;
+            const std::string expectedY = !*y ? "Y axis" : std::string(y) == "a\tb" ? "a b" : y;
+            const QJsonArray columns = info["Columns"].toArray();
+            EXPECT_EQ(columns[0].toObject()["Name"].toString().toStdString(), expectedX);
+            EXPECT_EQ(columns[1].toObject()["Name"].toString().toStdString(), expectedY);
+        }
 }
 
 TEST_F(Files, RewritingInTextAndBackGivesTheSameFile) {

@@ -47,7 +47,8 @@ QJsonObject RunForJson(TArguments arguments) {
 }
 
 bool IsOneMessage(const std::string& text) {
-    return text.starts_with("xydata: ") && text.find('\n') == text.size() - 1;
+    const QString line = QString::fromStdString(text);
+    return text.starts_with("xydata: ") && text.find('\n') == text.size() - 1 && line.size() <= 201;
 }
 
 std::string TFolderTest::WithText(const char* file, const std::string& content) const {

@@ -63,6 +63,7 @@ TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
         {"eval", ""},
         {"info", NameOf("missing.ltp")},
         {"info", NameOf("missing.csv")},
+        {"info", NameOf((std::string(180, 'n') + "\n\x1b[2J.ltp").c_str())},
         {"info", NameOf(".")},
         {"info", WithText("empty.csv", "")},
         {"info", WithText("empty.ltp", "")},
@@ -108,7 +109,8 @@ TEST_F(Failures, AFullDiskFails) {
         std::filesystem::create_symlink("/dev/full", NameOf(out));
         const TRunResult result = RunProgram({"convert", data, NameOf(out)});
         EXPECT_EQ(result.status, 1) << out;
-        EXPECT_EQ(result.error, "xydata: Can not save to file " + NameOf(out) + "\n");
+        EXPECT_EQ(result.error, "xydata: Can not save to file " + NameOf(out) +
+                                    ": the disk may be full. Free some space or choose another folder\n");
     }
     QProcess program;
     program.setStandardOutputFile("/dev/full");

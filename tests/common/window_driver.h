@@ -7,6 +7,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -62,6 +63,21 @@ void WhenModal(std::function<void(TWindow&)> action) {
         action(*window);
     });
     timer->start(10);
+}
+
+/// Closes the window of the next long work as soon as that lets it, as its Cancel button does.
+inline void CancelNextWork() {
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, qApp, [timer] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (!qobject_cast<QDialog*>(window) || !window->findChild<QProgressBar*>()) continue;
+            timer->stop();
+            timer->deleteLater();
+            window->close();
+            return;
+        }
+    });
+    timer->start(0);
 }
 
 /// Types a file name into a file dialog and accepts it by its button.

@@ -65,6 +65,8 @@ TEST_F(MarkEditor, TheListShowsTheFirstLineOfTheText) {
     QTest::keyClicks(&text, "lower");
     QTest::keyClick(&text, Qt::Key_Return);
     EXPECT_EQ(Entry(1), "2: lower\xE2\x80\xA6");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Mark(2).Caption, "lower\nb") << "Enter takes it";
     QTest::keyClicks(&text, "limit ");
     Select(0);
     EXPECT_EQ(Mark(2).Caption, "lower\nlimit b");

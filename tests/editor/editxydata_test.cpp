@@ -2,6 +2,7 @@
 #include "common/random_graph.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
+#include "fit/definition/cur_fit.h"
 #include "graph/model/child_graph.h"
 #include "session/recovery_folder.h"
 #include "support/errors.h"
@@ -11,7 +12,9 @@
 #include <QDir>
 #include <QLabel>
 #include <QLibrary>
+#include <QPlainTextEdit>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 
 namespace lumoplot {
@@ -120,6 +123,88 @@ TEST_F(EditData, WhatACrashLeftIsOfferedForTheSameGraph) {
     }));
     EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
     EXPECT_EQ(files(), QStringList());
+}
+
+// Rows that are no points yet are kept, too, and come back as rows.
+TEST_F(EditData, RowsOfTheGridThatACrashLeftComeBack) {
+    const QDir state(RecoveryFolder());
+    const auto files = [&state] { return state.entryList({QStringLiteral("*.recovery")}, QDir::Files); };
+    const auto type = [](QDialog& dialog, int row, int column, const char* text) {
+        auto& grid = Control<QTableView>(dialog, "grid");
+        grid.setFocus();
+        grid.setCurrentIndex(grid.model()->index(row, column));
+        for (const char* key = text; *key; ++key) QTest::keyClick(QApplication::focusWidget(), *key);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    };
+    const auto cell = [](QDialog& dialog, int row, int column) {
+        return Control<QTableView>(dialog, "grid").model()->index(row, column).data().toString();
+    };
+    Run([&](QDialog& dialog) {
+        Control<QTabWidget>(dialog, "tabs").setCurrentIndex(1);
+        type(dialog, 2, 0, "5");
+        type(dialog, 2, 1, "6x");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !files().isEmpty(); }, 20000));
+        QTest::qWait(6000); // both are on the disk
+        const QString own = files()[0];
+        ASSERT_TRUE(
+            QFile::copy(state.filePath(own), state.filePath(own.section(u'-', 0, 0) + "-1-left.recovery")));
+        Click(dialog, "btnCancel");
+    });
+    WhenModal<QDialog>([&](QDialog& offer) {
+        EXPECT_TRUE(Control<QPlainTextEdit>(offer, "m_Details")
+                        .toPlainText()
+                        .contains(QStringLiteral("rows of the grid that are no points yet")));
+        WhenModal<QDialog>([&](QDialog& dialog) {
+            ASSERT_TRUE(QTest::qWaitFor([&] { return cell(dialog, 2, 1) == "6x"; }));
+            EXPECT_EQ(cell(dialog, 2, 0), "5");
+            type(dialog, 2, 1, "6");
+            Click(dialog, "btnOk");
+        });
+        Click(offer, "btnRecover");
+    });
+    EXPECT_TRUE(Edit(Graph, Template, 255, ToShortString(""), false, 1));
+    EXPECT_EQ(Graph.FindSeries(1)->Count(), 3);
+    EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(EditData, AFitIsThereWithItsErrorsWhenTheEditorIsOpenedAgain) {
+    TSeries& series = *Graph.FindSeries(1);
+    for (int i = 5; i < 30; ++i) series.AddPoint(i, 2 * i + i % 3);
+    TCurFit& fit = series.CurveFit();
+    for (const char* name : {"a", "b"}) {
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        parameter->SetVary(true);
+        fit.AddParameter(std::move(parameter));
+    }
+    fit.SetExpression("a*x+b");
+    QString found;
+    const auto shown = [](QDialog& dialog) {
+        Control<QTabWidget>(dialog, "tabs").setCurrentIndex(3);
+        return Control<QPlainTextEdit>(dialog, "m_FitResult").toPlainText();
+    };
+    EXPECT_TRUE(Run([&](QDialog& dialog) {
+        Control<QTabWidget>(dialog, "tabs").setCurrentIndex(3);
+        Choose(dialog, "cbx_Status", 2);
+        Click(dialog, "btnFit");
+        found = shown(dialog);
+        Click(dialog, "btnOk");
+    }));
+    EXPECT_TRUE(found.contains(QChar(0xB1))) << found.toStdString();
+    const TFitRunState run = series.CurveFit().RunState();
+    ASSERT_TRUE(run.Result);
+    for (const char* button : {"btnOk", "btnCancel"}) {
+        Run([&](QDialog& dialog) {
+            EXPECT_EQ(shown(dialog), found);
+            Click(dialog, "btnPreview");
+            QTest::qWait(50);
+            Click(dialog, "btnPreview");
+            EXPECT_EQ(shown(dialog), found);
+            Click(dialog, button);
+        });
+        Graph.PrepareForDrawing();
+        EXPECT_EQ(series.CurveFit().RunState(), run) << button << ": nothing was run again";
+    }
 }
 
 TEST_F(EditData, SetAsDefaultSavesTheTemplateOnYes) {

@@ -110,6 +110,50 @@ TEST_F(HostRecovery, ADamagedFileIsToldAndStaysUntilTheUserDecides) {
     EXPECT_EQ(Content(), before);
 }
 
+// The graph that an editor worked on may never come back: the program offers what it left.
+TEST_F(HostRecovery, WhatTheDataEditorLeftIsOfferedAtTheStart) {
+    struct TRows : TSideState {
+        std::size_t BytesBeside(const TSideState*) const override { return 1; }
+        TBytes ToBytes(const TGraphSnapshot&) const override { return {1, 2, 3}; }
+    };
+    for (const bool hasRows : {false, true}) {
+        SCOPED_TRACE(hasRows);
+        Sink.Texts.clear();
+        QDir().mkpath(State());
+        {
+            TxyGraph edited;
+            edited.CopyFrom(Graph());
+            TGraphSession session(edited);
+            const TSideStatePtr rows = hasRows ? std::make_shared<TRows>() : nullptr;
+            session.SetSide({[rows] { return rows; }, {}});
+            session.Start();
+            const QString kind = RecoveryKind(edited, "look.ltp");
+            TRecoveryWriter writer(session, {.Kind = kind, .DocumentName = "look.ltp", .Folder = State()});
+            session.Change("title", [&] { edited.Appearance()->SetGraphTitle("In the editor"); });
+            writer.Flush();
+            const QString own = Files("editor*.recovery").value(0);
+            QFile::copy(QDir(State()).filePath(own), QDir(State()).filePath(kind + "-1-left.recovery"));
+        }
+        ASSERT_EQ(Files("editor*.recovery").size(), 1);
+        EXPECT_TRUE(StartAgain([&](QDialog& dialog) {
+            EXPECT_TRUE(Details(dialog).contains(QStringLiteral("data editor")))
+                << Details(dialog).toStdString();
+            Click(dialog, "btnRecover");
+        }));
+        EXPECT_EQ(Graph().Appearance()->GraphTitle(), "In the editor");
+        EXPECT_EQ(First().Count(), 4);
+        EXPECT_EQ(Window->Document().FileName(), "") << "the editor's document is a template";
+        EXPECT_TRUE(Window->isWindowModified());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Files("editor*.recovery").size() == (hasRows ? 1 : 0); }));
+        EXPECT_EQ(Sink.Texts.size(), hasRows ? 1u : 0u);
+        const QString next = RecoveryKind(Graph(), Window->Document().TemplateName().toStdString());
+        EXPECT_EQ(FindLeftSessions(State(), {next}).size(), hasRows ? 1u : 0u) << "for the editor";
+        Window = std::make_unique<TMainWindow>(PathOf("templates"));
+        Window->show();
+        Window->OpenFiles({PathOf("run.ltp")});
+    }
+}
+
 TEST_F(HostRecovery, AFileThatIsGoneIsWrittenAgainBySaving) {
     CrashWithTitle("Not saved");
     QFile::remove(PathOf("run.ltp"));

@@ -5,6 +5,9 @@
 #include "graph/mouse/graph_mouse.h"
 #include "support/message_text.h"
 
+#include <QMenu>
+#include <QStatusBar>
+
 namespace lumoplot {
 namespace {
 
@@ -42,7 +45,7 @@ TEST_F(StatusTexts, TheCountOfRowsFollowsDeletionsAndUndo) {
     Open(Write("run.csv", "1,10\n2,20\n3,5\n4,12\n"));
     EXPECT_EQ(Rows(), "1 data set, all 4 rows");
     Window->Document().Session().Change("delete point", [&] { First().DeletePoint(First().First().Id()); });
-    EXPECT_EQ(Rows(), "1 data set, 3 of 4 rows");
+    EXPECT_EQ(Rows(), "1 data set, drawn from 3 of 4 rows");
     Window->Document().Session().Undo();
     EXPECT_EQ(Rows(), "1 data set, all 4 rows");
     Window->Document().Session().Change("delete data set", [&] { Graph().DeleteSeries(1); });
@@ -77,9 +80,30 @@ TEST_F(StatusTexts, ABrokenFileIsToldInOneLineThatNamesIt) {
                 EXPECT_NE(text.find(ShownLine(file.toStdString()).substr(0, 4)), std::string::npos) << text;
                 EXPECT_EQ(text.find("conversion error"), std::string::npos) << text;
                 EXPECT_EQ(text.find("Stream"), std::string::npos) << text;
+                const bool isText = file.endsWith(".csv");
+                EXPECT_TRUE(isText || text.find(". Choose ") != std::string::npos) << text << ": what to do";
             }
         }
     EXPECT_TRUE(Graph().Series().empty());
+}
+
+TEST_F(StatusTexts, TheNameOfAFileIsShownInOneLine) {
+    for (const QByteArray& name : {QByteArray("two\nlines\x1b.ltp"), QByteArray(120, 'n') + ".ltp"}) {
+        const QString file = PathOf(name.constData());
+        Graph().SaveTemplate(file.toStdString(), TPoints::Include);
+        Open(file);
+        ASSERT_EQ(Sink.Texts.size(), 0u) << Sink.Only();
+        Press(Qt::Key_S);
+        QStringList shown = {Window->windowTitle(), Window->statusBar()->currentMessage()};
+        auto& menu = Control<QMenu>(*Window, "m_Recent");
+        Q_EMIT menu.aboutToShow();
+        shown += menu.actions().value(0)->text();
+        shown += menu.actions().value(0)->statusTip();
+        for (const QString& text : shown) {
+            EXPECT_FALSE(text.isEmpty());
+            EXPECT_EQ(text.toStdString(), ShownLine(text.toStdString()));
+        }
+    }
 }
 
 } // namespace

@@ -28,11 +28,24 @@ double Number(TRandom& random) {
     return std::uniform_real_distribution(-100.0, 100.0)(random);
 }
 
-// Which data set is current is no content; another test looks at that.
+/// Fits that are pending, or wait no more.
+void SetStale(TxyGraph& graph, const std::vector<bool>& stale) {
+    for (std::size_t i = 0; i < stale.size(); ++i) {
+        TFitRunState run = graph.Series()[i]->CurveFit().RunState();
+        run.Stale = stale[i];
+        graph.Series()[i]->CurveFit().RestoreRunState(run);
+    }
+}
+
+// Which data set is current is no content, nor is a fit that waits to be run; other tests look at that.
 TGraphState ContentOf(TxyGraph& graph) {
     const int current = graph.Appearance()->CurrSerIndex();
     graph.Appearance()->SetCurrSerIndex(1);
+    std::vector<bool> stale;
+    for (const auto& series : graph.Series()) stale.push_back(series->CurveFit().IsStale());
+    SetStale(graph, std::vector<bool>(stale.size()));
     TGraphState content(graph);
+    SetStale(graph, stale);
     graph.Appearance()->SetCurrSerIndex(current);
     return content;
 }
@@ -242,6 +255,30 @@ TEST_F(TSessionTest, WhatFollowsFromAStepIsNoStepAndCostsNoRedo) {
     m_session.Undo();
     EXPECT_EQ(m_graph.XAxis()->Max(), 30);
     EXPECT_EQ(m_graph.FirstSeries()->LineWidth(), 7);
+}
+
+TEST_F(TSessionTest, AFitThatWasTakenBackIsNotPendingAndOneThatIsDoneAgainIsUpToDate) {
+    TSeries& series = *m_graph.FirstSeries();
+    for (int i = 0; i < 9; ++i) series.AddPoint(i, i * 3);
+    const auto result = [&] { return series.CurveFit().Result(); };
+    m_session.Change("width", [&] { series.SetLineWidth(9); });
+    m_session.Change("fit", [&] { FitLine(series); });
+    const auto fitted = result();
+    ASSERT_TRUE(fitted);
+    m_session.Undo();
+    m_graph.PrepareForDrawing();
+    EXPECT_FALSE(result() || series.CurveFit().IsStale());
+    m_session.Redo();
+    m_graph.PrepareForDrawing();
+    EXPECT_EQ(result(), fitted);
+    m_session.Undo();
+    m_session.Undo();
+    m_graph.PrepareForDrawing();
+    EXPECT_FALSE(result());
+    m_session.Redo();
+    m_session.Redo();
+    EXPECT_EQ(result(), fitted);
+    EXPECT_FALSE(series.CurveFit().IsStale());
 }
 
 TEST_F(TSessionTest, ItIsCleanWhereItWasSaved) {

@@ -161,7 +161,7 @@ protected:
         ASSERT_EQ(own.size(), 1);
         QFile::copy(QDir(m_folder).filePath(own[0]), QDir(m_folder).filePath(QString::fromLatin1(name)));
     }
-    TLeftSessions Left() const { return FindLeftSessions(m_folder, QStringLiteral("host")); }
+    TLeftSessions Left() const { return FindLeftSessions(m_folder, {QStringLiteral("host")}); }
 
     QTemporaryDir m_place;
     QString m_folder;
@@ -228,6 +228,76 @@ TEST_F(RecoveryWriterTest, OnlySessionsWhoseProcessIsGoneAreLeft) {
     left.clear();
     EXPECT_TRUE(Left().empty());
     EXPECT_EQ(Files("*.aside").size(), 1);
+}
+
+// Killed before the disk had confirmed it.
+TEST_F(RecoveryWriterTest, ContentThatIsWholeBesideTheFileIsTheLast) {
+    TRecoveryWriter writer(m_session, Options());
+    Step();
+    writer.Flush();
+    LeaveCopy();
+    Step();
+    writer.Flush();
+    LeaveCopy("host-1-gone.recovery.new0");
+    QFile half(QDir(m_folder).filePath(QStringLiteral("host-1-gone.recovery.new1")));
+    ASSERT_TRUE(half.open(QIODevice::WriteOnly));
+    half.write(QByteArray(100, 'x'));
+    half.close();
+    TxyGraph read;
+    TLeftSessions left = Left();
+    ASSERT_EQ(left.size(), 1u);
+    left[0]->Read(read);
+    EXPECT_EQ(read.Marks().Count(), 2);
+    left.clear();
+    EXPECT_EQ(Files("host-1-gone*"), QStringList(QStringLiteral("host-1-gone.recovery")));
+    QFile::remove(QDir(m_folder).filePath(QStringLiteral("host-1-gone.recovery")));
+    LeaveCopy("host-1-gone.recovery.new0");
+    EXPECT_EQ(Left().size(), 1u) << "the first writing of all";
+}
+
+TEST_F(RecoveryWriterTest, SessionsOfAllGraphsOfAProgramAreFoundTogetherAndGivenOn) {
+    TRecoveryOptions options = Options();
+    options.Kind = RecoveryKind(m_graph, "/a.ltp");
+    TRecoveryWriter writer(m_session, options);
+    Step();
+    writer.Flush();
+    LeaveCopy((options.Kind + QStringLiteral("-1-gone.recovery")).toLatin1().constData());
+    LeaveCopy("editor_00000000_0000000000000000-1-other.recovery");
+    TLeftSessions left = FindLeftSessions(m_folder, {QStringLiteral("host"), EditorKinds()});
+    ASSERT_EQ(left.size(), 1u) << "another program's is its own";
+    EXPECT_TRUE(IsOfEditor(*left[0]));
+    const QString other = RecoveryKind(m_graph, "/b.ltp");
+    EXPECT_TRUE(left[0]->GiveTo(other));
+    EXPECT_EQ(FindLeftSessions(m_folder, {options.Kind}).size(), 0u);
+    EXPECT_EQ(FindLeftSessions(m_folder, {other}).size(), 1u);
+}
+
+TEST_F(RecoveryWriterTest, WhatBelongsToAStepBesideTheGraphIsKeptWithIt) {
+    struct TNote : TSideState {
+        std::size_t BytesBeside(const TSideState*) const override { return 1; }
+        TBytes ToBytes(const TGraphSnapshot& graph) const override {
+            return {7, static_cast<std::uint8_t>(graph.Marks().size())};
+        }
+    };
+    TSideStatePtr side;
+    m_session.SetSide({[&] { return side; }, [&](const TSideStatePtr& state) { side = state; }});
+    m_session.Start();
+    TRecoveryWriter writer(m_session, Options());
+    const auto kept = [&] {
+        writer.Flush();
+        LeaveCopy();
+        TxyGraph read;
+        TLeftSessions left = Left();
+        TBytes beside = left.at(0)->Read(read).Beside;
+        left[0]->Discard();
+        return beside;
+    };
+    Step();
+    EXPECT_EQ(kept(), TBytes());
+    m_session.Change("note", [&] { side = std::make_shared<TNote>(); });
+    EXPECT_EQ(kept(), (TBytes{7, 1}));
+    m_session.Undo();
+    EXPECT_EQ(kept(), TBytes());
 }
 
 TEST_F(RecoveryWriterTest, ALeftFileStaysUntilItsContentIsKeptAgain) {

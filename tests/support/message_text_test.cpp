@@ -57,9 +57,13 @@ TEST(MessageTextTest, ASinkGetsErrorsAsOneLineAndOtherTextsAsParagraphs) {
     TRecordingSink sink;
     const std::string hostile = "no\x1b]0;such\nfile\t\xFF" + std::string(5000, 'n');
     EXPECT_FALSE(Guarded([&] { ReadWholeFile(hostile); }));
-    EXPECT_EQ(sink.Only(), ShownLine("Can not open file " + hostile));
+    EXPECT_EQ(sink.Only(), ShownLine(sink.Only()));
+    EXPECT_TRUE(sink.Only().starts_with("Can not open file no ]0;such file ")) << sink.Only();
+    EXPECT_TRUE(sink.Only().ends_with("Check its name and folder")) << sink.Only();
     ShowMessage("first\x07\n\nthird", TMessageKind::Warning);
     EXPECT_EQ(sink.Texts.back(), "first\n\nthird");
+    ShowMessage("first\n" + std::string(5000, 'n'), TMessageKind::Warning);
+    EXPECT_EQ(sink.Texts.back().size(), std::string("first\n").size() + 199 + 3) << "with an ellipsis";
     AskYesNo("Replace a\rb?\n");
     EXPECT_EQ(sink.Texts.back(), "Replace a b?\n");
 }

@@ -82,13 +82,21 @@ TEST_F(ReplaceFileTest, AWritableFileInAProtectedFolderIsReplaced) {
 #endif
 
 TEST_F(ReplaceFileTest, WhatCannotBeWrittenIsNamedInTheError) {
-    std::vector<std::string> names = {"", NameOf("."), NameOf("missing/plot.ltp")};
-    if (std::filesystem::exists("/dev/full")) names.push_back("/dev/full");
-    for (const auto& name : names)
-        EXPECT_EQ(ThrownText<EFileError>([&] { ReplaceFile(name, BytesOf("content")); }),
-                  "Can not save to file " + name);
-    EXPECT_THROW(ReadWholeFile(NameOf("missing")), EFileError);
-    EXPECT_THROW(ReadWholeFile(NameOf(".")), EFileError);
+    std::vector<std::pair<std::string, std::string>> cases = {
+        {"", "no name. Choose one"},
+        {NameOf("."), "is a folder. Choose another name"},
+        {NameOf("missing/plot.ltp"), "folder does not exist. Choose another one"}};
+    if (std::filesystem::exists("/dev/full")) cases.emplace_back("/dev/full", "may be full. Free some space");
+    for (const auto& [name, advice] : cases) {
+        const auto text = ThrownText<EFileError>([&, &to = name] { ReplaceFile(to, BytesOf("content")); });
+        EXPECT_TRUE(text.starts_with("Can not save to file " + name + ": ")) << text;
+        EXPECT_NE(text.find(advice), std::string::npos) << text;
+    }
+    for (const auto& [name, advice] : {std::pair("missing", "no such file. Check"), {".", "Choose a file"}}) {
+        const auto text = ThrownText<EFileError>([&, from = name] { ReadWholeFile(NameOf(from)); });
+        EXPECT_TRUE(text.starts_with("Can not open file " + NameOf(name) + ": ")) << text;
+        EXPECT_NE(text.find(advice), std::string::npos) << text;
+    }
 }
 
 TEST_F(ReplaceFileTest, TheFileKeepsItsPermissions) {

@@ -1,12 +1,14 @@
 #include "data/filter/band_filter.h"
 
 #include "data/filter/band_filter_kernel.h"
+#include "data/series/plotted_values.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
 #include <numeric>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -21,23 +23,19 @@ constexpr double kLargest = std::numeric_limits<double>::max();
 /// Collects points into blocks of N.
 class TBlockAverager {
 public:
-    TBlockAverager(const TDataSeries& series, int countEvery)
-        : m_series(series), m_countEvery(std::max(1, countEvery)) {
-        m_samples.Values.reserve(static_cast<std::size_t>(series.Count() / m_countEvery));
+    TBlockAverager(int pointCount, int countEvery) : m_countEvery(std::max(1, countEvery)) {
+        m_samples.Values.reserve(static_cast<std::size_t>(pointCount / m_countEvery));
     }
 
-    void Take(std::span<const double> x, std::span<const double> y) {
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            const double corrected = m_series.CorrectedY(x[i], y[i]);
-            if (!std::isfinite(corrected)) continue;
-            m_firstX = std::min(m_firstX, x[i]);
-            m_sum += corrected;
-            if (++m_taken < m_countEvery) continue;
-            m_samples.Values.push_back(m_sum / m_countEvery);
-            m_lastEnd = x[i];
-            m_sum = 0;
-            m_taken = 0;
-        }
+    void Take(double x, double corrected) {
+        if (!std::isfinite(corrected)) return;
+        m_firstX = std::min(m_firstX, x);
+        m_sum += corrected;
+        if (++m_taken < m_countEvery) return;
+        m_samples.Values.push_back(m_sum / m_countEvery);
+        m_lastEnd = x;
+        m_sum = 0;
+        m_taken = 0;
     }
 
     TFilterSamples Finish() {
@@ -49,7 +47,6 @@ public:
     }
 
 private:
-    const TDataSeries& m_series;
     const int m_countEvery;
     TFilterSamples m_samples;
     double m_firstX = std::numeric_limits<double>::infinity();
@@ -57,6 +54,16 @@ private:
     double m_sum = 0;
     int m_taken = 0;
 };
+
+/// Of a data set whose X are the values of another one: the points as they are plotted, from left to right.
+std::vector<std::pair<double, double>> InOrderOfPlottedX(const TDataSeries& series) {
+    TPlottedValues values = PlottedValues(series);
+    values.KeepFiniteX();
+    std::vector<std::pair<double, double>> points(values.X.size());
+    for (std::size_t i = 0; i < points.size(); ++i) points[i] = {values.X[i], values.Y[i]};
+    std::ranges::stable_sort(points, {}, &std::pair<double, double>::first);
+    return points;
+}
 
 /// Σ (value − zero) and Σ |value − zero|.
 struct TSums {
@@ -179,13 +186,18 @@ private:
 
 std::optional<TFilterSamples> SampleBlocks(const TDataSeries& series, int countEvery, TProgress& progress) {
     progress.Begin("Filling Filter Vector...", 1, series.Count());
-    TBlockAverager averager(series, countEvery);
+    TBlockAverager averager(series.Count(), countEvery);
+    if (series.XSource()) {
+        for (const auto& [x, y] : InOrderOfPlottedX(series)) averager.Take(x, y);
+        return averager.Finish();
+    }
     const TPointChain& points = series.Points();
     std::size_t done = 0;
     std::size_t nextStep = kPointsBetweenSteps;
     for (std::size_t i = 0; i < points.BlockCount(); ++i) {
         const TPointSpans block = points.Block(i);
-        averager.Take(block.X, block.Y);
+        for (std::size_t j = 0; j < block.X.size(); ++j)
+            averager.Take(block.X[j], series.CorrectedY(block.X[j], block.Y[j]));
         done += block.X.size();
         if (done < nextStep) continue;
         nextStep = done + kPointsBetweenSteps;

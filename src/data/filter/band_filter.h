@@ -39,7 +39,8 @@ struct TFilterSamples {
 };
 
 /// Averages each `countEvery` points in chain order; those of an incomplete last block are dropped, as are
-/// points whose corrected Y is not finite. Reports the stage "Filling Filter Vector..."; nothing when the
+/// points whose corrected Y is not finite. With an XSource the points are taken as they are plotted, in
+/// ascending X. Reports the stage "Filling Filter Vector..."; nothing when the
 /// user cancels.
 XYGRAPH_EXPORT std::optional<TFilterSamples> SampleBlocks(const TDataSeries& series, int countEvery,
                                                           TProgress& progress);
@@ -68,6 +69,8 @@ struct TFilteredPoints {
 /// Runs the filter over the points of a data set. The result has no baseline: the data set's own is
 /// subtracted and not added back. With n samples it has N·(n − 2M − 1) points from FirstX + M·dt on; fewer
 /// than 2M + 2 samples give no points, which is a result and no refusal.
+///
+/// The points have X of their own: a data set that takes those of another one has to end that.
 ///
 /// Refused is a run without a complete block, without spread in X, one that is to be normalized by an output
 /// whose sum about NormZero is 0 (or nothing but rounding), and one that leaves the range of doubles.

@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "data/filter/band_filter_spectrum.h"
 #include "dialogs/progress_window.h"
+#include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -19,10 +20,24 @@ constexpr int kGainsShown = 512;
 /// Between a change of a setting and the preview of it, so that typing and held arrows stay fluent.
 constexpr int kTypingDelayMs = 30;
 constexpr const char* kFailure = "Fail to Apply Filter";
-const QString kPartText = QStringLiteral(" Shown is a part of the rows; Apply reads all of them.");
+const QString kOwnXText =
+    QStringLiteral(" Apply works on the points as they are plotted and gives them X values of their own.");
 
 QString ShortNumber(double value) {
     return QString::fromStdString(FormatGeneral(value, 4));
+}
+
+TDataStamps StampsOf(const TSeries& series) {
+    const auto* x = static_cast<const TSeries*>(series.XSource()); // of the same graph
+    return {series.DataStamp(), x ? x->DataStamp() : 0};
+}
+
+QString SourceText(const TSeries& series) {
+    QString text;
+    if (series.HoldsSomeRows())
+        text = QStringLiteral(" The points are %1; Apply reads every row.")
+                   .arg(QString::fromStdString(RowsText(RowsOf(series))));
+    return series.XSource() ? text + kOwnXText : text;
 }
 
 QString Counted(std::int64_t count, const char* one, const char* many) {
@@ -138,6 +153,7 @@ void TFilteringPage::Filter(TSeries& series) {
     if (result.Outcome == TFilterOutcome::Refused) ShowMessage(kFailure, TMessageKind::Error);
     if (result.Outcome == TFilterOutcome::Filtered) {
         const TUpdateHold hold(series);
+        if (series.XSource()) series.SetUseXAxisSeries(false); // the points have X of their own now
         series.SwapPoints(std::move(result.Points));
         series.SetThinned(false);
     }
@@ -174,16 +190,16 @@ void TFilteringPage::UpdatePreview() {
     if (!series || !isVisible()) return;
     LoadToPreview(*series);
     const bool isNew =
-        !m_seen || m_seen->DataStamp != series->DataStamp() || m_seen->CountEvery != m_settings.CountEvery;
+        !m_seen || m_seen->DataStamp != StampsOf(*series) || m_seen->CountEvery != m_settings.CountEvery;
     const TFilterSamples& samples = SamplesOf(*series);
-    m_ui->lblFilterState->setText(StateText(samples) + (series->HoldsSomeRows() ? kPartText : QString()));
+    m_ui->lblFilterState->setText(StateText(samples) + SourceText(*series));
     if (!(samples.Step > 0)) return m_ui->preview->ShowNothing();
     if (isNew) m_ui->preview->ShowSpectrum(AmplitudeSpectrum(samples.Values, samples.Step));
     m_ui->preview->ShowResponse(FrequencyResponse(m_settings, samples.Step, kGainsShown), m_settings);
 }
 
 const TFilterSamples& TFilteringPage::SamplesOf(const TSeries& series) {
-    const std::uint64_t stamp = series.DataStamp();
+    const TDataStamps stamp = StampsOf(series);
     if (!m_seen || m_seen->DataStamp != stamp || m_seen->CountEvery != m_settings.CountEvery) {
         TSilentProgress progress;
         m_seen = {stamp, m_settings.CountEvery, *SampleBlocks(series, m_settings.CountEvery, progress)};

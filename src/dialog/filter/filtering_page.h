@@ -17,6 +17,9 @@ class TFilteringPage;
 
 namespace lumoplot {
 
+/// Of a data set and of the one that its X are from, or 0.
+using TDataStamps = std::pair<std::uint64_t, std::uint64_t>;
+
 class TFilteringPage : public TWizardPage {
     Q_OBJECT
 
@@ -35,7 +38,7 @@ protected:
 private:
     /// What the filter sees of a data set, kept until its data or the block size change.
     struct TSeen {
-        std::uint64_t DataStamp;
+        TDataStamps DataStamp;
         int CountEvery;
         TFilterSamples Samples;
     };

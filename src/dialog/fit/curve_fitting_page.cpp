@@ -150,6 +150,7 @@ void TCurveFittingPage::ShowCurveLook(const TCurFit& fit) {
 }
 
 void TCurveFittingPage::ShowNothing() {
+    m_settings->Fill();
     m_parameters->Fill();
     m_templates->Fill();
     m_formula->ShowNothing();

@@ -2,6 +2,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "support/message_text.h"
 #include "support/number_text.h"
 
 #include <algorithm>
@@ -49,7 +50,7 @@ std::string StatisticsText(const TFitResult& result, int digits) {
 } // namespace
 
 std::string FitResultText(const TCurFit& fit, int digits) {
-    if (!fit.FitError().empty()) return "The fit was not possible: " + fit.FitError() + "\n";
+    if (!fit.FitError().empty()) return ShownLine("The fit was not possible: " + fit.FitError()) + "\n";
     if (!fit.Result()) return {};
     const TFitResult& result = *fit.Result();
     std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";

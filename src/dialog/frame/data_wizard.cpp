@@ -6,6 +6,7 @@
 #include "dialog/series/regressions_page.h"
 #include "dialog/source/data_source_page.h"
 #include "dialogs/graph_edit_bar.h"
+#include "support/message_text.h"
 #include "ui_data_wizard.h"
 
 #include <QDragEnterEvent>
@@ -92,7 +93,7 @@ void TxyDataWizard::ConnectControls() {
 
 void TxyDataWizard::SetTemplateName(const std::string& name) {
     m_templateName = name;
-    setWindowTitle(QStringLiteral("Data Template Editor : ") + QString::fromStdString(name));
+    setWindowTitle(QString::fromStdString(ShownLine("Data Template Editor : " + name)));
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {

@@ -6,7 +6,9 @@
 #include "dialog/common/wizard_page.h"
 
 #include <QDialog>
+#include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -66,8 +68,9 @@ public:
     void RefillPages() override;
     void ShowSeriesName(const QString& name) override;
     TGraphSession& Session() override { return *m_session; }
-    /// Makes the working graph what an earlier use of the dialog left, as one step. The dialog is shown.
-    void Recover(const TxyGraph& graph);
+    /// Makes the working graph what an earlier use of the dialog left, as one step, with what it left beside
+    /// the graph. The dialog is shown.
+    void Recover(const TxyGraph& graph, std::span<const std::uint8_t> beside);
 
     /// Esc and the frame's X: asks when steps would be lost. The button Cancel and Drop do not.
     void reject() override;

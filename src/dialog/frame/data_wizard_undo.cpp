@@ -70,7 +70,7 @@ void TxyDataWizard::ShowPutBack() {
     const bool showsGrid =
         !m_previewMode && m_pages[static_cast<std::size_t>(m_shownPage)] == m_dataSourcePage;
     const bool isManual = m_currSeries && m_currSeries->DataSourceInfo().Kind() == TSourceKind::Manual;
-    if (isManual && !showsGrid) m_dataSourcePage->Leave(*m_currSeries);
+    if (isManual && !showsGrid) m_dataSourcePage->CommitRowsQuietly();
 }
 
 /// What is typed on the page for sources is a step only when its edit is left.
@@ -79,11 +79,13 @@ bool TxyDataWizard::IsTypingUnseen() const {
     return edit && m_dataSourcePage->isAncestorOf(edit) && edit->isModified();
 }
 
-void TxyDataWizard::Recover(const TxyGraph& graph) {
+void TxyDataWizard::Recover(const TxyGraph& graph, std::span<const std::uint8_t> beside) {
     m_session->Change("recover", [&] {
         m_workGraph->CopyFrom(graph);
         m_workGraph->SetHolderID({});
         for (const auto& child : m_workGraph->ChildGraphs()) child->SetHolderID({});
+        FillList(m_workGraph->Appearance()->CurrSerIndex());
+        if (!beside.empty()) m_dataSourcePage->RestoreRows(beside);
     });
     ShowPutBack();
 }

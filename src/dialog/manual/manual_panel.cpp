@@ -95,6 +95,10 @@ bool TManualPanel::Commit(TEqualX equalX) {
     }
 }
 
+void TManualPanel::RestoreRows(std::span<const std::uint8_t> rows) {
+    PutBack(PendingRowsOf(rows, m_context.WorkGraph()).get());
+}
+
 void TManualPanel::SetValues() {
     TSeries* series = m_context.CurrSeries();
     if (m_context.Filling() || !series || !Commit(TEqualX::Ask)) return;

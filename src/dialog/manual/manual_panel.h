@@ -26,6 +26,9 @@ public:
     /// Writes the edits into the data set that is shown. On EManualCell, which is passed on, the cell at
     /// fault becomes current. False when nothing was written because of rows with equal X.
     bool Commit(TEqualX equalX);
+    /// Shows rows that were pending in a session that has ended, with their data set. Throws EStreamError for
+    /// bytes that are none.
+    void RestoreRows(std::span<const std::uint8_t> rows);
 
 private:
     void ConnectControls();

@@ -11,11 +11,6 @@
 
 namespace lumoplot {
 
-std::size_t TPendingRows::BytesBeside(const TSideState* earlier) const {
-    const auto* before = dynamic_cast<const TPendingRows*>(earlier);
-    return sizeof(*this) + Rows.BytesBeside(before ? &before->Rows : nullptr);
-}
-
 TManualPointsModel::~TManualPointsModel() {
     Watch(nullptr);
 }

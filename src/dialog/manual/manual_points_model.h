@@ -4,9 +4,8 @@
 #pragma once
 
 #include "data/series/ds_info.h"
-#include "dialog/manual/manual_rows.h"
+#include "dialog/manual/pending_rows.h"
 #include "graph/model/series.h"
-#include "session/side_state.h"
 
 #include <QAbstractTableModel>
 #include <QStringList>
@@ -18,14 +17,6 @@ namespace lumoplot {
 
 /// What to do with rows whose X another row has as well while the data set allows no duplicates.
 enum class TEqualX { Ask, Refuse };
-
-/// Rows that have been edited and not been committed.
-struct TPendingRows : TSideState {
-    int SeriesNumber = 0;
-    TManualRows Rows;
-
-    std::size_t BytesBeside(const TSideState* earlier) const override;
-};
 
 class TManualPointsModel : public QAbstractTableModel {
     Q_OBJECT

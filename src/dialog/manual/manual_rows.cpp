@@ -17,10 +17,43 @@ std::size_t RangeOf(const std::vector<std::size_t>& ends, std::size_t position) 
 void TManualRows::Show(const TPointChain* points) {
     m_points = points;
     m_copy.reset();
-    m_edited = std::make_shared<std::vector<TManualRow>>();
+    m_edited = std::make_shared<TEditedRows>();
     m_editedCount = 0;
     IndexBlocks();
     SetPieces(PointCount() > 0 ? TPieces{{0, PointCount(), false}} : TPieces{});
+}
+
+std::vector<TManualRow> TManualRows::TEditedRows::Copy(std::size_t start, std::size_t count) {
+    const std::scoped_lock lock(Guard);
+    const auto first = Rows.begin() + static_cast<std::ptrdiff_t>(start);
+    return {first, first + static_cast<std::ptrdiff_t>(count)};
+}
+
+void TManualRows::TEditedRows::Append(std::vector<TManualRow> rows) {
+    const std::scoped_lock lock(Guard);
+    std::ranges::move(rows, std::back_inserter(Rows));
+}
+
+void TManualRows::StartWith(TPointChain points) {
+    m_copy = std::make_shared<const TPointChain>(std::move(points));
+    m_points = m_copy.get();
+    m_edited = std::make_shared<TEditedRows>();
+    m_editedCount = 0;
+    IndexBlocks();
+    SetPieces({});
+}
+
+void TManualRows::AppendPoints(std::size_t place, std::size_t count) {
+    TPieces pieces = m_pieces;
+    if (count > 0) pieces.push_back({place, count, false});
+    SetPieces(std::move(pieces));
+}
+
+std::size_t TManualRows::RunCount() const {
+    std::size_t runs = 0;
+    for (const TPiece& piece : m_pieces)
+        runs += piece.Edited ? (piece.Count + kLongestRun - 1) / kLongestRun : 1;
+    return runs;
 }
 
 void TManualRows::IndexBlocks() {
@@ -47,7 +80,7 @@ TManualRow TManualRows::Row(std::size_t row) const {
     const std::size_t index = RangeOf(m_ends, row);
     const TPiece& piece = m_pieces[index];
     const std::size_t place = piece.Start + row - (m_ends[index] - piece.Count);
-    return piece.Edited ? (*m_edited)[place] : TManualRow{place, {}, {}};
+    return piece.Edited ? m_edited->Rows[place] : TManualRow{place, {}, {}};
 }
 
 TSeriesPoint TManualRows::Point(std::size_t place) const {
@@ -85,10 +118,10 @@ void TManualRows::Replace(std::size_t row, std::size_t removed, std::vector<TMan
     CopyPoints();
     TPieces pieces;
     AppendRange(pieces, 0, row);
-    if (!rows.empty()) pieces.push_back({m_edited->size(), rows.size(), true});
+    if (!rows.empty()) pieces.push_back({m_edited->Rows.size(), rows.size(), true});
     AppendRange(pieces, row + removed, Count());
-    std::ranges::move(rows, std::back_inserter(*m_edited));
-    m_editedCount = m_edited->size();
+    m_edited->Append(std::move(rows));
+    m_editedCount = m_edited->Rows.size();
     SetPieces(std::move(pieces));
 }
 

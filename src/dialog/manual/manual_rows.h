@@ -6,8 +6,10 @@
 #include "data/points/point_chain.h"
 
 #include <QString>
+#include <algorithm>
 #include <limits>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace lumoplot {
@@ -39,6 +41,12 @@ public:
 
     /// Puts `rows` in the place of `removed` rows, which there are from `row` on.
     void Replace(std::size_t row, std::size_t removed, std::vector<TManualRow> rows);
+    /// Shows points of its own, and no row; AppendPoints and Replace then add rows.
+    void StartWith(TPointChain points);
+    /// Adds untouched rows for `count` points of those, from `place` on.
+    void AppendPoints(std::size_t place, std::size_t count);
+    /// The points of its own that its rows belong to; null without edits.
+    std::shared_ptr<const TPointChain> OwnPoints() const { return m_copy; }
     /// The first row that differs from those that another copy shows of the same points, or Count().
     std::size_t FirstDifference(const TManualRows& other) const;
     /// Bytes of its own, and of what it shares unless `earlier` (may be null) shares it, too.
@@ -48,8 +56,15 @@ public:
     /// run of untouched points, in the order of the grid.
     template <class TEdited, class TRun>
     void Visit(TEdited edited, TRun points) const;
+    /// The same for a copy that another thread has, with runs of edited rows: `edited(vector of rows)` and
+    /// `points(place, count)`.
+    template <class TEdited, class TRun>
+    void VisitRuns(TEdited edited, TRun points) const;
+    std::size_t RunCount() const;
 
 private:
+    static constexpr std::size_t kLongestRun = 1024; ///< that the guard is held for
+
     /// Rows that follow each other in the points or among the edited rows.
     struct TPiece {
         std::size_t Start = 0;
@@ -70,8 +85,16 @@ private:
     std::vector<std::size_t> m_blockEnds;
     TPieces m_pieces;
     std::vector<std::size_t> m_ends; ///< number of rows up to and with each piece
-    /// Only grows, so that the pieces of older copies stay valid.
-    std::shared_ptr<std::vector<TManualRow>> m_edited = std::make_shared<std::vector<TManualRow>>();
+    /// Only grows, so that the pieces of older copies stay valid; with the guard, as another thread may read
+    /// these meanwhile.
+    struct TEditedRows {
+        std::mutex Guard;
+        std::vector<TManualRow> Rows;
+
+        std::vector<TManualRow> Copy(std::size_t start, std::size_t count);
+        void Append(std::vector<TManualRow> rows);
+    };
+    std::shared_ptr<TEditedRows> m_edited = std::make_shared<TEditedRows>();
     std::size_t m_editedCount = 0; ///< so many of them are of this copy
 };
 
@@ -81,8 +104,17 @@ void TManualRows::Visit(TEdited edited, TRun points) const {
     for (const TPiece& piece : m_pieces) {
         if (!piece.Edited) points(row, piece.Start, piece.Count);
         for (std::size_t i = 0; piece.Edited && i < piece.Count; ++i)
-            edited(row + i, (*m_edited)[piece.Start + i]);
+            edited(row + i, m_edited->Rows[piece.Start + i]);
         row += piece.Count;
+    }
+}
+
+template <class TEdited, class TRun>
+void TManualRows::VisitRuns(TEdited edited, TRun points) const {
+    for (const TPiece& piece : m_pieces) {
+        if (!piece.Edited) points(piece.Start, piece.Count);
+        for (std::size_t i = 0; piece.Edited && i < piece.Count; i += kLongestRun)
+            edited(m_edited->Copy(piece.Start + i, std::min(kLongestRun, piece.Count - i)));
     }
 }
 

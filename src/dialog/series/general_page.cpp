@@ -150,6 +150,18 @@ void TGeneralPage::FillFrom(TSeries& series) {
     ShowBaseline(series);
 }
 
+// A spin box or list shows nothing by having no text; what it holds is of no data set.
+void TGeneralPage::ShowNothing() {
+    for (QLineEdit* edit : {m_ui->e_SeriesName, m_ui->e_ZeroValue, m_ui->e_Slope}) edit->clear();
+    for (QSpinBox* spin : {m_ui->se_PointSize, m_ui->se_PointBorderWidth, m_ui->se_LineWidth}) spin->clear();
+    for (QComboBox* list : {m_ui->cbx_PointShape, m_ui->cbx_LineStyle}) list->setCurrentIndex(-1);
+    for (QCheckBox* box : {m_ui->cb_AutoName, m_ui->cb_Active, m_ui->cb_FillPoints, m_ui->cb_AutoZero})
+        box->setChecked(false);
+    for (QWidget* control : std::initializer_list<QWidget*>{m_ui->b_PointColor, m_ui->lblPointColor,
+                                                            m_ui->b_LineColor, m_ui->lblLineColor})
+        control->hide();
+}
+
 void TGeneralPage::RefreshAfterPreview(TSeries& series) {
     if (m_ui->cb_AutoZero->isChecked()) ShowBaseline(series);
 }

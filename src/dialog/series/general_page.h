@@ -22,6 +22,7 @@ public:
     ~TGeneralPage() override;
 
     void FillFrom(TSeries& series) override;
+    void ShowNothing() override;
     void RefreshAfterPreview(TSeries& series) override;
 
 private:

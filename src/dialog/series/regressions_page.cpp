@@ -161,6 +161,13 @@ void TRegressionsPage::ShowNothing() {
         label->clear();
         label->setToolTip({});
     }
+    for (QLineEdit* edit :
+         {m_ui->e_ControlValue1, m_ui->e_ControlValue2, m_ui->e_LowerBound, m_ui->e_UpperBound})
+        edit->clear();
+    for (QComboBox* list :
+         {m_ui->cbx_Regression, m_ui->cbx_RegressionLineStyle, m_ui->cbx_Bounds, m_ui->cbx_BoundsLineStyle})
+        list->setCurrentIndex(0);
+    m_ui->se_RegressionLineWidth->clear();
 }
 
 // What the preview or another page has changed meanwhile.

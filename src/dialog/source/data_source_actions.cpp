@@ -1,5 +1,6 @@
 // What the controls of the Data Source page do to the data set.
 #include "dialog/common/source_files.h"
+#include "dialog/manual/manual_commit.h"
 #include "dialog/manual/manual_panel.h"
 #include "dialog/source/data_source_page.h"
 #include "dialog/source/text_options_panel.h"
@@ -117,16 +118,28 @@ void TDataSourcePage::Commit(TSeries& series) {
     if (IsLoadNeeded(series)) Context().Session().FollowUp([&] { Load(series); });
 }
 
-/// Another page is shown: it should see what was edited here, if that can be done without a question.
+/// Another page is shown: it should see what was edited here. Who goes there is told when it does not.
 void TDataSourcePage::Leave(TSeries& series) {
     try {
-        if (series.DataSourceInfo().Kind() == TSourceKind::Manual)
-            m_manual->Commit(TEqualX::Refuse);
-        else
-            Commit(series);
+        Commit(series);
+    } catch (const EManualCell& error) {
+        ShowMessage(error.what() + std::string(". The edited rows stay in the grid and are no points yet."),
+                    TMessageKind::Warning);
     } catch (const EConvertError&) {
-        // The cell is marked and keeps its text until it is mended.
+        // The edit is marked and keeps its text until it is mended.
     }
+}
+
+/// A cell that is no value is marked and keeps its text until it is mended.
+void TDataSourcePage::CommitRowsQuietly() {
+    try {
+        m_manual->Commit(TEqualX::Refuse);
+    } catch (const EManualCell&) {
+    }
+}
+
+void TDataSourcePage::RestoreRows(std::span<const std::uint8_t> rows) {
+    m_manual->RestoreRows(rows);
 }
 
 void TDataSourcePage::AttachFile(const std::string& fileName) {

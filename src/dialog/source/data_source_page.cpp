@@ -119,6 +119,7 @@ void TDataSourcePage::FillFrom(TSeries& series) {
 }
 
 void TDataSourcePage::ShowNothing() {
+    m_ui->cbx_SourceKind->setCurrentIndex(-1);
     m_ui->e_SourceName->clear();
     m_ui->e_SourceName->setToolTip({});
     m_ui->lblNotes->clear();

@@ -40,6 +40,11 @@ public:
     /// wrong is shown.
     void AttachFile(const std::string& fileName);
 
+    /// Puts rows into the grid that a session has left there.
+    void RestoreRows(std::span<const std::uint8_t> rows);
+    /// Makes points of the grid's rows where nothing is to be asked or told.
+    void CommitRowsQuietly();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 

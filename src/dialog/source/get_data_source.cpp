@@ -9,6 +9,7 @@
 #include "graph/model/holder.h"
 #include "support/errors.h"
 #include "support/guard.h"
+#include "support/message_text.h"
 #include "ui_get_data_source.h"
 
 #include <QDragEnterEvent>
@@ -148,7 +149,7 @@ void TxyGetDataSource::ShowDataFile() {
                            "set: name, style, baseline, regression and fit.")
                 .arg(QString::fromStdString(series.SeriesName()), QLocale().toString(series.Count())));
     } catch (const ELumoError& error) {
-        m_ui->lblNotes->setText(QString::fromUtf8(error.what()));
+        m_ui->lblNotes->setText(QString::fromStdString(ShownLine(error.what())));
     }
     m_graph->DeleteSeries(number);
 }

@@ -1,6 +1,8 @@
 #include "dialog/source/text_preview_pane.h"
 
 #include "dialog/source/text_preview_model.h"
+#include "graph/loading/rows_text.h"
+#include "support/message_text.h"
 #include "ui_text_preview_pane.h"
 
 #include <QLocale>
@@ -28,8 +30,10 @@ QString Difference(const TTextFormat& format, const TTextFormat& other) {
 }
 
 QString ResultText(const TTextReport& report) {
+    const bool hasAll = report.rowsUsed == report.rowsChosen;
     QStringList parts = {Counted(report.rowsUsed - report.rowsMerged, "point", "points") +
-                         QStringLiteral(" from ") + Counted(report.rowsChosen, "row", "rows")};
+                         QLatin1String(hasAll ? " from " : " ") +
+                         QString::fromStdString(RowsText({report.rowsUsed, report.rowsChosen}))};
     if (report.samplingFrequency > 1)
         parts << QStringLiteral("one of every ") + Counted(report.samplingFrequency, "row", "rows");
     if (report.rowsSkipped > 0)
@@ -113,7 +117,8 @@ void TTextPreviewPane::ShowReadings(const TTextReadings& readings, bool isChosen
 
 void TTextPreviewPane::ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped) {
     m_ui->l_Messages->clear();
-    for (const std::string& message : messages) m_ui->l_Messages->addItem(QString::fromStdString(message));
+    for (const std::string& message : messages)
+        m_ui->l_Messages->addItem(QString::fromStdString(ShownLine(message)));
     const auto shown = static_cast<std::int64_t>(messages.size());
     if (skipped > shown)
         m_ui->l_Messages->addItem(QStringLiteral("and ") + Counted(skipped - shown, "more", "more"));

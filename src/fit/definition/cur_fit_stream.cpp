@@ -191,9 +191,9 @@ void TCurFit::LoadFromFile(const std::string& name, bool compile) {
         TxyReader reader(source);
         LoadFromStream(reader, compile);
     } catch (const EStreamError&) {
-        throw EStreamError(name + " is not a function file");
+        throw EStreamError(name + " is not a function file. Choose one that was saved as .lfn");
     } catch (const EConvertError&) {
-        throw EStreamError(name + " is not a function file");
+        throw EStreamError(name + " is not a function file. Choose one that was saved as .lfn");
     }
 }
 

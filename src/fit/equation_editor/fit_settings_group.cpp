@@ -71,9 +71,19 @@ void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
         ShowNumberText(*margin.Edit, kNoMargin.toStdString());
 }
 
+void TFitSettingsGroup::ShowNothing() {
+    for (TValueEdit* edit : {m_controls.NPoints, m_controls.Tolerance, m_controls.IterMax})
+        edit->ShowNothing();
+    for (const TMargin* margin : {&m_left, &m_right}) ShowNumberText(*margin->Edit, {});
+    for (QComboBox* list : {m_controls.Status, m_controls.Procedure}) {
+        const QSignalBlocker quiet(list);
+        list->setCurrentIndex(-1);
+    }
+}
+
 void TFitSettingsGroup::Fill() {
     const TCurFit* fit = m_access.Fit();
-    if (!fit) return;
+    if (!fit) return ShowNothing();
     m_controls.NPoints->ShowValue(fit->NPoints());
     m_controls.Tolerance->ShowValue(fit->Tolerance());
     m_controls.IterMax->ShowValue(fit->IterMax());

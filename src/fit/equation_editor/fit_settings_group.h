@@ -48,6 +48,7 @@ private:
     void ConnectNumbers();
     void ConnectLists();
     void TakeMargin(const TMargin& margin);
+    void ShowNothing();
     static void ShowMargin(const TCurFit& fit, const TMargin& margin);
 
     TFitAccess& m_access;

@@ -95,4 +95,14 @@ void TGraphContent::MovePartsInto(TxyGraph& graph) {
     }
 }
 
+void ReplaceContent(TxyGraph& graph, TGraphContent content) {
+    TGraphContent before(graph);
+    try {
+        std::move(content).MoveInto(graph);
+    } catch (...) {
+        std::move(before).MoveInto(graph);
+        throw;
+    }
+}
+
 } // namespace lumoplot

@@ -49,4 +49,8 @@ private:
     int m_currSerIndex;
 };
 
+/// Replaces the content of a graph. Where that ends half-way, for want of memory, the graph is put back to
+/// what it was, and the exception goes on.
+void ReplaceContent(TxyGraph& graph, TGraphContent content);
+
 } // namespace lumoplot

@@ -33,6 +33,8 @@ void WriteCount(TxyWriter& writer, std::size_t count) {
     }
 }
 
+constexpr char kChooseAnother[] = ". Choose a file that a graph was saved to (.ltp)";
+
 [[noreturn]] void ThrowNoGraphFile() {
     throw EGraphFileError("Not a valid graph file");
 }
@@ -92,9 +94,9 @@ void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     try {
         ReadSeries(reader, loaded);
     } catch (const EStreamError&) {
-        throw EStreamError(name + " is not a data-set file");
+        throw EStreamError(name + " is not a data-set file. Choose one that was exported as .lds");
     } catch (const EConvertError&) {
-        throw EStreamError(name + " is not a data-set file");
+        throw EStreamError(name + " is not a data-set file. Choose one that was exported as .lds");
     }
     series.CopyFrom(loaded);
 }
@@ -198,12 +200,16 @@ void TxyGraph::LoadFromStream(TByteSource& source) {
     TxyGraph loaded;
     loaded.resize(size()); // which defaults depend on
     TGraphFile(source).Load(loaded, 0);
-    TGraphContent(loaded).MoveInto(*this);
+    ReplaceContent(*this, TGraphContent(loaded));
 }
 
 void TxyGraph::SaveTemplate(const std::string& name, TPoints points) const {
     TBytes bytes;
-    SaveToStream(bytes, points);
+    try {
+        SaveToStream(bytes, points);
+    } catch (const EGraphFileError& error) {
+        throw EGraphFileError("Can not save to file " + name + ": " + error.what());
+    }
     ReplaceFile(name, bytes);
 }
 
@@ -213,16 +219,16 @@ void TxyGraph::LoadFromFile(const std::string& name) {
     try {
         LoadFromStream(source);
     } catch (const EGraphFileError& error) {
-        throw EGraphFileError(error.what() + (": " + name));
+        throw EGraphFileError(error.what() + (": " + name) + kChooseAnother);
     } catch (const EStreamError&) {
-        throw EGraphFileError("Not a valid graph file: " + name);
+        throw EGraphFileError("Not a valid graph file: " + name + kChooseAnother);
     } catch (const EConvertError&) {
-        throw EGraphFileError("Not a valid graph file: " + name);
+        throw EGraphFileError("Not a valid graph file: " + name + kChooseAnother);
     }
 }
 
 void TxyGraph::CopyFrom(const TxyGraph& source) {
-    if (&source != this) TGraphContent(source).MoveInto(*this);
+    if (&source != this) ReplaceContent(*this, TGraphContent(source));
 }
 
 void TSeries::CopyFrom(const TSeries& other) {

@@ -17,7 +17,7 @@ void ReadSeries(TxyReader& reader, TSeries& series);
 /// A data-set file (.lds): exactly what WriteSeries writes, with points. The file is replaced whole.
 XYGRAPH_EXPORT void SaveSeriesToFile(const TSeries& series, const std::string& name);
 /// Replaces the points and settings of the data set by the file's. Throws EFileError, or EStreamError
-/// "NAME is not a data-set file"; the data set is then unchanged.
+/// "NAME is not a data-set file. ADVICE"; the data set is then unchanged.
 XYGRAPH_EXPORT void LoadSeriesFromFile(TSeries& series, const std::string& name);
 
 } // namespace lumoplot

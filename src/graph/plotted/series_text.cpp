@@ -1,6 +1,8 @@
 #include "graph/plotted/series_text.h"
 
 #include "graph/model/axis.h"
+#include "graph/model/graph.h"
+#include "support/message_text.h"
 #include "support/number_text.h"
 #include "support/replace_file.h"
 
@@ -29,19 +31,33 @@ void AppendLine(std::vector<std::uint8_t>& bytes, std::string_view first, char d
     bytes.push_back('\n');
 }
 
-bool EndsWithCsv(std::string name) {
+bool EndsWith(std::string name, std::string_view extension) {
     std::transform(name.begin(), name.end(), name.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return name.ends_with(".csv");
+    return name.ends_with(extension);
+}
+
+std::string Chosen(const std::string& wanted, const std::string& untouched, const char* otherwise) {
+    const std::string text = ShownLine(wanted, wanted.size() + 3);
+    const bool isNamed = text.find_first_not_of(' ') != std::string::npos && wanted != untouched;
+    return isNamed ? text : otherwise;
+}
+
+/// Of the two columns, as who reads them again names the X axis and the data set.
+std::pair<std::string, std::string> ColumnNames(const TSeries& series, const std::string& fileName) {
+    const std::string& yTitle = series.YAxisOfSeries()->Title();
+    if (EndsWith(fileName, ".dat")) return {series.SeriesName(), yTitle};
+    return {Chosen(series.Graph().XAxis()->Title(), "X axis", "X"),
+            Chosen(series.SeriesName(), "", Chosen(yTitle, "", "Y").c_str())};
 }
 
 } // namespace
 
 void SaveSeriesAsText(const TSeries& series, const std::string& fileName) {
-    const char divider = EndsWithCsv(fileName) ? ',' : '\t';
+    const char divider = EndsWith(fileName, ".csv") ? ',' : '\t';
     std::vector<std::uint8_t> bytes;
-    AppendLine(bytes, HeaderText(series.SeriesName(), divider), divider,
-               HeaderText(series.YAxisOfSeries()->Title(), divider));
+    const auto [x, y] = ColumnNames(series, fileName);
+    AppendLine(bytes, HeaderText(x, divider), divider, HeaderText(y, divider));
     for (TPointCursor point = series.First(); point; point = point.Next())
         AppendLine(bytes, FormatShortest(point.X()), divider, FormatShortest(point.Y()));
     ReplaceFile(fileName, bytes);

@@ -8,9 +8,10 @@
 
 namespace lumoplot {
 
-/// Writes the data set's name and the title of its Y axis as the first line, then X and raw Y of each point
-/// in the shortest form that reads back, with the point as decimal sign; lines end with a line feed. Columns
-/// are divided by a tab, or by a comma when the file's extension is .csv (letter case ignored). A header text
+/// Writes the names of the two columns as the first line: the title of the X axis ("X" for none) and the data
+/// set's name; into a .dat file its name and the title of its Y axis. Then come X and raw Y of each point in
+/// the shortest form that reads back, with the point as decimal sign; lines end with a line feed. Columns are
+/// divided by a tab, or by a comma when the file's extension is .csv (letter case ignored). A header text
 /// that holds the divider, a quote or a line break is quoted, its quotes doubled. Texts are UTF-8.
 /// Throws EFileError "Can not save to file NAME"; the old file is then untouched.
 XYGRAPH_EXPORT void SaveSeriesAsText(const TSeries& series, const std::string& fileName);

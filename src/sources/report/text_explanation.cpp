@@ -48,14 +48,12 @@ std::string RowsText(const TTextReport& report) {
 
 } // namespace
 
-std::string TTextExplanation::Line() const {
-    std::string line = "read as " + reading + "; " + columns;
-    if (!other.empty()) line += "; also fits: " + other;
-    line += "; " + rows;
-    if (!skipped.empty()) line += ", the first: " + skipped;
-    for (const auto* list : {&leftOut, &notes})
-        for (const std::string& text : *list) line += "; " + text;
-    return line;
+std::vector<std::string> TTextExplanation::Lines() const {
+    std::vector<std::string> lines = {"read as " + reading, columns};
+    if (!other.empty()) lines.push_back("also fits: " + other);
+    lines.push_back(rows + (skipped.empty() ? "" : ", the first: " + skipped));
+    for (const auto* list : {&leftOut, &notes}) lines.insert(lines.end(), list->begin(), list->end());
+    return lines;
 }
 
 TTextExplanation Explain(const TTextReport& report) {

@@ -18,8 +18,8 @@ struct TTextExplanation {
     std::vector<std::string> leftOut; ///< "column 1 (No.) only counts the rows"
     std::vector<std::string> notes;   ///< "first read as …, then as a whole: row 3170: …"
 
-    /// All of it in one line.
-    std::string Line() const;
+    /// All of it, a line for each thing.
+    std::vector<std::string> Lines() const;
 };
 
 TTextExplanation Explain(const TTextReport& report);

@@ -93,12 +93,12 @@ void TTextFile::Open(const TTextSource& source) {
         m_file = std::move(memory);
     } else {
         const QFileInfo info(QString::fromStdString(m_name));
-        if (!info.exists()) refuse("there is no such file");
-        if (info.isDir()) refuse("it is a directory");
-        if (!info.isFile()) refuse("it is no regular file");
+        if (!info.exists()) refuse("there is no such file. Check its name and folder");
+        if (info.isDir()) refuse("it is a folder. Choose a file");
+        if (!info.isFile()) refuse("it is no regular file. Choose another one");
         auto file = std::make_unique<QFile>(info.filePath());
         if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-            refuse(file->errorString().toStdString());
+            refuse(file->errorString().toStdString() + ". Check its permissions");
         auto compressed = TCompressedFile::Open(file);
         m_compressed = compressed.get();
         if (compressed)
@@ -118,10 +118,10 @@ std::int64_t TTextFile::Position() const {
 TTextFile::TTextFile(const TTextSource& source) : m_name(source.Name) {
     Open(source);
     m_size = m_compressed ? m_compressed->RawSize() : m_file->size();
-    if (m_size == 0) throw EFileError("File " + m_name + " is empty");
+    if (m_size == 0) throw EFileError("File " + m_name + " is empty. Choose another one");
     std::string first(kFirstBytes, '\0');
     first.resize(ReadBytes(first.data(), first.size()));
-    if (first.empty()) throw EFileError("File " + m_name + " is empty");
+    if (first.empty()) throw EFileError("File " + m_name + " is empty. Choose another one");
     if (const auto kind = KnownBinary(first); !kind.empty())
         throw EFileError("File " + m_name + " is no text file but " + kind);
     Restart(FindEncoding(first));

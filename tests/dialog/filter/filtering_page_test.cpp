@@ -161,6 +161,35 @@ TEST_F(FilteringPage, ThePreviewTellsWhenThereIsNothingToFilter) {
     EXPECT_EQ(Preview().FindSeries(2)->Count(), 0);
 }
 
+// The points lie over the values of another data set, in the order of its points.
+TEST_F(FilteringPage, WorksOnThePointsAsTheyArePlotted) {
+    SetUpBandPass();
+    Click("btnApply");
+    const TPairs expected = PointsOf(Current().Points());
+    Click("btnUndoStep");
+    TSeries& x = *Graph.FindSeries(2);
+    const TPairs plotted = PointsOf(Current().Points());
+    x.Clear();
+    Current().Clear();
+    const auto count = static_cast<int>(plotted.size());
+    for (int i = 0; i < count; ++i) {
+        const auto& [at, y] = plotted[static_cast<std::size_t>(i * 7 % count)];
+        x.AddPoint(i, at);
+        Current().AddPoint(1000 + i, y);
+    }
+    Graph.Appearance()->SetXAxisSerIndex(2);
+    EXPECT_TRUE(StateBecomes("as they are plotted")) << State();
+    x.SetZeroValue(-1);
+    EXPECT_TRUE(StateBecomes("X values of their own"));
+    x.SetZeroValue(0);
+    Click("btnApply");
+    EXPECT_FALSE(Current().UseXAxisSeries());
+    EXPECT_EQ(PointsOf(Current().Points()), expected);
+    Click("btnUndoStep");
+    EXPECT_TRUE(Current().UseXAxisSeries());
+    EXPECT_EQ(Current().Count(), count);
+}
+
 TEST_F(FilteringPage, EditsOfTheGridAreTakenInFirst) {
     SetUpBandPass();
     ToPage("&Data Source");

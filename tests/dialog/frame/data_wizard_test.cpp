@@ -136,7 +136,8 @@ TEST_F(TWizardTest, ABrokenFileAddsNothing) {
     ReplaceFile(PathOf("broken.lds").toStdString(), garbage);
     AnswerFileDialog(PathOf("broken.lds"));
     Click("btnImport");
-    EXPECT_EQ(Sink.Only(), PathOf("broken.lds").toStdString() + " is not a data-set file");
+    EXPECT_EQ(Sink.Only(), PathOf("broken.lds").toStdString() +
+                               " is not a data-set file. Choose one that was exported as .lds");
     EXPECT_EQ(Names(), TNames{"Run"});
     EXPECT_EQ(Selected(), "Run");
 }

@@ -33,4 +33,14 @@ void DataWizardUndo::PrepareGraph() {
     Sink.Texts.clear();
 }
 
+void DataWizardUndo::EditCellAtRandom(TRandom& random) {
+    ToPage(TxyDataWizard::kDataSourcePage);
+    static constexpr const char* kTexts[] = {"1", "2.5", "-3e2", "4", "nan", "inf"}; // an X is finite
+    const auto pick = [&random](int count) { return std::uniform_int_distribution(0, count - 1)(random); };
+    const int rows = Find<QTableView>("grid").model()->rowCount() - 1;
+    const int column = pick(2);
+    if (rows > 0) TypeCell(pick(rows), column, kTexts[pick(column == 0 ? 4 : 6)]);
+    ToPage(TxyDataWizard::kGeneralPage);
+}
+
 } // namespace lumoplot

@@ -25,6 +25,12 @@ struct TWholeState {
     QStringList Cells; ///< of the manual grid
 
     bool operator==(const TWholeState&) const = default;
+    /// The same, though a fit that was pending may have been taken back and wait no more.
+    TWholeState WithoutPendingFits() const {
+        TWholeState state = *this;
+        for (TFitRunState& run : state.Fits) run.Stale = false;
+        return state;
+    }
 };
 
 class DataWizardUndo : public TWizardTest {
@@ -91,6 +97,8 @@ protected:
             state.Cells.append(grid.index(i / 2, i % 2).data().toString());
         return state;
     }
+    /// Types a value into a cell of the grid, and shows the first page.
+    void EditCellAtRandom(TRandom& random);
     /// Something for each kind of step to work on: a fit, a mark, and in the second data set a text file.
     void PrepareGraph();
 };

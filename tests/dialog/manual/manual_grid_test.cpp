@@ -4,6 +4,9 @@
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_grid.h"
 #include "dialog/manual/pasted_commas.h"
+#include "dialog/manual/pending_rows.h"
+#include "session/graph_snapshot.h"
+#include "support/errors.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -154,6 +157,48 @@ TEST(ManualRows, BehaveLikeAListAndItsCopies) {
     for (const auto& [copy, texts] : copies) EXPECT_EQ(textsOf(copy), texts);
 }
 
+// What a session keeps of rows that are no points yet comes back as it was.
+TEST(PendingRows, ComeBackFromTheirBytes) {
+    TxyGraph graph;
+    graph.AddSeries();
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    for (int i = 0; i < 1500; ++i) series.AddPoint(i, -i);
+    std::mt19937 random(11);
+    const auto upTo = [&](std::size_t last) {
+        return std::uniform_int_distribution<std::size_t>(0, last)(random);
+    };
+    const TGraphSnapshot snapshot(graph, nullptr, std::make_shared<TMemoryMeter>());
+    TPendingRows pending;
+    pending.SeriesNumber = 2;
+    pending.Rows.Show(&series.Points());
+    for (int step = 0; step < 40; ++step) {
+        const std::size_t row = upTo(pending.Rows.Count());
+        const std::size_t removed = std::min(pending.Rows.Count() - row, upTo(30));
+        std::vector<TManualRow> added(upTo(step % 10 == 9 ? 2500 : 3));
+        for (TManualRow& each : added) {
+            if (upTo(1) == 1) each.Point = upTo(1499);
+            if (upTo(2) > 0) each.X = QString::number(step) + QStringLiteral(" Ω\t");
+            if (upTo(2) > 0) each.Y = QLatin1String("");
+        }
+        pending.Rows.Replace(row, removed, std::move(added));
+        const auto back = PendingRowsOf(pending.ToBytes(snapshot), graph);
+        ASSERT_EQ(back->SeriesNumber, 2);
+        ASSERT_EQ(back->Rows.Count(), pending.Rows.Count());
+        for (std::size_t i = 0; i < pending.Rows.Count(); ++i) {
+            const TManualRow a = back->Rows.Row(i);
+            const TManualRow b = pending.Rows.Row(i);
+            ASSERT_TRUE(a.Point == b.Point && a.X == b.X && a.X.isNull() == b.X.isNull() && a.Y == b.Y &&
+                        a.Y.isNull() == b.Y.isNull())
+                << step << ": row " << i;
+        }
+    }
+    const TBytes good = pending.ToBytes(snapshot);
+    for (std::size_t size = 0; size < good.size(); size += 1 + good.size() / 97)
+        EXPECT_THROW(PendingRowsOf(std::span(good).first(size), graph), EStreamError);
+    graph.DeleteSeries(2);
+    EXPECT_THROW(PendingRowsOf(good, graph), EStreamError);
+}
+
 TEST_F(TManualGridTest, TabGoesFromXToYToTheNextRow) {
     ShowPage();
     const int first = Grid().model()->rowCount() - 1;
@@ -294,14 +339,16 @@ TEST_F(TManualGridTest, ACellThatIsNoNumberStopsEveryCommit) {
     EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 12}}));
 }
 
-TEST_F(TManualGridTest, TabsKeepWhatCannotBeCommittedAndCommitTheRest) {
+TEST_F(TManualGridTest, LeavingRowsThatCannotBecomePointsIsToldAndKeepsThem) {
     ShowPage();
     auto& tabs = Find<QTabWidget>("tabs");
     TypeCell(1, 1, QStringLiteral("oops"));
     tabs.setCurrentIndex(TxyDataWizard::kGeneralPage);
     tabs.setCurrentIndex(TxyDataWizard::kDataSourcePage);
     EXPECT_EQ(Cell(1, 1), "oops");
-    EXPECT_TRUE(Sink.Texts.empty());
+    EXPECT_EQ(Sink.Only(), "Row 2: 'oops' is not a valid floating point value. The edited rows stay in the "
+                           "grid and are no points yet.");
+    Sink.Texts.clear();
     TypeCell(1, 1, QStringLiteral("21"));
     tabs.setCurrentIndex(TxyDataWizard::kGeneralPage);
     EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 21}})) << "the other pages work on the points";
@@ -336,14 +383,17 @@ TEST_F(TManualGridTest, HalfARowIsNamedAndMarked) {
 }
 
 TEST_F(TManualGridTest, RowsWithEqualXAreNotMergedInSilence) {
-    for (const bool merge : {true, false}) {
+    for (const auto& [merge, leave] : {std::pair(true, false), {false, false}, {true, true}, {false, true}}) {
         Graph.FreeAllSeries();
         Wizard.hide();
         ShowPage();
         Sink.Texts.clear();
         Sink.Answer = merge;
         Paste(2, 0, QStringLiteral("2\t21\n2\t22\n"));
-        Click("btnPreview");
+        if (leave)
+            Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kGeneralPage);
+        else
+            Click("btnPreview");
         EXPECT_EQ(Sink.Only(), "2 rows have the X of another row. Merge them? (The last row of each X stays; "
                                "No keeps them all.)");
         EXPECT_EQ(Current().Count(), merge ? 2 : 4);

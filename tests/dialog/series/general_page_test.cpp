@@ -1,6 +1,7 @@
 #include "dialog/wizard_fixture.h"
 
 #include "dialog/common/color_button.h"
+#include "fit/definition/cur_fit.h"
 #include "graph/model/holder.h"
 
 #include <QCheckBox>
@@ -55,6 +56,42 @@ TEST_F(TWizardTest, ShapesAndStylesFollowTheirLists) {
     EXPECT_FALSE(Current().LinesShown());
     EXPECT_FALSE(Find<QSpinBox>("se_LineWidth").isEnabled());
     EXPECT_FALSE(Find<QWidget>("b_LineColor").isVisible());
+}
+
+TEST_F(TWizardTest, TheSizeThatIsShownIsTheOneThatIsStored) {
+    Show({"a"});
+    Current().SetPointShape(TPointShape::Square);
+    Current().SetPointsShown(true);
+    Current().SetPointSize(12);
+    Wizard.FillList(1);
+    auto& size = Find<QSpinBox>("se_PointSize");
+    size.setFocus();
+    QTest::keyClick(&size, Qt::Key_Down);
+    EXPECT_EQ(Current().PointSize(), 10);
+    EXPECT_EQ(size.value(), 10);
+    Type("se_PointSize", "7");
+    Find<QWidget>("se_LineWidth").setFocus();
+    EXPECT_EQ(size.value(), Current().PointSize());
+    EXPECT_EQ(Current().PointSize() % 2, 0);
+}
+
+TEST_F(TWizardTest, NothingIsShownOfADataSetThatIsGone) {
+    Show({"a"});
+    Current().SetPointSize(12);
+    Current().SetZeroValue(2.5);
+    Current().SetRegressionControlValue1(77);
+    Current().CurveFit().SetLeftMargin(3.5);
+    Current().CurveFit().SetUseLeftMargin(true);
+    Wizard.FillList(1);
+    Click("btnDelete");
+    ASSERT_FALSE(Wizard.CurrSeries());
+    for (const char* page :
+         {"e_SeriesName", "e_ZeroValue", "e_ControlValue1", "e_SourceName", "e_LeftMargin", "e_NPoints"})
+        EXPECT_EQ(Find<QLineEdit>(page).text(), "") << page;
+    EXPECT_EQ(Find<QSpinBox>("se_PointSize").text(), "");
+    Click("btnNew");
+    EXPECT_EQ(Find<QSpinBox>("se_PointSize").text(), QString::number(Current().PointSize()));
+    EXPECT_EQ(Find<QLineEdit>("e_LeftMargin").text(), "None");
 }
 
 TEST_F(TWizardTest, PointsSwitchedOnTakeTheColourOfTheLine) {

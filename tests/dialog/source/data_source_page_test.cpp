@@ -75,7 +75,7 @@ TEST_F(TDataSourcePageTest, AFileIsAttachedNamedAndExplained) {
     EXPECT_EQ(Selected(), "semicolon_decimal_comma");
     EXPECT_EQ(Ys(), (std::vector<double>{1.25, 1.31, 1.38, 1.44}));
     EXPECT_EQ(Shown("lblFound"), "Read as semicolon, decimal comma, 1 header row, UTF-8.");
-    EXPECT_EQ(Shown("lblResult"), "4 points from 4 rows.");
+    EXPECT_EQ(Shown("lblResult"), "4 points from all 4 rows.");
     EXPECT_EQ(PreviewCell(1, 2), "10,1");
     EXPECT_TRUE(Find<QAbstractButton>("cb_Semicolon").isChecked());
     EXPECT_FALSE(Find<QAbstractButton>("cb_Semicolon").isEnabled()) << "found, not chosen";
@@ -246,10 +246,30 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
         << "a message leads to its row";
 }
 
+TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"a"});
+    const QString file = WriteRows(300000, ";");
+    CancelNextWork();
+    Wizard.AttachSource(file.toStdString());
+    EXPECT_EQ(Current().Count(), 2);
+    for (const int page : {TxyDataWizard::kGeneralPage, TxyDataWizard::kDataSourcePage}) {
+        Find<QTabWidget>("tabs").setCurrentIndex(page);
+        EXPECT_EQ(Current().Count(), 2) << "asked once";
+    }
+    Click("btnReload");
+    EXPECT_EQ(Current().Count(), 300000);
+    CancelNextWork();
+    Click("btnReload");
+    EXPECT_EQ(Current().Count(), 300000);
+}
+
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
     ShowFile(TextFile("replicates.csv"));
     const int merged = Current().Count();
     EXPECT_NE(Shown("lblResult").find("merged into others with the same X"), std::string::npos);
+    EXPECT_TRUE(Shown("lblResult").starts_with(std::to_string(merged) + " points from all "))
+        << "those that are there: " << Shown("lblResult");
     EXPECT_FALSE(Current().DuplicatesAllowed());
     Click("btnKeepAll");
     EXPECT_TRUE(Current().DuplicatesAllowed());

@@ -233,7 +233,7 @@ TEST(CurFitFile, ABrokenFileLeavesTheFitAsItWas) {
     for (const TBytes& content : broken) {
         ReplaceFile(name, content);
         EXPECT_EQ(ThrownText<EStreamError>([&] { other.LoadFromFile(name, true); }),
-                  name + " is not a function file");
+                  name + " is not a function file. Choose one that was saved as .lfn");
         ASSERT_EQ(other.RunState(), before);
         ASSERT_EQ(other.EvaluateAt(2), 18);
         ASSERT_EQ(other.NTemplates(), 0);

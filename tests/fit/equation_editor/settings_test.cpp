@@ -88,10 +88,20 @@ TEST_F(EquationSettings, OnlyNumbersThatAreAllowedAreStored) {
         bool marked;
     };
     const TCase cases[] = {
-        {"e_NPoints", "12", 12, false}, {"e_NPoints", "", 7, false},        {"e_NPoints", ".", 7, false},
-        {"e_NPoints", "x", 7, true},    {"e_Tolerance", "0.5", 0.5, false}, {"e_Tolerance", ".", 7, false},
-        {"e_Tolerance", "-1", 7, true}, {"e_Tolerance", "nan", 7, true},    {"e_IterMax", "30", 30, false},
-        {"e_IterMax", "0", 7, true},    {"e_IterMax", "-3", 7, true},       {"e_IterMax", ".", 7, false},
+        {"e_NPoints", "12", 12, false},
+        {"e_NPoints", "", 7, false},
+        {"e_NPoints", ".", 7, false},
+        {"e_NPoints", "2147483648", 214748364, true},
+        {"e_NPoints", "99999999999", 999999999, true},
+        {"e_NPoints", "x", 7, true},
+        {"e_Tolerance", "0.5", 0.5, false},
+        {"e_Tolerance", ".", 7, false},
+        {"e_Tolerance", "-1", 7, true},
+        {"e_Tolerance", "nan", 7, true},
+        {"e_IterMax", "30", 30, false},
+        {"e_IterMax", "0", 7, true},
+        {"e_IterMax", "-3", 7, true},
+        {"e_IterMax", ".", 7, false},
     };
     for (const TCase& c : cases) {
         SCOPED_TRACE(std::string(c.edit) + ": " + c.text);

@@ -32,7 +32,7 @@ TEST_F(TextLoader, WhatCanNotBeReadIsSaidWithTheFileAndTheRow) {
     for (unsigned i = 0, state = 1; i < 5000; ++i)
         noise += static_cast<char>((state = state * 1103515245 + 12345) >> 16);
     const TBadFile files[] = {
-        {"empty", "", "File data.txt is empty"},
+        {"empty", "", "File data.txt is empty. Choose another one"},
         {"blank rows only", " \n\n;;\n", "File data.txt holds no column of numbers"},
         {"prose", "To whom it may concern\nNothing was measured\n",
          "File data.txt holds no column of numbers"},
@@ -47,9 +47,9 @@ TEST_F(TextLoader, WhatCanNotBeReadIsSaidWithTheFileAndTheRow) {
         EXPECT_EQ(ErrorOf(Write(f.text)), f.error);
     }
     EXPECT_EQ(ErrorOf(m_directory.filePath(QStringLiteral("none.txt")).toStdString()),
-              "Can not open file none.txt: there is no such file");
+              "Can not open file none.txt: there is no such file. Check its name and folder");
     EXPECT_EQ(ErrorOf((m_directory.path() + QStringLiteral("/.")).toStdString()),
-              "Can not open file .: it is a directory");
+              "Can not open file .: it is a folder. Choose a file");
 }
 
 TEST_F(TextLoader, EveryBadRowIsNamedAndNoneBecomesZero) {

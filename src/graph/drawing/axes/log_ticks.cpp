@@ -30,13 +30,19 @@ public:
             rules.Min >= kPlainFrom * (1 - kReach) && rules.Max <= kPlainTo * (1 + kReach);
         m_isPlain = rules.Numbers.Format == lfFixed || (rules.Numbers.Format == lfAuto && shortNumbers);
     }
-    TLabelText Text(double mantissa, int exponent) const {
+    TLabelText Text(double exact, int exponent) const {
+        const double mantissa = WithFewDigits(exact);
         const bool writesOut = m_isPlain && std::abs(exponent) < 15;
         if (!writesOut) return PowerLabel(mantissa, exponent);
         return PlainLabel(mantissa * PowerOfTen(exponent), std::max(0, DecimalsOf(mantissa) - exponent));
     }
 
 private:
+    // A third of a decade is labelled 3.3; what has an end is written out.
+    static double WithFewDigits(double mantissa) {
+        return DecimalsOf(mantissa) > 2 ? std::round(10 * mantissa) / 10 : mantissa;
+    }
+
     bool m_isPlain;
 };
 

@@ -1,0 +1,68 @@
+// Who opens a graph in the editor, looks at everything and closes it by OK has changed nothing.
+#include "common/graph_state.h"
+#include "common/special_values.h"
+#include "dialog/wizard_fixture.h"
+
+#include <QTabWidget>
+
+namespace lumoplot {
+namespace {
+
+/// Regressions that only wait to be worked out are worked out.
+std::string Difference(TxyGraph& a, TxyGraph& b) {
+    for (TxyGraph* graph : {&a, &b})
+        for (TSeries* series : graph->Series()) series->UpdateRegression();
+    return TGraphState::Difference(TGraphState(a), TGraphState(b));
+}
+
+class Untouched : public TWizardTest {
+protected:
+    /// As the editor's caller does; `edit` on the first page when all has been looked at.
+    void EditCopyOf(TxyGraph& host, const std::function<void()>& edit) {
+        Graph.CopyFrom(host);
+        Graph.SetEditorMode(true);
+        Wizard.show();
+        auto& tabs = Find<QTabWidget>("tabs");
+        for (int number = 1; number <= Graph.SeriesCount(); ++number) {
+            Wizard.FillList(number);
+            for (int page = tabs.count() - 1; page >= 0; --page) {
+                tabs.setCurrentIndex(page);
+                QCoreApplication::processEvents();
+            }
+        }
+        Wizard.FillList(host.Appearance()->CurrSerIndex());
+        edit();
+        Click("btnOk");
+        ASSERT_FALSE(Wizard.isVisible()) << Sink.Only();
+        host.CopyFrom(Graph);
+    }
+};
+
+TEST_F(Untouched, StaysAsItIs) {
+    for (unsigned seed = 0; seed < 60 && !HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        TRandom random(seed);
+        TxyGraph host, before;
+        FillRandomly(host, random);
+        for (const auto& series : host.Series()) {
+            series->DataSourceInfo().SetKind(TSourceKind::Manual);
+            if (random() % 2 == 0) series->SetDuplicatesAllowed(true);
+            for (const double y : {kNaN, kInfinity, 1.5, -kInfinity}) series->AddPoint(random() % 9, y);
+        }
+        if (host.Series().empty()) continue;
+        host.PrepareForDrawing();
+        before.CopyFrom(host);
+        EditCopyOf(host, [] {});
+        EXPECT_EQ(Difference(host, before), "");
+        TSeries* current = before.FindSeries(std::max(1, before.Appearance()->CurrSerIndex()));
+        EditCopyOf(host, [&] {
+            Type("e_SeriesName", QStringLiteral("another"));
+            current->SetSeriesName("another");
+            current->SetSeriesFlag(Graph.FindSeries(current->SeriesIndex())->SeriesFlag());
+        });
+        EXPECT_EQ(Difference(host, before), "");
+    }
+}
+
+} // namespace
+} // namespace lumoplot
