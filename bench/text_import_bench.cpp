@@ -117,7 +117,7 @@ void BM_ReadWithoutSeries(benchmark::State& state) {
     for (auto _ : state) {
         TSilentProgress progress;
         benchmark::DoNotOptimize(LoadText(
-                                     file.Name(), {}, {}, [](auto, auto) {}, progress)
+                                     file.Name(), {}, {}, [](auto, auto, auto) {}, progress)
                                      .rowsUsed);
     }
 }

@@ -15,6 +15,7 @@ void AddStatsCommand(CLI::App& program);
 void AddRegressCommand(CLI::App& program);
 void AddFilterCommand(CLI::App& program);
 void AddFitCommand(CLI::App& program);
+void AddFitAllCommand(CLI::App& program);
 void AddVerifyCommand(CLI::App& program);
 
 } // namespace lumoplot

@@ -57,6 +57,7 @@ TDSInfo SourceInfo(const TTextOptions& options) {
     if (options.headerRows) info.SetFileHasHeaders(*options.headerRows);
     info.SetXDataColumn(options.xColumn);
     info.SetYDataColumn(options.yColumn);
+    if (!options.yErrorColumn.empty()) info.SetYErrorRule({TYErrorKind::Column, 0, options.yErrorColumn});
     if (options.every) {
         info.SetAutoRowHitFreq(false);
         info.SetRowSamplingFrequency(*options.every);
@@ -132,6 +133,9 @@ void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns
         .add_option_function<std::string>("--columns", setColumns,
                                           "Columns by number from 1 or by header name")
         ->type_name("X,Y")
+        ->group(group);
+    command.add_option("--y-error", options.yErrorColumn, "Column with the standard errors of Y")
+        ->type_name("COLUMN")
         ->group(group);
     AddCount(command, "--every", options.every, 1, "Use every N-th row")->group(group);
     command
@@ -232,6 +236,7 @@ TDataInput::TDataInput(const TDataOptions& options) {
     const TPlottedValues plotted = PlottedValues(*m_series);
     m_x = plotted.X;
     m_corrected = plotted.Y;
+    m_yErrors = plotted.YErrors;
     for (TPointCursor point = m_series->First(); point && m_y.size() < m_x.size(); point = point.Next())
         m_y.push_back(point.Y());
 }

@@ -22,6 +22,7 @@ struct TTextOptions {
     std::string xColumn;                   ///< a number from 1, 0 for the row number, or a header name
     std::string yColumn;                   ///< a number from 1, or a header name
     std::vector<std::string> moreYColumns; ///< of further data sets with the same X, where there may be some
+    std::string yErrorColumn;              ///< of the standard errors of Y; empty: none
     std::optional<int> every;
     std::string readAs;   ///< "other", or parts of a description; empty: as it is found
     bool explain = false; ///< one line on standard error tells how the file is read
@@ -74,6 +75,8 @@ public:
     const std::vector<double>& X() const { return m_x; }
     const std::vector<double>& Y() const { return m_y; } ///< raw
     const std::vector<double>& CorrectedY() const { return m_corrected; }
+    /// The standard error of each Y, 0 for none; empty where there are none.
+    const std::vector<double>& YErrors() const { return m_yErrors; }
 
 private:
     std::unique_ptr<TGraphDocument> m_graph;
@@ -82,6 +85,7 @@ private:
     std::vector<double> m_x;
     std::vector<double> m_y;
     std::vector<double> m_corrected;
+    std::vector<double> m_yErrors;
 };
 
 /// The fit in a function file.

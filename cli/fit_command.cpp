@@ -4,6 +4,7 @@
 #include "cli/fit_definition.h"
 #include "cli/fit_document.h"
 #include "cli/fit_report_file.h"
+#include "cli/fit_weights.h"
 #include "expr/blocks/block_evaluator.h"
 #include "expr/formula_hints.h"
 #include "fit/run/curve_fitter.h"
@@ -17,14 +18,11 @@
 namespace lumoplot {
 namespace {
 
-constexpr std::string_view kPercent = "percent=";
-
 struct TFitCommand {
     TDataOptions data;
     TFitDefinition definition;
     TFitStarts starts = TFitStarts::Scattered;
-    std::string weights;
-    std::string robust;
+    TFitWeights weights;
     std::optional<int> searchRuns;
     std::optional<int> bootstrap;
     bool profiles = false;
@@ -40,15 +38,16 @@ struct TFitCommand {
         if (searchRuns && starts == TFitStarts::Given) throw EUsage("--starts: there is --local already");
         TCurFit fit;
         if (definition.HasModel()) definition.Define(fit, nullptr);
-        const TDataInput input(data);
+        TDataOptions options = data;
+        weights.TakeColumn(options);
+        const TDataInput input(options);
         if (!definition.HasModel()) definition.Define(fit, &input.Series().CurveFit());
         const std::vector<double>& corrected = input.CorrectedY();
         TFitRun run;
         run.Starts = starts;
-        run.Robust = RobustArgument();
-        const std::vector<double> errors =
-            weights.empty() ? std::vector<double>() : ErrorsOf(input, corrected);
-        run.Errors = errors;
+        weights.Define(fit);
+        const std::vector<double> errors = weights.ErrorsOf(input);
+        TakeWeighting(run, fit, errors);
         run.SearchRuns = searchRuns.value_or(0);
         if (const auto hint = FindSignHint(fit.Expression()))
             PrintMessage(fit.Expression() + ": " + hint->Text);
@@ -64,37 +63,10 @@ struct TFitCommand {
     }
 
 private:
-    TRobust RobustArgument() const {
-        if (robust.empty() || robust == "none") return TRobust::None;
-        if (robust == "huber") return TRobust::Huber;
-        if (robust == "cauchy") return TRobust::Cauchy;
-        if (robust == "tukey") return TRobust::Tukey;
-        throw EUsage("--robust: '" + robust + "' is none of huber, cauchy, tukey");
-    }
-
-    // The standard error of each Y.
-    std::vector<double> ErrorsOf(const TDataInput& input, const std::vector<double>& y) const {
-        std::vector<double> errors;
-        if (weights == "sqrt") {
-            for (const double value : y) errors.push_back(std::sqrt(value));
-        } else if (weights.starts_with(kPercent)) {
-            const double percent = NumberArgument("--weights", weights.substr(kPercent.size()));
-            if (!(percent > 0)) throw EUsage("--weights: a percentage above 0 is needed");
-            for (const double value : y) errors.push_back(std::abs(value) * percent / 100);
-        } else {
-            TDataOptions column = data;
-            column.text.yColumn = weights;
-            const TDataInput sigma(column);
-            if (sigma.X() != input.X())
-                throw EFitError("The column " + weights + " has no number in some of the rows");
-            errors = sigma.Y();
-        }
-        return errors;
-    }
-
     // The tables alone are printed as text, so that another program can read them; as JSON they are added.
     void PrintResult(const TFittedData& fitted) const {
         TDocument document = FitDocument(fitted.Fit);
+        AddOutliers(document, fitted);
         const bool isConverged = fitted.Fit.Result()->End == TFitEnd::Converged;
         if (isConverged && bootstrap) {
             TBootstrapOptions options;
@@ -202,12 +174,7 @@ void AddRunOptions(CLI::App& command, TFitCommand& fit) {
             "--local", [&fit] { fit.starts = TFitStarts::Given; },
             "Only from the given start, not from others as well")
         ->group(group);
-    command.add_option("--weights", fit.weights, "Errors of Y: a column, percent=P, or sqrt (of Y)")
-        ->type_name("ERRORS")
-        ->group(group);
-    command.add_option("--robust", fit.robust, "Hold outliers off: huber, cauchy or tukey")
-        ->type_name("NAME")
-        ->group(group);
+    AddWeightOptions(command, fit.weights);
     AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(group);
     AddNumber(command, "--left", fit.definition.left, "Use points from this X on")->group(group);
     AddNumber(command, "--right", fit.definition.right, "Use points up to this X")->group(group);

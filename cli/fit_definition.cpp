@@ -48,6 +48,18 @@ void TakeBound(TCurFit& fit, const std::string& text) {
     ExistingParameter(fit, "--bound", name).SetBounds(min, max);
 }
 
+// A parameter that is only tied needs no start.
+void TakeTie(TCurFit& fit, const std::string& text) {
+    const auto [name, formula] = Halves("--tie", text);
+    if (!FindParameter(fit, name)) {
+        if (!IsName(name)) throw EUsage("--tie: '" + name + "' is not a name");
+        auto parameter = std::make_unique<TDBLParameter>();
+        parameter->SetName(name);
+        fit.AddParameter(std::move(parameter));
+    }
+    ExistingParameter(fit, "--tie", name).SetTie(formula);
+}
+
 } // namespace
 
 void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
@@ -55,6 +67,7 @@ void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
     for (const std::string& text : parameters) TakeParameter(fit, text);
     for (const std::string& name : fixed) ExistingParameter(fit, "--fix", name).SetVary(false);
     for (const std::string& text : bounds) TakeBound(fit, text);
+    for (const std::string& text : ties) TakeTie(fit, text);
     for (const std::string& text : templates) {
         const auto [name, replacement] = Halves("--template", text);
         fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{name, replacement, ""}));
@@ -123,6 +136,9 @@ void AddDefinitionOptions(CLI::App& command, TFitDefinition& definition) {
     add("--fix", definition.fixed, "Keep a parameter as it is (repeatable)", "NAME")->allow_extra_args(false);
     add("--bound", definition.bounds, "Keep a parameter between two values; either may be left out",
         "NAME=MIN:MAX")
+        ->allow_extra_args(false);
+    add("--tie", definition.ties, "A parameter that follows from others by a formula (repeatable)",
+        "NAME=FORMULA")
         ->allow_extra_args(false);
     add("--xvar", definition.xName, "Name of the variable (x)", "NAME");
     add("--template", definition.templates, "A text that stands for another (repeatable)", "NAME=TEXT")

@@ -16,6 +16,7 @@ struct TFitDefinition {
     std::vector<std::string> parameters;
     std::vector<std::string> fixed;
     std::vector<std::string> bounds;
+    std::vector<std::string> ties;
     std::string xName;
     std::vector<std::string> templates;
     std::string procedure;

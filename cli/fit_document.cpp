@@ -36,6 +36,8 @@ void AddParameters(TDocument& document, const TCurFit& fit, const TFitResult& re
         if (parameter.IsOnBound()) onBound.push_back(parameter.Name());
     }
     document["parameters"] = values;
+    for (int i = 1; i <= fit.NParams(); ++i)
+        if (fit.Parameter(i)->IsTied()) errors[fit.Parameter(i)->Name()] = fit.Parameter(i)->FinalDeviation;
     document["errors"] = errors;
     document["relative_errors"] = relative;
     document["t"] = t;
@@ -92,7 +94,17 @@ TDocument FitDocument(const TCurFit& fit) {
     document["converged"] = result.End == TFitEnd::Converged;
     document["end"] = TextOf(result.End);
     document["remarks"] = ListOf(result.Remarks);
+    if (fit.UsesYErrors())
+        document["errors_are"] =
+            fit.Weighting().Errors == TErrorSource::Points ? "absolute" : "scaled by the residual deviation";
     return document;
+}
+
+void AddOutliers(TDocument& document, const TFittedData& data) {
+    if (data.Run.Robust == TRobust::None) return;
+    TDocument points = TDocument::array();
+    for (const std::size_t place : OutliersOf(data)) points.push_back({data.X[place], data.Y[place]});
+    document["outlier_points"] = points;
 }
 
 TDocument BootstrapDocument(const TCurFit& fit, const TBootstrap& bootstrap) {

@@ -33,7 +33,9 @@ QTableWidgetItem* NumberCell(double value) {
     return Cell(QString::fromStdString(FormatGeneral(value, kListedDigits)));
 }
 
-QString CountText(const TSeries& series, std::size_t chosen, int unusable) {
+QString CountText(const TSeries& series, const TNewValues& values) {
+    const std::size_t chosen = values.Points.size();
+    const int unusable = values.Unusable;
     const QLocale locale;
     QString text = QStringLiteral("%1 of %2 points")
                        .arg(locale.toString(static_cast<int>(chosen)), locale.toString(series.Count()));
@@ -41,7 +43,8 @@ QString CountText(const TSeries& series, std::size_t chosen, int unusable) {
         text += unusable == 1 ? QStringLiteral("; 1 of them has no new value and keeps its Y")
                               : QStringLiteral("; %1 of them have no new value and keep their Y")
                                     .arg(locale.toString(unusable));
-    return text + QLatin1Char('.');
+    text += QLatin1Char('.');
+    return values.YErrors.empty() ? text : text + QStringLiteral(" The errors of Y follow the new Y.");
 }
 
 } // namespace
@@ -111,7 +114,7 @@ void Txy_SetValues::ShowFirstValues() {
         const TNewValues values = TValueFormula(m_series, formula).Evaluate(Range());
         FillTable(values);
         m_ui->lblFormulaError->clear();
-        m_ui->lblCount->setText(CountText(m_series, values.Points.size(), values.Unusable));
+        m_ui->lblCount->setText(CountText(m_series, values));
         m_ui->btnOk->setEnabled(!values.Points.empty());
     } catch (const ELumoError& error) {
         ShowProblem(QString::fromUtf8(error.what()));

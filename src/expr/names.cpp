@@ -60,7 +60,8 @@ std::vector<TNameUse> NamesIn(std::string_view formula) {
             i = EndOfNumber(formula, start);
         } else if (IsNameStart(first)) {
             i = EndOfName(formula, start);
-            names.push_back({std::string(formula.substr(start, i - start)), IsAssignedBehind(formula, i)});
+            names.push_back(
+                {std::string(formula.substr(start, i - start)), IsAssignedBehind(formula, i), start});
         } else {
             ++i;
         }

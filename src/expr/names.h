@@ -32,6 +32,7 @@ std::size_t EndOfString(std::string_view text, std::size_t start);
 struct TNameUse {
     std::string Name;
     bool IsAssigned; ///< ":=" follows
+    std::size_t Place = 0;
 };
 
 /// The names in a formula in their order, those inside strings and the exponents of numbers left out.

@@ -94,6 +94,13 @@ void WritePoints(TRecoveryBytesWriter& writer, std::span<const TPointSpans> runs
     for (const TPointSpans& run : runs) writer.Numbers(run.Ids);
     for (const TPointSpans& run : runs) writer.Numbers(run.X);
     for (const TPointSpans& run : runs) writer.Numbers(run.Y);
+    const bool hasYErrors = std::ranges::any_of(runs, [](const auto& run) { return !run.YErrors.empty(); });
+    writer.Flag(hasYErrors);
+    if (!hasYErrors) return;
+    for (const TPointSpans& run : runs) {
+        const std::vector<double> none(run.YErrors.empty() ? run.X.size() : 0);
+        writer.Numbers(none.empty() ? run.YErrors : std::span<const double>(none));
+    }
 }
 
 namespace {
@@ -112,15 +119,18 @@ TPointChain ReadPoints(TRecoveryBytesReader& reader) {
     const auto ids = reader.Numbers<std::int32_t>(count);
     const auto x = reader.Numbers<double>(count);
     const auto y = reader.Numbers<double>(count);
+    const auto yErrors = reader.Numbers<double>(reader.Flag() ? count : 0);
     const bool finite = std::ranges::all_of(x, [](double value) { return std::isfinite(value); });
     if (!finite || !AreIds(ids, lastId)) TRecoveryBytesReader::Refuse();
     std::vector<TPointSpans> runs;
     for (std::size_t start = 0; start < count; start += TPointBlock::kCapacity) {
         const std::size_t length = std::min(TPointBlock::kCapacity, count - start);
-        runs.push_back({std::span(ids).subspan(start, length),
-                        std::span(x).subspan(start, length),
-                        std::span(y).subspan(start, length),
-                        {}});
+        runs.push_back(
+            {std::span(ids).subspan(start, length),
+             std::span(x).subspan(start, length),
+             std::span(y).subspan(start, length),
+             {},
+             yErrors.empty() ? std::span<const double>() : std::span(yErrors).subspan(start, length)});
     }
     return {runs, lastId};
 }

@@ -25,6 +25,9 @@ enum class TItemTag : std::uint8_t {
 
 enum class TEncoding { Compact, Text };
 
+/// What stands behind X and Y of a point, as a string: readers that do not know it pass over it.
+enum class TThirdEntry { None, YError };
+
 inline constexpr int kEndOfSection = 0;
 inline constexpr int kNumberOfPoints = 1;
 inline constexpr int kEntriesPerPoint = 2;

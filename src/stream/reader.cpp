@@ -5,6 +5,7 @@
 #include "support/errors.h"
 #include "support/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -143,7 +144,9 @@ int TxyReader::ReadPointHeader() {
     if (ReadKey() != kEntriesPerPoint) throw EStreamError("Stream Read Error");
     m_entriesPerPoint = ReadAsInteger();
     m_pointsAreFloats = ReadBareString() == "D";
-    const std::size_t smallestPoint = m_pointsAreFloats ? 2 * (1 + kFloat80Size) : 2 * 2;
+    const std::size_t smallestPair = m_pointsAreFloats ? 2 * (1 + kFloat80Size) : 2 * 2;
+    const auto others = static_cast<std::size_t>(std::max(m_entriesPerPoint, 2) - 2);
+    const std::size_t smallestPoint = smallestPair + 2 * others; // a string has a tag and a length
     if (count < 0 || static_cast<std::size_t>(count) > m_source.Remaining() / smallestPoint)
         throw EStreamError("Stream read Error");
     return count;
@@ -154,16 +157,28 @@ double TxyReader::ReadCoordinate() {
 }
 
 void TxyReader::ReadPoint(double& x, double& y) {
-    x = ReadCoordinate();
-    y = ReadCoordinate();
-    for (int i = 2; i < m_entriesPerPoint; ++i) ReadBareString();
+    double yError = 0;
+    ReadPoint(x, y, yError);
 }
 
-void TxyReader::ReadPoints(std::span<double> xs, std::span<double> ys) {
+void TxyReader::ReadPoint(double& x, double& y, double& yError) {
+    x = ReadCoordinate();
+    y = ReadCoordinate();
+    yError = 0;
+    for (int i = 2; i < m_entriesPerPoint; ++i) {
+        const std::string entry = ReadBareString();
+        if (i == 2 && m_thirdEntry == TThirdEntry::YError) yError = TryParseFloat(entry).value_or(0);
+    }
+}
+
+void TxyReader::ReadPoints(std::span<double> xs, std::span<double> ys, std::span<double> yErrors) {
     if (!m_pointsAreFloats || m_entriesPerPoint > 2) {
-        for (std::size_t i = 0; i < xs.size(); ++i) ReadPoint(xs[i], ys[i]);
+        double dropped = 0;
+        for (std::size_t i = 0; i < xs.size(); ++i)
+            ReadPoint(xs[i], ys[i], yErrors.empty() ? dropped : yErrors[i]);
         return;
     }
+    std::ranges::fill(yErrors, 0.0);
     constexpr std::size_t kItemSize = 1 + kFloat80Size;
     const std::uint8_t* item = m_source.Take(2 * kItemSize * xs.size()).data();
     for (std::size_t i = 0; i < xs.size(); ++i, item += 2 * kItemSize) {

@@ -41,11 +41,16 @@ public:
     double ReadFloatItem();
     bool ReadBooleanItem();
 
-    /// The number of points that follow, checked against what is left.
+    /// What the third entries of the points mean, if they have one. None at first.
+    void SetThirdEntry(TThirdEntry entry) { m_thirdEntry = entry; }
+    /// The number of points that follow, checked against what is left. Points with fewer entries than two
+    /// have X and Y all the same.
     int ReadPointHeader();
     void ReadPoint(double& x, double& y);
-    /// As ReadPoint for each place; `xs` and `ys` have the same size.
-    void ReadPoints(std::span<double> xs, std::span<double> ys);
+    /// Also the standard error of Y: 0 where the third entry is another one, missing, or no number.
+    void ReadPoint(double& x, double& y, double& yError);
+    /// As ReadPoint for each place; `xs` and `ys` have the same size, and `yErrors` too, or it is empty.
+    void ReadPoints(std::span<double> xs, std::span<double> ys, std::span<double> yErrors = {});
 
     /// A string item without a key, as bytes.
     std::string ReadBareString();
@@ -66,6 +71,7 @@ private:
     bool m_valueConsumed = true;
     bool m_pointsAreFloats = true;
     int m_entriesPerPoint = 2;
+    TThirdEntry m_thirdEntry = TThirdEntry::None;
 };
 
 } // namespace lumoplot

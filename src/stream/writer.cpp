@@ -92,18 +92,22 @@ void TxyWriter::WriteBooleanItem(bool value) {
 
 void TxyWriter::WritePointHeader(int count) {
     WriteInteger(kNumberOfPoints, "NumberOfPoints", count);
-    WriteInteger(kEntriesPerPoint, "EntriesPerPoint", 2);
+    WriteInteger(kEntriesPerPoint, "EntriesPerPoint", m_thirdEntry == TThirdEntry::None ? 2 : 3);
     WriteBareString(m_encoding == TEncoding::Text ? "S" : "D");
 }
 
-void TxyWriter::WritePoint(double x, double y) {
+void TxyWriter::WritePoint(double x, double y, double yError) {
     WriteFloatItem(x);
     WriteFloatItem(y);
+    if (m_thirdEntry == TThirdEntry::YError)
+        WriteBareString(yError == 0 ? std::string() : FormatShortest(yError));
 }
 
-void TxyWriter::WritePoints(std::span<const double> xs, std::span<const double> ys) {
-    if (m_encoding == TEncoding::Text) {
-        for (std::size_t i = 0; i < xs.size(); ++i) WritePoint(xs[i], ys[i]);
+void TxyWriter::WritePoints(std::span<const double> xs, std::span<const double> ys,
+                            std::span<const double> yErrors) {
+    if (m_encoding == TEncoding::Text || m_thirdEntry != TThirdEntry::None) {
+        for (std::size_t i = 0; i < xs.size(); ++i)
+            WritePoint(xs[i], ys[i], yErrors.empty() ? 0 : yErrors[i]);
         return;
     }
     constexpr std::size_t kItemSize = 1 + kFloat80Size;

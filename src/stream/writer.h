@@ -33,10 +33,14 @@ public:
     void WriteFloatItem(double value);
     void WriteBooleanItem(bool value);
 
+    /// Whether the next points have a third entry, until the last of them is written. None at first.
+    void SetThirdEntry(TThirdEntry entry) { m_thirdEntry = entry; }
     void WritePointHeader(int count);
-    void WritePoint(double x, double y);
-    /// As WritePoint for each pair; `xs` and `ys` have the same size.
-    void WritePoints(std::span<const double> xs, std::span<const double> ys);
+    /// The third entry is empty for an error of 0.
+    void WritePoint(double x, double y, double yError = 0);
+    /// As WritePoint for each place; `xs` and `ys` have the same size, and `yErrors` too, or it is empty.
+    void WritePoints(std::span<const double> xs, std::span<const double> ys,
+                     std::span<const double> yErrors = {});
 
     /// A string item without a key, always typed (signatures, the point block's letter).
     void WriteBareString(std::string_view bytes);
@@ -50,6 +54,7 @@ private:
 
     TBytes& m_bytes;
     TEncoding m_encoding;
+    TThirdEntry m_thirdEntry = TThirdEntry::None;
 };
 
 } // namespace lumoplot

@@ -39,6 +39,12 @@ public:
     using ELumoError::ELumoError;
 };
 
+/// A standard error of Y that can be none.
+class XYGRAPH_EXPORT EYError : public ELumoError {
+public:
+    using ELumoError::ELumoError;
+};
+
 /// An axis whose range is inconsistent.
 class XYGRAPH_EXPORT EScaleError : public ELumoError {
 public:

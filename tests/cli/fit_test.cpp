@@ -152,6 +152,65 @@ TEST_F(Fit, ErrorsOfPointsWeighThem) {
     EXPECT_NEAR(fit["chi_square_probability"].toDouble(), std::erfc(std::sqrt(1.0 / 6)), 1e-12);
 }
 
+// Σw/σ-weighted as above; a row without an error is no point of the fit, and absolute errors are √(S⁻¹).
+TEST_F(Fit, AbsoluteErrorsAndRowsWithoutOne) {
+    const std::string data = WithText("line.csv", "x,y,e\n1,2,1\n2,4.5,0.5\n2.5,99,\n3,6,1\n");
+    const QJsonObject fit = RunForJson({"fit", data, "--columns", "x,y", "--equation", "a+b*x", "--param",
+                                        "a=1", "--param", "b=1", "--weights", "e", "--errors", "absolute"});
+    EXPECT_NEAR(fit["errors"].toObject()["b"].toDouble(), std::sqrt(6 / (6 * 26.0 - 144)), 1e-12);
+    EXPECT_EQ(fit["points"].toInt(), 3);
+    EXPECT_EQ(fit["remarks"].toArray().first().toString(),
+              "1 point has no standard error and takes no part.");
+    for (const auto& [weights, sigma2] : {std::pair("constant=2", 4.0), {"constant=0.5", 0.25}}) {
+        const QJsonObject plain =
+            RunForJson({"fit", data, "--columns", "x,y", "--right", "2.2", "--equation", "b*x", "--param",
+                        "b=1", "--weights", weights, "--errors", "absolute"});
+        EXPECT_NEAR(plain["errors"].toObject()["b"].toDouble(), std::sqrt(sigma2 / 5), 1e-12);
+    }
+}
+
+TEST_F(Fit, ErrorsInAFileAreUsedWhenTheFitSaysSo) {
+    const std::string text = WithText("line.csv", "x,y,e\n1,2,1\n2,4.5,0.5\n3,6,1\n");
+    const std::string data = NameOf("line.lds");
+    RunProgram({"convert", text, data, "--columns", "x,y", "--y-error", "e"});
+    const TArguments fit = {"fit", data, "--equation", "a+b*x", "--param", "a=1", "--param", "b=1"};
+    EXPECT_NEAR(RunForJson(fit)["parameters"].toObject()["b"].toDouble(), 2, 1e-12) << "off by default";
+    TArguments weighted = fit;
+    weighted.insert(weighted.end(), {"--weights", "errors", "--save", NameOf("line.lfn")});
+    const double slope = (6 * 56 - 12 * 26) / (6 * 26.0 - 144);
+    EXPECT_NEAR(RunForJson(weighted)["parameters"].toObject()["b"].toDouble(), slope, 1e-12);
+    const QJsonObject again = RunForJson({"fit", data, "--function", NameOf("line.lfn")});
+    EXPECT_NEAR(again["parameters"].toObject()["b"].toDouble(), slope, 1e-12) << "the function file says so";
+}
+
+TEST_F(Fit, TiedParametersFollow) {
+    const QJsonObject fit = RunForJson({"fit", Decay(), "--equation", "a*exp(-b*x)", "--param", "b=0.1",
+                                        "--param", "c=0.2", "--tie", "a=6*c", "--right", "8"});
+    EXPECT_NEAR(fit["parameters"].toObject()["a"].toDouble(),
+                6 * fit["parameters"].toObject()["c"].toDouble(), 1e-12);
+    EXPECT_NEAR(fit["errors"].toObject()["a"].toDouble(), 6 * fit["errors"].toObject()["c"].toDouble(), 1e-9);
+}
+
+// Slopes of lines through the points (1, 2), (2, 4), (3, 9) and (1, 1), (2, 5), (3, 6): apart Sxy/Sxx,
+// together Σ Sxy / Σ Sxx.
+TEST_F(Fit, ManyDataSetsApartAndTogether) {
+    const std::string data = WithText("runs.csv", "x,p,q\n1,2,1\n2,4,5\n3,9,6\n");
+    TArguments arguments = {"fit-all", data,      "--columns", "x,p,q",   "--equation",
+                            "a+b*x",   "--param", "a=1",       "--param", "b=1"};
+    const QJsonArray apart = RunForJson(arguments)["fits"].toArray();
+    ASSERT_EQ(apart.size(), 2);
+    EXPECT_EQ(apart[1].toObject()["name"].toString(), "q");
+    EXPECT_NEAR(apart[0].toObject()["parameters"].toObject()["b"].toDouble(), 3.5, 1e-10);
+    EXPECT_NEAR(apart[1].toObject()["parameters"].toObject()["b"].toDouble(), 2.5, 1e-10);
+    arguments.insert(arguments.end(), {"--share", "b"});
+    const QJsonObject together = RunForJson(arguments);
+    EXPECT_NEAR(together["together"].toObject()["shared"].toObject()["b"].toObject()["value"].toDouble(), 3,
+                1e-10);
+    const QJsonArray fits = together["fits"].toArray();
+    EXPECT_NEAR(fits[0].toObject()["parameters"].toObject()["a"].toDouble(), 5 - 6, 1e-9);
+    EXPECT_NEAR(fits[1].toObject()["parameters"].toObject()["a"].toDouble(), 4 - 6, 1e-9);
+}
+
 TEST_F(Fit, RobustWeightsHoldOutliersOff) {
     std::string text = "x,y\n";
     for (int x = 0; x < 12; ++x)
@@ -161,6 +220,7 @@ TEST_F(Fit, RobustWeightsHoldOutliersOff) {
                                         "--param", "a=1", "--param", "b=0.1", "--robust", "tukey"});
     EXPECT_NEAR(fit["parameters"].toObject()["a"].toDouble(), 3, 0.01);
     EXPECT_EQ(fit["outliers"].toInt(), 1);
+    EXPECT_EQ(fit["outlier_points"].toArray()[0].toArray()[0].toDouble(), 4);
 }
 
 TEST_F(Fit, TheFunctionFileHoldsTheResult) {

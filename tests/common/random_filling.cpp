@@ -1,6 +1,7 @@
 // Alone in its object file: it uses what the libraries do not export.
 #include "common/random_graph.h"
 
+#include "data/series/ds_info.h"
 #include "data/series/series_record.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
@@ -94,7 +95,10 @@ void FillSeries(TSeries& series, TRandom& random) {
     FillRows(series, SeriesRows(), random);
     series.SetNumericalTolerance(0.25 * Int(random, 0, 2));
     FillFit(series.CurveFit(), random);
-    for (int i = Int(random, 0, 20); i > 0; --i) series.AddPoint(Int(random, -9, 9), Double(random));
+    const bool hasYErrors = Bool(random);
+    for (int i = Int(random, 0, 20); i > 0; --i)
+        series.AddPoint(Int(random, -9, 9), Double(random), hasYErrors ? Double(random) : 0);
+    if (Bool(random)) series.DataSourceInfo().SetYErrorRule({TYErrorKind::Percent, 5});
     series.SetAutoZero(Bool(random));
     if (!series.AutoZero()) {
         series.SetZeroValue(Double(random));

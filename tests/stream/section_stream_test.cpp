@@ -238,6 +238,57 @@ TEST(StreamReader, FurtherEntriesOfAPointAreDropped) {
     EXPECT_EQ(ys[1], 20);
 }
 
+TEST(SectionStream, AThirdEntryIsAStringThatOthersPassOver) {
+    for (const TEncoding encoding : {TEncoding::Compact, TEncoding::Text}) {
+        const TBytes bytes = Written(encoding, [](TxyWriter& w) {
+            w.SetThirdEntry(TThirdEntry::YError);
+            w.WritePointHeader(3);
+            const double x[] = {1, 2, 3}, y[] = {10, 20, 30}, errors[] = {0.5, 0, 1e-300};
+            w.WritePoints(x, y, errors);
+        });
+        for (const TThirdEntry entry : {TThirdEntry::None, TThirdEntry::YError}) {
+            double xs[3], ys[3], errors[3];
+            Read(bytes, [&](TxyReader& reader) {
+                reader.SetThirdEntry(entry);
+                EXPECT_EQ(reader.ReadPointHeader(), 3);
+                reader.ReadPoints(xs, ys, errors);
+            });
+            const bool isKnown = entry == TThirdEntry::YError;
+            EXPECT_EQ(xs[2], 3);
+            EXPECT_EQ(ys[1], 20);
+            EXPECT_EQ(errors[0], isKnown ? 0.5 : 0);
+            EXPECT_EQ(errors[1], 0);
+            EXPECT_EQ(errors[2], isKnown ? 1e-300 : 0);
+        }
+    }
+}
+
+TEST(StreamReader, AnyNumberOfEntriesIsReadOrRefused) {
+    const auto points = [](int entries, int written) {
+        return Written(TEncoding::Text, [=](TxyWriter& w) {
+            w.WriteInteger(1, "NumberOfPoints", 1);
+            w.WriteInteger(2, "EntriesPerPoint", entries);
+            w.WriteBareString("S");
+            for (int i = 1; i <= written; ++i) w.WriteBareString(std::to_string(i));
+        });
+    };
+    const auto read = [](TxyReader& reader) {
+        reader.SetThirdEntry(TThirdEntry::YError);
+        double x = 0, y = 0, error = 0;
+        reader.ReadPointHeader();
+        reader.ReadPoints({&x, 1}, {&y, 1}, {&error, 1});
+        EXPECT_EQ(x, 1);
+        EXPECT_EQ(y, 2);
+        EXPECT_TRUE(error == 0 || error == 3);
+    };
+    for (const int entries : {-2147483647 - 1, 0, 1, 2}) EXPECT_EQ(ErrorOf(points(entries, 2), read), "");
+    for (const int entries : {3, 4, 255}) {
+        EXPECT_EQ(ErrorOf(points(entries, entries), read), "");
+        EXPECT_EQ(ErrorOf(points(entries, entries - 1), read), "Stream read Error");
+    }
+    EXPECT_EQ(ErrorOf(points(2147483647, 3), read), "Stream read Error");
+}
+
 TEST(StreamReader, LengthsBeyondTheStreamAreRefused) {
     TBytes bytes = {static_cast<std::uint8_t>(TItemTag::LongString), 0xFF, 0xFF, 0xFF, 0x7F, 'a'};
     EXPECT_EQ(ErrorOf(bytes, [](TxyReader& r) { r.ReadBareString(); }), "Stream read Error");

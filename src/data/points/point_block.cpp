@@ -19,6 +19,15 @@ void CloseGap(TValue* values, std::size_t place, std::size_t count) {
     std::memmove(values + place, values + place + 1, (count - place - 1) * sizeof(TValue));
 }
 
+/// Appends `added` values to a column that exists only when one of the two parts has it.
+void AppendColumn(std::vector<double>& column, std::span<const double> values, std::size_t before,
+                  std::size_t added, std::size_t capacity) {
+    if (column.empty() && values.empty()) return;
+    column.reserve(capacity);
+    column.resize(before + added, 0);
+    std::ranges::copy(values, column.begin() + static_cast<std::ptrdiff_t>(before));
+}
+
 } // namespace
 
 std::size_t FirstNotBelow(std::span<const double> values, double key) {
@@ -83,7 +92,8 @@ void TPointBlock::Insert(std::size_t place, std::int32_t id, double x, double y)
     OpenGap(XData(), place, m_count);
     OpenGap(YData(), place, m_count);
     OpenGap(IdData(), place, m_count);
-    if (!m_derived.empty()) m_derived.insert(m_derived.begin() + static_cast<std::ptrdiff_t>(place), 0.0);
+    for (auto* column : {&m_derived, &m_yErrors})
+        if (!column->empty()) column->insert(column->begin() + static_cast<std::ptrdiff_t>(place), 0.0);
     IdData()[place] = id;
     ++m_count;
     Place(place, x, y);
@@ -97,6 +107,7 @@ void TPointBlock::AppendRun(std::int32_t firstId, std::span<const double> x, std
     std::iota(IdData() + m_count, IdData() + m_count + x.size(), firstId);
     m_count += static_cast<std::uint32_t>(x.size());
     if (!m_derived.empty()) m_derived.resize(m_count, 0);
+    if (!m_yErrors.empty()) m_yErrors.resize(m_count, 0);
     m_maxX = std::max(m_maxX, x.back());
 }
 
@@ -114,7 +125,8 @@ void TPointBlock::Erase(std::size_t place) {
     CloseGap(XData(), place, m_count);
     CloseGap(YData(), place, m_count);
     CloseGap(IdData(), place, m_count);
-    if (!m_derived.empty()) m_derived.erase(m_derived.begin() + static_cast<std::ptrdiff_t>(place));
+    for (auto* column : {&m_derived, &m_yErrors})
+        if (!column->empty()) column->erase(column->begin() + static_cast<std::ptrdiff_t>(place));
     --m_count;
     if (wasLargest) Renew();
 }
@@ -127,6 +139,25 @@ void TPointBlock::SetDerived(std::span<const double> values) {
     }
     m_derived.reserve(m_capacity);
     m_derived.assign(values.begin(), values.end());
+}
+
+bool TPointBlock::HasYErrors() const {
+    return std::ranges::any_of(m_yErrors, [](double error) { return error > 0; });
+}
+
+void TPointBlock::SetYError(std::size_t place, double error) {
+    if (m_yErrors.empty()) {
+        if (UsableYError(error) == 0) return;
+        m_yErrors.reserve(m_capacity);
+        m_yErrors.resize(m_count, 0);
+    }
+    m_yErrors[place] = UsableYError(error);
+}
+
+void TPointBlock::SetYErrors(std::span<const double> errors) {
+    assert(errors.empty() || errors.size() == Count());
+    m_yErrors = {};
+    for (std::size_t i = 0; i < errors.size(); ++i) SetYError(i, errors[i]);
 }
 
 std::unique_ptr<TPointBlock> TPointBlock::SplitOff(std::size_t place) {
@@ -154,6 +185,7 @@ void TPointBlock::Place(std::size_t place, double x, double y) {
 
 void TPointBlock::Reserve(std::size_t capacity) {
     if (!m_derived.empty()) m_derived.reserve(capacity);
+    if (!m_yErrors.empty()) m_yErrors.reserve(capacity);
     auto arrays = std::make_unique_for_overwrite<std::byte[]>(capacity * kBytesPerPoint);
     auto* x = reinterpret_cast<double*>(arrays.get());
     std::copy_n(XData(), m_count, x);
@@ -168,15 +200,14 @@ void TPointBlock::Append(const TPointBlock& other, std::size_t from) {
     const std::size_t added = other.Count() - from;
     const std::size_t count = Count() + added;
     if (count > m_capacity) Reserve(kCapacity);
-    if (!m_derived.empty() || !other.m_derived.empty()) {
-        m_derived.reserve(m_capacity);
-        m_derived.resize(count, 0);
-    }
+    const auto rest = [from](const std::vector<double>& column) {
+        return std::span(column).subspan(column.empty() ? 0 : from);
+    };
+    AppendColumn(m_derived, rest(other.m_derived), m_count, added, m_capacity);
+    AppendColumn(m_yErrors, rest(other.m_yErrors), m_count, added, m_capacity);
     std::copy_n(other.XData() + from, added, XData() + m_count);
     std::copy_n(other.YData() + from, added, YData() + m_count);
     std::copy_n(other.IdData() + from, added, IdData() + m_count);
-    if (!other.m_derived.empty())
-        std::copy_n(other.m_derived.data() + from, added, m_derived.data() + m_count);
     m_count = static_cast<std::uint32_t>(count);
     Renew();
 }
@@ -184,6 +215,7 @@ void TPointBlock::Append(const TPointBlock& other, std::size_t from) {
 void TPointBlock::Truncate(std::size_t count) {
     m_count = static_cast<std::uint32_t>(count);
     if (!m_derived.empty()) m_derived.resize(count);
+    if (!m_yErrors.empty()) m_yErrors.resize(count);
     Renew();
 }
 

@@ -18,7 +18,13 @@ struct TSeriesPoint {
     double X = 0;
     double Y = 0;
     double Derived = 0;
+    double YError = 0; ///< the standard error of Y; 0 where there is none
 };
+
+/// A standard error of Y that counts is finite and above 0; 0 for any other one.
+inline double UsableYError(double error) {
+    return error > 0 && error <= std::numeric_limits<double>::max() ? error : 0;
+}
 
 /// The first place whose value is not below `key`, or the size; `values` ascend, `key` is a number.
 std::size_t FirstNotBelow(std::span<const double> values, double key);
@@ -42,8 +48,12 @@ public:
     std::span<const std::int32_t> Ids() const { return {IdData(), m_count}; }
     /// Empty while the Derived of every point is 0.
     std::span<const double> Derived() const { return m_derived; }
+    /// Empty where no point was given a standard error; 0 for a point that has none.
+    std::span<const double> YErrors() const { return m_yErrors; }
+    bool HasYErrors() const;
     TSeriesPoint Point(std::size_t place) const {
-        return {IdData()[place], XData()[place], YData()[place], m_derived.empty() ? 0 : m_derived[place]};
+        return {IdData()[place], XData()[place], YData()[place], m_derived.empty() ? 0 : m_derived[place],
+                m_yErrors.empty() ? 0 : m_yErrors[place]};
     }
     /// Minus infinity in an empty block.
     double MaxX() const { return m_maxX; }
@@ -59,7 +69,7 @@ public:
 
     /// Prepares one insertion. All that allocates happens here, so an insertion is done wholly or not at all.
     void MakeRoom();
-    /// Inserts before `place` a point whose Derived is 0. Needs the room.
+    /// Inserts before `place` a point whose Derived is 0 and that has no standard error. Needs the room.
     void Insert(std::size_t place, std::int32_t id, double x, double y);
     /// Points that can be placed behind the last one without MakeRoom.
     std::size_t Room() const { return m_capacity - m_count; }
@@ -68,6 +78,10 @@ public:
     void AppendRun(std::int32_t firstId, std::span<const double> x, std::span<const double> y);
     void Overwrite(std::size_t place, double x, double y);
     void SetY(std::size_t place, double y) { YData()[place] = y; }
+    /// 0 for none; what is not usable counts as none.
+    void SetYError(std::size_t place, double error);
+    /// One value a point, or none at all.
+    void SetYErrors(std::span<const double> errors);
     void Erase(std::size_t place);
     /// One value a point, or none at all, which makes them 0.
     void SetDerived(std::span<const double> values);
@@ -100,6 +114,7 @@ private:
     std::uint32_t m_count = 0;
     double m_maxX = -std::numeric_limits<double>::infinity();
     std::vector<double> m_derived;
+    std::vector<double> m_yErrors;
     std::size_t m_position = 0;
     bool m_ordered = true; ///< X ascends; false may also mean that this is not known
 };
@@ -114,6 +129,7 @@ std::size_t TPointBlock::EraseIf(TPredicate erase) {
         YData()[kept] = YData()[place];
         IdData()[kept] = IdData()[place];
         if (!m_derived.empty()) m_derived[kept] = m_derived[place];
+        if (!m_yErrors.empty()) m_yErrors[kept] = m_yErrors[place];
         ++kept;
     }
     if (kept < count) Truncate(kept);

@@ -42,6 +42,8 @@ TPointChain::TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId)
             block->Insert(i, run.Ids[i], run.X[i], run.Y[i]);
             m_ids.Revive(run.Ids[i], block.get());
         }
+        if (!run.YErrors.empty()) block->SetYErrors(run.YErrors);
+        m_mayHaveYErrors |= !run.YErrors.empty();
         m_count += static_cast<int>(run.Ids.size());
         reach = std::max(reach, block->MaxX());
         m_reach.push_back(reach);
@@ -50,7 +52,8 @@ TPointChain::TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId)
 }
 
 TPointChain::TPointChain(const TPointChain& other)
-    : m_reach(other.m_reach), m_ids(other.m_ids), m_count(other.m_count) {
+    : m_reach(other.m_reach), m_ids(other.m_ids), m_count(other.m_count),
+      m_mayHaveYErrors(other.m_mayHaveYErrors) {
     m_blocks.reserve(other.m_blocks.size());
     for (const auto& block : other.m_blocks) {
         m_blocks.push_back(std::make_unique<TPointBlock>(*block));
@@ -63,6 +66,7 @@ void TPointChain::Swap(TPointChain& other) noexcept {
     std::swap(m_reach, other.m_reach);
     std::swap(m_ids, other.m_ids);
     std::swap(m_count, other.m_count);
+    std::swap(m_mayHaveYErrors, other.m_mayHaveYErrors);
 }
 
 TPointCursor TPointChain::First() const {
@@ -77,43 +81,45 @@ std::optional<TSeriesPoint> TPointChain::Find(std::int32_t id) const {
 
 TPointSpans TPointChain::Block(std::size_t index) const {
     const TPointBlock& block = *m_blocks[index];
-    return {block.Ids(), block.X(), block.Y(), block.Derived()};
+    return {block.Ids(), block.X(), block.Y(), block.Derived(), block.YErrors()};
 }
 
-bool TPointChain::Add(double x, double y, const TMergeRule& rule) {
+bool TPointChain::Add(double x, double y, const TMergeRule& rule, double yError) {
     if (!std::isfinite(x) || LastId() == kMaxId) return false;
     const TPlace end{m_blocks.size(), 0};
     const double key = x - rule.Tolerance;
     if (IsEmpty()) {
-        Insert(end, x, y);
+        Insert(end, x, y, yError);
     } else if (x >= LastX()) {
         if (!rule.DuplicatesAllowed && key <= LastX())
-            Overwrite({m_blocks.size() - 1, m_blocks.back()->Count() - 1}, x, y);
+            Overwrite({m_blocks.size() - 1, m_blocks.back()->Count() - 1}, x, y, yError);
         else
-            Insert(end, x, y);
+            Insert(end, x, y, yError);
     } else {
         const TPlace place = FirstAtLeast(key);
         const bool isMet = !rule.DuplicatesAllowed && place.Block < m_blocks.size() &&
                            std::fabs(m_blocks[place.Block]->X()[place.Place] - x) <= rule.Tolerance;
         if (isMet)
-            Overwrite(place, x, y);
+            Overwrite(place, x, y, yError);
         else
-            Insert(place, x, y);
+            Insert(place, x, y, yError);
     }
     return true;
 }
 
-bool TPointChain::AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule) {
+bool TPointChain::AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule,
+                         std::span<const double> yErrors) {
     while (!x.empty()) {
         std::size_t done = CountAppended(x, rule);
         if (done > 0) {
-            AppendRun(x.first(done), y.first(done));
+            AppendRun(x.first(done), y.first(done), yErrors.first(std::min(done, yErrors.size())));
         } else {
-            if (!Add(x[0], y[0], rule)) return false;
+            if (!Add(x[0], y[0], rule, yErrors.empty() ? 0 : yErrors[0])) return false;
             done = 1;
         }
         x = x.subspan(done);
         y = y.subspan(done);
+        yErrors = yErrors.subspan(std::min(done, yErrors.size()));
     }
     return true;
 }
@@ -130,13 +136,18 @@ std::size_t TPointChain::CountAppended(std::span<const double> x, const TMergeRu
     return count;
 }
 
-void TPointChain::AppendRun(std::span<const double> x, std::span<const double> y) {
+void TPointChain::AppendRun(std::span<const double> x, std::span<const double> y,
+                            std::span<const double> yErrors) {
     while (!x.empty()) {
         m_ids.MakeRoom();
         const TPlace place = MakeRoom({m_blocks.size(), 0});
         TPointBlock* block = m_blocks[place.Block].get();
         const std::size_t count = std::min({x.size(), block->Room(), m_ids.Room()});
+        const std::size_t first = block->Count();
         block->AppendRun(LastId() + 1, x.first(count), y.first(count));
+        for (std::size_t i = 0; i < std::min(count, yErrors.size()); ++i)
+            PutYError(*block, first + i, yErrors[i]);
+        yErrors = yErrors.subspan(std::min(count, yErrors.size()));
         m_ids.AppendRun(block, count);
         m_count += static_cast<int>(count);
         RaiseReach(place.Block, x[count - 1]);
@@ -151,6 +162,34 @@ std::optional<double> TPointChain::SetY(std::int32_t id, double y) {
     const std::size_t place = block->PlaceOf(id);
     block->SetY(place, y);
     return block->X()[place];
+}
+
+bool TPointChain::HasYErrors() const {
+    return m_mayHaveYErrors &&
+           std::ranges::any_of(m_blocks, [](const auto& block) { return block->HasYErrors(); });
+}
+
+bool TPointChain::SetYError(std::int32_t id, double error) {
+    TPointBlock* block = m_ids.BlockOf(id);
+    if (block) PutYError(*block, block->PlaceOf(id), error);
+    return block != nullptr;
+}
+
+void TPointChain::SetYErrors(std::span<const double> errors) {
+    if (!errors.empty() && errors.size() != static_cast<std::size_t>(m_count))
+        throw std::invalid_argument("one standard error a point is needed");
+    m_mayHaveYErrors = !errors.empty();
+    for (const auto& block : m_blocks) {
+        const std::size_t count = errors.empty() ? 0 : block->Count();
+        block->SetYErrors(errors.first(count));
+        errors = errors.subspan(count);
+    }
+}
+
+void TPointChain::PutYError(TPointBlock& block, std::size_t place, double error) {
+    if (error == 0 && block.YErrors().empty()) return;
+    block.SetYError(place, error);
+    m_mayHaveYErrors |= !block.YErrors().empty();
 }
 
 std::optional<TSeriesPoint> TPointChain::Erase(std::int32_t id) {
@@ -210,19 +249,21 @@ TPointChain::TPlace TPointChain::FirstAtLeast(double key) const {
     return {position, m_blocks[position]->FirstAtLeast(key)};
 }
 
-void TPointChain::Insert(TPlace place, double x, double y) {
+void TPointChain::Insert(TPlace place, double x, double y, double yError) {
     m_ids.MakeRoom();
     place = MakeRoom(place);
     TPointBlock* block = m_blocks[place.Block].get();
     block->Insert(place.Place, m_ids.Append(block), x, y);
+    PutYError(*block, place.Place, yError);
     ++m_count;
     RaiseReach(place.Block, x);
 }
 
-void TPointChain::Overwrite(TPlace place, double x, double y) {
+void TPointChain::Overwrite(TPlace place, double x, double y, double yError) {
     TPointBlock& block = *m_blocks[place.Block];
     const double maxX = block.MaxX();
     block.Overwrite(place.Place, x, y);
+    PutYError(block, place.Place, yError);
     if (block.MaxX() > maxX) RaiseReach(place.Block, x);
     if (block.MaxX() < maxX) RenewReach(place.Block);
 }

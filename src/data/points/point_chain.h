@@ -18,16 +18,18 @@ struct TMergeRule {
     bool DuplicatesAllowed = false; ///< points with the same X are kept side by side
 };
 
-/// Neighbouring points as one array a field; `Derived` is empty while all of it is 0.
+/// Neighbouring points as one array a field; `Derived` is empty while all of it is 0, and `YErrors` (standard
+/// errors of Y, 0 where a point has none) where none of the points was given one.
 struct TPointSpans {
     std::span<const std::int32_t> Ids;
     std::span<const double> X;
     std::span<const double> Y;
     std::span<const double> Derived;
+    std::span<const double> YErrors = {};
 };
 
-/// A place in a chain that walks to the next point, or no place. Any change of the chain but SetY and
-/// SetDerived makes it invalid.
+/// A place in a chain that walks to the next point, or no place. Any change of the chain but SetY, SetYError
+/// and SetDerived makes it invalid.
 class TPointCursor {
 public:
     TPointCursor() = default;
@@ -37,6 +39,7 @@ public:
     double X() const { return (*m_block)->X()[m_place]; }
     double Y() const { return (*m_block)->Y()[m_place]; }
     double Derived() const { return (*m_block)->Point(m_place).Derived; }
+    double YError() const { return (*m_block)->Point(m_place).YError; }
     TSeriesPoint Point() const { return (*m_block)->Point(m_place); }
     XYGRAPH_EXPORT TPointCursor Next() const;
 
@@ -86,15 +89,25 @@ public:
     /// x − tolerance <= its X, and is appended otherwise. In front of the last one it meets the first point
     /// in chain order whose X is at least x − tolerance: it overwrites that when duplicates are not allowed
     /// and the distance is within the tolerance, and is inserted before it otherwise (behind the last point
-    /// when there is none, which takes a tolerance that is negative or not a number). An overwrite takes X
-    /// and Y and leaves neighbours where they are, even when they are out of order then. False, and nothing
-    /// done, for an X that is infinite or not a number, or when all Ids are used up.
-    XYGRAPH_EXPORT bool Add(double x, double y, const TMergeRule& rule);
+    /// when there is none, which takes a tolerance that is negative or not a number). An overwrite takes X,
+    /// Y and the standard error of Y (none for 0 or what can be none) and leaves neighbours where they are,
+    /// even when they are out of order then. False, and nothing done, for an X that is infinite or not a
+    /// number, or when all Ids are used up.
+    XYGRAPH_EXPORT bool Add(double x, double y, const TMergeRule& rule, double yError = 0);
     /// Adds points one after the other; those that ascend behind the last one take a fraction of the time of
-    /// Add. False when Add refuses one, which ends it; the points in front of that are there.
-    XYGRAPH_EXPORT bool AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule);
-    /// Sets the point's Y and returns its X; nothing for an unknown Id.
+    /// Add. `yErrors` has one value a point, or none. False when Add refuses one, which ends it; the points
+    /// in front of that are there.
+    XYGRAPH_EXPORT bool AddAll(std::span<const double> x, std::span<const double> y, const TMergeRule& rule,
+                               std::span<const double> yErrors = {});
+    /// Sets the point's Y, whose standard error stays, and returns its X; nothing for an unknown Id.
     XYGRAPH_EXPORT std::optional<double> SetY(std::int32_t id, double y);
+    /// Some point has a standard error. Answered at once while none was ever given.
+    XYGRAPH_EXPORT bool HasYErrors() const;
+    /// Sets the standard error of a point's Y; none for 0 or what can be none. False for an unknown Id.
+    XYGRAPH_EXPORT bool SetYError(std::int32_t id, double error);
+    /// Takes one standard error a point, in chain order, or none at all, which drops them; 0 and what can be
+    /// none are none. Throws std::invalid_argument for any other number of values.
+    XYGRAPH_EXPORT void SetYErrors(std::span<const double> errors);
     /// Removes the point and returns what it was.
     XYGRAPH_EXPORT std::optional<TSeriesPoint> Erase(std::int32_t id);
     /// From first to last, removes each point whose X is within `tolerance` of that of the point before it
@@ -111,10 +124,11 @@ private:
     };
 
     TPlace FirstAtLeast(double key) const;
-    void Insert(TPlace place, double x, double y);
-    void Overwrite(TPlace place, double x, double y);
+    void Insert(TPlace place, double x, double y, double yError);
+    void Overwrite(TPlace place, double x, double y, double yError);
+    void PutYError(TPointBlock& block, std::size_t place, double error);
     std::size_t CountAppended(std::span<const double> x, const TMergeRule& rule) const;
-    void AppendRun(std::span<const double> x, std::span<const double> y);
+    void AppendRun(std::span<const double> x, std::span<const double> y, std::span<const double> yErrors);
     TPlace MakeRoom(TPlace place);
     TPlace Split(TPlace place);
     void InsertBlock(std::size_t position, std::unique_ptr<TPointBlock> block);
@@ -131,6 +145,7 @@ private:
     std::vector<double> m_reach;
     TPointIdIndex m_ids;
     int m_count = 0;
+    bool m_mayHaveYErrors = false; ///< one was given at some time
 };
 
 } // namespace lumoplot

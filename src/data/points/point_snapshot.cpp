@@ -8,7 +8,7 @@ namespace {
 
 template <class TValue>
 bool SameBits(std::span<const TValue> a, std::span<const TValue> b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size_bytes()) == 0;
+    return a.size() == b.size() && (a.empty() || std::memcmp(a.data(), b.data(), a.size_bytes()) == 0);
 }
 
 } // namespace
@@ -17,20 +17,24 @@ class TPointSnapshot::TPiece {
 public:
     TPiece(const TPointSpans& block, std::shared_ptr<TMemoryMeter> meter)
         : m_ids(block.Ids.begin(), block.Ids.end()), m_x(block.X.begin(), block.X.end()),
-          m_y(block.Y.begin(), block.Y.end()), m_cost(std::move(meter), sizeof(*this) + PointBytes()) {}
+          m_y(block.Y.begin(), block.Y.end()), m_yErrors(block.YErrors.begin(), block.YErrors.end()),
+          m_cost(std::move(meter), sizeof(*this) + PointBytes()) {}
 
-    TPointSpans Spans() const { return {m_ids, m_x, m_y, {}}; }
+    TPointSpans Spans() const { return {m_ids, m_x, m_y, {}, m_yErrors}; }
     bool Holds(const TPointSpans& block) const {
         return SameBits<std::int32_t>(m_ids, block.Ids) && SameBits<double>(m_x, block.X) &&
-               SameBits<double>(m_y, block.Y);
+               SameBits<double>(m_y, block.Y) && SameBits<double>(m_yErrors, block.YErrors);
     }
 
 private:
-    std::size_t PointBytes() const { return m_ids.size() * (sizeof(std::int32_t) + 2 * sizeof(double)); }
+    std::size_t PointBytes() const {
+        return m_ids.size() * (sizeof(std::int32_t) + 2 * sizeof(double)) + m_yErrors.size() * sizeof(double);
+    }
 
     std::vector<std::int32_t> m_ids;
     std::vector<double> m_x;
     std::vector<double> m_y;
+    std::vector<double> m_yErrors; ///< empty where there are none
     TMeteredBytes m_cost;
 };
 

@@ -1,5 +1,6 @@
-// A copy of the points of a chain, Ids and order included, that shares what has not changed with an earlier
-// copy. It cannot be edited, only made a chain again. Derived values follow from the points and are left out.
+// A copy of the points of a chain, Ids, order and standard errors included, that shares what has not changed
+// with an earlier copy. It cannot be edited, only made a chain again. Derived values follow from the points
+// and are left out.
 #pragma once
 
 #include "data/points/point_chain.h"

@@ -4,6 +4,7 @@
 #include "data/series/ds_info.h"
 #include "data/series/series_data.h"
 #include "fit/definition/cur_fit.h"
+#include "support/errors.h"
 #include "support/update_hold.h"
 
 #include <algorithm>
@@ -59,8 +60,8 @@ void TDataSeries::AddChangeHandler(std::intptr_t key, TChangeHandler handler) {
         m_changeHandlers.push_back({key, std::move(shared)});
 }
 
-int TDataSeries::AddPoint(double x, double y) {
-    if (!m_points.Add(x, y, MergeRule())) return Count();
+int TDataSeries::AddPoint(double x, double y, double yError) {
+    if (!m_points.Add(x, y, MergeRule(), yError)) return Count();
     BeginUpdate();
     if (Count() == 1)
         StartExtents(x, y);
@@ -78,6 +79,47 @@ void TDataSeries::SetPointY(std::int32_t id, double y) {
     if (!x) y = 0;
     if (!LowerBaseline(y) && !m_extentsStale) WidenY(CorrectedY(x.value_or(0), y));
     MarkResultsStale();
+    Changed(kPointChanged);
+}
+
+double TDataSeries::YError(std::int32_t id) const {
+    const auto point = m_points.Find(id);
+    return point ? point->YError : 0;
+}
+
+void TDataSeries::SetYError(std::int32_t id, double error) {
+    if (error != 0 && UsableYError(error) == 0)
+        throw EYError("The standard error of Y must be a number above 0");
+    if (YError(id) != error && m_points.SetYError(id, error)) YErrorsChanged();
+}
+
+int TDataSeries::SetYErrors(std::span<const double> errors) {
+    if (!errors.empty() && errors.size() != static_cast<std::size_t>(Count()))
+        throw EYError("There are " + std::to_string(errors.size()) + " standard errors for " +
+                      std::to_string(Count()) + " points");
+    const bool hadErrors = HasYErrors();
+    m_points.SetYErrors(errors);
+    const auto isUsable = [](double error) { return UsableYError(error) > 0; };
+    const auto usable = static_cast<int>(std::ranges::count_if(errors, isUsable));
+    if (hadErrors || usable > 0) YErrorsChanged();
+    return usable;
+}
+
+std::vector<double> TDataSeries::YErrors() const {
+    if (!HasYErrors()) return {};
+    std::vector<double> errors(static_cast<std::size_t>(Count()));
+    auto place = errors.begin();
+    for (std::size_t i = 0; i < m_points.BlockCount(); ++i) {
+        const TPointSpans block = m_points.Block(i);
+        std::ranges::copy(block.YErrors, place);
+        place += static_cast<std::ptrdiff_t>(block.X.size());
+    }
+    return errors;
+}
+
+// Regressions and statistics do not look at them.
+void TDataSeries::YErrorsChanged() {
+    if (m_curveFit && m_curveFit->UsesYErrors()) m_curveFit->MarkStale();
     Changed(kPointChanged);
 }
 

@@ -82,11 +82,31 @@ public:
     /// number is refused. Extents are widened and never narrowed here, also by an overwrite, unless the point
     /// is the only one. With AutoZero on, a Y below ZeroValue (or the only point's Y) becomes ZeroValue and
     /// the slope 0.
-    int AddPoint(double x, double y);
-    /// Sets the raw Y of a point and widens the extents or lowers the baseline as AddPoint does. For an
-    /// unknown Id no point changes, and the rest is done as for a point at 0, 0.
+    int AddPoint(double x, double y) { return AddPoint(x, y, 0); }
+    /// Also with the standard error of Y, which is none for 0 and for what can be none.
+    int AddPoint(double x, double y, double yError);
+    /// Sets the raw Y of a point, whose standard error stays, and widens the extents or lowers the baseline
+    /// as AddPoint does. For an unknown Id no point changes, and the rest is done as for a point at 0, 0.
     void SetPointY(std::int32_t id, double y);
     std::optional<TSeriesPoint> GetPoint(std::int32_t id) const { return m_points.Find(id); }
+
+    // Standard errors of Y. They belong to the points and go with them; a point has one, which is finite and
+    // above 0, or none. The correction of Y leaves them as they are.
+
+    /// Some point has one.
+    bool HasYErrors() const { return m_points.HasYErrors(); }
+    /// 0 for a point that has none and for an unknown Id.
+    double YError(std::int32_t id) const;
+    /// 0 takes it away. Throws EYError "The standard error of Y must be a number above 0" for another value
+    /// that can be none; nothing is changed then, nor for an unknown Id.
+    void SetYError(std::int32_t id, double error);
+    /// One a point, in chain order, or none at all, which drops them; values that can be none become none.
+    /// Throws EYError "There are 3 standard errors for 5 points" for another number of them. Returns how many
+    /// points have one now.
+    int SetYErrors(std::span<const double> errors);
+    /// One a point, in chain order, 0 for those without; empty where there are none.
+    std::vector<double> YErrors() const;
+
     /// False for an unknown Id. ExtentsStale is set when the point's X or raw Y equals an extent, or when
     /// AutoZero is on and its raw Y is not above ZeroValue; a corrected Y that was an extent is not looked
     /// for.
@@ -236,6 +256,7 @@ private:
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
     void TellMerged(int merged, int filed) const;
+    void YErrorsChanged();
     void StartExtents(double x, double y);
     void WidenExtents(double x, double y);
     void WidenY(double corrected);

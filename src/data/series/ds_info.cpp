@@ -53,6 +53,12 @@ void TDSInfo::SetYDataColumn(const std::string& value) {
     Store(m_yDataColumn, value);
 }
 
+void TDSInfo::SetYErrorRule(const TYErrorRule& value) {
+    if (value == m_yErrorRule) return;
+    m_needsReload |= value.Kind == TYErrorKind::Column;
+    m_yErrorRule = value;
+}
+
 void TDSInfo::SetRowSamplingFrequency(int value) {
     if (value < 1) return;
     Store(m_rowSamplingFrequency, value);

@@ -2,6 +2,7 @@
 // record with setters; the suppliers in sources/ read it. Owned by its data series.
 #pragma once
 
+#include "data/series/y_error_rule.h"
 #include "support/export.h"
 
 #include <optional>
@@ -43,6 +44,8 @@ public:
     /// Columns by number from 1 or by header name; empty (the default) finds them from the text.
     const std::string& XDataColumn() const { return m_xDataColumn; }
     const std::string& YDataColumn() const { return m_yDataColumn; }
+    /// Where the standard errors of Y come from. A column asks for a reload, others do not.
+    const TYErrorRule& YErrorRule() const { return m_yErrorRule; }
     /// Every n-th row is used, n >= 1; while AutoRowHitFreq is on it is computed from the budget of points.
     int RowSamplingFrequency() const { return m_rowSamplingFrequency; }
     /// Only some rows are read for the eye. Off (the default) reads every row.
@@ -70,6 +73,7 @@ public:
     void SetTextMarkers(const std::string& value);
     void SetXDataColumn(const std::string& value);
     void SetYDataColumn(const std::string& value);
+    void SetYErrorRule(const TYErrorRule& value);
     void SetRowSamplingFrequency(int value);
     void SetAutoRowHitFreq(bool value);
     void SetColumnWidth(int value);
@@ -98,6 +102,7 @@ private:
     std::string m_textMarkers = "\"";
     std::string m_xDataColumn;
     std::string m_yDataColumn;
+    TYErrorRule m_yErrorRule;
     int m_rowSamplingFrequency = 1;
     bool m_autoRowHitFreq = false;
     bool m_isSamplingChosen = false;

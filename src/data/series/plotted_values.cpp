@@ -28,19 +28,22 @@ void TPlottedValues::KeepFiniteX() {
     for (std::size_t i = 0; i < X.size(); ++i) {
         if (!std::isfinite(X[i])) continue;
         X[kept] = X[i];
+        if (!YErrors.empty()) YErrors[kept] = YErrors[i];
         Y[kept++] = Y[i];
     }
+    if (!YErrors.empty()) YErrors.resize(kept);
     X.resize(kept);
     Y.resize(kept);
 }
 
 TPlottedValues PlottedValues(const TDataSeries& series) {
-    TPlottedValues values{{}, CorrectedValues(series)};
+    TPlottedValues values{{}, CorrectedValues(series), series.YErrors()};
     if (const TDataSeries* source = series.XSource()) {
         values.X = CorrectedValues(*source);
         const std::size_t count = std::min(values.X.size(), values.Y.size());
         values.X.resize(count);
         values.Y.resize(count);
+        if (!values.YErrors.empty()) values.YErrors.resize(count);
     } else {
         values.X.reserve(values.Y.size());
         ForEachPoint(series, [&](double x, double) { values.X.push_back(x); });

@@ -11,7 +11,8 @@ namespace lumoplot {
 /// In chain order. With an XSource, points beyond its count are left out, and X may be not-a-number.
 struct TPlottedValues {
     std::vector<double> X;
-    std::vector<double> Y; ///< corrected
+    std::vector<double> Y;       ///< corrected
+    std::vector<double> YErrors; ///< 0 for a point without; empty where there are none
 
     /// Leaves out places whose X is infinite or not a number.
     void KeepFiniteX();

@@ -31,6 +31,7 @@ constexpr TSectionRow<S> CurveFitRow(int key) {
 
 constexpr std::size_t kPointsPerPart = 4096;
 constexpr int kFitRunKey = 70;
+constexpr int kYErrorsKey = 72;
 
 std::string FitRun(const S& series) {
     return FitRunText(series.CurveFit().RunState());
@@ -40,14 +41,42 @@ void SetFitRun(S& series, const std::string& text) {
     series.CurveFit().RestoreRunState(FitRunOf(text));
 }
 
+std::string YErrorRuleText(const S& series) {
+    return TextOf(series.DataSourceInfo().YErrorRule());
+}
+
+void SetYErrorRuleText(S& series, const std::string& text) {
+    series.DataSourceInfo().SetYErrorRule(YErrorRuleOf(text));
+}
+
+// Says that the third entry of each point is the standard error of Y.
+constexpr TSectionRow<S> YErrorsRow() {
+    return {kYErrorsKey,
+            "YErrors",
+            "YErrors",
+            [](const S& series) -> TFieldValue { return series.HasYErrors(); },
+            [](TxyWriter& writer, const TSectionRow<S>& row, const S&) {
+                writer.WriteBoolean(row.key, row.name, true);
+                writer.SetThirdEntry(TThirdEntry::YError);
+            },
+            [](TxyReader& reader, S&) {
+                if (reader.ReadAsBoolean()) reader.SetThirdEntry(TThirdEntry::YError);
+            }};
+}
+
 bool HasFitRun(const S& series) {
     return series.CurveFit().Result() || !series.CurveFit().FitError().empty();
 }
 
-// The run was on the points, and means nothing without them.
+// What belongs to the points means nothing without them.
+bool IsWritten(int key, const S& series, bool withPoints) {
+    if (key == kFitRunKey) return withPoints && HasFitRun(series);
+    return key != kYErrorsKey || (withPoints && series.HasYErrors());
+}
+
 void WriteSettings(TxyWriter& writer, const S& series, bool withPoints) {
     for (const auto& row : SeriesRecordRows())
-        if (row.key != kFitRunKey || (withPoints && HasFitRun(series))) row.write(writer, row, series);
+        if (IsWritten(row.key, series, withPoints)) row.write(writer, row, series);
     writer.WriteEndOfSection();
 }
 
@@ -89,34 +118,46 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         OptionalTextRow<S, [](const S& series) { return series.CurveFit().BoundsText(); },
                         [](S& series, const std::string& text) { series.CurveFit().SetBoundsText(text); }>(
             71, "FitBounds"),
+        OptionalTextRow<S, [](const S& series) { return series.CurveFit().WeightingText(); },
+                        [](S& series, const std::string& text) { series.CurveFit().SetWeightingText(text); }>(
+            74, "FitWeighting"),
+        OptionalTextRow<S, [](const S& series) { return series.CurveFit().TiesText(); },
+                        [](S& series, const std::string& text) { series.CurveFit().SetTiesText(text); }>(
+            75, "FitTies"),
+        OptionalTextRow<S, &YErrorRuleText, &SetYErrorRuleText>(73, "YErrorRule"),
         Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
         Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
         Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),
+        YErrorsRow(),
     };
     return kRows;
 }
 
 void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
+    writer.SetThirdEntry(TThirdEntry::None);
     WriteSettings(writer, *this, withPoints);
     writer.WritePointHeader(withPoints ? Count() : 0);
     if (!withPoints) return;
     for (std::size_t i = 0; i < Points().BlockCount(); ++i)
-        writer.WritePoints(Points().Block(i).X, Points().Block(i).Y);
+        writer.WritePoints(Points().Block(i).X, Points().Block(i).Y, Points().Block(i).YErrors);
 }
 
 void TDataSeries::ReadFromStream(TxyReader& reader) {
     CurveFit().RestoreRunState(FitRunOf({}));
+    DataSourceInfo().SetYErrorRule({}); // of the entries that only some files have
+    reader.SetThirdEntry(TThirdEntry::None);
     ReadEntries(reader, SeriesRecordRows(), *this);
     DataSourceInfo().SetNeedsReload(false);
     const TFitRunState fitRun = CurveFit().RunState();
     const int before = Count();
     const int filed = reader.ReadPointHeader();
-    std::vector<double> xs, ys;
+    std::vector<double> xs, ys, errors;
     for (auto left = static_cast<std::size_t>(filed); left > 0; left -= xs.size()) {
         xs.resize(std::min(left, kPointsPerPart));
         ys.resize(xs.size());
-        reader.ReadPoints(xs, ys);
-        for (std::size_t i = 0; i < xs.size(); ++i) AddPoint(xs[i], ys[i]);
+        errors.resize(xs.size());
+        reader.ReadPoints(xs, ys, errors);
+        for (std::size_t i = 0; i < xs.size(); ++i) AddPoint(xs[i], ys[i], errors[i]);
     }
     if (before == 0 && Count() == filed) CurveFit().RestoreRunState(fitRun);
     if (const int merged = filed - (Count() - before); merged > 0) TellMerged(merged, filed);

@@ -2,6 +2,7 @@
 
 #include "controls/number_edit.h"
 #include "data/filter/band_filter_spectrum.h"
+#include "data/series/ds_info.h"
 #include "dialogs/progress_window.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
@@ -22,6 +23,7 @@ constexpr int kTypingDelayMs = 30;
 constexpr const char* kFailure = "Fail to Apply Filter";
 const QString kOwnXText =
     QStringLiteral(" Apply works on the points as they are plotted and gives them X values of their own.");
+constexpr const char* kErrorsDropped = "The points are others now: their errors of Y are gone.";
 
 QString ShortNumber(double value) {
     return QString::fromStdString(FormatGeneral(value, 4));
@@ -151,12 +153,15 @@ void TFilteringPage::Filter(TSeries& series) {
         result = FilterBand(series, m_settings, progress);
     }
     if (result.Outcome == TFilterOutcome::Refused) ShowMessage(kFailure, TMessageKind::Error);
+    const bool hadErrors = series.HasYErrors();
     if (result.Outcome == TFilterOutcome::Filtered) {
         const TUpdateHold hold(series);
         if (series.XSource()) series.SetUseXAxisSeries(false); // the points have X of their own now
         series.SwapPoints(std::move(result.Points));
+        series.DataSourceInfo().SetYErrorRule({});
         series.SetThinned(false);
     }
+    if (hadErrors && !series.HasYErrors()) ShowMessage(kErrorsDropped);
     Context().RefillPages();
 }
 

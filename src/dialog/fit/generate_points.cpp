@@ -1,5 +1,6 @@
 #include "dialog/fit/generate_points.h"
 
+#include "data/series/ds_info.h"
 #include "dialog/common/wizard_page.h"
 #include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
@@ -71,6 +72,7 @@ void GeneratePoints(TSeries& series) {
     if (points.IsEmpty()) throw ELumoError("The equation has no value between " + RangeText(range));
     const TUpdateHold hold(series);
     series.SwapPoints(std::move(points));
+    series.DataSourceInfo().SetYErrorRule({}); // a curve has no errors
 }
 
 } // namespace lumoplot

@@ -2,6 +2,7 @@
 
 #include "controls/number_edit.h"
 #include "dialog/common/color_button.h"
+#include "dialog/series/y_error_group.h"
 #include "graph/model/axis.h"
 #include "support/update_hold.h"
 #include "ui_general_page.h"
@@ -26,6 +27,8 @@ int ItemOfShape(TPointShape shape) {
 TGeneralPage::TGeneralPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TGeneralPage>()) {
     m_ui->setupUi(this);
+    m_yErrors = new TYErrorGroup(context, this);
+    m_ui->errorsPlace->addWidget(m_yErrors);
     ConnectNameAndVisibility();
     ConnectBaseline();
     ConnectStyle();
@@ -148,6 +151,7 @@ void TGeneralPage::FillFrom(TSeries& series) {
     EnableLineControls();
     EnableBaseline(second);
     ShowBaseline(series);
+    m_yErrors->FillFrom(series);
 }
 
 // A spin box or list shows nothing by having no text; what it holds is of no data set.

@@ -14,6 +14,8 @@ class QSpinBox;
 
 namespace lumoplot {
 
+class TYErrorGroup;
+
 class TGeneralPage : public TWizardPage {
     Q_OBJECT
 
@@ -39,6 +41,7 @@ private:
     void ChangeLineStyle(TSeries& series, int item);
 
     std::unique_ptr<Ui::TGeneralPage> m_ui;
+    TYErrorGroup* m_yErrors;
     std::string m_filledName; ///< a name that is typed switches the automatic one off, unless it is this one
     bool m_filledAutoName = false;
 };

@@ -1,7 +1,9 @@
 #include "fit/definition/cur_fit.h"
 
 #include "fit/definition/fit_result.h"
+#include "fit/definition/fit_ties.h"
 #include "support/message_sink.h"
+#include "support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,6 +40,13 @@ void TDBLParameter::SetVary(bool vary) {
     if (m_owner) m_owner->Changed(true);
 }
 
+void TDBLParameter::SetTie(const std::string& formula) {
+    const std::string tie(Trimmed(formula));
+    if (tie == m_tie) return;
+    m_tie = tie;
+    if (m_owner) m_owner->Changed(true);
+}
+
 bool TDBLParameter::IsBounded() const {
     return std::isfinite(m_min) || std::isfinite(m_max);
 }
@@ -62,12 +71,22 @@ TCurFit::~TCurFit() = default;
 void TCurFit::Changed(bool modified) {
     ++m_revision;
     m_modified = modified;
+    RenewTies();
     if (!modified) return;
     m_stale = true;
     if (OnChange) OnChange(*this);
 }
 
+void TCurFit::RenewTies() {
+    for (const auto& parameter : m_parameters) {
+        const double value = parameter->IsTied() ? TiedValue(*this, *parameter) : kNotANumber;
+        if (std::isfinite(value)) parameter->m_value = value;
+    }
+}
+
 void TCurFit::FitDone(TFitResult result) {
+    RenewTies();
+    PropagateErrors(*this, result);
     m_result = std::make_shared<const TFitResult>(std::move(result));
     m_fitError.clear();
     m_modified = true;
@@ -86,6 +105,7 @@ void TCurFit::TakeValues(const TCurFit& run) {
     ++m_revision;
     for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
         Parameter(i)->m_value = run.Parameter(i)->m_value;
+    RenewTies();
 }
 
 void TCurFit::TakeFailure(const std::string& error) {
@@ -126,6 +146,10 @@ void TCurFit::SetIterMax(int value) {
 
 void TCurFit::SetProcType(TFitProcedure value) {
     if (Store(m_settings.ProcType, value)) Changed(true);
+}
+
+void TCurFit::SetWeighting(const TFitWeighting& value) {
+    if (Store(m_settings.Weighting, value)) Changed(true);
 }
 
 void TCurFit::SetUseLeftMargin(bool value) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "expr/expression_parser.h"
+#include "fit/definition/fit_weighting.h"
 #include "stream/reader.h"
 #include "stream/section.h"
 #include "stream/writer.h"
@@ -42,7 +43,11 @@ public:
 
     const std::string& Name() const { return m_name; }
     double Value() const { return m_value; }
-    bool Vary() const { return m_vary; }
+    /// A fit finds the value; never of a tied parameter, which follows the others.
+    bool Vary() const { return m_vary && !IsTied(); }
+    /// The formula of the other parameters that gives the value ("2*b1"); empty for none.
+    const std::string& Tie() const { return m_tie; }
+    bool IsTied() const { return !m_tie.empty(); }
     /// A fit keeps the value within these; infinite where there is no bound.
     double Min() const { return m_min; }
     double Max() const { return m_max; }
@@ -55,6 +60,8 @@ public:
     XYGRAPH_EXPORT void SetVary(bool vary);
     /// The value stays as it is; a fit moves it between the bounds when it starts. Ignored unless min < max.
     XYGRAPH_EXPORT void SetBounds(double min, double max);
+    /// Any text; without blanks around it. A formula that can not be used is told where it is compiled.
+    XYGRAPH_EXPORT void SetTie(const std::string& formula);
     /// Where the value is, for the formulas that are compiled with it.
     double* ValueRef() { return &m_value; }
 
@@ -65,6 +72,7 @@ private:
     std::string m_name = "P";
     double m_value = 0;
     bool m_vary = false;
+    std::string m_tie;
     double m_min = -std::numeric_limits<double>::infinity();
     double m_max = std::numeric_limits<double>::infinity();
 };
@@ -147,6 +155,9 @@ public:
     double Tolerance() const { return m_settings.Tolerance; }
     int IterMax() const { return m_settings.IterMax; }
     TFitProcedure ProcType() const { return m_settings.ProcType; }
+    /// How points count; off by default.
+    const TFitWeighting& Weighting() const { return m_settings.Weighting; }
+    bool UsesYErrors() const { return m_settings.Weighting.ByYErrors; }
 
     // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
     // ignored.
@@ -155,6 +166,7 @@ public:
     XYGRAPH_EXPORT void SetTolerance(double value);
     XYGRAPH_EXPORT void SetIterMax(int value);
     XYGRAPH_EXPORT void SetProcType(TFitProcedure value);
+    XYGRAPH_EXPORT void SetWeighting(const TFitWeighting& value);
     XYGRAPH_EXPORT void SetUseLeftMargin(bool value);
     XYGRAPH_EXPORT void SetUseRightMargin(bool value);
     /// A margin that is not in use is stored without a notification.
@@ -198,8 +210,9 @@ public:
     // The model.
 
     /// The formula with its templates put in, from the last to the first, letter case ignored; a template's
-    /// text may use the names of those before it. Line breaks and tabs become blanks. Throws EParserException
-    /// "The equation is too long with its templates: …" beyond kMaxExpandedLength bytes.
+    /// text may use the names of those before it. Then tied parameters become their formulas. Line breaks and
+    /// tabs become blanks. Throws EParserException "The equation is too long with its templates: …" beyond
+    /// kMaxExpandedLength bytes, and for ties that go round in a circle or use what is no parameter.
     XYGRAPH_EXPORT std::string ExpandedExpression() const;
     /// Binds the variable and the parameters and compiles the formula, which Evaluate then runs; an empty
     /// formula compiles to nothing. Throws what AddExpression throws and leaves nothing compiled.
@@ -214,8 +227,11 @@ public:
     /// The lines of the settings report, with the variables and the formula as compiled, when it can be.
     XYGRAPH_EXPORT std::vector<std::string> SettingsReport();
 
-    // The records of a data set's and a function file's stream: three of a fixed order of items each, and the
-    // bounds.
+    /// Gives tied parameters the values of their formulas, silently; those whose formula has none stay.
+    void RenewTies();
+
+    // The records of a data set's and a function file's stream: three of a fixed order of items each, the
+    // bounds, the weighting and the ties.
     void WriteDefinition(TxyWriter& writer) const;
     void ReadDefinition(TxyReader& reader);
     void WriteSettings(TxyWriter& writer) const;
@@ -226,6 +242,13 @@ public:
     XYGRAPH_EXPORT std::string BoundsText() const;
     /// Lines that name no parameter or are no bounds are left out.
     XYGRAPH_EXPORT void SetBoundsText(const std::string& text);
+
+    XYGRAPH_EXPORT std::string WeightingText() const { return TextOf(m_settings.Weighting); }
+    XYGRAPH_EXPORT void SetWeightingText(const std::string& text);
+    /// "NUMBER FORMULA", a line for each tied parameter; empty where there is none.
+    XYGRAPH_EXPORT std::string TiesText() const;
+    /// Lines that name no parameter are left out.
+    XYGRAPH_EXPORT void SetTiesText(const std::string& text);
 
     /// The whole function file: the three records and the end mark.
     XYGRAPH_EXPORT void SaveToStream(TxyWriter& writer) const;
@@ -261,6 +284,7 @@ private:
         double Tolerance = 3e-08;
         int IterMax = 200;
         TFitProcedure ProcType = TFitProcedure::Powell;
+        TFitWeighting Weighting;
     };
 
     template <class TField, class TValue>
@@ -283,7 +307,8 @@ private:
     std::vector<std::unique_ptr<TDBLFunction>> m_templates;
 };
 
-/// The function file's section: entries 39, 43, 45 and, where there are bounds, 71.
+/// The function file's section: entries 39, 43, 45 and, where there are bounds, a weighting or ties, 71, 74
+/// and 75.
 std::span<const TSectionRow<TCurFit>> CurFitRows();
 
 } // namespace lumoplot

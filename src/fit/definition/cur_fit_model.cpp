@@ -1,5 +1,6 @@
 // The model of a curve fit: its formula with the templates put in, compiled and evaluated.
 #include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_ties.h"
 
 #include <algorithm>
 
@@ -39,7 +40,7 @@ std::string TCurFit::ExpandedExpression() const {
     std::ranges::replace_if(
         text, [](char c) { return std::string_view(kLineCharacters).find(c) != std::string_view::npos; },
         ' ');
-    return text;
+    return WithTies(*this, text);
 }
 
 void TCurFit::Compile() {

@@ -78,6 +78,7 @@ void TCurFit::WriteSettings(TxyWriter& writer) const {
 void TCurFit::ReadSettings(TxyReader& reader) {
     ++m_revision;
     m_stale = true;
+    m_settings.Weighting = {}; // has an entry of its own, behind this one
     if (const double tolerance = reader.ReadFloatItem(); tolerance > 0) m_settings.Tolerance = tolerance;
     m_settings.UseLeftMargin = reader.ReadBooleanItem();
     m_settings.UseRightMargin = reader.ReadBooleanItem();
@@ -138,12 +139,39 @@ void TCurFit::SetBoundsText(const std::string& text) {
     m_stale = true;
 }
 
+void TCurFit::SetWeightingText(const std::string& text) {
+    m_settings.Weighting = FitWeightingOf(text);
+    ++m_revision;
+    m_stale = true;
+}
+
+std::string TCurFit::TiesText() const {
+    std::string text;
+    for (int i = 1; i <= NParams(); ++i)
+        if (Parameter(i)->IsTied())
+            text += (text.empty() ? "" : "\n") + std::to_string(i) + ' ' + Parameter(i)->Tie();
+    return text;
+}
+
+void TCurFit::SetTiesText(const std::string& text) {
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t blank = std::min(line.find(' '), line.size());
+        TDBLParameter* parameter = Parameter(TryParseInteger(line.substr(0, blank)).value_or(0));
+        if (parameter) parameter->m_tie = Trimmed(std::string_view(line).substr(blank));
+    }
+    ++m_revision;
+    m_stale = true;
+}
+
 std::span<const TSectionRow<TCurFit>> CurFitRows() {
     static constexpr TSectionRow<TCurFit> kRows[] = {
         CompositeRow<TCurFit, &TCurFit::WriteDefinition, &TCurFit::ReadDefinition>(39, "CurFit"),
         CompositeRow<TCurFit, &TCurFit::WriteSettings, &TCurFit::ReadSettings>(43, "CurveFit"),
         CompositeRow<TCurFit, &TCurFit::WriteTemplates, &TCurFit::ReadTemplates>(45, "CurveFit"),
         OptionalTextRow<TCurFit, &TCurFit::BoundsText, &TCurFit::SetBoundsText>(71, "FitBounds"),
+        OptionalTextRow<TCurFit, &TCurFit::WeightingText, &TCurFit::SetWeightingText>(74, "FitWeighting"),
+        OptionalTextRow<TCurFit, &TCurFit::TiesText, &TCurFit::SetTiesText>(75, "FitTies"),
     };
     return kRows;
 }

@@ -28,7 +28,6 @@ constexpr int kPlacesPerRun = 50;
 constexpr int kMostFinished = 4; // of the places found
 constexpr int kMostReweightings = 100;
 constexpr double kReweighted = 1e-9; // relative change of parameters
-constexpr double kLittle = 0.3;      // of a point's weight
 constexpr double kSameEnd = 1e-4;    // relative difference of sums of squares
 constexpr double kClearly = 1e-6;    // relative difference of sums of squares
 constexpr double kWorthSense = 4;    // times the sum of squares that an end with sense may have
@@ -104,6 +103,13 @@ public:
     }
 
     void PutBack() { SetValues(m_given); }
+
+    void NoteWithoutError(std::size_t count) {
+        if (count > 0)
+            m_result.Remarks.push_back(std::to_string(count) +
+                                       (count == 1 ? " point has no standard error and takes no part."
+                                                   : " points have no standard error and take no part."));
+    }
 
 private:
     void SetValues(const TVector& values) {
@@ -229,7 +235,7 @@ private:
             for (std::size_t k = 0; k < weights.size(); ++k) points.Weights[k] *= std::sqrt(weights[k]);
             m_best = AttemptWith(std::move(points));
             m_result.Outliers = static_cast<std::size_t>(
-                std::ranges::count_if(weights, [](double w) { return w < kLittle; }));
+                std::ranges::count_if(weights, [](double w) { return w < kOutlierWeight; }));
             if (m_best->Found.End == TFitEnd::Cancelled || !HasChanged(before)) return;
         }
     }
@@ -297,13 +303,25 @@ private:
 TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y, const TFitRun& run) {
     TFitter fitter(fit, run);
     try {
-        const TFitResult result = fitter.Fit(PointsBetweenMargins(fit, x, y, run.Errors));
+        const TFitPoints points = PointsBetweenMargins(fit, x, y, run.Errors);
+        if (!run.Errors.empty())
+            fitter.NoteWithoutError(PointsBetweenMargins(fit, x, y, {}).X.size() - points.X.size());
+        const TFitResult result = fitter.Fit(points);
         fit.FitDone(result);
         return result;
     } catch (...) {
         fitter.PutBack();
         throw;
     }
+}
+
+void TakeWeighting(TFitRun& run, const TCurFit& fit, std::span<const double> yErrors) {
+    const TFitWeighting& weighting = fit.Weighting();
+    run.Robust = weighting.Robust;
+    run.ErrorSource = weighting.Errors;
+    run.Errors = weighting.ByYErrors ? yErrors : std::span<const double>();
+    if (weighting.ByYErrors && yErrors.empty())
+        throw EFitError("The fit weighs by the errors of Y, and the points have none");
 }
 
 void TakeBetterMinimum(TCurFit& fit) {

@@ -22,13 +22,6 @@ enum class TFitStarts {
                ///< better one is kept in the result for the user to take
 };
 
-/// Where the standard errors of the parameters come from, for points that have
-/// standard errors.
-enum class TErrorSource {
-    Residuals, ///< the errors of points are only relative to each other
-    Points,    ///< the errors of points are what they say
-};
-
 struct TFitRun {
     TProgress* Progress = nullptr;     ///< null: nobody watches
     std::function<void()> OnIteration; ///< called after each iteration, with the
@@ -43,6 +36,11 @@ struct TFitRun {
     TErrorSource ErrorSource = TErrorSource::Residuals;
     TRobust Robust = TRobust::None;
 };
+
+/// Lets the run count points as the fit says. `yErrors` (borrowed) has one value a point, 0 for none; it is
+/// not used when the fit does not weigh by errors. Throws EFitError "The fit weighs by the errors of Y, and
+/// the points have none".
+XYGRAPH_EXPORT void TakeWeighting(TFitRun& run, const TCurFit& fit, std::span<const double> yErrors);
 
 /// Fits the model to the points between the margins in use, by least squares;
 /// points whose X or Y is not finite are left out, as are those where the model

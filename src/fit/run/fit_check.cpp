@@ -68,6 +68,13 @@ void CheckParameter(TDBLParameter& parameter, const TUse& use) {
         throw EFitError("The parameter " + Quoted(parameter.Name()) + " has no finite starting value");
 }
 
+void CheckTies(const TCurFit& fit) {
+    for (int i = 1; i <= fit.NParams(); ++i)
+        if (fit.Parameter(i)->IsTied() && fit.Parameter(i)->IsBounded())
+            throw EFitError("The parameter " + Quoted(fit.Parameter(i)->Name()) +
+                            " follows a formula: bounds belong to the parameters of that");
+}
+
 // The error of the parser, with the function that may be meant.
 void Compile(TCurFit& fit) {
     try {
@@ -85,6 +92,7 @@ std::vector<TDBLParameter*> CheckedParameters(TCurFit& fit) {
     if (!fit.Selected()) throw EFitError("There is no equation to fit");
     const TUse use = UseOf(*fit.Selected());
     CheckNames(fit, use);
+    CheckTies(fit);
     std::vector<TDBLParameter*> varied;
     for (int i = 1; i <= fit.NParams(); ++i)
         if (fit.Parameter(i)->Vary()) varied.push_back(fit.Parameter(i));

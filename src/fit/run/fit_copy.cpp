@@ -28,6 +28,27 @@ TFitCopy::TFitCopy(const TFittedData& data)
     for (std::size_t i = 0; i < weights.size(); ++i) Points.Weights[i] *= std::sqrt(weights[i]);
 }
 
+std::vector<std::size_t> OutliersOf(const TFittedData& data) {
+    std::vector<std::size_t> places;
+    if (!data.Fit.Result()) throw EFitError("The fit has not run");
+    if (data.Run.Robust == TRobust::None) return places;
+    TCurFit fit;
+    fit.Assign(&data.Fit);
+    fit.Compile();
+    std::vector<std::size_t> used;
+    const TFitPoints points = PointsBetweenMargins(fit, data.X, data.Y, data.Run.Errors, &used);
+    std::vector<double> residuals = ResidualsOf(fit, points);
+    std::vector<std::size_t> usable;
+    for (std::size_t i = 0; i < residuals.size(); ++i)
+        if (std::isfinite(residuals[i])) usable.push_back(i);
+    std::vector<double> finite;
+    for (const std::size_t i : usable) finite.push_back(residuals[i]);
+    const std::vector<double> weights = RobustWeights(data.Run.Robust, finite);
+    for (std::size_t i = 0; i < weights.size(); ++i)
+        if (weights[i] < kOutlierWeight) places.push_back(used[usable[i]]);
+    return places;
+}
+
 double TFitCopy::VarianceOf(double rss) const {
     return m_isAbsolute ? 1 : rss / static_cast<double>(Points.X.size() - Varied.size());
 }

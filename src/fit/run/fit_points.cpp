@@ -7,7 +7,7 @@
 namespace lumoplot {
 
 TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, std::span<const double> y,
-                                std::span<const double> errors) {
+                                std::span<const double> errors, std::vector<std::size_t>* places) {
     TFitPoints points;
     for (std::size_t i = 0; i < x.size(); ++i) {
         if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
@@ -16,10 +16,13 @@ TFitPoints PointsBetweenMargins(const TCurFit& fit, std::span<const double> x, s
         if (fit.UseRightMargin() && x[i] > fit.RightMargin()) continue;
         points.X.push_back(x[i]);
         points.Y.push_back(y[i]);
+        if (places) places->push_back(i);
         if (!errors.empty()) points.Weights.push_back(1 / errors[i]);
     }
     if (points.X.empty())
-        throw EFitError(x.empty() ? "There are no points to fit" : "There are no points between the margins");
+        throw EFitError(x.empty()        ? "There are no points to fit"
+                        : errors.empty() ? "There are no points between the margins"
+                                         : "There are no points with a standard error between the margins");
     return points;
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace lumoplot {
 namespace {
@@ -13,6 +14,7 @@ namespace {
 constexpr int kValueDigits = 8;
 constexpr int kFigureDigits = 4;
 constexpr double kReportConfidence = 0.95;
+constexpr double kNotKnownFigure = std::numeric_limits<double>::quiet_NaN();
 constexpr std::array kProcedureTexts = {"Maximum Gradient (Powell)", "Downhill Simplex Method",
                                         "Conjugate Gradient", "Variable Metric Method (Newton)"};
 
@@ -27,10 +29,30 @@ std::string ProcedureText(TFitProcedure procedure) {
     return number < kProcedureTexts.size() ? kProcedureTexts[number] : kProcedureTexts.back();
 }
 
+std::string RobustText(TRobust robust) {
+    switch (robust) {
+    case TRobust::Huber: return "Huber's weights";
+    case TRobust::Cauchy: return "Cauchy's weights";
+    case TRobust::Tukey: return "Tukey's weights";
+    case TRobust::None: break;
+    }
+    return {};
+}
+
 std::string BoundsOf(const TDBLParameter& parameter) {
     if (!parameter.IsBounded()) return "";
     return (std::isfinite(parameter.Min()) ? FormatGeneral(parameter.Min(), kValueDigits) : "") + " … " +
            (std::isfinite(parameter.Max()) ? FormatGeneral(parameter.Max(), kValueDigits) : "");
+}
+
+void AddWeighting(TRows& rows, const TFitWeighting& weighting) {
+    if (weighting.ByYErrors) {
+        const bool isAbsolute = weighting.Errors == TErrorSource::Points;
+        rows.push_back({"Weights", "1/σ², from the errors of the points"});
+        rows.push_back({"Standard errors", isAbsolute ? "absolute: the errors of the points are what they say"
+                                                      : "scaled by the residual deviation"});
+    }
+    if (weighting.Robust != TRobust::None) rows.push_back({"Robust", RobustText(weighting.Robust)});
 }
 
 TFitReportSection ModelOf(const TCurFit& fit, const std::string& dataName) {
@@ -43,7 +65,11 @@ TFitReportSection ModelOf(const TCurFit& fit, const std::string& dataName) {
         rows.push_back({fit.Template(i)->Name + " stands for", fit.Template(i)->Text});
     if (fit.UseLeftMargin()) rows.push_back({"From x =", Number(fit.LeftMargin(), kValueDigits)});
     if (fit.UseRightMargin()) rows.push_back({"To x =", Number(fit.RightMargin(), kValueDigits)});
+    for (int i = 1; i <= fit.NParams(); ++i)
+        if (fit.Parameter(i)->IsTied())
+            rows.push_back({fit.Parameter(i)->Name() + " follows", fit.Parameter(i)->Tie()});
     rows.push_back({"Procedure", ProcedureText(fit.ProcType())});
+    AddWeighting(rows, fit.Weighting());
     return section;
 }
 
@@ -61,7 +87,12 @@ std::vector<std::string> ParameterRow(const TDBLParameter& parameter, const TFit
     std::vector<std::string> row = {parameter.Name(), Number(parameter.Value(), kValueDigits)};
     const auto varied = std::ranges::find(result.Varied, number);
     if (varied == result.Varied.end()) {
-        row.insert(row.end(), {"held", "", "", "", "", ""});
+        const bool hasError = parameter.IsTied() && parameter.FinalDeviation > 0;
+        const double error = hasError ? parameter.FinalDeviation : kNotKnownFigure;
+        row.insert(row.end(), {hasError             ? Number(error)
+                               : parameter.IsTied() ? "tied"
+                                                    : "held",
+                               Number(100 * std::abs(error / parameter.Value())), "", "", "", ""});
     } else {
         const double error = result.StandardError(static_cast<std::size_t>(varied - result.Varied.begin()));
         const double half = StudentQuantile(kReportConfidence, result.Quality.Freedom) * error;

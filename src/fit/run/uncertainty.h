@@ -27,6 +27,11 @@ struct TFittedData {
 /// where there is no standard error.
 XYGRAPH_EXPORT std::vector<TInterval> AsymptoticIntervals(const TCurFit& fit, double confidence);
 
+/// The places in X of the points from which the robust weights have taken most of their influence
+/// (TFitResult::Outliers counts them); none for a fit that is not robust. Throws EFitError where the fit has
+/// not run.
+XYGRAPH_EXPORT std::vector<std::size_t> OutliersOf(const TFittedData& data);
+
 /// A place on a profile.
 struct TProfilePoint {
     double Value = 0; ///< of the parameter

@@ -64,6 +64,7 @@ public:
         TFitRun run{&progress, {}};
         if (Fit().Status() == TFitStatus::EveryStep) run.OnIteration = [this] { ShowStep(); };
         try {
+            TakeWeighting(run, m_work, m_values.YErrors);
             RunFit(m_work, m_values.X, m_values.Y, run);
             if (IsWanted()) Fit().TakeRun(m_work);
         } catch (const ELumoError& error) {

@@ -125,20 +125,56 @@ TNewValues TValueFormula::Evaluate(const std::optional<TXRange>& range, std::siz
         const TInterpolation other(*m_series.Graph().Series()[i - kFirstSeries]);
         for (const double x : columns[kX]) columns[i].push_back(other.At(x));
     }
-    std::vector<const double*> starts;
-    for (const auto& column : columns) starts.push_back(column.data());
-    values.Y.resize(values.Points.size());
-    m_compiled->Evaluator->EvaluateColumns(starts, values.Y);
+    values.Y = ValuesOf(columns, values.Points.size());
     values.Unusable =
         static_cast<int>(std::ranges::count_if(values.Y, [](double y) { return !std::isfinite(y); }));
+    if (m_series.HasYErrors()) values.YErrors = ErrorsOf(values, columns);
     return values;
+}
+
+std::vector<double> TValueFormula::ValuesOf(const TColumns& columns, std::size_t count) {
+    std::vector<const double*> starts;
+    for (const auto& column : columns) starts.push_back(column.data());
+    std::vector<double> values(count);
+    m_compiled->Evaluator->EvaluateColumns(starts, values);
+    return values;
+}
+
+// The data set itself may stand in the formula as one of the others, too.
+std::vector<double> TValueFormula::ErrorsOf(const TNewValues& values, const TColumns& columns) {
+    const TYErrorRule& rule = m_series.DataSourceInfo().YErrorRule();
+    std::vector<double> errors(values.Points.size());
+    if (rule.Kind != TYErrorKind::None && rule.Kind != TYErrorKind::Column) {
+        std::ranges::transform(values.Y, errors.begin(), [&](double y) { return YErrorBy(rule, y); });
+        return errors;
+    }
+    std::size_t own = kFirstSeries;
+    for (const TSeries* series : m_series.Graph().Series()) {
+        if (series == &m_series) break;
+        ++own;
+    }
+    const auto shifted = [&](double times) {
+        TColumns moved = columns;
+        for (const std::size_t column : {kY, own})
+            for (std::size_t i = 0; i < moved[column].size(); ++i)
+                moved[column][i] += times * values.Points[i].YError;
+        return ValuesOf(moved, errors.size());
+    };
+    const std::vector<double> above = shifted(1);
+    const std::vector<double> below = shifted(-1);
+    for (std::size_t i = 0; i < errors.size(); ++i)
+        errors[i] = UsableYError(std::abs(above[i] - below[i]) / 2);
+    return errors;
 }
 
 int TValueFormula::Apply(const std::optional<TXRange>& range) {
     const TNewValues values = Evaluate(range);
     TPointChain points(m_series.Points());
-    for (std::size_t i = 0; i < values.Y.size(); ++i)
-        if (std::isfinite(values.Y[i])) points.SetY(values.Points[i].Id, values.Y[i]);
+    for (std::size_t i = 0; i < values.Y.size(); ++i) {
+        if (!std::isfinite(values.Y[i])) continue;
+        points.SetY(values.Points[i].Id, values.Y[i]);
+        if (!values.YErrors.empty()) points.SetYError(values.Points[i].Id, values.YErrors[i]);
+    }
     m_series.SwapPoints(std::move(points));
     return values.Unusable;
 }

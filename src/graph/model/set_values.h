@@ -17,6 +17,9 @@ namespace lumoplot {
 struct TNewValues {
     std::vector<TSeriesPoint> Points; ///< in the range, in order, with the Y that they have
     std::vector<double> Y;            ///< the formula at each
+    /// The standard error of each Y, 0 for none; empty where the data set has none. Those that a rule gives
+    /// follow the new Y, others become |f(y + σ) − f(y − σ)| / 2.
+    std::vector<double> YErrors;
     /// How many of Y are no finite numbers.
     int Unusable = 0;
 };
@@ -35,12 +38,17 @@ public:
 
     /// The values for the points in the range (all without one), at most `limit` of them.
     XYGRAPH_EXPORT TNewValues Evaluate(const std::optional<TXRange>& range, std::size_t limit = SIZE_MAX);
-    /// Gives the points in the range the values that Evaluate gives, with one notification; the Ids stay.
+    /// Gives the points in the range the values that Evaluate gives, standard errors included, with one
+    /// notification; the Ids stay.
     /// Returns how many points kept their Y because there was no value.
     XYGRAPH_EXPORT int Apply(const std::optional<TXRange>& range);
 
 private:
     struct TCompiled;
+    using TColumns = std::vector<std::vector<double>>;
+
+    std::vector<double> ValuesOf(const TColumns& columns, std::size_t count);
+    std::vector<double> ErrorsOf(const TNewValues& values, const TColumns& columns);
 
     TSeries& m_series;
     std::unique_ptr<TCompiled> m_compiled;

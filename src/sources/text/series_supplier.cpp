@@ -1,6 +1,8 @@
 #include "sources/text/series_supplier.h"
 
+#include "data/series/ds_info.h"
 #include "support/errors.h"
+#include "support/update_hold.h"
 
 namespace lumoplot {
 
@@ -8,8 +10,9 @@ TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const
                            TProgress& progress) {
     TPointChain points;
     const TMergeRule rule = series.MergeRule();
-    const auto addPoints = [&](std::span<const double> x, std::span<const double> y) {
-        if (!points.AddAll(x, y, rule))
+    const auto addPoints = [&](std::span<const double> x, std::span<const double> y,
+                               std::span<const double> yErrors) {
+        if (!points.AddAll(x, y, rule, yErrors))
             throw EFileError("File " + source.Name + " holds more rows than a data set can have points");
     };
     TTextLoadOptions withFormulas = options;
@@ -22,7 +25,11 @@ TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const
     if (series.DataSourceInfo().AutoRowHitFreq())
         series.DataSourceInfo().NoteRowSamplingFrequency(report.samplingFrequency);
     series.DataSourceInfo().SetNeedsReload(false);
-    series.SwapPoints(std::move(points));
+    const TUpdateHold hold(series);
+    const bool hadErrors = series.SwapPoints(std::move(points)).HasYErrors();
+    RenewYErrors(series);
+    if (hadErrors && !series.HasYErrors())
+        report.notes.push_back("the errors of Y that were there are gone: the source has none");
     return report;
 }
 

@@ -147,6 +147,11 @@ int FindTimeColumn(const TTextFormat& format) {
     return kNone;
 }
 
+std::string YErrorColumnOf(const TDSInfo& info) {
+    const TYErrorRule& rule = info.YErrorRule();
+    return rule.Kind == TYErrorKind::Column ? rule.Column : std::string();
+}
+
 const char* ReasonOf(const TTextColumn& column) {
     switch (column.role) {
     case TColumnRole::Counter: return " only counts the rows";
@@ -158,12 +163,17 @@ const char* ReasonOf(const TTextColumn& column) {
     return column.kind == TCellKind::Empty ? " is empty" : nullptr;
 }
 
+bool IsUsed(const TTextFormat& format, int column) {
+    return column == format.xColumn || column == format.yColumn || column == format.timeColumn ||
+           column == format.yErrorColumn;
+}
+
 } // namespace
 
 std::vector<std::string> LeftOutColumns(const TTextFormat& format) {
     std::vector<std::string> reasons;
     for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
-        if (i == format.xColumn || i == format.yColumn || i == format.timeColumn) continue;
+        if (IsUsed(format, i)) continue;
         const char* reason = ReasonOf(format.columns[static_cast<std::size_t>(i)]);
         if (reason) reasons.push_back("column " + ColumnText(format, i) + reason);
     }
@@ -173,8 +183,7 @@ std::vector<std::string> LeftOutColumns(const TTextFormat& format) {
 std::vector<int> OtherColumns(const TTextFormat& format) {
     std::vector<int> columns;
     for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
-        const bool isUsed = i == format.xColumn || i == format.yColumn || i == format.timeColumn;
-        if (!isUsed && KindOfColumn(format, i) == TCellKind::Number) columns.push_back(i);
+        if (!IsUsed(format, i) && KindOfColumn(format, i) == TCellKind::Number) columns.push_back(i);
     }
     return columns;
 }
@@ -191,6 +200,8 @@ std::string ChooseColumns(TTextFormat& format, const TDSInfo& info) {
     format.timeColumn = FindTimeColumn(format);
     format.xFormat = FormatOf(format, format.xColumn, info.XFormat());
     format.yFormat = FormatOf(format, format.yColumn, info.YFormat());
+    format.yErrorColumn = ColumnAsked(format, YErrorColumnOf(info), problem);
+    if (format.yErrorColumn == TTextFormat::kRowNumber) problem = "has no column 0 for the errors of Y";
     if (problem.empty() && format.yColumn == kNone) problem = "holds no column of numbers";
     return problem;
 }

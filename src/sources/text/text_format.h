@@ -72,6 +72,8 @@ struct TTextFormat {
     int yColumn = kNoColumn;  ///< from 0
     /// A column with a time of day that is added to the date in X, or kNoColumn.
     int timeColumn = kNoColumn;
+    /// The column (from 0) of the standard errors of Y, or kNoColumn.
+    int yErrorColumn = kNoColumn;
     TColumnFormat xFormat = TColumnFormat::Number;
     TColumnFormat yFormat = TColumnFormat::Number;
 

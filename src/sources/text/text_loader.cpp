@@ -49,7 +49,7 @@ private:
 std::optional<std::int64_t> CountRows(TTextPass& pass, TProgress& progress) {
     TTextReport report;
     pass.Run(
-        pass.ReadsEachRow() ? 1 : TTextPass::kCountOnly, [](auto, auto) {}, progress, report);
+        pass.ReadsEachRow() ? 1 : TTextPass::kCountOnly, [](auto, auto, auto) {}, progress, report);
     return report.cancelled ? std::nullopt : std::optional(report.rowsChosen);
 }
 
@@ -98,6 +98,10 @@ private:
         TPassProgress rest(m_progress, toBudget ? m_file.Size() : 0);
         TLimitedProgress limited(rest, m_options.rowLimit, report);
         pass.Run(report.samplingFrequency, m_sink, limited, report);
+        if (report.rowsWithoutYError > 0)
+            report.notes.push_back(
+                std::to_string(report.rowsWithoutYError) + " rows have no number above 0 in column " +
+                ColumnText(reading.format, reading.format.yErrorColumn) + " and no error of Y");
         if (formulas.KeepsY())
             report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
         return report;

@@ -33,10 +33,11 @@ struct TTextReport {
     static constexpr std::size_t kMaxMessages = 20;
 
     TTextReadings readings;
-    std::int64_t rowsChosen = 0;  ///< data rows that the row choice lets through
-    std::int64_t rowsUsed = 0;    ///< of them, those that became points
-    std::int64_t rowsSkipped = 0; ///< rows that were looked at and give no point
-    std::int64_t rowsMerged = 0;  ///< used rows that share a point with another because their X are the same
+    std::int64_t rowsChosen = 0;        ///< data rows that the row choice lets through
+    std::int64_t rowsUsed = 0;          ///< of them, those that became points
+    std::int64_t rowsSkipped = 0;       ///< rows that were looked at and give no point
+    std::int64_t rowsWithoutYError = 0; ///< used rows whose standard error of Y is none that can be used
+    std::int64_t rowsMerged = 0; ///< used rows that share a point with another because their X are the same
     /// "row 7: 'abc' in column 2 (Voltage) is not a number" for the first kMaxMessages skipped rows.
     std::vector<std::string> messages;
     /// What the user should know of the reading: "read again as …: row 3170: …".
@@ -48,8 +49,10 @@ struct TTextReport {
     std::string yName; ///< header of the Y column; empty without one, and where Y is made of other columns
 };
 
-/// Takes the points in the order of the file.
-using TPointSink = std::function<void(std::span<const double> x, std::span<const double> y)>;
+/// Takes the points in the order of the file. `yErrors` is empty where no column of standard errors was asked
+/// for; 0 stands for none.
+using TPointSink = std::function<void(std::span<const double> x, std::span<const double> y,
+                                      std::span<const double> yErrors)>;
 
 /// Reads the source as `info` describes it; the source name in `info` is not used. Row
 /// numbers count every row of the file from 1: headers, comments and empty rows too. A row choice by number

@@ -1,5 +1,6 @@
 #include "sources/text/text_pass.h"
 
+#include "data/points/point_block.h"
 #include "sources/cells/decimal.h"
 
 #include <algorithm>
@@ -57,6 +58,7 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
     m_y.resize(kBlockRows);
     m_rows.resize(kBlockRows);
     if (m_formulas.NeedsRow()) m_dataRows.resize(kBlockRows);
+    if (m_format.yErrorColumn != TTextFormat::kNoColumn) m_yErrors.resize(kBlockRows);
     m_columns.assign(m_formulas.Columns().size(), std::vector<double>(kBlockRows));
 }
 
@@ -104,8 +106,8 @@ const char* TTextPass::TakeRow(const char* text, const char* end, TTextEnd textE
 }
 
 bool TTextPass::IsFast(const char* text) const {
-    return m_fastRows.IsPossible() && m_columns.empty() && text < m_linesEnd && m_row >= m_firstRow &&
-           UsesRow();
+    return m_fastRows.IsPossible() && m_columns.empty() && m_yErrors.empty() && text < m_linesEnd &&
+           m_row >= m_firstRow && UsesRow();
 }
 
 // Takes rows of plain numbers as far as they come and as they are wanted; returns where the rest begins.
@@ -204,8 +206,16 @@ bool TTextPass::ReadRow(double& x, double& y, TRowProblem& problem) {
     return true;
 }
 
+// A row counts without its error, too.
+double TTextPass::ReadYError() {
+    double error = 0;
+    TRowProblem problem;
+    return m_values.ReadColumn(m_cells, m_format.yErrorColumn, error, problem) ? UsableYError(error) : 0;
+}
+
 void TTextPass::Add(double x, double y) {
     if (!m_byX) IsHit();
+    if (!m_yErrors.empty()) m_yErrors[m_count] = ReadYError();
     m_x[m_count] = x;
     m_y[m_count] = y;
     m_rows[m_count] = m_row;
@@ -242,11 +252,14 @@ void TTextPass::Flush() {
             if (!Keep(i)) continue;
             x[kept] = x[i];
             y[kept] = y[i];
+            if (!m_yErrors.empty()) m_yErrors[kept] = m_yErrors[i];
             ++kept;
         }
     }
     m_report->rowsUsed += static_cast<std::int64_t>(kept);
-    if (kept > 0) (*m_sink)(x.first(kept), y.first(kept));
+    const std::span errors(m_yErrors.data(), m_yErrors.empty() ? 0 : kept);
+    m_report->rowsWithoutYError += std::ranges::count(errors, 0.0);
+    if (kept > 0) (*m_sink)(x.first(kept), y.first(kept), errors);
     m_count = 0;
 }
 

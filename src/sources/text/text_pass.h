@@ -41,6 +41,7 @@ private:
     bool IsHit();
     void KeepOddRow(const char* text, const TTextRow& row);
     bool ReadRow(double& x, double& y, TRowProblem& problem);
+    double ReadYError();
     void Add(double x, double y);
     void ApplyFormulas(std::span<double> x, std::span<double> y);
     void Flush();
@@ -76,6 +77,7 @@ private:
     std::vector<double> m_y;
     std::vector<std::int64_t> m_rows;
     std::vector<double> m_dataRows;             ///< filled when the formulas read it
+    std::vector<double> m_yErrors;              ///< filled when a column of them is asked for
     std::vector<std::vector<double>> m_columns; ///< those that the formulas read
 };
 

@@ -88,8 +88,10 @@ private:
     }
 
     void Add(double x, double y, const TMergeRule& rule) {
-        EXPECT_TRUE(m_chain.Add(x, y, rule));
-        m_walked.Add(x, y, rule);
+        // Errors come and go in long runs, so that blocks with them meet blocks without.
+        const double error = m_walked.LastId / 700 % 2 == 1 && Chance() < 0.7 ? Chance() : 0;
+        EXPECT_TRUE(m_chain.Add(x, y, rule, error));
+        m_walked.Add(x, y, rule, error);
     }
 
     void AddOne(int step, int steps) {
@@ -138,6 +140,7 @@ private:
             ASSERT_EQ(cursor.X(), point.X);
             ASSERT_EQ(cursor.Y(), point.Y);
             ASSERT_EQ(cursor.Derived(), point.Derived);
+            ASSERT_EQ(cursor.YError(), point.YError);
             const auto found = m_chain.Find(point.Id);
             ASSERT_TRUE(found && found->X == point.X && found->Y == point.Y) << point.Id;
             cursor = cursor.Next();
@@ -228,6 +231,31 @@ TEST(PointChain, DerivedIsOneValueAPointOrNone) {
     EXPECT_TRUE(chain.Block(0).Derived.empty());
 }
 
+TEST(PointChain, YErrorsAreNumbersAbove0AndCostNothingUntilThereIsOne) {
+    TPointChain chain = Counted(1200);
+    for (const double error : {0.0, -1.0, kNaN, kInfinity}) EXPECT_TRUE(chain.SetYError(600, error));
+    EXPECT_FALSE(chain.HasYErrors());
+    for (std::size_t i = 0; i < chain.BlockCount(); ++i) EXPECT_TRUE(chain.Block(i).YErrors.empty());
+
+    EXPECT_TRUE(chain.SetYError(600, 0.5));
+    EXPECT_FALSE(chain.SetYError(5000, 0.5));
+    EXPECT_TRUE(chain.HasYErrors());
+    EXPECT_TRUE(chain.Block(0).YErrors.empty()) << "other blocks stay as they are";
+    chain.SetY(600, -1);
+    EXPECT_EQ(chain.Find(600)->YError, 0.5) << "another Y keeps its error";
+    chain.Erase(600);
+    EXPECT_FALSE(chain.HasYErrors());
+
+    std::vector<double> errors(1199, 2);
+    errors[3] = -2;
+    chain.SetYErrors(errors);
+    EXPECT_EQ(chain.Find(4)->YError, 0);
+    EXPECT_EQ(chain.Find(1200)->YError, 2);
+    EXPECT_THROW(chain.SetYErrors(std::span(errors).first(7)), std::invalid_argument);
+    chain.SetYErrors({});
+    EXPECT_FALSE(chain.HasYErrors());
+}
+
 TEST(PointChain, AddingAllAtOnceIsAddingOneByOne) {
     std::mt19937 random(5);
     for (const TMergeRule rule :
@@ -241,10 +269,12 @@ TEST(PointChain, AddingAllAtOnceIsAddingOneByOne) {
                 x += random() % 50 == 0 ? -3 : random() % 4;
                 xs.push_back(x);
             }
-            for (const double value : xs) single.Add(value, value / 2, rule);
+            const double error = block % 3 == 0 ? 0 : 0.25;
+            for (const double value : xs) single.Add(value, value / 2, rule, error);
             std::vector<double> ys(xs);
             for (double& y : ys) y /= 2;
-            ASSERT_TRUE(bulk.AddAll(xs, ys, rule));
+            const std::vector<double> errors(error > 0 ? xs.size() : 0, error);
+            ASSERT_TRUE(bulk.AddAll(xs, ys, rule, errors));
             ASSERT_EQ(bulk.Count(), single.Count());
             if (const auto id = static_cast<std::int32_t>(random() % 500); single.Erase(id)) bulk.Erase(id);
         }
@@ -252,6 +282,7 @@ TEST(PointChain, AddingAllAtOnceIsAddingOneByOne) {
         for (auto point = bulk.First(); point; point = point.Next(), other = other.Next()) {
             ASSERT_EQ(point.X(), other.X());
             ASSERT_EQ(point.Y(), other.Y());
+            ASSERT_EQ(point.YError(), other.YError());
             ASSERT_EQ(point.Id(), other.Id());
             ASSERT_EQ(bulk.Find(point.Id())->X, point.X());
         }

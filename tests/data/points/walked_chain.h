@@ -15,21 +15,21 @@ public:
     std::list<TSeriesPoint> Points;
     std::int32_t LastId = 0;
 
-    bool Add(double x, double y, const TMergeRule& rule) {
+    bool Add(double x, double y, const TMergeRule& rule, double yError = 0) {
         if (!std::isfinite(x)) return false;
         if (Points.empty() || x >= Points.back().X) {
             if (!Points.empty() && !rule.DuplicatesAllowed && x - rule.Tolerance <= Points.back().X)
-                Overwrite(Points.back(), x, y);
+                Overwrite(Points.back(), x, y, yError);
             else
-                Points.push_back({++LastId, x, y, 0});
+                Points.push_back({++LastId, x, y, 0, yError});
             return true;
         }
         auto p = Points.begin();
         while (p != Points.end() && !(x - rule.Tolerance <= p->X)) ++p;
         if (p != Points.end() && !rule.DuplicatesAllowed && std::fabs(p->X - x) <= rule.Tolerance)
-            Overwrite(*p, x, y);
+            Overwrite(*p, x, y, yError);
         else
-            Points.insert(p, {++LastId, x, y, 0});
+            Points.insert(p, {++LastId, x, y, 0, yError});
         return true;
     }
 
@@ -60,9 +60,10 @@ public:
     }
 
 private:
-    static void Overwrite(TSeriesPoint& point, double x, double y) {
+    static void Overwrite(TSeriesPoint& point, double x, double y, double yError) {
         point.X = x;
         point.Y = y;
+        point.YError = yError;
     }
 
     std::list<TSeriesPoint>::iterator Locate(std::int32_t id) {

@@ -37,6 +37,21 @@ struct TFormulaCase {
     int unusable;
 };
 
+TEST_F(SetValues, ErrorsOfYGoThroughTheFormula) {
+    const auto errorsAfter = [&](const char* formula) {
+        Target().Clear();
+        for (int i = 1; i <= 3; ++i) Target().AddPoint(i, 10 * i, i == 3 ? 0 : 0.5 * i);
+        TValueFormula(Target(), formula).Apply(std::nullopt);
+        return Target().YErrors();
+    };
+    using TErrors = std::vector<double>;
+    EXPECT_EQ(errorsAfter("3-2*y"), (TErrors{1, 2, 0}));
+    EXPECT_EQ(errorsAfter("2*y1"), (TErrors{1, 2, 0})) << "the data set by its other name";
+    EXPECT_EQ(errorsAfter("y*y"), (TErrors{10, 40, 0}));
+    EXPECT_EQ(errorsAfter("x"), TErrors()) << "what does not depend on Y has none";
+    EXPECT_EQ(errorsAfter("1/(x-1)"), (TErrors{0.5})) << "a point without a new value stays as it is";
+}
+
 TEST_F(SetValues, FormulasReadThePointAndTheOtherDataSets) {
     const TFormulaCase cases[] = {
         {"x+1", {2, 3, 4, 5}, 0},

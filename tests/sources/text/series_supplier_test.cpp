@@ -63,6 +63,46 @@ TEST_F(SeriesSupplier, FailedOrCancelledLoadChangesNothing) {
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(SeriesSupplier, AColumnGivesTheErrorsOfY) {
+    const std::string file = Write("x;y;s\n1;10;0.5\n2;20;-1\n3;30;oops\n4;40;\n5;50;1e-3\n5;60;2\n");
+    for (const char* column : {"3", "S"}) {
+        series.DataSourceInfo().SetYErrorRule({TYErrorKind::Column, 0, column});
+        const TTextReport report = LoadSeries(file);
+        EXPECT_EQ(report.rowsUsed, 6) << "a row without an error counts";
+        EXPECT_EQ(series.YErrors(), (std::vector<double>{0.5, 0, 0, 0, 2})) << "the last of equal X stays";
+        ASSERT_FALSE(report.notes.empty());
+        EXPECT_EQ(report.notes.back(), "3 rows have no number above 0 in column 3 (s) and no error of Y");
+    }
+    series.DataSourceInfo().SetYErrorRule({TYErrorKind::Percent, 10});
+    LoadSeries(file);
+    EXPECT_EQ(series.YErrors(), (std::vector<double>{1, 2, 3, 4, 6})) << "by its rule";
+    series.DataSourceInfo().SetYErrorRule({});
+    EXPECT_EQ(LoadSeries(file).notes.back(), "the errors of Y that were there are gone: the source has none");
+    EXPECT_FALSE(series.HasYErrors());
+    series.DataSourceInfo().SetYErrorRule({TYErrorKind::Column, 0, "sigma"});
+    EXPECT_THROW(LoadSeries(file), EFileError);
+}
+
+// Rows of plain numbers go the short way, which leaves none of the errors behind.
+TEST_F(SeriesSupplier, ErrorsStayWithTheirRowsWhenRowsAreLeftOut) {
+    std::string text;
+    for (int i = 1; i <= 5000; ++i)
+        text += std::to_string(i) + "," + std::to_string(2 * i) + "," + std::to_string(3 * i) + "\n";
+    const std::string file = Write(text);
+    TDSInfo& info = series.DataSourceInfo();
+    info.SetYErrorRule({TYErrorKind::Column, 0, "3"});
+    for (const TRowChoice choice : {TRowChoice::ByNumber, TRowChoice::ByX}) {
+        info.SetRowChoiceMode(choice);
+        info.SetRowChoiceValue1(100);
+        info.SetRowChoiceValue2(4500);
+        info.SetRowSamplingFrequency(7);
+        LoadSeries(file);
+        EXPECT_GT(series.Count(), 600);
+        for (auto point = series.First(); point; point = point.Next())
+            ASSERT_EQ(point.YError(), 3 * point.X());
+    }
+}
+
 TEST_F(SeriesSupplier, AutomaticFrequencyIsNoted) {
     std::string text;
     for (int i = 0; i < 1000; ++i) text += std::to_string(i) + ",1\n";

@@ -27,10 +27,13 @@ protected:
     TTextReport Load(const std::string& fileName, TProgress* progress = nullptr) {
         points.clear();
         TSilentProgress silent;
-        const auto sink = [this](std::span<const double> x, std::span<const double> y) {
+        yErrors.clear();
+        const auto sink = [this](std::span<const double> x, std::span<const double> y,
+                                 std::span<const double> errors) {
             for (std::size_t i = 0; i < x.size(); ++i) points.emplace_back(x[i], y[i]);
+            yErrors.insert(yErrors.end(), errors.begin(), errors.end());
         };
-        options.restart = [this] { points.clear(); };
+        options.restart = [this] { points.clear(), yErrors.clear(); };
         return LoadText(fileName, info, options, sink, progress ? *progress : silent);
     }
     TTextReport LoadThis(std::string_view text) { return Load(Write(text)); }
@@ -41,6 +44,7 @@ protected:
     TDSInfo info;
     TTextLoadOptions options;
     TPoints points;
+    std::vector<double> yErrors;
     QTemporaryDir m_directory;
 };
 
