@@ -51,6 +51,6 @@ XYGRAPH_EXPORT int SetYErrorsFrom(TDataSeries& series, const TDataSeries& errors
 XYGRAPH_EXPORT bool DropYErrors(TDataSeries& series);
 
 /// For points that are new or have another Y: by the rule of the source where it needs only Y.
-void RenewYErrors(TDataSeries& series);
+XYGRAPH_EXPORT void RenewYErrors(TDataSeries& series);
 
 } // namespace lumoplot

@@ -11,7 +11,9 @@ namespace {
 struct TManualEdits {
     std::vector<bool> Keep; ///< one a point
     std::vector<std::pair<std::int32_t, double>> NewYs;
-    std::vector<std::pair<double, double>> NewPoints;
+    std::vector<std::pair<std::int32_t, double>> NewYErrors;
+    std::vector<TSeriesPoint> NewPoints; ///< without an Id
+    bool EditsYErrors = false;
 };
 
 double ValueOf(const QString& text, int column, TColumnFormat xFormat) {
@@ -20,6 +22,7 @@ double ValueOf(const QString& text, int column, TColumnFormat xFormat) {
 
 double CellValue(const QString& text, std::size_t row, int column, TColumnFormat xFormat, double pointValue) {
     if (text.isNull()) return pointValue;
+    if (column == 2 && text.trimmed().isEmpty()) return 0;
     const std::string reason = ReasonAgainst(text, column, xFormat);
     if (!reason.empty()) throw EManualCell(row, column, reason);
     return ValueOf(text, column, xFormat);
@@ -41,14 +44,18 @@ public:
 private:
     void Take(std::size_t number, const TManualRow& row) {
         const bool isPoint = row.Point != TManualRow::kNew;
-        const bool cleared = !row.X.isNull() && !row.Y.isNull() && (row.X + row.Y).trimmed().isEmpty();
+        const bool cleared =
+            !row.X.isNull() && !row.Y.isNull() && (row.X + row.Y + row.YError).trimmed().isEmpty();
         if (row.IsEmpty() || cleared) return;
         const TSeriesPoint point = isPoint ? m_rows.Point(row.Point) : TSeriesPoint{};
         const QString x = isPoint || !row.X.isNull() ? row.X : QLatin1String("");
         const QString y = isPoint || !row.Y.isNull() ? row.Y : QLatin1String("");
         const double newX = CellValue(x, number, 0, m_xFormat, point.X);
         const double newY = CellValue(y, number, 1, m_xFormat, point.Y);
-        if (!isPoint || newX != point.X) return m_edits.NewPoints.emplace_back(newX, newY), void();
+        m_edits.EditsYErrors |= !row.YError.trimmed().isEmpty();
+        const double newYError = CellValue(row.YError, number, 2, m_xFormat, point.YError);
+        if (!isPoint || newX != point.X) return m_edits.NewPoints.push_back({0, newX, newY, 0, newYError});
+        if (newYError != point.YError) m_edits.NewYErrors.emplace_back(point.Id, newYError);
         m_edits.Keep[row.Point] = true;
         if (newY != point.Y) m_edits.NewYs.emplace_back(point.Id, newY);
     }
@@ -61,10 +68,11 @@ private:
 } // namespace
 
 std::string ReasonAgainst(const QString& text, int column, TColumnFormat xFormat) {
-    if (text.trimmed().isEmpty()) return column == 0 ? "X is empty" : "Y is empty";
+    if (text.trimmed().isEmpty()) return column == 0 ? "X is empty" : column == 1 ? "Y is empty" : "";
     try {
         const double value = ValueOf(text, column, xFormat);
         if (column == 0 && !std::isfinite(value)) return "X must be a finite number";
+        if (column == 2 && UsableYError(value) == 0) return "The error of Y must be a number above 0";
     } catch (const EConvertError& error) {
         return error.what();
     }
@@ -74,12 +82,13 @@ std::string ReasonAgainst(const QString& text, int column, TColumnFormat xFormat
 TManualPoints PointsOf(const TManualRows& rows, TColumnFormat xFormat, const TPointChain& current,
                        const TMergeRule& rule) {
     const TManualEdits edits = TEditReader(rows, xFormat).Read();
-    TManualPoints result{current, 0};
+    TManualPoints result{current, 0, edits.EditsYErrors};
     for (std::size_t place = 0; place < edits.Keep.size(); ++place)
         if (!edits.Keep[place]) result.Points.Erase(rows.Point(place).Id);
     for (const auto& [id, y] : edits.NewYs) result.Points.SetY(id, y);
     const auto wanted = static_cast<std::size_t>(result.Points.Count()) + edits.NewPoints.size();
-    for (const auto& [x, y] : edits.NewPoints) result.Points.Add(x, y, rule);
+    for (const auto& [id, error] : edits.NewYErrors) result.Points.SetYError(id, error);
+    for (const TSeriesPoint& point : edits.NewPoints) result.Points.Add(point.X, point.Y, rule, point.YError);
     result.Merged = static_cast<int>(wanted - static_cast<std::size_t>(result.Points.Count()));
     return result;
 }

@@ -18,8 +18,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kColumns = 2;
-
 enum class TDivider { Tab, Semicolon, Comma, Blanks };
 
 TDivider DividerOf(const QString& text) {
@@ -159,7 +157,7 @@ void TManualGrid::ClearSelection() {
 void TManualGrid::CopySelection() {
     if (!selectionModel()->hasSelection()) return;
     const QItemSelection selection = selectionModel()->selection();
-    int left = kColumns;
+    int left = m_points->columnCount();
     int right = -1;
     for (const QItemSelectionRange& range : selection) {
         left = std::min(left, range.left());
@@ -183,12 +181,13 @@ void TManualGrid::PasteClipboard() {
     QList<QStringList> block = SplitBlock(QApplication::clipboard()->text());
     qsizetype width = 0;
     for (const QStringList& cells : block) width = std::max(width, cells.size());
-    if (width > kColumns)
+    const int columns = m_points->columnCount();
+    if (width > columns)
         throw ELumoError("The copied block has " + std::to_string(width) +
                          " columns. Copy one column, or those of X and Y beside each other.");
     const QModelIndex cell = currentIndex();
     const int row = std::max(cell.row(), 0);
-    const int column = width == kColumns ? 0 : std::max(cell.column(), 0);
+    const int column = std::min(std::max(cell.column(), 0), columns - static_cast<int>(width));
     const QString reading = ReadCommas(block);
     m_points->Paste(row, column, block);
     GoTo(row, column);

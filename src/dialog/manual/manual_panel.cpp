@@ -47,6 +47,13 @@ void TManualPanel::ConnectControls() {
         m_context.Session().Change("X format of " + series.SeriesName(),
                                    [&] { series.DataSourceInfo().SetXFormat(format); });
     });
+    connect(m_ui->cb_ManualYErrors, &QCheckBox::clicked, this, [this](bool on) {
+        m_ui->grid->FinishEditing();
+        const QModelIndex cell = m_ui->grid->currentIndex();
+        m_points.ShowYErrors(on);
+        m_ui->grid->GoTo(cell.row(), std::min(cell.column(), m_points.columnCount() - 1));
+        ShowState();
+    });
     connect(&m_points, &TManualPointsModel::Edited, this, &TManualPanel::ShowState);
 }
 
@@ -115,6 +122,7 @@ void TManualPanel::ShowState() {
     if (m_points.HasEdits()) text += QStringLiteral(", edited");
     m_ui->lblState->setText(shown ? text : QString());
     m_ui->btnDeleteRows->setEnabled(rows > 0);
+    m_ui->cb_ManualYErrors->setChecked(m_points.ShowsYErrors());
 }
 
 } // namespace lumoplot

@@ -4,12 +4,23 @@
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_commit.h"
 #include "support/message_sink.h"
+#include "support/update_hold.h"
 
 #include <QTimer>
 #include <algorithm>
 #include <map>
 
 namespace lumoplot {
+namespace {
+
+/// The text of a cell of a row, constant or not.
+auto& TextOf(auto& row, int column) {
+    return column == TManualPointsModel::kXColumn   ? row.X
+           : column == TManualPointsModel::kYColumn ? row.Y
+                                                    : row.YError;
+}
+
+} // namespace
 
 TManualPointsModel::~TManualPointsModel() {
     Watch(nullptr);
@@ -30,10 +41,18 @@ void TManualPointsModel::Show(TSeries* series) {
     beginResetModel();
     Watch(series);
     m_rows.Show(series ? &series->Points() : nullptr);
+    m_hasYErrors = series && series->HasYErrors();
     m_pending.reset();
     m_marksEmptyCells = false;
     endResetModel();
     Q_EMIT Edited();
+}
+
+void TManualPointsModel::ShowYErrors(bool wanted) {
+    if (wanted == m_wantsYErrors) return;
+    beginResetModel();
+    m_wantsYErrors = wanted;
+    endResetModel();
 }
 
 std::shared_ptr<const TPendingRows> TManualPointsModel::Pending() const {
@@ -55,6 +74,7 @@ int TManualPointsModel::ShowPending(TSeries& series, const TPendingRows* pending
         m_rows = pending->Rows;
     else
         m_rows.Show(&series.Points());
+    m_hasYErrors = series.HasYErrors();
     m_pending.reset();
     m_marksEmptyCells = false;
     endResetModel();
@@ -91,7 +111,7 @@ void TManualPointsModel::SetXFormat(TColumnFormat format) {
 bool TManualPointsModel::Commit(TEqualX equalX) {
     if (!m_series || !HasEdits()) return true;
     m_marksEmptyCells = true;
-    Q_EMIT dataChanged(index(0, 0), index(Rows(), kYColumn));
+    Q_EMIT dataChanged(index(0, 0), index(Rows(), columnCount() - 1));
     TManualPoints result = PointsOf(m_rows, m_xFormat, m_series->Points(), m_series->MergeRule());
     if (result.Merged > 0) {
         if (equalX == TEqualX::Refuse) return false;
@@ -106,7 +126,14 @@ bool TManualPointsModel::Commit(TEqualX equalX) {
         }
     }
     m_committing = true;
-    m_series->SwapPoints(std::move(result.Points));
+    {
+        const TUpdateHold hold(*m_series);
+        m_series->SwapPoints(std::move(result.Points));
+        if (result.EditsYErrors)
+            m_series->DataSourceInfo().SetYErrorRule({}); // they are what was typed
+        else
+            RenewYErrors(*m_series);
+    }
     m_committing = false;
     Show(m_series);
     return true;
@@ -121,15 +148,19 @@ TManualRow TManualPointsModel::RowOrNew(int row) const {
 }
 
 QString TManualPointsModel::CellText(const TManualRow& row, int column) const {
-    const QString& text = column == kXColumn ? row.X : row.Y;
+    const QString& text = TextOf(row, column);
     if (!text.isNull() || row.Point == TManualRow::kNew) return text;
     const TSeriesPoint point = m_rows.Point(row.Point);
+    if (column == kYErrorColumn)
+        return point.YError > 0 ? XValueText(point.YError, TColumnFormat::Number) : QString();
     return column == kXColumn ? XValueText(point.X, m_xFormat) : XValueText(point.Y, TColumnFormat::Number);
 }
 
 std::string TManualPointsModel::ReasonAgainstCell(int row, int column) const {
     const TManualRow content = RowOrNew(row);
-    const QString& text = column == kXColumn ? content.X : content.Y;
+    if (column == kYErrorColumn)
+        return content.YError.isNull() ? std::string() : ReasonAgainst(content.YError, column, m_xFormat);
+    const QString& text = TextOf(content, column);
     const QString& other = column == kXColumn ? content.Y : content.X;
     if (text.isNull() && content.Point != TManualRow::kNew) return {};
     const bool empty = text.trimmed().isEmpty();
@@ -160,6 +191,7 @@ QVariant TManualPointsModel::headerData(int section, Qt::Orientation orientation
     if (orientation == Qt::Vertical)
         return section < Rows() ? QVariant(section + 1) : QVariant(QStringLiteral("*"));
     if (section == kYColumn) return QStringLiteral("Y");
+    if (section == kYErrorColumn) return QStringLiteral("Error of Y");
     return m_xFormat == TColumnFormat::DateTime ? QStringLiteral("X (date and time)") : QStringLiteral("X");
 }
 
@@ -168,7 +200,7 @@ Qt::ItemFlags TManualPointsModel::flags(const QModelIndex& index) const {
 }
 
 TManualRow TManualPointsModel::WithText(TManualRow row, int column, const QString& text) const {
-    (column == kXColumn ? row.X : row.Y) = text.isNull() ? QLatin1String("") : text;
+    TextOf(row, column) = text.isNull() ? QLatin1String("") : text;
     return row;
 }
 
@@ -200,7 +232,7 @@ void TManualPointsModel::Replace(int first, int wanted, std::vector<TManualRow> 
     if (inserted > removed) endInsertRows();
     if (removed > inserted) endRemoveRows();
     const int changed = kept + behindNew;
-    if (changed > 0) Q_EMIT dataChanged(index(row, 0), index(row + changed - 1, kYColumn));
+    if (changed > 0) Q_EMIT dataChanged(index(row, 0), index(row + changed - 1, columnCount() - 1));
     Q_EMIT headerDataChanged(Qt::Vertical, row, Rows());
     Q_EMIT Edited();
 }
@@ -210,7 +242,7 @@ void TManualPointsModel::Paste(int row, int column, const QList<QStringList>& bl
     rows.reserve(static_cast<std::size_t>(block.size()));
     for (qsizetype i = 0; i < block.size(); ++i) {
         TManualRow content = RowOrNew(row + static_cast<int>(i));
-        for (qsizetype j = 0; j < block[i].size() && column + j < 2; ++j)
+        for (qsizetype j = 0; j < block[i].size() && column + j < columnCount(); ++j)
             content = WithText(std::move(content), column + static_cast<int>(j), block[i][j]);
         rows.push_back(std::move(content));
     }

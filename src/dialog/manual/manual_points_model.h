@@ -24,6 +24,7 @@ class TManualPointsModel : public QAbstractTableModel {
 public:
     static constexpr int kXColumn = 0;
     static constexpr int kYColumn = 1;
+    static constexpr int kYErrorColumn = 2; ///< shown when it is used
 
     explicit TManualPointsModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
     ~TManualPointsModel() override;
@@ -33,6 +34,10 @@ public:
     void Show(TSeries* series);
     const TSeries* Series() const { return m_series; }
     void SetXFormat(TColumnFormat format);
+    /// The data set has errors of Y, or they were asked for.
+    bool ShowsYErrors() const { return m_wantsYErrors || m_hasYErrors; }
+    /// Errors that are there are shown in any case.
+    void ShowYErrors(bool wanted);
 
     /// Runs an edit, which makes it a step: "edit points", "insert rows".
     using TStepMaker = std::function<void(const char* name, const std::function<void()>& edit)>;
@@ -57,7 +62,9 @@ public:
     void ClearCells(const QModelIndexList& cells);
 
     int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : 2; }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : ShowsYErrors() ? 3 : 2;
+    }
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
@@ -84,6 +91,8 @@ private:
     TStepMaker m_makeStep;
     mutable std::shared_ptr<const TPendingRows> m_pending; ///< null when it is to be made anew
     TColumnFormat m_xFormat = TColumnFormat::Number;
+    bool m_wantsYErrors = false;
+    bool m_hasYErrors = false;      ///< when the points were shown
     bool m_marksEmptyCells = false; ///< a commit was refused: cells without a text are at fault too
     bool m_committing = false;
     bool m_showsAgainSoon = false;

@@ -80,14 +80,15 @@ TManualRow TManualRows::Row(std::size_t row) const {
     const std::size_t index = RangeOf(m_ends, row);
     const TPiece& piece = m_pieces[index];
     const std::size_t place = piece.Start + row - (m_ends[index] - piece.Count);
-    return piece.Edited ? m_edited->Rows[place] : TManualRow{place, {}, {}};
+    return piece.Edited ? m_edited->Rows[place] : TManualRow{place, {}, {}, {}};
 }
 
 TSeriesPoint TManualRows::Point(std::size_t place) const {
     const std::size_t block = RangeOf(m_blockEnds, place);
     const TPointSpans spans = m_points->Block(block);
     const std::size_t i = place - (m_blockEnds[block] - spans.X.size());
-    return {spans.Ids[i], spans.X[i], spans.Y[i], spans.Derived.empty() ? 0 : spans.Derived[i]};
+    return {spans.Ids[i], spans.X[i], spans.Y[i], spans.Derived.empty() ? 0 : spans.Derived[i],
+            spans.YErrors.empty() ? 0 : spans.YErrors[i]};
 }
 
 void TManualRows::SetPieces(TPieces pieces) {

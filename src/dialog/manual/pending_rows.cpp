@@ -27,7 +27,7 @@ void WriteRows(TRecoveryBytesWriter& writer, const std::vector<TManualRow>& rows
     writer.Count(rows.size());
     for (const TManualRow& row : rows) {
         writer.Number(row.Point == TManualRow::kNew ? -1 : static_cast<std::int32_t>(row.Point));
-        for (const QString* text : {&row.X, &row.Y}) {
+        for (const QString* text : {&row.X, &row.Y, &row.YError}) {
             writer.Flag(!text->isNull());
             writer.Text(*text);
         }
@@ -40,7 +40,7 @@ std::vector<TManualRow> ReadRows(TRecoveryBytesReader& reader, std::size_t point
         const auto point = reader.Number<std::int32_t>();
         if (point >= 0) row.Point = static_cast<std::size_t>(point);
         if (point >= 0 && row.Point >= pointCount) TRecoveryBytesReader::Refuse();
-        for (QString* text : {&row.X, &row.Y}) {
+        for (QString* text : {&row.X, &row.Y, &row.YError}) {
             const bool isText = reader.Flag();
             const QString typed = reader.ShownText();
             if (isText) *text = typed.isNull() ? QLatin1String("") : typed;

@@ -236,6 +236,30 @@ TEST_F(TManualGridTest, WhatIsTypedBecomesPointsWhenThePageIsCommitted) {
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
+TEST_F(TManualGridTest, ErrorsOfYHaveAColumnWhenTheyAreUsed) {
+    ShowPage();
+    EXPECT_EQ(Grid().model()->columnCount(), 2);
+    Click("cb_ManualYErrors");
+    ASSERT_EQ(Grid().model()->columnCount(), 3);
+    TypeCell(0, 2, QStringLiteral("0,5"));
+    TypeCell(1, 2, QStringLiteral("-1"));
+    EXPECT_TRUE(IsMarked(1, 2));
+    Click("btnPreview");
+    EXPECT_EQ(Sink.Only(), "Row 2: The error of Y must be a number above 0");
+    TypeCell(1, 2, QStringLiteral("1e-3"));
+    Paste(2, 0, QStringLiteral("3\t30\t0.25\n4\t40\n"));
+    TypeCell(1, 1, QStringLiteral("21"));
+    Click("btnPreview");
+    EXPECT_EQ(Points(), (TPairs{{1, 10}, {2, 21}, {3, 30}, {4, 40}}));
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{0.5, 0.001, 0.25, 0}));
+    Click("btnPreview");
+    EXPECT_EQ(Cell(2, 2), "0.25");
+    EXPECT_EQ(Cell(3, 2), "");
+    TypeCell(0, 2, QStringLiteral(" "));
+    Click("btnPreview");
+    EXPECT_EQ(Current().YErrors()[0], 0) << "an empty cell is no error";
+}
+
 TEST_F(TManualGridTest, ATextThatIsBeingTypedIsTakenToo) {
     ShowPage();
     GoTo(1, 1);

@@ -5,9 +5,11 @@
 #include "graph/model/holder.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -35,6 +37,26 @@ TEST_F(TWizardTest, ATypedNameStaysWhenTheSourceIsLoadedAgain) {
     Find<QTabWidget>("tabs").setCurrentIndex(TxyDataWizard::kDataSourcePage);
     Click("btnReload");
     EXPECT_EQ(Names(), std::vector<std::string>{"Mine"});
+}
+
+TEST_F(TWizardTest, ErrorsOfYComeFromARuleOrADataSet) {
+    Show({"a", "b"}); // (1, 10), (2, 20)
+    using TErrors = std::vector<double>;
+    Choose("cbx_YErrors", 2);
+    EXPECT_EQ(Current().YErrors(), (TErrors{0.5, 1})) << "5 percent";
+    Type("e_YErrorValue", QStringLiteral("10"));
+    EXPECT_EQ(Current().YErrors(), (TErrors{1, 2}));
+    Type("e_YErrorValue", QStringLiteral("-3"));
+    EXPECT_EQ(Current().YErrors(), (TErrors{1, 2})) << "what can be no percentage changes nothing";
+    Choose("cbx_YErrors", 3);
+    EXPECT_EQ(Current().YErrors(), (TErrors{std::sqrt(10.0), std::sqrt(20.0)}));
+    Choose("cbx_YErrors", 4);
+    EXPECT_EQ(Current().YErrors(), (TErrors{10, 20})) << "those of b";
+    Wizard.RefillPages();
+    EXPECT_EQ(Find<QComboBox>("cbx_YErrors").currentText(), QStringLiteral("As entered"));
+    EXPECT_EQ(Find<QLabel>("lblYErrorState").text(), QStringLiteral("2 of 2 points have one"));
+    Choose("cbx_YErrors", 0);
+    EXPECT_FALSE(Current().HasYErrors());
 }
 
 TEST_F(TWizardTest, ShapesAndStylesFollowTheirLists) {
