@@ -57,7 +57,8 @@ private:
         const TFileKind kind = KindOfFile(file);
         std::vector<TDataOptions> sets;
         if (kind == TFileKind::Graph) {
-            for (const auto& series : LoadGraph(data)->Graph().Series())
+            const auto document = LoadGraph(data);
+            for (const auto& series : document->Graph().Series())
                 sets.push_back({file, series->SeriesIndex(), text});
         } else {
             sets.push_back(data);

@@ -7,8 +7,10 @@
 
 #include "common/thrown_text.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
+#include <string>
 
 namespace lumoplot {
 namespace {
@@ -61,10 +63,10 @@ TEST(YErrors, AnotherDataSetGivesThemBetweenItsPoints) {
     AddFour(series);
     TDataSeries errors;
     errors.AddPoint(0, 1);
-    errors.AddPoint(1.5, 4);
+    errors.AddPoint(2, 5);
     errors.AddPoint(2.5, -1);
     EXPECT_EQ(SetYErrorsFrom(series, errors), 3);
-    EXPECT_EQ(series.YErrors(), (TErrors{1, 3, 1.5, 0}));
+    EXPECT_EQ(series.YErrors(), (TErrors{1, 3, 5, 0}));
 }
 
 TEST(YErrors, OneCanBeSetAndAnImpossibleOneIsRefused) {
@@ -72,7 +74,7 @@ TEST(YErrors, OneCanBeSetAndAnImpossibleOneIsRefused) {
     AddFour(series);
     int told = 0;
     series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons reasons) {
-        EXPECT_EQ(reasons, TDataSeries::kPointChanged);
+        EXPECT_EQ(reasons, TChangeReasons(TDataSeries::kPointChanged));
         ++told;
     });
     series.SetYError(2, 0.25);
@@ -152,7 +154,7 @@ TEST(YErrors, AThirdEntryWithoutTheKeyIsNone) {
     TBytes bytes;
     TxyWriter writer(bytes, TEncoding::Text);
     series.WriteToStream(writer, true);
-    const std::string key = "YErrors 72S";
+    const std::string key = "YErrors72S";
     const auto place = std::ranges::search(bytes, key).begin();
     ASSERT_NE(place, bytes.end());
     place[static_cast<std::ptrdiff_t>(key.size()) - 2] = '9'; // another reader's unknown key

@@ -49,7 +49,7 @@ TEST_F(SetValues, ErrorsOfYGoThroughTheFormula) {
     EXPECT_EQ(errorsAfter("2*y1"), (TErrors{1, 2, 0})) << "the data set by its other name";
     EXPECT_EQ(errorsAfter("y*y"), (TErrors{10, 40, 0}));
     EXPECT_EQ(errorsAfter("x"), TErrors()) << "what does not depend on Y has none";
-    EXPECT_EQ(errorsAfter("1/(x-1)"), (TErrors{0.5})) << "a point without a new value stays as it is";
+    EXPECT_EQ(errorsAfter("1/(x-1)"), (TErrors{0.5, 0, 0})) << "a point without a new value stays as it is";
 }
 
 TEST_F(SetValues, FormulasReadThePointAndTheOtherDataSets) {

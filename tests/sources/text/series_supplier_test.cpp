@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "sources/text/series_supplier.h"
 #include "sources/text/text_fixture.h"
+#include "support/errors.h"
 
 namespace lumoplot {
 namespace {
@@ -91,6 +92,8 @@ TEST_F(SeriesSupplier, ErrorsStayWithTheirRowsWhenRowsAreLeftOut) {
     const std::string file = Write(text);
     TDSInfo& info = series.DataSourceInfo();
     info.SetYErrorRule({TYErrorKind::Column, 0, "3"});
+    info.SetXDataColumn("1");
+    info.SetYDataColumn("2");
     for (const TRowChoice choice : {TRowChoice::ByNumber, TRowChoice::ByX}) {
         info.SetRowChoiceMode(choice);
         info.SetRowChoiceValue1(100);
