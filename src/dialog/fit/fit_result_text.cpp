@@ -18,9 +18,8 @@ std::string Counted(std::size_t count, const std::string& noun) {
 }
 
 std::string EndText(const TFitResult& result) {
-    std::string text = TextOf(result.End);
-    if (!text.empty())
-        text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+    std::string text = result.End == TFitEnd::Converged ? "The fit has converged"
+                                                        : "The fit has not converged: " + TextOf(result.End);
     text += " (" + Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", " +
             Counted(result.PointsUsed, "point");
     if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " without a value";
@@ -54,7 +53,9 @@ std::string FitResultText(const TCurFit& fit, int digits) {
     if (!fit.Result()) return {};
     const TFitResult& result = *fit.Result();
     std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";
-    text += EndText(result) + StatisticsText(result, digits);
+    text += EndText(result);
+    for (const std::string& remark : result.Remarks) text += remark + "\n";
+    text += StatisticsText(result, digits);
     for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)
         text += ParameterText(*fit.Parameter(number), result, number, digits);
     return text;
