@@ -26,6 +26,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QTabBar>
 #include <sstream>
 
@@ -172,6 +173,13 @@ void TCurveFittingPage::RefreshAfterPreview(TSeries& series) {
 void TCurveFittingPage::showEvent(QShowEvent* event) {
     TWizardPage::showEvent(event);
     ShowFunction();
+}
+
+// Return takes what is typed or presses the button that has the focus; it does not close the window.
+void TCurveFittingPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return TWizardPage::keyPressEvent(event);
+    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
 }
 
 void TCurveFittingPage::EnableControls() {

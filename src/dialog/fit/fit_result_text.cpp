@@ -2,6 +2,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "fit/run/fit_statistics.h"
 #include "support/message_text.h"
 #include "support/number_text.h"
 
@@ -12,6 +13,7 @@ namespace lumoplot {
 namespace {
 
 constexpr int kErrorDigits = 4;
+constexpr double kUnlikely = 0.05; // to come about by chance
 
 std::string Counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
@@ -56,6 +58,8 @@ std::string FitResultText(const TCurFit& fit, int digits) {
     text += EndText(result);
     for (const std::string& remark : result.Remarks) text += remark + "\n";
     text += StatisticsText(result, digits);
+    if (result.Quality.RunsProbability < kUnlikely)
+        for (const std::string& words : ResidualWords(result)) text += words + "\n";
     for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)
         text += ParameterText(*fit.Parameter(number), result, number, digits);
     return text;

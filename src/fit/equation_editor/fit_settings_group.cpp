@@ -75,8 +75,7 @@ void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
 }
 
 void TFitSettingsGroup::ShowNothing() {
-    for (TValueEdit* edit : {m_nPoints, m_tolerance, m_iterMax})
-        edit->ShowNothing();
+    for (TValueEdit* edit : {m_nPoints, m_tolerance, m_iterMax}) edit->ShowNothing();
     for (const TMargin* margin : {&m_left, &m_right}) ShowNumberText(*margin->Edit, {});
     for (QComboBox* list : {m_status, m_procedure}) {
         const QSignalBlocker quiet(list);

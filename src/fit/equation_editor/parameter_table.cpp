@@ -33,12 +33,16 @@ public:
         return edit;
     }
 
-    // A box in the middle, as the column's name stands over it.
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override {
-        QStyleOptionViewItem cell(option);
-        if (index.column() == TParameterModel::Vary) cell.features |= QStyleOptionViewItem::HasCheckIndicator;
-        QStyledItemDelegate::paint(painter, cell, index);
+protected:
+    // Tab takes what was typed and leaves the cell, as it leaves any edit; it does not go round in the table.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* edit = qobject_cast<QWidget*>(watched);
+        const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+        if (!edit || (key != Qt::Key_Tab && key != Qt::Key_Backtab))
+            return QStyledItemDelegate::eventFilter(watched, event);
+        Q_EMIT commitData(edit);
+        Q_EMIT closeEditor(edit, QAbstractItemDelegate::NoHint);
+        return true;
     }
 };
 

@@ -49,10 +49,10 @@ struct TReadyFunction {
 XYGRAPH_EXPORT const std::vector<TReadyFunction>& ReadyFunctions();
 
 /// The one of that name; null when there is none.
-XYGRAPH_EXPORT const TReadyFunction* FindReadyFunction(std::string_view name);
+const TReadyFunction* FindReadyFunction(std::string_view name);
 /// The one with the equation of the fit (blanks and letter case aside), its X variable and its parameters;
 /// null when there is none.
-XYGRAPH_EXPORT const TReadyFunction* ReadyFunctionOf(const TCurFit& fit);
+const TReadyFunction* ReadyFunctionOf(const TCurFit& fit);
 
 /// Puts equation, X variable and parameters, all varied, into the fit; its settings stay, its templates go.
 /// Units are put together of those of the axes; the parameters of an axis without a unit have none.
