@@ -43,7 +43,8 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         const TBytes before = ReadWholeFile(file);
         fit.SaveToFile(file);
         EXPECT_EQ(ReadWholeFile(file), before);
-        EXPECT_EQ(ReadWholeFile(SourceFile("src/fit/equation_editor/functions/" + name.toStdString())), before)
+        EXPECT_EQ(ReadWholeFile(SourceFile("src/fit/equation_editor/functions/" + name.toStdString())),
+                  before)
             << "what is installed";
     }
 }
