@@ -91,10 +91,6 @@ TXRange CurveRange(const TSeries& series) {
                                  : axis.Max()};
 }
 
-void TFitPicture::Clear() {
-    *this = {};
-}
-
 void TFitPicture::Take(const TSeries& series, TCurFit* model) {
     m_isEmpty = false;
     TakeData(series);
@@ -183,12 +179,6 @@ void TFitPicture::TakeBands(const TSeries& series) {
     for (const QPointF& place : m_curve) x.push_back(place.x());
     const TBands bands = BandsOf(fit, x, kBandConfidence);
     for (std::size_t i = 0; i < x.size(); ++i) m_bands.push_back({bands.Confidence[i], bands.Prediction[i]});
-}
-
-bool TFitPicture::ShowsCurve() const {
-    return std::ranges::any_of(m_curve, [&](const QPointF& place) {
-        return place.y() >= m_yRules.Min && place.y() <= m_yRules.Max;
-    });
 }
 
 void TFitPicture::TakeLook(const TSeries& series) {

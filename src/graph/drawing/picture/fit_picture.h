@@ -9,6 +9,7 @@
 
 #include <QImage>
 #include <QPen>
+#include <algorithm>
 #include <cstdint>
 
 class QPainter;
@@ -38,9 +39,13 @@ public:
     /// The data, with their baseline taken away, and the curve of `model`, a compiled fit; null for no curve.
     /// The bands are those of the last run of the data set's fit, while nothing has changed since.
     XYGRAPH_EXPORT void Take(const TSeries& series, TCurFit* model);
-    XYGRAPH_EXPORT void Clear();
+    void Clear() { *this = {}; }
     /// The curve is in sight, at least a part of it.
-    XYGRAPH_EXPORT bool ShowsCurve() const;
+    bool ShowsCurve() const {
+        return std::ranges::any_of(m_curve, [&](const QPointF& place) {
+            return place.y() >= m_yRules.Min && place.y() <= m_yRules.Max;
+        });
+    }
     /// Paints with the painter's font.
     XYGRAPH_EXPORT void Paint(QPainter& painter, const QRectF& place,
                               const TFitPictureOptions& options) const;
