@@ -3,35 +3,29 @@
 #include "cli/arguments.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/run/fit_report.h"
-#include "graph/drawing/picture/picture_file.h"
+#include "graph/drawing/picture/fit_picture.h"
 #include "support/replace_file.h"
 
-#include <QByteArray>
+#include <QBuffer>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 namespace lumoplot {
 namespace {
 
-constexpr QSize kPictureSize(800, 500);
+constexpr QSize kPictureSize(700, 460);
+constexpr double kPicturePixels = 2; // for each logical one
 
-// The points with the curve, as the address of a picture.
+// The points with the curve, its bands and the residuals, as the address of a picture.
 std::string PictureOf(const TCurFit& fit, const TDataOptions& data) {
     const auto document = LoadGraph(data);
     TSeries& chosen = ChosenSeries(document->Graph(), data);
-    for (const auto& series : document->Graph().Series()) series->SetActive(series == &chosen);
-    if (chosen.PointsShown()) chosen.SetLinesShown(false);
     chosen.CurveFit().Assign(&fit);
-    chosen.CurveFit().SetShowCurve(true);
-    chosen.CurveFit().SetStatus(TFitStatus::Function);
-    const QTemporaryDir folder;
-    const std::string file = folder.filePath(QStringLiteral("fit.png")).toStdString();
-    SaveGraphPicture(document->Graph(), file, kPictureSize);
-    const TBytes bytes = ReadWholeFile(file);
-    const QByteArray encoded =
-        QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()))
-            .toBase64();
-    return "data:image/png;base64," + encoded.toStdString();
+    chosen.CurveFit().RestoreRunState(fit.RunState());
+    if (chosen.ExtentsStale()) chosen.RecalcExtents();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    FitPictureOf(chosen, kPictureSize, kPicturePixels).save(&buffer, "PNG");
+    return "data:image/png;base64," + bytes.toBase64().toStdString();
 }
 
 } // namespace

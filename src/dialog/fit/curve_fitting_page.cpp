@@ -2,22 +2,32 @@
 
 #include "controls/number_edit.h"
 #include "data/series/ds_info.h"
+#include "data/series/plotted_values.h"
 #include "dialog/common/color_button.h"
 #include "dialog/common/typing_key.h"
+#include "dialog/fit/compare_window.h"
+#include "dialog/fit/fit_all_window.h"
 #include "dialog/fit/fit_result_text.h"
+#include "dialog/fit/fit_result_window.h"
+#include "dialog/fit/function_chooser.h"
 #include "dialog/fit/generate_points.h"
 #include "dialog/fit/template_group.h"
 #include "dialogs/edit_script.h"
+#include "dialogs/progress_window.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/parameter_group.h"
+#include "fit/functions/start_values.h"
 #include "graph/fitting/series_fitting.h"
+#include "graph/model/axis.h"
 #include "support/update_hold.h"
 #include "ui_curve_fitting_page.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QKeyEvent>
+#include <QTabBar>
 #include <sstream>
 
 namespace lumoplot {
@@ -26,10 +36,23 @@ namespace {
 constexpr int kResultDigits = 6;
 constexpr int kCopiedDigits = 12;
 
+// "s" in "Time [s]" and in "Time (s)"; empty when there is none.
+std::string UnitIn(const std::string& caption) {
+    for (const auto& [open, close] : {std::pair('[', ']'), std::pair('(', ')')}) {
+        const std::size_t from = caption.rfind(open);
+        if (from == std::string::npos || caption.find(close, from) != caption.size() - 1) continue;
+        return caption.substr(from + 1, caption.size() - from - 2);
+    }
+    return {};
+}
+
 } // namespace
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
+    // The bar of tabs itself: an order that names the whole of the tabs ends in a ring.
+    setTabOrder(m_ui->btnRewrite, m_ui->lists->tabBar());
+    setTabOrder(m_ui->lists->tabBar(), m_ui->t_Parameters);
     MakeGroups();
     ConnectCurve();
     ConnectActions();
@@ -44,43 +67,10 @@ TCurveFittingPage::~TCurveFittingPage() {
 }
 
 void TCurveFittingPage::MakeGroups() {
-    m_parameters = new TParameterGroup(*this,
-                                       {.List = m_ui->lb_Parameters,
-                                        .New = m_ui->btnAddParam,
-                                        .Delete = m_ui->btnDeleteParam,
-                                        .Name = m_ui->e_ParamName,
-                                        .Value = m_ui->e_ParamValue,
-                                        .Units = m_ui->e_ParamUnits,
-                                        .Description = m_ui->e_ParamDescription,
-                                        .Vary = m_ui->cb_ParamVary,
-                                        .ShowInLegend = m_ui->cb_ParamInLegend},
-                                       this);
-    m_formula = new TFormulaGroup(*this,
-                                  {.Formula = m_ui->m_Equation,
-                                   .XVarName = m_ui->e_XVarName,
-                                   .Fault = m_ui->lblFault,
-                                   .AddUnknown = m_ui->btnAddUnknown},
-                                  *m_parameters, this);
-    m_templates = new TTemplateGroup(*this,
-                                     {.List = m_ui->lb_Templates,
-                                      .New = m_ui->btnAddTemplate,
-                                      .Delete = m_ui->btnDeleteTemplate,
-                                      .First = m_ui->btnTemplateFirst,
-                                      .Up = m_ui->btnTemplateUp,
-                                      .Down = m_ui->btnTemplateDown,
-                                      .Name = m_ui->e_TemplateName,
-                                      .Description = m_ui->e_TemplateDescription,
-                                      .Text = m_ui->m_TemplateText},
-                                     this);
-    m_settings = new TFitSettingsGroup(*this,
-                                       {.NPoints = m_ui->e_NPoints,
-                                        .Tolerance = m_ui->e_Tolerance,
-                                        .Status = m_ui->cbx_Status,
-                                        .LeftMargin = m_ui->e_LeftMargin,
-                                        .RightMargin = m_ui->e_RightMargin,
-                                        .IterMax = m_ui->e_IterMax,
-                                        .Procedure = m_ui->cbx_Procedure},
-                                       this);
+    m_parameters = new TParameterGroup(*this, *this, this);
+    m_formula = new TFormulaGroup(*this, *this, *m_parameters, this);
+    m_templates = new TTemplateGroup(*this, *this, this);
+    m_settings = new TFitSettingsGroup(*this, *this, this);
 }
 
 TCurFit* TCurveFittingPage::Fit() {
@@ -101,6 +91,7 @@ void TCurveFittingPage::ChangeFit(const char* what, const std::function<void()>&
 
 void TCurveFittingPage::FitEdited() {
     EnableControls();
+    m_parameters->ShowTable();
     ShowFunction();
     ShowResult();
 }
@@ -124,11 +115,17 @@ void TCurveFittingPage::ConnectCurve() {
 
 void TCurveFittingPage::ConnectActions() {
     connect(m_ui->btnFit, &QPushButton::clicked, this, &TCurveFittingPage::RunFit);
+    connect(m_ui->btnTakeBetter, &QPushButton::clicked, this, &TCurveFittingPage::TakeBetter);
     connect(m_ui->btnCopyResult, &QPushButton::clicked, this, [this] {
         if (const TCurFit* fit = Fit())
             QGuiApplication::clipboard()->setText(QString::fromStdString(FitResultText(*fit, kCopiedDigits)));
     });
-    connect(m_ui->btnReport, &QPushButton::clicked, this, &TCurveFittingPage::ShowSettings);
+    connect(m_ui->btnReport, &QPushButton::clicked, this, &TCurveFittingPage::OpenReport);
+    connect(m_ui->btnResult, &QPushButton::clicked, this, &TCurveFittingPage::OpenResult);
+    connect(m_ui->btnFunctions, &QPushButton::clicked, this, &TCurveFittingPage::ChooseFunction);
+    connect(m_ui->btnFindStart, &QPushButton::clicked, this, &TCurveFittingPage::FindStart);
+    connect(m_ui->btnCompare, &QPushButton::clicked, this, &TCurveFittingPage::Compare);
+    connect(m_ui->btnFitAll, &QPushButton::clicked, this, &TCurveFittingPage::FitAll);
     connect(m_ui->btnGenerate, &QPushButton::clicked, this, &TCurveFittingPage::Generate);
     connect(m_ui->btnMore, &QPushButton::clicked, this, &TCurveFittingPage::RunEditor);
 }
@@ -156,6 +153,8 @@ void TCurveFittingPage::ShowNothing() {
     m_formula->ShowNothing();
     m_ui->plot->ShowNothing();
     m_ui->m_FitResult->hide();
+    m_ui->lblBetter->hide();
+    m_ui->btnTakeBetter->hide();
 }
 
 void TCurveFittingPage::Commit(TSeries&) {
@@ -176,6 +175,13 @@ void TCurveFittingPage::showEvent(QShowEvent* event) {
     ShowFunction();
 }
 
+// Return takes what is typed or presses the button that has the focus; it does not close the window.
+void TCurveFittingPage::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return TWizardPage::keyPressEvent(event);
+    if (auto* button = qobject_cast<QAbstractButton*>(focusWidget())) button->click();
+}
+
 void TCurveFittingPage::EnableControls() {
     const TCurFit* fit = Fit();
     const bool enabled = fit && fit->IsEnabled();
@@ -188,7 +194,9 @@ void TCurveFittingPage::EnableControls() {
     const bool hasLine = enabled && m_ui->cbx_CurveLine->currentIndex() > 0;
     m_ui->se_CurveWidth->setEnabled(hasLine);
     m_ui->b_CurveColor->setVisible(hasLine);
-    m_ui->btnFit->setEnabled(fit && fit->ShowsResult());
+    const bool hasEquation = fit && !fit->Expression().empty();
+    for (QWidget* button : {m_ui->btnFit, m_ui->btnFindStart, m_ui->btnCompare, m_ui->btnFitAll})
+        button->setEnabled(enabled && hasEquation);
 }
 
 void TCurveFittingPage::ShowResult() {
@@ -198,6 +206,10 @@ void TCurveFittingPage::ShowResult() {
     if (m_ui->m_FitResult->toPlainText() != shown) m_ui->m_FitResult->setPlainText(shown);
     m_ui->m_FitResult->setVisible(!shown.isEmpty());
     m_ui->btnCopyResult->setEnabled(!shown.isEmpty());
+    m_ui->btnResult->setEnabled(HasResult());
+    const bool isOffered = fit && fit->Result() && !fit->IsStale() && !fit->Result()->BetterValues.empty();
+    m_ui->lblBetter->setVisible(isOffered);
+    m_ui->btnTakeBetter->setVisible(isOffered);
 }
 
 // Only for those who look: taking the data of a large set takes its time.
@@ -215,10 +227,20 @@ void TCurveFittingPage::ShowFunction() {
     });
 }
 
-// As the graph does before it draws, but from the values as they stand.
+// As the graph does before it draws, but from the values as they stand. A function that was only drawn shows
+// its result from now on.
 void TCurveFittingPage::RunFit() {
     Edit("fit ", [&](TSeries& series) {
         m_settings->TakeMargins();
+        if (!series.CurveFit().ShowsResult()) series.CurveFit().SetStatus(TFitStatus::FinalResult);
+        RunPendingFit(series);
+        Context().RefillPages();
+    });
+}
+
+void TCurveFittingPage::TakeBetter() {
+    Edit("better minimum of ", [&](TSeries& series) {
+        TakeBetterMinimum(series.CurveFit());
         RunPendingFit(series);
         Context().RefillPages();
     });
@@ -246,6 +268,94 @@ void TCurveFittingPage::ShowSettings() {
         std::istringstream result(FitResultText(*fit, kCopiedDigits));
         for (std::string line; std::getline(result, line);) lines.push_back(line);
         EditScript(window(), &lines, QStringLiteral("LumoPlot Curve Fitting Settings"));
+    });
+}
+
+bool TCurveFittingPage::HasResult() {
+    const TCurFit* fit = Fit();
+    return fit && fit->ShowsResult() && fit->Result() && !fit->IsStale() && fit->FitError().empty();
+}
+
+void TCurveFittingPage::OpenResult() {
+    if (!HasResult()) return;
+    Guarded([&] { TFitResultWindow(*Context().CurrSeries(), window()).exec(); });
+}
+
+// Of a fit that has not run there are its settings to report.
+void TCurveFittingPage::OpenReport() {
+    if (!HasResult()) return ShowSettings();
+    Guarded([&] {
+        TFitResultWindow report(*Context().CurrSeries(), window());
+        report.ShowPage(TFitResultWindow::TPage::Report);
+        report.exec();
+    });
+}
+
+void TCurveFittingPage::ChooseFunction() {
+    if (!FitToEdit()) return;
+    TFunctionChooser chooser(window());
+    if (chooser.exec() != QDialog::Accepted || !chooser.Chosen()) return;
+    const TReadyFunction& function = *chooser.Chosen();
+    Edit("function of ", [&](TSeries& series) {
+        Context().Session().NameStep("function of " + series.SeriesName() + ": " + function.Title);
+        TCurFit& fit = series.CurveFit();
+        UseReadyFunction(function, fit, UnitIn(series.Graph().XAxis()->Title()),
+                         UnitIn(series.YAxisOfSeries()->Title()));
+        if (!fit.IsEnabled()) fit.SetStatus(TFitStatus::Function);
+        if (chooser.FindsStart() && series.Count() > 0) FindStartOf(series);
+        Context().RefillPages();
+    });
+}
+
+void TCurveFittingPage::FindStart() {
+    Edit("start values of ", [&](TSeries& series) {
+        m_settings->TakeMargins();
+        FindStartOf(series);
+        Context().RefillPages();
+    });
+}
+
+void TCurveFittingPage::FindStartOf(TSeries& series) {
+    ReadRowsForResults(series);
+    const TPlottedValues values = PlottedValues(series);
+    TProgressWindow progress;
+    TFitRun run;
+    run.Progress = &progress;
+    FindStartValues(series.CurveFit(), values.X, values.Y, run);
+}
+
+void TCurveFittingPage::Compare() {
+    if (!FitToEdit()) return;
+    m_settings->TakeMargins();
+    Guarded([&] {
+        ReadRowsForResults(*Context().CurrSeries());
+        TCompareWindow compare(*Context().CurrSeries(), window());
+        if (compare.exec() != QDialog::Accepted || !compare.Taken()) return;
+        Edit("minimum of ", [&](TSeries& series) {
+            std::size_t place = 0;
+            for (int i = 1; i <= series.CurveFit().NParams(); ++i)
+                if (series.CurveFit().Parameter(i)->Vary())
+                    series.CurveFit().Parameter(i)->SetValue(compare.Taken()->Values[place++]);
+            if (series.CurveFit().ShowsResult()) RunPendingFit(series);
+            Context().RefillPages();
+        });
+    });
+}
+
+void TCurveFittingPage::FitAll() {
+    if (!FitToEdit()) return;
+    m_settings->TakeMargins();
+    Guarded([&] {
+        TFitAllWindow all(Context().WorkGraph(), *Context().CurrSeries(), window());
+        if (all.exec() != QDialog::Accepted) return;
+        const bool makesSets = all.Wish() == TFitAllWindow::TWish::MakeDataSets;
+        const int number = Context().CurrSeries()->SeriesIndex();
+        Context().Session().Change(makesSets ? "data sets of parameters" : "fits of data sets",
+                                   [&] { makesSets ? all.MakeDataSets() : all.KeepFits(); });
+        if (makesSets)
+            Context().FillList(number);
+        else
+            Context().RefillPages();
     });
 }
 

@@ -33,6 +33,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     TCurFit* Fit() override;
@@ -48,9 +49,18 @@ private:
     void ShowFunction();
     void ShowResult();
     void RunFit();
+    void TakeBetter();
     void Generate();
     void ShowSettings();
     void RunEditor();
+    void ChooseFunction();
+    void FindStart();
+    void FindStartOf(TSeries& series);
+    void Compare();
+    void FitAll();
+    void OpenResult();
+    void OpenReport();
+    bool HasResult();
 
     std::unique_ptr<Ui::TCurveFittingPage> m_ui;
     TParameterGroup* m_parameters = nullptr;

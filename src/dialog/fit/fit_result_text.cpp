@@ -2,6 +2,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "fit/run/fit_statistics.h"
 #include "support/message_text.h"
 #include "support/number_text.h"
 
@@ -12,15 +13,15 @@ namespace lumoplot {
 namespace {
 
 constexpr int kErrorDigits = 4;
+constexpr double kUnlikely = 0.05; // to come about by chance
 
 std::string Counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
 std::string EndText(const TFitResult& result) {
-    std::string text = TextOf(result.End);
-    if (!text.empty())
-        text.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(text.front())));
+    std::string text = result.End == TFitEnd::Converged ? "The fit has converged"
+                                                        : "The fit has not converged: " + TextOf(result.End);
     text += " (" + Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", " +
             Counted(result.PointsUsed, "point");
     if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " without a value";
@@ -54,7 +55,11 @@ std::string FitResultText(const TCurFit& fit, int digits) {
     if (!fit.Result()) return {};
     const TFitResult& result = *fit.Result();
     std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";
-    text += EndText(result) + StatisticsText(result, digits);
+    text += EndText(result);
+    for (const std::string& remark : result.Remarks) text += remark + "\n";
+    text += StatisticsText(result, digits);
+    if (result.Quality.RunsProbability < kUnlikely)
+        for (const std::string& words : ResidualWords(result)) text += words + "\n";
     for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)
         text += ParameterText(*fit.Parameter(number), result, number, digits);
     return text;

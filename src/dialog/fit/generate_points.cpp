@@ -4,8 +4,6 @@
 #include "dialog/common/wizard_page.h"
 #include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
-#include "graph/model/axis.h"
-#include "graph/model/graph.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/update_hold.h"
@@ -44,18 +42,6 @@ std::string RangeText(const TXRange& range) {
 }
 
 } // namespace
-
-TXRange CurveRange(const TSeries& series) {
-    const TCurFit& fit = series.CurveFit();
-    const TAxis& axis = *series.Graph().XAxis();
-    const bool hasPoints = series.Count() > 0;
-    return {fit.UseLeftMargin() ? fit.LeftMargin()
-            : hasPoints         ? series.MinX()
-                                : axis.Min(),
-            fit.UseRightMargin() ? fit.RightMargin()
-            : hasPoints          ? series.MaxX()
-                                 : axis.Max()};
-}
 
 void GeneratePoints(TSeries& series) {
     TCurFit& fit = series.CurveFit();

@@ -1,14 +1,9 @@
 // Fills a data set with points of its equation.
 #pragma once
 
-#include "graph/model/series.h"
-#include "support/ranges.h"
+#include "graph/drawing/picture/fit_picture.h"
 
 namespace lumoplot {
-
-/// Where the curve is drawn and points are taken of it: from the left to the right margin; in the place of
-/// one that is not in use, the end of the data set, and without points of the X axis.
-TXRange CurveRange(const TSeries& series);
 
 inline constexpr int kMaxGeneratedPoints = 10'000'000;
 

@@ -11,14 +11,22 @@
 
 namespace lumoplot {
 
-TTemplateGroup::TTemplateGroup(TFitAccess& access, const TTemplateControls& controls, QObject* parent)
-    : QObject(parent), m_access(access), m_controls(controls) {
+TTemplateGroup::TTemplateGroup(TFitAccess& access, QWidget& form, QObject* parent)
+    : QObject(parent), m_access(access), m_list(form.findChild<QListWidget*>(QStringLiteral("lb_Templates"))),
+      m_new(form.findChild<QAbstractButton*>(QStringLiteral("btnAddTemplate"))),
+      m_delete(form.findChild<QAbstractButton*>(QStringLiteral("btnDeleteTemplate"))),
+      m_first(form.findChild<QAbstractButton*>(QStringLiteral("btnTemplateFirst"))),
+      m_up(form.findChild<QAbstractButton*>(QStringLiteral("btnTemplateUp"))),
+      m_down(form.findChild<QAbstractButton*>(QStringLiteral("btnTemplateDown"))),
+      m_name(form.findChild<QLineEdit*>(QStringLiteral("e_TemplateName"))),
+      m_description(form.findChild<QLineEdit*>(QStringLiteral("e_TemplateDescription"))),
+      m_text(form.findChild<TFormulaEdit*>(QStringLiteral("m_TemplateText"))) {
     ConnectList();
     ConnectFields();
 }
 
 int TTemplateGroup::SelectedNumber() const {
-    return m_controls.List->currentRow() + 1;
+    return m_list->currentRow() + 1;
 }
 
 TDBLFunction* TTemplateGroup::Selected() const {
@@ -42,8 +50,8 @@ void TTemplateGroup::EditSelected(const char* what, TAction&& action) {
 }
 
 void TTemplateGroup::ConnectList() {
-    connect(m_controls.List, &QListWidget::currentRowChanged, this, [this] { ShowFields(); });
-    connect(m_controls.New, &QAbstractButton::clicked, this, &TTemplateGroup::Add);
+    connect(m_list, &QListWidget::currentRowChanged, this, [this] { ShowFields(); });
+    connect(m_new, &QAbstractButton::clicked, this, &TTemplateGroup::Add);
     const auto connectMove = [this](QAbstractButton* button, const char* what, void (TCurFit::*move)(int),
                                     auto place) {
         connect(button, &QAbstractButton::clicked, this, [this, what, move, place] {
@@ -53,25 +61,22 @@ void TTemplateGroup::ConnectList() {
             });
         });
     };
-    connectMove(m_controls.Delete, "delete template", &TCurFit::DeleteTemplate,
-                [](int number) { return number - 1; });
-    connectMove(m_controls.First, "order of templates", &TCurFit::TemplateToTop, [](int) { return 1; });
-    connectMove(m_controls.Up, "order of templates", &TCurFit::TemplateUp,
-                [](int number) { return number - 1; });
-    connectMove(m_controls.Down, "order of templates", &TCurFit::TemplateDown,
-                [](int number) { return number + 1; });
+    connectMove(m_delete, "delete template", &TCurFit::DeleteTemplate, [](int number) { return number - 1; });
+    connectMove(m_first, "order of templates", &TCurFit::TemplateToTop, [](int) { return 1; });
+    connectMove(m_up, "order of templates", &TCurFit::TemplateUp, [](int number) { return number - 1; });
+    connectMove(m_down, "order of templates", &TCurFit::TemplateDown, [](int number) { return number + 1; });
 }
 
 void TTemplateGroup::ConnectFields() {
-    connect(m_controls.Name, &QLineEdit::textEdited, this, &TTemplateGroup::Rename);
-    connect(m_controls.Name, &QLineEdit::editingFinished, this, [this] {
-        if (const TDBLFunction* function = Selected()) ShowText(*m_controls.Name, function->Name);
+    connect(m_name, &QLineEdit::textEdited, this, &TTemplateGroup::Rename);
+    connect(m_name, &QLineEdit::editingFinished, this, [this] {
+        if (const TDBLFunction* function = Selected()) ShowText(*m_name, function->Name);
     });
-    connect(m_controls.Description, &QLineEdit::textEdited, this, [this](const QString& text) {
+    connect(m_description, &QLineEdit::textEdited, this, [this](const QString& text) {
         EditSelected("text of a template",
                      [&](TDBLFunction& function) { function.Description = text.toStdString(); });
     });
-    connect(m_controls.Text, &TFormulaEdit::FormulaEdited, this, [this](const QString& text) {
+    connect(m_text, &TFormulaEdit::FormulaEdited, this, [this](const QString& text) {
         EditSelected("text of a template",
                      [&](TDBLFunction& function) { function.Text = text.toStdString(); });
     });
@@ -93,18 +98,17 @@ void TTemplateGroup::Add() {
 void TTemplateGroup::Rename(const QString& text) {
     if (text.isEmpty()) return;
     EditSelected("name of a template", [&](TDBLFunction& function) { function.Name = text.toStdString(); });
-    m_controls.List->currentItem()->setText(text);
+    m_list->currentItem()->setText(text);
 }
 
 void TTemplateGroup::Fill(int number) {
     const TCurFit* fit = m_access.Fit();
     const int count = fit ? fit->NTemplates() : 0;
     {
-        const QSignalBlocker quiet(m_controls.List);
-        m_controls.List->clear();
-        for (int i = 1; i <= count; ++i)
-            m_controls.List->addItem(QString::fromStdString(fit->Template(i)->Name));
-        m_controls.List->setCurrentRow(std::clamp(number, std::min(1, count), count) - 1);
+        const QSignalBlocker quiet(m_list);
+        m_list->clear();
+        for (int i = 1; i <= count; ++i) m_list->addItem(QString::fromStdString(fit->Template(i)->Name));
+        m_list->setCurrentRow(std::clamp(number, std::min(1, count), count) - 1);
     }
     ShowFields();
 }
@@ -112,14 +116,13 @@ void TTemplateGroup::Fill(int number) {
 void TTemplateGroup::ShowFields() {
     const TDBLFunction* function = Selected();
     const TDBLFunction shown = function ? *function : TDBLFunction();
-    ShowText(*m_controls.Name, shown.Name);
-    ShowText(*m_controls.Description, shown.Description);
-    m_controls.Text->ShowFormula(QString::fromStdString(shown.Text));
+    ShowText(*m_name, shown.Name);
+    ShowText(*m_description, shown.Description);
+    m_text->ShowFormula(QString::fromStdString(shown.Text));
     for (QWidget* control :
-         {static_cast<QWidget*>(m_controls.Delete), static_cast<QWidget*>(m_controls.First),
-          static_cast<QWidget*>(m_controls.Up), static_cast<QWidget*>(m_controls.Down),
-          static_cast<QWidget*>(m_controls.Name), static_cast<QWidget*>(m_controls.Description),
-          static_cast<QWidget*>(m_controls.Text)})
+         {static_cast<QWidget*>(m_delete), static_cast<QWidget*>(m_first), static_cast<QWidget*>(m_up),
+          static_cast<QWidget*>(m_down), static_cast<QWidget*>(m_name), static_cast<QWidget*>(m_description),
+          static_cast<QWidget*>(m_text)})
         control->setEnabled(function != nullptr);
 }
 

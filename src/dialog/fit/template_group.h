@@ -14,24 +14,12 @@ namespace lumoplot {
 
 class TFormulaEdit;
 
-/// The controls of a form, which owns them.
-struct TTemplateControls {
-    QListWidget* List;
-    QAbstractButton* New;
-    QAbstractButton* Delete;
-    QAbstractButton* First;
-    QAbstractButton* Up;
-    QAbstractButton* Down;
-    QLineEdit* Name;
-    QLineEdit* Description;
-    TFormulaEdit* Text;
-};
-
 class TTemplateGroup : public QObject {
     Q_OBJECT
 
 public:
-    TTemplateGroup(TFitAccess& access, const TTemplateControls& controls, QObject* parent);
+    /// Finds its controls in the form by their names.
+    TTemplateGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
     /// Fills the list and the fields from the fit, selecting the template of that number (or the nearest).
     void Fill(int number = 1);
@@ -55,7 +43,15 @@ private:
     void EditSelected(const char* what, TAction&& action);
 
     TFitAccess& m_access;
-    TTemplateControls m_controls;
+    QListWidget* m_list;
+    QAbstractButton* m_new;
+    QAbstractButton* m_delete;
+    QAbstractButton* m_first;
+    QAbstractButton* m_up;
+    QAbstractButton* m_down;
+    QLineEdit* m_name;
+    QLineEdit* m_description;
+    TFormulaEdit* m_text;
 };
 
 } // namespace lumoplot

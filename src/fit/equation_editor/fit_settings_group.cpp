@@ -12,25 +12,28 @@ const QString kNoMargin = QStringLiteral("None");
 
 } // namespace
 
-TFitSettingsGroup::TFitSettingsGroup(TFitAccess& access, const TFitSettingsControls& controls,
-                                     QObject* parent)
-    : QObject(parent), m_access(access),
-      m_controls(controls), m_left{controls.LeftMargin, &TCurFit::LeftMargin, &TCurFit::UseLeftMargin,
-                                   &TCurFit::SetLeftMargin, &TCurFit::SetUseLeftMargin},
-      m_right{controls.RightMargin, &TCurFit::RightMargin, &TCurFit::UseRightMargin, &TCurFit::SetRightMargin,
-              &TCurFit::SetUseRightMargin} {
+TFitSettingsGroup::TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject* parent)
+    : QObject(parent), m_access(access), m_nPoints(form.findChild<TValueEdit*>(QStringLiteral("e_NPoints"))),
+      m_tolerance(form.findChild<TValueEdit*>(QStringLiteral("e_Tolerance"))),
+      m_status(form.findChild<QComboBox*>(QStringLiteral("cbx_Status"))),
+      m_iterMax(form.findChild<TValueEdit*>(QStringLiteral("e_IterMax"))),
+      m_procedure(form.findChild<QComboBox*>(QStringLiteral("cbx_Procedure"))),
+      m_left{form.findChild<QLineEdit*>(QStringLiteral("e_LeftMargin")), &TCurFit::LeftMargin,
+             &TCurFit::UseLeftMargin, &TCurFit::SetLeftMargin, &TCurFit::SetUseLeftMargin},
+      m_right{form.findChild<QLineEdit*>(QStringLiteral("e_RightMargin")), &TCurFit::RightMargin,
+              &TCurFit::UseRightMargin, &TCurFit::SetRightMargin, &TCurFit::SetUseRightMargin} {
     ConnectNumbers();
     ConnectLists();
 }
 
 void TFitSettingsGroup::ConnectNumbers() {
-    connect(m_controls.NPoints, &TValueEdit::ValueEdited, this, [this](double value) {
+    connect(m_nPoints, &TValueEdit::ValueEdited, this, [this](double value) {
         m_access.EditFit("number of points", [&](TCurFit& fit) { fit.SetNPoints(static_cast<int>(value)); });
     });
-    connect(m_controls.Tolerance, &TValueEdit::ValueEdited, this, [this](double value) {
+    connect(m_tolerance, &TValueEdit::ValueEdited, this, [this](double value) {
         m_access.EditFit("tolerance", [&](TCurFit& fit) { fit.SetTolerance(value); });
     });
-    connect(m_controls.IterMax, &TValueEdit::ValueEdited, this, [this](double value) {
+    connect(m_iterMax, &TValueEdit::ValueEdited, this, [this](double value) {
         m_access.EditFit("iterations", [&](TCurFit& fit) { fit.SetIterMax(static_cast<int>(value)); });
     });
     for (const TMargin* margin : {&m_left, &m_right})
@@ -38,10 +41,10 @@ void TFitSettingsGroup::ConnectNumbers() {
 }
 
 void TFitSettingsGroup::ConnectLists() {
-    connect(m_controls.Status, &QComboBox::currentIndexChanged, this, [this](int item) {
+    connect(m_status, &QComboBox::currentIndexChanged, this, [this](int item) {
         m_access.EditFit("status", [&](TCurFit& fit) { fit.SetStatus(TFitStatus{item}); });
     });
-    connect(m_controls.Procedure, &QComboBox::currentIndexChanged, this, [this](int item) {
+    connect(m_procedure, &QComboBox::currentIndexChanged, this, [this](int item) {
         m_access.EditFit("procedure", [&](TCurFit& fit) { fit.SetProcType(TFitProcedure{item}); });
     });
 }
@@ -72,10 +75,9 @@ void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
 }
 
 void TFitSettingsGroup::ShowNothing() {
-    for (TValueEdit* edit : {m_controls.NPoints, m_controls.Tolerance, m_controls.IterMax})
-        edit->ShowNothing();
+    for (TValueEdit* edit : {m_nPoints, m_tolerance, m_iterMax}) edit->ShowNothing();
     for (const TMargin* margin : {&m_left, &m_right}) ShowNumberText(*margin->Edit, {});
-    for (QComboBox* list : {m_controls.Status, m_controls.Procedure}) {
+    for (QComboBox* list : {m_status, m_procedure}) {
         const QSignalBlocker quiet(list);
         list->setCurrentIndex(-1);
     }
@@ -84,13 +86,13 @@ void TFitSettingsGroup::ShowNothing() {
 void TFitSettingsGroup::Fill() {
     const TCurFit* fit = m_access.Fit();
     if (!fit) return ShowNothing();
-    m_controls.NPoints->ShowValue(fit->NPoints());
-    m_controls.Tolerance->ShowValue(fit->Tolerance());
-    m_controls.IterMax->ShowValue(fit->IterMax());
-    const QSignalBlocker quietStatus(m_controls.Status);
-    const QSignalBlocker quietProcedure(m_controls.Procedure);
-    m_controls.Status->setCurrentIndex(static_cast<int>(fit->Status()));
-    m_controls.Procedure->setCurrentIndex(static_cast<int>(fit->ProcType()));
+    m_nPoints->ShowValue(fit->NPoints());
+    m_tolerance->ShowValue(fit->Tolerance());
+    m_iterMax->ShowValue(fit->IterMax());
+    const QSignalBlocker quietStatus(m_status);
+    const QSignalBlocker quietProcedure(m_procedure);
+    m_status->setCurrentIndex(static_cast<int>(fit->Status()));
+    m_procedure->setCurrentIndex(static_cast<int>(fit->ProcType()));
     ShowMargin(*fit, m_left);
     ShowMargin(*fit, m_right);
 }

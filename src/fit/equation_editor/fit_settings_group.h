@@ -13,24 +13,13 @@ namespace lumoplot {
 
 class TValueEdit;
 
-/// The controls of a form, which owns them.
-struct TFitSettingsControls {
-    TValueEdit* NPoints;
-    TValueEdit* Tolerance;
-    QComboBox* Status;
-    QLineEdit* LeftMargin;
-    QLineEdit* RightMargin;
-    TValueEdit* IterMax;
-    QComboBox* Procedure;
-};
-
 /// Margins are taken when their edit is left, and are then in use; "None" takes one out of use.
 class TFitSettingsGroup : public QObject {
     Q_OBJECT
 
 public:
-    XYWIDGETS_EXPORT TFitSettingsGroup(TFitAccess& access, const TFitSettingsControls& controls,
-                                       QObject* parent);
+    /// Finds its controls in the form by their names.
+    XYWIDGETS_EXPORT TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
     XYWIDGETS_EXPORT void Fill();
     /// Takes the margins that are still being typed.
@@ -52,7 +41,11 @@ private:
     static void ShowMargin(const TCurFit& fit, const TMargin& margin);
 
     TFitAccess& m_access;
-    TFitSettingsControls m_controls;
+    TValueEdit* m_nPoints;
+    TValueEdit* m_tolerance;
+    QComboBox* m_status;
+    TValueEdit* m_iterMax;
+    QComboBox* m_procedure;
     TMargin m_left;
     TMargin m_right;
 };

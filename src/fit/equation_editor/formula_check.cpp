@@ -1,5 +1,6 @@
 #include "fit/equation_editor/formula_check.h"
 
+#include "expr/formula_hints.h"
 #include "expr/names.h"
 
 #include <algorithm>
@@ -21,10 +22,69 @@ std::vector<std::string> UnknownNames(TCurFit& compiled) {
     return unknown;
 }
 
+// A bracket without its other one.
+void AddOpenBrackets(const std::string& formula, std::vector<TFormulaSpan>& spans) {
+    std::vector<std::size_t> open;
+    bool isString = false;
+    for (std::size_t i = 0; i < formula.size(); ++i) {
+        if (formula[i] == '\'') isString = !isString;
+        if (isString) continue;
+        if (formula[i] == '(') open.push_back(i);
+        if (formula[i] != ')') continue;
+        if (open.empty())
+            spans.push_back({i, 1});
+        else
+            open.pop_back();
+    }
+    for (const std::size_t place : open) spans.push_back({place, 1});
+}
+
+// A name that is used as a function and is none.
+void TakeNameHint(const TCurFit& fit, TFormulaCheck& check) {
+    TCurFit words;
+    const std::string& formula = fit.Expression();
+    const auto hint = FindNameHint(formula, words);
+    if (!hint || fit.IsParameter(hint->Name) || LowerCased(hint->Name) == LowerCased(fit.XVarName())) return;
+    check.Fault = (check.Fault.empty() ? "" : check.Fault + ": ") + hint->Text();
+    check.Spans = {{hint->Place, hint->Name.size()}};
+    if (hint->Nearest.empty()) return;
+    check.Rewritten = formula;
+    check.Rewritten.replace(hint->Place, hint->Name.size(), hint->Nearest.front());
+    check.RewriteCaption = "Use " + hint->Nearest.front();
+}
+
+void TakeSignHint(const std::string& formula, TFormulaCheck& check) {
+    const auto hint = FindSignHint(formula);
+    if (!hint) return;
+    check.Hint = hint->Text;
+    check.Rewritten = hint->Rewritten;
+    check.RewriteCaption = "Rewrite";
+    check.Spans.push_back({hint->Place, hint->Length});
+}
+
+bool IsInName(const std::string& formula, std::size_t place) {
+    return place < formula.size() && (IsNamePart(formula[place]) || formula[place] == '.');
+}
+
+// Wherever the name stands as a whole.
+void AddUses(const std::string& formula, const std::string& name, std::vector<TFormulaSpan>& spans) {
+    const std::string lower = LowerCased(formula);
+    const std::string wanted = LowerCased(name);
+    for (std::size_t at = lower.find(wanted); at != std::string::npos; at = lower.find(wanted, at + 1))
+        if (!IsInName(lower, at + wanted.size()) && (at == 0 || !IsInName(lower, at - 1)))
+            spans.push_back({at, wanted.size()});
+}
+
+void FindPlaces(const std::string& formula, TFormulaCheck& check) {
+    for (const std::string& name : check.UnknownNames) AddUses(formula, name, check.Spans);
+    if (!check.Fault.empty()) AddOpenBrackets(formula, check.Spans);
+}
+
 } // namespace
 
 std::string TFormulaCheck::Text() const {
-    if (!Fault.empty() || UnknownNames.empty()) return Fault;
+    if (!Fault.empty()) return Fault;
+    if (UnknownNames.empty()) return Hint;
     std::string text = "Not known as variable or parameter: ";
     for (const std::string& name : UnknownNames) text += name == UnknownNames.front() ? name : ", " + name;
     return text;
@@ -42,6 +102,9 @@ TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed) {
     } catch (const ELumoError& error) {
         check.Fault = error.what();
     }
+    FindPlaces(fit.Expression(), check);
+    TakeNameHint(fit, check);
+    if (check.Fault.empty()) TakeSignHint(fit.Expression(), check);
     if (typed.empty()) check.Fault = "An empty expression is not stored; the last one stays";
     return check;
 }

@@ -2,19 +2,35 @@
 
 #include "controls/mark_color.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QScrollBar>
+#include <QStringListModel>
+#include <QTextBlock>
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
 namespace {
 
 const QString kBrackets = QStringLiteral("()");
+constexpr int kLettersToOffer = 2;
+
+bool IsPartOfName(QChar c) {
+    return c == QLatin1Char('_') || (c.unicode() < 128 && c.isLetterOrNumber());
+}
 
 } // namespace
 
-TFormulaEdit::TFormulaEdit(QWidget* parent) : QPlainTextEdit(parent) {
+TFormulaEdit::TFormulaEdit(QWidget* parent)
+    : QPlainTextEdit(parent), m_names(new QStringListModel(this)),
+      m_completer(new QCompleter(m_names, this)) {
+    m_completer->setWidget(this);
+    m_completer->setCaseSensitivity(Qt::CaseInsensitive);
+    connect(m_completer, qOverload<const QString&>(&QCompleter::activated), this, &TFormulaEdit::Complete);
     setTabChangesFocus(true);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -85,10 +101,95 @@ void TFormulaEdit::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && m_isMarked && !m_isMarking) ShowMark();
 }
 
+void TFormulaEdit::Underline(const std::vector<TPiece>& pieces, bool isFault) {
+    QList<QTextEdit::ExtraSelection> selections;
+    for (const TPiece& piece : pieces) {
+        QTextEdit::ExtraSelection selection;
+        selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+        selection.format.setUnderlineColor(isFault ? QColor(Qt::red) : QColor(230, 150, 0));
+        selection.cursor = textCursor();
+        selection.cursor.setPosition(piece.Place);
+        selection.cursor.setPosition(std::min(piece.Place + piece.Length, document()->characterCount() - 1),
+                                     QTextCursor::KeepAnchor);
+        selections << selection;
+    }
+    setExtraSelections(selections);
+}
+
+void TFormulaEdit::SetNames(const QStringList& names) {
+    if (m_names->stringList() != names) m_names->setStringList(names);
+}
+
+QString TFormulaEdit::TypedName() const {
+    const QTextCursor cursor = textCursor();
+    const QString before = cursor.block().text().left(cursor.positionInBlock());
+    qsizetype start = before.size();
+    while (start > 0 && IsPartOfName(before[start - 1])) --start;
+    const QString name = before.mid(start);
+    return name.isEmpty() || name.front().isDigit() ? QString() : name;
+}
+
+// A list below the caret, once there is enough to choose by and not yet all of a name.
+void TFormulaEdit::OfferNames() {
+    const QString typed = TypedName();
+    QAbstractItemView* list = m_completer->popup();
+    if (typed.size() < kLettersToOffer) return list->hide();
+    if (typed != m_completer->completionPrefix()) m_completer->setCompletionPrefix(typed);
+    const bool isWhole = m_completer->completionCount() == 1 &&
+                         m_completer->currentCompletion().compare(typed, Qt::CaseInsensitive) == 0;
+    if (m_completer->completionCount() == 0 || isWhole) return list->hide();
+    QRect place = cursorRect();
+    place.setWidth(list->sizeHintForColumn(0) + 2 * list->frameWidth() +
+                   list->verticalScrollBar()->sizeHint().width());
+    m_completer->complete(place);
+}
+
+void TFormulaEdit::Complete(const QString& name) {
+    QTextCursor cursor = textCursor();
+    cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor,
+                        static_cast<int>(m_completer->completionPrefix().size()));
+    setTextCursor(cursor);
+    m_completer->popup()->hide();
+    if (!name.endsWith(kBrackets)) return insertPlainText(name);
+    insertPlainText(name);
+    moveCursor(QTextCursor::Left);
+}
+
+// The keys that belong to the list while it is open.
+bool TFormulaEdit::TakeCompletionKey(QKeyEvent& event) {
+    QAbstractItemView* list = m_completer->popup();
+    if (!list->isVisible()) return false;
+    const QModelIndex chosen = list->currentIndex();
+    switch (event.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!chosen.isValid() && event.key() != Qt::Key_Tab) {
+            list->hide();
+            return false;
+        }
+        Complete(chosen.isValid() ? chosen.data().toString() : m_completer->currentCompletion());
+        return true;
+    case Qt::Key_Escape: list->hide(); return true;
+    default: return false;
+    }
+}
+
+void TFormulaEdit::focusOutEvent(QFocusEvent* event) {
+    if (event->reason() != Qt::PopupFocusReason) m_completer->popup()->hide();
+    QPlainTextEdit::focusOutEvent(event);
+}
+
 void TFormulaEdit::keyPressEvent(QKeyEvent* event) {
+    if (TakeCompletionKey(*event)) return;
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && !m_takesReturn) return event->ignore();
     QPlainTextEdit::keyPressEvent(event);
+    const bool isTyped = !event->text().isEmpty() && IsPartOfName(event->text().front());
+    if (isTyped || event->key() == Qt::Key_Backspace)
+        OfferNames();
+    else
+        m_completer->popup()->hide();
 }
 
 } // namespace lumoplot

@@ -1,10 +1,14 @@
-// The edit of a formula: wraps long ones, takes pieces from buttons at its caret, and is marked with a reason
-// while the formula is faulty.
+// The edit of a formula: wraps long ones, completes names, takes pieces from buttons at its caret, and is
+// marked with a reason while the formula is faulty.
 #pragma once
 
 #include "controls/widgets_export.h"
 
 #include <QPlainTextEdit>
+#include <vector>
+
+class QCompleter;
+class QStringListModel;
 
 namespace lumoplot {
 
@@ -26,6 +30,16 @@ public:
     /// Marks the edit and shows the reason as its hint; an empty reason takes the mark away.
     void Mark(const QString& reason);
 
+    /// A piece of the text, in its characters.
+    struct TPiece {
+        int Place;
+        int Length;
+    };
+    /// Underlines the pieces, as wrong ones when `isFault`, else as doubtful ones.
+    void Underline(const std::vector<TPiece>& pieces, bool isFault);
+    /// The names that are offered while one is typed; they are completed with Return or Tab.
+    void SetNames(const QStringList& names);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -35,8 +49,13 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    bool TakeCompletionKey(QKeyEvent& event);
+    void OfferNames();
+    void Complete(const QString& name);
+    QString TypedName() const;
     void WrapSelection(const QString& piece);
     void ShowMark();
 
@@ -45,6 +64,8 @@ private:
     bool m_isMarked = false;
     bool m_isMarking = false;
     QString m_plainToolTip;
+    QStringListModel* m_names;
+    QCompleter* m_completer;
 };
 
 } // namespace lumoplot

@@ -1,5 +1,5 @@
 // The controls for the equation of a curve fit, in whatever form they lie: the formula, the name of its X
-// variable, what is wrong with them, and the button that makes parameters of unknown names.
+// variable, what is wrong with them, and the buttons that mend it.
 #pragma once
 
 #include "controls/widgets_export.h"
@@ -19,21 +19,13 @@ namespace lumoplot {
 class TFormulaEdit;
 class TParameterGroup;
 
-/// The controls of a form, which owns them.
-struct TFormulaControls {
-    TFormulaEdit* Formula;
-    QLineEdit* XVarName;
-    QLabel* Fault;
-    QPushButton* AddUnknown;
-};
-
 class TFormulaGroup : public QObject {
     Q_OBJECT
 
 public:
-    /// Unknown names become parameters of that group.
-    XYWIDGETS_EXPORT TFormulaGroup(TFitAccess& access, const TFormulaControls& controls,
-                                   TParameterGroup& parameters, QObject* parent);
+    /// Finds its controls in the form by their names. Unknown names become parameters of that group.
+    XYWIDGETS_EXPORT TFormulaGroup(TFitAccess& access, QWidget& form, TParameterGroup& parameters,
+                                   QObject* parent);
 
     XYWIDGETS_EXPORT void Fill();
     XYWIDGETS_EXPORT void ShowNothing();
@@ -42,10 +34,18 @@ public:
 
 private:
     void TakeXVarName(const std::string& name);
+    void Rewrite();
+    void OfferNames(const TCurFit& fit);
+    void ShowMarks(const TFormulaCheck& check);
 
     TFitAccess& m_access;
-    TFormulaControls m_controls;
+    TFormulaEdit* m_formula;
+    QLineEdit* m_xVarName;
+    QLabel* m_fault;
+    QPushButton* m_addUnknown;
+    QPushButton* m_rewrite;
     std::vector<std::string> m_unknownNames;
+    std::string m_rewritten;
 };
 
 } // namespace lumoplot

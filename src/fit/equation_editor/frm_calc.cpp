@@ -4,9 +4,11 @@
 #include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/function_list.h"
 #include "fit/equation_editor/parameter_group.h"
+#include "fit/equation_editor/parameter_model.h"
 #include "support/number_text.h"
 #include "ui_frm_calc.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScreen>
 
@@ -14,6 +16,15 @@ namespace lumoplot {
 namespace {
 
 constexpr int kResultDigits = 15;
+
+// A list to choose from: the edits beside it show the rest.
+void ShowNamesOnly(QTableView& table) {
+    for (int column = 0; column < TParameterModel::ColumnCount; ++column)
+        table.setColumnHidden(column, column != TParameterModel::Name);
+    table.horizontalHeader()->hide();
+    table.setShowGrid(false);
+    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+}
 
 } // namespace
 
@@ -23,7 +34,7 @@ TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
     if (parent) setWindowIcon(parent->window()->windowIcon());
     for (const TListedFunction& function : ListedFunctions())
         m_ui->lb_Functions->addItem(QString::fromLatin1(function.Piece));
-    m_ui->keypad->TakeKeys(*m_ui->e_Expression);
+    m_ui->keypad->TakeKeys(*m_ui->m_Equation);
     MakeGroups();
     ConnectEvaluation();
     ConnectPieces();
@@ -40,34 +51,10 @@ TfrmCalc::~TfrmCalc() {
 }
 
 void TfrmCalc::MakeGroups() {
-    m_parameters = new TParameterGroup(*this,
-                                       {.List = m_ui->lb_Parameters,
-                                        .New = m_ui->btnNewParameter,
-                                        .Delete = m_ui->btnDeleteParameter,
-                                        .Name = m_ui->e_ParameterName,
-                                        .Value = m_ui->e_ParameterValue,
-                                        .Units = m_ui->e_ParameterUnits,
-                                        .Description = m_ui->e_ParameterDescription,
-                                        .Vary = m_ui->cb_Vary,
-                                        .ShowInLegend = m_ui->cb_ShowInLegend,
-                                        .StartDeviation = m_ui->e_StartDeviation,
-                                        .FinalDeviation = m_ui->e_FinalDeviation},
-                                       this);
-    m_formula = new TFormulaGroup(*this,
-                                  {.Formula = m_ui->e_Expression,
-                                   .XVarName = m_ui->e_XVarName,
-                                   .Fault = m_ui->lblFault,
-                                   .AddUnknown = m_ui->btnAddUnknown},
-                                  *m_parameters, this);
-    m_settings = new TFitSettingsGroup(*this,
-                                       {.NPoints = m_ui->e_NPoints,
-                                        .Tolerance = m_ui->e_Tolerance,
-                                        .Status = m_ui->cbx_Status,
-                                        .LeftMargin = m_ui->e_LeftMargin,
-                                        .RightMargin = m_ui->e_RightMargin,
-                                        .IterMax = m_ui->e_IterMax,
-                                        .Procedure = m_ui->cbx_Procedure},
-                                       this);
+    m_parameters = new TParameterGroup(*this, *this, this);
+    m_formula = new TFormulaGroup(*this, *this, *m_parameters, this);
+    m_settings = new TFitSettingsGroup(*this, *this, this);
+    ShowNamesOnly(*m_ui->t_Parameters);
 }
 
 void TfrmCalc::ConnectEvaluation() {
@@ -81,17 +68,17 @@ void TfrmCalc::ConnectEvaluation() {
 
 void TfrmCalc::ConnectPieces() {
     connect(m_ui->keypad, &TKeypad::PieceChosen, this, [this](const QString& piece) {
-        m_ui->e_Expression->InsertPiece(piece);
-        if (!m_ui->keypad->isAncestorOf(focusWidget())) m_ui->e_Expression->setFocus();
+        m_ui->m_Equation->InsertPiece(piece);
+        if (!m_ui->keypad->isAncestorOf(focusWidget())) m_ui->m_Equation->setFocus();
     });
     connect(m_ui->lb_Functions, &QListWidget::currentRowChanged, this, &TfrmCalc::ShowFunctionHelp);
     connect(m_ui->lb_Functions, &QListWidget::itemDoubleClicked, this, &TfrmCalc::InsertFunction);
     connect(m_ui->btnFunction, &QPushButton::clicked, this, &TfrmCalc::InsertFunction);
     connect(m_ui->btnVariable, &QPushButton::clicked, this, [this] { Insert(m_ui->e_XVarName->text()); });
-    connect(m_ui->lb_Parameters, &QListWidget::itemDoubleClicked, this, &TfrmCalc::InsertParameter);
+    connect(m_ui->t_Parameters, &QTableView::doubleClicked, this, &TfrmCalc::InsertParameter);
     connect(m_ui->btnParameter, &QPushButton::clicked, this, &TfrmCalc::InsertParameter);
     m_ui->lb_Functions->installEventFilter(this);
-    m_ui->lb_Parameters->installEventFilter(this);
+    m_ui->t_Parameters->installEventFilter(this);
     m_ui->lb_Functions->setCurrentRow(0);
 }
 
@@ -110,16 +97,16 @@ bool TfrmCalc::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return QDialog::eventFilter(watched, event);
-    QPushButton* button = watched == m_ui->lb_Functions    ? m_ui->btnFunction
-                          : watched == m_ui->lb_Parameters ? m_ui->btnParameter
-                                                           : m_ui->btnResult;
+    QPushButton* button = watched == m_ui->lb_Functions   ? m_ui->btnFunction
+                          : watched == m_ui->t_Parameters ? m_ui->btnParameter
+                                                          : m_ui->btnResult;
     button->click();
     return true;
 }
 
 void TfrmCalc::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
-        m_ui->e_Expression->setFocus();
+        m_ui->m_Equation->setFocus();
         if (const QScreen* on = screen()) move(on->availableGeometry().center() - rect().center());
     }
     QDialog::showEvent(event);
@@ -143,6 +130,7 @@ void TfrmCalc::ShowXName() {
 void TfrmCalc::FitEdited() {
     m_ui->e_Result->clear();
     ShowXName();
+    m_parameters->ShowTable();
     m_formula->Check();
 }
 
@@ -153,8 +141,8 @@ void TfrmCalc::ShowFunctionHelp(int item) {
 }
 
 void TfrmCalc::Insert(const QString& piece) {
-    m_ui->e_Expression->InsertPiece(piece);
-    m_ui->e_Expression->setFocus();
+    m_ui->m_Equation->InsertPiece(piece);
+    m_ui->m_Equation->setFocus();
 }
 
 void TfrmCalc::InsertFunction() {

@@ -1,10 +1,10 @@
 #include "fit/equation_editor/function_files.h"
 
-#include "support/replace_file.h"
+#include "fit/functions/ready_functions.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryFile>
@@ -14,7 +14,6 @@ namespace {
 
 const QString kFolderName = QStringLiteral("LFN");
 const QString kExtension = QStringLiteral(".lfn");
-const QString kReadyFunctions = QStringLiteral(":/lumoplot/functions");
 
 bool CanWriteInto(const QString& folder) {
     return QDir().mkpath(folder) && QTemporaryFile(folder + QStringLiteral("/probe")).open();
@@ -34,14 +33,11 @@ QString FunctionFolder() {
 void OfferReadyFunctions(const QString& folder) {
     const QDir target(folder);
     if (!target.entryList({QStringLiteral("*.lfn")}, QDir::Files).isEmpty()) return;
-    const QDir ready(kReadyFunctions);
-    for (const QString& name : ready.entryList()) {
-        QFile file(ready.filePath(name));
-        if (!file.open(QIODevice::ReadOnly)) continue;
-        const QByteArray bytes = file.readAll();
-        ReplaceFile(target.filePath(name).toStdString(),
-                    {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-                     static_cast<std::size_t>(bytes.size())});
+    for (const TReadyFunction& function : ReadyFunctions()) {
+        TCurFit fit;
+        UseReadyFunction(function, fit);
+        fit.SetStatus(TFitStatus::Function);
+        fit.SaveToFile(target.filePath(QString::fromUtf8(function.Name) + kExtension).toStdString());
     }
 }
 

@@ -3,10 +3,10 @@
 #include "controls/number_edit.h"
 #include "controls/value_edit.h"
 #include "fit/equation_editor/formula_check.h"
+#include "fit/equation_editor/parameter_model.h"
 
 #include <QCheckBox>
-#include <QListWidget>
-#include <QSignalBlocker>
+#include <QTableView>
 #include <algorithm>
 
 namespace lumoplot {
@@ -21,9 +21,21 @@ std::string NumberedName(int number) {
 
 } // namespace
 
-TParameterGroup::TParameterGroup(TFitAccess& access, const TParameterControls& controls, QObject* parent)
-    : QObject(parent), m_access(access), m_controls(controls) {
-    ConnectList();
+TParameterGroup::TParameterGroup(TFitAccess& access, QWidget& form, QObject* parent)
+    : QObject(parent), m_access(access), m_model(new TParameterModel(access, this)),
+      m_table(form.findChild<QTableView*>(QStringLiteral("t_Parameters"))),
+      m_new(form.findChild<QAbstractButton*>(QStringLiteral("btnAddParam"))),
+      m_delete(form.findChild<QAbstractButton*>(QStringLiteral("btnDeleteParam"))),
+      m_name(form.findChild<QLineEdit*>(QStringLiteral("e_ParamName"))),
+      m_value(form.findChild<TValueEdit*>(QStringLiteral("e_ParamValue"))),
+      m_units(form.findChild<QLineEdit*>(QStringLiteral("e_ParamUnits"))),
+      m_description(form.findChild<QLineEdit*>(QStringLiteral("e_ParamDescription"))),
+      m_vary(form.findChild<QCheckBox*>(QStringLiteral("cb_ParamVary"))),
+      m_inLegend(form.findChild<QCheckBox*>(QStringLiteral("cb_ParamInLegend"))),
+      m_startDeviation(form.findChild<TValueEdit*>(QStringLiteral("e_StartDeviation"))),
+      m_finalDeviation(form.findChild<TValueEdit*>(QStringLiteral("e_FinalDeviation"))) {
+    SetUpParameterTable(*m_table, *m_model);
+    ConnectTable();
     ConnectTexts();
     ConnectValues();
     ConnectFlags();
@@ -35,7 +47,7 @@ TDBLParameter* TParameterGroup::Selected() const {
 }
 
 int TParameterGroup::SelectedNumber() const {
-    return m_controls.List->currentRow() + 1;
+    return m_table->currentIndex().row() + 1;
 }
 
 template <class TAction>
@@ -45,16 +57,18 @@ void TParameterGroup::EditSelected(const char* what, TAction&& action) {
     });
 }
 
-void TParameterGroup::ConnectList() {
-    connect(m_controls.List, &QListWidget::currentRowChanged, this, [this] { ShowFields(); });
-    connect(m_controls.New, &QAbstractButton::clicked, this, &TParameterGroup::AddNumbered);
-    connect(m_controls.Delete, &QAbstractButton::clicked, this, &TParameterGroup::DeleteSelected);
+void TParameterGroup::ConnectTable() {
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { ShowFields(); });
+    connect(m_model, &TParameterModel::CellEdited, this, [this] { ShowFields(); });
+    connect(m_new, &QAbstractButton::clicked, this, &TParameterGroup::AddNumbered);
+    connect(m_delete, &QAbstractButton::clicked, this, &TParameterGroup::DeleteSelected);
 }
 
 void TParameterGroup::ConnectTexts() {
-    connect(m_controls.Name, &QLineEdit::textEdited, this, &TParameterGroup::Rename);
-    connect(m_controls.Name, &QLineEdit::editingFinished, this, [this] {
-        if (const TDBLParameter* parameter = Selected()) ShowNumberText(*m_controls.Name, parameter->Name());
+    connect(m_name, &QLineEdit::textEdited, this, &TParameterGroup::Rename);
+    connect(m_name, &QLineEdit::editingFinished, this, [this] {
+        if (const TDBLParameter* parameter = Selected()) ShowNumberText(*m_name, parameter->Name());
     });
     const auto connectText = [this](QLineEdit* edit, std::string TDBLParameter::*field) {
         connect(edit, &QLineEdit::textEdited, this, [this, field](const QString& text) {
@@ -64,12 +78,12 @@ void TParameterGroup::ConnectTexts() {
             });
         });
     };
-    connectText(m_controls.Units, &TDBLParameter::Units);
-    connectText(m_controls.Description, &TDBLParameter::Description);
+    connectText(m_units, &TDBLParameter::Units);
+    connectText(m_description, &TDBLParameter::Description);
 }
 
 void TParameterGroup::ConnectValues() {
-    connect(m_controls.Value, &TValueEdit::ValueEdited, this, [this](double value) {
+    connect(m_value, &TValueEdit::ValueEdited, this, [this](double value) {
         EditSelected("value of a parameter",
                      [&](TCurFit&, TDBLParameter& parameter) { parameter.SetValue(value); });
     });
@@ -82,15 +96,15 @@ void TParameterGroup::ConnectValues() {
             });
         });
     };
-    connectDeviation(m_controls.StartDeviation, &TDBLParameter::StartDeviation);
-    connectDeviation(m_controls.FinalDeviation, &TDBLParameter::FinalDeviation);
+    connectDeviation(m_startDeviation, &TDBLParameter::StartDeviation);
+    connectDeviation(m_finalDeviation, &TDBLParameter::FinalDeviation);
 }
 
 void TParameterGroup::ConnectFlags() {
-    connect(m_controls.Vary, &QAbstractButton::clicked, this, [this](bool on) {
+    connect(m_vary, &QAbstractButton::clicked, this, [this](bool on) {
         EditSelected("varied parameters", [&](TCurFit&, TDBLParameter& parameter) { parameter.SetVary(on); });
     });
-    connect(m_controls.ShowInLegend, &QAbstractButton::clicked, this, [this](bool on) {
+    connect(m_inLegend, &QAbstractButton::clicked, this, [this](bool on) {
         EditSelected("parameters in legend", [&](TCurFit& fit, TDBLParameter& parameter) {
             parameter.ShowInLegend = on;
             NotifyShown(fit);
@@ -98,16 +112,16 @@ void TParameterGroup::ConnectFlags() {
     });
 }
 
+void TParameterGroup::ShowTable() {
+    m_model->Update();
+}
+
 void TParameterGroup::Fill(int number) {
-    const TCurFit* fit = m_access.Fit();
-    const int count = fit ? fit->NParams() : 0;
-    {
-        const QSignalBlocker quiet(m_controls.List);
-        m_controls.List->clear();
-        for (int i = 1; i <= count; ++i)
-            m_controls.List->addItem(QString::fromStdString(fit->Parameter(i)->Name()));
-        m_controls.List->setCurrentRow(std::clamp(number, std::min(1, count), count) - 1);
-    }
+    m_model->Update();
+    const int count = m_model->rowCount();
+    const int row = std::clamp(number, std::min(1, count), count) - 1;
+    if (row >= 0 && row != m_table->currentIndex().row())
+        m_table->setCurrentIndex(m_model->index(row, std::max(0, m_table->currentIndex().column())));
     ShowFields();
 }
 
@@ -149,10 +163,9 @@ void TParameterGroup::Rename(const QString& text) {
         const std::string name = text.toStdString();
         const bool isOwn = name == parameter.Name();
         const std::string fault = isOwn || name.empty() ? "" : ParameterNameFault(fit, name);
-        MarkEdit(*m_controls.Name, QString::fromStdString(fault));
+        MarkEdit(*m_name, QString::fromStdString(fault));
         if (name.empty() || !fault.empty()) return;
         parameter.SetName(name);
-        m_controls.List->currentItem()->setText(text);
     });
 }
 
@@ -161,28 +174,27 @@ void TParameterGroup::ShowFields() {
     EnableFields(parameter != nullptr);
     const TDBLParameter shown;
     const TDBLParameter& fields = parameter ? *parameter : shown;
-    ShowText(*m_controls.Name, parameter ? fields.Name() : "");
-    MarkEdit(*m_controls.Name, {});
-    ShowText(*m_controls.Units, parameter ? fields.Units : "");
-    ShowText(*m_controls.Description, parameter ? fields.Description : "");
-    m_controls.Vary->setChecked(fields.Vary());
-    m_controls.ShowInLegend->setChecked(fields.ShowInLegend);
+    ShowText(*m_name, parameter ? fields.Name() : "");
+    MarkEdit(*m_name, {});
+    ShowText(*m_units, parameter ? fields.Units : "");
+    ShowText(*m_description, parameter ? fields.Description : "");
+    m_vary->setChecked(fields.Vary());
+    m_inLegend->setChecked(fields.ShowInLegend);
     const auto showValue = [&](TValueEdit* edit, double value) {
         if (!edit) return;
         parameter ? edit->ShowValue(value) : edit->ShowNothing();
     };
-    showValue(m_controls.Value, fields.Value());
-    showValue(m_controls.StartDeviation, fields.StartDeviation);
-    showValue(m_controls.FinalDeviation, fields.FinalDeviation);
+    showValue(m_value, fields.Value());
+    showValue(m_startDeviation, fields.StartDeviation);
+    showValue(m_finalDeviation, fields.FinalDeviation);
 }
 
 void TParameterGroup::EnableFields(bool enable) {
     for (QWidget* control :
-         {static_cast<QWidget*>(m_controls.Delete), static_cast<QWidget*>(m_controls.Name),
-          static_cast<QWidget*>(m_controls.Value), static_cast<QWidget*>(m_controls.Units),
-          static_cast<QWidget*>(m_controls.Description), static_cast<QWidget*>(m_controls.Vary),
-          static_cast<QWidget*>(m_controls.ShowInLegend), static_cast<QWidget*>(m_controls.StartDeviation),
-          static_cast<QWidget*>(m_controls.FinalDeviation)})
+         {static_cast<QWidget*>(m_delete), static_cast<QWidget*>(m_name), static_cast<QWidget*>(m_value),
+          static_cast<QWidget*>(m_units), static_cast<QWidget*>(m_description), static_cast<QWidget*>(m_vary),
+          static_cast<QWidget*>(m_inLegend), static_cast<QWidget*>(m_startDeviation),
+          static_cast<QWidget*>(m_finalDeviation)})
         if (control) control->setEnabled(enable);
 }
 

@@ -1,4 +1,5 @@
-// The controls that list and edit the parameters of a curve fit, in whatever form they lie.
+// The controls that list and edit the parameters of a curve fit, in whatever form they lie: a table that is
+// edited in place, and edits for the parameter that is selected in it.
 #pragma once
 
 #include "controls/widgets_export.h"
@@ -9,37 +10,26 @@
 class QAbstractButton;
 class QCheckBox;
 class QLineEdit;
-class QListWidget;
+class QTableView;
 
 namespace lumoplot {
 
+class TParameterModel;
 class TValueEdit;
-
-/// The controls of a form, which owns them. A form need not have those for the deviations.
-struct TParameterControls {
-    QListWidget* List;
-    QAbstractButton* New;
-    QAbstractButton* Delete;
-    QLineEdit* Name;
-    TValueEdit* Value;
-    QLineEdit* Units;
-    QLineEdit* Description;
-    QCheckBox* Vary;
-    QCheckBox* ShowInLegend;
-    TValueEdit* StartDeviation = nullptr;
-    TValueEdit* FinalDeviation = nullptr;
-};
 
 class TParameterGroup : public QObject {
     Q_OBJECT
 
 public:
-    XYWIDGETS_EXPORT TParameterGroup(TFitAccess& access, const TParameterControls& controls, QObject* parent);
+    /// Finds its controls in the form by their names. A form need not have those for the deviations.
+    XYWIDGETS_EXPORT TParameterGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
-    /// Fills the list and the fields from the fit, selecting the parameter of that number (or the nearest).
+    /// Fills the table and the fields from the fit, selecting the parameter of that number (or the nearest).
     XYWIDGETS_EXPORT void Fill(int number = 1);
     /// Fills them anew and keeps the selection.
     void Refill() { Fill(SelectedNumber()); }
+    /// The fit was edited: shows that in the table, and leaves the fields as they are typed.
+    XYWIDGETS_EXPORT void ShowTable();
     /// The selected parameter, or null.
     TDBLParameter* Selected() const;
     /// Its number, or 0.
@@ -48,7 +38,7 @@ public:
     void AddVaried(const std::vector<std::string>& names);
 
 private:
-    void ConnectList();
+    void ConnectTable();
     void ConnectTexts();
     void ConnectValues();
     void ConnectFlags();
@@ -64,7 +54,18 @@ private:
     void EditSelected(const char* what, TAction&& action);
 
     TFitAccess& m_access;
-    TParameterControls m_controls;
+    TParameterModel* m_model;
+    QTableView* m_table;
+    QAbstractButton* m_new;
+    QAbstractButton* m_delete;
+    QLineEdit* m_name;
+    TValueEdit* m_value;
+    QLineEdit* m_units;
+    QLineEdit* m_description;
+    QCheckBox* m_vary;
+    QCheckBox* m_inLegend;
+    TValueEdit* m_startDeviation; ///< null where the form has none
+    TValueEdit* m_finalDeviation;
 };
 
 } // namespace lumoplot

@@ -93,7 +93,7 @@ public:
         }
         const bool wasCancelled = m_best && m_best->Found.End == TFitEnd::Cancelled;
         std::optional<TAttempt> own;
-        if (m_run.Starts == TFitStarts::Offered) own = m_best;
+        if (m_run.Starts == TFitStarts::Offered && m_best && m_best->HasSense()) own = m_best;
         if (m_run.Starts != TFitStarts::Given && !wasCancelled) LookElsewhere(points);
         if (own && m_isFromElsewhere) Offer(*own);
         if (!m_best) throw *trouble;

@@ -18,7 +18,7 @@ enum class TFitStarts {
     Given,     ///< only from the parameters as they are
     Scattered, ///< also from others, where the first end is doubtful or a better
                ///< one is near; the better minimum is taken
-    Offered,   ///< the same, but the minimum from the given start stays, and a
+    Offered,   ///< the same, but a minimum with sense from the given start stays, and a
                ///< better one is kept in the result for the user to take
 };
 
@@ -51,8 +51,8 @@ XYGRAPH_EXPORT void TakeWeighting(TFitRun& run, const TCurFit& fit, std::span<co
 ///
 /// Throws EFitError, EParserException or EConvertError for a fit that cannot be
 /// run; its parameters are then unchanged.
-TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
-                  const TFitRun& run = {});
+XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
+                                 const TFitRun& run = {});
 
 /// Puts the better minimum that the last run offers into the parameters, which
 /// makes the fit stale: the next run, from there, has its errors. Does nothing

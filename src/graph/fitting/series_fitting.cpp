@@ -61,7 +61,7 @@ public:
     void Run() {
         Fit().ClearStale();
         TLateProgress progress([this] { return IsWanted(); });
-        TFitRun run{&progress, {}};
+        TFitRun run{&progress, {}, TFitStarts::Offered};
         if (Fit().Status() == TFitStatus::EveryStep) run.OnIteration = [this] { ShowStep(); };
         try {
             TakeWeighting(run, m_work, m_values.YErrors);

@@ -15,6 +15,7 @@
 #include <QListWidget>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTableView>
 
 namespace lumoplot {
 namespace {
@@ -36,6 +37,28 @@ protected:
         for (int i = 0; i < Find<QListWidget>(list).count(); ++i)
             items << Find<QListWidget>(list).item(i)->text();
         return items;
+    }
+    QStringList ParameterNames() {
+        QStringList names;
+        const QAbstractItemModel& model = *Find<QTableView>("t_Parameters").model();
+        for (int row = 0; row < model.rowCount(); ++row) names << model.index(row, 0).data().toString();
+        return names;
+    }
+    /// Types into a cell of the table of parameters and takes it with the key.
+    void TypeInCell(int row, int column, const QString& text, Qt::Key key = Qt::Key_Return) {
+        auto& table = Find<QTableView>("t_Parameters");
+        table.setFocus();
+        table.setCurrentIndex(table.model()->index(row, column));
+        QTest::keyClick(&table, Qt::Key_Return);
+        auto& cell = dynamic_cast<QLineEdit&>(*QApplication::focusWidget());
+        QTest::keyClick(&cell, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&cell, Qt::Key_Delete);
+        QTest::keyClicks(&cell, text);
+        QTest::keyClick(&cell, key);
+        QCoreApplication::processEvents(); // the view takes a text when the key has been handled
+    }
+    QString CellText(int row, int column) {
+        return Find<QTableView>("t_Parameters").model()->index(row, column).data().toString();
     }
     /// Pixels of the plot that differ between two pictures of it.
     static int Difference(const QImage& a, const QImage& b) {
@@ -63,12 +86,131 @@ TEST_F(CurveFittingPage, EveryGroupWritesIntoTheFitOfTheDataSet) {
     Type("e_ParamUnits", QStringLiteral("1/s"));
     Click("cb_ParamVary");
     Click("cb_ParamInLegend");
-    EXPECT_EQ(Items("lb_Parameters"), QStringList({"rate"}));
+    EXPECT_EQ(ParameterNames(), QStringList({"rate"}));
     EXPECT_EQ(Current().LegendText(), "a (rate=0.25 1/s)");
     EXPECT_TRUE(Fit().Parameter(1)->Vary());
     Click("btnDeleteParam");
     EXPECT_EQ(Fit().NParams(), 0);
     EXPECT_FALSE(Find<QLineEdit>("e_ParamValue").isEnabled());
+}
+
+TEST_F(CurveFittingPage, ParametersAreEditedInTheTable) {
+    AddParameter(Fit(), "a", 9);
+    AddParameter(Fit(), "b", 2);
+    Wizard.RefillPages();
+    Type("m_Equation", QStringLiteral("a*x+b"));
+    const TDBLParameter& b = *Fit().Parameter(2);
+    TypeInCell(1, 0, QStringLiteral("slope"));
+    TypeInCell(1, 1, QStringLiteral("0.123456789"));
+    TypeInCell(1, 4, QStringLiteral("-1"));
+    TypeInCell(1, 5, QStringLiteral("1,5"), Qt::Key_Tab);
+    TypeInCell(1, 6, QStringLiteral("m/s"));
+    EXPECT_EQ(b.Name(), "slope");
+    EXPECT_EQ(b.Value(), 0.123456789);
+    EXPECT_EQ(b.Min(), -1);
+    EXPECT_EQ(b.Max(), 1.5);
+    EXPECT_EQ(b.Units, "m/s");
+    EXPECT_EQ(TextOf("e_ParamName"), "slope") << "the edits show the row that is selected";
+    struct TRefused {
+        int column;
+        const char* text;
+    };
+    for (const TRefused& c :
+         {TRefused{0, "A"}, {0, "sin"}, {1, "y"}, {4, "2"}, {5, "-2"}, {5, "1e"}, {1, "."}}) {
+        const QString before = CellText(1, c.column);
+        TypeInCell(1, c.column, QLatin1String(c.text));
+        EXPECT_EQ(CellText(1, c.column), before) << c.text;
+    }
+    TypeInCell(1, 4, QString());
+    EXPECT_EQ(b.Min(), -INFINITY);
+    TypeInCell(1, 1, QStringLiteral("7"), Qt::Key_Escape);
+    EXPECT_EQ(b.Value(), 0.123456789);
+    EXPECT_TRUE(Wizard.isVisible());
+    auto& table = Find<QTableView>("t_Parameters");
+    table.setCurrentIndex(table.model()->index(1, 3));
+    QTest::keyClick(&table, Qt::Key_Space);
+    EXPECT_TRUE(b.Vary());
+    EXPECT_TRUE(Find<QCheckBox>("cb_ParamVary").isChecked());
+    QTest::keyClick(&table, Qt::Key_Return);
+    EXPECT_FALSE(b.Vary());
+    Click("btnUndoStep");
+    EXPECT_TRUE(Fit().Parameter(2)->Vary());
+    Click("btnUndoStep");
+    Click("btnUndoStep");
+    EXPECT_EQ(Fit().Parameter(2)->Min(), -1) << "each edit is a step";
+    EXPECT_TRUE(Sink.Texts.empty());
+}
+
+// (1, 10) and (2, 20) and one more: y = 10 x.
+TEST_F(CurveFittingPage, TheTableShowsStandardErrorsUntilSomethingChanges) {
+    Current().AddPoint(3, 30.3);
+    AddParameter(Fit(), "a", 1).SetVary(true);
+    AddParameter(Fit(), "b", 0);
+    Wizard.RefillPages();
+    Type("m_Equation", QStringLiteral("a*x+b"));
+    Click("btnFit");
+    EXPECT_EQ(Fit().Status(), TFitStatus::FinalResult) << "its result is to be seen";
+    EXPECT_EQ(CellText(0, 2), QStringLiteral("0.0339")); // √(0.0321/2/14)
+    EXPECT_EQ(CellText(1, 2), QStringLiteral("held"));
+    TypeInCell(0, 1, QStringLiteral("3"));
+    EXPECT_EQ(CellText(0, 2), QString());
+}
+
+TEST_F(CurveFittingPage, WhatIsProbablyMeantIsTakenByOneClick) {
+    struct TCase {
+        const char* typed;
+        const char* told;
+        const char* rewritten;
+    };
+    const TCase cases[] = {
+        {"exp(-x^2)", "a sign binds tighter than ^: write -(x^2)", "exp(-(x^2))"},
+        {"2*log(x)", "log at 3: not known; ln, log10?", "2*ln(x)"},
+    };
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(c.typed);
+        Type("m_Equation", QLatin1String(c.typed));
+        EXPECT_NE(Fault().find(c.told), std::string::npos) << Fault();
+        EXPECT_EQ(Find<TFormulaEdit>("m_Equation").extraSelections().size(), 1);
+        Click("btnRewrite");
+        EXPECT_EQ(Fit().Expression(), c.rewritten);
+        EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText(), QLatin1String(c.rewritten));
+        EXPECT_FALSE(Find<QPushButton>("btnRewrite").isVisible());
+        Click("btnUndoStep");
+        EXPECT_EQ(Fit().Expression(), c.typed);
+    }
+}
+
+TEST_F(CurveFittingPage, ReturnTakesAValueAndDoesNotClose) {
+    AddParameter(Fit(), "a", 1);
+    Wizard.RefillPages();
+    for (const char* name :
+         {"e_NPoints", "e_LeftMargin", "e_ParamValue", "e_ParamName", "se_CurveWidth", "cb_ParamVary"})
+        QTest::keyClick(&Find<QWidget>(name), Qt::Key_Return);
+    EXPECT_TRUE(Wizard.isVisible());
+    Find<QWidget>("btnAddParam").setFocus();
+    QTest::keyClick(&Find<QWidget>("btnAddParam"), Qt::Key_Return);
+    EXPECT_EQ(Fit().NParams(), 2) << "a button is pressed";
+}
+
+TEST_F(CurveFittingPage, EveryControlIsReachedByTab) {
+    AddParameter(Fit(), "a", 1);
+    Wizard.RefillPages();
+    Type("m_Equation", QStringLiteral("a*x"));
+    auto& page = *Find<QWidget>("content").parentWidget()->parentWidget()->parentWidget();
+    Find<QWidget>("cbx_Status").setFocus();
+    QSet<QWidget*> reached;
+    for (int i = 0; i < 200 && !reached.contains(QApplication::focusWidget()); ++i) {
+        reached << QApplication::focusWidget();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (QWidget* control : page.findChildren<QWidget*>()) {
+        const bool takesTab =
+            (control->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !control->focusProxy();
+        if (takesTab && control->isVisible() && control->isEnabled()) {
+            EXPECT_TRUE(reached.contains(control)) << control->objectName().toStdString();
+        }
+    }
+    EXPECT_TRUE(reached.contains(&Find<QWidget>("btnMore")));
 }
 
 TEST_F(CurveFittingPage, TemplatesAreArranged) {
@@ -180,14 +322,14 @@ TEST_F(CurveFittingPage, WhatCanNotBeGeneratedLeavesTheData) {
 TEST_F(CurveFittingPage, MoreRunsTheEditorOnTheFit) {
     for (const bool accept : {false, true}) {
         WhenModal<TfrmCalc>([&](TfrmCalc& editor) {
-            lumoplot::Type(editor, "e_Expression", QStringLiteral("P1*x"));
-            lumoplot::Click(editor, "btnNewParameter");
+            lumoplot::Type(editor, "m_Equation", QStringLiteral("P1*x"));
+            lumoplot::Click(editor, "btnAddParam");
             lumoplot::Click(editor, accept ? "btnOk" : "btnCancel");
         });
         Click("btnMore");
         EXPECT_EQ(Fit().Expression(), accept ? "P1*x" : "");
         EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText().toStdString(), Fit().Expression());
-        EXPECT_EQ(Items("lb_Parameters").size(), accept ? 1 : 0);
+        EXPECT_EQ(ParameterNames().size(), accept ? 1 : 0);
     }
 }
 
@@ -197,7 +339,7 @@ TEST_F(CurveFittingPage, WithoutADataSetThePageIsEmptyAndInert) {
     Click("btnDelete");
     EXPECT_FALSE(Wizard.CurrSeries());
     EXPECT_EQ(Fault(), "");
-    EXPECT_TRUE(Items("lb_Parameters").isEmpty());
+    EXPECT_TRUE(ParameterNames().isEmpty());
     EXPECT_FALSE(Find<QPushButton>("btnGenerate").isEnabled());
 }
 

@@ -7,9 +7,9 @@
 #include "fit/equation_editor/frm_calc.h"
 
 #include <QClipboard>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTabWidget>
+#include <QTableView>
 #include <cmath>
 
 namespace lumoplot {
@@ -43,14 +43,14 @@ protected:
     /// In the equation editor: the formula, its names as parameters, and their starting values.
     static void WriteEquation(TfrmCalc& editor) {
         lumoplot::Type(
-            editor, "e_Expression",
+            editor, "m_Equation",
             QStringLiteral("b1*exp(-b2*x) + b3*exp(-sqr((x - b4)/b5)) + b6*exp(-sqr((x - b7)/b8))"));
         lumoplot::Click(editor, "btnAddUnknown");
-        auto& list = Control<QListWidget>(editor, "lb_Parameters");
+        auto& list = Control<QTableView>(editor, "t_Parameters");
         list.setFocus();
-        QTest::keyClick(&list, Qt::Key_Home);
+        QTest::keyClick(&list, Qt::Key_Home, Qt::ControlModifier);
         for (const TCertified& parameter : kGauss1) {
-            lumoplot::Type(editor, "e_ParameterValue", QLatin1String(parameter.start));
+            lumoplot::Type(editor, "e_ParamValue", QLatin1String(parameter.start));
             QTest::keyClick(&list, Qt::Key_Down);
         }
         lumoplot::Click(editor, "btnOk");
@@ -79,7 +79,7 @@ TEST_F(FitThroughDialogs, ATextFileBecomesAFittedCurve) {
     }
     EXPECT_EQ(Find<QLineEdit>("e_ParamValue").text(), QStringLiteral("98.78"));
     const std::string result = Result();
-    EXPECT_TRUE(result.starts_with("Converged (")) << result;
+    EXPECT_TRUE(result.starts_with("The fit has converged (")) << result;
     for (const char* line :
          {"\nb1 = 98.7782 ± 0.5753\n", "\nb8 = 18.3894 ± 0.2013", "\nResidual SD = 2.3318, R² = 0.99"})
         EXPECT_NE(result.find(line), std::string::npos) << line << result;
@@ -100,11 +100,11 @@ TEST_F(FitThroughDialogs, AResultIsToldFromWhatHasChangedSince) {
     EXPECT_TRUE(Result().starts_with("The fit was not possible: ")) << Result();
     Click("btnAddUnknown");
     Click("btnFit");
-    EXPECT_TRUE(Result().starts_with("Converged (")) << Result();
+    EXPECT_TRUE(Result().starts_with("The fit has converged (")) << Result();
     EXPECT_NE(Result().find("\na = "), std::string::npos);
     EXPECT_NEAR(Current().CurveFit().Parameter(1)->Value(), 10, 0.02);
     Type("e_ParamValue", QStringLiteral("3"));
-    EXPECT_TRUE(Result().starts_with("Changed since this fit:\nConverged (")) << Result();
+    EXPECT_TRUE(Result().starts_with("Changed since this fit:\nThe fit has converged (")) << Result();
     EXPECT_EQ(Result().find("\na = "), std::string::npos);
     Click("btnFit");
     EXPECT_NEAR(Current().CurveFit().Parameter(1)->Value(), 10, 0.02);

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 
 namespace lumoplot {

@@ -5,7 +5,7 @@ namespace {
 
 class EquationFormula : public TEditorTest {
 protected:
-    TFormulaEdit& Formula() { return Find<TFormulaEdit>("e_Expression"); }
+    TFormulaEdit& Formula() { return Find<TFormulaEdit>("m_Equation"); }
     std::string Text() { return Formula().toPlainText().toStdString(); }
     void Select(int from, int to) {
         QTextCursor cursor = Formula().textCursor();
@@ -52,7 +52,7 @@ TEST_F(EquationFormula, NamesAreInsertedAsTheyAre) {
     Type("e_XVarName", QString());
     Click("btnVariable"); // an empty name inserts a blank
     EXPECT_EQ(Text(), "Rate * t ");
-    Click("btnDeleteParameter");
+    Click("btnDeleteParam");
     Click("btnParameter");
     EXPECT_EQ(Text(), "Rate * t ");
 }
@@ -76,7 +76,7 @@ TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
     Show();
     for (const TCase& c : cases) {
         SCOPED_TRACE(c.formula);
-        Type("e_Expression", QLatin1String(c.formula));
+        Type("m_Equation", QLatin1String(c.formula));
         EXPECT_EQ(Fault(), c.told);
     }
     EXPECT_EQ(Fit.Expression(), "1e3*A + ('b' = 'b')");
@@ -86,7 +86,7 @@ TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
 TEST_F(EquationFormula, UnknownNamesBecomeParameters) {
     Show();
     EXPECT_FALSE(Find<QPushButton>("btnAddUnknown").isVisible());
-    Type("e_Expression", QStringLiteral("Vmax*x/(Km + x) + vmax*1e3"));
+    Type("m_Equation", QStringLiteral("Vmax*x/(Km + x) + vmax*1e3"));
     EXPECT_EQ(Fault(), "Not known as variable or parameter: Vmax, Km");
     Click("btnAddUnknown");
     ASSERT_EQ(Fit.NParams(), 2);
@@ -102,7 +102,7 @@ TEST_F(EquationFormula, ResultIsThatOfTheFormulaAtX) {
     Show();
     EXPECT_EQ(TextOf("e_X"), "0");
     EXPECT_EQ(TextOf("e_Result"), "");
-    Type("e_Expression", QStringLiteral("a*x + 0.1"));
+    Type("m_Equation", QStringLiteral("a*x + 0.1"));
     Click("btnResult");
     EXPECT_EQ(TextOf("e_Result"), "0.1");
     Type("e_X", QStringLiteral("1.5"));
@@ -113,7 +113,7 @@ TEST_F(EquationFormula, ResultIsThatOfTheFormulaAtX) {
     Type("e_X", QString()); // x stays
     Click("btnResult");
     EXPECT_EQ(TextOf("e_Result"), "3.1");
-    Type("e_Expression", QStringLiteral("a*(x"));
+    Type("m_Equation", QStringLiteral("a*(x"));
     Click("btnResult");
     EXPECT_EQ(Sink.Only(), "Unequal brackets");
 }

@@ -1,7 +1,9 @@
 #include "fit/equation_editor/editor_fixture.h"
 
+#include "common/places.h"
 #include "fit/equation_editor/formula_check.h"
 #include "fit/equation_editor/function_files.h"
+#include "fit/functions/ready_functions.h"
 #include "support/replace_file.h"
 
 #include <QDir>
@@ -21,7 +23,7 @@ protected:
 TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
     OfferReadyFunctions(Folder.path());
     const QStringList names = QDir(Folder.path()).entryList(QDir::Files);
-    EXPECT_EQ(names.size(), 17);
+    EXPECT_EQ(static_cast<std::size_t>(names.size()), ReadyFunctions().size());
     for (const QString& name : names) {
         SCOPED_TRACE(name.toStdString());
         const std::string file = Folder.filePath(name).toStdString();
@@ -41,6 +43,9 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         const TBytes before = ReadWholeFile(file);
         fit.SaveToFile(file);
         EXPECT_EQ(ReadWholeFile(file), before);
+        EXPECT_EQ(ReadWholeFile(SourceFile("src/fit/equation_editor/functions/" + name.toStdString())),
+                  before)
+            << "what is installed";
     }
 }
 
@@ -72,14 +77,14 @@ TEST_F(FunctionFiles, SavedAndOpenedAgain) {
     EXPECT_FALSE(QFileInfo::exists(PathOf("line.txt")));
     EXPECT_EQ(Find<QLabel>("lblFileName").text(), QStringLiteral("line.lfn"));
     const TBytes saved = Bytes("line.lfn");
-    Type("e_Expression", QStringLiteral("x"));
-    Click("btnDeleteParameter");
+    Type("m_Equation", QStringLiteral("x"));
+    Click("btnDeleteParam");
     Type("e_X", QStringLiteral("3"));
     AnswerFileDialog(PathOf("LINE.LFN")); // found by its name in lower case
     Click("btnOpen");
     EXPECT_TRUE(Sink.Texts.empty()) << Sink.Only();
-    EXPECT_EQ(Find<TFormulaEdit>("e_Expression").toPlainText(), QStringLiteral("a*x"));
-    EXPECT_EQ(TextOf("e_ParameterName"), "a");
+    EXPECT_EQ(Find<TFormulaEdit>("m_Equation").toPlainText(), QStringLiteral("a*x"));
+    EXPECT_EQ(TextOf("e_ParamName"), "a");
     EXPECT_EQ(TextOf("e_X"), "0");
     AnswerFileDialog(PathOf("line.lfn"));
     Sink.Answer = false;

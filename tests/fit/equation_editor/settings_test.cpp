@@ -14,17 +14,17 @@ TEST_F(EquationParameters, NewOnesAreNumberedAndSelected) {
     AddParameter(Fit, "a", 1);
     AddParameter(Fit, "b", 2);
     Show();
-    Click("btnNewParameter");
+    Click("btnAddParam");
     ASSERT_EQ(Fit.NParams(), 3);
     EXPECT_EQ(Fit.Parameter(3)->Name(), "P3");
     EXPECT_EQ(Fit.Parameter(3)->Value(), 1.2);
     EXPECT_EQ(Fit.Parameter(3)->Description, "Parameter P3");
-    EXPECT_EQ(Find<QListWidget>("lb_Parameters").currentRow(), 2);
-    EXPECT_EQ(TextOf("e_ParameterName"), "P3");
-    Find<QListWidget>("lb_Parameters").setCurrentRow(0);
-    Click("btnDeleteParameter");
-    EXPECT_EQ(TextOf("e_ParameterName"), "b");
-    Click("btnNewParameter"); // P3 is taken
+    EXPECT_EQ(Find<QTableView>("t_Parameters").currentIndex().row(), 2);
+    EXPECT_EQ(TextOf("e_ParamName"), "P3");
+    Find<QTableView>("t_Parameters").selectRow(0);
+    Click("btnDeleteParam");
+    EXPECT_EQ(TextOf("e_ParamName"), "b");
+    Click("btnAddParam"); // P3 is taken
     EXPECT_EQ(Fit.Parameter(3)->Name(), "P4");
     EXPECT_TRUE(Sink.Texts.empty());
 }
@@ -33,15 +33,15 @@ TEST_F(EquationParameters, FieldsWriteIntoTheSelectedOne) {
     AddParameter(Fit, "a", 1);
     AddParameter(Fit, "b", 2);
     Show();
-    Find<QListWidget>("lb_Parameters").setCurrentRow(1);
-    Type("e_ParameterName", QStringLiteral("rate"));
-    Type("e_ParameterValue", QStringLiteral("-3.25"));
+    Find<QTableView>("t_Parameters").selectRow(1);
+    Type("e_ParamName", QStringLiteral("rate"));
+    Type("e_ParamValue", QStringLiteral("-3.25"));
     Type("e_StartDeviation", QStringLiteral("0.5"));
     Type("e_FinalDeviation", QStringLiteral("1e-9"));
-    Type("e_ParameterUnits", QStringLiteral("1/s"));
-    Type("e_ParameterDescription", QStringLiteral("Rate constant"));
-    Click("cb_Vary");
-    Click("cb_ShowInLegend");
+    Type("e_ParamUnits", QStringLiteral("1/s"));
+    Type("e_ParamDescription", QStringLiteral("Rate constant"));
+    Click("cb_ParamVary");
+    Click("cb_ParamInLegend");
     const TDBLParameter& b = *Fit.Parameter(2);
     EXPECT_EQ(b.Name(), "rate");
     EXPECT_EQ(b.Value(), -3.25);
@@ -52,11 +52,11 @@ TEST_F(EquationParameters, FieldsWriteIntoTheSelectedOne) {
     EXPECT_TRUE(b.Vary() && b.ShowInLegend);
     EXPECT_EQ(Fit.Parameter(1)->Name(), "a");
     EXPECT_FALSE(Fit.Parameter(1)->Vary());
-    Find<QListWidget>("lb_Parameters").setCurrentRow(0);
-    Find<QListWidget>("lb_Parameters").setCurrentRow(1);
-    EXPECT_EQ(TextOf("e_ParameterName"), "rate");
+    Find<QTableView>("t_Parameters").selectRow(0);
+    Find<QTableView>("t_Parameters").selectRow(1);
+    EXPECT_EQ(TextOf("e_ParamName"), "rate");
     EXPECT_EQ(TextOf("e_FinalDeviation"), "1E-9");
-    EXPECT_TRUE(Find<QCheckBox>("cb_Vary").isChecked());
+    EXPECT_TRUE(Find<QCheckBox>("cb_ParamVary").isChecked());
 }
 
 TEST_F(EquationParameters, NamesThatFormulasCanNotUseAreMarked) {
@@ -65,7 +65,7 @@ TEST_F(EquationParameters, NamesThatFormulasCanNotUseAreMarked) {
     Show();
     for (const char* refused : {"B", "sin", "x", "1", "a b"}) {
         SCOPED_TRACE(refused);
-        auto& name = Find<QLineEdit>("e_ParameterName");
+        auto& name = Find<QLineEdit>("e_ParamName");
         QApplication::clipboard()->setText(QLatin1String(refused));
         name.setFocus();
         name.selectAll();
@@ -73,8 +73,8 @@ TEST_F(EquationParameters, NamesThatFormulasCanNotUseAreMarked) {
         EXPECT_EQ(Fit.Parameter(1)->Name(), "a");
         EXPECT_FALSE(name.toolTip().isEmpty());
     }
-    Find<QLineEdit>("e_ParameterValue").setFocus();
-    EXPECT_EQ(TextOf("e_ParameterName"), "a");
+    Find<QLineEdit>("e_ParamValue").setFocus();
+    EXPECT_EQ(TextOf("e_ParamName"), "a");
     EXPECT_TRUE(Sink.Texts.empty());
 }
 
@@ -162,9 +162,9 @@ TEST(EditCurFit, OnlyOkChangesTheCallersFit) {
         AddParameter(fit, "a", 2);
         WhenModal<TfrmCalc>([&](TfrmCalc& editor) {
             EXPECT_EQ(editor.windowTitle(), QStringLiteral("Equation Editor"));
-            Click(editor, "btnNewParameter");
-            Type(editor, "e_Expression", QStringLiteral("a*x + P2"));
-            Type(editor, "e_ParameterValue", QStringLiteral("5"));
+            Click(editor, "btnAddParam");
+            Type(editor, "m_Equation", QStringLiteral("a*x + P2"));
+            Type(editor, "e_ParamValue", QStringLiteral("5"));
             Click(editor, accept ? "btnOk" : "btnCancel");
         });
         EXPECT_EQ(EditCurFit(nullptr, fit), accept);

@@ -1,0 +1,98 @@
+// How the table of parameters takes keys and shows what is typed.
+#include "fit/equation_editor/parameter_model.h"
+
+#include "controls/number_edit.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QToolTip>
+
+namespace lumoplot {
+namespace {
+
+class TParameterDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                          const QModelIndex& index) const override {
+        auto* edit = new QLineEdit(parent);
+        edit->setFrame(false);
+        edit->setObjectName(QStringLiteral("e_Cell"));
+        const auto& model = static_cast<const TParameterModel&>(*index.model());
+        const QPersistentModelIndex cell(index);
+        connect(edit, &QLineEdit::textEdited, edit, [edit, &model, cell](const QString& text) {
+            const QString fault = cell.isValid() ? model.FaultOf(cell, text) : QString();
+            MarkEdit(*edit, fault);
+            if (!fault.isEmpty())
+                QToolTip::showText(edit->mapToGlobal(edit->rect().bottomLeft()), fault, edit);
+        });
+        return edit;
+    }
+
+protected:
+    // Tab takes what was typed and leaves the cell, as it leaves any edit; it does not go round in the table.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* edit = qobject_cast<QWidget*>(watched);
+        const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+        if (!edit || (key != Qt::Key_Tab && key != Qt::Key_Backtab))
+            return QStyledItemDelegate::eventFilter(watched, event);
+        Q_EMIT commitData(edit);
+        Q_EMIT closeEditor(edit, QAbstractItemDelegate::NoHint);
+        return true;
+    }
+};
+
+/// Return edits a cell instead of pressing the window's button.
+class TTableKeys : public QObject {
+public:
+    explicit TTableKeys(QTableView& table) : QObject(&table), m_table(table) {
+        table.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress) {
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            const QModelIndex cell = m_table.currentIndex();
+            if ((key == Qt::Key_Return || key == Qt::Key_Enter) && cell.isValid()) {
+                if (cell.column() == TParameterModel::Vary)
+                    m_table.model()->setData(
+                        cell,
+                        cell.data(Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked,
+                        Qt::CheckStateRole);
+                else if (cell.flags() & Qt::ItemIsEditable)
+                    m_table.edit(cell);
+                return true;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QTableView& m_table;
+};
+
+} // namespace
+
+void SetUpParameterTable(QTableView& table, TParameterModel& model) {
+    table.setModel(&model);
+    table.setItemDelegate(new TParameterDelegate(&table));
+    new TTableKeys(table);
+    table.setTabKeyNavigation(false);
+    table.setSelectionMode(QAbstractItemView::SingleSelection);
+    table.setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                          QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 6);
+    QHeaderView& header = *table.horizontalHeader();
+    header.setHighlightSections(false);
+    header.setMinimumSectionSize(table.fontMetrics().horizontalAdvance(QLatin1Char('0')) * 4);
+    for (int column = 0; column < TParameterModel::ColumnCount; ++column)
+        header.setSectionResizeMode(column, column == TParameterModel::Vary ? QHeaderView::ResizeToContents
+                                                                            : QHeaderView::Stretch);
+}
+
+} // namespace lumoplot
