@@ -182,6 +182,11 @@ inline double Max(double a, double b) {
 inline double Min(double a, double b) {
     return a <= b ? a : b;
 }
+#if defined(_WIN32) // the library there is several ulp off outside the first period
+double Sin(double a);
+double Cos(double a);
+double Tan(double a);
+#else
 inline double Sin(double a) {
     return std::sin(a);
 }
@@ -191,6 +196,7 @@ inline double Cos(double a) {
 inline double Tan(double a) {
     return std::tan(a);
 }
+#endif
 inline double ArcSin(double a) {
     return std::fabs(a) > 1 ? kNotANumber : std::asin(a);
 }
