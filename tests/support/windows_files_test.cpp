@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
+#undef ReplaceFile // it is ours
 
 namespace lumoplot {
 namespace {
