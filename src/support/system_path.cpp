@@ -5,6 +5,8 @@
 #include <array>
 #include <cwctype>
 #include <string_view>
+
+#include <windows.h>
 #endif
 
 namespace lumoplot {
@@ -47,6 +49,16 @@ fs::path MarkedAsLong(const fs::path& path) {
 #endif
 
 } // namespace
+
+bool IsHeldByOthers([[maybe_unused]] const fs::path& path) {
+#if defined(_WIN32)
+    constexpr DWORD kWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileW(path.c_str(), DELETE, kWithAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+    CloseHandle(file);
+#endif
+    return false;
+}
 
 fs::path SystemPath(const std::string& name) {
     const fs::path path(std::u8string(name.begin(), name.end()));
