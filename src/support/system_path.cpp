@@ -61,11 +61,16 @@ bool IsHeldByOthers([[maybe_unused]] const fs::path& path) {
 }
 
 fs::path SystemPath(const std::string& name) {
-    const fs::path path(std::u8string(name.begin(), name.end()));
+    const std::u8string utf8(name.begin(), name.end());
 #if defined(_WIN32)
-    return IsNoFileName(path.filename().wstring()) ? fs::path() : MarkedAsLong(path);
+    try {
+        const fs::path path(utf8);
+        return IsNoFileName(path.filename().wstring()) ? fs::path() : MarkedAsLong(path);
+    } catch (const fs::filesystem_error&) { // bytes that are no UTF-8
+        return {};
+    }
 #else
-    return path;
+    return fs::path(utf8);
 #endif
 }
 

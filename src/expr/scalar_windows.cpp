@@ -1,6 +1,9 @@
-// Sine, cosine and tangent where the library reduces their arguments with too few digits of pi.
+// What the library of Windows is too inexact for: it reduces angles with too few digits of pi, and multiplies
+// whole powers up with an error each time.
 #if defined(_WIN32)
 #include "expr/scalar_math.h"
+
+#include <cstdlib>
 
 namespace lumoplot::scalar {
 namespace {
@@ -48,7 +51,56 @@ double InQuarter(const TQuarter& quarter, int number) {
     return number < 2 ? value : -value;
 }
 
+/// (High + Low) * 2^Exponent, with about 100 bits.
+struct TLongNumber {
+    double High = 1;
+    double Low = 0;
+    int Exponent = 0;
+};
+
+/// a * b less its rounded value.
+double ProductError(double a, double b, double product) {
+    constexpr double kSplitter = (1 << 27) + 1;
+    const auto upper = [](double x) { return kSplitter * x - (kSplitter * x - x); };
+    const double a1 = upper(a), a2 = a - a1, b1 = upper(b), b2 = b - b1;
+    return ((a1 * b1 - product) + a1 * b2 + a2 * b1) + a2 * b2;
+}
+
+TLongNumber operator*(const TLongNumber& a, const TLongNumber& b) {
+    const double product = a.High * b.High;
+    const double low = ProductError(a.High, b.High, product) + (a.High * b.Low + a.Low * b.High);
+    const double high = product + low;
+    int exponent = 0;
+    const double mantissa = std::frexp(high, &exponent);
+    return {mantissa, std::ldexp(low - (high - product), -exponent), a.Exponent + b.Exponent + exponent};
+}
+
+TLongNumber Inverse(const TLongNumber& a) {
+    const double guess = 1 / a.High;
+    const double product = guess * a.High;
+    const double error = ((1 - product) - ProductError(guess, a.High, product)) - guess * a.Low;
+    return {guess, guess * error, -a.Exponent};
+}
+
+double WholePower(double a, int exponent) {
+    TLongNumber power, square;
+    square.High = std::frexp(a, &square.Exponent);
+    for (int left = std::abs(exponent); left > 0; left /= 2) {
+        if (left % 2 == 1) power = power * square;
+        square = square * square;
+    }
+    if (exponent < 0) power = Inverse(power);
+    return std::ldexp(power.High + power.Low, power.Exponent);
+}
+
 } // namespace
+
+double LibraryPower(double a, double b) {
+    constexpr double kLargest = 1 << 16;
+    const bool isWhole = std::fabs(b) <= kLargest && b == std::nearbyint(b);
+    if (!isWhole || b == 0 || a == 0 || !std::isfinite(a)) return std::pow(a, b);
+    return WholePower(a, static_cast<int>(b));
+}
 
 double Sin(double a) {
     if (!IsReducible(a)) return std::sin(a);
