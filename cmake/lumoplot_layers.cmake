@@ -20,9 +20,15 @@ if(LUMOPLOT_SANITIZE)
   target_link_options(lumoplot_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What Qt has declared deprecated is hidden on Windows, whose build so tells what later versions of Qt no longer have.
+# QT_DISABLE_DEPRECATED_BEFORE is its name up to Qt 6.4.
+set(lumoplot_current_qt $<$<PLATFORM_ID:Windows>:QT_DISABLE_DEPRECATED_UP_TO=0x060800>
+  $<$<PLATFORM_ID:Windows>:QT_DISABLE_DEPRECATED_BEFORE=0x060800>)
+
 # lumoplot_precompile(TARGET NAME LIBRARIES…): the target is compiled with cmake/NAME_pch.h, which is precompiled once for
 # all that use it; LIBRARIES are what that header needs. Definitions that Qt's headers look at must be alike.
 function(lumoplot_precompile target name)
+  target_compile_definitions(${target} PRIVATE ${lumoplot_current_qt})
   if(TARGET lumoplot_pch_${name})
     target_precompile_headers(${target} REUSE_FROM lumoplot_pch_${name})
     return()
@@ -31,7 +37,7 @@ function(lumoplot_precompile target name)
   add_library(lumoplot_pch_${name} OBJECT ${PROJECT_BINARY_DIR}/pch/${name}_pch.cpp)
   set_target_properties(lumoplot_pch_${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF UNITY_BUILD OFF)
   target_link_libraries(lumoplot_pch_${name} PRIVATE lumoplot_flags ${ARGN})
-  target_compile_definitions(lumoplot_pch_${name} PRIVATE QT_NO_KEYWORDS $<$<STREQUAL:${name},qt>:QT_NO_CAST_FROM_ASCII>)
+  target_compile_definitions(lumoplot_pch_${name} PRIVATE QT_NO_KEYWORDS ${lumoplot_current_qt} $<$<STREQUAL:${name},qt>:QT_NO_CAST_FROM_ASCII>)
   target_compile_options(lumoplot_pch_${name} PRIVATE $<$<AND:$<CONFIG:Release>,$<STREQUAL:${name},test>>:-O1>)
   target_precompile_headers(lumoplot_pch_${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/${name}_pch.h)
   target_precompile_headers(${target} REUSE_FROM lumoplot_pch_${name})
@@ -73,9 +79,9 @@ function(lumoplot_layer folder library toolkit)
   target_sources(${library} PRIVATE $<TARGET_OBJECTS:${name}>)
   target_sources(${library}_objects INTERFACE $<TARGET_OBJECTS:${name}>)
   if(toolkit STREQUAL "widgets")
-    target_link_libraries(${name} PUBLIC Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
+    target_link_libraries(${name} PUBLIC Qt6::Widgets $<TARGET_NAME_IF_EXISTS:Qt6::Svg> Qt6::PrintSupport)
     target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
-    lumoplot_precompile(${name} qt Qt6::Widgets Qt6::Svg Qt6::PrintSupport)
+    lumoplot_precompile(${name} qt Qt6::Widgets $<TARGET_NAME_IF_EXISTS:Qt6::Svg> Qt6::PrintSupport)
   else()
     if(toolkit STREQUAL "core")
       target_link_libraries(${name} PUBLIC Qt6::Core)

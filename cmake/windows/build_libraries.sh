@@ -23,9 +23,13 @@ headers() {
   cp -r "$(find /usr/lib -path '*/cmake/xsimd' -type d -print -quit)" "$usr/lib/headers/cmake/" # as deep as it was
 }
 
-zstd() {
+zstd() { # what decompresses, which that project joins into one file
   "$here/debian_source.sh" libzstd "$folder/zstd-src" || return 1
-  cross "$folder/zstd-src/build/cmake" zstd -DZSTD_BUILD_PROGRAMS=OFF -DZSTD_BUILD_SHARED=OFF -DZSTD_BUILD_TESTS=OFF
+  (cd "$folder/zstd-src/build/single_file_libs"
+    python3 combine.py -r ../../lib -x legacy/zstd_legacy.h -o zstddeclib.c zstddeclib-in.c > /dev/null 2>&1
+    ${CMAKE_CXX_COMPILER_LAUNCHER:-} x86_64-w64-mingw32-gcc-posix -O2 -c zstddeclib.c -o zstd.o
+    x86_64-w64-mingw32-gcc-ar-posix rcs "$usr/lib/libzstd.a" zstd.o)
+  cp "$folder/zstd-src/lib/zstd.h" "$folder/zstd-src/lib/zstd_errors.h" "$usr/include/"
 }
 
 [ -d "$usr/include/xsimd" ] || headers

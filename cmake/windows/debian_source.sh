@@ -5,14 +5,14 @@ set -euo pipefail
 
 package=$1
 folder=$(realpath -m "$2")
-lists=$(dirname "$folder")/source-lists
-mkdir -p "$lists/partial" "$lists/no-parts"
+apt_state=$(dirname "$folder")/apt
+mkdir -p "$apt_state/lists/partial" "$apt_state/parts"
 release=$(. /etc/os-release; echo "$VERSION_CODENAME")
 echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] http://deb.debian.org/debian $release main" \
-  > "$lists/sources.list"
-apt=(apt-get -q -o Dir::Etc::sourcelist="$lists/sources.list" -o Dir::Etc::sourceparts="$lists/no-parts" -o Dir::State::lists="$lists"
-  -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache= -o APT::Sandbox::User=)
-[ -n "$(find "$lists" -maxdepth 1 -name '*_Sources*' -print -quit)" ] || "${apt[@]}" update >&2
+  > "$apt_state/sources.list"
+apt=(apt-get -q -o Dir::Etc::sourcelist="$apt_state/sources.list" -o Dir::Etc::sourceparts="$apt_state/parts"
+  -o Dir::State::lists="$apt_state/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache= -o APT::Sandbox::User=)
+[ -n "$(find "$apt_state/lists" -maxdepth 1 -name '*_Sources*' -print -quit)" ] || "${apt[@]}" update >&2
 cd "$(dirname "$folder")"
 "${apt[@]}" source --download-only "$package" >&2
 rm -rf "$folder"

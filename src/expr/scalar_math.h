@@ -17,6 +17,26 @@ inline double Truth(bool holds) {
     return holds ? 1 : 0;
 }
 
+#if defined(_WIN32) // the library there is several ulp off
+double LibraryPower(double a, double b);
+double Sin(double a);
+double Cos(double a);
+double Tan(double a);
+#else
+inline double LibraryPower(double a, double b) {
+    return std::pow(a, b);
+}
+inline double Sin(double a) {
+    return std::sin(a);
+}
+inline double Cos(double a) {
+    return std::cos(a);
+}
+inline double Tan(double a) {
+    return std::tan(a);
+}
+#endif
+
 inline double Percent(double a) {
     return a * 0.01;
 }
@@ -70,12 +90,12 @@ inline double IntPower(double a, double b) {
         case 8: return Product<8>(a);
         }
     }
-    return std::pow(a, n);
+    return LibraryPower(a, n);
 }
 
 /// Not-a-number for a negative base with a fraction as exponent, and for 0 to a negative power.
 inline double Power(double a, double b) {
-    const double power = std::pow(a, b);
+    const double power = LibraryPower(a, b);
     return std::isnan(a) || std::isnan(b) || std::isnan(power) || (a == 0 && b < 0) ? kNotANumber : power;
 }
 
@@ -181,15 +201,6 @@ inline double Max(double a, double b) {
 }
 inline double Min(double a, double b) {
     return a <= b ? a : b;
-}
-inline double Sin(double a) {
-    return std::sin(a);
-}
-inline double Cos(double a) {
-    return std::cos(a);
-}
-inline double Tan(double a) {
-    return std::tan(a);
 }
 inline double ArcSin(double a) {
     return std::fabs(a) > 1 ? kNotANumber : std::asin(a);

@@ -188,6 +188,7 @@ std::string ReasonNotSaved(const fs::path& target) {
     if (target.empty()) return "it has no name. Choose one";
     if (fs::is_directory(target, error)) return "it is a folder. Choose another name";
     if (!fs::is_directory(folder, error)) return "its folder does not exist. Choose another one";
+    if (IsHeldByOthers(target)) return "another program has it open. Close it there or choose another name";
     if (fs::exists(target, error) && !MayBeWritten(target))
         return "it is protected against writing. Choose another name";
     if (!fs::exists(target, error) && !MayMakeFilesIn(folder))
@@ -203,8 +204,11 @@ std::string ReasonNotOpened(const fs::path& path) {
 }
 
 [[noreturn]] void ThrowNotSaved(const std::string& name) {
-    throw EFileError("Can not save to file " + name + ": " +
-                     ReasonNotSaved(name.empty() ? fs::path() : SystemPath(name)));
+    const fs::path target = name.empty() ? fs::path() : SystemPath(name);
+    const bool isRefused = !name.empty() && target.empty();
+    throw EFileError(
+        "Can not save to file " + name + ": " +
+        (isRefused ? "the system takes no file of this name. Choose another one" : ReasonNotSaved(target)));
 }
 
 } // namespace

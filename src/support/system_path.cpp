@@ -5,6 +5,8 @@
 #include <array>
 #include <cwctype>
 #include <string_view>
+
+#include <windows.h>
 #endif
 
 namespace lumoplot {
@@ -48,12 +50,27 @@ fs::path MarkedAsLong(const fs::path& path) {
 
 } // namespace
 
-fs::path SystemPath(const std::string& name) {
-    const fs::path path(std::u8string(name.begin(), name.end()));
+bool IsHeldByOthers([[maybe_unused]] const fs::path& path) {
 #if defined(_WIN32)
-    return IsNoFileName(path.filename().wstring()) ? fs::path() : MarkedAsLong(path);
+    constexpr DWORD kWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileW(path.c_str(), DELETE, kWithAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+    CloseHandle(file);
+#endif
+    return false;
+}
+
+fs::path SystemPath(const std::string& name) {
+    const std::u8string utf8(name.begin(), name.end());
+#if defined(_WIN32)
+    try {
+        const fs::path path(utf8);
+        return IsNoFileName(path.filename().wstring()) ? fs::path() : MarkedAsLong(path);
+    } catch (const fs::filesystem_error&) { // bytes that are no UTF-8
+        return {};
+    }
 #else
-    return path;
+    return fs::path(utf8);
 #endif
 }
 

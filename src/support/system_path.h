@@ -10,4 +10,7 @@ namespace lumoplot {
 /// From UTF-8; empty when the system keeps the name for a device or takes none like it.
 std::filesystem::path SystemPath(const std::string& name);
 
+/// Whether the file can not be replaced because a program has it open. Only Windows knows such a thing.
+bool IsHeldByOthers(const std::filesystem::path& path);
+
 } // namespace lumoplot

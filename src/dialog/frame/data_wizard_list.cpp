@@ -47,7 +47,8 @@ void TxyDataWizard::ImportSeries() {
 
 QString TxyDataWizard::AskExportFile(const TSeries& series) {
     QString proposed = QString::fromStdString(series.SeriesName()).trimmed();
-    for (const QChar c : {u'/', u'\\', u'*'}) proposed.replace(c, u'_');
+    for (const QChar c : QStringLiteral(R"(/\*:?"<>|)"))
+        proposed.replace(c, u'_'); // what Windows takes in no name
     QFileDialog dialog(this, QStringLiteral("Save DataSet to File"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by Export itself

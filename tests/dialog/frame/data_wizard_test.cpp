@@ -68,18 +68,18 @@ TEST_F(TWizardTest, DeletingAsksFirst) {
 }
 
 TEST_F(TWizardTest, ExportProposesASafeNameAndImportReadsItBack) {
-    Show({" a/b*c "});
+    Show({" a/b*c:d?e "});
     QString proposed;
     WhenModal<QFileDialog>([&](QFileDialog& dialog) {
         proposed = Control<QLineEdit>(dialog, "fileNameEdit").text();
         EnterFileName(dialog, PathOf("run.lds"));
     });
     Click("btnExport");
-    EXPECT_EQ(proposed.section(QLatin1Char('.'), 0, 0), "a_b_c");
+    EXPECT_EQ(proposed.section(QLatin1Char('.'), 0, 0), "a_b_c_d_e");
     ASSERT_TRUE(QFile::exists(PathOf("run.lds")));
     AnswerFileDialog(PathOf("run.lds"));
     Click("btnImport");
-    EXPECT_EQ(Names(), (TNames{" a/b*c ", " a/b*c "}));
+    EXPECT_EQ(Names(), (TNames{" a/b*c:d?e ", " a/b*c:d?e "}));
     EXPECT_EQ(Current().SeriesIndex(), 2);
     EXPECT_EQ(Current().Count(), 2);
 }

@@ -11,8 +11,10 @@
 #include <QImage>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 #include <cmath>
+#if defined(QT_SVG_LIB)
+#include <QSvgGenerator>
+#endif
 
 namespace lumoplot {
 namespace {
@@ -56,6 +58,7 @@ bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureO
         .save(&buffer, "PNG");
 }
 
+#if defined(QT_SVG_LIB)
 bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
@@ -66,6 +69,11 @@ bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureO
     DrawAll(generator, graph, size, 1, options.Background);
     return true;
 }
+#else
+bool SaveSvg(QBuffer&, const TxyGraph&, QSize, const TPictureOptions&) {
+    throw EFileError("This program was built without what saves SVG files. Choose PNG or PDF");
+}
+#endif
 
 bool SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QPdfWriter writer(&buffer);
