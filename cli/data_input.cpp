@@ -6,6 +6,7 @@
 #include "data/series/plotted_values.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
+#include "graph/loading/date_axis.h"
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
@@ -100,6 +101,7 @@ void LoadTextSeriesInto(TxyGraph& graph, TSeries& series, const TDataOptions& op
     ReportSkippedRows(options, report);
     ApplyDefaultStyle(series);
     const TTextFormat& format = report.readings.best.format;
+    ShowDatesOfX(series, format);
     if (format.xColumn >= 0)
         SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].Title());
     const auto y = static_cast<std::size_t>(format.yColumn);

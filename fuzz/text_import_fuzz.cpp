@@ -43,7 +43,7 @@ void Load(const TTextSource& source, const TDSInfo& info, const TTextWishes& wis
     if (info.RowChoiceMode() == TRowChoice::All && report.samplingFrequency == 1)
         Require(report.rowsChosen == report.rowsUsed + report.rowsSkipped ||
                 report.readings.best.format.midnight == TMidnight::RunsOn);
-    Require(!Explain(report).Line().empty());
+    Require(!Explain(report).Lines().empty());
 }
 
 } // namespace

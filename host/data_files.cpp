@@ -4,6 +4,7 @@
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
+#include "sources/report/text_explanation.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 #include "support/message_text.h"
@@ -70,16 +71,40 @@ QString SkippedRows(const std::string& fileName, const TTextReport& report) {
 
 } // namespace
 
-bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
+TDSInfo TDataFiles::SourceOf(const QString& fileName) {
     const QFileInfo file(fileName);
+    TDSInfo source;
+    source.SetKind(IsDataSetFile(file) ? TSourceKind::DataFile : TSourceKind::TextFile);
+    source.SetSourceName(file.absoluteFilePath().toStdString());
+    return source;
+}
+
+bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
+    return Add({SourceOf(fileName), {}, {}}, progress);
+}
+
+bool TDataFiles::Add(const TDataChoice& choice, TProgress& progress) {
+    const std::size_t count = std::max<std::size_t>(choice.YColumns.size(), 1);
+    for (std::size_t column = 0; column < count; ++column)
+        if (!AddColumn(choice, column, progress)) return false;
+    return true;
+}
+
+bool TDataFiles::AddColumn(const TDataChoice& choice, std::size_t column, TProgress& progress) {
+    const QFileInfo file(QString::fromStdString(choice.Source.SourceName()));
+    const bool isDataSet = choice.Source.Kind() == TSourceKind::DataFile;
     TNewSeries added(m_graph);
     TSeries& series = added.Series();
-    series.SetSeriesName(file.completeBaseName().toStdString());
     series.SetDuplicatesAllowed(true);
-    series.DataSourceInfo().SetKind(IsDataSetFile(file) ? TSourceKind::DataFile : TSourceKind::TextFile);
-    series.DataSourceInfo().SetSourceName(file.absoluteFilePath().toStdString());
+    series.DataSourceInfo() = choice.Source;
+    series.SetTextWishes(choice.Wishes);
+    std::string name = file.completeBaseName().toStdString();
+    if (!choice.YColumns.empty()) series.DataSourceInfo().SetYDataColumn(choice.YColumns[column]);
+    if (column > 0) name += " " + choice.YColumns[column];
+    series.SetSeriesName(name);
+    series.DataSourceInfo().SetNeedsReload(true);
     if (!Load(series, progress)) return false;
-    if (!IsDataSetFile(file)) {
+    if (!isDataSet) {
         if (!NeedsDuplicates(series)) series.SetDuplicatesAllowed(false);
         ApplyDefaultStyle(series);
     }
@@ -93,7 +118,13 @@ bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
 
 bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     TTextReport report;
+    m_explanation.clear();
     if (!LoadFromSource(series, progress, {.Report = &report})) return false;
+    m_isReadingOpen = report.readings.runnerUp.has_value();
+    if (series.DataSourceInfo().Kind() != TSourceKind::DataFile)
+        for (const std::string& line : Explain(report).Lines())
+            m_explanation += (m_explanation.isEmpty() ? QString() : QStringLiteral("; ")) +
+                             QString::fromStdString(ShownLine(line));
     if (m_graph.Series().size() == 1) TakeXTitle(report);
     if (report.isOverLimit)
         m_notes.append(QString::fromStdString(SourceFileOf(series) + ": " + report.notes.back()));

@@ -2,14 +2,24 @@
 // many of their rows the graph shows.
 #pragma once
 
+#include "data/series/ds_info.h"
 #include "graph/model/graph.h"
 #include "support/progress.h"
 
 #include <QStringList>
+#include <string>
+#include <vector>
 
 namespace lumoplot {
 
 struct TTextReport;
+
+/// A source with its Y columns, each of which becomes a data set; without any the source says which.
+struct TDataChoice {
+    TDSInfo Source;
+    TTextWishes Wishes;
+    std::vector<std::string> YColumns;
+};
 
 class TDataFiles {
 public:
@@ -21,6 +31,17 @@ public:
     /// equal X are all kept. False when the user cancelled; throws what reading throws. The graph is then as
     /// it was.
     bool Add(const QString& fileName, TProgress& progress);
+
+    /// As above for what has been chosen. What was read before the user cancelled stays.
+    bool Add(const TDataChoice& choice, TProgress& progress);
+
+    /// The description of a file that has been named only.
+    static TDSInfo SourceOf(const QString& fileName);
+
+    /// How the text that was loaded last was read, in one line; empty when it was none.
+    const QString& Explanation() const { return m_explanation; }
+    /// It could be read in another way as well.
+    bool IsReadingOpen() const { return m_isReadingOpen; }
 
     /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled.
     /// Data sets that can not be read keep the points that they have.
@@ -34,11 +55,14 @@ public:
     QString Summary() const;
 
 private:
+    bool AddColumn(const TDataChoice& choice, std::size_t column, TProgress& progress);
     bool Load(TSeries& series, TProgress& progress);
     void TakeXTitle(const TTextReport& report);
 
     TxyGraph& m_graph;
     QStringList m_notes;
+    QString m_explanation;
+    bool m_isReadingOpen = false;
 };
 
 } // namespace lumoplot

@@ -50,8 +50,8 @@ QString GraphFilters() {
 }
 
 QString DataFilters() {
-    return QCoreApplication::translate("Files",
-                                       "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.lds);;All files (*)");
+    return QCoreApplication::translate(
+        "Files", "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;All files (*)");
 }
 
 QString LastFolder() {

@@ -15,6 +15,7 @@
 #include <QStatusBar>
 #include <QTextDocument>
 #include <QTimer>
+#include <QToolButton>
 #include <utility>
 
 namespace lumoplot {
@@ -45,6 +46,12 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_ui->setupUi(this);
     m_rows = new QLabel(this);
     m_rows->setObjectName(QStringLiteral("l_Rows"));
+    m_readOtherwise = new QToolButton(this);
+    m_readOtherwise->setObjectName(QStringLiteral("btnReadOtherwise"));
+    m_readOtherwise->setText(tr("Read &Otherwise…"));
+    m_readOtherwise->setFocusPolicy(Qt::TabFocus);
+    m_ui->statusBar->addPermanentWidget(m_readOtherwise);
+    m_readOtherwise->hide();
     m_ui->statusBar->addPermanentWidget(m_rows);
     m_notice = new QLabel(this);
     m_notice->setObjectName(QStringLiteral("l_Notice"));
@@ -116,6 +123,11 @@ void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     // What was said of the state before is not true any more.
     connect(m_document.get(), &TGraphDocument::StateChanged, m_ui->statusBar, &QStatusBar::clearMessage);
+    connect(m_document.get(), &TGraphDocument::StateChanged, m_readOtherwise, &QToolButton::hide);
+    connect(m_readOtherwise, &QToolButton::clicked, this, [this] {
+        Guarded([this] { OnReadOtherwise(); });
+        ShowState();
+    });
     connect(&Graph(), &TxyGraph::OnWantDesigner, m_ui->a_GraphSettings, &QAction::trigger);
     Graph().installEventFilter(this);
 }

@@ -11,6 +11,7 @@
 
 class QLabel;
 class QPrinter;
+class QToolButton;
 
 namespace Ui {
 class MainWindow;
@@ -62,6 +63,12 @@ private:
     bool SaveTo(const QString& fileName);
     void OpenGraph(const QString& fileName);
     void OpenData(const QString& fileName);
+    void AddData(const TDataChoice& choice);
+    /// Shows how the file is read and lets the user choose its columns; `before` runs when it is taken.
+    void ImportData(const QString& fileName, const std::function<void()>& before = {});
+    /// Says how the file was read, and offers to read it otherwise where that is possible.
+    void TellReading(const QString& fileName);
+    void OnReadOtherwise();
     /// Reads the data sets from their sources again; false when the user cancelled.
     bool ReloadData();
     /// Asks for the data of a graph that came from a template with sources: other files, the same, or none.
@@ -107,6 +114,8 @@ private:
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;
+    QToolButton* m_readOtherwise = nullptr; ///< shown while the last step has read m_openFile
+    QString m_openFile;
     QLabel* m_notice = nullptr; ///< what the user should know of the graph as it is
     bool m_noticeIsDue = false;
     TGraphEditBar* m_editBar = nullptr;

@@ -1,4 +1,5 @@
 // What the main window does with the graph: data, axes, view.
+#include "dialogs/import/get_data_source.h"
 #include "dialogs/progress_window.h"
 #include "dialogs/settings/graph_settings.h"
 #include "graph/file/graph_style.h"
@@ -13,6 +14,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QToolButton>
 
 namespace lumoplot {
 namespace {
@@ -26,12 +28,42 @@ bool TMainWindow::Change(const QString& name, const std::function<void()>& actio
 }
 
 void TMainWindow::OpenData(const QString& fileName) {
+    AddData({TDataFiles::SourceOf(fileName), {}, {}});
+}
+
+void TMainWindow::AddData(const TDataChoice& choice) {
+    const QString fileName = QString::fromStdString(choice.Source.SourceName());
     const bool added = Change(tr("load %1").arg(QFileInfo(fileName).fileName()), [&] {
         TProgressWindow progress;
-        m_dataFiles->Add(fileName, progress);
+        m_dataFiles->Add(choice, progress);
     });
     m_dataFiles->TellNotes();
-    if (added) m_recentFiles->Add(fileName);
+    if (!added) return;
+    m_recentFiles->Add(fileName);
+    TellReading(fileName);
+}
+
+void TMainWindow::ImportData(const QString& fileName, const std::function<void()>& before) {
+    TxyGetDataSource chooser(Graph(), TDataFiles::SourceOf(fileName), this);
+    chooser.setWindowTitle(tr("Open Data"));
+    if (chooser.exec() != QDialog::Accepted) return;
+    if (before) before();
+    AddData({chooser.Source(), chooser.Wishes(), chooser.YColumns()});
+}
+
+void TMainWindow::TellReading(const QString& fileName) {
+    const QString& explanation = m_dataFiles->Explanation();
+    if (explanation.isEmpty()) return;
+    constexpr int kLongEnoughMs = 15000;
+    m_ui->statusBar->showMessage(explanation, kLongEnoughMs);
+    m_openFile = fileName;
+    m_readOtherwise->setToolTip(Qt::convertFromPlainText(explanation));
+    m_readOtherwise->setVisible(m_dataFiles->IsReadingOpen());
+}
+
+/// In the place of what the last step has read.
+void TMainWindow::OnReadOtherwise() {
+    ImportData(m_openFile, [this] { m_document->Session().Undo(); });
 }
 
 void TMainWindow::EditData() {

@@ -96,7 +96,10 @@ void TMainWindow::OnOpenGraph() {
 }
 
 void TMainWindow::OnOpenData() {
-    OpenFiles(AskFilesToOpen(this, {tr("Open Data"), DataFilters(), {}, {}}));
+    const QStringList files = AskFilesToOpen(this, {tr("Open Data"), DataFilters(), {}, {}});
+    const bool isText = files.size() == 1 && !IsGraphFile(files.front()) &&
+                        TDataFiles::SourceOf(files.front()).Kind() == TSourceKind::TextFile;
+    isText ? ImportData(files.front()) : OpenFiles(files);
 }
 
 void TMainWindow::OnSaveAsTemplate() {

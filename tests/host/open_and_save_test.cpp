@@ -1,5 +1,6 @@
 // Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
 #include "data/series/ds_info.h"
+#include "dialogs/import/get_data_source.h"
 #include "host/window_fixture.h"
 
 #include "graph/model/child_graph.h"
@@ -189,6 +190,46 @@ TEST_F(OpenAndSave, ALoadingThatIsCancelledLeavesTheGraphAsItWas) {
     EXPECT_EQ(Content(), both);
     EXPECT_FALSE(Control<QAction>(*Window, "a_LoadEveryRow").isChecked());
     EXPECT_FALSE(Window->isWindowModified());
+}
+
+TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
+    AnswerPath(Write("run.csv", "No.,day,volt,amp\n1,2024-01-29,1.5,10\n2,2024-01-30,2.5,20\n"
+                                "3,2024-01-31,3.5,30\n"));
+    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
+        EXPECT_TRUE(
+            Control<QLabel>(chooser, "lblFound").text().contains(QStringLiteral("X is column 2 (day)")));
+        Click(chooser, "btnAllY");
+        Click(chooser, "btnOk");
+    });
+    Control<QAction>(*Window, "a_OpenData").trigger();
+    ASSERT_EQ(Graph().Series().size(), 2u) << "what counts the rows is no Y";
+    EXPECT_EQ(First().SeriesName(), "volt");
+    EXPECT_EQ(Graph().FindSeries(2)->SeriesName(), "amp");
+    EXPECT_EQ(Graph().FindSeries(2)->First().X(), 45320);
+    EXPECT_TRUE(Graph().XAxis()->ShowAsTime());
+    EXPECT_EQ(Graph().XAxis()->Title(), "day");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Graph().Series().size(), 0u);
+}
+
+TEST_F(OpenAndSave, AFileWithTwoReadingsIsOfferedInTheOther) {
+    QByteArray text = "day,load\n";
+    for (int day = 1; day <= 12; ++day)
+        text += QByteArray::number(day) + "/" + QByteArray::number(13 - day) + "/2024," +
+                QByteArray::number(day) + "\n";
+    Open(Write("days.csv", text));
+    const double first = First().First().Y();
+    auto& other = Control<QAbstractButton>(*Window, "btnReadOtherwise");
+    ASSERT_TRUE(other.isVisible());
+    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
+        Click(chooser, "btnRunnerUp");
+        Click(chooser, "btnOk");
+    });
+    QTest::mouseClick(&other, Qt::LeftButton);
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().Count(), 12);
+    EXPECT_NE(First().First().Y(), first);
+    EXPECT_FALSE(other.isVisible());
 }
 
 TEST_F(OpenAndSave, FilesCanBeDropped) {

@@ -1,11 +1,11 @@
 // What the controls of the Data Source page do to the data set.
-#include "dialog/common/source_files.h"
 #include "dialog/manual/manual_commit.h"
 #include "dialog/manual/manual_panel.h"
 #include "dialog/source/data_source_page.h"
 #include "dialog/source/text_options_panel.h"
-#include "dialog/source/text_preview_pane.h"
 #include "dialogs/hand_edit.h"
+#include "dialogs/import/source_files.h"
+#include "dialogs/import/text_preview_pane.h"
 #include "dialogs/progress_window.h"
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"

@@ -1,6 +1,6 @@
 // What the Data Source page does with a choice of sources and columns.
 #include "dialog/source/data_source_page.h"
-#include "dialog/source/get_data_source.h"
+#include "dialogs/import/get_data_source.h"
 #include "dialogs/progress_window.h"
 #include "graph/loading/source_loading.h"
 

@@ -1,10 +1,11 @@
 #include "dialog/source/data_source_page.h"
 
 #include "dialog/manual/manual_panel.h"
-#include "dialog/source/source_reading.h"
 #include "dialog/source/text_options_panel.h"
-#include "dialog/source/text_preview_pane.h"
+#include "dialogs/import/source_reading.h"
+#include "dialogs/import/text_preview_pane.h"
 #include "graph/loading/source_loading.h"
+#include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "support/errors.h"
 #include "ui_data_source_page.h"
@@ -92,6 +93,14 @@ void TDataSourcePage::ConnectTextPanels() {
         Edit("reading of ", [&](TSeries& series) {
             ForgetReading(series);
             LoadShowingErrors(series);
+        });
+    });
+    connect(m_preview, &TTextPreviewPane::RowWanted, this, [this](qlonglong row) {
+        Guarded([&] {
+            const TSeries* series = Context().CurrSeries();
+            if (!series) return;
+            const qlonglong first = std::max<qlonglong>(1, row - kPreviewRows / 2);
+            m_preview->ShowRowsAround(PreviewSourceFrom(*series, first, kPreviewRows), row);
         });
     });
     connect(m_preview, &TTextPreviewPane::KeepAllPicked, this, [this] {

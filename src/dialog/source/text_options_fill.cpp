@@ -1,8 +1,9 @@
 // How the options of a text source are shown.
 #include "controls/number_edit.h"
 #include "dialog/common/x_value_text.h"
-#include "dialog/source/column_items.h"
 #include "dialog/source/text_options_panel.h"
+#include "dialogs/import/auto_list.h"
+#include "dialogs/import/column_items.h"
 #include "sources/text/column_formula.h"
 #include "support/number_text.h"
 #include "ui_text_options_panel.h"
@@ -13,7 +14,8 @@
 namespace lumoplot {
 namespace {
 
-constexpr const char* kPlainSeparators = "\t,; ";
+/// Those with boxes of their own; the row end stands for none at all.
+constexpr const char* kPlainSeparators = "\t,; \n";
 
 // Items 1 and up of the lists; item 0 is "Auto".
 constexpr std::array kDecimalSigns = {'.', ','};
@@ -21,34 +23,6 @@ constexpr std::array kDateOrders = {TDateOrder::YearMonthDay, TDateOrder::DayMon
                                     TDateOrder::MonthDayYear};
 constexpr std::array kEncodings = {TTextEncoding::Utf8, TTextEncoding::Utf16LittleEndian,
                                    TTextEncoding::Utf16BigEndian, TTextEncoding::CodePage};
-
-template <class TList, class TValue>
-int ItemOf(const TList& list, const TValue& value) {
-    const auto found = std::ranges::find(list, value);
-    return found == list.end() ? 0 : static_cast<int>(found - list.begin()) + 1;
-}
-
-/// "Decimal comma" inside a text; "UTF-8" stays.
-QString AsInsideText(QString caption) {
-    if (caption.size() > 1 && caption[1].isLower()) caption[0] = caption[0].toLower();
-    return caption;
-}
-
-/// Shows the wish, or "Auto" with what was found behind it.
-template <class TList, class TValue>
-void FillList(QComboBox& box, const TList& list, const std::optional<TValue>& wish,
-              const std::optional<TValue>& found) {
-    const int item = found ? ItemOf(list, *found) : 0;
-    box.setItemText(0, item > 0 ? QStringLiteral("Auto: ") + AsInsideText(box.itemText(item))
-                                : QStringLiteral("Auto"));
-    box.setCurrentIndex(wish ? ItemOf(list, *wish) : 0);
-}
-
-template <class TList>
-auto WishOf(const QComboBox& box, const TList& list) {
-    const int item = box.currentIndex();
-    return item <= 0 ? std::nullopt : std::optional(list[static_cast<std::size_t>(item - 1)]);
-}
 
 void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
     const bool isKnown = found && used != TTextFormat::kNoColumn;
@@ -128,18 +102,18 @@ void TTextOptionsPanel::FillReading(const TTextWishes& wishes, const TTextFormat
         const auto isDate = [](const TTextColumn& column) { return column.kind == TCellKind::Date; };
         if (std::ranges::any_of(found->columns, isDate)) dateOrder = found->dateOrder;
     }
-    FillList(*m_ui->cbx_DecimalSign, kDecimalSigns, wishes.decimalSign, decimalSign);
-    FillList(*m_ui->cbx_DateOrder, kDateOrders, wishes.dateOrder, dateOrder);
-    FillList(*m_ui->cbx_Encoding, kEncodings, wishes.encoding, encoding);
+    FillAutoList(*m_ui->cbx_DecimalSign, kDecimalSigns, wishes.decimalSign, decimalSign);
+    FillAutoList(*m_ui->cbx_DateOrder, kDateOrders, wishes.dateOrder, dateOrder);
+    FillAutoList(*m_ui->cbx_Encoding, kEncodings, wishes.encoding, encoding);
 }
 
 TTextWishes TTextOptionsPanel::ShownWishes() const {
     // What the panel does not show stays as it is.
     const TSeries* series = m_context.CurrSeries();
     TTextWishes wishes = series ? series->TextWishes() : TTextWishes();
-    wishes.encoding = WishOf(*m_ui->cbx_Encoding, kEncodings);
-    wishes.decimalSign = WishOf(*m_ui->cbx_DecimalSign, kDecimalSigns);
-    wishes.dateOrder = WishOf(*m_ui->cbx_DateOrder, kDateOrders);
+    wishes.encoding = AutoListWish(*m_ui->cbx_Encoding, kEncodings);
+    wishes.decimalSign = AutoListWish(*m_ui->cbx_DecimalSign, kDecimalSigns);
+    wishes.dateOrder = AutoListWish(*m_ui->cbx_DateOrder, kDateOrders);
     return wishes;
 }
 

@@ -8,6 +8,12 @@
 #include "ui_text_options_panel.h"
 
 namespace lumoplot {
+namespace {
+
+/// Ends rows and no cells: each row is one cell. An empty description would have the separator found.
+constexpr const char* kNoSeparator = "\n";
+
+} // namespace
 
 TTextOptionsPanel::TTextOptionsPanel(TWizardContext& context, QWidget* parent)
     : QWidget(parent), m_context(context), m_ui(std::make_unique<Ui::TTextOptionsPanel>()) {
@@ -40,7 +46,7 @@ void TTextOptionsPanel::Change(const TChange& change) {
 
 void TTextOptionsPanel::ConnectText() {
     connect(m_ui->cb_FindSeparators, &QCheckBox::toggled, this, [this](bool find) {
-        const std::string found = m_found.separators.empty() ? "," : m_found.separators;
+        const std::string found = m_found.separators.empty() ? kNoSeparator : m_found.separators;
         Change([&](TSeries& series) { series.DataSourceInfo().SetTextSeparators(find ? "" : found); });
     });
     for (QCheckBox* box : {m_ui->cb_Tab, m_ui->cb_Comma, m_ui->cb_Semicolon, m_ui->cb_Blank})
@@ -132,6 +138,7 @@ void TTextOptionsPanel::TakeSeparators() {
     if (m_ui->cb_Other->isChecked()) separators += m_ui->e_Other->text();
     const bool isComing = separators.isEmpty() && m_ui->cb_Other->isChecked();
     if (isComing) return; // the other separator is still to be typed
+    if (separators.isEmpty()) separators = QLatin1String(kNoSeparator);
     Change([&](TSeries& series) { series.DataSourceInfo().SetTextSeparators(separators.toStdString()); });
 }
 

@@ -2,7 +2,9 @@
 
 #include "data/series/ds_info.h"
 #include "graph/file/graph_file.h"
+#include "graph/loading/date_axis.h"
 #include "graph/loading/rows_text.h"
+#include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "sources/text/series_supplier.h"
 #include "support/errors.h"
@@ -75,6 +77,7 @@ TTextReport ReadTextForTheEye(TSeries& series, TProgress& progress, const TLoadO
 bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {
     TTextReport own;
     TTextReport& report = options.Report ? *options.Report : own;
+    const bool isOther = series.DataSourceInfo().NeedsReload();
     report = ReadText(series, progress, options);
     if (report.isOverLimit) report = ReadTextForTheEye(series, progress, options);
     if (report.cancelled) return false;
@@ -83,6 +86,8 @@ bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& op
     const bool isBudgeted = info.AutoRowHitFreq() && report.samplingFrequency > 1;
     series.SetThinned(isBudgeted && BudgetOf(series, options) != series.Graph().PlotBudget());
     series.SetSourceRows({report.rowsChosen, report.rowsUsed});
+    // Read as before, the axis stays as the user has made it.
+    if (isOther) ShowDatesOfX(series, report.readings.best.format);
     return true;
 }
 
@@ -122,6 +127,11 @@ bool LoadEveryRow(TSeries& series, TProgress& progress) {
 TTextPreview PreviewSource(const TSeries& series, int maxRows) {
     return PreviewText(TextSourceOf(series), series.DataSourceInfo(), maxRows, series.TextWishes(),
                        {series.XColExpr(), series.YColExpr()});
+}
+
+TTextPreview PreviewSourceFrom(const TSeries& series, std::int64_t firstRow, int maxRows) {
+    return PreviewTextFrom(TextSourceOf(series), series.DataSourceInfo(), firstRow, maxRows,
+                           series.TextWishes(), {series.XColExpr(), series.YColExpr()});
 }
 
 void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progress) {

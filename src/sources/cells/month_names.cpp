@@ -42,12 +42,14 @@ bool AnyName(std::string_view list, TTake take) {
 } // namespace
 
 int MonthOfName(std::string_view folded) {
+    constexpr std::size_t kShortest = 3;
+    if (folded.size() < kShortest) return 0;
     int shortened = 0;
     bool isOpen = false;
     for (std::size_t month = 0; month < kMonths.size(); ++month) {
         const auto number = static_cast<int>(month) + 1;
         if (AnyName(kMonths[month], [folded](auto name) { return name == folded; })) return number;
-        const auto begins = [folded](auto name) { return folded.size() >= 3 && name.starts_with(folded); };
+        const auto begins = [folded](auto name) { return name.starts_with(folded); };
         if (!AnyName(kMonths[month], begins)) continue;
         isOpen = shortened != 0;
         shortened = number;

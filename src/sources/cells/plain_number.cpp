@@ -32,6 +32,16 @@ std::string_view GroupSign(std::string_view text, char decimalSign) {
     return text.substr(0, length);
 }
 
+// "1,00,000": groups of two digits in front of one of three.
+bool IsGroupOfTwo(TTextScanner behind, std::string_view sign) {
+    if (sign != "," || behind.Digits() != 2) return false;
+    while (behind.Digits() == 2) {
+        behind.Drop(2);
+        if (!behind.Take(',')) return false;
+    }
+    return behind.Digits() == 3;
+}
+
 // Digits, grouped by threes or not at all.
 bool TakeInteger(TTextScanner& scan, char decimalSign, std::string& plain, TNumberReading& reading) {
     const std::size_t first = scan.Digits();
@@ -42,9 +52,11 @@ bool TakeInteger(TTextScanner& scan, char decimalSign, std::string& plain, TNumb
     int groups = 0;
     while (!sign.empty() && scan.Rest().starts_with(sign)) {
         TTextScanner behind(scan.Rest().substr(sign.size()));
-        if (first == 0 || first > 3 || beginsWithZero || behind.Digits() != 3) return false;
-        plain.append(behind.Rest().substr(0, 3));
-        behind.Drop(3);
+        if (first == 0 || first > 3 || beginsWithZero) return false;
+        const std::size_t length = first <= 2 && IsGroupOfTwo(behind, sign) ? 2 : 3;
+        if (behind.Digits() != length) return false;
+        plain.append(behind.Rest().substr(0, length));
+        behind.Drop(length);
         scan = behind;
         ++groups;
     }
@@ -70,9 +82,24 @@ void TakeDecimals(TTextScanner& scan, char decimalSign, std::string& plain, TNum
     reading.isPlainSmall = reading.isPlainLarge = false;
 }
 
-// An exponent with its letter, or, behind decimals, three digits with a sign.
+// "x10^", "·10^" and the like, with blanks around the sign.
+bool TakePowerOfTen(TTextScanner& scan) {
+    TTextScanner power = scan;
+    power.TakeBlanks();
+    const std::size_t sign = LengthOfAny(
+        std::array<std::string_view, 6>{"x", "*", "\xC3\x97", "\xC2\xB7", "\xD7", "\xB7"}, power.Rest());
+    if (sign == 0) return false;
+    power.Drop(sign);
+    power.TakeBlanks();
+    if (!power.Rest().starts_with("10^")) return false;
+    power.Drop(3);
+    scan = power;
+    return true;
+}
+
+// An exponent with its letter or as a power of ten, or, behind decimals, three digits with a sign.
 bool TakeExponent(TTextScanner& scan, std::string& plain, TNumberReading& reading) {
-    const bool hasLetter = scan.TakeAny("eEdD");
+    const bool hasLetter = scan.TakeAny("eEdD") || TakePowerOfTen(scan);
     if (!hasLetter && (!reading.hasDecimals || scan.Rest().size() != 4)) return true;
     const bool hasSign = scan.Front() == '-' || scan.Front() == '+';
     const std::string_view rest = scan.Rest();

@@ -110,10 +110,12 @@ std::optional<double> DayOfTwo(const TDatePart& first, const TDatePart& second, 
         if (!start || !end || second.value < 1 || *start + second.value > *end) return std::nullopt;
         return *start + second.value - 1;
     }
-    if (separator == '.' && first.digits > 0 && second.digits > 0) return std::nullopt;
     const auto isYear = [](const TDatePart& part) {
         return part.digits == 4 && part.value >= 1500 && part.value < 3000;
     };
+    // "01.2024", but not "1.2024" nor "2024.01".
+    if (separator == '.' && first.digits > 0 && second.digits > 0 && (first.digits != 2 || !isYear(second)))
+        return std::nullopt;
     if (isYear(first) && second.digits <= 2) return DayNumber(first.value, second.value, 1);
     // "Jan 20" may be a day without its year.
     const bool isShort = first.digits == 0 && second.digits == 2 && separator != ' ';
@@ -170,9 +172,48 @@ std::optional<double> DayOfQuarter(TTextScanner& scan) {
     return DayNumber(year, *quarter * 3 - 2, 1);
 }
 
+// "2024M01": the first day of the month.
+std::optional<double> DayOfMonth(TTextScanner& scan) {
+    if (scan.Digits() != 4) return std::nullopt;
+    TTextScanner text = scan;
+    const int year = text.Exactly(4);
+    if (!text.Take('M') || text.Digits() != 2) return std::nullopt;
+    const auto day = DayNumber(year, text.Exactly(2), 1);
+    if (day) scan = text;
+    return day;
+}
+
+// "31Jan2024", "31Jan24".
+std::optional<double> DayOfJoinedParts(TTextScanner& scan) {
+    TTextScanner text = scan;
+    std::size_t digits = 0;
+    const auto day = text.Integer(2, digits);
+    const auto month = day ? MonthName(text) : std::nullopt;
+    const std::size_t yearDigits = text.Digits();
+    if (!month || (yearDigits != 2 && yearDigits != 4)) return std::nullopt;
+    const TDatePart year{text.Exactly(yearDigits), yearDigits};
+    const auto read = DayNumber(FullYear(year), month->value, *day);
+    if (read) scan = text;
+    return read;
+}
+
+// "202401" is a month, "2024031" the day of a year, of our time.
+std::optional<double> DayOfFewDigits(TTextScanner& scan) {
+    const std::size_t digits = scan.Digits();
+    TTextScanner text = scan;
+    const int year = text.Exactly(4);
+    if (year < 1900 || year > 2100) return std::nullopt;
+    const int rest = text.Exactly(digits - 4);
+    const TDatePart part{rest, digits - 4};
+    const auto day = digits == 6 ? DayNumber(year, rest, 1) : DayOfTwo({year, 4}, part, '-');
+    if (day) scan = text;
+    return day;
+}
+
 // "20240131", "20240131123000", with `hasTime` when the time stands in it.
 std::optional<double> DayOfDigits(TTextScanner& scan, bool& hasTime) {
     const std::size_t digits = scan.Digits();
+    if (digits == 6 || digits == 7) return DayOfFewDigits(scan);
     if (digits != 8 && digits != 12 && digits != 14) return std::nullopt;
     TTextScanner text = scan;
     const int year = text.Exactly(4);
@@ -190,9 +231,14 @@ std::optional<double> DayOfDigits(TTextScanner& scan, bool& hasTime) {
 
 // Blanks and commas join the parts only of a date that names its month.
 bool TakeSeparator(TTextScanner& scan, bool isNamed, char wanted) {
-    if (!isNamed) return wanted == 0 ? scan.TakeAny("-/.") : scan.Take(wanted);
+    if (!isNamed) {
+        const bool isDot = scan.Front() == '.';
+        const bool isPart = wanted == 0 ? scan.TakeAny("-/.") : scan.Take(wanted);
+        if (isPart && isDot) scan.TakeBlanks();
+        return isPart;
+    }
     bool isTaken = scan.TakeAny("-/. ,'");
-    while (isTaken && scan.TakeAny("., '")) {
+    while (isTaken && scan.TakeAny("-/., '")) {
     }
     if (isTaken && TakeWord(scan, {"de", "del", "di", "of"})) scan.TakeBlanks();
     return isTaken;
@@ -203,6 +249,21 @@ bool BeginsTime(const TTextScanner& scan) {
     return digits > 0 && digits <= 2 && scan.Rest().substr(digits).starts_with(':');
 }
 
+// "12-30-05" and "12.30.05" behind a date, as names of files have it.
+std::optional<double> TakeDashedTime(TTextScanner& scan) {
+    constexpr std::size_t kLength = 8;
+    const std::string_view rest = scan.Rest();
+    if (rest.size() != kLength || (rest[2] != '-' && rest[2] != '.') || rest[5] != rest[2])
+        return std::nullopt;
+    std::string text(rest);
+    text[2] = text[5] = ':';
+    TTextScanner clock(text);
+    const auto time = TakeTimeOfDay(clock, false);
+    if (!time || !clock.AtEnd()) return std::nullopt;
+    scan.Drop(kLength);
+    return time;
+}
+
 class TDateParser {
 public:
     TDateParser(std::string_view text, TDateOrder order) : m_scan(text), m_order(order) {}
@@ -210,6 +271,8 @@ public:
     std::optional<TDateReading> Parse() {
         auto days = DayOfQuarter(m_scan);
         if (!days) days = DayOfWeek(m_scan);
+        if (!days) days = DayOfMonth(m_scan);
+        if (!days) days = DayOfJoinedParts(m_scan);
         m_reading.fixed = true;
         if (!days) days = DayOfDigits(m_scan, m_reading.hasTime);
         if (!days) days = DayOfNamedParts();
@@ -262,11 +325,17 @@ private:
     }
 
     std::optional<TDateReading> WithTime() {
-        if (!m_scan.TakeAny("T ,:") && m_scan.Front() != 't') return std::nullopt;
+        if (m_scan.Rest().starts_with(". ")) m_scan.Drop(1);
+        const char sign = m_scan.Front();
+        if (!m_scan.TakeAny("T ,:_-") && sign != 't') return std::nullopt;
         while (m_scan.TakeAny(" ,-")) {
         }
-        const auto time = TakeTimeOfDay(m_scan, true);
+        // Behind a date "-05:00" would be an offset.
+        if (sign == '-' && m_scan.Digits() < 4 && m_scan.Rest().size() < 8) return std::nullopt;
+        auto time = TakeDashedTime(m_scan);
+        if (!time) time = TakeTimeOfDay(m_scan, true);
         m_scan.TakeBlanks();
+        TakeWord(m_scan, {"uhr", "h", "hrs"});
         if (!time || !m_scan.AtEnd()) return std::nullopt;
         m_reading.days += *time;
         m_reading.hasTime = true;
@@ -290,7 +359,8 @@ bool MayBeDate(std::string_view text) {
 std::optional<TDateReading> ParseDate(std::string_view text, TDateOrder order, TShortTimes shortTimes) {
     text = Trimmed(text);
     if (!MayBeDate(text)) return std::nullopt;
-    if (text.find(':') != std::string_view::npos)
+    if (text.starts_with('[') && text.ends_with(']')) text = text.substr(1, text.size() - 2);
+    if (text.find(':') != std::string_view::npos || text.find('P') != std::string_view::npos)
         if (const auto time = ParseTimeAlone(text, shortTimes)) return time;
     if (const auto date = TDateParser(text, order).Parse()) return date;
     TTextScanner behind(text);

@@ -180,6 +180,7 @@ TNumberReading ParseWithUnit(std::string_view cell, char decimalSign, TUnitMarks
     cell = WithoutBlanks(Trimmed(cell));
     const bool isBracketed = cell.size() > 2 && cell.starts_with('(') && cell.ends_with(')');
     if (isBracketed) cell = WithoutBlanks(cell.substr(1, cell.size() - 2));
+    if (cell.starts_with('+')) cell.remove_prefix(1);
     const std::size_t minus = MinusLength(cell, false);
     std::string number(cell.substr(0, minus));
     std::string_view rest = WithoutBlanks(cell.substr(minus));

@@ -3,6 +3,7 @@
 #include "sources/cells/text_number.h"
 #include "support/number_text.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace lumoplot {
@@ -95,11 +96,15 @@ std::optional<double> TakeClock(TTextScanner& scan) {
     return seconds > kSecondsPerDay ? std::nullopt : std::optional(seconds);
 }
 
-// "2 days " and "2d " in front of a duration.
+// "2 days ", "2d " and "2." in front of a duration.
 double TakeDays(TTextScanner& scan) {
     TTextScanner behind = scan;
     std::size_t digits = 0;
     const auto days = behind.Integer(6, digits);
+    if (days && behind.Take('.') && behind.Digits() == 2) {
+        scan = behind;
+        return *days;
+    }
     behind.TakeBlanks();
     if (!days || !behind.TakeAny("dD")) return 0;
     for (const char c : {'a', 'y', 's'}) behind.Take(c);
@@ -128,6 +133,31 @@ std::optional<double> TakeDuration(TTextScanner& scan, TShortTimes shortTimes, T
     }
     const auto third = TakeSeconds(scan, hasFraction);
     return third ? std::optional(*first * 3600.0 + *second * 60 + *third) : std::nullopt;
+}
+
+// "P1DT2H30M5.5S" in seconds.
+std::optional<double> TakeDesignated(TTextScanner& scan) {
+    constexpr std::string_view kUnits = "DHMS";
+    constexpr int kSeconds[] = {kSecondsPerDay, 3600, 60, 1};
+    if (!scan.Take('P')) return std::nullopt;
+    double seconds = 0;
+    std::size_t next = 0;
+    while (!scan.AtEnd()) {
+        if (scan.Take('T')) next = std::max<std::size_t>(next, 1);
+        const std::string_view rest = scan.Rest();
+        const std::size_t length = std::min(rest.find_first_not_of("0123456789.,"), rest.size());
+        const auto number = ParseNumber(rest.substr(0, length), '.');
+        scan.Drop(length);
+        const std::size_t unit = scan.AtEnd() ? kUnits.npos : kUnits.find(scan.Front(), next);
+        if (number.state != TNumberState::Number || unit == kUnits.npos) return std::nullopt;
+        if ((unit == 0) != (next == 0)) return std::nullopt;
+        seconds += number.value * kSeconds[unit];
+        next = unit + 1;
+        scan.Drop(1);
+        // Behind the days only times follow, behind a T.
+        if (unit == 0 && !scan.AtEnd() && scan.Front() != 'T') return std::nullopt;
+    }
+    return next > 0 ? std::optional(seconds) : std::nullopt;
 }
 
 } // namespace
@@ -170,6 +200,12 @@ std::optional<TDateReading> ParseTimeAlone(std::string_view text, TShortTimes sh
     reading.parts = TDateParts::TimeOfDay;
     TTextScanner duration(text);
     const double sign = duration.Take('-') ? -1 : 1;
+    if (duration.Front() == 'P') {
+        const auto seconds = TakeDesignated(duration);
+        if (!seconds) return std::nullopt;
+        reading.days = sign * *seconds / kSecondsPerDay;
+        return reading;
+    }
     const double days = TakeDays(duration);
     if (const auto seconds = TakeDuration(duration, shortTimes, reading); seconds && duration.AtEnd()) {
         reading.days = sign * (days + *seconds / kSecondsPerDay);

@@ -56,15 +56,30 @@ std::vector<std::string> TTextExplanation::Lines() const {
     return lines;
 }
 
-TTextExplanation Explain(const TTextReport& report) {
-    const TTextFormat& format = report.readings.best.format;
+std::string TTextExplanation::Found() const {
+    constexpr std::size_t kMostLeftOut = 3;
+    std::string text = "Read as " + reading + ". " + columns + ".";
+    for (std::size_t i = 0; i < std::min(leftOut.size(), kMostLeftOut); ++i)
+        text += (i == 0 ? " Left out: " : "; ") + leftOut[i];
+    if (leftOut.size() > kMostLeftOut)
+        text += "; and " + std::to_string(leftOut.size() - kMostLeftOut) + " more";
+    return leftOut.empty() ? text : text + ".";
+}
+
+TTextExplanation Explain(const TTextReadings& readings) {
+    const TTextFormat& format = readings.best.format;
     TTextExplanation explanation;
     explanation.reading = Describe(format);
-    explanation.columns = ColumnsText(format);
-    if (report.readings.runnerUp) explanation.other = Difference(report.readings.runnerUp->format, format);
+    if (format.yColumn >= 0) explanation.columns = ColumnsText(format);
+    if (readings.runnerUp) explanation.other = Difference(readings.runnerUp->format, format);
+    explanation.leftOut = LeftOutColumns(format);
+    return explanation;
+}
+
+TTextExplanation Explain(const TTextReport& report) {
+    TTextExplanation explanation = Explain(report.readings);
     explanation.rows = RowsText(report);
     if (!report.messages.empty()) explanation.skipped = report.messages.front();
-    explanation.leftOut = LeftOutColumns(format);
     explanation.notes = report.notes;
     return explanation;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sources/text/text_loader.h"
+#include "support/export.h"
 
 #include <string>
 #include <vector>
@@ -19,9 +20,14 @@ struct TTextExplanation {
     std::vector<std::string> notes;   ///< "first read as …, then as a whole: row 3170: …"
 
     /// All of it, a line for each thing.
-    std::vector<std::string> Lines() const;
+    XYGRAPH_EXPORT std::vector<std::string> Lines() const;
+    /// What was found, the columns and those that are left out, as sentences; "… and 4 more" where there are
+    /// many.
+    XYGRAPH_EXPORT std::string Found() const;
 };
 
-TTextExplanation Explain(const TTextReport& report);
+XYGRAPH_EXPORT TTextExplanation Explain(const TTextReport& report);
+/// As far as it can be said before the text is loaded.
+XYGRAPH_EXPORT TTextExplanation Explain(const TTextReadings& readings);
 
 } // namespace lumoplot

@@ -69,7 +69,11 @@ constexpr std::string_view kCounterNames[] = {"rownames",
                                               "record number",
                                               "row number",
                                               "rownum",
-                                              "row_number"};
+                                              "row_number",
+                                              "subject",
+                                              "participant",
+                                              "patient",
+                                              "respondent"};
 
 bool IsCounterName(std::string_view name) {
     std::string folded = FoldText(name);

@@ -33,16 +33,22 @@ bool AreNumberNames(const TSampleRow& row) {
     return numbers.size() > 2 ? step > 0 : step == 1;
 }
 
+bool AreYears(const TSampleRow& row) {
+    const auto numbers = WholeNumbers(row, 1);
+    return std::ranges::all_of(numbers, [](double year) { return year >= 1900 && year <= 2100; });
+}
+
 // The first of the rows has numbers for names: those behind it are not like it.
 bool IsNamedByNumbers(const TSampleTable& table, std::size_t index) {
     const auto& rows = table.Rows();
     if (rows[index].kind != TRowKind::Data || !AreNumberNames(rows[index])) return false;
     std::size_t others = 0;
     std::size_t alike = 0;
+    const bool areYears = AreYears(rows[index]);
     for (std::size_t i = index + 1; i < rows.size() && others < 20; ++i) {
         if (rows[i].kind != TRowKind::Data) continue;
         ++others;
-        if (AreNumberNames(rows[i])) ++alike;
+        if (AreNumberNames(rows[i]) && AreYears(rows[i]) == areYears) ++alike;
     }
     // An empty corner is a name only above cells that are not.
     const bool hasCorner = rows[index].kinds[0] == TCellKind::Text || table.Fill(0) > 0.5;
@@ -94,9 +100,19 @@ bool IsSection(const TSampleRow& row) {
            FoldText(text) == "data" || text.ends_with(':');
 }
 
+// As many columns as there are up to the last one of that kind.
+template <class TPredicate>
+std::size_t CountColumns(const TSampleTable& table, TPredicate isKind) {
+    std::size_t count = table.Columns().size();
+    while (count > 1 && !isKind(table.Columns()[count - 1])) --count;
+    return count;
+}
+
 // The cells of a row that can name so many columns, or none. A label in front of the names ("Data: y x") is
 // left out; with one cell less the first column has the names of the rows.
-std::vector<TTextCell> NameCells(const TSampleRow& row, std::size_t columns, bool hasRowNames) {
+std::vector<TTextCell> NameCells(const TSampleRow& row, const TSampleTable& table, bool hasRowNames) {
+    const std::size_t columns = CountColumns(table, [](TCellKind kind) { return kind != TCellKind::Empty; });
+    const std::size_t valueColumns = CountColumns(table, IsValue);
     std::vector<TTextCell> cells = row.cells;
     while (cells.size() > columns && cells.back().text.empty()) cells.pop_back();
     const auto texts = static_cast<std::size_t>(std::ranges::count(row.kinds, TCellKind::Text));
@@ -105,6 +121,9 @@ std::vector<TTextCell> NameCells(const TSampleRow& row, std::size_t columns, boo
     if (texts * 2 < columns && texts + numbers + 1 < columns) return {};
     if (cells.size() == columns + 1 && cells[0].text.ends_with(':')) cells.erase(cells.begin());
     if (cells.size() + 1 == columns && hasRowNames) cells.insert(cells.begin(), TTextCell());
+    // Texts behind the columns that have names need none.
+    const bool isRest = cells.size() > 1 && cells.size() >= valueColumns && numbers == 0;
+    if (cells.size() < columns && isRest) cells.resize(columns);
     return cells.size() >= columns && cells.size() <= columns + 8 ? cells : std::vector<TTextCell>();
 }
 
@@ -126,12 +145,15 @@ bool HasRowNames(const TSampleTable& table) {
 bool AreUnits(const std::vector<TTextCell>& cells) {
     std::size_t filled = 0;
     std::size_t units = 0;
+    std::size_t letters = 0; // names as likely as units
     for (const TTextCell& cell : cells) {
         if (cell.text.empty() || cell.text == "-") continue;
         ++filled;
-        if (IsUnitName(cell.text)) ++units;
+        if (!IsUnitName(cell.text)) continue;
+        ++units;
+        if (cell.text.size() == 1 && LetterLength(cell.text) == 1) ++letters;
     }
-    return filled > 0 && units * 2 >= filled;
+    return filled > 0 && units * 2 >= filled && (letters < units || units == filled);
 }
 
 class TNameFinder {
@@ -179,7 +201,7 @@ private:
             if (isEmpty && emptyRows == TEmptyRows::Pass) continue;
             if (isEmpty && !IsRuleOrTop(row)) return {};
             if (isEmpty) continue;
-            auto cells = NameCells(row, m_table.Columns().size(), m_hasRowNames);
+            auto cells = NameCells(row, m_table, m_hasRowNames);
             if (cells.empty()) cells = OtherwiseDivided(row);
             if (!cells.empty()) {
                 --m_next;

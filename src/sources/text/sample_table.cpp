@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <set>
 
 namespace lumoplot {
 namespace {
@@ -63,6 +64,12 @@ std::size_t CountValues(const TSampleRow& row) {
 
 std::size_t CountFilled(const TSampleRow& row) {
     return row.kinds.size() - static_cast<std::size_t>(std::ranges::count(row.kinds, TCellKind::Empty));
+}
+
+// In a column of texts: what another reading would take for a number.
+bool LooksLikeNumber(std::string_view text) {
+    return text.find_first_of("0123456789") != std::string_view::npos &&
+           text.find_first_not_of("0123456789.,+-'eE ") == std::string_view::npos;
 }
 
 // Rows of nothing but values count more than keys with a value behind them.
@@ -220,20 +227,28 @@ TCellKind TSampleTable::FindKind(std::size_t column) {
     return FindUnits(column) ? TCellKind::Number : TCellKind::Text;
 }
 
-// Numbers of eight, twelve or fourteen digits that are dates of our time throughout are dates.
+// Numbers of eight, twelve or fourteen digits that are dates of our time throughout are dates. So are shorter
+// ones ("202401", "2024031", "01.2024") that go beyond a year: others would not stop at its end.
 void TSampleTable::TakeDigitsForDates(std::size_t column) {
     constexpr double kFirst = 1;    // 1900
     constexpr double kLast = 73051; // 2100
+    constexpr std::size_t kFewestShort = 6;
     std::size_t dates = 0;
+    bool isShort = false;
+    std::set<std::string_view> years;
     for (const TSampleRow* row : m_voters) {
         if (row->KindAt(column) != TCellKind::Number) continue;
         const std::string_view text = row->cells[column].text;
-        if (text.size() < 8 || text.find_first_not_of("0123456789") != std::string_view::npos) return;
+        const bool isMonth = text.size() == 7 && text[2] == '.';
+        if (text.size() < 6 || (!isMonth && text.find_first_not_of("0123456789") != std::string_view::npos))
+            return;
         const auto date = ParseDate(text, TDateOrder::YearMonthDay);
         if (!date || date->days < kFirst || date->days > kLast) return;
+        isShort = isShort || text.size() < 8;
+        years.insert(isMonth ? text.substr(3) : text.substr(0, 4));
         ++dates;
     }
-    if (dates < 2) return;
+    if (dates < 2 || (isShort && (years.size() < 2 || dates < kFewestShort))) return;
     for (auto* rows : {&m_rows, &m_behind})
         for (TSampleRow& row : *rows)
             if (row.KindAt(column) == TCellKind::Number &&
@@ -312,7 +327,7 @@ bool TSampleTable::FitsColumns(const TSampleRow& row) const {
 }
 
 double TSampleTable::Score(std::size_t headerRows) const {
-    constexpr double kText = 0.5; // what a column of texts is worth
+    constexpr double kText = 0.5; // what a text in a column of texts is worth
     const std::size_t width = FindWidth();
     std::size_t rows = 0;
     std::size_t fitting = 0;
@@ -327,7 +342,8 @@ double TSampleTable::Score(std::size_t headerRows) const {
         for (std::size_t i = 0; i < row.kinds.size(); ++i) {
             if (row.kinds[i] == TCellKind::Empty) continue;
             cells += 1;
-            const bool isText = i < m_columns.size() && m_columns[i] == TCellKind::Text;
+            const bool isText = i < m_columns.size() && m_columns[i] == TCellKind::Text &&
+                                !LooksLikeNumber(row.cells[i].text);
             values += IsValue(row.kinds[i]) ? 1 : isText ? kText : 0;
         }
     };

@@ -101,6 +101,8 @@ int FindX(const TTextFormat& format, int yColumn) {
         });
     };
     const int counter = has(TColumnRole::Counter);
+    // Behind the only other column it is what that one is drawn against.
+    if (yColumn == kNone && y != kNone && counter > y) return y;
     const int constant = has(TColumnRole::Constant);
     if (counter != kNone && (y != kNone || constant != kNone)) return counter;
     if (yColumn != kNone) return constant != kNone ? constant : TTextFormat::kRowNumber;

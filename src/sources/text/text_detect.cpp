@@ -119,12 +119,13 @@ bool MayHaveApostrophes(std::string_view text) {
 void TakeNames(TSampleTable& table, TTextFormat& format, std::size_t headerRows) {
     const TColumnNames names = FindColumnNames(table, headerRows, format);
     table.WidenTo(names.names.size());
-    const bool isNameless = names.names.size() < table.Columns().size() ||
-                            (!names.names.empty() && names.names[table.Columns().size() - 1].text.empty());
-    if (table.Columns().size() > 1 && table.Columns().back() == TCellKind::Empty && isNameless) {
-        format.trailingSeparator = true;
+    // Separators at the ends of rows make no columns.
+    const auto isNameless = [&names](std::size_t column) {
+        return column >= names.names.size() || names.names[column].text.empty();
+    };
+    while (table.Columns().size() > 1 && table.Columns().back() == TCellKind::Empty &&
+           isNameless(table.Columns().size() - 1))
         table.DropLastColumn();
-    }
     format.columns.clear();
     for (std::size_t i = 0; i < table.Columns().size(); ++i) {
         TTextColumn column;

@@ -53,6 +53,8 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
     m_row = 1;
     m_dataRow = 0;
     m_count = 0;
+    m_pieces = {};
+    m_unsunk.clear();
     m_timeRun = TTimeRun(m_format.midnight);
     m_x.resize(kBlockRows);
     m_y.resize(kBlockRows);
@@ -89,8 +91,15 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
     const std::string_view whole(text, static_cast<std::size_t>(end - text));
     m_hasQuotes = std::any_of(m_splitter.Quotes().begin(), m_splitter.Quotes().end(),
                               [whole](char quote) { return whole.find(quote) != std::string_view::npos; });
+    ShareRows(window, text);
     while (text < end && m_row <= m_lastRow) {
-        if (IsFast(text)) text = TakeFastRows(text);
+        const TRowsPiece* piece = NextPiece(text);
+        m_fastEnd = piece ? piece->begin : m_linesEnd;
+        if (piece && text == piece->begin)
+            text = TakePiece(*piece);
+        else if (IsFast(text))
+            text = TakeFastRows(text);
+        if (piece && (text == piece->begin || text == piece->end)) continue;
         if (text == end || m_row > m_lastRow) break;
         const char* next = TakeRow(text, end, window.TextEnd());
         if (next == nullptr) break;
@@ -100,13 +109,54 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
     return text;
 }
 
+// Has the plain rows of the window read by several threads, which hand on meanwhile what they read before.
+void TTextPass::ShareRows(const TTextWindow& window, const char* text) {
+    m_pieces = {};
+    const bool isEachRow = m_frequency == 1 && !m_byX && !m_changes && m_columns.empty() &&
+                           m_lastRow == std::numeric_limits<std::int64_t>::max();
+    const bool isPlain = m_fastRows.IsPossible() && m_format.xColumn >= 0 && !m_hasQuotes;
+    const bool isWorthIt = m_linesEnd - text >= TSharedRows::kLeastText &&
+                           (m_shared || window.TextEnd() == TTextEnd::More) && ProcessorCount() > 1;
+    if (!isEachRow || !isPlain || !isWorthIt || m_row < m_firstRow) return;
+    if (!m_shared) m_shared = std::make_unique<TSharedRows>(m_fastRows);
+    if (m_count > 0) Flush();
+    m_pieces = m_shared->Read(text, m_linesEnd, [this] { SinkPieces(); });
+}
+
+// The piece that begins here or next.
+const TRowsPiece* TTextPass::NextPiece(const char* text) {
+    while (!m_pieces.empty() && m_pieces.front().begin < text) m_pieces = m_pieces.subspan(1);
+    return m_pieces.empty() ? nullptr : &m_pieces.front();
+}
+
+const char* TTextPass::TakePiece(const TRowsPiece& piece) {
+    m_pieces = m_pieces.subspan(1);
+    if (m_count > 0) Flush();
+    m_unsunk.push_back(&piece);
+    const auto count = static_cast<std::int64_t>(piece.count);
+    m_row += count;
+    m_dataRow += count;
+    m_report->rowsChosen += count;
+    m_untilHit = m_frequency - 1;
+    return piece.rest;
+}
+
+void TTextPass::SinkPieces() {
+    for (const TRowsPiece* piece : m_unsunk) {
+        if (piece->count == 0) continue;
+        m_report->rowsUsed += static_cast<std::int64_t>(piece->count);
+        (*m_sink)(std::span(piece->x).first(piece->count), std::span(piece->y).first(piece->count));
+    }
+    m_unsunk.clear();
+}
+
 // Takes one row and returns where the next begins, or null when the window does not hold all of it.
 const char* TTextPass::TakeRow(const char* text, const char* end, TTextEnd textEnd) {
     return m_row < m_firstRow || !UsesRow() ? PassRow(text, end, textEnd) : TakeSplitRow(text, end, textEnd);
 }
 
 bool TTextPass::IsFast(const char* text) const {
-    return m_fastRows.IsPossible() && m_columns.empty() && m_yErrors.empty() && text < m_linesEnd &&
+    return m_fastRows.IsPossible() && m_columns.empty() && m_yErrors.empty() && text < m_fastEnd &&
            m_row >= m_firstRow && UsesRow();
 }
 
@@ -117,7 +167,7 @@ const char* TTextPass::TakeFastRows(const char* text) {
     const auto wanted = static_cast<std::size_t>(std::min(room, m_lastRow - m_row + 1));
     std::size_t count = 0;
     text =
-        m_fastRows.Read(text, m_linesEnd, std::span(m_x).subspan(m_count, wanted),
+        m_fastRows.Read(text, m_fastEnd, std::span(m_x).subspan(m_count, wanted),
                         std::span(m_y).subspan(m_count, wanted), static_cast<double>(m_dataRow + 1), count);
     std::iota(m_rows.begin() + static_cast<std::ptrdiff_t>(m_count),
               m_rows.begin() + static_cast<std::ptrdiff_t>(m_count + count), m_row);
@@ -242,6 +292,7 @@ void TTextPass::ApplyFormulas(std::span<double> x, std::span<double> y) {
 }
 
 void TTextPass::Flush() {
+    SinkPieces();
     const std::span x(m_x.data(), m_count);
     const std::span y(m_y.data(), m_count);
     if (m_changes && m_count > 0) ApplyFormulas(x, y);

@@ -4,11 +4,13 @@
 
 #include "sources/text/fast_rows.h"
 #include "sources/text/row_formulas.h"
+#include "sources/text/shared_rows.h"
 #include "sources/text/text_loader.h"
 #include "sources/text/text_values.h"
 #include "sources/text/text_window.h"
 
 #include <limits>
+#include <memory>
 
 namespace lumoplot {
 
@@ -31,6 +33,10 @@ private:
 
     void Start(int samplingFrequency, const TPointSink& sink, TTextReport& report);
     const char* TakeRows(const TTextWindow& window);
+    void ShareRows(const TTextWindow& window, const char* text);
+    const TRowsPiece* NextPiece(const char* text);
+    const char* TakePiece(const TRowsPiece& piece);
+    void SinkPieces();
     const char* TakeRow(const char* text, const char* end, TTextEnd textEnd);
     const char* TakeFastRows(const char* text);
     bool IsPlainData(const char* text) const;
@@ -65,11 +71,15 @@ private:
     const TPointSink* m_sink = nullptr;
     TTextReport* m_report = nullptr;
     int m_frequency = 1;
-    int m_untilHit = 0;               ///< rows to leave out before the next that is used
-    std::int64_t m_row = 1;           ///< number of the next row in the file
-    std::int64_t m_dataRow = 0;       ///< number of the last data row among the data rows
-    const char* m_linesEnd = nullptr; ///< behind the last line of the window that is whole
-    bool m_hasQuotes = false;         ///< in the window
+    int m_untilHit = 0;                      ///< rows to leave out before the next that is used
+    std::int64_t m_row = 1;                  ///< number of the next row in the file
+    std::int64_t m_dataRow = 0;              ///< number of the last data row among the data rows
+    const char* m_linesEnd = nullptr;        ///< behind the last line of the window that is whole
+    const char* m_fastEnd = nullptr;         ///< as far as this thread reads plain rows: where a piece begins
+    bool m_hasQuotes = false;                ///< in the window
+    std::unique_ptr<TSharedRows> m_shared;   ///< once there was enough to share
+    std::span<const TRowsPiece> m_pieces;    ///< of the window, that are still to come
+    std::vector<const TRowsPiece*> m_unsunk; ///< in front of the block
     TTimeRun m_timeRun;
     std::vector<TTextCell> m_cells;
     std::size_t m_count = 0; ///< rows in the block that is being filled

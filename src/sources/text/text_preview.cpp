@@ -1,6 +1,8 @@
 #include "sources/text/text_preview.h"
 
+#include "sources/text/preview_rows.h"
 #include "sources/text/text_values.h"
+#include "sources/text/text_window.h"
 #include "support/errors.h"
 
 namespace lumoplot {
@@ -13,13 +15,19 @@ public:
         if (preview.readings.best.problem.empty()) Compile();
     }
 
+    /// A row that is not shown.
+    void Pass(TRowKind kind) {
+        ++m_row;
+        if (kind == TRowKind::Data && m_row > m_format.headerRows) ++m_dataRow;
+    }
+
     void Add(TRowKind kind, const std::vector<TTextCell>& cells) {
+        Pass(kind);
         TPreviewRow row;
-        row.number = static_cast<std::int64_t>(m_preview.rows.size()) + 1;
+        row.number = m_row;
         row.kind = kind;
         const TCellState state = StateOf(row);
         for (const TTextCell& cell : cells) row.cells.push_back({DisplayText(cell, m_format), state});
-        if (kind == TRowKind::Data && row.number > m_format.headerRows) ++m_dataRow;
         if (kind == TRowKind::Data && state == TCellState::Ok && m_formulas) TakeValues(row, cells);
         m_preview.rows.push_back(std::move(row));
     }
@@ -86,8 +94,13 @@ private:
     const TTextFormat& m_format;
     TRowValues m_values;
     std::unique_ptr<TRowFormulas> m_formulas; ///< null while the rows give no points at all
+    std::int64_t m_row = 0;
     std::int64_t m_dataRow = 0;
 };
+
+std::size_t RowLimit(int maxRows) {
+    return static_cast<std::size_t>(std::max(maxRows, 0));
+}
 
 } // namespace
 
@@ -103,10 +116,38 @@ TTextPreview PreviewText(const TTextSource& source, const TDSInfo& info, int max
     std::vector<TTextCell> cells;
     const char* text = sample.text.data();
     const char* end = text + sample.text.size();
-    while (text < end && preview.rows.size() < static_cast<std::size_t>(std::max(maxRows, 0))) {
+    while (text < end && preview.rows.size() < RowLimit(maxRows)) {
         const TTextRow row = splitter.Split(text, end, sample.whole ? TTextEnd::File : TTextEnd::More, cells);
         if (row.kind == TRowKind::Incomplete) break;
         previewer.Add(row.kind, cells);
+        text = row.next;
+    }
+    return preview;
+}
+
+TTextPreview PreviewTextFrom(const TTextSource& source, const TDSInfo& info, std::int64_t firstRow,
+                             int maxRows, const TTextWishes& wishes, const TFormulaTexts& formulas) {
+    TTextFile file(source);
+    TTextPreview preview;
+    preview.readings = FindTextFormat(TakeSample(file, info, wishes), info, wishes);
+    preview.formulas = {formulas.EffectiveX(), formulas.EffectiveY()};
+    const TTextFormat& format = preview.readings.best.format;
+    const TRowSplitter splitter(format);
+    TPreviewer previewer(preview, info);
+    std::vector<TTextCell> cells;
+    TTextWindow window(file, format.encoding);
+    const char* text = window.Begin();
+    for (std::int64_t number = 1; preview.rows.size() < RowLimit(maxRows);) {
+        const TTextRow row = splitter.Split(text, window.End(), window.TextEnd(), cells);
+        const bool isWhole = text < window.End() && row.kind != TRowKind::Incomplete;
+        if (!isWhole && window.TextEnd() == TTextEnd::File) break;
+        if (!isWhole) {
+            window.Slide(text, number);
+            text = window.Begin();
+            continue;
+        }
+        number < firstRow ? previewer.Pass(row.kind) : previewer.Add(row.kind, cells);
+        ++number;
         text = row.next;
     }
     return preview;

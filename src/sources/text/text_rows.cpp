@@ -70,14 +70,18 @@ bool TRowSplitter::IsComment(const char* text, const char* end) const {
 bool TRowSplitter::IsRule(const char* text, const char* end) const {
     int run = 0;
     int longest = 0;
+    bool hasBar = false;
+    bool isAligning = false; // "|:--|--:|"
     for (char last = 0; text < end && !IsLineEnd(*text); last = *text++) {
         const bool isLine = *text == '-' || *text == '=' || *text == '_' || *text == '*';
         if (!isLine && *text != '+' && *text != ':' && *text != '|' && !IsBlank(*text) && !IsSeparator(*text))
             return false;
+        hasBar = hasBar || *text == '|';
+        isAligning = isAligning || (hasBar && *text == ':');
         run = isLine ? (*text == last ? run + 1 : 1) : 0;
         longest = std::max(longest, run);
     }
-    return longest >= 3;
+    return longest >= (isAligning ? 2 : 3);
 }
 
 TRowKind TRowSplitter::KindOf(const char* text, const char* end) const {

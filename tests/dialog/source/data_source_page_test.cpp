@@ -74,7 +74,9 @@ TEST_F(TDataSourcePageTest, AFileIsAttachedNamedAndExplained) {
     EXPECT_EQ(Source().Kind(), TSourceKind::TextFile);
     EXPECT_EQ(Selected(), "semicolon_decimal_comma");
     EXPECT_EQ(Ys(), (std::vector<double>{1.25, 1.31, 1.38, 1.44}));
-    EXPECT_EQ(Shown("lblFound"), "Read as semicolon, decimal comma, 1 header row, UTF-8.");
+    EXPECT_EQ(Shown("lblFound"),
+              "Read as semicolon, decimal comma, 1 header row, UTF-8. X is column 1 (Zeit [s]), Y is "
+              "column 2 (Spannung [V]).");
     EXPECT_EQ(Shown("lblResult"), "4 points from all 4 rows.");
     EXPECT_EQ(PreviewCell(1, 2), "10,1");
     EXPECT_TRUE(Find<QAbstractButton>("cb_Semicolon").isChecked());
@@ -202,7 +204,7 @@ TEST_F(TDataSourcePageTest, ExpressionsAreShownInThePreviewAndMarkedWhenTheyAreN
     Type("e_YExpression", QStringLiteral("1/volt"));
     const auto& preview = *Find<QTableView>("t_Preview").model();
     EXPECT_EQ(preview.headerData(0, Qt::Horizontal).toString(), "X = s/60");
-    EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y as read = 2");
+    EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y as read = 2\nnumber");
     EXPECT_EQ(PreviewCell(2, 0), "2");
     EXPECT_EQ(PreviewCell(2, 1), "0.5");
     EXPECT_EQ(PreviewCell(2, 3), "2");
@@ -297,6 +299,39 @@ TEST_F(TDataSourcePageTest, TheRunnerUpIsTakenByOneClickAndForgottenByAnother) {
     Click("btnFindAgain");
     EXPECT_EQ(Shown("lblFound"), found);
     EXPECT_EQ(Current().First().X(), first);
+}
+
+TEST_F(TDataSourcePageTest, AMessageShowsItsRowFromAnyPlaceOfTheFile) {
+    QByteArray rows = "t,v\n";
+    for (int i = 1; i < 3000; ++i) rows += QByteArray::number(i) + (i == 2500 ? ",broken\n" : ",1\n");
+    ShowFile(Write("long.csv", rows));
+    ASSERT_EQ(Messages(), std::vector<std::string>{"row 2501: 'broken' in column 2 (v) is not a number"});
+    Find<QListWidget>("l_Messages").setCurrentRow(0);
+    auto& table = Find<QTableView>("t_Preview");
+    const QModelIndex current = table.currentIndex();
+    EXPECT_EQ(current.siblingAtColumn(1).data().toString(), "broken");
+    EXPECT_TRUE(table.viewport()->rect().intersects(table.visualRect(current)));
+    EXPECT_EQ(table.model()->headerData(current.row(), Qt::Vertical).toInt(), 2501);
+}
+
+TEST_F(TDataSourcePageTest, WithoutAnySeparatorARowIsOneCellUntilAutoIsChosen) {
+    ShowFile(Write("pairs.csv", "1;5\n2;6\n3;7\n"));
+    Click("cb_FindSeparators");
+    Click("cb_Semicolon");
+    EXPECT_FALSE(Find<QAbstractButton>("cb_FindSeparators").isChecked());
+    EXPECT_FALSE(Find<QAbstractButton>("cb_Other").isChecked());
+    EXPECT_EQ(PreviewCell(0, 0), "1;5");
+    Click("cb_Semicolon");
+    EXPECT_EQ(PreviewCell(0, 1), "5");
+}
+
+TEST_F(TDataSourcePageTest, DatesMakeADateAxisUntilTheUserWantsNumbers) {
+    ShowFile(Write("years.csv", "day,v\n2020-01-31,1\n2022-01-31,2\n2024-01-31,3\n"));
+    EXPECT_TRUE(Graph.XAxis()->ShowAsTime());
+    EXPECT_EQ(Graph.XAxis()->DateTimeFormat(), "mmm yyyy");
+    Graph.XAxis()->SetShowAsTime(false);
+    Click("btnReload");
+    EXPECT_FALSE(Graph.XAxis()->ShowAsTime());
 }
 
 TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {

@@ -3,7 +3,7 @@
 
 #include "common/values_of.h"
 #include "data/series/ds_info.h"
-#include "dialog/source/get_data_source.h"
+#include "dialogs/import/get_data_source.h"
 #include "graph/model/holder.h"
 #include "support/errors.h"
 
@@ -88,12 +88,12 @@ TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {
             const auto& ok = Control<QPushButton>(chooser, "btnOk");
             lumoplot::Choose(chooser, "cbx_XColumn", 3); // volt
             EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"1: t", "4: amp"}));
-            EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y = 4");
+            EXPECT_EQ(preview.headerData(3, Qt::Horizontal).toString(), "Y = 4\nnumber");
             ClickItem(chooser, "l_YColumns", "4: amp");
             EXPECT_FALSE(ok.isEnabled()) << "no column is checked";
             ClickItem(chooser, "l_YColumns", "1: t");
-            EXPECT_EQ(preview.headerData(0, Qt::Horizontal).toString(), "Y = 1");
-            EXPECT_EQ(preview.headerData(1, Qt::Horizontal).toString(), "X = 2");
+            EXPECT_EQ(preview.headerData(0, Qt::Horizontal).toString(), "Y = 1\nnumber");
+            EXPECT_EQ(preview.headerData(1, Qt::Horizontal).toString(), "X = 2\nnumber");
             EXPECT_TRUE(ok.isEnabled());
         },
         "btnOk");

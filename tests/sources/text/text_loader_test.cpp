@@ -160,6 +160,34 @@ TEST_F(TextLoader, LongFilesLoseNoRowWhereverTheyAreCut) {
 }
 
 // Whatever the bytes are, every chosen row is a point or told.
+TEST_F(TextLoader, LongFilesWithOddRowsKeepTheirOrderAndTheirNumbers) {
+    std::mt19937 random(5);
+    for (const unsigned rarity : {7u, 500u, 100000u}) {
+        SCOPED_TRACE(rarity);
+        std::string text = "t,v\n";
+        TPoints expected;
+        std::string firstBad;
+        std::int64_t bad = 0;
+        for (int row = 2; row < 120000; ++row) {
+            const unsigned kind = random() % rarity;
+            const bool isBad = kind == 1;
+            if (kind == 2) text += "# a comment, 5\n";
+            if (kind == 3) text += "\r\n";
+            if (kind == 2 || kind == 3) continue;
+            text += std::to_string(row) + "," + (isBad ? "bad" : "7.5") + "\n";
+            if (!isBad) expected.emplace_back(row, 7.5);
+            if (isBad && ++bad == 1) firstBad = "row " + std::to_string(row) + ": ";
+        }
+        const TTextReport report = LoadThis(text);
+        EXPECT_EQ(points, expected);
+        EXPECT_EQ(report.rowsSkipped, bad);
+        EXPECT_EQ(report.rowsChosen, bad + report.rowsUsed);
+        if (bad > 0) {
+            EXPECT_TRUE(report.messages.front().starts_with(firstBad)) << report.messages.front();
+        }
+    }
+}
+
 TEST_F(TextLoader, DamagedFilesAreReadOrRefused) {
     std::mt19937 random(3);
     const QDir directory(QString::fromStdString(SourceFile("tests/data_files/text")));

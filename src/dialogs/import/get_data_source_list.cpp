@@ -1,7 +1,7 @@
 // Which sources the chooser lists, and how others come into its list.
-#include "dialog/common/source_files.h"
-#include "dialog/source/get_data_source.h"
-#include "dialog/source/text_preview_pane.h"
+#include "dialogs/import/get_data_source.h"
+#include "dialogs/import/source_files.h"
+#include "dialogs/import/text_preview_pane.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/holder.h"
 #include "ui_get_data_source.h"
@@ -29,9 +29,9 @@ QString Shown(TSourceKind kind, const QString& name) {
 
 } // namespace
 
-void TxyGetDataSource::ListSources(const TSeries& current) {
-    ListUsed(current.Graph());
-    ListFiles(current);
+void TxyGetDataSource::ListSources(const TxyGraph& graph) {
+    ListUsed(graph);
+    ListFiles();
     ListSheets(); // last: what fails there keeps the others
 }
 
@@ -56,11 +56,11 @@ void TxyGetDataSource::ListSheets() {
 }
 
 /// The data files beside the present source, or in the graph's data directory.
-void TxyGetDataSource::ListFiles(const TSeries& current) {
-    const TSourceKind kind = current.DataSourceInfo().Kind();
+void TxyGetDataSource::ListFiles() {
+    const TSourceKind kind = Source().Kind();
     const bool isFile = kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
-    const QFileInfo present(isFile ? QString::fromStdString(SourceFileOf(current)) : QString());
-    const QString inGraph = QString::fromStdString(current.Graph().Appearance()->DataDirectory());
+    const QFileInfo present(isFile ? QString::fromStdString(SourceFileOf(*m_series)) : QString());
+    const QString inGraph = QString::fromStdString(m_graph->Appearance()->DataDirectory());
     const QString path = present.exists() ? present.absolutePath() : inGraph;
     const QDir directory(path);
     if (path.isEmpty() || !directory.exists()) return;

@@ -3,6 +3,7 @@
 // and any number of Y columns. It chooses only; who shows it loads the points.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "graph/model/graph.h"
 #include "sources/text/text_format.h"
 
@@ -20,14 +21,17 @@ class QListWidgetItem;
 
 namespace lumoplot {
 
+class TReadingOptions;
 class TTextPreviewPane;
 
-class TxyGetDataSource : public QDialog {
+class XYWIDGETS_EXPORT TxyGetDataSource : public QDialog {
     Q_OBJECT
 
 public:
     /// Starts with the source of `current`, whose graph and its holder are asked for what else there is.
     explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
+    /// Starts with a source that is to give the graph new data sets.
+    TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source, QWidget* parent = nullptr);
     ~TxyGetDataSource() override;
 
     /// The description of the chosen source, with the first of the Y columns.
@@ -42,11 +46,14 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    TxyGetDataSource(const TxyGraph& graph, const TDSInfo& given, const TTextWishes& wishes, QWidget* parent);
+    void OrderTabs();
     void ConnectControls();
-    void ListSources(const TSeries& current);
+    void ConnectReading();
+    void ListSources(const TxyGraph& graph);
     void ListUsed(const TxyGraph& graph);
     void ListSheets();
-    void ListFiles(const TSeries& current);
+    void ListFiles();
     void AddCaption(const QString& caption);
     QListWidgetItem* AddSource(TSourceKind kind, const QString& name);
     QListWidgetItem* FindSource(TSourceKind kind, const QString& name) const;
@@ -62,9 +69,11 @@ private:
     void FillYColumns(const TTextFormat* found);
     void XColumnPicked();
     void YColumnsPicked();
+    void CheckAllYColumns();
     void EnableOk();
 
     std::unique_ptr<Ui::TxyGetDataSource> m_ui;
+    TReadingOptions* m_reading = nullptr;
     TTextPreviewPane* m_preview = nullptr;
     std::unique_ptr<TxyGraph> m_graph; ///< holds the data set whose source is being chosen, and no points
     TSeries* m_series = nullptr;

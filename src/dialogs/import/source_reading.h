@@ -2,18 +2,19 @@
 // dates and encoding. What is not fixed is found from the text.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "graph/model/series.h"
 #include "sources/text/text_format.h"
 
 namespace lumoplot {
 
 /// Fixes what `chosen` has and `found` has not.
-void FixReading(TSeries& series, const TTextFormat& chosen, const TTextFormat& found);
+XYWIDGETS_EXPORT void FixReading(TSeries& series, const TTextFormat& chosen, const TTextFormat& found);
 
 /// Leaves all of it to be found from the text.
-void ForgetReading(TSeries& series);
+XYWIDGETS_EXPORT void ForgetReading(TSeries& series);
 
 /// Something of it is fixed.
-bool HasFixedReading(const TSeries& series);
+XYWIDGETS_EXPORT bool HasFixedReading(const TSeries& series);
 
 } // namespace lumoplot

@@ -1,4 +1,4 @@
-#include "dialog/source/column_items.h"
+#include "dialogs/import/column_items.h"
 
 #include "support/number_text.h"
 

@@ -17,6 +17,9 @@ public:
     /// Shows these rows; an empty preview shows nothing.
     void Show(TTextPreview preview);
 
+    /// Where the row with that number in the file is; -1 where it is not shown.
+    int IndexOf(std::int64_t row) const;
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -30,6 +33,8 @@ private:
     QVariant CellData(const QModelIndex& index, int role) const;
     QVariant ResultData(const QModelIndex& index, int role) const;
     QString ColumnCaption(int section) const;
+    QString CaptionWithKind(int section) const;
+    QString ColumnHint(int section) const;
     QString ReasonAt(const QModelIndex& index) const;
     bool IsResult(int section) const { return section < static_cast<int>(m_results.size()); }
     int ColumnOf(int section) const { return section - static_cast<int>(m_results.size()); }

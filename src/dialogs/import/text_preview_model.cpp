@@ -1,4 +1,4 @@
-#include "dialog/source/text_preview_model.h"
+#include "dialogs/import/text_preview_model.h"
 
 #include "controls/mark_color.h"
 #include "support/number_text.h"
@@ -12,6 +12,17 @@ namespace {
 // A cell may hold megabytes; a view shows this much of it.
 constexpr qsizetype kShownCharacters = 200;
 constexpr int kResultDigits = 10;
+
+const char* KindText(TCellKind kind) {
+    switch (kind) {
+    case TCellKind::Number: return "number";
+    case TCellKind::Date: return "date";
+    case TCellKind::TimeOfDay: return "time";
+    case TCellKind::Text: return "text";
+    case TCellKind::Empty: break;
+    }
+    return "empty";
+}
 
 const QColor kXTint(64, 128, 255);
 const QColor kYTint(64, 192, 96);
@@ -29,6 +40,12 @@ void TTextPreviewModel::Show(TTextPreview preview) {
         if (row.kind == TRowKind::Data) columns = std::max(columns, row.cells.size());
     m_columns = static_cast<int>(columns);
     endResetModel();
+}
+
+int TTextPreviewModel::IndexOf(std::int64_t row) const {
+    const auto& rows = m_preview.rows;
+    if (rows.empty() || row < rows.front().number || row > rows.back().number) return -1;
+    return static_cast<int>(row - rows.front().number);
 }
 
 int TTextPreviewModel::rowCount(const QModelIndex& parent) const {
@@ -123,13 +140,36 @@ QString TTextPreviewModel::ColumnCaption(int section) const {
     return QStringLiteral("Y") + (m_preview.formulas.y.empty() ? QString() : asRead) + equals;
 }
 
+/// With the kind of its cells below, for who judges how the file is read.
+QString TTextPreviewModel::CaptionWithKind(int section) const {
+    const auto column = static_cast<std::size_t>(std::max(ColumnOf(section), 0));
+    const QString caption = ColumnCaption(section);
+    if (IsResult(section) || column >= Format().columns.size()) return caption;
+    return caption + QLatin1Char('\n') + QLatin1String(KindText(Format().columns[column].kind));
+}
+
+/// The name and the kind of the column.
+QString TTextPreviewModel::ColumnHint(int section) const {
+    if (IsResult(section)) return ColumnCaption(section);
+    const auto column = static_cast<std::size_t>(ColumnOf(section));
+    if (column >= Format().columns.size()) return QStringLiteral("beyond the columns of the table");
+    const TTextColumn& described = Format().columns[column];
+    const QString kind = QString::fromLatin1(KindText(described.kind));
+    const QString name = QString::fromStdString(described.name);
+    const QString unit = QString::fromStdString(described.unit);
+    QStringList parts;
+    for (const QString& part : {name, unit, kind})
+        if (!part.isEmpty()) parts << part;
+    return parts.join(QStringLiteral(", "));
+}
+
 QVariant TTextPreviewModel::headerData(int section, Qt::Orientation orientation, int role) const {
     const bool isColumn = orientation == Qt::Horizontal;
     if (role == Qt::DisplayRole)
         return isColumn
-                   ? QVariant(ColumnCaption(section))
+                   ? QVariant(CaptionWithKind(section))
                    : QVariant::fromValue<qlonglong>(m_preview.rows[static_cast<std::size_t>(section)].number);
-    if (role == Qt::ToolTipRole && isColumn && IsResult(section)) return ColumnCaption(section);
+    if (role == Qt::ToolTipRole && isColumn) return ColumnHint(section);
     const int column = ColumnOf(section);
     const bool isUsed = IsResult(section) || column == Format().xColumn || column == Format().yColumn ||
                         column == Format().timeColumn;

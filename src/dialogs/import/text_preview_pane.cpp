@@ -1,7 +1,8 @@
-#include "dialog/source/text_preview_pane.h"
+#include "dialogs/import/text_preview_pane.h"
 
-#include "dialog/source/text_preview_model.h"
+#include "dialogs/import/text_preview_model.h"
 #include "graph/loading/rows_text.h"
+#include "sources/report/text_explanation.h"
 #include "support/message_text.h"
 #include "ui_text_preview_pane.h"
 
@@ -18,15 +19,6 @@ constexpr int kLeastRows = 7;
 QString Counted(std::int64_t count, const char* one, const char* many) {
     const QString number = QLocale().toString(static_cast<qlonglong>(count));
     return number + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
-}
-
-/// What of one reading is not said of the other.
-QString Difference(const TTextFormat& format, const TTextFormat& other) {
-    QStringList parts = QString::fromStdString(Describe(format)).split(QStringLiteral(", "));
-    const QStringList all = parts;
-    for (const QString& part : QString::fromStdString(Describe(other)).split(QStringLiteral(", ")))
-        parts.removeOne(part);
-    return (parts.isEmpty() ? all : parts).join(QStringLiteral(", "));
 }
 
 QString ResultText(const TTextReport& report) {
@@ -102,15 +94,18 @@ void TTextPreviewPane::FitColumns() {
 
 void TTextPreviewPane::ShowReadings(const TTextReadings& readings, bool isChosen) {
     const std::string& problem = readings.best.problem;
-    QString found = QStringLiteral("Read as ") + QString::fromStdString(Describe(readings.best.format));
-    if (!problem.empty()) found += QStringLiteral(". The file ") + QString::fromStdString(problem);
-    m_ui->lblFound->setText(found + QLatin1Char('.'));
+    const TTextExplanation explanation = Explain(readings);
+    const QString found = problem.empty() ? QString::fromStdString(explanation.Found())
+                                          : QStringLiteral("Read as %1. The file %2.")
+                                                .arg(QString::fromStdString(explanation.reading),
+                                                     QString::fromStdString(problem));
+    m_ui->lblFound->setText(found);
     m_ui->lblFound->setToolTip(m_ui->lblFound->text());
     m_ui->btnFindAgain->setVisible(isChosen);
     m_ui->btnRunnerUp->setVisible(readings.runnerUp.has_value());
     if (!readings.runnerUp) return;
     m_runnerUp = readings.runnerUp->format;
-    m_ui->btnRunnerUp->setText(QStringLiteral("Also fits: ") + Difference(m_runnerUp, readings.best.format));
+    m_ui->btnRunnerUp->setText(QStringLiteral("Also fits: ") + QString::fromStdString(explanation.other));
     m_ui->btnRunnerUp->setToolTip(QStringLiteral("Read the file as ") +
                                   QString::fromStdString(Describe(m_runnerUp)));
 }
@@ -130,19 +125,35 @@ void TTextPreviewPane::ShowResult(const QString& text) {
     m_ui->lblResult->setVisible(!text.isEmpty());
 }
 
-/// Shows the row that a message is about, if it is among those of the preview.
+/// Shows the row that a message is about.
 void TTextPreviewPane::GoToRow(const QString& message) {
     static const QRegularExpression kRow(QStringLiteral("^row (\\d+): "));
-    const int row = kRow.match(message).captured(1).toInt();
-    if (row < 1 || row > m_model->rowCount()) return;
-    m_ui->t_Preview->selectRow(row - 1);
-    m_ui->t_Preview->scrollTo(m_model->index(row - 1, 0));
+    const qlonglong row = kRow.match(message).captured(1).toLongLong();
+    if (row < 1) return;
+    const int index = m_model->IndexOf(row);
+    if (index >= 0)
+        SelectRow(index);
+    else
+        Q_EMIT RowWanted(row);
+}
+
+void TTextPreviewPane::SelectRow(int index) {
+    m_ui->t_Preview->selectRow(index);
+    m_ui->t_Preview->scrollTo(m_model->index(index, 0), QAbstractItemView::PositionAtCenter);
+}
+
+void TTextPreviewPane::ShowRowsAround(TTextPreview preview, std::int64_t row) {
+    m_model->Show(std::move(preview));
+    FitColumns();
+    if (const int index = m_model->IndexOf(row); index >= 0) SelectRow(index);
 }
 
 void TTextPreviewPane::ShowReport(const TTextReport& report) {
     ShowResult(ResultText(report) + QLatin1Char('.'));
     m_ui->btnKeepAll->setVisible(report.rowsMerged > 0);
-    ShowMessages(report.messages, report.rowsSkipped);
+    std::vector<std::string> messages = report.notes;
+    messages.insert(messages.end(), report.messages.begin(), report.messages.end());
+    ShowMessages(messages, report.rowsSkipped + static_cast<std::int64_t>(report.notes.size()));
 }
 
 void TTextPreviewPane::ShowNotLoaded() {

@@ -1,11 +1,13 @@
-#include "dialog/source/get_data_source.h"
+#include "dialogs/import/get_data_source.h"
 
-#include "dialog/common/source_files.h"
-#include "dialog/source/column_items.h"
-#include "dialog/source/source_reading.h"
-#include "dialog/source/text_preview_pane.h"
+#include "dialogs/import/column_items.h"
+#include "dialogs/import/reading_options.h"
+#include "dialogs/import/source_files.h"
+#include "dialogs/import/source_reading.h"
+#include "dialogs/import/text_preview_pane.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/source_loading.h"
+#include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "support/errors.h"
 #include "support/guard.h"
@@ -21,8 +23,9 @@ namespace lumoplot {
 namespace {
 
 constexpr int kChooserPreviewRows = 100;
-constexpr int kYRowsShown = 5;
+constexpr int kYRowsShown = 4;
 constexpr int kKeyRole = Qt::UserRole;
+constexpr int kCounterRole = Qt::UserRole + 1; ///< the column only counts the rows
 
 bool HasValues(const TTextColumn& column) {
     return column.kind == TCellKind::Number || column.kind == TCellKind::Date ||
@@ -32,25 +35,53 @@ bool HasValues(const TTextColumn& column) {
 } // namespace
 
 TxyGetDataSource::TxyGetDataSource(const TSeries& current, QWidget* parent)
+    : TxyGetDataSource(current.Graph(), current.DataSourceInfo(), current.TextWishes(), parent) {
+}
+
+TxyGetDataSource::TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source, QWidget* parent)
+    : TxyGetDataSource(graph, source, TTextWishes(), parent) {
+}
+
+TxyGetDataSource::TxyGetDataSource(const TxyGraph& graph, const TDSInfo& given, const TTextWishes& wishes,
+                                   QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TxyGetDataSource>()), m_graph(std::make_unique<TxyGraph>()),
-      m_given(current.DataSourceInfo()), m_givenWishes(current.TextWishes()) {
+      m_given(given), m_givenWishes(wishes) {
     m_ui->setupUi(this);
+    m_reading = new TReadingOptions(m_ui->pageText);
     m_preview = new TTextPreviewPane(m_ui->pageText);
-    m_ui->textLayout->insertWidget(0, m_preview, 1);
+    m_ui->textLayout->insertWidget(0, m_reading);
+    m_ui->textLayout->addWidget(m_preview, 1);
+    OrderTabs();
     m_ui->l_YColumns->setFixedHeight(fontMetrics().lineSpacing() * kYRowsShown + fontMetrics().height());
-    m_graph->Holder()->OfferSheets(current.Graph().Holder()->Sheets());
-    m_graph->Appearance()->SetDataDirectory(current.Graph().Appearance()->DataDirectory());
+    m_graph->Holder()->OfferSheets(graph.Holder()->Sheets());
+    m_graph->Appearance()->SetDataDirectory(graph.Appearance()->DataDirectory());
     m_series = m_graph->FindSeries(m_graph->AddSeries());
+    m_series->DataSourceInfo() = given;
     ConnectControls();
-    Guarded([&] { ListSources(current); });
+    ConnectReading();
+    Guarded([&] { ListSources(graph); });
     SelectSource(m_given.Kind(), QString::fromStdString(m_given.SourceName()));
     const QSize character(fontMetrics().averageCharWidth(), fontMetrics().height());
-    m_ui->l_Sources->setMinimumWidth(character.width() * 24);
-    setMinimumSize(character.width() * 88, character.height() * 26);
-    resize(character.width() * 120, character.height() * 34);
+    m_ui->l_Sources->setMinimumWidth(character.width() * 20);
+    setMinimumSize(character.width() * 88, character.height() * 24);
+    resize(character.width() * 120, character.height() * 36);
 }
 
 TxyGetDataSource::~TxyGetDataSource() = default;
+
+/// As they are read: from the left to the right side, there from top to bottom.
+void TxyGetDataSource::OrderTabs() {
+    const char* const kNames[] = {"btnBrowse",    "cbx_Separator", "cbx_DecimalSign", "cbx_DateOrder",
+                                  "cbx_Encoding", "se_HeaderRows", "cbx_XColumn",     "l_YColumns",
+                                  "btnAllY",      "btnRunnerUp",   "btnFindAgain",    "t_Preview",
+                                  "l_Messages",   "btnOk",         "btnCancel"};
+    QWidget* last = m_ui->l_Sources;
+    for (const char* name : kNames)
+        if (auto* next = findChild<QWidget*>(QLatin1String(name))) {
+            setTabOrder(last, next);
+            last = next;
+        }
+}
 
 void TxyGetDataSource::ConnectControls() {
     connect(m_ui->l_Sources, &QListWidget::currentItemChanged, this,
@@ -63,6 +94,24 @@ void TxyGetDataSource::ConnectControls() {
             [this] { Guarded([&] { XColumnPicked(); }); });
     connect(m_ui->l_YColumns, &QListWidget::itemChanged, this,
             [this] { Guarded([&] { YColumnsPicked(); }); });
+    connect(m_ui->btnAllY, &QPushButton::clicked, this, [this] { Guarded([&] { CheckAllYColumns(); }); });
+    connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void TxyGetDataSource::ConnectReading() {
+    connect(m_reading, &TReadingOptions::Picked, this, [this] {
+        Guarded([&] {
+            m_reading->Store(*m_series);
+            ShowSource();
+        });
+    });
+    connect(m_preview, &TTextPreviewPane::RowWanted, this, [this](qlonglong row) {
+        Guarded([&] {
+            const qlonglong first = std::max<qlonglong>(1, row - kChooserPreviewRows / 2);
+            m_preview->ShowRowsAround(PreviewSourceFrom(*m_series, first, kChooserPreviewRows), row);
+        });
+    });
     connect(m_preview, &TTextPreviewPane::ReadingPicked, this, [this](const TTextFormat& format) {
         Guarded([&] {
             FixReading(*m_series, format, PreviewSource(*m_series, 1).readings.best.format);
@@ -75,8 +124,6 @@ void TxyGetDataSource::ConnectControls() {
             ShowSource();
         });
     });
-    connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
-    connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 const TDSInfo& TxyGetDataSource::Source() const {
@@ -129,8 +176,10 @@ std::optional<TTextFormat> TxyGetDataSource::ShowPreview() {
         const TTextReading reading = preview.readings.best;
         m_canBeRead = reading.problem.empty();
         m_preview->ShowPreview(std::move(preview), HasFixedReading(*m_series));
+        m_reading->Show(*m_series, &reading.format);
         return reading.format;
     } catch (const ELumoError& error) {
+        m_reading->Show(*m_series, nullptr);
         m_preview->ShowProblem(QString::fromUtf8(error.what()));
         return std::nullopt;
     }
@@ -187,6 +236,8 @@ void TxyGetDataSource::FillYColumns(const TTextFormat* found) {
         const QString key = ColumnItemKey(*found, i);
         auto* item = new QListWidgetItem(ColumnItemText(*found, i), m_ui->l_YColumns);
         item->setData(kKeyRole, key);
+        const TColumnRole role = found->columns[static_cast<std::size_t>(i)].role;
+        item->setData(kCounterRole, role == TColumnRole::Counter);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(std::ranges::count(checked, key.toStdString()) > 0 ? Qt::Checked : Qt::Unchecked);
         if (i == found->yColumn) read = item;
@@ -208,6 +259,22 @@ void TxyGetDataSource::YColumnsPicked() {
     if (!columns.empty()) m_series->DataSourceInfo().SetYDataColumn(columns.front());
     ShowPreview();
     EnableOk();
+}
+
+/// All that hold values, or where these are checked the first of them alone.
+void TxyGetDataSource::CheckAllYColumns() {
+    std::vector<QListWidgetItem*> items;
+    for (int i = 0; i < m_ui->l_YColumns->count(); ++i)
+        if (QListWidgetItem* item = m_ui->l_YColumns->item(i); !item->data(kCounterRole).toBool())
+            items.push_back(item);
+    const auto isChecked = [](const QListWidgetItem* item) { return item->checkState() == Qt::Checked; };
+    const bool areAll = std::ranges::all_of(items, isChecked);
+    {
+        const QSignalBlocker quiet(m_ui->l_YColumns);
+        for (QListWidgetItem* item : items)
+            item->setCheckState(areAll && item != items.front() ? Qt::Unchecked : Qt::Checked);
+    }
+    YColumnsPicked();
 }
 
 void TxyGetDataSource::EnableOk() {

@@ -2,6 +2,7 @@
 // can not be read, and what became of the rows when the points were loaded.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "graph/model/series.h"
 #include "sources/text/text_loader.h"
 #include "sources/text/text_preview.h"
@@ -17,7 +18,7 @@ namespace lumoplot {
 
 class TTextPreviewModel;
 
-class TTextPreviewPane : public QWidget {
+class XYWIDGETS_EXPORT TTextPreviewPane : public QWidget {
     Q_OBJECT
 
 public:
@@ -29,6 +30,8 @@ public:
 
     /// `isChosen`: the user has fixed something of the reading, which "Find Again" takes back.
     void ShowPreview(TTextPreview preview, bool isChosen);
+    /// Other rows of the same preview, for a message about one of them, which is selected.
+    void ShowRowsAround(TTextPreview preview, std::int64_t row);
     /// What the last loading with the present description came to.
     void ShowReport(const TTextReport& report);
     /// The description has changed since the points were loaded.
@@ -42,11 +45,14 @@ Q_SIGNALS:
     void ReadingPicked(const lumoplot::TTextFormat& format);
     void FindAgainPicked();
     void KeepAllPicked();
+    /// The user looks for a row that is not among those that are shown.
+    void RowWanted(qlonglong row);
 
 private:
     void ShowReadings(const TTextReadings& readings, bool isChosen);
     void FitColumns();
     void GoToRow(const QString& message);
+    void SelectRow(int index);
     void ShowResult(const QString& text);
     void ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped);
 

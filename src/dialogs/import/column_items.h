@@ -1,6 +1,7 @@
 // How lists show the columns of a text source and what a description keeps of the one that is chosen.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "sources/text/text_format.h"
 
 #include <QString>
@@ -8,9 +9,9 @@
 namespace lumoplot {
 
 /// "2: Voltage", or "Row number" for TTextFormat::kRowNumber.
-QString ColumnItemText(const TTextFormat& format, int column);
+XYWIDGETS_EXPORT QString ColumnItemText(const TTextFormat& format, int column);
 
 /// The column's name where the description finds this column and no other by it, else its number.
-QString ColumnItemKey(const TTextFormat& format, int column);
+XYWIDGETS_EXPORT QString ColumnItemKey(const TTextFormat& format, int column);
 
 } // namespace lumoplot

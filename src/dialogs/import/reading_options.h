@@ -1,0 +1,38 @@
+// The choices of how a text is read in one line: separator, decimal sign, order of dates, encoding and header
+// rows. Each begins as "Auto" with what was found behind it.
+#pragma once
+
+#include "graph/model/series.h"
+#include "sources/text/text_format.h"
+
+#include <QWidget>
+#include <memory>
+
+namespace Ui {
+class TReadingOptions;
+}
+
+namespace lumoplot {
+
+class TReadingOptions : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TReadingOptions(QWidget* parent = nullptr);
+    ~TReadingOptions() override;
+
+    /// Shows what the data set's description fixes, and what was found of the rest; null where the source can
+    /// not be read.
+    void Show(const TSeries& series, const TTextFormat* found);
+    /// Fixes in the description what is chosen, and leaves the rest to be found.
+    void Store(TSeries& series) const;
+
+Q_SIGNALS:
+    /// The user has chosen something.
+    void Picked();
+
+private:
+    std::unique_ptr<Ui::TReadingOptions> m_ui;
+};
+
+} // namespace lumoplot

@@ -1,0 +1,71 @@
+// What is exported as a text is read back as the same points, whatever they and the names are.
+#include "graph/loading/source_loading.h"
+#include "graph/model/axis.h"
+#include "graph/plotted/series_text.h"
+
+#include <QTemporaryDir>
+#include <bit>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace lumoplot {
+namespace {
+
+class TRandomPoints {
+public:
+    explicit TRandomPoints(unsigned seed) : m_random(seed) {}
+
+    std::uint64_t Below(std::uint64_t limit) { return m_random() % limit; }
+    double Value(std::uint64_t kind) {
+        const auto whole = static_cast<double>(Below(2001)) - 1000;
+        switch (kind) {
+        case 0: return whole;
+        case 1: return whole / 8;
+        case 2: return static_cast<double>(1000 + Below(999000)) / 1000; // like groups of three digits
+        case 3: return 45000 + static_cast<double>(Below(12000)) / 24;
+        default: break;
+        }
+        for (;;)
+            if (const double value = std::bit_cast<double>(m_random()); std::isfinite(value)) return value;
+    }
+
+private:
+    std::mt19937_64 m_random;
+};
+
+TEST(SeriesText, ComesBackEqual) {
+    const QTemporaryDir folder;
+    const char* const kNames[] = {"v", "a b", "x;y",  "1,5",   "a \"q\"", "#1",  "2019",      "[x]",
+                                  "-", "N/A", "Data", "t (s)", "a\tb",    "No.", "two\nrows", "%"};
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        TRandomPoints random(seed);
+        TxyGraph graph;
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
+        series.SetDuplicatesAllowed(true);
+        series.SetSeriesName("time");
+        const char* const name = kNames[random.Below(std::size(kNames))];
+        graph.YAxis()->SetTitle(name);
+        const auto count = 1 + random.Below(seed % 3 == 0 ? 3 : 400);
+        const auto xKind = random.Below(5);
+        const auto yKind = random.Below(5);
+        for (std::uint64_t i = 0; i < count; ++i) series.AddPoint(random.Value(xKind), random.Value(yKind));
+
+        const std::string file =
+            folder.filePath(seed % 2 == 0 ? QStringLiteral("a.csv") : QStringLiteral("a.dat")).toStdString();
+        SaveSeriesAsText(series, file);
+        TSeries& read = *graph.FindSeries(graph.AddSeries());
+        read.SetDuplicatesAllowed(true);
+        read.DataSourceInfo().SetKind(TSourceKind::TextFile);
+        read.DataSourceInfo().SetSourceName(file);
+        TSilentProgress progress;
+        ASSERT_TRUE(LoadFromSource(read, progress));
+        ASSERT_EQ(read.Count(), series.Count()) << seed << ' ' << name;
+        TPointCursor other = read.First();
+        for (TPointCursor point = series.First(); point; point = point.Next(), other = other.Next())
+            ASSERT_TRUE(point.X() == other.X() && point.Y() == other.Y()) << seed << ' ' << name;
+    }
+}
+
+} // namespace
+} // namespace lumoplot
