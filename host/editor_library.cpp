@@ -53,7 +53,8 @@ void TEditorLibrary::Load() {
     m_deleteEditor = deleteEditor;
 }
 
-bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile) {
+bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile,
+                               int startPage) {
     Load();
     if (!Fits(sourceFile))
         throw EFileError("The name of the file " + sourceFile.toStdString() +
@@ -62,7 +63,7 @@ bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QSt
     TShortString name = Fits(templateName) ? ToShortString(templateName.toStdString()) : TShortString();
     const bool withSource = !sourceFile.isEmpty();
     const bool accepted = m_editData(graph, name, kLongestName, ToShortString(sourceFile.toStdString()),
-                                     withSource, withSource ? kSourcePage : kLastPage);
+                                     withSource, withSource ? kSourcePage : startPage);
     if (accepted && name.Length > 0) templateName = QString::fromStdString(FromShortString(name));
     return accepted;
 }

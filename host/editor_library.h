@@ -19,9 +19,11 @@ public:
 
     /// Runs the modal editor on the graph; false when the user cancelled and the graph is as before. With a
     /// source file the editor starts with a new data set that is fed from it. `templateName` is the file
-    /// that "Set as Default" writes, empty for none; the editor may change it.
-    /// Throws EFileError when the library cannot be loaded and what the editor throws.
-    bool EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile = {});
+    /// that "Set as Default" writes, empty for none; the editor may change it. `startPage` is the page to
+    /// show first, negative for the one shown last. Throws EFileError when the library cannot be loaded and
+    /// what the editor throws.
+    bool EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile = {},
+                   int startPage = -1);
 
 private:
     using TEditData = decltype(&editxyData);

@@ -30,6 +30,7 @@ public:
 
     /// The mouse zooms again.
     void ShowZoom();
+    bool ShowsZoom() const;
 
 public Q_SLOTS:
     void EditMarksOfGraph();
@@ -43,6 +44,17 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    /// What the list shows of a data set.
+    struct TListed {
+        std::string Name;
+        bool HasLine;
+        bool HasPoints;
+        TColor LineColor;
+        TColor PointColor;
+        bool operator==(const TListed&) const = default;
+    };
+    static TListed ListedOf(const TSeries& series);
+
     void ConnectModes();
     void ShowSeries();
     void PickSeries();
@@ -51,6 +63,7 @@ private:
     QPointer<TxyGraph> m_graph;
     std::unique_ptr<Ui::TGraphEditBar> m_ui;
     std::shared_ptr<THandEditing> m_editing;
+    std::vector<TListed> m_listed;
 };
 
 } // namespace lumoplot

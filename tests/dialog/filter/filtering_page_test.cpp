@@ -146,7 +146,7 @@ TEST_F(FilteringPage, ThePreviewFollowsDataAndSettings) {
 
 TEST_F(FilteringPage, ThePreviewTellsWhenThereIsNothingToFilter) {
     Type("e_LowFreq", QStringLiteral("50"));
-    EXPECT_TRUE(StateBecomes("The band lies above them."));
+    EXPECT_TRUE(StateBecomes("The band lies above every frequency of the samples."));
     SetNumber("se_ResponseWidth", 40);
     EXPECT_TRUE(StateBecomes("Apply leaves no points."));
     Choose("cbx_DataSets", 1);
