@@ -1,5 +1,6 @@
 #include "dialog/frame/data_wizard.h"
 
+#include "controls/reading_order.h"
 #include "controls/return_key.h"
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
@@ -27,6 +28,12 @@ namespace {
 constexpr int kWidthForPlot = 1080;
 constexpr QSize kLargestStart(1240, 760);
 constexpr QSize kWindowFrame(16, 48); // about what a window manager adds
+
+/// Buttons of few letters may be narrower than the style would have them.
+void AllowNarrow(QPushButton& button) {
+    const int icon = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
+    button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text().remove(u'&')) + icon + 18);
+}
 
 /// Wide enough for the plot where the screen is, and never larger than the screen.
 QSize StartSize(const QWidget& window) {
@@ -68,6 +75,7 @@ TxyDataWizard::~TxyDataWizard() {
 
 void TxyDataWizard::SetUpPreview() {
     m_workGraph = new TxyChildGr(m_ui->pagePreview);
+    m_workGraph->setAccessibleName(QStringLiteral("Graph"));
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
@@ -99,14 +107,26 @@ void TxyDataWizard::OrderKeys() {
     m_ui->btnReverse->SetKeyedCaption(QStringLiteral("I"));
     m_ui->btnSetDefault->SetKeyedCaption(QStringLiteral("Set as Default and Cl&ose"));
     m_ui->btnCancel->SetKeyedCaption(QStringLiteral("Cancel"));
-    // The pages came into the chain behind the buttons below them.
-    QWidget* before = previousInFocusChain();
-    for (QWidget* button :
-         std::initializer_list<QWidget*>{m_ui->btnUndoStep, m_ui->btnRedoStep, m_ui->btnPreview,
-                                         m_ui->btnHelp, m_ui->btnSetDefault, m_ui->btnOk, m_ui->btnCancel}) {
-        setTabOrder(before, button);
-        before = button;
-    }
+    GiveWayToFrame();
+    for (QPushButton* button : std::initializer_list<QPushButton*>{
+             m_ui->btnNew, m_ui->btnDelete, m_ui->btnImport, m_ui->btnExport, m_ui->btnDuplicate,
+             m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
+        AllowNarrow(*button);
+    OrderKeysAsRead(*this);
+}
+
+// Where a button of a page has the letter of a tab, or of a button that is there with every page, these have
+// the key.
+void TxyDataWizard::GiveWayToFrame() {
+    QStringList taken;
+    for (int i = 0; i < m_ui->tabs->count(); ++i)
+        taken += QKeySequence::mnemonic(m_ui->tabs->tabText(i)).toString();
+    for (const QWidget* part : {m_ui->pageEdit, static_cast<QWidget*>(this)})
+        for (const QPushButton* button : part->findChildren<QPushButton*>({}, Qt::FindDirectChildrenOnly))
+            taken += button->shortcut().toString();
+    for (const TWizardPage* page : m_pages)
+        for (QAbstractButton* button : page->findChildren<QAbstractButton*>())
+            if (taken.contains(button->shortcut().toString())) button->setShortcut({});
 }
 
 QString TxyDataWizard::ManualPage() const {

@@ -87,6 +87,7 @@ private:
     void AddPages();
     void AddPage(TWizardPage* page, const QString& caption, const QString& picture);
     void OrderKeys();
+    void GiveWayToFrame();
     QString ManualPage() const;
     void ConnectControls();
     void ListChanged();
