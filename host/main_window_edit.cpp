@@ -56,8 +56,8 @@ void TMainWindow::RunEditor(const QString& sourceFile, int startPage) {
 
 bool TMainWindow::EditCurveAt(QPointF place) {
     const TPlotMap* map = Graph().Mouse().Map();
-    const TSeries* series =
-        map && m_editBar->ShowsZoom() ? CurveAt(Graph(), *map, place, TGraphMouse::kReach) : nullptr;
+    const bool isOnPlot = map && m_editBar->ShowsZoom() && !map->LegendPlace.contains(place);
+    const TSeries* series = isOnPlot ? CurveAt(Graph(), *map, place, TGraphMouse::kReach) : nullptr;
     if (!series) return false;
     Graph().Appearance()->SetCurrSerIndex(series->SeriesIndex());
     Guarded([this] { RunEditor({}, kGeneralPage); });
