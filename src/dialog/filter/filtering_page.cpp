@@ -29,7 +29,6 @@ QString ShortNumber(double value) {
     return QString::fromStdString(FormatGeneral(value, 4));
 }
 
-constexpr double kLargestScale = 100;
 TDataStamps StampsOf(const TSeries& series) {
     const auto* x = static_cast<const TSeries*>(series.XSource()); // of the same graph
     return {series.DataStamp(), x ? x->DataStamp() : 0};
@@ -41,6 +40,12 @@ QString SourceText(const TSeries& series) {
         text = QStringLiteral(" The points are %1; Apply reads every row.")
                    .arg(QString::fromStdString(RowsText(RowsOf(series))));
     return series.XSource() ? text + kOwnXText : text;
+}
+
+/// A band that takes nearly all of the signal leaves rounding and noise, which normalizing makes as large as
+/// the signal was.
+bool IsBlowUp(double scale) {
+    return !(std::abs(scale) <= kLargestScale);
 }
 
 QString Counted(std::int64_t count, const char* one, const char* many) {
