@@ -122,7 +122,8 @@ void TxyDataWizard::GiveWayToFrame() {
     for (int i = 0; i < m_ui->tabs->count(); ++i)
         taken += QKeySequence::mnemonic(m_ui->tabs->tabText(i)).toString();
     for (const QWidget* part : {m_ui->pageEdit, static_cast<QWidget*>(this)})
-        for (const QPushButton* button : part->findChildren<QPushButton*>({}, Qt::FindDirectChildrenOnly))
+        for (const QPushButton* button :
+             part->findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
             taken += button->shortcut().toString();
     for (const TWizardPage* page : m_pages)
         for (QAbstractButton* button : page->findChildren<QAbstractButton*>())
