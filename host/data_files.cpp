@@ -4,7 +4,6 @@
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
-#include "graph/model/series_palette.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 #include "support/message_text.h"
@@ -83,7 +82,6 @@ bool TDataFiles::Add(const QString& fileName, TProgress& progress) {
     if (!IsDataSetFile(file)) {
         if (!NeedsDuplicates(series)) series.SetDuplicatesAllowed(false);
         ApplyDefaultStyle(series);
-        TakeNextStyle(series);
     }
     TAppearance& appearance = *m_graph.Appearance();
     if (appearance.GraphTitle().empty()) appearance.SetGraphTitle(file.completeBaseName().toStdString());

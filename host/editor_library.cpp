@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace lumoplot {
 namespace {
 
@@ -53,8 +55,7 @@ void TEditorLibrary::Load() {
     m_deleteEditor = deleteEditor;
 }
 
-bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile,
-                               int startPage) {
+bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile) {
     Load();
     if (!Fits(sourceFile))
         throw EFileError("The name of the file " + sourceFile.toStdString() +
@@ -62,6 +63,7 @@ bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QSt
     // A cut name would make "Set as Default" write another file; without a name the editor offers none.
     TShortString name = Fits(templateName) ? ToShortString(templateName.toStdString()) : TShortString();
     const bool withSource = !sourceFile.isEmpty();
+    const int startPage = std::exchange(m_startPage, kLastPage);
     const bool accepted = m_editData(graph, name, kLongestName, ToShortString(sourceFile.toStdString()),
                                      withSource, withSource ? kSourcePage : startPage);
     if (accepted && name.Length > 0) templateName = QString::fromStdString(FromShortString(name));

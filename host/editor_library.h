@@ -19,11 +19,12 @@ public:
 
     /// Runs the modal editor on the graph; false when the user cancelled and the graph is as before. With a
     /// source file the editor starts with a new data set that is fed from it. `templateName` is the file
-    /// that "Set as Default" writes, empty for none; the editor may change it. `startPage` is the page to
-    /// show first, negative for the one shown last. Throws EFileError when the library cannot be loaded and
-    /// what the editor throws.
-    bool EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile = {},
-                   int startPage = -1);
+    /// that "Set as Default" writes, empty for none; the editor may change it.
+    /// Throws EFileError when the library cannot be loaded and what the editor throws.
+    bool EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile = {});
+
+    /// The next EditGraph without a source file shows that page first; else the one shown last.
+    void StartOnce(int page) { m_startPage = page; }
 
 private:
     using TEditData = decltype(&editxyData);
@@ -34,6 +35,7 @@ private:
     QLibrary m_library;
     TEditData m_editData = nullptr;
     TDeleteEditor m_deleteEditor = nullptr;
+    int m_startPage = -1;
 };
 
 } // namespace lumoplot

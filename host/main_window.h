@@ -70,7 +70,7 @@ private:
     /// A name for a file that is proposed from the graph's title; empty where that can be none.
     QString TitleAsFileName() const;
     QString PictureName() const;
-    void RunEditor(const QString& sourceFile, int startPage = -1);
+    void RunEditor(const QString& sourceFile);
     /// Opens the editor on the data set whose curve lies there; false where there is none.
     bool EditCurveAt(QPointF place);
     void ShowExample();

@@ -1,17 +1,12 @@
 // What the main window does with the graph: data, axes, view.
-#include "dialogs/graph_edit_bar.h"
-#include "dialogs/manual_window.h"
 #include "dialogs/progress_window.h"
 #include "dialogs/settings/graph_settings.h"
 #include "graph/file/graph_style.h"
 #include "graph/mouse/graph_mouse.h"
-#include "graph/plotted/curve_hit.h"
-#include "host/example_file.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
 #include "host/recent_files.h"
 #include "support/guard.h"
-#include "support/message_sink.h"
 #include "ui_main_window.h"
 
 #include <QDir>
@@ -23,7 +18,6 @@ namespace lumoplot {
 namespace {
 
 struct TCancelled {};
-constexpr int kGeneralPage = 0; // of the editor
 
 } // namespace
 
@@ -45,36 +39,12 @@ void TMainWindow::EditData() {
     ShowState();
 }
 
-void TMainWindow::RunEditor(const QString& sourceFile, int startPage) {
+void TMainWindow::RunEditor(const QString& sourceFile) {
     QDir().mkpath(m_document->TemplateFolder());
     QString templateName = m_document->TemplateName();
     Change(tr("edit data"), [&] {
-        if (m_editor.EditGraph(Graph(), templateName, sourceFile, startPage))
-            m_document->SetTemplateName(templateName);
+        if (m_editor.EditGraph(Graph(), templateName, sourceFile)) m_document->SetTemplateName(templateName);
     });
-}
-
-bool TMainWindow::EditCurveAt(QPointF place) {
-    const TPlotMap* map = Graph().Mouse().Map();
-    const bool isOnPlot = map && m_editBar->ShowsZoom() && !map->LegendPlace.contains(place);
-    const TSeries* series = isOnPlot ? CurveAt(Graph(), *map, place, TGraphMouse::kReach) : nullptr;
-    if (!series) return false;
-    Graph().Appearance()->SetCurrSerIndex(series->SeriesIndex());
-    Guarded([this] { RunEditor({}, kGeneralPage); });
-    ShowState();
-    return true;
-}
-
-void TMainWindow::ShowExample() {
-    const QString file = ExampleFile();
-    if (file.isEmpty()) return ShowMessage("The example is not installed", TMessageKind::Warning);
-    OpenFiles({file});
-    m_document->SetUnmodified();
-    ShowState();
-}
-
-void TMainWindow::OnManual() {
-    ShowManual(QStringLiteral("start.md"), this);
 }
 
 void TMainWindow::OnOpenWithEditor() {

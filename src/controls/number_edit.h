@@ -18,7 +18,7 @@ XYWIDGETS_EXPORT double ParseTyped(const std::string& text);
 
 /// The number that was typed into the edit, or with all of its digits the one that ShowNumber shows there.
 /// Throws EConvertError.
-XYWIDGETS_EXPORT double ExactNumberIn(const QLineEdit& edit);
+double ExactNumberIn(const QLineEdit& edit);
 
 /// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
 /// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.

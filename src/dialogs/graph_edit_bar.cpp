@@ -15,6 +15,14 @@
 #include <QAbstractItemView>
 
 namespace lumoplot {
+namespace {
+
+TListedSeries ListedOf(const TSeries& series) {
+    return {series.SeriesName(), series.LinesShown(), series.PointsShown(), series.LineColor(),
+            series.PointColor()};
+}
+
+} // namespace
 
 TGraphEditBar::TGraphEditBar(TxyGraph& graph, QWidget* parent)
     : QWidget(parent), m_graph(&graph), m_ui(std::make_unique<Ui::TGraphEditBar>()),
@@ -81,15 +89,10 @@ TSeries* TGraphEditBar::Current() const {
     return m_graph ? m_graph->FindSeries(m_graph->Appearance()->CurrSerIndex()) : nullptr;
 }
 
-TGraphEditBar::TListed TGraphEditBar::ListedOf(const TSeries& series) {
-    return {series.SeriesName(), series.LinesShown(), series.PointsShown(), series.LineColor(),
-            series.PointColor()};
-}
-
 /// Lists the data sets anew where the list is out of date.
 void TGraphEditBar::ShowSeries() {
     if (!m_graph || m_ui->cbx_CurrSeries->view()->isVisible()) return;
-    std::vector<TListed> listed;
+    std::vector<TListedSeries> listed;
     for (const auto& series : m_graph->Series()) listed.push_back(ListedOf(*series));
     if (listed != m_listed) {
         m_ui->cbx_CurrSeries->clear();

@@ -20,6 +20,17 @@ namespace lumoplot {
 
 struct THandEditing;
 
+/// What a list of data sets shows of one.
+struct TListedSeries {
+    std::string Name;
+    bool HasLine;
+    bool HasPoints;
+    TColor LineColor;
+    TColor PointColor;
+
+    bool operator==(const TListedSeries&) const = default;
+};
+
 class XYWIDGETS_EXPORT TGraphEditBar : public QWidget {
     Q_OBJECT
 
@@ -44,17 +55,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    /// What the list shows of a data set.
-    struct TListed {
-        std::string Name;
-        bool HasLine;
-        bool HasPoints;
-        TColor LineColor;
-        TColor PointColor;
-        bool operator==(const TListed&) const = default;
-    };
-    static TListed ListedOf(const TSeries& series);
-
     void ConnectModes();
     void ShowSeries();
     void PickSeries();
@@ -63,7 +63,7 @@ private:
     QPointer<TxyGraph> m_graph;
     std::unique_ptr<Ui::TGraphEditBar> m_ui;
     std::shared_ptr<THandEditing> m_editing;
-    std::vector<TListed> m_listed;
+    std::vector<TListedSeries> m_listed;
 };
 
 } // namespace lumoplot

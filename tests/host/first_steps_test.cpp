@@ -14,11 +14,20 @@ using TFirstSteps = TWindowTest;
 TEST_F(TFirstSteps, AnEmptyGraphOffersThreeWaysToBegin) {
     auto& page = Control<QWidget>(*Window, "startPage");
     EXPECT_TRUE(page.isVisible());
-    const QString file = Write("run.csv", "t,u\n1,2\n2,3\n3,5\n");
-    AnswerPath(file);
-    Click(*Window, "btnOpenData");
+    for (const auto& [button, title] :
+         {std::pair("btnOpenData", "Open Data"), {"btnOpenGraph", "Open Graph"}}) {
+        QString shown;
+        WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+            shown = dialog.windowTitle();
+            dialog.reject();
+        });
+        Click(*Window, button);
+        EXPECT_EQ(shown.toStdString(), title);
+    }
+    Click(*Window, "btnExample");
     ASSERT_EQ(Graph().Series().size(), 1u);
     EXPECT_FALSE(page.isVisible());
+    EXPECT_FALSE(Window->isWindowModified());
     Press(Qt::Key_Z);
     EXPECT_TRUE(page.isVisible());
 }
