@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace lumoplot {
 namespace {
 
@@ -61,8 +63,9 @@ bool TEditorLibrary::EditGraph(TxyGraph& graph, QString& templateName, const QSt
     // A cut name would make "Set as Default" write another file; without a name the editor offers none.
     TShortString name = Fits(templateName) ? ToShortString(templateName.toStdString()) : TShortString();
     const bool withSource = !sourceFile.isEmpty();
+    const int startPage = std::exchange(m_startPage, kLastPage);
     const bool accepted = m_editData(graph, name, kLongestName, ToShortString(sourceFile.toStdString()),
-                                     withSource, withSource ? kSourcePage : kLastPage);
+                                     withSource, withSource ? kSourcePage : startPage);
     if (accepted && name.Length > 0) templateName = QString::fromStdString(FromShortString(name));
     return accepted;
 }

@@ -23,6 +23,9 @@ public:
     /// Throws EFileError when the library cannot be loaded and what the editor throws.
     bool EditGraph(TxyGraph& graph, QString& templateName, const QString& sourceFile = {});
 
+    /// The next EditGraph without a source file shows that page first; else the one shown last.
+    void StartOnce(int page) { m_startPage = page; }
+
 private:
     using TEditData = decltype(&editxyData);
     using TDeleteEditor = decltype(&deleteDataEditor);
@@ -32,6 +35,7 @@ private:
     QLibrary m_library;
     TEditData m_editData = nullptr;
     TDeleteEditor m_deleteEditor = nullptr;
+    int m_startPage = -1;
 };
 
 } // namespace lumoplot

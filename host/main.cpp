@@ -1,6 +1,7 @@
-// The plotting program: opens the files of its command line, or an example without any.
+// The plotting program: opens the files of its command line.
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_window.h"
+#include "host/example_file.h"
 #include "host/main_window.h"
 #include "host/screen_shots.h"
 #include "support/message_sink.h"
@@ -24,19 +25,8 @@ namespace {
 
 struct TArguments {
     QStringList files;
-    QString shotFolder;     ///< empty for a window that a person uses
-    bool isExample = false; ///< nobody named the files
+    QString shotFolder; ///< empty for a window that a person uses
 };
-
-/// The example beside an installed program or in the source folder of a build; empty when it is missing.
-QStringList Example() {
-    const QDir program(QCoreApplication::applicationDirPath());
-    for (const char* folder : {"../share/lumoplot/examples", "../../../examples"}) {
-        const QString file = program.filePath(QLatin1String(folder) + QStringLiteral("/enso.csv"));
-        if (QFile::exists(file)) return {QDir::cleanPath(file)};
-    }
-    return {};
-}
 
 TArguments ReadArguments(const QApplication& application) {
     QCommandLineParser parser;
@@ -52,8 +42,7 @@ TArguments ReadArguments(const QApplication& application) {
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Graph and data files to open."),
                                  QStringLiteral("[FILE…]"));
     parser.process(application);
-    const QStringList files = parser.positionalArguments();
-    return {files.isEmpty() ? Example() : files, parser.value(shot), files.isEmpty()};
+    return {parser.positionalArguments(), parser.value(shot)};
 }
 
 /// Without a person there is nothing to ask and nothing of hers to read or change.
@@ -62,7 +51,7 @@ int RunShots(const TArguments& arguments) {
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     TMainWindow window(folder.filePath(QStringLiteral("templates")));
-    window.OpenFiles(arguments.files);
+    window.OpenFiles(arguments.files.isEmpty() ? QStringList(ExampleFile()) : arguments.files);
     try {
         for (const QString& file : SaveScreenShots(window, arguments.shotFolder))
             std::cout << QDir::toNativeSeparators(file).toStdString() << '\n';
@@ -91,9 +80,7 @@ int RunWindow(const TArguments& arguments) {
     window.show();
     QTimer::singleShot(0, &window, [&] {
         const bool isRecovered = window.StartRecovery(RecoveryFolder());
-        if (isRecovered && (arguments.isExample || !WantsFilesToo(arguments.files))) return;
-        window.OpenFiles(arguments.files);
-        if (arguments.isExample) window.Document().SetUnmodified();
+        if (!isRecovered || WantsFilesToo(arguments.files)) window.OpenFiles(arguments.files);
     });
     return QApplication::exec();
 }

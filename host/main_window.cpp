@@ -3,6 +3,7 @@
 #include "dialogs/graph_edit_bar.h"
 #include "host/recent_files.h"
 #include "host/shown_text.h"
+#include "host/start_page.h"
 #include "support/guard.h"
 #include "support/message_text.h"
 #include "ui_main_window.h"
@@ -11,6 +12,7 @@
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTextDocument>
@@ -64,6 +66,8 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_dataFiles = std::make_unique<TDataFiles>(Graph());
     m_recentFiles = std::make_unique<TRecentFiles>(*m_ui->m_Recent);
     AddEditBar();
+    m_startPage = new TStartPage(Graph(), *m_ui->a_OpenData, *m_ui->a_OpenGraph);
+    connect(m_startPage, &TStartPage::ExampleWanted, this, &TMainWindow::ShowExample);
     ConnectActions();
     ConnectGraph();
     m_document->New();
@@ -107,6 +111,7 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_LoadEveryRow, &TMainWindow::OnLoadEveryRow},
         {m_ui->a_ShowLegend, &TMainWindow::OnShowLegend},
         {m_ui->a_ResetScale, &TMainWindow::OnResetScale},
+        {m_ui->a_Manual, &TMainWindow::OnManual},
         {m_ui->a_About, &TMainWindow::OnAbout},
     };
     for (const auto& [action, slot] : actions)
@@ -135,6 +140,10 @@ void TMainWindow::ConnectGraph() {
 // What a picture shows is known when it has been painted.
 bool TMainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &Graph() && event->type() == QEvent::Paint) ShowNoticeSoon();
+    if (watched == &Graph() && event->type() == QEvent::MouseButtonDblClick) {
+        const auto& click = static_cast<const QMouseEvent&>(*event);
+        if (click.button() == Qt::LeftButton && EditCurveAt(click.position())) return true;
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 
@@ -161,14 +170,22 @@ void TMainWindow::ShowNotice() {
 
 void TMainWindow::ShowState() {
     setWindowFilePath(m_document->FileName());
-    setWindowTitle(Shown(m_document->DisplayName()) +
-                   QStringLiteral("[*]")); // the program's name follows by itself
+    setWindowTitle(WindowTitle());
+    m_startPage->setVisible(Graph().Series().empty() && !Graph().HasContent());
     setWindowModified(m_document->IsModified());
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
     m_rows->setText(m_dataFiles->Summary());
     ShowSteps();
     ShowNoticeSoon();
+}
+
+/// The program's name follows by itself.
+QString TMainWindow::WindowTitle() const {
+    const QString name = Shown(m_document->DisplayName()) + QStringLiteral("[*]");
+    if (!m_document->IsModified() || !m_keepsChanges) return name;
+    return m_document->KeepingProblem().isEmpty() ? tr("%1 (changes are kept)").arg(name)
+                                                  : tr("%1 (changes are not kept)").arg(name);
 }
 
 void TMainWindow::ShowSteps() {

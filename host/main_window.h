@@ -21,6 +21,7 @@ namespace lumoplot {
 
 class TGraphEditBar;
 class TRecentFiles;
+class TStartPage;
 
 class TMainWindow : public QMainWindow {
     Q_OBJECT
@@ -77,6 +78,10 @@ private:
     QString TitleAsFileName() const;
     QString PictureName() const;
     void RunEditor(const QString& sourceFile);
+    /// Opens the editor on the data set whose curve lies there; false where there is none.
+    bool EditCurveAt(QPointF place);
+    void ShowExample();
+    QString WindowTitle() const;
     /// Makes a change of the graph one step; true when there is one.
     bool Change(const QString& name, const std::function<void()>& action);
     void ShowSteps();
@@ -106,6 +111,7 @@ private:
     void OnLoadEveryRow();
     void OnShowLegend();
     void OnResetScale();
+    void OnManual();
     void OnAbout();
 
     std::unique_ptr<Ui::MainWindow> m_ui;
@@ -119,6 +125,8 @@ private:
     QLabel* m_notice = nullptr; ///< what the user should know of the graph as it is
     bool m_noticeIsDue = false;
     TGraphEditBar* m_editBar = nullptr;
+    TStartPage* m_startPage = nullptr;
+    bool m_keepsChanges = false;
 };
 
 } // namespace lumoplot

@@ -116,6 +116,7 @@ bool TMainWindow::StartRecovery(const QString& folder, int intervalMs) {
         std::optional<TRecoveredSession> session =
             OfferRecovery(folder, {QString(kRecoveryKind), EditorKinds()}, this);
         m_document->KeepChanges(folder, intervalMs);
+        m_keepsChanges = true;
         if (!session) return;
         m_document->Recover(*std::move(session));
         isRecovered = true;

@@ -5,7 +5,9 @@
 
 #include <QLineEdit>
 #include <QSpinBox>
+#include <functional>
 #include <optional>
+#include <string>
 
 namespace lumoplot {
 
@@ -14,6 +16,10 @@ namespace lumoplot {
 /// readings.
 XYWIDGETS_EXPORT double ParseTyped(const std::string& text);
 
+/// The number that was typed into the edit, or with all of its digits the one that ShowNumber shows there.
+/// Throws EConvertError.
+double ExactNumberIn(const QLineEdit& edit);
+
 /// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
 /// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
 XYWIDGETS_EXPORT std::optional<double> NumberIn(QLineEdit& edit);
@@ -21,11 +27,18 @@ XYWIDGETS_EXPORT std::optional<int> IntegerIn(QLineEdit& edit);
 /// As NumberIn, but an empty text and a lone "." are marked too.
 XYWIDGETS_EXPORT std::optional<double> FiniteNumberIn(QLineEdit& edit);
 
-/// The significant digits of a number that is shown and not being edited.
-inline constexpr int kShownDigits = 4;
+/// The significant digits of a number that is shown and not being edited, and where space is short.
+inline constexpr int kShownDigits = 6;
+inline constexpr int kFewDigits = 4;
 
-/// Shows a number in general format with kShownDigits.
-XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value);
+/// How a number is written while it is not being edited.
+using TNumberText = std::function<std::string(double)>;
+
+/// Shows a number, in general format with so many digits or as `text` has it, from its first digit. While the
+/// edit has the focus it shows all digits; a text that stands for the number stays. When the edit is left, a
+/// text that is empty or marked gives way to the number shown last.
+XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value, int digits = kShownDigits);
+XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value, TNumberText text);
 /// Shows another text for a number, and no mark.
 XYWIDGETS_EXPORT void ShowNumberText(QLineEdit& edit, const std::string& text);
 

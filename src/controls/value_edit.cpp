@@ -29,19 +29,26 @@ TValueEdit::TValueEdit(QWidget* parent) : QLineEdit(parent) {
 }
 
 QString TValueEdit::TextOf(double value) const {
-    return QString::fromStdString(m_integers ? FormatFixed(value, 0) : FormatGeneral(value, kShownDigits));
+    if (m_integers) return QString::fromStdString(FormatFixed(value, 0));
+    return QString::fromStdString(hasFocus() ? FormatShortest(value) : FormatGeneral(value, kShownDigits));
 }
 
 void TValueEdit::ShowValue(double value) {
     if (hasFocus() && m_value == value) return;
-    m_value = value;
+    m_value = m_shown = value;
     m_step = 0;
-    setText(TextOf(value));
+    ShowText();
+}
+
+void TValueEdit::ShowText() {
+    setText(m_shown ? TextOf(*m_shown) : QString());
+    setCursorPosition(0);
     MarkEdit(*this, {});
 }
 
 void TValueEdit::ShowNothing() {
     m_value.reset();
+    m_shown.reset();
     m_step = 0;
     clear();
     MarkEdit(*this, {});
@@ -61,7 +68,9 @@ std::optional<double> TValueEdit::AllowedValue() {
 void TValueEdit::TakeText() {
     m_step = 0;
     m_value = AllowedValue();
-    if (m_value) Q_EMIT ValueEdited(*m_value);
+    if (!m_value) return;
+    m_shown = m_value;
+    Q_EMIT ValueEdited(*m_value);
 }
 
 double TValueEdit::StepFor(double value) const {
@@ -80,10 +89,21 @@ void TValueEdit::Nudge(double steps) {
     const double value = Rounded(*m_value + change, m_positive ? 0 : m_step);
     const bool isTooLarge = m_integers && std::abs(value) > std::numeric_limits<int>::max();
     if (value == *m_value || !std::isfinite(value) || isTooLarge) return;
-    m_value = value;
-    setText(TextOf(value));
-    MarkEdit(*this, {});
+    m_value = m_shown = value;
+    ShowText();
     Q_EMIT ValueEdited(value);
+}
+
+void TValueEdit::focusInEvent(QFocusEvent* event) {
+    if (!isModified()) ShowText();
+    QLineEdit::focusInEvent(event);
+}
+
+void TValueEdit::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
+    m_value = m_shown;
+    ShowText();
 }
 
 void TValueEdit::keyPressEvent(QKeyEvent* event) {

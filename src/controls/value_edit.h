@@ -22,8 +22,9 @@ class XYWIDGETS_EXPORT TValueEdit : public QLineEdit {
 public:
     explicit TValueEdit(QWidget* parent = nullptr);
 
-    /// Shows a number in general format with 4 significant digits, whole numbers of an edit for these in
-    /// full, and no mark. A text that is being typed and stands for that number stays.
+    /// Shows a number in general format with 6 significant digits, all of them while it is edited, and no
+    /// mark. A text that is being typed and stands for that number stays. When the edit is left, a text that
+    /// is no number or not allowed gives way to the number shown or accepted last.
     void ShowValue(double value);
     /// Shows an empty text and no mark.
     void ShowNothing();
@@ -36,8 +37,11 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void ShowText();
     void TakeText();
     std::optional<double> AllowedValue();
     void Nudge(double steps);
@@ -47,6 +51,7 @@ private:
     bool m_integers = false;
     bool m_positive = false;
     std::optional<double> m_value; ///< exactly what the text stands for, nothing for a text that is no number
+    std::optional<double> m_shown; ///< shown or accepted last
     double m_step = 0;             ///< 0 until the first nudge
     int m_wheelTurn = 0;
 };

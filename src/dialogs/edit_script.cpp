@@ -1,11 +1,13 @@
 #include "dialogs/edit_script.h"
 
+#include "controls/return_key.h"
+#include "dialogs/color_choice.h"
 #include "dialogs/text_printing.h"
 #include "support/guard.h"
 #include "ui_edit_script.h"
 
 #include <QClipboard>
-#include <QColorDialog>
+#include <QFontDatabase>
 #include <QFontDialog>
 #include <QMenu>
 #include <QPrintDialog>
@@ -23,6 +25,8 @@ TfrmEditScript::TfrmEditScript(QWidget* owner)
     : QDialog(owner, Qt::Dialog | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       m_ui(std::make_unique<Ui::TfrmEditScript>()) {
     m_ui->setupUi(this);
+    m_ui->m_Script->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // reports have columns
+    KeepOpenOnReturn(*this);
     resize(kStartSize);
     ConnectControls();
 }
@@ -101,7 +105,7 @@ void TfrmEditScript::ChooseFont() {
 
 void TfrmEditScript::ChooseBackgroundColor() {
     QPalette palette = m_ui->m_Script->palette();
-    const QColor color = QColorDialog::getColor(palette.color(QPalette::Base), this);
+    const QColor color = ChooseColor(palette.color(QPalette::Base), this, QStringLiteral("Background Color"));
     if (!color.isValid()) return;
     palette.setColor(QPalette::Base, color);
     // The theme's text may be as light or as dark as the colour chosen.

@@ -3,6 +3,7 @@
 #include "data/series/ds_info.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/mark_editor.h"
+#include "dialogs/series_list.h"
 #include "dialogs/set_values_dialog.h"
 #include "graph/mouse/graph_mouse.h"
 #include "graph/mouse/hand_editing.h"
@@ -14,6 +15,14 @@
 #include <QAbstractItemView>
 
 namespace lumoplot {
+namespace {
+
+TListedSeries ListedOf(const TSeries& series) {
+    return {series.SeriesName(), series.LinesShown(), series.PointsShown(), series.LineColor(),
+            series.PointColor()};
+}
+
+} // namespace
 
 TGraphEditBar::TGraphEditBar(TxyGraph& graph, QWidget* parent)
     : QWidget(parent), m_graph(&graph), m_ui(std::make_unique<Ui::TGraphEditBar>()),
@@ -30,6 +39,7 @@ TGraphEditBar::TGraphEditBar(TxyGraph& graph, QWidget* parent)
         return may;
     };
     ConnectModes();
+    OfferFilter(*m_ui->cbx_CurrSeries);
     connect(m_ui->cbx_CurrSeries, &QComboBox::activated, this, [this] { PickSeries(); });
     connect(m_ui->btnMarks, &QPushButton::clicked, this, &TGraphEditBar::EditMarksOfGraph);
     connect(m_ui->btnSetValues, &QPushButton::clicked, this, &TGraphEditBar::SetValuesOfSeries);
@@ -66,6 +76,10 @@ void TGraphEditBar::ShowZoom() {
     m_ui->btnShow->setChecked(true);
 }
 
+bool TGraphEditBar::ShowsZoom() const {
+    return m_ui->btnShow->isChecked();
+}
+
 void TGraphEditBar::showEvent(QShowEvent* event) {
     ShowSeries();
     QWidget::showEvent(event);
@@ -78,17 +92,17 @@ TSeries* TGraphEditBar::Current() const {
 /// Lists the data sets anew where the list is out of date.
 void TGraphEditBar::ShowSeries() {
     if (!m_graph || m_ui->cbx_CurrSeries->view()->isVisible()) return;
-    QStringList names;
-    for (const auto& series : m_graph->Series()) names.append(QString::fromStdString(series->SeriesName()));
-    QStringList shown;
-    for (int i = 0; i < m_ui->cbx_CurrSeries->count(); ++i) shown.append(m_ui->cbx_CurrSeries->itemText(i));
-    if (names != shown) {
+    std::vector<TListedSeries> listed;
+    for (const auto& series : m_graph->Series()) listed.push_back(ListedOf(*series));
+    if (listed != m_listed) {
         m_ui->cbx_CurrSeries->clear();
-        m_ui->cbx_CurrSeries->addItems(names);
+        for (const auto& series : m_graph->Series())
+            m_ui->cbx_CurrSeries->addItem(SeriesIcon(*series), QString::fromStdString(series->SeriesName()));
+        m_listed = std::move(listed);
     }
     const TSeries* current = Current();
     m_ui->cbx_CurrSeries->setCurrentIndex(current ? current->SeriesIndex() - 1 : -1);
-    m_ui->cbx_CurrSeries->setEnabled(!names.isEmpty());
+    m_ui->cbx_CurrSeries->setEnabled(!m_listed.empty());
     m_ui->btnSetValues->setEnabled(current && current->Count() > 0);
 }
 

@@ -20,6 +20,17 @@ namespace lumoplot {
 
 struct THandEditing;
 
+/// What a list of data sets shows of one.
+struct TListedSeries {
+    std::string Name;
+    bool HasLine;
+    bool HasPoints;
+    TColor LineColor;
+    TColor PointColor;
+
+    bool operator==(const TListedSeries&) const = default;
+};
+
 class XYWIDGETS_EXPORT TGraphEditBar : public QWidget {
     Q_OBJECT
 
@@ -30,6 +41,7 @@ public:
 
     /// The mouse zooms again.
     void ShowZoom();
+    bool ShowsZoom() const;
 
 public Q_SLOTS:
     void EditMarksOfGraph();
@@ -51,6 +63,7 @@ private:
     QPointer<TxyGraph> m_graph;
     std::unique_ptr<Ui::TGraphEditBar> m_ui;
     std::shared_ptr<THandEditing> m_editing;
+    std::vector<TListedSeries> m_listed;
 };
 
 } // namespace lumoplot

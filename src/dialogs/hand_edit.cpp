@@ -18,7 +18,8 @@ bool MakeManual(TSeries& series, QWidget* window) {
     if (source.Kind() == TSourceKind::Manual) return true;
     const std::string question = "DataSet \"" + series.SeriesName() + "\" is loaded from " +
                                  (source.SourceName().empty() ? "a source" : source.SourceName()) +
-                                 ". Edited by hand, it is not loaded from there any more. Edit it?";
+                                 ". When you change its points here it keeps them, and is not read from "
+                                 "there again. Change them?";
     if (!AskYesNo(question)) return false;
     if (!ReadEveryRow(series, window)) return false;
     source.SetKind(TSourceKind::Manual);

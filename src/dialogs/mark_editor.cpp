@@ -1,12 +1,13 @@
 #include "dialogs/mark_editor.h"
 
 #include "controls/number_edit.h"
+#include "controls/return_key.h"
+#include "dialogs/color_choice.h"
+#include "dialogs/manual_window.h"
 #include "graph/drawing/lines/canvas.h"
 #include "support/guard.h"
-#include "support/number_text.h"
 #include "ui_mark_editor.h"
 
-#include <QColorDialog>
 #include <QKeyEvent>
 #include <QScreen>
 #include <utility>
@@ -40,6 +41,8 @@ TxyMark::TxyMark(TxyGraph& graph, QWidget* parent)
     m_fields = {
         TField{m_ui->e_X1, m_ui->lblX1, &TGraphMark::X1}, TField{m_ui->e_Y1, m_ui->lblY1, &TGraphMark::Y1},
         TField{m_ui->e_X2, m_ui->lblX2, &TGraphMark::X2}, TField{m_ui->e_Y2, m_ui->lblY2, &TGraphMark::Y2}};
+    KeepOpenOnReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("editing.md"); });
     ConnectList();
     ConnectFields();
     m_ui->cb_ShowMarks->setChecked(graph.Appearance()->ShowMarks());
@@ -145,9 +148,10 @@ void TxyMark::ShowFields() {
 
 void TxyMark::ShowValue(const TField& field) {
     const bool before = std::exchange(m_filling, true);
-    const std::string text = m_selected ? FormatShortest(m_mark.*field.Value) : std::string();
-    if (field.Edit->text().toStdString() != text) field.Edit->setText(QString::fromStdString(text));
-    MarkEdit(*field.Edit, {});
+    if (m_selected)
+        ShowNumber(*field.Edit, m_mark.*field.Value);
+    else
+        ShowNumberText(*field.Edit, {});
     m_filling = before;
 }
 
@@ -188,7 +192,7 @@ void TxyMark::TakeStatus(int item) {
 
 void TxyMark::PickColor() {
     if (!m_selected) return;
-    const QColor picked = QColorDialog::getColor(ToQColor(m_mark.Color), this);
+    const QColor picked = ChooseColor(ToQColor(m_mark.Color), this, QStringLiteral("Select Color"));
     if (!picked.isValid()) return;
     m_mark.Color = ToColor(picked);
     m_pending = true;

@@ -1,13 +1,16 @@
 #include "dialogs/set_values_dialog.h"
 
 #include "controls/number_edit.h"
+#include "controls/return_key.h"
 #include "dialogs/hand_edit.h"
+#include "dialogs/manual_window.h"
 #include "graph/model/graph.h"
 #include "support/errors.h"
 #include "support/guard.h"
 #include "support/number_text.h"
 #include "ui_set_values_dialog.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLocale>
 #include <cmath>
@@ -18,7 +21,7 @@ namespace {
 constexpr int kListedDigits = 6;
 
 double BoundIn(const QLineEdit& edit) {
-    const double value = ParseTyped(edit.text().toStdString());
+    const double value = ExactNumberIn(edit);
     if (std::isnan(value)) throw EConvertError("'" + edit.text().toStdString() + "' is no bound of a range");
     return value;
 }
@@ -31,6 +34,26 @@ QTableWidgetItem* Cell(const QString& text) {
 
 QTableWidgetItem* NumberCell(double value) {
     return Cell(QString::fromStdString(FormatGeneral(value, kListedDigits)));
+}
+
+/// Why a range has no points.
+QString EmptyText(const TSeries& series, const std::optional<TXRange>& range) {
+    if (!range || series.Count() == 0) return QStringLiteral("The data set has no points.");
+    if (range->From > range->To) return QStringLiteral("The range ends before it begins.");
+    return QStringLiteral("No point lies in the range: X goes from %1 to %2.")
+        .arg(QString::fromStdString(FormatGeneral(series.MinX(), kListedDigits)),
+             QString::fromStdString(FormatGeneral(series.MaxX(), kListedDigits)));
+}
+
+/// Names that the formula has and nothing stands for.
+QString UnknownNames(const std::string& formula, const TSeries& series) {
+    QStringList unknown;
+    for (const std::string& name : UnknownVariables(formula, series.Graph()))
+        unknown += QString::fromStdString(name);
+    if (unknown.isEmpty()) return {};
+    return (unknown.size() == 1 ? QStringLiteral("Not known: %1. Click a variable below to use it.")
+                                : QStringLiteral("Not known: %1. Click variables below to use them."))
+        .arg(unknown.join(QStringLiteral(", ")));
 }
 
 QString CountText(const TSeries& series, const TNewValues& values) {
@@ -60,8 +83,10 @@ Txy_SetValues::Txy_SetValues(TSeries& series, QWidget* parent)
     m_ui->t_Preview->setHorizontalHeaderLabels(
         {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("New Y")});
     m_ui->t_Preview->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    m_ui->e_From->setText(QString::fromStdString(FormatShortest(series.MinX())));
-    m_ui->e_To->setText(QString::fromStdString(FormatShortest(series.MaxX())));
+    ShowNumber(*m_ui->e_From, series.MinX());
+    ShowNumber(*m_ui->e_To, series.MaxX());
+    KeepOpenOnReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("editing.md"); });
     ListVariables();
     ConnectControls();
     ShowFirstValues();
@@ -76,8 +101,11 @@ void Txy_SetValues::ConnectControls() {
         connect(edit, &QLineEdit::textEdited, this, [this] { m_ui->rb_Range->setChecked(true); });
         connect(edit, &QLineEdit::textChanged, this, [this] { ShowFirstValues(); });
     }
-    connect(m_ui->m_Variables, &QListWidget::itemActivated, this,
-            [this](const QListWidgetItem* item) { InsertVariable(item->data(Qt::UserRole).toString()); });
+    const auto insert = [this](const QListWidgetItem* item) {
+        InsertVariable(item->data(Qt::UserRole).toString());
+    };
+    connect(m_ui->m_Variables, &QListWidget::itemClicked, this, insert);
+    connect(m_ui->m_Variables, &QListWidget::itemActivated, this, insert);
     connect(m_ui->btnOk, &QPushButton::clicked, this, &Txy_SetValues::accept);
     connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -98,7 +126,12 @@ void Txy_SetValues::ListVariables() {
 }
 
 void Txy_SetValues::InsertVariable(const QString& variable) {
-    m_ui->e_Formula->insert(variable);
+    // A double click is two clicks and an activation, and means one variable.
+    const bool isAgain = m_lastInserted.isValid() && m_lastVariable == variable &&
+                         m_lastInserted.elapsed() < QApplication::doubleClickInterval();
+    m_lastInserted.start();
+    m_lastVariable = variable;
+    if (!isAgain) m_ui->e_Formula->insert(variable);
     m_ui->e_Formula->setFocus();
 }
 
@@ -111,11 +144,15 @@ void Txy_SetValues::ShowFirstValues() {
     const std::string formula = m_ui->e_Formula->text().toStdString();
     try {
         if (Trimmed(formula).empty()) return ShowProblem({});
-        const TNewValues values = TValueFormula(m_series, formula).Evaluate(Range());
+        const std::optional<TXRange> range = Range();
+        const TNewValues values = TValueFormula(m_series, formula).Evaluate(range);
+        if (const QString unknown = UnknownNames(formula, m_series); !unknown.isEmpty())
+            return ShowProblem(unknown);
+        if (values.Points.empty()) return ShowProblem(EmptyText(m_series, range));
         FillTable(values);
         m_ui->lblFormulaError->clear();
         m_ui->lblCount->setText(CountText(m_series, values));
-        m_ui->btnOk->setEnabled(!values.Points.empty());
+        m_ui->btnOk->setEnabled(true);
     } catch (const ELumoError& error) {
         ShowProblem(QString::fromUtf8(error.what()));
     }

@@ -6,6 +6,7 @@
 #include "graph/model/set_values.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <memory>
 
 namespace Ui {
@@ -39,6 +40,8 @@ private:
 
     TSeries& m_series;
     std::unique_ptr<Ui::Txy_SetValues> m_ui;
+    QElapsedTimer m_lastInserted;
+    QString m_lastVariable;
 };
 
 /// Shows the dialog. True when values were set; a sourced data set is manual then.

@@ -97,9 +97,11 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
 }
 
+constexpr QSize kWindowFrame(16, 48); // about what a window manager adds
+
 void CentreOnScreen(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    window.resize(window.size().boundedTo(screen.size()));
+    window.resize(window.size().boundedTo(screen.size() - kWindowFrame));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
 }
 

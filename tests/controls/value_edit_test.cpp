@@ -54,7 +54,9 @@ TEST_F(ValueEdit, ArrowKeysChangeTheSecondDigit) {
         Press(c.key, 1, c.modifiers);
         EXPECT_EQ(Values, std::vector{c.expected});
     }
-    EXPECT_EQ(Text(), "1.335E5");
+    EXPECT_EQ(Text(), "133456.5");
+    Other.setFocus();
+    EXPECT_EQ(Text(), "133456");
 }
 
 TEST_F(ValueEdit, AValueIsLedThroughZero) {

@@ -174,6 +174,19 @@ TEST_F(GraphEditBar, MarksArePlacedAndDragged) {
                                                "move mark 2"}));
 }
 
+TEST_F(GraphEditBar, TheMarkThatWasPlacedOrClickedLastIsDeletedByItsKey) {
+    Mode("btnPlaceMark");
+    for (const double x : {2.0, 5.0, 8.0}) DragAndDrop(PlaceOf(x, 40), PlaceOf(x, 40));
+    ASSERT_EQ(Graph.Marks().Count(), 3);
+    Press(Qt::Key_Delete);
+    EXPECT_FALSE(Graph.Marks().Find(3));
+    Press(Qt::Key_Delete);
+    DragAndDrop(PlaceOf(2, 60), PlaceOf(2, 60));
+    Press(Qt::Key_Delete);
+    EXPECT_EQ(Graph.Marks().Count(), 1);
+    EXPECT_TRUE(Graph.Marks().Find(2));
+}
+
 TEST_F(GraphEditBar, OtherButtonsStillMoveThePicture) {
     Mode("btnAddPoint");
     const double max = Graph.XAxis()->Max();

@@ -1,5 +1,6 @@
 #include "dialogs/mark_editor.h"
 
+#include "common/keyboard_walk.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 
@@ -100,6 +101,14 @@ TEST_F(MarkEditor, TheResultTellsWhetherItWasClosedByOk) {
     EXPECT_TRUE(EditMarks(nullptr, Graph));
     WhenModal<TxyMark>([](TxyMark& editor) { QTest::keyClick(&editor, Qt::Key_Escape); });
     EXPECT_FALSE(EditMarks(nullptr, Graph));
+}
+
+TEST_F(MarkEditor, TheKeyboardReachesEverything) {
+    Show({{.X1 = 1, .TypeOfMark = TMarkType::Line}});
+    Select(0);
+    ExpectEveryControlReached(*Editor);
+    ExpectKeysAreClear(*Editor);
+    ExpectEveryControlNamed(*Editor);
 }
 
 } // namespace

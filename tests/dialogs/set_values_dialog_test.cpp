@@ -1,5 +1,6 @@
 #include "dialogs/set_values_dialog.h"
 
+#include "common/keyboard_walk.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
 #include "data/series/ds_info.h"
@@ -9,6 +10,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QListWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 
@@ -72,7 +74,39 @@ TEST_F(SetValuesDialog, ARangeLimitsThePointsAndMissingValuesAreCounted) {
     Type(*Dialog, "e_To", "2.5");
     EXPECT_EQ(NewYs(), "-1;(stays);");
     QTest::keyClick(&Control<QLineEdit>(*Dialog, "e_To"), Qt::Key_Return);
+    EXPECT_EQ(Ys(), "10;20;30;") << "Return takes the value and leaves the dialog open";
+    QTest::keyClick(&Control<QLineEdit>(*Dialog, "e_To"), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(Ys(), "-1;20;30;");
+}
+
+TEST_F(SetValuesDialog, NamesThatMeanNothingAndEmptyRangesAreTold) {
+    Show();
+    Type(*Dialog, "e_Formula", "y + zeta*Alpha + zeta");
+    EXPECT_EQ(Text("lblFormulaError"), "Not known: zeta, Alpha. Click variables below to use them.");
+    EXPECT_FALSE(Control<QWidget>(*Dialog, "btnOk").isEnabled());
+    Type(*Dialog, "e_Formula", "2*");
+    auto& variables = Control<QListWidget>(*Dialog, "m_Variables");
+    QTest::mouseClick(variables.viewport(), Qt::LeftButton, {},
+                      variables.visualItemRect(variables.item(1)).center());
+    EXPECT_EQ(Control<QLineEdit>(*Dialog, "e_Formula").text(), "2*y");
+    EXPECT_EQ(NewYs(), "20;40;60;");
+    const std::pair<const char*, const char*> ends[] = {{"0.5", "The range ends before it begins."},
+                                                        {"1", ""}};
+    for (const auto& [to, told] : ends) {
+        Type(*Dialog, "e_To", to);
+        EXPECT_EQ(Text("lblFormulaError"), told);
+    }
+    Type(*Dialog, "e_From", "1.2");
+    Type(*Dialog, "e_To", "1.3");
+    EXPECT_EQ(Text("lblFormulaError"), "No point lies in the range: X goes from 1 to 3.");
+}
+
+TEST_F(SetValuesDialog, TheKeyboardReachesEverything) {
+    Show();
+    Type(*Dialog, "e_Formula", "y+1");
+    ExpectEveryControlReached(*Dialog);
+    ExpectKeysAreClear(*Dialog);
+    ExpectEveryControlNamed(*Dialog);
 }
 
 TEST_F(SetValuesDialog, ASourcedDataSetAsksFirstAndIsManualThen) {

@@ -1,8 +1,8 @@
 #include "dialog/common/color_button.h"
 
+#include "dialogs/color_choice.h"
 #include "graph/drawing/lines/canvas.h"
 
-#include <QColorDialog>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -17,7 +17,7 @@ TColorButton::TColorButton(QWidget* parent) : QPushButton(parent) {
 
 void TColorButton::SetColor(TColor color) {
     m_color = color;
-    setAccessibleName(ToQColor(color).name());
+    setAccessibleName(QStringLiteral("Color ") + ToQColor(color).name());
     update();
 }
 
@@ -38,7 +38,7 @@ void TColorButton::paintEvent(QPaintEvent* event) {
 }
 
 void TColorButton::PickColor() {
-    const QColor picked = QColorDialog::getColor(ToQColor(m_color), window(), QStringLiteral("Select Color"));
+    const QColor picked = ChooseColor(ToQColor(m_color), window(), QStringLiteral("Select Color"));
     if (!picked.isValid() || ToColor(picked) == m_color) return;
     SetColor(ToColor(picked));
     Q_EMIT ColorPicked(m_color);

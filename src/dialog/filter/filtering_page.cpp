@@ -13,6 +13,7 @@
 
 #include <QLocale>
 #include <algorithm>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -21,6 +22,7 @@ constexpr int kGainsShown = 512;
 /// Between a change of a setting and the preview of it, so that typing and held arrows stay fluent.
 constexpr int kTypingDelayMs = 30;
 constexpr const char* kFailure = "Fail to Apply Filter";
+constexpr double kLargestScale = 100;
 const QString kOwnXText =
     QStringLiteral(" Apply works on the points as they are plotted and gives them X values of their own.");
 constexpr const char* kErrorsDropped = "The points are others now: their errors of Y are gone.";
@@ -40,6 +42,12 @@ QString SourceText(const TSeries& series) {
         text = QStringLiteral(" The points are %1; Apply reads every row.")
                    .arg(QString::fromStdString(RowsText(RowsOf(series))));
     return series.XSource() ? text + kOwnXText : text;
+}
+
+/// A band that takes nearly all of the signal leaves rounding and noise, which normalizing makes as large as
+/// the signal was.
+bool IsBlowUp(double scale) {
+    return !(std::abs(scale) <= kLargestScale);
 }
 
 QString Counted(std::int64_t count, const char* one, const char* many) {
@@ -106,6 +114,12 @@ void TFilteringPage::SettingsChanged() {
     SchedulePreview(kTypingDelayMs);
 }
 
+/// What is filtered then is noise folded down from frequencies that the samples do not have.
+bool TFilteringPage::IsBandAbove(const TFilterSamples& samples) const {
+    return samples.Step > 0 &&
+           std::min(std::abs(m_settings.LowFreq), std::abs(m_settings.HighFreq)) > 0.5 / samples.Step;
+}
+
 /// What is shown is what is applied: an edit that holds no number stops Apply.
 bool TFilteringPage::NumbersAreValid() const {
     const auto edits = {m_ui->e_LowFreq, m_ui->e_HighFreq, m_ui->e_NormZero};
@@ -114,7 +128,9 @@ bool TFilteringPage::NumbersAreValid() const {
 
 void TFilteringPage::EnableButtons() {
     const TSeries* series = Context().CurrSeries();
-    m_ui->btnApply->setEnabled(series && series->Count() > 0 && NumbersAreValid());
+    const bool isAbove = series && m_seen && m_seen->DataStamp == StampsOf(*series) &&
+                         m_seen->CountEvery == m_settings.CountEvery && IsBandAbove(m_seen->Samples);
+    m_ui->btnApply->setEnabled(series && series->Count() > 0 && NumbersAreValid() && !isAbove);
 }
 
 void TFilteringPage::FillFrom(TSeries&) {
@@ -197,10 +213,21 @@ void TFilteringPage::UpdatePreview() {
     const bool isNew =
         !m_seen || m_seen->DataStamp != StampsOf(*series) || m_seen->CountEvery != m_settings.CountEvery;
     const TFilterSamples& samples = SamplesOf(*series);
-    m_ui->lblFilterState->setText(StateText(samples) + SourceText(*series));
+    ShowState(StateText(samples) + SourceText(*series));
+    EnableButtons();
     if (!(samples.Step > 0)) return m_ui->preview->ShowNothing();
     if (isNew) m_ui->preview->ShowSpectrum(AmplitudeSpectrum(samples.Values, samples.Step));
     m_ui->preview->ShowResponse(FrequencyResponse(m_settings, samples.Step, kGainsShown), m_settings);
+}
+
+/// Warnings stand out by more than their colour: they begin with the word.
+void TFilteringPage::ShowState(const QString& text) {
+    const bool warns =
+        text.contains(QStringLiteral("Warning:")) || text.contains(QStringLiteral("lies above"));
+    QFont font = this->font();
+    font.setBold(warns);
+    m_ui->lblFilterState->setFont(font);
+    m_ui->lblFilterState->setText(text);
 }
 
 const TFilterSamples& TFilteringPage::SamplesOf(const TSeries& series) {
@@ -217,11 +244,10 @@ QString TFilteringPage::StateText(const TFilterSamples& samples) const {
     if (count == 0) return QStringLiteral("There are too few points for a sample: nothing can be filtered.");
     QString text = Counted(count, "sample", "samples");
     if (samples.Step > 0) {
-        const double highest = 0.5 / samples.Step;
         text += QStringLiteral(", %1 apart: frequencies up to %2. ")
-                    .arg(ShortNumber(samples.Step), ShortNumber(highest));
-        if (std::min(std::abs(m_settings.LowFreq), std::abs(m_settings.HighFreq)) > highest)
-            text += QStringLiteral("The band lies above them. ");
+                    .arg(ShortNumber(samples.Step), ShortNumber(0.5 / samples.Step));
+        if (IsBandAbove(samples))
+            return text + QStringLiteral("The band lies above every frequency of the samples.");
     } else {
         text += QStringLiteral(" without spread in X. ");
     }
@@ -234,8 +260,12 @@ QString TFilteringPage::ResultText(const TFilterSamples& samples) const {
     if (!(samples.Step > 0)) return QStringLiteral("Nothing can be filtered.");
     const QString points = Counted(kept * m_settings.CountEvery, "point", "points");
     if (!m_settings.Normalize) return QStringLiteral("Apply leaves %1.").arg(points);
-    return QStringLiteral("Apply leaves %1 and multiplies by %2.")
-        .arg(points, ShortNumber(NormalizingScale(samples, m_settings)));
+    const double scale = NormalizingScale(samples, m_settings);
+    const QString result =
+        QStringLiteral("Apply leaves %1 and multiplies by %2.").arg(points, ShortNumber(scale));
+    return IsBlowUp(scale) ? result + QStringLiteral(" Warning: that is no signal any more; switch "
+                                                     "\"Normalize Output\" off.")
+                           : result;
 }
 
 } // namespace lumoplot

@@ -48,6 +48,7 @@ private:
     void ConnectNumber(QLineEdit* edit, double TBandFilterSettings::*setting);
     void SettingsChanged();
     bool NumbersAreValid() const;
+    bool IsBandAbove(const TFilterSamples& samples) const;
     void EnableButtons();
 
     void Apply();
@@ -57,6 +58,7 @@ private:
 
     void SchedulePreview(int delayMs = 0);
     void UpdatePreview();
+    void ShowState(const QString& text);
     const TFilterSamples& SamplesOf(const TSeries& series);
     QString StateText(const TFilterSamples& samples) const;
     QString ResultText(const TFilterSamples& samples) const;

@@ -1,20 +1,48 @@
 #include "dialog/frame/data_wizard.h"
 
+#include "controls/reading_order.h"
+#include "controls/return_key.h"
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
+#include "dialog/frame/page_scroll.h"
 #include "dialog/series/general_page.h"
 #include "dialog/series/regressions_page.h"
 #include "dialog/source/data_source_page.h"
 #include "dialogs/graph_edit_bar.h"
+#include "dialogs/manual_window.h"
+#include "dialogs/series_list.h"
 #include "support/message_text.h"
 #include "ui_data_wizard.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
+#include <QScreen>
 #include <utility>
 
 namespace lumoplot {
+namespace {
+
+/// From this width on the window shows the plot beside the settings.
+constexpr int kWidthForPlot = 1080;
+constexpr QSize kLargestStart(1240, 760);
+constexpr QSize kWindowFrame(16, 48); // about what a window manager adds
+
+/// Buttons of few letters may be narrower than the style would have them.
+void AllowNarrow(QPushButton& button) {
+    const int icon = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
+    button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text().remove(u'&')) + icon + 18);
+}
+
+/// Wide enough for the plot where the screen is, and never larger than the screen.
+QSize StartSize(const QWidget& window) {
+    const QSize room = window.screen()->availableSize() - kWindowFrame;
+    const QSize wanted = room.width() >= kLargestStart.width() ? kLargestStart : window.sizeHint();
+    return wanted.boundedTo(room);
+}
+
+} // namespace
 
 TxyDataWizard::TxyDataWizard(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TxyDataWizard>()), m_workGraph(nullptr) {
@@ -26,13 +54,16 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     });
     SetUpUndo();
     AddPages();
+    OrderKeys();
     ConnectControls();
     ShowSeries(-1);
+    resize(StartSize(*this));
 }
 
 // The pages reach the dialog through its context, which is gone when the dialog's base destroys its children:
 // an edit that loses the focus then would call into nothing.
 TxyDataWizard::~TxyDataWizard() {
+    m_ui->sidePlot->SetSession(nullptr);
     m_session->Stop();
     m_filling = true;
     m_currSeries = nullptr;
@@ -44,6 +75,7 @@ TxyDataWizard::~TxyDataWizard() {
 
 void TxyDataWizard::SetUpPreview() {
     m_workGraph = new TxyChildGr(m_ui->pagePreview);
+    m_workGraph->setAccessibleName(QStringLiteral("Graph"));
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
@@ -63,11 +95,51 @@ void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QSt
     const QString path = QStringLiteral(":/lumoplot/tabs/%1%2.svg");
     QIcon icon(path.arg(picture, QString()));
     icon.addFile(path.arg(picture, QStringLiteral("_inactive")), QSize(), QIcon::Disabled);
-    m_ui->tabs->addTab(page, icon, caption);
+    m_ui->tabs->addTab(new TPageScroll(*page), icon, caption);
     m_pages.push_back(page);
 }
 
+// Where captions share a letter the tabs have it, whose letters are not drawn elsewhere. Cancel has Esc.
+void TxyDataWizard::OrderKeys() {
+    KeepOpenOnReturn(*this);
+    OfferFilter(*m_ui->cbx_DataSets);
+    m_ui->btnDelete->SetKeyedCaption(QStringLiteral("De&lete"));
+    m_ui->btnReverse->SetKeyedCaption(QStringLiteral("I"));
+    m_ui->btnSetDefault->SetKeyedCaption(QStringLiteral("Set as Default and Cl&ose"));
+    m_ui->btnCancel->SetKeyedCaption(QStringLiteral("Cancel"));
+    GiveWayToFrame();
+    for (QPushButton* button : std::initializer_list<QPushButton*>{
+             m_ui->btnNew, m_ui->btnDelete, m_ui->btnImport, m_ui->btnExport, m_ui->btnDuplicate,
+             m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
+        AllowNarrow(*button);
+    OrderKeysAsRead(*this);
+}
+
+// Where a button of a page has the letter of a tab, or of a button that is there with every page, these have
+// the key.
+void TxyDataWizard::GiveWayToFrame() {
+    QStringList taken;
+    for (int i = 0; i < m_ui->tabs->count(); ++i)
+        taken += QKeySequence::mnemonic(m_ui->tabs->tabText(i)).toString();
+    for (const QWidget* part : {m_ui->pageEdit, static_cast<QWidget*>(this)})
+        for (const QPushButton* button :
+             part->findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly))
+            taken += button->shortcut().toString();
+    for (const TWizardPage* page : m_pages)
+        for (QAbstractButton* button : page->findChildren<QAbstractButton*>())
+            if (taken.contains(button->shortcut().toString())) button->setShortcut({});
+}
+
+QString TxyDataWizard::ManualPage() const {
+    static const QStringList pages = {QStringLiteral("general.md"), QStringLiteral("text-import.md"),
+                                      QStringLiteral("regressions.md"), QStringLiteral("curve-fitting.md"),
+                                      QStringLiteral("filtering.md")};
+    return m_previewMode ? QStringLiteral("editing.md") : pages.value(m_ui->tabs->currentIndex());
+}
+
 void TxyDataWizard::ConnectControls() {
+    OfferManual(*this, [this] { return ManualPage(); });
+    connect(m_ui->btnHelp, &QToolButton::clicked, this, [this] { ShowManual(ManualPage(), this); });
     const auto on = [this](QPushButton* button, void (TxyDataWizard::*action)()) {
         connect(button, &QPushButton::clicked, this, [this, action] { Guarded([&] { (this->*action)(); }); });
     };
@@ -93,7 +165,12 @@ void TxyDataWizard::ConnectControls() {
 
 void TxyDataWizard::SetTemplateName(const std::string& name) {
     m_templateName = name;
-    setWindowTitle(QString::fromStdString(ShownLine("Data Template Editor : " + name)));
+    const QString fullName = QString::fromStdString(name);
+    const QFileInfo file(fullName);
+    const QString shown = file.isAbsolute() ? file.fileName() : fullName;
+    setWindowTitle(QString::fromStdString(ShownLine("Data Template Editor : " + shown.toStdString())));
+    m_ui->btnSetDefault->setToolTip(
+        name.empty() ? QString() : QStringLiteral("The template is ") + QDir::toNativeSeparators(fullName));
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {
@@ -109,6 +186,18 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
 void TxyDataWizard::hideEvent(QHideEvent* event) {
     if (!event->spontaneous()) m_session->Stop();
     QDialog::hideEvent(event);
+}
+
+void TxyDataWizard::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    ShowSidePlot();
+}
+
+// The pages for fits and filters have plots of their own, and that for sources the rows of the file.
+void TxyDataWizard::ShowSidePlot() {
+    const int page = m_ui->tabs->currentIndex();
+    m_ui->sidePlot->setVisible(width() >= kWidthForPlot &&
+                               (page == kGeneralPage || page == kRegressionsPage));
 }
 
 void TxyDataWizard::CommitManualData() {
@@ -148,7 +237,8 @@ void TxyDataWizard::FillList(int number) {
         const QSignalBlocker quiet(m_ui->cbx_DataSets);
         m_ui->cbx_DataSets->clear();
         for (const auto& series : m_workGraph->Series()) {
-            m_ui->cbx_DataSets->addItem(QString::fromStdString(series->SeriesName()), series->SeriesIndex());
+            m_ui->cbx_DataSets->addItem(SeriesIcon(*series), QString::fromStdString(series->SeriesName()),
+                                        series->SeriesIndex());
             if (selected < 0 && series->SeriesIndex() == number) selected = m_ui->cbx_DataSets->count() - 1;
         }
         m_ui->cbx_DataSets->setCurrentIndex(selected);
@@ -182,6 +272,7 @@ void TxyDataWizard::TabChanged(int page) {
     const int left = std::exchange(m_shownPage, page);
     if (m_currSeries) Guarded([&] { m_pages[static_cast<std::size_t>(left)]->Leave(*m_currSeries); });
     ListChanged();
+    ShowSidePlot();
 }
 
 void TxyDataWizard::ShowSeries(int number) {
@@ -192,6 +283,7 @@ void TxyDataWizard::FillPages(int number) {
     m_filling = true;
     m_currSeries = number == -1 ? nullptr : m_workGraph->FindSeries(number);
     EnableSeriesControls(m_currSeries != nullptr);
+    m_ui->lblEmpty->setVisible(m_workGraph->Series().empty());
     if (!m_currSeries) {
         for (TWizardPage* page : m_pages) page->ShowNothing();
         return;
@@ -203,8 +295,8 @@ void TxyDataWizard::FillPages(int number) {
 
 void TxyDataWizard::EnableSeriesControls(bool enable) {
     for (TWizardPage* page : m_pages) page->setEnabled(enable);
-    for (QWidget* control :
-         {m_ui->btnExport, m_ui->btnDuplicate, m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
+    for (QWidget* control : std::initializer_list<QWidget*>{
+             m_ui->btnExport, m_ui->btnDuplicate, m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
         control->setEnabled(enable);
     m_ui->cbx_DataSets->setEnabled(m_ui->cbx_DataSets->count() > 0);
 }

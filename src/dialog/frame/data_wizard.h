@@ -47,7 +47,7 @@ public:
     TDataSourcePage& DataSourcePage() { return *m_dataSourcePage; }
 
     const std::string& TemplateName() const { return m_templateName; }
-    /// Also sets the caption.
+    /// Also sets the caption, which has the name of a file without its folder.
     void SetTemplateName(const std::string& name);
     /// The page that the next showing brings to front; negative keeps the page that was active.
     void SetStartPage(int page) { m_startPage = page; }
@@ -79,12 +79,16 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
     void AddPages();
     void AddPage(TWizardPage* page, const QString& caption, const QString& picture);
+    void OrderKeys();
+    void GiveWayToFrame();
+    QString ManualPage() const;
     void ConnectControls();
     void ListChanged();
     void DataSetPicked();
@@ -96,6 +100,7 @@ private:
     void FillPages(int number);
 
     void SetUpPreview();
+    void ShowSidePlot();
     void SetUpUndo();
     void TakePendingEdits();
     void ShowSteps();

@@ -3,6 +3,7 @@
 #include "dialog/frame/data_wizard.h"
 #include "dialogs/hand_edit.h"
 #include "graph/file/graph_file.h"
+#include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
 #include "ui_data_wizard.h"
 
@@ -15,7 +16,9 @@ void TxyDataWizard::NewSeries() {
     CommitManualData();
     m_session->Change("add data set", [this] {
         const int number = m_workGraph->AddSeries();
-        m_workGraph->FindSeries(number)->SetSeriesName("DataSet " + std::to_string(number));
+        TSeries& series = *m_workGraph->FindSeries(number);
+        series.SetSeriesName("DataSet " + std::to_string(number));
+        TakeNextStyle(series);
         FillList(number);
     });
 }
@@ -94,6 +97,7 @@ void TxyDataWizard::DuplicateSeries() {
         const int number = m_workGraph->AddSeries();
         TSeries& copy = *m_workGraph->FindSeries(number);
         copy.CopyFrom(original);
+        TakeNextStyle(copy);
         copy.SetSeriesName(original.SeriesName() + " DPL " + std::to_string(number));
         m_workGraph->PrepareForDrawing();
         FillList(number);

@@ -3,6 +3,7 @@
 #include "dialog/frame/data_wizard.h"
 #include "dialog/frame/undo_keys.h"
 #include "dialog/source/data_source_page.h"
+#include "dialogs/series_list.h"
 #include "graph/model/child_graph.h"
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"
@@ -38,10 +39,13 @@ void TxyDataWizard::SetUpUndo() {
     connect(m_ui->a_Redo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Redo); });
     connect(m_session, &TGraphSession::Changed, this, &TxyDataWizard::ShowSteps);
     connect(new TUndoKeys(*this, *m_session), &TUndoKeys::FocusMoved, m_session, &TGraphSession::EndMerging);
+    m_ui->sidePlot->SetSession(m_session);
     ShowSteps();
 }
 
 void TxyDataWizard::ShowSteps() {
+    const int item = m_ui->cbx_DataSets->currentIndex();
+    if (m_currSeries && item >= 0) m_ui->cbx_DataSets->setItemIcon(item, SeriesIcon(*m_currSeries));
     m_ui->a_Undo->setEnabled(m_session->CanUndo());
     m_ui->a_Redo->setEnabled(m_session->CanRedo());
     m_ui->a_Undo->setToolTip(StepTip("Undo", m_session->UndoName()));

@@ -2,7 +2,9 @@
 
 #include "controls/number_edit.h"
 #include "dialog/common/color_button.h"
+#include "dialog/series/style_choice.h"
 #include "dialog/series/y_error_group.h"
+#include "graph/loading/second_axis.h"
 #include "graph/model/axis.h"
 #include "support/update_hold.h"
 #include "ui_general_page.h"
@@ -59,8 +61,7 @@ void TGeneralPage::ConnectNameAndVisibility() {
     });
     connect(m_ui->rb_SecondAxis, &QRadioButton::toggled, this, [this](bool second) {
         Edit("Y axis of ", [&](TSeries& series) {
-            TxyGraph& graph = series.Graph();
-            series.SetYAxisOfSeries(second ? graph.YAxis_Second() : graph.YAxis());
+            PutOnYAxis(series, second ? TYAxisChoice::Second : TYAxisChoice::Main);
             EnableBaseline(second);
         });
     });
@@ -97,6 +98,7 @@ void TGeneralPage::ConnectBaseline() {
 }
 
 void TGeneralPage::ConnectStyle() {
+    connect(m_ui->btnSameStyle, &QPushButton::clicked, this, &TGeneralPage::StyleOthers);
     connect(m_ui->cbx_PointShape, &QComboBox::currentIndexChanged, this, [this](int item) {
         EnablePointControls();
         Edit("point shape of ", {m_ui->cbx_PointShape},
@@ -141,6 +143,7 @@ void TGeneralPage::FillFrom(TSeries& series) {
     m_ui->cbx_PointShape->setCurrentIndex(series.PointsShown() ? ItemOfShape(series.PointShape()) : 0);
     m_ui->cbx_LineStyle->setCurrentIndex(series.LinesShown() ? static_cast<int>(series.LineStyle()) + 1 : 0);
     ShowPointSize(series);
+    m_ui->btnSameStyle->setEnabled(series.Graph().Series().size() > 1);
     ShowInteger(*m_ui->se_PointBorderWidth, series.PointBorderWidth());
     ShowInteger(*m_ui->se_LineWidth, series.LineWidth());
     m_ui->cb_FillPoints->setChecked(series.FillPoints());
@@ -172,8 +175,8 @@ void TGeneralPage::RefreshAfterPreview(TSeries& series) {
 
 void TGeneralPage::ShowBaseline(const TSeries& series) {
     const TFillingScope filling(Context());
-    ShowNumber(*m_ui->e_ZeroValue, series.ZeroValue());
-    ShowNumber(*m_ui->e_Slope, series.BaseLineSlope());
+    ShowNumber(*m_ui->e_ZeroValue, series.ZeroValue(), kFewDigits);
+    ShowNumber(*m_ui->e_Slope, series.BaseLineSlope(), kFewDigits);
 }
 
 // Most shapes have even sizes only.
@@ -211,6 +214,17 @@ void TGeneralPage::SetActiveOfAll(bool others) {
         for (const auto& series : current.Graph().Series()) series->SetActive(series == &current || others);
         const TFillingScope filling(Context());
         m_ui->cb_Active->setChecked(true);
+    });
+}
+
+void TGeneralPage::StyleOthers() {
+    TSeries* current = Context().CurrSeries();
+    if (!current) return;
+    TStyleChoice choice(*current, window());
+    if (choice.exec() != QDialog::Accepted) return;
+    Edit("style of " + std::to_string(choice.Chosen()) + " data sets from ", [&](TSeries&) {
+        choice.Apply();
+        Context().FillList(current->SeriesIndex());
     });
 }
 

@@ -37,6 +37,7 @@ private:
     void EnablePointControls();
     void EnableLineControls();
     void SetActiveOfAll(bool others);
+    void StyleOthers();
     void ChangePointShape(TSeries& series, int item);
     void ChangeLineStyle(TSeries& series, int item);
 

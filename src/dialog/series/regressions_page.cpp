@@ -141,13 +141,15 @@ void TRegressionsPage::FillFrom(TSeries& series) {
     const int type = static_cast<int>(series.RegressionType());
     if (type >= 0 && type < m_ui->cbx_Regression->count()) m_ui->cbx_Regression->setCurrentIndex(type);
     m_ui->b_RegressionColor->SetColor(series.RegressionColor());
-    ShowNumberText(*m_ui->e_ControlValue1, std::to_string(series.RegressionControlValue1()));
-    ShowNumberText(*m_ui->e_ControlValue2, FormatExponent(series.RegressionControlValue2(), 4));
+    ShowNumber(*m_ui->e_ControlValue1, series.RegressionControlValue1(),
+               [](double value) { return FormatFixed(value, 0); });
+    ShowNumber(*m_ui->e_ControlValue2, series.RegressionControlValue2(),
+               [](double value) { return FormatExponent(value, 4); });
     m_ui->cbx_RegressionLineStyle->setCurrentIndex(static_cast<int>(series.RegressionLineStyle()));
     m_ui->se_RegressionLineWidth->setValue(series.RegressionLineWidth());
     m_ui->cbx_Bounds->setCurrentIndex(static_cast<int>(series.BoundsType()));
-    ShowNumberText(*m_ui->e_LowerBound, BoundText(series.LowerBound()));
-    ShowNumberText(*m_ui->e_UpperBound, BoundText(series.UpperBound()));
+    ShowNumber(*m_ui->e_LowerBound, series.LowerBound(), &BoundText);
+    ShowNumber(*m_ui->e_UpperBound, series.UpperBound(), &BoundText);
     m_ui->cbx_BoundsLineStyle->setCurrentIndex(static_cast<int>(series.BoundsLineStyle()));
     m_ui->b_BoundsColor->SetColor(series.BoundsColor());
     EnableLineControls();

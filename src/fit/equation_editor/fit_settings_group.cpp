@@ -69,7 +69,7 @@ void TFitSettingsGroup::TakeMargin(const TMargin& margin) {
 
 void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
     if ((fit.*margin.IsUsed)())
-        ShowNumber(*margin.Edit, (fit.*margin.Value)());
+        ShowNumber(*margin.Edit, (fit.*margin.Value)(), kFewDigits);
     else
         ShowNumberText(*margin.Edit, kNoMargin.toStdString());
 }

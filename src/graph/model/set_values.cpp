@@ -179,6 +179,22 @@ int TValueFormula::Apply(const std::optional<TXRange>& range) {
     return values.Unusable;
 }
 
+std::vector<std::string> UnknownVariables(const std::string& formula, const TxyGraph& graph) {
+    TExpressionParser parser;
+    double value = 0;
+    for (const char* name : {"x", "y", "n"}) parser.DefineVariable(name, &value);
+    for (std::size_t i = 0; i < graph.Series().size(); ++i) parser.DefineVariable(NumberedName(i), &value);
+    for (const auto& [place, name] : OwnNames(graph)) parser.DefineVariable(name, &value);
+    const std::vector<TNameUse> uses = NamesIn(formula);
+    for (const TNameUse& use : uses)
+        if (use.IsAssigned) parser.DefineVariable(use.Name, &value);
+    std::vector<std::string> unknown;
+    for (const TNameUse& use : uses)
+        if (!parser.FindWord(use.Name) && std::ranges::find(unknown, use.Name) == unknown.end())
+            unknown.push_back(use.Name);
+    return unknown;
+}
+
 std::vector<std::string> SeriesVariables(const TxyGraph& graph) {
     const auto names = OwnNames(graph);
     std::vector<std::string> texts;

@@ -57,4 +57,7 @@ private:
 /// The variables that stand for the data sets of a graph, one text a data set: "y2" or "y2, Sample".
 XYGRAPH_EXPORT std::vector<std::string> SeriesVariables(const TxyGraph& graph);
 
+/// The names of a formula that stand for nothing there, and to which it assigns nothing: each once.
+XYGRAPH_EXPORT std::vector<std::string> UnknownVariables(const std::string& formula, const TxyGraph& graph);
+
 } // namespace lumoplot

@@ -1,4 +1,5 @@
 #include "graph/model/setting_rows.h"
+#include "graph/model/series_palette.h"
 
 #include "graph/model/graph.h"
 
@@ -57,17 +58,11 @@ const char* TitleOf(const TAxis& axis) {
 }
 
 TColor ColorOfNumber(const TSeries& series) {
-    static constexpr std::array<TColor, 16> kColors = {kGray,    kGreen, kBlue,       kRed,   kNavy, kMaroon,
-                                                       kLime,    kOlive, kFuchsia,    kAqua,  kTeal, kPurple,
-                                                       kSkyBlue, kGray,  kMoneyGreen, kPurple};
-    return kColors[static_cast<std::size_t>(std::max(0, series.SeriesIndex() % 16))];
+    return kSeriesColors[static_cast<std::size_t>(std::max(0, series.SeriesIndex() % 16))];
 }
 
 TPointShape ShapeOfNumber(const TSeries& series) {
-    using enum TPointShape;
-    static constexpr std::array<TPointShape, 8> kShapes = {XCross,     Circle,       Square, Diamond,
-                                                           UpTriangle, DownTriangle, Star,   Cross};
-    return kShapes[static_cast<std::size_t>(std::max(0, series.SeriesIndex() % 8))];
+    return kSeriesShapes[static_cast<std::size_t>(std::max(0, series.SeriesIndex() % 8))];
 }
 
 void AssignFirstAxis(TSeries& series, bool first) {

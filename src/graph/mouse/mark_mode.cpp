@@ -3,6 +3,7 @@
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 
+#include <QKeyEvent>
 #include <QLineF>
 #include <QPainter>
 #include <cmath>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr double kReach = 6;    // pixels from a mark to the mouse that grips it
 constexpr double kEndReach = 9; // and from the end of a line
+constexpr double kHandle = 3;   // half the side of a square on the selected mark
 constexpr double kArm = 5;      // of the cross that is a point mark
 
 bool IsSecond(const TGraphMark& mark) {
@@ -153,13 +155,48 @@ void TMarkMode::Release(const TMouseMoment& moment) {
     TxyGraph& graph = m_mouse.Graph();
     if (drag->Before.ID == 0) {
         return graph.ChangeByUser({"add mark"}, [&] {
-            graph.AddMark(drag->Mark);
+            Select(graph.AddMark(drag->Mark));
             graph.Appearance()->SetShowMarks(true);
         });
     }
     const TGraphMark* present = graph.Marks().Find(drag->Before.ID);
+    if (present) Select(drag->Before.ID);
     if (!present || !(*present == drag->Before) || drag->Mark == drag->Before) return;
     graph.ChangeByUser({"move mark " + std::to_string(drag->Mark.ID)}, [&] { graph.SetMark(drag->Mark); });
+}
+
+/// The Delete key deletes it, and a baseline is read from it.
+void TMarkMode::Select(int id) {
+    m_selected = id;
+    m_mouse.Graph().SelectMark(id);
+    m_mouse.AskForPaint();
+}
+
+bool TMarkMode::PressKey(const QKeyEvent& event) {
+    TxyGraph& graph = m_mouse.Graph();
+    const int id = m_selected;
+    if (event.key() != Qt::Key_Delete || m_mouse.IsDragging() || !graph.Marks().Find(id)) return false;
+    graph.ChangeByUser({"delete mark " + std::to_string(id)}, [&] { graph.DeleteMark(id); });
+    return true;
+}
+
+/// Squares where the selected mark can be gripped.
+void TMarkMode::PaintSelected(QPainter& painter) const {
+    const TPlotMap* map = m_mouse.Map();
+    const TGraphMark* mark = m_mouse.Graph().Marks().Find(m_selected);
+    if (!map || !mark || mark->WhenDrawn == TMarkDrawing::None) return;
+    QPointF first = FirstOf(*map, *mark);
+    if (mark->TypeOfMark == TMarkType::VerticalLine) first.setY(map->Plot.center().y());
+    if (mark->TypeOfMark == TMarkType::HorizontalLine) first.setX(map->Plot.center().x());
+    painter.setPen(QPen(m_mouse.Graph().palette().color(QPalette::Highlight), 1));
+    painter.setBrush(Qt::white);
+    const auto handle = [&](QPointF place) {
+        if (map->Plot.contains(place))
+            painter.drawRect(QRectF(place - QPointF(kHandle, kHandle), QSizeF(2, 2) * kHandle));
+    };
+    handle(first);
+    if (mark->TypeOfMark == TMarkType::Line) handle(SecondOf(*map, *mark));
+    painter.setBrush(Qt::NoBrush);
 }
 
 void TMarkMode::Cancel() {
@@ -174,7 +211,7 @@ void TMarkMode::End() {
 
 void TMarkMode::Paint(QPainter& painter) const {
     if (m_zooms) return m_zoom.Paint(painter);
-    if (!m_drag) return;
+    if (!m_drag) return PaintSelected(painter);
     const TGraphMark& mark = m_drag->Mark;
     const QRectF& plot = m_drag->Map.Plot;
     const QPointF first = FirstOf(m_drag->Map, mark);

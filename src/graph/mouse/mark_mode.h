@@ -10,6 +10,7 @@ namespace lumoplot {
 
 /// Press on a mark to drag it (a line by an end or as a whole), elsewhere to place one of the type that
 /// THandEditing names; a line goes from the press to where the button goes up. Marks are shown from then on.
+/// The one that was clicked, dragged or placed last has handles, and the Delete key deletes it.
 class TMarkMode : public TMouseMode {
 public:
     XYGRAPH_EXPORT TMarkMode(TGraphMouse& mouse, std::shared_ptr<const THandEditing> editing);
@@ -19,6 +20,7 @@ public:
     void Drag(const TMouseMoment& moment) override;
     void Release(const TMouseMoment& moment) override;
     void Cancel() override;
+    bool PressKey(const QKeyEvent& event) override;
     void Paint(QPainter& painter) const override;
 
 private:
@@ -40,6 +42,8 @@ private:
     std::optional<TGrip> GripAt(const TPlotMap& map, QPointF place) const;
     void Move(TDragState& drag, QPointF place) const;
     bool HasLength(const TDragState& drag) const;
+    void Select(int id);
+    void PaintSelected(QPainter& painter) const;
     void End();
 
     TGraphMouse& m_mouse;
@@ -47,6 +51,7 @@ private:
     TZoomMode m_zoom;
     bool m_zooms = false;
     std::optional<TDragState> m_drag;
+    int m_selected = 0; ///< the mark that was clicked, dragged or placed last; 0 for none
 };
 
 } // namespace lumoplot

@@ -9,12 +9,15 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <cmath>
+#include <vector>
 
 namespace lumoplot {
 namespace {
 
 constexpr double kClickReach = 3; // pixels that a press may wander without being a move
 constexpr double kPointArm = 6;   // of the cross over a point that goes
+constexpr double kHandleArm = 2.5;
+constexpr std::size_t kMostHandles = 2000;
 
 double RawY(const TSeries& series, double x, double corrected) {
     return corrected + series.ZeroValue() + series.BaseLineSlope() * x;
@@ -157,8 +160,30 @@ bool TPointMode::PressKey(const QKeyEvent& event) {
     return true;
 }
 
+/// What can be gripped is seen also where only the line is drawn, unless there are so many that they hide it.
+void TPointMode::PaintHandles(QPainter& painter) const {
+    const TSeries* series = Current();
+    const TPlotMap* map = m_mouse.Map();
+    if (m_action == TPointAction::Add || !map || !series || series->PointsShown() || !CanEdit(*series))
+        return;
+    std::vector<QPointF> places;
+    TDrawnPoints(*series).ForEachRun([&](const TDrawnRun& run) {
+        for (std::size_t i = 0; i < run.X.size() && places.size() <= kMostHandles; ++i) {
+            const QPointF place(map->X.Position(run.X[i]), map->YOf(*series).Position(run.Y[i]));
+            if (map->Plot.contains(place)) places.push_back(place);
+        }
+    });
+    if (places.size() > kMostHandles) return;
+    painter.setPen(QPen(m_mouse.Graph().palette().color(QPalette::Highlight), 1));
+    painter.setBrush(Qt::white);
+    for (const QPointF& place : places)
+        painter.drawRect(QRectF(place - QPointF(kHandleArm, kHandleArm), QSizeF(2, 2) * kHandleArm));
+    painter.setBrush(Qt::NoBrush);
+}
+
 void TPointMode::Paint(QPainter& painter) const {
     if (m_zooms) return m_zoom.Paint(painter);
+    PaintHandles(painter);
     if (!m_drag) return;
     const TxyGraph& graph = m_mouse.Graph();
     const TSeries* series = graph.FindSeries(m_drag->Number);

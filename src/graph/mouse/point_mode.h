@@ -48,6 +48,7 @@ private:
     void Carry(TSeries& series, const TDragState& drag) const;
     void DeletePoint(TSeries& series, std::int32_t id) const;
     void Change(const char* what, const TSeries& series, const std::function<void()>& action) const;
+    void PaintHandles(QPainter& painter) const;
     void End();
 
     TGraphMouse& m_mouse;

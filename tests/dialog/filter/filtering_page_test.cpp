@@ -146,7 +146,9 @@ TEST_F(FilteringPage, ThePreviewFollowsDataAndSettings) {
 
 TEST_F(FilteringPage, ThePreviewTellsWhenThereIsNothingToFilter) {
     Type("e_LowFreq", QStringLiteral("50"));
-    EXPECT_TRUE(StateBecomes("The band lies above them."));
+    EXPECT_TRUE(StateBecomes("The band lies above every frequency of the samples."));
+    EXPECT_FALSE(CanPress("btnApply"));
+    Type("e_LowFreq", QStringLiteral("1"));
     SetNumber("se_ResponseWidth", 40);
     EXPECT_TRUE(StateBecomes("Apply leaves no points."));
     Choose("cbx_DataSets", 1);
@@ -217,6 +219,7 @@ TEST_F(FilteringPage, ADataSetThatWasReadInPartIsReadWhole) {
     const std::string name = Current().SeriesName();
     ToPage("&FFT Filtering");
     EXPECT_TRUE(StateBecomes("240 samples"));
+    Type("e_LowFreq", QStringLiteral("0.01"));
     EXPECT_EQ(Current().Count(), 1200);
     EXPECT_EQ(Current().SeriesName(), name);
     Click("btnApply");

@@ -77,7 +77,7 @@ TEST_F(FitThroughDialogs, ATextFileBecomesAFittedCurve) {
         EXPECT_NEAR(parameter.Value() / kGauss1[i].value, 1, kRelativeError) << parameter.Name();
         EXPECT_NEAR(parameter.FinalDeviation / kGauss1[i].deviation, 1, 1e-5) << parameter.Name();
     }
-    EXPECT_EQ(Find<QLineEdit>("e_ParamValue").text(), QStringLiteral("98.78"));
+    EXPECT_EQ(Find<QLineEdit>("e_ParamValue").text(), QStringLiteral("98.7782"));
     const std::string result = Result();
     EXPECT_TRUE(result.starts_with("The fit has converged (")) << result;
     for (const char* line :

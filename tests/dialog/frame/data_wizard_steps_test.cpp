@@ -105,7 +105,11 @@ TEST_F(DataWizardSteps, EachKindOfStepHasItsNameAndGoesBackAndForth) {
         {3, "fit of Run 1: margins", [&] { Type("e_LeftMargin", "2"); }},
         {3, "fit of Run 1: new template", [&] { Click("btnAddTemplate"); }},
         {3, "curve of Run 1", [&] { Choose("cbx_CurveLine", 2); }},
-        {kFilteringPage, "apply filter to Run 1", [&] { Click("btnApply"); }},
+        {kFilteringPage, "apply filter to Run 1",
+         [&] {
+             Type("e_LowFreq", QStringLiteral("0.0001"));
+             Click("btnApply");
+         }},
     };
     for (const TStepCase& c : cases) {
         Graph.FreeAllSeries();

@@ -118,6 +118,7 @@ TEST_F(DataWizardUndo, RowsHaveNoLimitOfTheirOwn) {
 TEST_F(DataWizardUndo, AnUndoneFilterBringsSlopeAndBaselineBack) {
     ShowRuns(kFilteringPage);
     for (int i = 3; i <= 100; ++i) Current().AddPoint(i, i % 7 + 0.5 * i);
+    Type("e_LowFreq", QStringLiteral("0.01"));
     for (const bool isAutomatic : {false, true}) {
         Current().SetZeroValue(3);
         Current().SetBaseLineSlope(0.5);

@@ -1,0 +1,41 @@
+// What helps to begin and to find the way: the example, the manual, a double click on a curve.
+#include "dialogs/graph_edit_bar.h"
+#include "dialogs/manual_window.h"
+#include "graph/mouse/graph_mouse.h"
+#include "graph/plotted/curve_hit.h"
+#include "host/example_file.h"
+#include "host/main_window.h"
+#include "support/guard.h"
+#include "support/message_sink.h"
+
+namespace lumoplot {
+namespace {
+
+constexpr int kGeneralPage = 0; // of the editor
+
+} // namespace
+
+bool TMainWindow::EditCurveAt(QPointF place) {
+    const TPlotMap* map = Graph().Mouse().Map();
+    const bool isOnPlot = map && m_editBar->ShowsZoom() && !map->LegendPlace.contains(place);
+    const TSeries* series = isOnPlot ? CurveAt(Graph(), *map, place, TGraphMouse::kReach) : nullptr;
+    if (!series) return false;
+    Graph().Appearance()->SetCurrSerIndex(series->SeriesIndex());
+    m_editor.StartOnce(kGeneralPage);
+    EditData();
+    return true;
+}
+
+void TMainWindow::ShowExample() {
+    const QString file = ExampleFile();
+    if (file.isEmpty()) return ShowMessage("The example is not installed", TMessageKind::Warning);
+    OpenFiles({file});
+    m_document->SetUnmodified();
+    ShowState();
+}
+
+void TMainWindow::OnManual() {
+    ShowManual(QStringLiteral("start.md"), this);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,80 @@
+// The data editor with the keyboard alone, and on small screens.
+#include "common/keyboard_walk.h"
+#include "dialog/wizard_fixture.h"
+
+#include <QScrollArea>
+#include <QTabWidget>
+
+namespace lumoplot {
+namespace {
+
+constexpr QSize kSmallScreen(760, 440);
+
+TEST_F(TWizardTest, TheKeyboardReachesEveryControlOfEveryPage) {
+    Show({"Run", "Other"});
+    auto& tabs = Find<QTabWidget>("tabs");
+    for (int page = 0; page < tabs.count(); ++page) {
+        SCOPED_TRACE(tabs.tabText(page).toStdString());
+        tabs.setCurrentIndex(page);
+        Find<QWidget>("cbx_DataSets").setFocus();
+        ExpectEveryControlReached(Wizard);
+        ExpectKeysAreClear(Wizard);
+        ExpectEveryControlNamed(Wizard);
+    }
+    Click("btnPreview");
+    SCOPED_TRACE("Preview");
+    Find<QWidget>("btnOk").setFocus();
+    ExpectEveryControlReached(Wizard);
+    ExpectKeysAreClear(Wizard);
+    ExpectEveryControlNamed(Wizard);
+}
+
+TEST_F(TWizardTest, TabGoesFromTheListOverThePageToTheButtons) {
+    Show({"Run"});
+    Find<QWidget>("cbx_DataSets").setFocus();
+    const auto round = TabRound(Wizard, Qt::Key_Tab);
+    std::vector<std::ptrdiff_t> places;
+    for (const char* name : {"cbx_DataSets", "btnReverse", "e_SeriesName", "cb_Active", "cbx_PointShape",
+                             "btnPreview", "btnCancel"})
+        places.push_back(std::ranges::find(round, &Find<QWidget>(name)) - round.begin());
+    EXPECT_TRUE(std::ranges::is_sorted(places));
+}
+
+TEST_F(TWizardTest, OnASmallScreenThePagesScrollAndTheButtonsStay) {
+    Show({"Run"});
+    Wizard.resize(kSmallScreen);
+    auto& tabs = Find<QTabWidget>("tabs");
+    for (int page = 0; page < tabs.count(); ++page) {
+        tabs.setCurrentIndex(page);
+        QApplication::processEvents();
+        EXPECT_EQ(Wizard.size(), kSmallScreen) << tabs.tabText(page).toStdString();
+        for (const char* name : {"btnNew", "btnReverse", "btnPreview", "btnOk", "btnCancel"}) {
+            const QWidget& button = Find<QWidget>(name);
+            EXPECT_TRUE(Wizard.rect().contains(QRect(button.mapTo(&Wizard, QPoint()), button.size())))
+                << name;
+        }
+        // Tab brings what lies below into view.
+        Find<QWidget>("btnUndoStep").setFocus();
+        Find<QWidget>("btnPreview").setFocus();
+        QTest::keyClick(&Find<QWidget>("btnPreview"), Qt::Key_Backtab, Qt::ShiftModifier);
+        QWidget* last = Wizard.focusWidget();
+        EXPECT_FALSE(last->visibleRegion().isEmpty()) << last->objectName().toStdString();
+    }
+}
+
+TEST_F(TWizardTest, ReturnTakesAValueAndCtrlReturnCloses) {
+    Show({"Run"});
+    Type("e_ZeroValue", "0.123456789");
+    QTest::keyClick(&Find<QWidget>("e_ZeroValue"), Qt::Key_Return);
+    EXPECT_TRUE(Wizard.isVisible());
+    EXPECT_EQ(Current().ZeroValue(), 0.123456789);
+    Type("e_SeriesName", "Named");
+    QTest::keyClick(&Find<QWidget>("e_SeriesName"), Qt::Key_Return);
+    EXPECT_TRUE(Wizard.isVisible());
+    QTest::keyClick(&Find<QWidget>("e_SeriesName"), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_FALSE(Wizard.isVisible());
+    EXPECT_EQ(Wizard.result(), TxyDataWizard::kOk);
+}
+
+} // namespace
+} // namespace lumoplot
