@@ -1,6 +1,6 @@
 # Counts what the three libraries export together, so that the public face does not grow unnoticed.
 #   cmake -D NM=… -D LIBRARIES=… -P exports.cmake
-set(most 720)
+set(most 680)
 set(total 0)
 foreach(library ${LIBRARIES})
   execute_process(COMMAND ${NM} -D --defined-only ${library} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)

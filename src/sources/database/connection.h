@@ -33,13 +33,13 @@ struct TConnection {
 TConnection ParseConnection(const std::string& text);
 
 /// The text names a server and not a file.
-XYGRAPH_EXPORT bool IsServer(const std::string& connection);
+bool IsServer(const std::string& connection);
 
 /// The kind of database that the file is, by its content; nothing for a file that is none or can not be read.
-XYGRAPH_EXPORT std::optional<TDatabaseKind> DatabaseKindOfFile(const std::string& file);
+std::optional<TDatabaseKind> DatabaseKindOfFile(const std::string& file);
 
 /// Keeps the password for as long as the program runs, in memory alone. It belongs to the connection's text
 /// without a password.
-XYGRAPH_EXPORT void KeepPassword(const std::string& connection, const std::string& password);
+void KeepPassword(const std::string& connection, const std::string& password);
 
 } // namespace lumoplot

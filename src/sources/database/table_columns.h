@@ -21,7 +21,7 @@ struct TTableColumn {
 };
 
 /// "number", "date and time", "text of numbers", …: for a user.
-XYGRAPH_EXPORT std::string KindText(TSqlColumnKind kind);
+std::string KindText(TSqlColumnKind kind);
 
 struct TTablePreview {
     std::vector<TTableColumn> columns;
