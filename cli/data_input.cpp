@@ -1,6 +1,7 @@
 #include "cli/data_input.h"
 
 #include "cli/arguments.h"
+#include "cli/database_input.h"
 #include "cli/read_as.h"
 #include "data/series/ds_info.h"
 #include "data/series/plotted_values.h"
@@ -26,8 +27,9 @@ auto Loading(const std::string& name, TLoad&& load) {
         return load();
     } catch (const ELumoError& error) {
         const std::string text = error.what();
-        if (text.find(name) != std::string::npos) throw;
-        throw EFileError(name + ": " + text);
+        const std::string shown = ShownSource(name);
+        if (IsConnection(name) || text.find(shown) != std::string::npos) throw;
+        throw EFileError(shown + ": " + text);
     }
 }
 
@@ -78,7 +80,7 @@ bool HasEqualNeighbours(const TDataSeries& series) {
 void ReportSkippedRows(const TDataOptions& options, const TTextReport& report) {
     if (report.rowsSkipped == 0 || options.text.explain) return;
     const std::string first = report.messages.empty() ? "" : ", the first: " + report.messages.front();
-    PrintMessage(options.file + ": " + std::to_string(report.rowsSkipped) +
+    PrintMessage(ShownSource(options.file) + ": " + std::to_string(report.rowsSkipped) +
                  (report.rowsSkipped == 1 ? " row was skipped" : " rows were skipped") + first);
 }
 
@@ -108,14 +110,29 @@ void LoadTextSeriesInto(TxyGraph& graph, TSeries& series, const TDataOptions& op
     SetTitle(*graph.YAxis(), report.yName.empty() ? report.yName : format.columns[y].Title());
 }
 
+void LoadDatabaseInto(TxyGraph& graph, TSeries& series, const TDataOptions& options) {
+    const TTextReport report = LoadDatabaseData(series, options);
+    ReportSkippedRows(options, report);
+    ApplyDefaultStyle(series);
+    const TTextFormat& format = report.readings.best.format;
+    if (format.xColumn >= 0)
+        SetTitle(*graph.XAxis(), format.columns[static_cast<std::size_t>(format.xColumn)].name);
+    SetTitle(*graph.YAxis(), report.yName);
+    graph.XAxis()->SetShowAsTime(format.xFormat == TColumnFormat::DateTime);
+}
+
 // What a person sees who opens the file in the host application.
 void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& options) {
     ApplyDefaultLook(graph);
     graph.Appearance()->SetGraphTitle(
-        QFileInfo(QString::fromStdString(options.file)).completeBaseName().toStdString());
+        kind == TFileKind::Database
+            ? DatabaseTitle(options)
+            : QFileInfo(QString::fromStdString(options.file)).completeBaseName().toStdString());
     TSeries& series = *graph.FindSeries(graph.AddSeries());
     if (kind == TFileKind::Text)
         LoadTextSeriesInto(graph, series, options);
+    else if (kind == TFileKind::Database)
+        LoadDatabaseInto(graph, series, options);
     else
         LoadSeriesFromFile(series, options.file);
 }
@@ -148,12 +165,14 @@ void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns
         ->group(group);
     command.add_flag("--explain", options.explain, "Say on standard error how the file is read")
         ->group(group);
+    AddDatabaseOptions(command, options);
     command.add_flag("--merge", options.merge, "Merge rows with equal X instead of keeping all")
         ->group(group);
 }
 
 void AddDataOptions(CLI::App& command, TDataOptions& options) {
-    command.add_option("DATA", options.file, "Data set (.lds), graph (.ltp) or text file")->required();
+    command.add_option("DATA", options.file, "Data set (.lds), graph (.ltp), text file or database")
+        ->required();
     AddCount(command, "--set", options.set, 1, "Data set of a graph file (the current one)");
     AddTextOptions(command, options.text);
 }
@@ -166,6 +185,9 @@ void AddDataSet(TxyGraph& graph, const TDataOptions& options) {
         TSeries& series = *graph.FindSeries(graph.AddSeries());
         if (kind == TFileKind::Text) {
             ReportSkippedRows(options, LoadTextData(series, options.file, options.text));
+            ApplyDefaultStyle(series);
+        } else if (kind == TFileKind::Database) {
+            ReportSkippedRows(options, LoadDatabaseData(series, options));
             ApplyDefaultStyle(series);
         } else {
             LoadSeriesFromFile(series, options.file);
@@ -208,8 +230,8 @@ std::unique_ptr<TGraphDocument> LoadGraph(const TDataOptions& options) {
 TSeries& ChosenSeries(TxyGraph& graph, const TDataOptions& options) {
     const int number = options.set.value_or(std::max(1, graph.Appearance()->CurrSerIndex()));
     TSeries* series = graph.FindSeries(number);
-    if (!series && graph.Series().empty()) throw EFileError(options.file + " holds no data set");
-    if (!series) throw EFileError(options.file + " holds no data set " + std::to_string(number));
+    if (!series && graph.Series().empty()) throw EFileError(ShownSource(options.file) + " holds no data set");
+    if (!series) throw EFileError(ShownSource(options.file) + " holds no data set " + std::to_string(number));
     return *series;
 }
 
@@ -219,7 +241,8 @@ TSeries& ChosenSeriesWhole(TxyGraph& graph, const TDataOptions& options) {
         TSilentProgress progress;
         LoadEveryRow(series, progress);
     } catch (const ELumoError& error) {
-        PrintMessage(options.file + ": what follows is " + RowsText(RowsOf(series)) + ": " + error.what());
+        PrintMessage(ShownSource(options.file) + ": what follows is " + RowsText(RowsOf(series)) + ": " +
+                     error.what());
     }
     return series;
 }

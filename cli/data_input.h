@@ -27,6 +27,10 @@ struct TTextOptions {
     std::string readAs;   ///< "other", or parts of a description; empty: as it is found
     bool explain = false; ///< one line on standard error tells how the file is read
     bool merge = false;   ///< rows with equal X become one point
+    std::string table;    ///< of a database
+    std::string query;    ///< of a database, in place of a table
+    std::string where;    ///< of a database
+    std::string orderBy;  ///< of a database
 };
 /// Whether --columns may name several Y columns, each for a data set of its own.
 enum class TYColumns { One, Several };

@@ -1,5 +1,7 @@
 #include "cli/file_kind.h"
 
+#include "cli/database_input.h"
+#include "sources/database/connection.h"
 #include "support/errors.h"
 
 #include <QFile>
@@ -51,10 +53,11 @@ std::optional<TFileKind> KindByExtension(const std::string& name) {
 TFileKind KindOfFile(const std::string& name) {
     const auto kind = KindByExtension(name);
     if (kind && kind != TFileKind::Text) return *kind;
+    if (IsConnection(name)) return TFileKind::Database;
     const std::string bytes = FirstBytes(name);
     for (const auto& [beginning, found] : kBeginnings)
         if (bytes.starts_with(beginning)) return found;
-    return TFileKind::Text;
+    return DatabaseKindOfFile(name) ? TFileKind::Database : TFileKind::Text;
 }
 
 } // namespace lumoplot

@@ -1,6 +1,7 @@
 // xydata: what the dialogs do, for scripts. Exit status: 0 done, 1 the work failed, 2 wrong usage.
 #include "cli/arguments.h"
 #include "cli/commands.h"
+#include "cli/database_input.h"
 #include "support/message_sink.h"
 
 #include <QString>
@@ -72,6 +73,7 @@ std::vector<std::string> ReversedArguments(int count, char** values) {
     const bool takesSigned = !arguments.empty() && TakesSignedValues(arguments[0]);
     for (std::size_t i = 1; takesSigned && i < arguments.size(); ++i)
         arguments[i] = WithHiddenSign(arguments[i]);
+    PutConnectionFirst(arguments);
     std::reverse(arguments.begin(), arguments.end());
     return arguments;
 }

@@ -21,6 +21,17 @@ constexpr TSectionRow<S> SourceRow(int key, const char* name) {
                [](S& series, TValue value) { std::invoke(Set, series.DataSourceInfo(), value); }>(key, name);
 }
 
+// A row of what is asked of a database; written where there is something.
+template <std::string TDatabaseWish::*Part>
+constexpr TSectionRow<S> DatabaseRow(int key, const char* name) {
+    return OptionalTextRow<S, [](const S& series) { return series.DataSourceInfo().Database().*Part; },
+                           [](S& series, const std::string& text) {
+                               TDatabaseWish wish = series.DataSourceInfo().Database();
+                               wish.*Part = text;
+                               series.DataSourceInfo().SetDatabase(wish);
+                           }>(key, name);
+}
+
 // A row of a composite record of the series' curve fit.
 template <auto Write, auto Read>
 constexpr TSectionRow<S> CurveFitRow(int key) {
@@ -127,6 +138,10 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         OptionalTextRow<S, &YErrorRuleText, &SetYErrorRuleText>(73, "YErrorRule"),
         Row<S, &S::XColExpr, &S::SetXColExpr>(46, "XColExpr"),
         Row<S, &S::YColExpr, &S::SetYColExpr>(47, "YColExpr"),
+        DatabaseRow<&TDatabaseWish::connection>(80, "DatabaseConnection"),
+        DatabaseRow<&TDatabaseWish::query>(81, "DatabaseQuery"),
+        DatabaseRow<&TDatabaseWish::where>(82, "DatabaseWhere"),
+        DatabaseRow<&TDatabaseWish::orderBy>(83, "DatabaseOrder"),
         Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),
         YErrorsRow(),
     };

@@ -6,6 +6,7 @@
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
+#include "sources/database/database_loader.h"
 #include "sources/text/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
@@ -15,6 +16,15 @@
 
 namespace lumoplot {
 namespace {
+
+// As it is when it is absolute or exists, else in the graph's data directory.
+std::string FileFor(const TSeries& series, const std::string& file) {
+    const QString name = QString::fromStdString(file);
+    const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
+    if (name.isEmpty() || directory.isEmpty() || QFileInfo(name).isAbsolute() || QFileInfo::exists(name))
+        return name.toStdString();
+    return QDir(directory).filePath(name).toStdString();
+}
 
 // A data-set file brings its own settings; what says where the points come from stays.
 bool LoadDataFile(TSeries& series) {
@@ -51,6 +61,8 @@ TTextReport ReadText(TSeries& series, TProgress& progress, const TLoadOptions& o
     text.budget = BudgetOf(series, options);
     text.rowLimit = info.AutoRowHitFreq() || info.IsSamplingChosen() ? 0 : options.MostRowsUnasked;
     text.wishes = series.TextWishes();
+    if (info.Kind() == TSourceKind::Database)
+        return LoadDatabaseSeries(series, ConnectionOf(series), text, progress);
     return LoadTextSeries(series, TextSourceOf(series), text, progress);
 }
 
@@ -94,7 +106,8 @@ bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& op
 bool LoadPoints(TSeries& series, TProgress& progress, const TLoadOptions& options) {
     switch (series.DataSourceInfo().Kind()) {
     case TSourceKind::TextFile:
-    case TSourceKind::LumoSheet: return LoadTextSource(series, progress, options);
+    case TSourceKind::LumoSheet:
+    case TSourceKind::Database: return LoadTextSource(series, progress, options);
     case TSourceKind::DataFile: return LoadDataFile(series);
     case TSourceKind::Manual: break;
     }
@@ -104,11 +117,12 @@ bool LoadPoints(TSeries& series, TProgress& progress, const TLoadOptions& option
 } // namespace
 
 std::string SourceFileOf(const TSeries& series) {
-    const QString name = QString::fromStdString(series.DataSourceInfo().SourceName());
-    const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
-    if (name.isEmpty() || directory.isEmpty() || QFileInfo(name).isAbsolute() || QFileInfo::exists(name))
-        return name.toStdString();
-    return QDir(directory).filePath(name).toStdString();
+    return FileFor(series, series.DataSourceInfo().SourceName());
+}
+
+std::string ConnectionOf(const TSeries& series) {
+    const std::string& connection = series.DataSourceInfo().Database().connection;
+    return IsServer(connection) ? connection : FileFor(series, connection);
 }
 
 bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& options) {

@@ -53,4 +53,7 @@ XYGRAPH_EXPORT void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TP
 /// The source's file: its name as it is when it is absolute or exists, else in the graph's data directory.
 XYGRAPH_EXPORT std::string SourceFileOf(const TSeries& series);
 
+/// The connection of a data set that a database feeds; a file's name is completed as SourceFileOf does.
+std::string ConnectionOf(const TSeries& series);
+
 } // namespace lumoplot

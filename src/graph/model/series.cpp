@@ -155,8 +155,9 @@ void TSeries::SetDuplicatesAllowed(bool value) {
 
 bool TSeries::HoldsSomeRows() const {
     const TDSInfo& source = DataSourceInfo();
-    const bool isText = source.Kind() == TSourceKind::TextFile || source.Kind() == TSourceKind::LumoSheet;
-    return isText && (m_isThinned || (source.AutoRowHitFreq() && source.RowSamplingFrequency() > 1));
+    const bool hasRows = source.Kind() == TSourceKind::TextFile || source.Kind() == TSourceKind::LumoSheet ||
+                         source.Kind() == TSourceKind::Database;
+    return hasRows && (m_isThinned || (source.AutoRowHitFreq() && source.RowSamplingFrequency() > 1));
 }
 
 bool TSeries::ShowsFigures() const {

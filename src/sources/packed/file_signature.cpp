@@ -15,8 +15,8 @@ constexpr const char* kSheet = "save the sheet as CSV and open that";
 constexpr TSignature kSignatures[] = {
     {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv,
      "a document of an office program (.xls, .doc): save its table as CSV and open that"},
-    {"SQLite format 3\0"sv, "a database (SQLite): export the table as CSV and open that"},
-    {"\0\1\0\0Standard "sv, "a database (.mdb, .accdb): export the table as CSV and open that"},
+    {"SQLite format 3\0"sv, "a database (SQLite): open it as one"},
+    {"\0\1\0\0Standard "sv, "a database (.mdb, .accdb): open it as one"},
     {"%PDF-"sv, "a document (PDF): copy its table into a text file and open that"},
     {"\x89PNG"sv, "a picture (PNG)"},
     {"\xFF\xD8\xFF"sv, "a picture (JPEG)"},

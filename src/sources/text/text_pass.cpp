@@ -145,7 +145,7 @@ void TTextPass::SinkPieces() {
     for (const TRowsPiece* piece : m_unsunk) {
         if (piece->count == 0) continue;
         m_report->rowsUsed += static_cast<std::int64_t>(piece->count);
-        (*m_sink)(std::span(piece->x).first(piece->count), std::span(piece->y).first(piece->count));
+        (*m_sink)(std::span(piece->x).first(piece->count), std::span(piece->y).first(piece->count), {});
     }
     m_unsunk.clear();
 }
