@@ -247,9 +247,10 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
 }
 
 TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
+    constexpr int kManyRows = 1200000; // that take longer than it takes to notice the user
     Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
     Show({"a"});
-    const QString file = WriteRows(300000, ";");
+    const QString file = WriteRows(kManyRows, ";");
     CancelNextWork();
     Wizard.AttachSource(file.toStdString());
     EXPECT_EQ(Current().Count(), 2);
@@ -258,10 +259,10 @@ TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
         EXPECT_EQ(Current().Count(), 2) << "asked once";
     }
     Click("btnReload");
-    EXPECT_EQ(Current().Count(), 300000);
+    EXPECT_EQ(Current().Count(), kManyRows);
     CancelNextWork();
     Click("btnReload");
-    EXPECT_EQ(Current().Count(), 300000);
+    EXPECT_EQ(Current().Count(), kManyRows);
 }
 
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
