@@ -40,8 +40,10 @@ void SetFitRun(S& series, const std::string& text) {
     series.CurveFit().RestoreRunState(FitRunOf(text));
 }
 
+// One that was taken back is not to be run again where the file is opened.
 bool HasFitRun(const S& series) {
-    return series.CurveFit().Result() || !series.CurveFit().FitError().empty();
+    const TCurFit& fit = series.CurveFit();
+    return fit.Result() || !fit.FitError().empty() || (fit.ShowsResult() && !fit.IsStale());
 }
 
 // The run was on the points, and means nothing without them.
