@@ -247,7 +247,7 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
 }
 
 TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
-    constexpr int kManyRows = 1200000; // that take longer than it takes to notice the user
+    constexpr int kManyRows = 300000;
     Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
     Show({"a"});
     const QString file = WriteRows(kManyRows, ";");
