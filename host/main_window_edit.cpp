@@ -74,8 +74,12 @@ void TMainWindow::EditData() {
 void TMainWindow::RunEditor(const QString& sourceFile) {
     QDir().mkpath(m_document->TemplateFolder());
     QString templateName = m_document->TemplateName();
+    // A template that can not be saved is told when the graph has been written back, and takes nothing back.
     Change(tr("edit data"), [&] {
-        if (m_editor.EditGraph(Graph(), templateName, sourceFile)) m_document->SetTemplateName(templateName);
+        Guarded([&] {
+            const bool isEdited = m_editor.EditGraph(Graph(), templateName, sourceFile);
+            if (isEdited) m_document->SetTemplateName(templateName);
+        });
     });
 }
 

@@ -65,19 +65,16 @@ void WhenModal(std::function<void(TWindow&)> action) {
     timer->start(10);
 }
 
-/// Closes the window of the next long work as soon as that lets it, as its Cancel button does.
+/// Closes the window of the next long work, as its Cancel button does, when that looks at its events for the
+/// first time.
 inline void CancelNextWork() {
-    auto* timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, qApp, [timer] {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (!qobject_cast<QDialog*>(window) || !window->findChild<QProgressBar*>()) continue;
-            timer->stop();
-            timer->deleteLater();
-            window->close();
-            return;
-        }
-    });
-    timer->start(0);
+    const auto cancel = [] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (qobject_cast<QDialog*>(window) && window->findChild<QProgressBar*>())
+                return static_cast<void>(window->close());
+        QTimer::singleShot(1, qApp, &CancelNextWork);
+    };
+    QMetaObject::invokeMethod(qApp, cancel, Qt::QueuedConnection);
 }
 
 /// Types a file name into a file dialog and accepts it by its button.

@@ -74,6 +74,21 @@ TEST_F(GraphWork, DefaultOfTheEditorIsTheLookOfNewGraphs) {
     EXPECT_EQ(Graph().Appearance()->GraphTitle(), "");
 }
 
+TEST_F(GraphWork, ADefaultThatCanNotBeSavedTakesNoEditBack) {
+    Write("templates", "a file where the folder should be");
+    InEditor([](QDialog& dialog) {
+        Type(dialog, "e_SeriesName", QStringLiteral("renamed"));
+        Click(dialog, "btnSetDefault");
+    });
+    Press(Qt::Key_D); // the sink says Yes
+    ASSERT_EQ(Sink.Texts.size(), 2u);
+    EXPECT_TRUE(Sink.Texts[1].starts_with("Can not save to file ")) << Sink.Texts[1];
+    EXPECT_EQ(First().SeriesName(), "renamed");
+    EXPECT_TRUE(Window->isWindowModified());
+    Press(Qt::Key_Z);
+    EXPECT_NE(First().SeriesName(), "renamed");
+}
+
 TEST_F(GraphWork, BrokenDefaultTemplateIsToldAndNotUsed) {
     QDir().mkpath(PathOf("templates"));
     Write("templates/default.ltp", "nothing of a graph");

@@ -75,8 +75,10 @@ constexpr TSectionRow<S> YErrorsRow() {
             }};
 }
 
+// One that was taken back is not to be run again where the file is opened.
 bool HasFitRun(const S& series) {
-    return series.CurveFit().Result() || !series.CurveFit().FitError().empty();
+    const TCurFit& fit = series.CurveFit();
+    return fit.Result() || !fit.FitError().empty() || (fit.ShowsResult() && !fit.IsStale());
 }
 
 // What belongs to the points means nothing without them.

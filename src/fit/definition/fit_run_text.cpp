@@ -13,6 +13,7 @@ namespace lumoplot {
 namespace {
 
 constexpr std::size_t kHeadLength = 4; // "1 R "
+constexpr std::string_view kTakenBack = "1 N";
 constexpr int kMostVaried = 1000;
 
 /// Words apart by blanks; after one that is no such number all others are missing too.
@@ -115,12 +116,13 @@ std::shared_ptr<const TFitResult> ResultOf(std::string_view text) {
 std::string FitRunText(const TFitRunState& state) {
     const std::string age = state.Stale ? "0 " : "1 ";
     if (!state.Error.empty()) return age + "F " + state.Error;
-    return state.Result ? age + "R " + ResultText(*state.Result) : std::string();
+    if (state.Result) return age + "R " + ResultText(*state.Result);
+    return state.Stale ? std::string() : std::string(kTakenBack);
 }
 
 TFitRunState FitRunOf(std::string_view text) {
     TFitRunState state;
-    state.Stale = true;
+    state.Stale = text != kTakenBack;
     if (text.size() <= kHeadLength || !(text.starts_with("0 ") || text.starts_with("1 "))) return state;
     const std::string_view kind = text.substr(2, 2);
     if (kind == "F ") state.Error = text.substr(kHeadLength);

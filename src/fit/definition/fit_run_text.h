@@ -10,7 +10,7 @@ namespace lumoplot {
 
 /// "1 R …" with how the run ended, its figures and the covariance, then its remarks, each on a line of its
 /// own, or "1 F …" with why it was not possible; the first digit is 0 for a run since which something has
-/// changed. Empty when there was none.
+/// changed. "1 N" for one that was taken back and is not pending; empty when there was none.
 std::string FitRunText(const TFitRunState& state);
 /// What a text of FitRunText says; stale and without a run for any other text.
 TFitRunState FitRunOf(std::string_view text);

@@ -16,7 +16,7 @@ inline constexpr int kFilteringPage = 4;
 
 /// What a step may change, filed or not.
 struct TWholeState {
-    TBytes File;
+    TBytes File; ///< in which no fit is pending
     int CurrentMark = 0;
     std::vector<TFitRunState> Fits;
     std::vector<TSourceRows> Rows;
@@ -84,14 +84,18 @@ protected:
 
     TWholeState State() {
         QCoreApplication::processEvents();
-        TWholeState state{FileOf(Graph), Graph.Marks().CurrentID(), {}, {}, {}, {}, {}};
+        TWholeState state{{}, Graph.Marks().CurrentID(), {}, {}, {}, {}, {}};
         for (const auto& series : Graph.Series()) {
             state.Fits.push_back(series->CurveFit().RunState());
+            series->CurveFit().RestoreRunState(state.WithoutPendingFits().Fits.back());
             state.Rows.push_back(series->SourceRows());
             state.Wishes.push_back(series->TextWishes());
             state.Flags.push_back(series->IsThinned());
             state.Flags.push_back(series->DataSourceInfo().NeedsReload());
         }
+        state.File = FileOf(Graph);
+        for (std::size_t i = 0; i < state.Fits.size(); ++i)
+            Graph.Series()[i]->CurveFit().RestoreRunState(state.Fits[i]);
         const QAbstractItemModel& grid = *Find<QTableView>("grid").model();
         for (int i = 0; i < 2 * grid.rowCount(); ++i)
             state.Cells.append(grid.index(i / 2, i % 2).data().toString());

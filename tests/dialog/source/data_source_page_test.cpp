@@ -249,9 +249,10 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
 }
 
 TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
+    constexpr int kManyRows = 300000;
     Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
     Show({"a"});
-    const QString file = WriteRows(300000, ";");
+    const QString file = WriteRows(kManyRows, ";");
     CancelNextWork();
     Wizard.AttachSource(file.toStdString());
     EXPECT_EQ(Current().Count(), 2);
@@ -260,10 +261,10 @@ TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
         EXPECT_EQ(Current().Count(), 2) << "asked once";
     }
     Click("btnReload");
-    EXPECT_EQ(Current().Count(), 300000);
+    EXPECT_EQ(Current().Count(), kManyRows);
     CancelNextWork();
     Click("btnReload");
-    EXPECT_EQ(Current().Count(), 300000);
+    EXPECT_EQ(Current().Count(), kManyRows);
 }
 
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {

@@ -188,9 +188,9 @@ void ExpectSameRun(const TCurFit& expected, TSeries& copy) {
 
 TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
     const std::function<void()> ends[] = {
-        [this] { m_graph->PrepareForDrawing(); },
-        [this] { RunAndCancel(*m_graph, Fit()); },
+        [this] { m_graph->PrepareForDrawing(); }, [this] { RunAndCancel(*m_graph, Fit()); },
         [this] { Fit().SetExpression("a*(x"), m_graph->PrepareForDrawing(); },
+        [this] { Fit().RestoreRunState({}); }, // taken back
     };
     Fit().SetStatus(TFitStatus::FinalResult);
     for (const auto& end : ends) {
