@@ -73,6 +73,15 @@ void FirstFrame(benchmark::State& state, TCurve curve) {
     }
 }
 
+/// 100,000 points, each with an error bar; the argument tells how many pixels high.
+void ErrorBars(benchmark::State& state) {
+    TxyGraph graph;
+    TSeries& series = AddSeries(graph);
+    Fill(series, 100000, TCurve::Smooth);
+    series.SetYErrors(std::vector<double>(100000, 0.005 * static_cast<double>(state.range(0))));
+    Frames(state, graph);
+}
+
 void TenSeriesWithPoints(benchmark::State& state) {
     TxyGraph graph;
     for (int k = 0; k < 10; ++k) {
@@ -113,6 +122,7 @@ BENCHMARK_CAPTURE(FirstFrame, noisy, TCurve::Noisy)->Unit(benchmark::kMillisecon
 BENCHMARK_CAPTURE(FirstFrame, smooth, TCurve::Smooth)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(OneLine, noisy, TCurve::Noisy)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(OneLine, smooth, TCurve::Smooth)->Arg(1)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
+BENCHMARK(ErrorBars)->Arg(1)->Arg(100)->Unit(benchmark::kMillisecond);
 BENCHMARK(TenSeriesWithPoints)->Arg(6)->Arg(12)->Unit(benchmark::kMillisecond);
 BENCHMARK(Export)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 

@@ -48,9 +48,10 @@ def font(size):
 
 def data_set(points, name="data", look=None, record=None):
     style = {2: True, 3: False, 5: BLUE, 6: BLUE, 18: 1, 19: 2, 10: 7, 8: 1} | (look or {})
-    block = item(" 1S") + item(len(points)) + item(" 2S") + item(2) + item("S")
-    block += b"".join(item(float(x)) + item(float(y)) for x, y in points)
-    described = {1: name, 3: True} | (record or {})
+    entries = len(points[0])  # X, Y and, where there is one, the standard error of Y
+    block = item(" 1S") + item(len(points)) + item(" 2S") + item(entries) + item("S")
+    block += b"".join(item(float(value)) for point in points for value in point)
+    described = {1: name, 3: True} | ({72: True} if entries == 3 else {}) | (record or {})
     return (section("Series", style, "") +
             b"".join(entry(key, value) for key, value in described.items()) +
             item("EndOfSection 0S") + item(False) + block)
@@ -149,7 +150,17 @@ def times():
               {1: "Signal"})
 
 
-ALL = (frame, offsets, decades, left_out, reversed_axis, legend_of_thirty, crowd, letters, times)
+def errors():
+    chance = random.Random(5)
+    points = []
+    for t in range(0, 20):
+        counts = max(1, round(400 * math.exp(-t / 3.5) + chance.gauss(0, 1) * 3))
+        points.append((t, counts, max(counts ** 0.5, 2.5)))
+    graph("error-bars", [data_set(points, look={2: False, 3: True})], "Counts and their standard errors",
+          {1: "Time / min"}, {1: "Counts", 5: True})
+
+
+ALL = (errors, frame, offsets, decades, left_out, reversed_axis, legend_of_thirty, crowd, letters, times)
 
 if __name__ == "__main__":
     for make in ALL:

@@ -39,6 +39,9 @@ TDrawnExtent WalkedExtent(const TSeries& series, bool logX, bool logY) {
             if (isLost) continue;
             extent.X.Take(run.X[i]);
             extent.Y.Take(run.Y[i]);
+            if (run.YErrors.empty()) continue;
+            for (const double end : {run.Y[i] - run.YErrors[i], run.Y[i] + run.YErrors[i]})
+                if (std::isfinite(end) && (!logY || end > 0)) extent.Y.Take(end);
         }
     });
     return extent;
@@ -69,7 +72,7 @@ TDrawnExtent TDrawnExtents::Of(const TSeries& series) {
     const bool logX = series.Graph().XAxis()->LogScale();
     const bool logY = series.YAxisOfSeries()->LogScale();
     const TSeries* xSeries = XSeriesOf(series);
-    if (!xSeries)
+    if (!xSeries && !series.HasYErrors())
         if (const auto known = KnownExtent(series, logX, logY)) return *known;
     const TKey key{series.DataStamp(), xSeries ? xSeries->DataStamp() : 0, logX, logY};
     const auto found = std::ranges::find(m_kept, key, &TKept::Key);

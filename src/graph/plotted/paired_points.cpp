@@ -33,7 +33,7 @@ bool TDrawnPoints::NextRun() {
     if (m_xSeries) count = std::min(count, m_xReader.Ready());
     if (count == 0) return false;
     const TPointSpans own = m_reader.Take(count);
-    m_run = {own.Ids, own.X, Corrected(m_series, own, m_y)};
+    m_run = {own.Ids, own.X, Corrected(m_series, own, m_y), own.YErrors};
     if (m_xSeries) m_run.X = Corrected(*m_xSeries, m_xReader.Take(count), m_x);
     return true;
 }

@@ -40,7 +40,8 @@ public:
         return {block.Ids.subspan(start, count),
                 block.X.subspan(start, count),
                 block.Y.subspan(start, count),
-                {}};
+                {},
+                block.YErrors.empty() ? block.YErrors : block.YErrors.subspan(start, count)};
     }
 
 private:
@@ -53,7 +54,8 @@ private:
 struct TDrawnRun {
     std::span<const std::int32_t> Ids;
     std::span<const double> X;
-    std::span<const double> Y; ///< corrected
+    std::span<const double> Y;       ///< corrected
+    std::span<const double> YErrors; ///< its standard errors, 0 where there is none; may be empty
 };
 
 /// Hands over the points that a data set is drawn with, in order, in runs of at most kLength. With an X data

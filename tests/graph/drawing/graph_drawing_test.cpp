@@ -271,6 +271,30 @@ TEST_F(TGraphDrawing, AutomaticTitlesNameTheOnlyDataSet) {
     EXPECT_EQ(TitleOf(*m_graph.YAxis()), QStringLiteral("Mine"));
 }
 
+TEST_F(TGraphDrawing, AFrameWithTicksInsideHasThemOnSidesWithoutAnAxis) {
+    Add({{0, 0}, {10, 100}});
+    const auto linesFromRight = [&] {
+        const QRectF plot = Layout().Plot();
+        TRecordingDevice device;
+        QPainter painter(&device);
+        DrawGraph(painter, m_graph, kPanel);
+        return std::ranges::count_if(device.Record().Lines, [&](const TRecordedLine& line) {
+            return line.Points.size() == 2 && line.Points[0].y() == line.Points[1].y() &&
+                   std::abs(line.Points[0].x() - plot.right()) < 1 && line.Points[1].x() < plot.right() &&
+                   line.Points[1].x() > plot.right() - 10;
+        });
+    };
+    m_graph.Appearance()->SetShowFrame(true);
+    EXPECT_EQ(linesFromRight(), 0);
+    m_graph.Appearance()->SetTicksInside(true);
+    EXPECT_GT(linesFromRight(), 5);
+    m_graph.YAxis_Second()->SetShowAxis(true);
+    m_graph.YAxis_Second()->SetMax(3); // other ticks
+    const auto ofBoth = linesFromRight();
+    m_graph.YAxis()->SetShowAxis(false);
+    EXPECT_EQ(linesFromRight(), ofBoth) << "those of the second axis alone";
+}
+
 TEST_F(TGraphDrawing, AxesCrossWhereTheirOffsetSays) {
     Add({{0, 0}, {10, 10}});
     TAxis& y = *m_graph.YAxis();

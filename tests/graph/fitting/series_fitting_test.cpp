@@ -57,6 +57,23 @@ TEST_F(SeriesFitting, PreparingFitsTheCorrectedYOnce) {
     EXPECT_EQ(Fit().Result(), before);
 }
 
+TEST_F(SeriesFitting, LongRegressionsFollowThePicture) {
+    Fit().SetStatus(TFitStatus::None);
+    m_series.SetRegressionType(TRegressionType::RobustLine);
+    m_graph->grab();
+    EXPECT_FALSE(m_series.RegressionStale()) << "a short one is there at once";
+    m_series.SetDuplicatesAllowed(true);
+    for (int i = 0; i < 30000; ++i) m_series.AddPoint(20 + i, i);
+    m_graph->grab();
+    EXPECT_TRUE(m_series.RegressionStale());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_series.RegressionStale(); }));
+    EXPECT_TRUE(m_graph->RepaintRequested());
+    EXPECT_NE(m_series.RegressionLine(), nullptr);
+    m_series.AddPoint(40000, 0);
+    m_graph->PrepareForDrawing(); // for a file or paper
+    EXPECT_FALSE(m_series.RegressionStale());
+}
+
 TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
     Fit().SetStatus(TFitStatus::FinalResult);
     const std::function<void()> changes[] = {

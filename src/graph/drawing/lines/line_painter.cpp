@@ -14,6 +14,7 @@ namespace {
 constexpr double kSteepLength = 6;
 constexpr double kFillingCorners = 2.5;
 constexpr double kFewCorners = 8;
+constexpr double kThinLine = 1.5;  // pixels; wider ones fill with fewer corners a column
 constexpr double kPieceWidth = 32; // columns that are judged together
 constexpr std::size_t kMostCorners = 400;
 constexpr double kCloudRuns = 30; // times that a cloud runs through its width, one way or the other
@@ -35,7 +36,7 @@ struct TPiece {
 
 // Takes corners as long as they go on to the same side: what lies between the lowest and the highest place of
 // a column is covered only where the line goes through the column once.
-TPiece NextPiece(std::span<const QPointF> line, std::size_t first) {
+TPiece NextPiece(std::span<const QPointF> line, std::size_t first, double width) {
     std::size_t last = first;
     double length = 0;
     const double start = line[first].x();
@@ -50,16 +51,17 @@ TPiece NextPiece(std::span<const QPointF> line, std::size_t first) {
     }
     const double columns = std::abs(line[last].x() - start) + 1;
     const auto corners = static_cast<double>(last - first);
-    const bool fills =
-        corners > kFewCorners && length > kSteepLength * columns && corners > kFillingCorners * columns;
+    const double overlap = std::max(1.0, width / kThinLine);
+    const bool fills = corners > kFewCorners && length > kSteepLength * overlap * columns &&
+                       corners * overlap > kFillingCorners * columns;
     return {first, last, fills ? TPieceKind::Area : TPieceKind::Stroke, length};
 }
 
 // Neighbouring strokes become one; areas stay apart, since filling one costs the square of its columns.
-std::vector<TPiece> PiecesOf(std::span<const QPointF> line) {
+std::vector<TPiece> PiecesOf(std::span<const QPointF> line, double width) {
     std::vector<TPiece> pieces;
     for (std::size_t first = 0; first + 1 < line.size(); first = pieces.back().Last) {
-        const TPiece piece = NextPiece(line, first);
+        const TPiece piece = NextPiece(line, first, width);
         const bool joins =
             !pieces.empty() && pieces.back().Kind == TPieceKind::Stroke && piece.Kind == TPieceKind::Stroke;
         if (!joins) {
@@ -92,7 +94,7 @@ public:
     void Take(std::span<const QPointF> line) {
         if (line.size() == 1) return Stroke(line, 0);
         double before = 0;
-        for (const TPiece& piece : PiecesOf(line)) {
+        for (const TPiece& piece : PiecesOf(line, m_width)) {
             const auto corners = line.subspan(piece.First, piece.Last - piece.First + 1);
             if (piece.Kind == TPieceKind::Area)
                 CoverArea(corners);

@@ -5,6 +5,7 @@
 #include "graph/drawing/lines/series_positions.h"
 #include "graph/drawing/lines/symbol_cloud.h"
 #include "graph/drawing/picture/curve_painter.h"
+#include "graph/drawing/picture/error_bars.h"
 #include "graph/drawing/picture/regression_painter.h"
 #include "graph/model/graph.h"
 
@@ -39,6 +40,7 @@ void DrawSeries(const TCanvas& canvas, const TSeries& series, const TGraphLayout
     const TScaleMap yMap = MapOf(*series.YAxisOfSeries(), plot);
     const TSeriesPositions positions(series, xMap, yMap);
     DrawBounds(canvas, series, layout);
+    DrawErrorBars(canvas, series, layout, visible);
     if (series.LinesShown()) DrawLine(canvas, series, positions, visible);
     if (series.PointsShown()) DrawPoints(canvas, series, positions, visible);
     DrawRegression(canvas, series, layout, visible);
