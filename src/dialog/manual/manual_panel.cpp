@@ -47,10 +47,10 @@ void TManualPanel::ConnectControls() {
         m_context.Session().Change("X format of " + series.SeriesName(),
                                    [&] { series.DataSourceInfo().SetXFormat(format); });
     });
-    connect(m_ui->cb_ManualYErrors, &QCheckBox::clicked, this, [this](bool on) {
+    connect(m_ui->cb_ManualYErrors, &QCheckBox::clicked, this, [this](bool shown) {
         m_ui->grid->FinishEditing();
         const QModelIndex cell = m_ui->grid->currentIndex();
-        m_points.ShowYErrors(on);
+        m_points.ShowYErrors(shown);
         m_ui->grid->GoTo(cell.row(), std::min(cell.column(), m_points.columnCount() - 1));
         ShowState();
     });

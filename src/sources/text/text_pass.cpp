@@ -112,8 +112,8 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
 // Has the plain rows of the window read by several threads, which hand on meanwhile what they read before.
 void TTextPass::ShareRows(const TTextWindow& window, const char* text) {
     m_pieces = {};
-    const bool isEachRow = m_frequency == 1 && !m_byX && !m_changes && m_columns.empty() && m_yErrors.empty() &&
-                           m_lastRow == std::numeric_limits<std::int64_t>::max();
+    const bool isEachRow = m_frequency == 1 && !m_byX && !m_changes && m_columns.empty() &&
+                           m_yErrors.empty() && m_lastRow == std::numeric_limits<std::int64_t>::max();
     const bool isPlain = m_fastRows.IsPossible() && m_format.xColumn >= 0 && !m_hasQuotes;
     const bool isWorthIt = m_linesEnd - text >= TSharedRows::kLeastText &&
                            (m_shared || window.TextEnd() == TTextEnd::More) && ProcessorCount() > 1;

@@ -85,7 +85,7 @@ TEST_P(EachReadyFunction, RecoversItsParametersFromItsOwnEstimate) {
 
 INSTANTIATE_TEST_SUITE_P(ReadyFunctions, EachReadyFunction,
                          testing::Range(std::size_t{0}, ReadyFunctions().size()),
-                         [](const auto& info) { return std::string(ReadyFunctions()[info.param].Name); });
+                         [](const auto& each) { return std::string(ReadyFunctions()[each.param].Name); });
 
 TEST(ReadyFunctions, AreDescribedAndTellEachOtherApart) {
     std::set<std::string> names;

@@ -11,7 +11,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr QRectF kPage(0, 0, 640, 480);
+constexpr QRectF kSheet(0, 0, 640, 480);
 constexpr TColor kBarColor = 0x123456;
 
 class ErrorBars : public testing::Test {
@@ -29,7 +29,7 @@ protected:
         Graph.grab();
         TRecordingDevice device;
         QPainter painter(&device);
-        DrawGraph(painter, Graph, kPage);
+        DrawGraph(painter, Graph, kSheet);
         std::vector<QLineF> bars;
         for (const TRecordedLine& line : device.Record().Lines)
             if (line.Points.size() == 2 && line.Pen.color() == QColor(0x56, 0x34, 0x12))
@@ -88,7 +88,9 @@ TEST_F(ErrorBars, VeryManyAreFewerShapesInAFile) {
     }
     const double length = Map().Y.Position(0) - Map().Y.Position(0.2);
     for (const auto& [x, most] : longest)
-        if (x > Map().X.Position(100) && x < Map().X.Position(29900)) EXPECT_GE(most, length - 1) << x;
+        if (x > Map().X.Position(100) && x < Map().X.Position(29900)) {
+            EXPECT_GE(most, length - 1) << x;
+        }
 }
 
 } // namespace

@@ -90,15 +90,15 @@ TEST_F(SeriesSupplier, ErrorsStayWithTheirRowsWhenRowsAreLeftOut) {
     for (int i = 1; i <= 5000; ++i)
         text += std::to_string(i) + "," + std::to_string(2 * i) + "," + std::to_string(3 * i) + "\n";
     const std::string file = Write(text);
-    TDSInfo& info = series.DataSourceInfo();
-    info.SetYErrorRule({TYErrorKind::Column, 0, "3"});
-    info.SetXDataColumn("1");
-    info.SetYDataColumn("2");
+    TDSInfo& choices = series.DataSourceInfo();
+    choices.SetYErrorRule({TYErrorKind::Column, 0, "3"});
+    choices.SetXDataColumn("1");
+    choices.SetYDataColumn("2");
     for (const TRowChoice choice : {TRowChoice::ByNumber, TRowChoice::ByX}) {
-        info.SetRowChoiceMode(choice);
-        info.SetRowChoiceValue1(100);
-        info.SetRowChoiceValue2(4500);
-        info.SetRowSamplingFrequency(7);
+        choices.SetRowChoiceMode(choice);
+        choices.SetRowChoiceValue1(100);
+        choices.SetRowChoiceValue2(4500);
+        choices.SetRowSamplingFrequency(7);
         LoadSeries(file);
         EXPECT_GT(series.Count(), 600);
         for (auto point = series.First(); point; point = point.Next())
