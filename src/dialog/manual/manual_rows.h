@@ -21,7 +21,7 @@ struct TManualRow {
     std::size_t Point = kNew; ///< place of the row's point among all points, kNew without one
     QString X;
     QString Y;
-    QString YError; ///< the standard error of Y; an empty text for none
+    QString YError = {}; ///< the standard error of Y; an empty text for none
 
     bool IsEmpty() const {
         return Point == kNew && X.trimmed().isEmpty() && Y.trimmed().isEmpty() && YError.trimmed().isEmpty();
