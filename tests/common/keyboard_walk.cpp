@@ -28,6 +28,8 @@ bool IsInside(const QWidget& control) {
     const QWidget* parent = control.parentWidget();
     if (qobject_cast<const QHeaderView*>(&control) || control.objectName().startsWith(QLatin1String("qt_")))
         return true;
+    // What a tool bar has, the menus have too.
+    if (parent && parent->inherits("QToolBar") && qobject_cast<const QAbstractButton*>(&control)) return true;
     return parent &&
            (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent) ||
             qobject_cast<const QLineEdit*>(parent) || qobject_cast<const QTabBar*>(parent) ||

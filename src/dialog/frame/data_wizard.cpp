@@ -99,14 +99,13 @@ void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QSt
     m_pages.push_back(page);
 }
 
-// Where captions share a letter the tabs have it, whose letters are not drawn elsewhere. Cancel has Esc.
+// Where captions share a letter the tabs have it. Cancel has Esc, and its letter where there are no tabs.
 void TxyDataWizard::OrderKeys() {
     KeepOpenOnReturn(*this);
     OfferFilter(*m_ui->cbx_DataSets);
     m_ui->btnDelete->SetKeyedCaption(QStringLiteral("De&lete"));
     m_ui->btnReverse->SetKeyedCaption(QStringLiteral("I"));
     m_ui->btnSetDefault->SetKeyedCaption(QStringLiteral("Set as Default and Cl&ose"));
-    m_ui->btnCancel->SetKeyedCaption(QStringLiteral("Cancel"));
     GiveWayToFrame();
     for (QPushButton* button : std::initializer_list<QPushButton*>{
              m_ui->btnNew, m_ui->btnDelete, m_ui->btnImport, m_ui->btnExport, m_ui->btnDuplicate,
@@ -216,6 +215,8 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     m_previewMode = preview;
     m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
     m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
+    // The tab with the same letter is not there then.
+    m_ui->btnCancel->SetKeyedCaption(preview ? QStringLiteral("&Cancel") : QStringLiteral("Cancel"));
     m_workGraph->setVisible(preview);
     if (!leaving) return;
     m_editBar->ShowZoom();
