@@ -114,6 +114,10 @@ private:
             other.shortTimes == first.shortTimes && other.fields == first.fields &&
             other.separators == first.separators && other.quotes == first.quotes)
             return false;
+        // Other columns of the same table are not another understanding of the row.
+        const bool isSameTable = other.separators == first.separators && other.quotes == first.quotes &&
+                                 other.fields == first.fields;
+        if (isSameTable && (other.xColumn != first.xColumn || other.yColumn != first.yColumn)) return false;
         return CountRead(other, report.oddRows) > CountRead(first, report.oddRows);
     }
 

@@ -26,9 +26,13 @@ std::string Gzip(const std::string& text) {
     return packed;
 }
 
+// With a checksum, without which damage may go unseen.
 std::string Zstandard(const std::string& text) {
+    ZSTD_CCtx* context = ZSTD_createCCtx();
+    ZSTD_CCtx_setParameter(context, ZSTD_c_checksumFlag, 1);
     std::string packed(ZSTD_compressBound(text.size()), '\0');
-    packed.resize(ZSTD_compress(packed.data(), packed.size(), text.data(), text.size(), 3));
+    packed.resize(ZSTD_compress2(context, packed.data(), packed.size(), text.data(), text.size()));
+    ZSTD_freeCCtx(context);
     return packed;
 }
 
