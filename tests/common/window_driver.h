@@ -7,7 +7,6 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -70,8 +69,7 @@ void WhenModal(std::function<void(TWindow&)> action) {
 inline void CancelNextWork() {
     const auto cancel = [] {
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (qobject_cast<QDialog*>(window) && window->findChild<QProgressBar*>())
-                return static_cast<void>(window->close());
+            if (window->inherits("lumoplot::TStepWindow")) return static_cast<void>(window->close());
         QTimer::singleShot(1, qApp, &CancelNextWork);
     };
     QMetaObject::invokeMethod(qApp, cancel, Qt::QueuedConnection);

@@ -248,6 +248,25 @@ TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
         << "a message leads to its row";
 }
 
+TEST_F(TDataSourcePageTest, ALoadingThatIsCancelledKeepsThePoints) {
+    constexpr int kManyRows = 300000;
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"a"});
+    const QString file = WriteRows(kManyRows, ";");
+    CancelNextWork();
+    Wizard.AttachSource(file.toStdString());
+    EXPECT_EQ(Current().Count(), 2);
+    for (const int page : {TxyDataWizard::kGeneralPage, TxyDataWizard::kDataSourcePage}) {
+        Find<QTabWidget>("tabs").setCurrentIndex(page);
+        EXPECT_EQ(Current().Count(), 2) << "asked once";
+    }
+    Click("btnReload");
+    EXPECT_EQ(Current().Count(), kManyRows);
+    CancelNextWork();
+    Click("btnReload");
+    EXPECT_EQ(Current().Count(), kManyRows);
+}
+
 TEST_F(TDataSourcePageTest, MergedReplicatesAreToldAndKeptByOneClick) {
     ShowFile(TextFile("replicates.csv"));
     const int merged = Current().Count();
