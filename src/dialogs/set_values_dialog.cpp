@@ -4,6 +4,8 @@
 #include "controls/return_key.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
+#include "expr/formula_hints.h"
+#include "fit/definition/cur_fit.h"
 #include "graph/model/graph.h"
 #include "support/errors.h"
 #include "support/guard.h"
@@ -97,6 +99,10 @@ Txy_SetValues::~Txy_SetValues() = default;
 void Txy_SetValues::ConnectControls() {
     connect(m_ui->e_Formula, &QLineEdit::textChanged, this, [this] { ShowFirstValues(); });
     connect(m_ui->rb_Range, &QRadioButton::toggled, this, [this] { ShowFirstValues(); });
+    connect(m_ui->btnRewrite, &QPushButton::clicked, this, [this] {
+        m_ui->e_Formula->setFocus();
+        m_ui->e_Formula->setText(QString(m_rewritten));
+    });
     for (QLineEdit* edit : {m_ui->e_From, m_ui->e_To}) {
         connect(edit, &QLineEdit::textEdited, this, [this] { m_ui->rb_Range->setChecked(true); });
         connect(edit, &QLineEdit::textChanged, this, [this] { ShowFirstValues(); });
@@ -141,7 +147,11 @@ std::optional<TXRange> Txy_SetValues::Range() const {
 }
 
 void Txy_SetValues::ShowFirstValues() {
-    const std::string formula = m_ui->e_Formula->text().toStdString();
+    ShowValuesOf(m_ui->e_Formula->text().toStdString());
+    ShowHint(m_ui->e_Formula->text().toStdString());
+}
+
+void Txy_SetValues::ShowValuesOf(const std::string& formula) {
     try {
         if (Trimmed(formula).empty()) return ShowProblem({});
         const std::optional<TXRange> range = Range();
@@ -156,6 +166,35 @@ void Txy_SetValues::ShowFirstValues() {
     } catch (const ELumoError& error) {
         ShowProblem(QString::fromUtf8(error.what()));
     }
+}
+
+// A sign that takes part in a power, or the name of a function that is called otherwise here.
+void Txy_SetValues::ShowHint(const std::string& formula) {
+    OfferRewriting({}, {});
+    TCurFit words; // none but those of the language
+    const auto add = [this](const std::string& text) {
+        const QString told = m_ui->lblFormulaError->text();
+        m_ui->lblFormulaError->setText((told.isEmpty() ? told : told + QStringLiteral(": ")) +
+                                       QString::fromStdString(text));
+    };
+    if (const auto name = FindNameHint(formula, words)) {
+        add(name->Text());
+        if (name->Nearest.empty()) return;
+        std::string rewritten = formula;
+        rewritten.replace(name->Place, name->Name.size(), name->Nearest.front());
+        return OfferRewriting("Use " + name->Nearest.front(), rewritten);
+    }
+    const auto sign = FindSignHint(formula);
+    if (!sign || !m_ui->lblFormulaError->text().isEmpty()) return;
+    add(sign->Text);
+    OfferRewriting("Rewrite", sign->Rewritten);
+}
+
+void Txy_SetValues::OfferRewriting(const std::string& caption, const std::string& formula) {
+    m_rewritten = QString::fromStdString(formula);
+    m_ui->btnRewrite->setText(QString::fromStdString(caption));
+    m_ui->btnRewrite->setToolTip(m_rewritten);
+    m_ui->btnRewrite->setVisible(!m_rewritten.isEmpty());
 }
 
 void Txy_SetValues::ShowProblem(const QString& text) {

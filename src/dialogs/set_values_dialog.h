@@ -32,7 +32,10 @@ private:
     void ConnectControls();
     void ListVariables();
     void ShowFirstValues();
+    void ShowValuesOf(const std::string& formula);
     void ShowProblem(const QString& text);
+    void ShowHint(const std::string& formula);
+    void OfferRewriting(const std::string& caption, const std::string& formula);
     void FillTable(const TNewValues& values);
     void InsertVariable(const QString& entry);
     /// The range of X, nothing for all points. Throws EConvertError.
@@ -40,6 +43,7 @@ private:
 
     TSeries& m_series;
     std::unique_ptr<Ui::Txy_SetValues> m_ui;
+    QString m_rewritten; ///< the formula as it was probably meant
     QElapsedTimer m_lastInserted;
     QString m_lastVariable;
 };

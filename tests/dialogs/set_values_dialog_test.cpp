@@ -64,6 +64,20 @@ TEST_F(SetValuesDialog, WhatIsWrongStandsBelowTheFormula) {
     EXPECT_FALSE(Dialog->isVisible());
 }
 
+TEST_F(SetValuesDialog, WhatIsProbablyMeantIsTakenByOneClick) {
+    Show();
+    Type(*Dialog, "e_Formula", "-x^2");
+    EXPECT_EQ(Text("lblFormulaError"), "a sign binds tighter than ^: write -(x^2)");
+    EXPECT_EQ(NewYs(), "1;4;9;") << "it can be meant so, too";
+    Click(*Dialog, "btnRewrite");
+    EXPECT_EQ(NewYs(), "-1;-4;-9;");
+    EXPECT_FALSE(Control<QWidget>(*Dialog, "btnRewrite").isVisible());
+    Type(*Dialog, "e_Formula", "square(x)");
+    EXPECT_TRUE(Text("lblFormulaError").ends_with("square at 1: not known; sqr?")) << Text("lblFormulaError");
+    Click(*Dialog, "btnRewrite");
+    EXPECT_EQ(NewYs(), "1;4;9;");
+}
+
 TEST_F(SetValuesDialog, ARangeLimitsThePointsAndMissingValuesAreCounted) {
     Show();
     Type(*Dialog, "e_Formula", "1/(x-2)");

@@ -27,7 +27,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QTabBar>
 #include <sstream>
 
 namespace lumoplot {
@@ -50,9 +49,6 @@ std::string UnitIn(const std::string& caption) {
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
-    // The bar of tabs itself: an order that names the whole of the tabs ends in a ring.
-    setTabOrder(m_ui->btnRewrite, m_ui->lists->tabBar());
-    setTabOrder(m_ui->lists->tabBar(), m_ui->t_Parameters);
     MakeGroups();
     ConnectCurve();
     ConnectActions();

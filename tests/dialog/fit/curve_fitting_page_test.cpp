@@ -192,27 +192,6 @@ TEST_F(CurveFittingPage, ReturnTakesAValueAndDoesNotClose) {
     EXPECT_EQ(Fit().NParams(), 2) << "a button is pressed";
 }
 
-TEST_F(CurveFittingPage, EveryControlIsReachedByTab) {
-    AddParameter(Fit(), "a", 1);
-    Wizard.RefillPages();
-    Type("m_Equation", QStringLiteral("a*x"));
-    auto& page = *Find<QWidget>("content").parentWidget()->parentWidget()->parentWidget();
-    Find<QWidget>("cbx_Status").setFocus();
-    QSet<QWidget*> reached;
-    for (int i = 0; i < 200 && !reached.contains(QApplication::focusWidget()); ++i) {
-        reached << QApplication::focusWidget();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    for (QWidget* control : page.findChildren<QWidget*>()) {
-        const bool takesTab =
-            (control->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !control->focusProxy();
-        if (takesTab && control->isVisible() && control->isEnabled()) {
-            EXPECT_TRUE(reached.contains(control)) << control->objectName().toStdString();
-        }
-    }
-    EXPECT_TRUE(reached.contains(&Find<QWidget>("btnMore")));
-}
-
 TEST_F(CurveFittingPage, TemplatesAreArranged) {
     auto& lists = Find<QTabWidget>("lists");
     lists.setCurrentIndex(1);

