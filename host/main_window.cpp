@@ -1,6 +1,7 @@
 #include "host/main_window.h"
 
 #include "dialogs/graph_edit_bar.h"
+#include "dialogs/window_place.h"
 #include "host/recent_files.h"
 #include "host/shown_text.h"
 #include "host/start_page.h"
@@ -198,7 +199,8 @@ void TMainWindow::ShowSteps() {
 
 void TMainWindow::RestorePlace() {
     const QSettings settings;
-    restoreGeometry(settings.value(kGeometryKey).toByteArray());
+    if (!restoreGeometry(settings.value(kGeometryKey).toByteArray()))
+        resize(size().boundedTo(RoomOnScreen(*this)));
     restoreState(settings.value(kStateKey).toByteArray());
 }
 

@@ -4,6 +4,7 @@
 #include "dialogs/message_box_sink.h"
 #include "dialogs/progress_window.h"
 #include "dialogs/recovery_dialog.h"
+#include "dialogs/window_place.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/holder.h"
 #include "session/recovery_writer.h"
@@ -75,7 +76,6 @@ TEditorHolder& FindOrCreateHolder() {
         holder->Wizard.setObjectName(HolderName());
         holder->Wizard.setWindowIcon(QApplication::windowIcon());
         holder->Wizard.setModal(true);
-        holder->Wizard.adjustSize();
     }
     return *holder;
 }
@@ -97,11 +97,9 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
 }
 
-constexpr QSize kWindowFrame(16, 48); // about what a window manager adds
-
 void CentreOnScreen(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    window.resize(window.size().boundedTo(screen.size() - kWindowFrame));
+    window.resize(window.size().boundedTo(RoomOnScreen(window)));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
 }
 

@@ -11,6 +11,7 @@
 #include "dialogs/graph_edit_bar.h"
 #include "dialogs/manual_window.h"
 #include "dialogs/series_list.h"
+#include "dialogs/window_place.h"
 #include "support/message_text.h"
 #include "ui_data_wizard.h"
 
@@ -27,7 +28,6 @@ namespace {
 /// From this width on the window shows the plot beside the settings.
 constexpr int kWidthForPlot = 1080;
 constexpr QSize kLargestStart(1240, 760);
-constexpr QSize kWindowFrame(16, 48); // about what a window manager adds
 
 /// Buttons of few letters may be narrower than the style would have them.
 void AllowNarrow(QPushButton& button) {
@@ -37,7 +37,7 @@ void AllowNarrow(QPushButton& button) {
 
 /// Wide enough for the plot where the screen is, and never larger than the screen.
 QSize StartSize(const QWidget& window) {
-    const QSize room = window.screen()->availableSize() - kWindowFrame;
+    const QSize room = RoomOnScreen(window);
     const QSize wanted = room.width() >= kLargestStart.width() ? kLargestStart : window.sizeHint();
     return wanted.boundedTo(room);
 }

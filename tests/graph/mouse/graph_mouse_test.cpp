@@ -95,6 +95,13 @@ TEST_F(GraphMouse, AZoomStopsBeforeTheNumbersDo) {
     for (int i = 0; i < 2000; ++i) Wheel(Map().Plot.center().toPoint(), -5);
     EXPECT_TRUE(std::isfinite(X().Max() - X().Min()));
     EXPECT_TRUE(Graph.Mouse().Map());
+    X().SetMin(1);
+    X().SetMax(100);
+    X().SetLogScale(true);
+    Repaint();
+    for (int i = 0; i < 60; ++i) Wheel(Map().Plot.center().toPoint(), -5);
+    EXPECT_GT(X().Min(), 0);
+    EXPECT_TRUE(Graph.Mouse().Map());
 }
 
 TEST_F(GraphMouse, EveryGestureGoesBackByItself) {
