@@ -1,5 +1,6 @@
 #include "dialog/frame/page_scroll.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QLayout>
 #include <QScrollBar>
@@ -24,6 +25,10 @@ TPageScroll::TPageScroll(QWidget& page, QWidget* parent) : QScrollArea(parent) {
     setWidget(&page);
     viewport()->setAutoFillBackground(false);
     page.setAutoFillBackground(false);
+    // Also where the focus comes from a button beside the page.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now && widget() && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
+    });
 }
 
 QSize TPageScroll::sizeHint() const {
