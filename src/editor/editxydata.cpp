@@ -97,7 +97,7 @@ void CopyIn(TxyChildGr& workGraph, const TxyGraph& host) {
     for (const auto& child : workGraph.ChildGraphs()) child->SetHolderID({});
 }
 
-void CentreOnScreen(QWidget& window) {
+void PlaceInTheMiddle(QWidget& window) {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     window.resize(window.size().boundedTo(RoomOnScreen(window)));
     window.move(screen.center() - QRect(QPoint(0, 0), window.size()).center());
@@ -174,7 +174,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
-    CentreOnScreen(wizard);
+    PlaceInTheMiddle(wizard);
     if (openWithSource) {
         wizard.NewSeries();
         wizard.AttachSource(FromShortString(sourceFile));
