@@ -59,6 +59,8 @@ QString Counted(std::int64_t count, const char* one, const char* many) {
 TFilteringPage::TFilteringPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TFilteringPage>()) {
     m_ui->setupUi(this);
+    m_ui->lblFilterState->setMinimumHeight(2 * fontMetrics().lineSpacing() +
+                                           4); // a second line moves nothing
     ShowSettings();
     ConnectSettings();
     connect(m_ui->btnApply, &QPushButton::clicked, this, &TFilteringPage::Apply);
