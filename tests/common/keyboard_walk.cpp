@@ -100,7 +100,7 @@ void ExpectEveryControlReached(QWidget& window) {
         QWidget* start = window.focusWidget();
         const std::vector<QWidget*> round = TabRound(window, key);
         EXPECT_EQ(window.focusWidget(), start)
-            << "the round ends in a ring at " << NameOf(*window.focusWidget());
+            << "from " << NameOf(*start) << " the round ends in a ring at " << NameOf(*window.focusWidget());
         std::vector<std::string> missed;
         for (QWidget* control : controls) {
             const auto isIt = [&](QWidget* w) { return w == control || w->focusProxy() == control; };

@@ -161,7 +161,9 @@ void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
 
 void TDataSeries::ReadFromStream(TxyReader& reader) {
     CurveFit().RestoreRunState(FitRunOf({}));
-    DataSourceInfo().SetYErrorRule({}); // of the entries that only some files have
+    // Entries that only some files have.
+    DataSourceInfo().SetYErrorRule({});
+    DataSourceInfo().SetDatabase({});
     reader.SetThirdEntry(TThirdEntry::None);
     ReadEntries(reader, SeriesRecordRows(), *this);
     DataSourceInfo().SetNeedsReload(false);
