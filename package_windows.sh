@@ -15,7 +15,7 @@ cp build/windows/bin/{lumoplot-host.exe,xydata.exe,xygraph.dll,xywidgets.dll,xyd
 cmake/windows/collect_runtime.sh "$pack" "$pack"
 rm "$pack/Qt6Test.dll" "$pack/platforms/qoffscreen.dll"
 x86_64-w64-mingw32-strip "$pack"/*.exe "$pack"/*.dll "$pack"/*/*.dll
-cp src/fit/equation_editor/functions/*.lfn "$pack/LFN/"
+find src -name '*.lfn' -exec cp {} "$pack/LFN/" \;
 cp -r examples "$pack/"
 cp README.md "$pack/README.txt"
 
