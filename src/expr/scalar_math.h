@@ -19,12 +19,20 @@ inline double Truth(bool holds) {
 
 #if defined(_WIN32) // the library there is several ulp off
 double LibraryPower(double a, double b);
+double LibraryArcSinh(double a);
+double LibraryArcCosh(double a);
 double Sin(double a);
 double Cos(double a);
 double Tan(double a);
 #else
 inline double LibraryPower(double a, double b) {
     return std::pow(a, b);
+}
+inline double LibraryArcSinh(double a) {
+    return std::asinh(a);
+}
+inline double LibraryArcCosh(double a) {
+    return std::acosh(a);
 }
 inline double Sin(double a) {
     return std::sin(a);
@@ -221,10 +229,10 @@ inline double Tanh(double a) {
     return std::tanh(a);
 }
 inline double ArcSinh(double a) {
-    return std::asinh(a);
+    return LibraryArcSinh(a);
 }
 inline double ArcCosh(double a) {
-    return a < 1 ? kNotANumber : std::acosh(a);
+    return a < 1 ? kNotANumber : LibraryArcCosh(a);
 }
 inline double ArcTanh(double a) {
     return std::fabs(a) >= 1 ? kNotANumber : std::atanh(a);
