@@ -1,5 +1,5 @@
-// What the library of Windows is too inexact for: it reduces angles with too few digits of pi, and multiplies
-// whole powers up with an error each time.
+// What the library of Windows is too inexact for: it reduces angles with too few digits of pi, multiplies
+// whole powers up with an error each time, and takes logarithms of sums.
 #if defined(_WIN32)
 #include "expr/scalar_math.h"
 
@@ -17,6 +17,9 @@ struct TQuarter {
 
 /// Beyond, the quarters are no longer taken off exactly.
 constexpr double kMostReduced = 1 << 20;
+
+/// Beyond, the library's logarithms of sums are as good.
+constexpr double kLargestSquared = 1e8;
 
 bool IsReducible(double a) {
     return std::fabs(a) < kMostReduced;
@@ -100,6 +103,20 @@ double LibraryPower(double a, double b) {
     const bool isWhole = std::fabs(b) <= kLargest && b == std::nearbyint(b);
     if (!isWhole || b == 0 || a == 0 || !std::isfinite(a)) return std::pow(a, b);
     return WholePower(a, static_cast<int>(b));
+}
+
+// Not the logarithms of sums that are nearly 1.
+double LibraryArcSinh(double a) {
+    const double size = std::fabs(a);
+    if (!(size < kLargestSquared)) return std::asinh(a);
+    const double square = size * size;
+    return std::copysign(std::log1p(size + square / (1 + std::sqrt(1 + square))), a);
+}
+
+double LibraryArcCosh(double a) {
+    if (!(a < kLargestSquared)) return std::acosh(a);
+    const double above = a - 1;
+    return std::log1p(above + std::sqrt(2 * above + above * above));
 }
 
 double Sin(double a) {
