@@ -19,9 +19,8 @@ public:
     void Read(QWidget& widget) {
         if (auto* tabs = qobject_cast<QTabWidget*>(&widget)) {
             // The tabs have the focus, and not a second time as the proxy of what they belong to.
-            const Qt::FocusPolicy policy = tabs->tabBar()->focusPolicy();
+            tabs->setFocusProxy(nullptr);
             tabs->setFocusPolicy(Qt::NoFocus);
-            tabs->tabBar()->setFocusPolicy(policy);
             Add(*tabs->tabBar());
             for (int i = 0; i < tabs->count(); ++i) Read(*tabs->widget(i));
         } else if (auto* stack = qobject_cast<QStackedWidget*>(&widget)) {
