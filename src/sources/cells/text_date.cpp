@@ -347,11 +347,21 @@ private:
     TDateReading m_reading;
 };
 
-// Most cells are no dates: a quick look at the first character.
+// Most cells are no dates, which a quick look at their characters tells: whole rows that are not divided are
+// looked at, too.
 bool MayBeDate(std::string_view text) {
     constexpr std::size_t kLongest = 64;
-    return text.size() >= 4 && text.size() <= kLongest &&
-           text.find_first_of("0123456789") != std::string_view::npos;
+    if (text.size() < 4 || text.size() > kLongest) return false;
+    bool hasDigit = false;
+    bool hasComma = false;
+    bool hasWord = false; // or a time
+    for (const char c : text) {
+        if (c == ';' || c == '\t' || c == '|' || c == '"') return false;
+        hasDigit = hasDigit || (c >= '0' && c <= '9');
+        hasComma = hasComma || c == ',';
+        hasWord = hasWord || c == ':' || c == ' ' || static_cast<unsigned char>(c) >= 'A';
+    }
+    return hasDigit && (hasWord || !hasComma);
 }
 
 } // namespace
