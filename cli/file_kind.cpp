@@ -57,7 +57,7 @@ TFileKind KindOfFile(const std::string& name) {
     const std::string bytes = FirstBytes(name);
     for (const auto& [beginning, found] : kBeginnings)
         if (bytes.starts_with(beginning)) return found;
-    return DatabaseKindOfFile(name) ? TFileKind::Database : TFileKind::Text;
+    return IsDatabaseFile(name) ? TFileKind::Database : TFileKind::Text;
 }
 
 } // namespace lumoplot

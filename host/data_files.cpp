@@ -126,9 +126,11 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
             m_explanation += (m_explanation.isEmpty() ? QString() : QStringLiteral("; ")) +
                              QString::fromStdString(ShownLine(line));
     if (m_graph.Series().size() == 1) TakeXTitle(report);
-    if (report.isOverLimit)
+    if (series.DataSourceInfo().Kind() == TSourceKind::Database)
+        TakeDatabaseReport(series, report);
+    else if (report.isOverLimit)
         m_notes.append(QString::fromStdString(SourceFileOf(series) + ": " + report.notes.back()));
-    if (report.rowsSkipped > 0) m_notes.append(SkippedRows(SourceFileOf(series), report));
+    if (!report.messages.empty()) m_notes.append(SkippedRows(SourceFileOf(series), report));
     return true;
 }
 

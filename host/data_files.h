@@ -32,6 +32,9 @@ public:
     /// it was.
     bool Add(const QString& fileName, TProgress& progress);
 
+    /// The same for what a database gives, named `name`.
+    bool AddDatabase(const TDSInfo& source, const std::string& name, TProgress& progress);
+
     /// As above for what has been chosen. What was read before the user cancelled stays.
     bool Add(const TDataChoice& choice, TProgress& progress);
 
@@ -57,6 +60,7 @@ public:
 private:
     bool AddColumn(const TDataChoice& choice, std::size_t column, TProgress& progress);
     bool Load(TSeries& series, TProgress& progress);
+    void TakeDatabaseReport(const TSeries& series, const TTextReport& report);
     void TakeXTitle(const TTextReport& report);
 
     TxyGraph& m_graph;

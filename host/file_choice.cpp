@@ -51,7 +51,8 @@ QString GraphFilters() {
 
 QString DataFilters() {
     return QCoreApplication::translate(
-        "Files", "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;All files (*)");
+        "Files", "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;"
+                 "Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;All files (*)");
 }
 
 QString LastFolder() {

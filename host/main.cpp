@@ -51,7 +51,8 @@ int RunShots(const TArguments& arguments) {
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     TMainWindow window(folder.filePath(QStringLiteral("templates")));
-    window.OpenFiles(arguments.files.isEmpty() ? QStringList(ExampleFile()) : arguments.files);
+    window.OpenFiles(arguments.files.isEmpty() ? QStringList(ExampleFile()) : arguments.files,
+                     TAsking::Never);
     try {
         for (const QString& file : SaveScreenShots(window, arguments.shotFolder))
             std::cout << QDir::toNativeSeparators(file).toStdString() << '\n';

@@ -23,6 +23,9 @@ class TGraphEditBar;
 class TRecentFiles;
 class TStartPage;
 
+/// Whether there is somebody to choose a table of a database; without, the only one is taken.
+enum class TAsking { Allowed, Never };
+
 class TMainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -36,7 +39,7 @@ public:
 
     /// Opens the graph files among them and adds the data files to the graph, in their order. Tells the user
     /// what can not be opened.
-    void OpenFiles(const QStringList& files);
+    void OpenFiles(const QStringList& files, TAsking asking = TAsking::Allowed);
     /// Offers what was left in the folder without having been saved, and keeps unsaved changes there from now
     /// on. True when the user goes on with what was left.
     bool StartRecovery(const QString& folder, int intervalMs = kRecoveryIntervalMs);
@@ -64,6 +67,7 @@ private:
     bool SaveTo(const QString& fileName);
     void OpenGraph(const QString& fileName);
     void OpenData(const QString& fileName);
+    void OpenDatabase(const QString& connection, TAsking asking);
     void AddData(const TDataChoice& choice);
     /// Shows how the file is read and lets the user choose its columns; `before` runs when it is taken.
     void ImportData(const QString& fileName, const std::function<void()>& before = {});
@@ -92,6 +96,7 @@ private:
     void OnNewFromTemplate();
     void OnOpenGraph();
     void OnOpenData();
+    void OnOpenDatabase() { OpenDatabase({}, TAsking::Allowed); }
     void OnSave() { Save(); }
     void OnSaveAs() { SaveAs(); }
     void OnSaveAsTemplate();
@@ -108,6 +113,8 @@ private:
     void ListStyles();
     void ApplyStyleFrom(const QString& fileName);
     void OnCopyPicture();
+    void OnCopyDataSet();
+    void OnPasteDataSet();
     void OnLoadEveryRow();
     void OnShowLegend();
     void OnResetScale();

@@ -3,6 +3,7 @@
 #include "host/main_window.h"
 #include "host/recent_files.h"
 #include "host/shown_text.h"
+#include "sources/database/connection.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 
@@ -59,11 +60,13 @@ bool TMainWindow::SaveTo(const QString& fileName) {
     return true;
 }
 
-void TMainWindow::OpenFiles(const QStringList& files) {
+void TMainWindow::OpenFiles(const QStringList& files, TAsking asking) {
     for (const QString& file : files)
         Guarded([&] {
             if (IsGraphFile(file))
                 OpenGraph(file);
+            else if (IsServer(file.toStdString()) || IsDatabaseFile(file.toStdString()))
+                OpenDatabase(file, asking);
             else
                 OpenData(file);
         });
@@ -98,6 +101,7 @@ void TMainWindow::OnOpenGraph() {
 void TMainWindow::OnOpenData() {
     const QStringList files = AskFilesToOpen(this, {tr("Open Data"), DataFilters(), {}, {}});
     const bool isText = files.size() == 1 && !IsGraphFile(files.front()) &&
+                        !IsDatabaseFile(files.front().toStdString()) &&
                         TDataFiles::SourceOf(files.front()).Kind() == TSourceKind::TextFile;
     isText ? ImportData(files.front()) : OpenFiles(files);
 }

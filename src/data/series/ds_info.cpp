@@ -35,7 +35,8 @@ std::string WithoutValueOf(std::string text, std::string_view key) {
         if (found == text.end()) return text;
         from = static_cast<std::size_t>(found - text.begin());
         std::size_t end = text.find_first_of(";&", from);
-        if (text.compare(from + key.size(), 1, "{") == 0) end = text.find('}', from);
+        if (text.compare(from + key.size(), 1, "{") == 0)
+            end = text.find_first_of(";&", text.find('}', from));
         if (end == std::string::npos) end = text.size() - 1;
         text.erase(from, end + 1 - from);
     }

@@ -37,6 +37,7 @@ bool TDataSourcePage::TakeEveryRow(TSeries& series) {
 /// The points that were made by hand would go with the first loading from the new source.
 void TDataSourcePage::PickKind(TSeries& series, TSourceKind kind) {
     if (kind != TSourceKind::Manual && !MayReplacePoints(series)) return FillFrom(series);
+    if (kind == TSourceKind::Database) return ChooseDatabase(series, {});
     ChangeKind(series, kind);
 }
 
@@ -55,8 +56,9 @@ void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
     const bool hadDates = m_report && m_report->readings.best.format.xFormat == TColumnFormat::DateTime;
     if (kind == TSourceKind::Manual && hadDates) info.SetXFormat(TColumnFormat::DateTime);
     // A sheet's name names no file, and the other way round.
-    const bool isNamedAnew =
-        kind == TSourceKind::LumoSheet ? IsSheetOffered() : info.Kind() == TSourceKind::LumoSheet;
+    const bool isNamedAnew = kind == TSourceKind::LumoSheet ? IsSheetOffered()
+                                                            : info.Kind() == TSourceKind::LumoSheet ||
+                                                                  info.Kind() == TSourceKind::Database;
     if (isNamedAnew && kind != info.Kind()) info.SetSourceName({});
     info.SetKind(kind);
     if (kind == TSourceKind::Manual) series.SetThinned(false);
@@ -146,6 +148,7 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
     TSeries& series = *Context().CurrSeries();
     if (!MayReplacePoints(series)) return;
     const QString name = QString::fromStdString(fileName);
+    if (KindOfFile(name) == TSourceKind::Database) return ChooseDatabase(series, name);
     ChangeKind(series, KindOfFile(name));
     series.DataSourceInfo().SetSourceName(fileName);
     series.SetSeriesName(QFileInfo(name).completeBaseName().toStdString());
@@ -162,6 +165,7 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
 
 bool TDataSourcePage::CanLoad(const TSeries& series) const {
     const TDSInfo& info = series.DataSourceInfo();
+    if (info.Kind() == TSourceKind::Database) return !info.Database().connection.empty();
     return (info.Kind() == TSourceKind::DataFile || IsText(series)) && !info.SourceName().empty();
 }
 
@@ -185,7 +189,7 @@ void TDataSourcePage::Load(TSeries& series) {
         throw;
     }
     m_failureTold = false;
-    if (IsText(series)) m_report = std::move(report);
+    if (IsText(series) || IsDatabase(series)) m_report = std::move(report);
     Context().ShowSeriesName(QString::fromStdString(series.SeriesName()));
     Context().RefillPages();
 }

@@ -1,5 +1,6 @@
 // What the Data Source page does with a choice of sources and columns.
 #include "dialog/source/data_source_page.h"
+#include "dialogs/database_chooser.h"
 #include "dialogs/import/get_data_source.h"
 #include "dialogs/progress_window.h"
 #include "graph/loading/source_loading.h"
@@ -23,8 +24,22 @@ void TDataSourcePage::ChooseSource() {
     TSeries* series = Context().CurrSeries();
     if (!series) return;
     TakePendingTexts(*series);
+    if (IsDatabase(*series)) return ChooseDatabase(*series, {});
     TxyGetDataSource chooser(*series, this);
     if (chooser.exec() == QDialog::Accepted) TakeChoice(*series, chooser);
+}
+
+/// Starts with the database that the data set has, or with the connection where one is named.
+void TDataSourcePage::ChooseDatabase(TSeries& series, const QString& connection) {
+    TDatabaseChooser chooser(series.DataSourceInfo(), connection, this);
+    if (chooser.exec() != QDialog::Accepted) return FillFrom(series);
+    ChangeKind(series, TSourceKind::Database);
+    series.DataSourceInfo() = chooser.Source();
+    series.DataSourceInfo().SetNeedsReload(true);
+    if (series.SeriesFlag()) series.SetSeriesName(chooser.Name().toStdString());
+    Forget();
+    LoadAsStep(series);
+    Context().FillList(series.SeriesIndex());
 }
 
 /// The first Y column goes into the current data set, every other one into a new data set.

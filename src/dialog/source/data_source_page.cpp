@@ -7,7 +7,9 @@
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
+#include "sources/text/text_loader.h"
 #include "support/errors.h"
+#include "support/message_text.h"
 #include "ui_data_source_page.h"
 
 #include <QDir>
@@ -157,7 +159,7 @@ void TDataSourcePage::ShowNameControls(TSourceKind kind) {
     const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
     m_ui->lblSheet->setVisible(isSheet);
     m_ui->cbx_Sheet->setVisible(isSheet);
-    m_ui->btnReload->setVisible(IsFile(kind) || isSheet);
+    m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database);
     CheckDirectory();
 }
 
@@ -174,11 +176,16 @@ void TDataSourcePage::ShowKind(TSeries& series) {
     m_ui->stack->setCurrentWidget(kind == TSourceKind::Manual ? m_ui->pageManual
                                   : isText                    ? m_ui->pageText
                                                               : m_ui->pageNotes);
+    if (IsDatabase(series)) return ShowDatabase(series);
     isText ? ShowText(series) : ShowNotes(series);
 }
 
 bool TDataSourcePage::IsFile(TSourceKind kind) {
     return kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
+}
+
+bool TDataSourcePage::IsDatabase(const TSeries& series) {
+    return series.DataSourceInfo().Kind() == TSourceKind::Database;
 }
 
 bool TDataSourcePage::IsSheetOffered() const {
@@ -209,12 +216,35 @@ void TDataSourcePage::ShowNotes(const TSeries& series) {
     m_ui->lblNotes->setText(
         isDataFile
             ? QStringLiteral("A data-set file (.lds) brings all its points and all settings of its data set: "
-                             "name, style, baseline, regression and fit.\n\n"
-                             "Database files (.dbf, .db, .mdb) can not be read by this version.")
+                             "name, style, baseline, regression and fit.")
             : QStringLiteral("No sheet is offered by the application that has opened this editor."));
     const bool isLoaded = isDataFile && !series.DataSourceInfo().NeedsReload() && series.Count() > 0;
     m_ui->lblNotesResult->setText(
         isLoaded ? QStringLiteral("%1 points loaded.").arg(QLocale().toString(series.Count())) : QString());
+}
+
+/// What is asked of the database, and what came of it.
+void TDataSourcePage::ShowDatabase(const TSeries& series) {
+    const TDSInfo& info = series.DataSourceInfo();
+    const auto text = [](const std::string& part) { return QString::fromStdString(ShownLine(part)); };
+    const TDatabaseWish& wish = info.Database();
+    QStringList lines{text(wish.connection)};
+    lines += wish.query.empty() ? QStringLiteral("Table: ") + text(info.SourceName()) : text(wish.query);
+    if (!wish.where.empty()) lines += QStringLiteral("WHERE ") + text(wish.where);
+    if (!wish.orderBy.empty()) lines += QStringLiteral("ORDER BY ") + text(wish.orderBy);
+    const bool isRow = info.XDataColumn() == "0";
+    lines +=
+        QStringLiteral("X: %1   Y: %2")
+            .arg(isRow ? QStringLiteral("row number") : text(info.XDataColumn()), text(info.YDataColumn()));
+    m_ui->lblNotes->setText(wish.connection.empty() ? QStringLiteral("Choose a table of a database.")
+                                                    : lines.join(QLatin1Char('\n')));
+    QStringList results;
+    if (!info.NeedsReload() && series.Count() > 0)
+        results += QStringLiteral("%1 points loaded.").arg(QLocale().toString(series.Count()));
+    if (m_report)
+        for (const auto& part : {m_report->notes, m_report->messages})
+            for (const std::string& line : part) results += text(line);
+    m_ui->lblNotesResult->setText(results.join(QLatin1Char('\n')));
 }
 
 /// The options, the first rows and, while they still hold, the results of the last loading.

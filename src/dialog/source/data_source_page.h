@@ -59,6 +59,7 @@ private:
     void ChangeKind(TSeries& series, TSourceKind kind);
     void Browse();
     void ChooseSource();
+    void ChooseDatabase(TSeries& series, const QString& connection);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
     bool AddDataSet(const TSeries& like, const std::string& yColumn);
     void TakeSourceName(TSeries& series);
@@ -72,6 +73,8 @@ private:
     static bool IsFile(TSourceKind kind);
     bool IsSheetOffered() const;
     bool IsText(const TSeries& series) const;
+    static bool IsDatabase(const TSeries& series);
+    void ShowDatabase(const TSeries& series);
     void ShowText(const TSeries& series);
     void DescriptionChanged();
     void Forget();

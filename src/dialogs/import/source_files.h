@@ -3,6 +3,7 @@
 
 #include "controls/file_filter.h"
 #include "data/series/ds_info.h"
+#include "sources/database/connection.h"
 
 #include <QFileInfo>
 
@@ -15,8 +16,9 @@ inline QString SourceFilter() {
         "Database Files (*.dbf; *.db; *.mdb)|*.dbf; *.db; *.mdb|All Files (*.*)|*.*"));
 }
 
-/// What kind of source a file is, by its name.
+/// What kind of source a file is: databases by their content, others by their name.
 inline TSourceKind KindOfFile(const QString& name) {
+    if (IsDatabaseFile(name.toStdString())) return TSourceKind::Database;
     return QFileInfo(name).suffix().toLower() == QStringLiteral("lds") ? TSourceKind::DataFile
                                                                        : TSourceKind::TextFile;
 }

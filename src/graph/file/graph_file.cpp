@@ -78,15 +78,22 @@ void ReadSeries(TxyReader& reader, TSeries& series) {
     series.ReadFromStream(reader);
 }
 
-void SaveSeriesToFile(const TSeries& series, const std::string& name) {
+TBytes SeriesBytes(const TSeries& series) {
     TBytes bytes;
     TxyWriter writer(bytes);
     WriteSeries(writer, series, TPoints::Include);
-    ReplaceFile(name, bytes);
+    return bytes;
+}
+
+void SaveSeriesToFile(const TSeries& series, const std::string& name) {
+    ReplaceFile(name, SeriesBytes(series));
 }
 
 void LoadSeriesFromFile(TSeries& series, const std::string& name) {
-    const TBytes bytes = ReadWholeFile(name);
+    LoadSeriesFromBytes(series, ReadWholeFile(name), name);
+}
+
+void LoadSeriesFromBytes(TSeries& series, const TBytes& bytes, const std::string& name) {
     TByteSource source(bytes);
     TxyReader reader(source);
     TSeries loaded(series.Graph(), series.SeriesIndex());

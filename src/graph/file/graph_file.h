@@ -14,6 +14,12 @@ void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
 /// Reads what WriteSeries wrote; the points are added to those that the data set has.
 void ReadSeries(TxyReader& reader, TSeries& series);
 
+/// The content of a data-set file.
+XYGRAPH_EXPORT TBytes SeriesBytes(const TSeries& series);
+/// Replaces the points and settings of the data set by what SeriesBytes gave. Throws EStreamError "NAME is
+/// not a data-set file"; the data set is then unchanged.
+XYGRAPH_EXPORT void LoadSeriesFromBytes(TSeries& series, const TBytes& bytes, const std::string& name);
+
 /// A data-set file (.lds): exactly what WriteSeries writes, with points. The file is replaced whole.
 XYGRAPH_EXPORT void SaveSeriesToFile(const TSeries& series, const std::string& name);
 /// Replaces the points and settings of the data set by the file's. Throws EFileError, or EStreamError

@@ -54,6 +54,6 @@ XYGRAPH_EXPORT void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TP
 XYGRAPH_EXPORT std::string SourceFileOf(const TSeries& series);
 
 /// The connection of a data set that a database feeds; a file's name is completed as SourceFileOf does.
-std::string ConnectionOf(const TSeries& series);
+XYGRAPH_EXPORT std::string ConnectionOf(const TSeries& series);
 
 } // namespace lumoplot

@@ -53,14 +53,18 @@ std::pair<std::string, std::string> ColumnNames(const TSeries& series, const std
 
 } // namespace
 
-void SaveSeriesAsText(const TSeries& series, const std::string& fileName) {
+std::vector<std::uint8_t> SeriesAsText(const TSeries& series, const std::string& fileName) {
     const char divider = EndsWith(fileName, ".csv") ? ',' : '\t';
     std::vector<std::uint8_t> bytes;
     const auto [x, y] = ColumnNames(series, fileName);
     AppendLine(bytes, HeaderText(x, divider), divider, HeaderText(y, divider));
     for (TPointCursor point = series.First(); point; point = point.Next())
         AppendLine(bytes, FormatShortest(point.X()), divider, FormatShortest(point.Y()));
-    ReplaceFile(fileName, bytes);
+    return bytes;
+}
+
+void SaveSeriesAsText(const TSeries& series, const std::string& fileName) {
+    ReplaceFile(fileName, SeriesAsText(series, fileName));
 }
 
 } // namespace lumoplot

@@ -4,7 +4,9 @@
 
 #include "graph/model/series.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace lumoplot {
 
@@ -15,5 +17,8 @@ namespace lumoplot {
 /// that holds the divider, a quote or a line break is quoted, its quotes doubled. Texts are UTF-8.
 /// Throws EFileError "Can not save to file NAME"; the old file is then untouched.
 XYGRAPH_EXPORT void SaveSeriesAsText(const TSeries& series, const std::string& fileName);
+
+/// The text that a file of that name would get.
+XYGRAPH_EXPORT std::vector<std::uint8_t> SeriesAsText(const TSeries& series, const std::string& fileName);
 
 } // namespace lumoplot

@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <map>
 #include <mutex>
+#include <optional>
 
 namespace lumoplot {
 namespace {

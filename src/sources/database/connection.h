@@ -4,8 +4,6 @@
 
 #include "support/export.h"
 
-#include <functional>
-#include <optional>
 #include <string>
 
 namespace lumoplot {
@@ -33,13 +31,14 @@ struct TConnection {
 TConnection ParseConnection(const std::string& text);
 
 /// The text names a server and not a file.
-bool IsServer(const std::string& connection);
+XYGRAPH_EXPORT bool IsServer(const std::string& connection);
 
-/// The kind of database that the file is, by its content; nothing for a file that is none or can not be read.
-std::optional<TDatabaseKind> DatabaseKindOfFile(const std::string& file);
+/// The file is a database by its content, or it is called like one and is no text: opening it then says what
+/// it is. False for a file that can not be read.
+XYGRAPH_EXPORT bool IsDatabaseFile(const std::string& file);
 
 /// Keeps the password for as long as the program runs, in memory alone. It belongs to the connection's text
 /// without a password.
-void KeepPassword(const std::string& connection, const std::string& password);
+XYGRAPH_EXPORT void KeepPassword(const std::string& connection, const std::string& password);
 
 } // namespace lumoplot

@@ -5,6 +5,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStringList>
+#include <algorithm>
+#include <optional>
 
 namespace lumoplot {
 namespace {
@@ -49,6 +52,14 @@ std::optional<TDatabaseKind> KindOf(std::string_view bytes) {
     return std::nullopt;
 }
 
+// An encrypted file has bytes of every kind.
+bool LooksLikeText(std::string_view bytes) {
+    return std::ranges::none_of(bytes, [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < ' ' && c != '\t' && c != '\n' && c != '\r' && c != '\f';
+    });
+}
+
 std::string FirstBytesOf(const std::string& name) {
     QFile file(QString::fromStdString(name));
     if (!file.open(QIODevice::ReadOnly))
@@ -64,19 +75,23 @@ std::string WhatItIs(const std::string& name, std::string_view bytes) {
                "and "
                "open that";
     if (const std::string known = KnownBinary(bytes); !known.empty()) return "is no database but " + known;
-    if (bytes.find('\0') == std::string_view::npos && bytes.size() >= 16 && bytes.find('\n') != bytes.npos)
-        return "is no database; if it is a text file, open it as one";
+    if (LooksLikeText(bytes)) return "is no database; if it is a text file, open it as one";
     return "is no database that is known here, or an encrypted one: decrypt it with the program that made it";
 }
 
 } // namespace
 
-std::optional<TDatabaseKind> DatabaseKindOfFile(const std::string& file) {
+bool IsDatabaseFile(const std::string& file) {
+    std::string bytes;
     try {
-        return KindOf(FirstBytesOf(file));
+        bytes = FirstBytesOf(file);
     } catch (const EFileError&) {
-        return std::nullopt;
+        return false;
     }
+    if (KindOf(bytes)) return true;
+    static const QStringList kSuffixes = {"db", "db3", "sqlite", "sqlite3", "dbf", "mdb", "accdb"};
+    const QString suffix = QFileInfo(QString::fromStdString(file)).suffix().toLower();
+    return kSuffixes.contains(suffix) && !LooksLikeText(bytes);
 }
 
 TDatabaseKind RequireDatabaseFile(const std::string& file) {

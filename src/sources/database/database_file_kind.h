@@ -5,7 +5,7 @@
 
 namespace lumoplot {
 
-/// As DatabaseKindOfFile. Throws EFileError "Can not open file NAME: …", and says what a file is that can not
+/// The kind of the file. Throws EFileError "Can not open file NAME: …", and says what a file is that can not
 /// be read as a database, with the way to its data.
 TDatabaseKind RequireDatabaseFile(const std::string& file);
 

@@ -21,16 +21,17 @@ TTextReport LoadDatabaseSeries(TDataSeries& series, const std::string& connectio
                                const TTextLoadOptions& options, TProgress& progress);
 
 /// The tables and views. Throws EFileError.
-std::vector<TSqlTable> DatabaseTables(const std::string& connection);
+XYGRAPH_EXPORT std::vector<TSqlTable> DatabaseTables(const std::string& connection);
 
 struct TDatabasePreview {
     TTablePreview table;
     TChosenColumns chosen; ///< what would be read as X and Y; y is kNoColumn where there is none
 };
 /// The first rows of the described table or SELECT. Throws EFileError.
-TDatabasePreview PreviewDatabase(const std::string& connection, const TDSInfo& info, int maxRows);
+XYGRAPH_EXPORT TDatabasePreview PreviewDatabase(const std::string& connection, const TDSInfo& info,
+                                                int maxRows);
 
 /// How messages name what is read: "FILE, table NAME" or "CONNECTION, own SELECT".
-std::string DatabaseSourceText(const std::string& connection, const TDSInfo& info);
+XYGRAPH_EXPORT std::string DatabaseSourceText(const std::string& connection, const TDSInfo& info);
 
 } // namespace lumoplot

@@ -17,8 +17,12 @@ struct TCloseDbf {
 };
 using TDbf = std::unique_ptr<DBFInfo, TCloseDbf>;
 
+// What goes wrong is told by us, and not on standard error.
 TDbf OpenDbf(const std::string& name) {
-    TDbf file(DBFOpen(name.c_str(), "rb"));
+    SAHooks hooks;
+    SASetupDefaultHooks(&hooks);
+    hooks.Error = [](const char*) {};
+    TDbf file(DBFOpenLL(name.c_str(), "rb", &hooks));
     if (!file) throw EFileError("the dBase table can not be read: it is damaged or can not be opened");
     return file;
 }

@@ -14,6 +14,7 @@
 #include <QSqlRecord>
 #include <QVariant>
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <thread>
 

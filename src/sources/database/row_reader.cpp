@@ -298,7 +298,7 @@ private:
         const std::vector<std::span<const double>> extras(m_extras.begin(), m_extras.end());
         m_formulas->Apply({m_block.x, m_block.y, m_rowNumbers, extras});
         const auto [from, to] =
-            std::minmax(m_request.info.RowChoiceValue1(), m_request.info.RowChoiceValue2());
+            std::minmax({m_request.info.RowChoiceValue1(), m_request.info.RowChoiceValue2()});
         std::size_t kept = 0;
         for (std::size_t i = 0; i < m_block.x.size(); ++i) {
             const double x = m_block.x[i];

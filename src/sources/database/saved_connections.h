@@ -11,10 +11,10 @@
 namespace lumoplot {
 
 /// The names, sorted.
-std::vector<std::string> SavedConnectionNames();
+XYGRAPH_EXPORT std::vector<std::string> SavedConnectionNames();
 /// Nothing for a name that is not known.
-std::optional<std::string> SavedConnection(const std::string& name);
+XYGRAPH_EXPORT std::optional<std::string> SavedConnection(const std::string& name);
 /// Replaces the one of that name; an empty connection removes it.
-void SaveConnection(const std::string& name, const std::string& connection);
+XYGRAPH_EXPORT void SaveConnection(const std::string& name, const std::string& connection);
 
 } // namespace lumoplot

@@ -150,7 +150,7 @@ std::string TSelectBuilder::NumberSql(const TTableColumn& column) const {
         if (column.kind == TSqlColumnKind::TimeOfDay) return "EXTRACT(EPOCH FROM " + name + ")::float8/86400";
         if (column.IsDate()) {
             const std::string cast = column.kind == TSqlColumnKind::DateText ? "::timestamptz" : "";
-            return "(EXTRACT(EPOCH FROM " + name + cast + ")::float8/86400+25569)";
+            return "((EXTRACT(EPOCH FROM " + name + cast + ")::float8+2209161600)/86400)";
         }
         const std::string number = (isText ? "NULLIF(" + name + ",'')" : name) + "::float8";
         return "NULLIF(NULLIF(NULLIF(" + number + ",'NaN'),'Infinity'),'-Infinity')";
@@ -181,7 +181,7 @@ std::string TSelectBuilder::Condition() const {
     if (!condition.empty()) condition = "(" + condition + ")";
     if (!m_choosesRowsByX || !CanFindExtremes() || !m_columns[0])
         return condition.empty() ? "" : " WHERE " + condition;
-    const auto [from, to] = std::minmax(m_info.RowChoiceValue1(), m_info.RowChoiceValue2());
+    const auto [from, to] = std::minmax({m_info.RowChoiceValue1(), m_info.RowChoiceValue2()});
     const std::string range =
         NumberSql(*m_columns[0]) + " BETWEEN " + FormatShortest(from) + " AND " + FormatShortest(to);
     return " WHERE " + condition + (condition.empty() ? "" : " AND ") + range;

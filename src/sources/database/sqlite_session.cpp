@@ -8,6 +8,7 @@
 #include "support/number_text.h"
 
 #include <cmath>
+#include <functional>
 #include <sqlite3.h>
 #include <utility>
 

@@ -21,7 +21,7 @@ struct TTableColumn {
 };
 
 /// "number", "date and time", "text of numbers", …: for a user.
-std::string KindText(TSqlColumnKind kind);
+XYGRAPH_EXPORT std::string KindText(TSqlColumnKind kind);
 
 struct TTablePreview {
     std::vector<TTableColumn> columns;

@@ -12,7 +12,7 @@ namespace lumoplot {
 /// merge by the tolerance and the duplicate policy of the series. While SeriesFlag is set and the Y column
 /// has a header name, it becomes SeriesName. NeedsReload is cleared, and with automatic row sampling its
 /// frequency noted.
-TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source, const TTextLoadOptions& options,
-                           TProgress& progress);
+XYGRAPH_EXPORT TTextReport LoadTextSeries(TDataSeries& series, const TTextSource& source,
+                                          const TTextLoadOptions& options, TProgress& progress);
 
 } // namespace lumoplot

@@ -1,0 +1,67 @@
+// Data sets leave as text, table and whole, and come back from each of them.
+#include "common/thrown_text.h"
+#include "common/values_of.h"
+#include "dialogs/series_clipboard.h"
+#include "graph/file/graph_file.h"
+#include "graph/model/graph.h"
+
+#include <QMimeData>
+
+namespace lumoplot {
+namespace {
+
+class SeriesClipboardTest : public testing::Test {
+protected:
+    SeriesClipboardTest() : From(*m_from.FindSeries(m_from.AddSeries())) {
+        From.SetSeriesName("a <b> & c");
+        From.SetDuplicatesAllowed(true);
+        From.SetLineWidth(7);
+        for (const double x : {0.1, 0.1, 1e300, -2.0}) From.AddPoint(x, x / 3);
+    }
+
+    TSeries& Paste(const QMimeData& data) { return *To.FindSeries(AddSeriesFromMime(To, data)); }
+
+    TxyGraph To;
+
+private:
+    TxyGraph m_from;
+
+protected:
+    TSeries& From;
+};
+
+TEST_F(SeriesClipboardTest, TheWholeFormLosesNothing) {
+    const std::unique_ptr<QMimeData> data(SeriesToMime(From));
+    EXPECT_EQ(SeriesBytes(Paste(*data)), SeriesBytes(From));
+}
+
+TEST_F(SeriesClipboardTest, TextAndTableKeepEveryDigit) {
+    const std::unique_ptr<QMimeData> data(SeriesToMime(From));
+    QMimeData text;
+    text.setText(data->text());
+    QMimeData table;
+    table.setHtml(QStringLiteral("<p>before</p>") + data->html() + QStringLiteral("<p>behind</p>"));
+    for (const QMimeData* form : {&text, &table}) {
+        const TSeries& pasted = Paste(*form);
+        EXPECT_EQ(XsOf(pasted), XsOf(From));
+        EXPECT_EQ(YsOf(pasted), YsOf(From));
+    }
+}
+
+TEST_F(SeriesClipboardTest, WhatSpreadsheetsAndEditorsGiveIsRead) {
+    QMimeData table;
+    table.setHtml(
+        QStringLiteral("<html><body><table><tr><th>t</th><th>volt</th></tr><tr><td>1</td><td>2,5</td></tr>"
+                       "<tr><td>2</td><td>3,5</td></tr></table></body></html>"));
+    table.setText(QStringLiteral("not this"));
+    const TSeries& pasted = Paste(table);
+    EXPECT_EQ(YsOf(pasted), (std::vector<double>{2.5, 3.5}));
+    EXPECT_EQ(pasted.SeriesName(), "volt");
+    QMimeData words;
+    words.setText(QStringLiteral("no numbers in here"));
+    ThrownText([&] { Paste(words); });
+    EXPECT_EQ(To.Series().size(), 1u);
+}
+
+} // namespace
+} // namespace lumoplot

@@ -1,0 +1,91 @@
+// Tables of databases in the window: chosen by keys, saved with the graph and read again.
+#include "data/series/ds_info.h"
+#include "host/window_fixture.h"
+
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTableWidget>
+
+namespace lumoplot {
+namespace {
+
+class OpenDatabaseTest : public TWindowTest {
+protected:
+    void SetUp() override {
+        if (QStandardPaths::findExecutable(QStringLiteral("sqlite3")).isEmpty())
+            GTEST_SKIP() << "the program sqlite3 is missing";
+        Sql("create table first(a text); insert into first values('x');"
+            "create table second(t real, note text, v real); insert into second "
+            "values(1,'a',10),(2,'b',20),(3,'c',null);");
+    }
+
+    QString File() const { return PathOf("lab.data"); }
+    void Sql(const QString& statements) const {
+        EXPECT_EQ(QProcess::execute(QStringLiteral("sqlite3"), {File(), statements}), 0);
+    }
+    static void InChooser(std::function<void(QDialog&)> action) {
+        WhenModal<QDialog>([action](QDialog& dialog) {
+            ASSERT_EQ(dialog.objectName(), QStringLiteral("TDatabaseChooser"));
+            action(dialog);
+        });
+    }
+};
+
+TEST_F(OpenDatabaseTest, ATableIsTakenByTwoKeysAndReloaded) {
+    InChooser([](QDialog& dialog) {
+        auto& tables = Control<QListWidget>(dialog, "lst_Tables");
+        EXPECT_TRUE(tables.hasFocus());
+        EXPECT_FALSE(Control<QDialogButtonBox>(dialog, "buttons").button(QDialogButtonBox::Ok)->isEnabled());
+        QTest::keyClick(&tables, Qt::Key_Down);
+        EXPECT_EQ(Control<QTableWidget>(dialog, "tbl_Preview").rowCount(), 3);
+        EXPECT_EQ(Control<QComboBox>(dialog, "cbx_X").currentData().toString(), QStringLiteral("t"));
+        EXPECT_EQ(Control<QComboBox>(dialog, "cbx_Y").currentData().toString(), QStringLiteral("v"));
+        EXPECT_LE(dialog.minimumSizeHint().width(), 760);
+        EXPECT_LE(dialog.minimumSizeHint().height(), 440);
+        QTest::keyClick(&tables, Qt::Key_Return);
+    });
+    Open(File());
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().Count(), 2);
+    EXPECT_EQ(First().SeriesName(), "v");
+    EXPECT_EQ(Graph().XAxis()->Title(), "t");
+    const QString saved = PathOf("saved.ltp");
+    Window->Document().SaveTo(saved);
+    Window->Document().New();
+    Open(saved);
+    EXPECT_EQ(First().DataSourceInfo().Kind(), TSourceKind::Database);
+    EXPECT_EQ(First().DataSourceInfo().Database().connection, File().toStdString());
+    Sql("insert into second values(4,'d',40)");
+    Control<QAction>(*Window, "a_LoadEveryRow").trigger();
+    EXPECT_EQ(First().Count(), 3);
+}
+
+TEST_F(OpenDatabaseTest, AnOwnSelectIsShownAndTaken) {
+    InChooser([](QDialog& dialog) {
+        auto& text = Control<QPlainTextEdit>(dialog, "m_Select");
+        text.setPlainText(QStringLiteral("drop table second"));
+        Click(dialog, "cb_OwnSelect");
+        EXPECT_FALSE(Control<QDialogButtonBox>(dialog, "buttons").button(QDialogButtonBox::Ok)->isEnabled());
+        EXPECT_TRUE(Control<QLabel>(dialog, "lblMessage").text().contains(QStringLiteral("SELECT")));
+        Click(dialog, "cb_OwnSelect");
+        text.setPlainText(QStringLiteral("select t, v*2 as twice from second where v is not null"));
+        Click(dialog, "cb_OwnSelect");
+        QTest::mouseClick(Control<QDialogButtonBox>(dialog, "buttons").button(QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+    });
+    Open(File());
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().MaxY(), 40);
+}
+
+TEST_F(OpenDatabaseTest, CancelAddsNothing) {
+    InChooser([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    Open(File());
+    EXPECT_TRUE(Graph().Series().empty());
+    EXPECT_FALSE(Window->Document().IsModified());
+}
+
+} // namespace
+} // namespace lumoplot
