@@ -14,6 +14,8 @@ void AddEvalCommand(CLI::App& program);
 void AddStatsCommand(CLI::App& program);
 void AddRegressCommand(CLI::App& program);
 void AddFilterCommand(CLI::App& program);
+void AddTransformCommand(CLI::App& program);
+void AddPeaksCommand(CLI::App& program);
 void AddFitCommand(CLI::App& program);
 void AddFitAllCommand(CLI::App& program);
 void AddVerifyCommand(CLI::App& program);

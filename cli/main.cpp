@@ -23,10 +23,10 @@ constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
 /// In the order in which --help lists them.
-constexpr void (*kCommands[])(CLI::App&) = {&AddInfoCommand,   &AddConvertCommand, &AddRenderCommand,
-                                            &AddEvalCommand,   &AddStatsCommand,   &AddRegressCommand,
-                                            &AddFitCommand,    &AddFitAllCommand,  &AddVerifyCommand,
-                                            &AddFilterCommand, &AddAxisCommand};
+constexpr void (*kCommands[])(CLI::App&) = {
+    &AddInfoCommand,      &AddConvertCommand, &AddRenderCommand, &AddEvalCommand,   &AddStatsCommand,
+    &AddRegressCommand,   &AddFitCommand,     &AddFitAllCommand, &AddVerifyCommand, &AddFilterCommand,
+    &AddTransformCommand, &AddPeaksCommand,   &AddAxisCommand};
 
 /// Messages of the model go to standard error; there is nobody to answer a question.
 class TStandardErrorSink final : public TMessageSink {

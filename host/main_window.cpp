@@ -69,6 +69,7 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     AddEditBar();
     m_startPage = new TStartPage(Graph(), *m_ui->a_OpenData, *m_ui->a_OpenGraph);
     connect(m_startPage, &TStartPage::ExampleWanted, this, &TMainWindow::ShowExample);
+    AddTransformMenu();
     ConnectActions();
     ConnectGraph();
     m_document->New();

@@ -85,6 +85,10 @@ private:
     /// Opens the editor on the data set whose curve lies there; false where there is none.
     bool EditCurveAt(QPointF place);
     void ShowExample();
+    void AddTransformMenu();
+    /// Runs what changes the current data set as one step; tells when there is none with points.
+    void WithCurrentSeries(const std::function<void(TSeries&)>& action);
+    void MergeInto(TSeries& series);
     QString WindowTitle() const;
     /// Makes a change of the graph one step; true when there is one.
     bool Change(const QString& name, const std::function<void()>& action);

@@ -1,4 +1,5 @@
 // The File menu of the main window.
+#include "dialogs/wait_window.h"
 #include "host/file_choice.h"
 #include "host/main_window.h"
 #include "host/recent_files.h"
@@ -17,6 +18,15 @@ namespace {
 
 bool IsGraphFile(const QString& fileName) {
     return QFileInfo(fileName).suffix().compare(QLatin1String("ltp"), Qt::CaseInsensitive) == 0;
+}
+
+/// Saving so many takes long enough to be told.
+constexpr int kManyPoints = 300'000;
+
+int CountPoints(const TxyGraph& graph) {
+    int count = 0;
+    for (const TSeries* series : graph.Series()) count += series->Count();
+    return count;
 }
 
 } // namespace
@@ -54,7 +64,10 @@ QString TMainWindow::TitleAsFileName() const {
 }
 
 bool TMainWindow::SaveTo(const QString& fileName) {
+    std::unique_ptr<QWidget> wait;
+    if (CountPoints(Graph()) > kManyPoints) wait = ShowWait(this, tr("Saving…"));
     m_document->SaveTo(fileName);
+    wait.reset();
     m_recentFiles->Add(fileName);
     m_ui->statusBar->showMessage(Shown(tr("Saved %1").arg(QDir::toNativeSeparators(fileName))), 5000);
     return true;

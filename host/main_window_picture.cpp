@@ -7,6 +7,7 @@
 #include "host/printing.h"
 #include "host/shown_text.h"
 #include "support/guard.h"
+#include "support/progress_maker.h"
 #include "ui_main_window.h"
 
 #include <QClipboard>
@@ -29,6 +30,8 @@ void TMainWindow::OnExportPicture() {
     const QString filter = tr("%1 pictures (*.%2)").arg(suffix.toUpper(), suffix);
     const QString fileName = AskFileToSave(this, {tr("Export Picture"), filter, suffix, PictureName()});
     if (fileName.isEmpty()) return;
+    const TProgressMakerScope progress(
+        [&fileName] { return MakeLargeProgress("Writing " + fileName.toStdString()); });
     if (!SaveGraphPicture(Graph(), fileName.toStdString(), dialog.Size(), dialog.Options())) return;
     m_ui->statusBar->showMessage(Shown(tr("Saved %1").arg(QDir::toNativeSeparators(fileName))), 5000);
 }

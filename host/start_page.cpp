@@ -31,7 +31,7 @@ TStartPage::TStartPage(QWidget& graph, QAction& openData, QAction& openGraph) : 
             &QPushButton::clicked, &openData, &QAction::trigger);
     connect(add("btnOpenGraph", tr("Open &Graph…"), tr("A graph that was saved before.")),
             &QPushButton::clicked, &openGraph, &QAction::trigger);
-    connect(add("btnExample", tr("&Try the Example"), tr("A graph to play with.")), &QPushButton::clicked,
+    connect(add("btnExample", tr("Try the E&xample"), tr("A graph to play with.")), &QPushButton::clicked,
             this, &TStartPage::ExampleWanted);
     graph.installEventFilter(this);
     MoveToMiddle();

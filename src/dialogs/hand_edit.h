@@ -12,7 +12,7 @@ namespace lumoplot {
 /// of the source is read (a preview holds only some of them) and the data set is manual from then on. False
 /// when the user does not want that or cancels the reading; then nothing has changed. Throws what the source
 /// throws.
-bool MakeManual(TSeries& series, QWidget* window);
+XYWIDGETS_EXPORT bool MakeManual(TSeries& series, QWidget* window);
 
 /// Reads every row of the data set's source when the data set holds only some of them, as a preview does; its
 /// name stays. False when the user cancelled the reading; the data set keeps its points then, as it does on

@@ -37,4 +37,7 @@ private:
     std::unique_ptr<TfrmSmallPrBar> m_window;
 };
 
+/// A larger window in the middle of the screen for work on one thing that is named, with how far it has come.
+XYWIDGETS_EXPORT std::unique_ptr<TProgress> MakeLargeProgress(const std::string& reason);
+
 } // namespace lumoplot

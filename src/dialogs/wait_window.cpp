@@ -3,6 +3,7 @@
 #include "dialogs/window_place.h"
 #include "ui_wait_window.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QShowEvent>
 #include <utility>
@@ -37,6 +38,14 @@ void TfrmWait::hideEvent(QHideEvent* event) {
 
 void TfrmWait::RestoreCursor() {
     if (std::exchange(m_hasCursor, false)) QGuiApplication::restoreOverrideCursor();
+}
+
+std::unique_ptr<QWidget> ShowWait(QWidget* owner, const QString& caption) {
+    auto window = std::make_unique<TfrmWait>(owner);
+    window->setWindowTitle(caption);
+    window->show();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // it paints itself
+    return window;
 }
 
 } // namespace lumoplot

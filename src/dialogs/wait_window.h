@@ -2,6 +2,8 @@
 // the hourglass cursor while it is shown.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -31,5 +33,8 @@ private:
     std::unique_ptr<Ui::TfrmWait> m_ui;
     bool m_hasCursor = false;
 };
+
+/// Shows the window at once; it is there until it is deleted.
+XYWIDGETS_EXPORT std::unique_ptr<QWidget> ShowWait(QWidget* owner, const QString& caption);
 
 } // namespace lumoplot

@@ -9,8 +9,8 @@
 namespace lumoplot {
 namespace {
 
-const char* const kCommands[] = {"info", "convert", "render", "eval",   "stats", "regress",
-                                 "fit",  "fit-all", "verify", "filter", "axis"};
+const char* const kCommands[] = {"info",    "convert", "render", "eval",      "stats", "regress", "fit",
+                                 "fit-all", "verify",  "filter", "transform", "peaks", "axis"};
 
 TEST(Usage, HelpNamesEveryCommandAndEachCommandHelps) {
     const TRunResult help = RunProgram({"--help"});

@@ -11,6 +11,7 @@ constexpr const char* kDateTicks[] = {"Minutes", "5 minutes", "Half hours", "Hou
                                       "Weeks",   "Months",    "2 months",   "Quarters", "Years",
                                       "Decades", "Centuries", "By the step"};
 constexpr const char* kOffsetTypes[] = {"At the minimum", "At the maximum", "At a percentage", "At a value"};
+constexpr const char* kFitBands[] = {"None", "Of the curve (95 %)", "Of new points (95 %)", "Both"};
 constexpr const char* kBorders[] = {"None", "Line"};
 constexpr const char* kLayouts[] = {"Across", "Down"};
 constexpr const char* kMarkTypes[] = {"Vertical line", "Horizontal line", "Point", "Line"};

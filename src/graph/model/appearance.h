@@ -6,6 +6,9 @@
 
 namespace lumoplot {
 
+/// Which bands about fitted curves are drawn: where the curve lies, where a new point would lie, or both.
+enum class TFitBands { None = 0, Confidence = 1, Prediction = 2, Both = 3 };
+
 class XYGRAPH_EXPORT TAppearance : public TGraphSettings {
     Q_OBJECT
 
@@ -34,6 +37,9 @@ public:
     bool ShowFrame() const { return m_showFrame; }
     /// Ticks point into the plot, away from the labels.
     bool TicksInside() const { return m_ticksInside; }
+    TFitBands FitBands() const { return m_fitBands; }
+    /// What fitted curves leave of the points stands in a panel above the plot.
+    bool ShowResiduals() const { return m_showResiduals; }
     const std::string& GraphTitle() const { return m_graphTitle; }
     int MinSteps() const { return m_minSteps; }
     int MaxSteps() const { return m_maxSteps; }
@@ -83,6 +89,8 @@ public:
     void SetShowTicks(bool value) { Store(m_showTicks, value); }
     void SetShowFrame(bool value) { Store(m_showFrame, value); }
     void SetTicksInside(bool value) { Store(m_ticksInside, value); }
+    void SetShowResiduals(bool value) { Store(m_showResiduals, value); }
+    void SetFitBands(TFitBands value) { StoreEnum(m_fitBands, value, TFitBands::Both); }
     /// The holder's ID follows as the title + " DATA" unless it was given another text.
     void SetGraphTitle(const std::string& value);
     /// Accepted when it is above 0 and below MaxSteps / 2.5.
@@ -133,6 +141,8 @@ private:
     bool m_showTicks{};
     bool m_showFrame{};
     bool m_ticksInside{};
+    TFitBands m_fitBands{};
+    bool m_showResiduals{};
     std::string m_graphTitle;
     int m_minSteps{};
     int m_maxSteps{};

@@ -168,6 +168,9 @@ std::span<const TSectionRow<TAppearance>> AppearanceRows() {
             40, "dataDirectory", nullptr, TRowOf::SectionsWithPoints),
         Setting<A, &A::m_showFrame, &A::ShowFrame, &A::SetShowFrame, false>(60, "FrameIsShown"),
         Setting<A, &A::m_ticksInside, &A::TicksInside, &A::SetTicksInside, false>(61, "TicksInside"),
+        Setting<A, &A::m_fitBands, &A::FitBands, &A::SetFitBands, TFitBands::None>(62, "FitBands"),
+        Setting<A, &A::m_showResiduals, &A::ShowResiduals, &A::SetShowResiduals, false>(63,
+                                                                                        "ResidualsAreShown"),
     };
     return kRows;
 }

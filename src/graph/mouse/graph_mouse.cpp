@@ -3,6 +3,7 @@
 #include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/coords_panel.h"
+#include "graph/mouse/graph_access.h"
 #include "graph/mouse/point_tip.h"
 #include "graph/mouse/zoom_mode.h"
 
@@ -198,6 +199,7 @@ void TGraphMouse::SetNear(const std::optional<TPointHit>& hit) {
         ShowTip(*hit);
     else
         QToolTip::hideText();
+    TellNearPoint(m_graph);
     AskForPaint();
 }
 

@@ -4,7 +4,10 @@
 #include "graph/plotted/paired_points.h"
 #include "graph/plotted/value_text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <vector>
 
 namespace lumoplot {
 namespace {
@@ -26,19 +29,32 @@ void ForEachShownPoint(const TSeries& series, const TPlotMap& map, TTake take) {
     });
 }
 
-/// The shown point before or after the point `from` in the order of its data set.
-std::optional<TPointHit> Neighbour(const TPlotMap& map, const TPointHit& from, TPointStep step) {
-    std::optional<TPointHit> before, after;
-    bool isBehind = false;
+/// How far a step goes in the order of the data set's shown points; nothing for another data set.
+std::optional<std::ptrdiff_t> WayOf(TPointStep step) {
+    constexpr std::ptrdiff_t kToTheEnd = PTRDIFF_MAX / 2;
+    switch (step) {
+    case TPointStep::Previous: return -1;
+    case TPointStep::Next: return 1;
+    case TPointStep::TenBack: return -10;
+    case TPointStep::TenOn: return 10;
+    case TPointStep::First: return -kToTheEnd;
+    case TPointStep::Last: return kToTheEnd;
+    default: return std::nullopt;
+    }
+}
+
+/// The shown point so far from the point `from`, or the last one on the way; nothing when that is `from`.
+std::optional<TPointHit> Neighbour(const TPlotMap& map, const TPointHit& from, std::ptrdiff_t way) {
+    std::vector<TPointHit> shown;
+    std::ptrdiff_t place = -1;
     ForEachShownPoint(*from.Series, map, [&](const TPointHit& hit) {
-        if (hit.Id == from.Id)
-            isBehind = true;
-        else if (!isBehind)
-            before = hit;
-        else if (!after)
-            after = hit;
+        if (hit.Id == from.Id) place = static_cast<std::ptrdiff_t>(shown.size());
+        shown.push_back(hit);
     });
-    return step == TPointStep::Previous ? before : after;
+    if (place < 0) return std::nullopt;
+    const auto last = static_cast<std::ptrdiff_t>(shown.size()) - 1;
+    const std::ptrdiff_t target = std::clamp<std::ptrdiff_t>(place + way, 0, last);
+    return target == place ? std::nullopt : std::optional(shown[static_cast<std::size_t>(target)]);
 }
 
 std::optional<TPointHit> NearestInX(const TSeries& series, const TPlotMap& map, double x) {
@@ -69,6 +85,10 @@ std::optional<TPointStep> PointStepOf(int key) {
     switch (key) {
     case Qt::Key_Left: return TPointStep::Previous;
     case Qt::Key_Right: return TPointStep::Next;
+    case Qt::Key_PageUp: return TPointStep::TenBack;
+    case Qt::Key_PageDown: return TPointStep::TenOn;
+    case Qt::Key_Home: return TPointStep::First;
+    case Qt::Key_End: return TPointStep::Last;
     case Qt::Key_Up: return TPointStep::PreviousSeries;
     case Qt::Key_Down: return TPointStep::NextSeries;
     default: return std::nullopt;
@@ -81,7 +101,7 @@ std::optional<TPointHit> NextPoint(const TxyGraph& graph, const TPlotMap& map,
     if (all.empty()) return std::nullopt;
     const auto found = from ? std::ranges::find(all, from->Series) : all.end();
     if (found == all.end()) return NearestInX(*all.front(), map, map.Plot.left());
-    if (step == TPointStep::Previous || step == TPointStep::Next) return Neighbour(map, *from, step);
+    if (const auto way = WayOf(step)) return Neighbour(map, *from, *way);
     const auto place = static_cast<std::size_t>(found - all.begin());
     const std::size_t other = step == TPointStep::NextSeries ? place + 1 : place + all.size() - 1;
     return NearestInX(*all[other % all.size()], map, from->Place.x());

@@ -1,3 +1,4 @@
+#include "common/fit_parameters.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/drawing/picture/drawing.h"
 #include "graph/drawing/picture/graph_layout.h"
@@ -202,6 +203,80 @@ TEST_F(TRegressionDrawing, ACurveOfAFitGoesThroughTheValuesOfItsModelAndIsBroken
     const std::vector<QPointF> corners = Corners(kBounds);
     EXPECT_EQ(m_lineCount, 2u);
     for (const QPointF corner : corners) EXPECT_GT(std::abs(corner.x() - 0.5), 0.1);
+}
+
+// The line through four points, by hand: s = √0.9, t = 4.30265 for two degrees of freedom; the mean of X
+// is 1.5.
+TEST_F(TRegressionDrawing, BandsOfAFitAreThoseOfItsFormulas) {
+    TSeries& series = Add({{0, 0}, {1, 2}, {2, 1}, {3, 3}});
+    SetAxes(0, 10, -10, 10);
+    TCurFit& fit = series.CurveFit();
+    fit.SetExpression("a+b*x");
+    for (const char* name : {"a", "b"}) AddParameter(fit, name, 1).SetVary(true);
+    fit.SetStatus(TFitStatus::FinalResult);
+    fit.SetCurveColor(kBoundsColor);
+    struct TCase {
+        TFitBands shown;
+        std::vector<std::pair<double, double>> lowAndHigh; ///< at X = 0 and at X = 3
+    };
+    const std::pair<double, double> prediction(-5.02212, 8.02212);
+    const std::pair<double, double> confidence(-3.11514, 6.11514);
+    for (const TCase& bands : {TCase{TFitBands::None, {}},
+                               {TFitBands::Confidence, {confidence}},
+                               {TFitBands::Prediction, {prediction}},
+                               {TFitBands::Both, {prediction, confidence}}}) {
+        m_graph.Appearance()->SetFitBands(bands.shown);
+        TRecordingDevice device;
+        Draw(device);
+        std::vector<QRectF> shapes;
+        for (const TRecordedShape& shape : device.Record().Shapes)
+            if (shape.Brush.color().alpha() < 255 && shape.Brush.color().blue() == kBounds.blue())
+                shapes.push_back(shape.Bounds);
+        ASSERT_EQ(shapes.size(), bands.lowAndHigh.size());
+        for (std::size_t i = 0; i < shapes.size(); ++i) {
+            const auto valueAt = [&](double y) { return -10 + 20 * (m_plot.bottom() - y) / m_plot.height(); };
+            EXPECT_NEAR(valueAt(shapes[i].bottom()), bands.lowAndHigh[i].first, 1e-3);
+            EXPECT_NEAR(valueAt(shapes[i].top()), bands.lowAndHigh[i].second, 1e-3);
+        }
+    }
+}
+
+// The least squares line through these points is 0.3 + 0.8 x.
+TEST_F(TRegressionDrawing, ResidualsStandAboveThePlot) {
+    TSeries& series = Add({{0, 0}, {1, 2}, {2, 1}, {3, 3}});
+    series.SetPointsShown(true);
+    series.SetPointColor(kRegressionColor);
+    SetAxes(0, 4, -5, 5);
+    TCurFit& fit = series.CurveFit();
+    fit.SetExpression("0.3+0.8*x");
+    fit.SetStatus(TFitStatus::Function);
+    m_graph.Appearance()->SetGraphTitle("Title");
+    for (const bool isShown : {false, true}) {
+        m_graph.Appearance()->SetShowResiduals(isShown);
+        TRecordingDevice device;
+        Draw(device);
+        EXPECT_EQ(device.FindText(QStringLiteral("Residuals")) != nullptr, isShown);
+        if (!isShown) continue;
+        QPainter painter(&device);
+        const QRectF panel =
+            TGraphLayout(TCanvas(painter, TDrawPurpose::Show), m_graph, kPlotRectangle).ResidualPlace();
+        EXPECT_LT(panel.bottom(), m_plot.top());
+        EXPECT_GT(panel.top(), device.FindText(QStringLiteral("Title"))->Place.y());
+        std::vector<QPointF> centres;
+        for (const TRecordedShape& shape : device.Record().Shapes)
+            if (shape.Bounds.width() < 10 && panel.contains(shape.Bounds.center()))
+                centres.push_back(shape.Bounds.center());
+        const double residuals[] = {-0.3, 0.9, -0.9, 0.3}; // of a scale from −1 to 1
+        ASSERT_EQ(centres.size(), std::size(residuals));
+        for (std::size_t i = 0; i < centres.size(); ++i) {
+            EXPECT_NEAR((centres[i].x() - panel.left()) / panel.width(), static_cast<double>(i) / 4, 0.01);
+            EXPECT_NEAR(1 - 2 * (centres[i].y() - panel.top()) / panel.height(), residuals[i], 0.02);
+        }
+    }
+    m_graph.XAxis()->SetOffsetType(TAxis::ao_Maximum);
+    TRecordingDevice device;
+    Draw(device);
+    EXPECT_EQ(device.FindText(QStringLiteral("Residuals")), nullptr) << "the X axis stands there";
 }
 
 } // namespace

@@ -57,6 +57,8 @@ public:
         const TLegendLayout legend = LegendFor(layout);
         DrawPlot(layout, legend.Box);
         DrawAxes(m_canvas, m_graph, layout);
+        if (const QRectF place = layout.ResidualPlace(); !place.isNull())
+            layout.Residuals().Draw(m_canvas, layout.Fonts(), place, *m_graph.XAxis());
         TTextStyle(m_appearance.CaptionFont())
             .DrawCentred(m_canvas, layout.TitlePlace(), QString::fromStdString(m_appearance.GraphTitle()));
         DrawLegend(m_canvas, m_graph, legend, layout.Plot());

@@ -61,6 +61,7 @@ public:
         : m_mask(mask), m_width(std::max(1, qRound(kBarWidth * pixelsPerUnit))),
           m_cap(std::max(m_width + 2, qRound(kCapWidth * pixelsPerUnit))) {
         m_cap += (m_cap - m_width) % 2; // the bar stands in its middle
+        m_covered.resize(static_cast<std::size_t>(std::max(mask.Width(), 0)));
     }
 
     void Take(const TErrorBar& bar) {
@@ -69,13 +70,33 @@ public:
         const int left = static_cast<int>(std::lround(x - m_width / 2.0));
         const int top = RowOf(bar.Top);
         const int bottom = RowOf(bar.Bottom);
-        Fill(left, top - m_width / 2, m_width, std::max(bottom - top, 0) + m_width);
+        FillBar(left, {top - m_width / 2, std::max(top, bottom) - m_width / 2 + m_width});
         const int capLeft = left - (m_cap - m_width) / 2;
         if (bar.HasTopCap) Fill(capLeft, top - m_width / 2, m_cap, m_width);
         if (bar.HasBottomCap) Fill(capLeft, bottom - m_width / 2, m_cap, m_width);
     }
 
 private:
+    /// From a row to before another one.
+    struct TRows {
+        int First = 0;
+        int End = 0;
+    };
+
+    // Of many bars in a column only what stands out from those before is filled.
+    void FillBar(int left, TRows rows) {
+        if (left < 0 || left >= m_mask.Width()) return Fill(left, rows.First, m_width, rows.End - rows.First);
+        TRows& covered = m_covered[static_cast<std::size_t>(left)];
+        if (rows.First >= covered.End || rows.End <= covered.First) {
+            Fill(left, rows.First, m_width, rows.End - rows.First);
+            covered = rows;
+            return;
+        }
+        Fill(left, rows.First, m_width, covered.First - rows.First);
+        Fill(left, covered.End, m_width, rows.End - covered.End);
+        covered = {std::min(covered.First, rows.First), std::max(covered.End, rows.End)};
+    }
+
     int RowOf(double y) const {
         constexpr double kBeyond = 64;
         return static_cast<int>(
@@ -104,6 +125,7 @@ private:
     TStrokeMask& m_mask;
     int m_width;
     int m_cap;
+    std::vector<TRows> m_covered; ///< by the column of a bar's left edge
 };
 
 // Those that overlap in a narrow column become one without caps.

@@ -17,6 +17,9 @@ constexpr double kFairShare = 0.35;      // of the rectangle that growing margin
 constexpr double kLargestMargins = 0.75; // of the rectangle; larger ones are reduced in proportion
 constexpr double kLargestHeader = 0.3;   // of the height, that a legend above the plot may take
 constexpr int kMostRounds = 4;
+constexpr double kLeastForResiduals = 150; // units of height inside the margins
+constexpr double kResidualShare = 0.24;    // of that height
+constexpr double kGapWithCommon = 2.4;     // heights of a label, when one stands there
 
 // How much two opposite margins shrink so that a plot remains between them.
 double Reduction(double first, double second, double length) {
@@ -46,8 +49,10 @@ QRectF PlotInsideMargins(const TxyGraph& graph, const QRectF& rectangle) {
 
 TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
     : m_graph(graph), m_bounds(rectangle), m_plot(PlotInsideMargins(graph, rectangle)),
-      m_titleStyle(graph.Appearance()->CaptionFont()), m_fonts(graph), m_axes(LayOutAxes()) {
+      m_titleStyle(graph.Appearance()->CaptionFont()), m_fonts(graph), m_axes(LayOutAxes()),
+      m_residuals(graph) {
     if (!HasPlot()) return;
+    MakeRoomForResiduals();
     m_header = LegendAbovePlot(graph, rectangle, m_plot);
     PlaceTitle();
     for (int round = 0; round < kMostRounds && GrowMargins(); ++round) {
@@ -59,6 +64,22 @@ TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const Q
                     QPointF(canvas.AlignX(m_plot.right(), pixel), canvas.AlignY(m_plot.bottom(), pixel)));
     m_axes = LayOutAxes();
     PlaceTitle();
+}
+
+// Above the plot, where the X axis leaves room and enough of the plot remains.
+void TGraphLayout::MakeRoomForResiduals() {
+    const bool hasAxisAbove = m_axes.X.Axis().ShowAxis() && m_axes.X.Side() == TAxisSide::Above;
+    if (m_residuals.IsEmpty() || hasAxisAbove || m_plot.height() < kLeastForResiduals) return;
+    const bool hasCommon = !m_axes.Y.Common().isEmpty() || !m_axes.SecondY.Common().isEmpty();
+    m_residualGap = m_fonts.Labels.Height() * (hasCommon ? kGapWithCommon : 1);
+    m_residualHeight = kResidualShare * m_plot.height();
+    m_plot.setTop(m_plot.top() + AbovePlot());
+    m_axes = LayOutAxes();
+}
+
+QRectF TGraphLayout::ResidualPlace() const {
+    if (m_residualHeight <= 0) return {};
+    return {m_plot.left(), m_plot.top() - AbovePlot(), m_plot.width(), m_residualHeight};
 }
 
 TAxisLayouts TGraphLayout::LayOutAxes() const {
@@ -117,7 +138,7 @@ std::vector<QRectF> TGraphLayout::AxisPlacesInPlot() const {
 void TGraphLayout::PlaceTitle() {
     m_titlePlace = {};
     if (m_graph.Appearance()->GraphTitle().empty()) return;
-    double top = m_plot.top();
+    double top = m_plot.top() - AbovePlot();
     for (const QRectF& place : {m_axes.X.TextPlace(), m_axes.Y.CommonPlace(), m_axes.SecondY.CommonPlace()})
         if (!place.isNull()) top = std::min(top, place.top());
     const QString title = QString::fromStdString(m_graph.Appearance()->GraphTitle());
@@ -148,6 +169,8 @@ void TGraphLayout::KeepTitleOffLegend() {
 bool TGraphLayout::GrowMargins() {
     QRectF texts = m_axes.X.TextPlace() | m_axes.Y.TextPlace() | m_axes.SecondY.TextPlace();
     if (texts.isNull()) texts = m_plot;
+    if (const QRectF panel = ResidualPlace(); !panel.isNull())
+        texts |= panel.adjusted(-m_residuals.WidthOfTexts(m_fonts), -m_fonts.Labels.Height() / 2, 0, 0);
     const double top = m_titlePlace.isNull() ? texts.top() : std::min(texts.top(), m_titlePlace.top());
     const QRectF room = m_bounds.adjusted(kEdge, kEdge, -kEdge, -kEdge);
     // A title below the legend pushes the plot down.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "graph/drawing/axes/axis_layout.h"
+#include "graph/drawing/picture/residual_panel.h"
 
 namespace lumoplot {
 
@@ -34,11 +35,16 @@ public:
     std::vector<QRectF> AxisPlacesInPlot() const;
     /// Where the title of the graph lies, above the plot and what is drawn there.
     const QRectF& TitlePlace() const { return m_titlePlace; }
+    const TResidualPanel& Residuals() const { return m_residuals; }
+    /// Where the panel of the residuals lies, above the plot; null where there is none.
+    QRectF ResidualPlace() const;
 
 private:
     TAxisLayouts LayOutAxes() const;
     static void KeepVerticalAxesApart(TAxisLayouts& axes);
     void KeepTextsApart(TAxisLayouts& axes) const;
+    void MakeRoomForResiduals();
+    double AbovePlot() const { return m_residualHeight > 0 ? m_residualHeight + m_residualGap : 0; }
     void PlaceTitle();
     void KeepTitleOffLegend();
     bool GrowMargins();
@@ -50,7 +56,10 @@ private:
     TAxisFonts m_fonts;
     TAxisLayouts m_axes;
     QRectF m_titlePlace;
-    QRectF m_header; ///< the legend where it stands above the plot
+    TResidualPanel m_residuals;
+    double m_residualHeight = 0; ///< 0 where there is no panel
+    double m_residualGap = 0;    ///< between panel and plot
+    QRectF m_header;             ///< the legend where it stands above the plot
 };
 
 } // namespace lumoplot

@@ -1,0 +1,94 @@
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/data_input.h"
+#include "data/transform/peaks.h"
+#include "data/transform/transform.h"
+
+#include <map>
+#include <memory>
+
+namespace lumoplot {
+namespace {
+
+struct TTransformCommand {
+    TDataOptions data;
+    std::string kind;
+    std::optional<double> first;
+    std::optional<double> second;
+    TOutputForm form = TOutputForm::Outline;
+
+    void Run() const {
+        const TDataInput input(data);
+        const TTransformKind wantedKind = kKinds.at(kind);
+        const bool isScale = wantedKind == TTransformKind::Scale;
+        const bool isNormalise = wantedKind == TTransformKind::Normalise;
+        const TTransform wanted{wantedKind, first.value_or(isScale ? 1 : 0),
+                                second.value_or(isScale || isNormalise ? 1 : 0)};
+        const TCurveValues result = Transformed({input.X(), input.CorrectedY()}, wanted);
+        if (form == TOutputForm::Json) return Print({{"x", result.X}, {"y", result.Y}}, form);
+        Print(ColumnsText({result.X, result.Y}));
+    }
+
+    static const std::map<std::string, TTransformKind> kKinds;
+};
+
+const std::map<std::string, TTransformKind> TTransformCommand::kKinds = {
+    {"shift", TTransformKind::Shift},           {"scale", TTransformKind::Scale},
+    {"normalise", TTransformKind::Normalise},   {"cut", TTransformKind::CutRange},
+    {"resample", TTransformKind::Resample},     {"average", TTransformKind::Average},
+    {"smooth", TTransformKind::SavitzkyGolay},  {"median", TTransformKind::RunningMedian},
+    {"derivative", TTransformKind::Derivative}, {"integral", TTransformKind::Integral}};
+
+struct TPeaksCommand {
+    TDataOptions data;
+    std::optional<double> part;
+    TOutputForm form = TOutputForm::Outline;
+
+    void Run() const {
+        const TDataInput input(data);
+        std::vector<double> x, height, width, area;
+        for (const TPeak& peak : FindPeaks({input.X(), input.CorrectedY()}, part.value_or(0.05))) {
+            x.push_back(peak.Position);
+            height.push_back(peak.Height);
+            width.push_back(peak.Width);
+            area.push_back(peak.Area);
+        }
+        if (form == TOutputForm::Json)
+            return Print({{"x", x}, {"height", height}, {"width", width}, {"area", area}}, form);
+        Print(ColumnsText({x, height, width, area}));
+    }
+};
+
+} // namespace
+
+void AddTransformCommand(CLI::App& program) {
+    const auto transform = std::make_shared<TTransformCommand>();
+    CLI::App& command =
+        *program.add_subcommand("transform", "Shift, scale, smooth, differentiate, integrate …");
+    AddDataOptions(command, transform->data);
+    command.add_option("--by", transform->kind, "What to work out")
+        ->required()
+        ->check(CLI::IsMember(TTransformCommand::kKinds));
+    AddNumber(command, "--first", transform->first, "The first number that --by needs");
+    AddNumber(command, "--second", transform->second, "The second one");
+    AddJson(command, transform->form);
+    command.footer(
+        "The numbers are, for shift and scale: for X, for Y; normalise: the smallest and the largest Y;\n"
+        "cut and integral: from X, to X; resample: points; average and median: neighbours;\n"
+        "smooth: neighbours (odd), degree. Prints a line with x and y for each point. The baseline\n"
+        "of the data set is subtracted first. docs/transform.md has the formulas.");
+    command.callback([transform] { transform->Run(); });
+}
+
+void AddPeaksCommand(CLI::App& program) {
+    const auto peaks = std::make_shared<TPeaksCommand>();
+    CLI::App& command = *program.add_subcommand("peaks", "Find peaks");
+    AddDataOptions(command, peaks->data);
+    AddNumber(command, "--part", peaks->part, "The least rise of a peak, as a part of the range of Y (0.05)");
+    AddJson(command, peaks->form);
+    command.footer("Prints a line with x, height, width at half of its rise and area for each peak.\n"
+                   "docs/transform.md says how they are found.");
+    command.callback([peaks] { peaks->Run(); });
+}
+
+} // namespace lumoplot

@@ -1,0 +1,79 @@
+// The Transform menu: new curves out of the current data set.
+#include "dialogs/hand_edit.h"
+#include "dialogs/peaks_dialog.h"
+#include "dialogs/transform_dialog.h"
+#include "host/main_window.h"
+#include "support/guard.h"
+#include "support/message_sink.h"
+#include "support/update_hold.h"
+#include "ui_main_window.h"
+
+#include <QInputDialog>
+#include <QMenu>
+
+namespace lumoplot {
+namespace {
+
+/// Adds the points of one data set to another; equal X are all kept.
+void AddPointsOf(const TSeries& from, TSeries& to) {
+    const TUpdateHold hold(to);
+    to.SetDuplicatesAllowed(true);
+    for (TPointCursor point = from.First(); point; point = point.Next())
+        to.AddPoint(point.X(),
+                    from.CorrectedY(point.X(), point.Y()) + to.ZeroValue() + to.BaseLineSlope() * point.X());
+}
+
+} // namespace
+
+void TMainWindow::AddTransformMenu() {
+    auto* menu = new QMenu(tr("&Transform"), this);
+    menu->setObjectName(QStringLiteral("m_Transform"));
+    m_ui->menuBar->insertMenu(m_ui->m_Help->menuAction(), menu);
+    const auto add = [&](const QString& caption, const QString& tip, auto action) {
+        QAction* entry = menu->addAction(caption);
+        entry->setStatusTip(tip);
+        connect(entry, &QAction::triggered, this, [this, action] {
+            Guarded([&] { WithCurrentSeries(action); });
+            ShowState();
+        });
+    };
+    int place = 0;
+    for (const QString& caption : TransformCaptions()) {
+        const auto kind = static_cast<TTransformKind>(place++);
+        add(caption + QStringLiteral("…"), tr("Work out a new curve of the current data set, with a preview"),
+            [this, kind](TSeries& series) { TransformSeries(series, kind, this); });
+    }
+    menu->addSeparator();
+    add(tr("Merg&e…"), tr("Add the points of another data set to the current one"),
+        [this](TSeries& series) { MergeInto(series); });
+    add(tr("&Peaks…"), tr("List the peaks of the current data set"),
+        [this](TSeries& series) { ShowPeaksOf(series, this); });
+}
+
+void TMainWindow::WithCurrentSeries(const std::function<void(TSeries&)>& action) {
+    TSeries* series = Graph().FindSeries(Graph().Appearance()->CurrSerIndex());
+    if (!series || series->Count() == 0)
+        return ShowMessage("There is no data set with points: open data first", TMessageKind::Warning);
+    Change(tr("transform %1").arg(QString::fromStdString(series->SeriesName())), [&] { action(*series); });
+}
+
+void TMainWindow::MergeInto(TSeries& series) {
+    QStringList names;
+    std::vector<const TSeries*> others;
+    for (const TSeries* other : Graph().Series()) {
+        if (other == &series) continue;
+        names += QStringLiteral("%1: %2")
+                     .arg(other->SeriesIndex())
+                     .arg(QString::fromStdString(other->SeriesName()));
+        others.push_back(other);
+    }
+    if (others.empty()) return ShowMessage("There is no other data set to merge with", TMessageKind::Warning);
+    bool isChosen = false;
+    const QString name = QInputDialog::getItem(
+        this, tr("Merge"), tr("Add to %1 the points of:").arg(QString::fromStdString(series.SeriesName())),
+        names, 0, false, &isChosen);
+    if (isChosen && MakeManual(series, this))
+        AddPointsOf(*others[static_cast<std::size_t>(names.indexOf(name))], series);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,39 @@
+// Lists the peaks of a data set, copies them as a table and marks them.
+#pragma once
+
+#include "controls/widgets_export.h"
+#include "data/transform/peaks.h"
+#include "graph/model/series.h"
+
+#include <QDialog>
+
+class QDoubleSpinBox;
+class QLabel;
+class QTableWidget;
+
+namespace lumoplot {
+
+class TPeaksDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit TPeaksDialog(TSeries& series, QWidget* parent = nullptr);
+
+private:
+    void AddControls();
+    void ShowPeaks();
+    void CopyTable() const;
+    void MarkPeaks();
+
+    TSeries& m_series;
+    TCurveValues m_curve; ///< without the baseline
+    std::vector<TPeak> m_peaks;
+    QDoubleSpinBox* m_part = nullptr;
+    QTableWidget* m_table = nullptr;
+    QLabel* m_state = nullptr;
+};
+
+/// Shows the dialog; every row of the source is read first. Marks that it sets are changes of the graph.
+XYWIDGETS_EXPORT void ShowPeaksOf(TSeries& series, QWidget* window);
+
+} // namespace lumoplot

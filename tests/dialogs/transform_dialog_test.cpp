@@ -1,0 +1,87 @@
+#include "dialogs/transform_dialog.h"
+
+#include "common/keyboard_walk.h"
+#include "common/recording_sink.h"
+#include "common/window_driver.h"
+#include "dialogs/peaks_dialog.h"
+#include "graph/model/graph.h"
+
+#include <QLabel>
+#include <QTableWidget>
+
+namespace lumoplot {
+namespace {
+
+class TransformDialog : public testing::Test {
+protected:
+    TransformDialog() {
+        Series.SetSeriesName("Run");
+        for (int i = 0; i <= 4; ++i) Series.AddPoint(i, i == 2 ? 8 : i);
+        Series.SetZeroValue(1);
+    }
+    static std::string Ys(const TSeries& series) {
+        std::string ys;
+        for (TPointCursor point = series.First(); point; point = point.Next())
+            ys += QString::number(series.CorrectedY(point.X(), point.Y())).toStdString() + ";";
+        return ys;
+    }
+    template <class TDialog>
+    static void Await(TDialog& dialog) {
+        dialog.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    TRecordingSink Sink;
+    TxyGraph Graph;
+    TSeries& Series = *Graph.FindSeries(Graph.AddSeries());
+};
+
+TEST_F(TransformDialog, WhatIsPreviewedReplacesThePoints) {
+    TTransformDialog dialog(Series, TTransformKind::RunningMedian);
+    Await(dialog);
+    Type(dialog, "e_First", "4");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Control<QWidget>(dialog, "btnOk").isEnabled(); }));
+    EXPECT_EQ(Control<QLabel>(dialog, "lblState").text(), "The number of neighbours must be odd");
+    Type(dialog, "e_First", "3");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Control<QWidget>(dialog, "btnOk").isEnabled(); }));
+    EXPECT_EQ(Ys(*Control<TxyGraph>(dialog, "preview").FindSeries(2)), "-1;1;2;3;3;");
+    EXPECT_EQ(Ys(Series), "-1;0;7;2;3;") << "nothing has changed yet";
+    Click(dialog, "btnOk");
+    EXPECT_EQ(Ys(Series), "-1;1;2;3;3;");
+    EXPECT_EQ(Series.ZeroValue(), 0) << "the baseline is in the points now";
+}
+
+TEST_F(TransformDialog, TheResultMayBecomeANewDataSet) {
+    TTransformDialog dialog(Series, TTransformKind::Shift);
+    Await(dialog);
+    Choose(dialog, "cbx_Kind", static_cast<int>(TTransformKind::CutRange));
+    Type(dialog, "e_Second", "1.5");
+    Click(dialog, "rb_NewSet");
+    ExpectEveryControlReached(dialog);
+    ExpectKeysAreClear(dialog);
+    ExpectEveryControlNamed(dialog);
+    QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_EQ(Graph.Series().size(), 2u);
+    const TSeries& cut = *Graph.FindSeries(2);
+    EXPECT_EQ(cut.SeriesName(), "Run cut");
+    EXPECT_EQ(Ys(cut), "-1;0;");
+    EXPECT_NE(cut.LineColor(), Series.LineColor());
+    EXPECT_EQ(Ys(Series), "-1;0;7;2;3;");
+}
+
+TEST_F(TransformDialog, PeaksAreListedAndMarked) {
+    TPeaksDialog dialog(Series);
+    Await(dialog);
+    const auto& table = Control<QTableWidget>(dialog, "t_Peaks");
+    ASSERT_EQ(table.rowCount(), 1);
+    EXPECT_EQ(table.item(0, 0)->text(), "2");
+    EXPECT_EQ(table.item(0, 1)->text(), "7");
+    ExpectEveryControlReached(dialog);
+    ExpectKeysAreClear(dialog);
+    Click(dialog, "btnMark");
+    ASSERT_EQ(Graph.Marks().Count(), 1);
+    EXPECT_EQ(Graph.Marks().Find(1)->X1, 2);
+}
+
+} // namespace
+} // namespace lumoplot
