@@ -18,7 +18,7 @@ void TFitPlot::Show(const TSeries& series, TCurFit* model, const QString& note) 
 void TFitPlot::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     m_picture.Paint(painter, rect(),
-                    {TResidualPanel::Shown, m_note, palette().color(QPalette::WindowText),
+                    {TResidualsBelow::Shown, m_note, palette().color(QPalette::WindowText),
                      palette().color(QPalette::Mid), palette().color(QPalette::ToolTipBase),
                      palette().color(QPalette::ToolTipText)});
 }

@@ -22,9 +22,9 @@ constexpr int kCurvePlaces = 800;
 constexpr double kRoom = 0.06; // beyond the data, in parts of their span
 constexpr int kMinSteps = 3;
 constexpr double kFarthest = 1e5; // pixels, which painters still take
-constexpr double kBandConfidence = 0.95;
+constexpr double kPictureConfidence = 0.95;
 constexpr double kOutlierRadius = 5;      // pixels
-constexpr double kResidualShare = 0.27;   // of the height
+constexpr double kResidualsBelowShare = 0.27;   // of the height
 constexpr double kResidualRoom = 1.1;     // times the largest residual
 constexpr std::size_t kFewPoints = 300;   // drawn large
 constexpr std::size_t kSomePoints = 1500; // drawn smaller; of more, one pixel each
@@ -181,7 +181,7 @@ void TFitPicture::TakeBands(const TSeries& series) {
     if (!fit.Result() || fit.IsStale() || !fit.FitError().empty() || m_curve.empty()) return;
     std::vector<double> x;
     for (const QPointF& place : m_curve) x.push_back(place.x());
-    const TBands bands = BandsOf(fit, x, kBandConfidence);
+    const TBands bands = BandsOf(fit, x, kPictureConfidence);
     for (std::size_t i = 0; i < x.size(); ++i) m_bands.push_back({bands.Confidence[i], bands.Prediction[i]});
 }
 
@@ -217,8 +217,8 @@ void TFitPicture::Paint(QPainter& painter, const QRectF& place, const TFitPictur
     const double text = metrics.height();
     const QRectF room = place.adjusted(0, 4, -8, -text - 4);
     const bool hasResiduals =
-        options.Residuals == TResidualPanel::Shown && !m_residuals.empty() && room.height() > 9 * text;
-    const double below = hasResiduals ? std::round(room.height() * kResidualShare) : 0;
+        options.Residuals == TResidualsBelow::Shown && !m_residuals.empty() && room.height() > 9 * text;
+    const double below = hasResiduals ? std::round(room.height() * kResidualsBelowShare) : 0;
     TTickRules residualRules = m_yRules;
     if (hasResiduals) residualRules = ResidualRules();
     const auto ySize = [&](const QString&) { return 1.6 * text; };

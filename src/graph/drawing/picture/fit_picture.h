@@ -22,11 +22,11 @@ class TScaleMap;
 /// one that is not in use, the end of the data set, and without points of the X axis.
 XYGRAPH_EXPORT TXRange CurveRange(const TSeries& series);
 
-enum class TResidualPanel { Hidden, Shown };
+enum class TResidualsBelow { Hidden, Shown };
 
 /// What belongs to the window that shows the picture; on paper black on white.
 struct TFitPictureOptions {
-    TResidualPanel Residuals = TResidualPanel::Shown; ///< where there is room
+    TResidualsBelow Residuals = TResidualsBelow::Shown; ///< where there is room
     QString Note;                                     ///< over the plot
     QColor Text = Qt::black;
     QColor Frame = Qt::gray;
