@@ -317,6 +317,7 @@ void TCurveFittingPage::FindStartOf(TSeries& series) {
     TProgressWindow progress;
     TFitRun run;
     run.Progress = &progress;
+    TakeWeighting(run, series.CurveFit(), values.YErrors);
     FindStartValues(series.CurveFit(), values.X, values.Y, run);
 }
 

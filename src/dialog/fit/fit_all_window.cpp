@@ -1,10 +1,10 @@
 #include "dialog/fit/fit_all_window.h"
 
-#include "data/series/plotted_values.h"
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
 #include "fit/definition/fit_result.h"
 #include "fit/functions/start_values.h"
+#include "graph/fitting/fit_all.h"
 #include "graph/fitting/series_fitting.h"
 #include "support/guard.h"
 #include "support/number_text.h"
@@ -40,10 +40,7 @@ TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
     : QDialog(parent), m_graph(graph), m_ui(std::make_unique<Ui::TFitAllWindow>()) {
     m_ui->setupUi(this);
     m_pattern.Assign(&pattern.CurveFit());
-    for (TSeries* series : graph.Series()) {
-        m_sets.push_back({series, nullptr, {}});
-        m_checks.push_back(series->Count() > 0 ? Qt::Checked : Qt::Unchecked);
-    }
+    for (TSeries* series : graph.Series()) m_sets.push_back({series, series->Count() > 0});
     m_ui->lblAbout->setText(QStringLiteral("y = %1, from the start values of %2.")
                                 .arg(QString::fromStdString(m_pattern.Expression()),
                                      QString::fromStdString(pattern.SeriesName())));
@@ -51,7 +48,8 @@ TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
     connect(m_ui->btnAll, &QPushButton::clicked, this, [this] { CheckAll(Qt::Checked); });
     connect(m_ui->btnNone, &QPushButton::clicked, this, [this] { CheckAll(Qt::Unchecked); });
     connect(m_ui->t_Results, &QTableWidget::itemChanged, this, [this](const QTableWidgetItem* item) {
-        if (item->column() == 0) m_checks[static_cast<std::size_t>(item->row())] = item->checkState();
+        if (item->column() == 0)
+            m_sets[static_cast<std::size_t>(item->row())].IsChecked = item->checkState() == Qt::Checked;
     });
     const auto closeWith = [this](TWish wish) {
         m_wish = wish;
@@ -70,54 +68,89 @@ TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
 TFitAllWindow::~TFitAllWindow() = default;
 
 void TFitAllWindow::CheckAll(Qt::CheckState state) {
-    std::ranges::fill(m_checks, state);
+    for (TListedSet& set : m_sets) set.IsChecked = state == Qt::Checked;
     ShowResults();
-}
-
-bool TFitAllWindow::IsChecked(std::size_t row) const {
-    return m_checks[row] == Qt::Checked;
 }
 
 void TFitAllWindow::Run() {
     {
         TBarProgress bar(*m_ui->bar, *m_ui->btnStop,
-                         {m_ui->btnRun, m_ui->btnAll, m_ui->btnNone, m_ui->cb_FindStart, m_ui->t_Results,
-                          m_ui->btnKeep, m_ui->btnMakeSets, m_ui->btnClose});
-        bar.Begin("Fitting....", 0, static_cast<std::int64_t>(m_sets.size()));
-        TListProgress progress(bar);
-        for (std::size_t row = 0; row < m_sets.size() && !bar.WasCancelled(); ++row, ++progress.Done)
-            if (IsChecked(row)) RunOne(m_sets[row], progress);
+                         {m_ui->btnRun, m_ui->btnAll, m_ui->btnNone, m_ui->cb_FindStart, m_ui->e_Shared,
+                          m_ui->t_Results, m_ui->btnKeep, m_ui->btnMakeSets, m_ui->btnClose});
+        TakeValues();
+        const std::vector<std::string> shared = SharedNames();
+        if (shared.empty()) {
+            bar.Begin("Fitting....", 0, static_cast<std::int64_t>(m_sets.size()));
+            TListProgress progress(bar);
+            FitOneByOne(progress, progress.Done);
+        } else {
+            TFitRun run;
+            run.Progress = &bar;
+            FitInCommon(shared, run);
+        }
     }
     ShowResults();
     m_ui->t_Results->setFocus();
 }
 
-void TFitAllWindow::RunOne(TFitOfSet& one, TProgress& progress) {
-    one.Trouble.clear();
-    one.Fit = std::make_unique<TCurFit>();
-    one.Fit->Assign(&m_pattern);
-    try {
-        ReadRowsForResults(*one.Series);
-        const TPlottedValues values = PlottedValues(*one.Series);
-        TFitRun run;
-        run.Progress = &progress;
-        if (m_ui->cb_FindStart->isChecked()) FindStartValues(*one.Fit, values.X, values.Y, run);
-        RunFit(*one.Fit, values.X, values.Y, run);
-    } catch (const ELumoError& error) {
-        one.Trouble = error.what();
+void TFitAllWindow::TakeValues() {
+    for (TListedSet& set : m_sets) {
+        set.Found = {};
+        if (!set.IsChecked) continue;
+        ReadRowsForResults(*set.Series);
+        set.Values = PlottedValues(*set.Series);
     }
 }
 
-std::vector<std::string> TFitAllWindow::RowOf(const TFitOfSet& one) const {
-    std::vector<std::string> row = {one.Series->SeriesName(), std::to_string(one.Series->Count())};
-    const TFitResult* result = one.IsPossible() ? one.Fit->Result() : nullptr;
-    row.push_back(!one.Trouble.empty() ? one.Trouble : result ? TextOf(result->End) : "");
-    std::size_t place = 0;
+std::vector<std::string> TFitAllWindow::SharedNames() const {
+    std::vector<std::string> names;
+    for (const QString& name : m_ui->e_Shared->text().split(QLatin1Char(','), Qt::SkipEmptyParts))
+        if (!name.trimmed().isEmpty()) names.push_back(name.trimmed().toStdString());
+    return names;
+}
+
+void TFitAllWindow::FitOneByOne(TProgress& progress, std::int64_t& done) {
+    TFitRun run;
+    run.Progress = &progress;
+    for (TListedSet& set : m_sets) {
+        if (!progress.StepTo(++done)) return;
+        if (!set.IsChecked) continue;
+        const TBatchData batch = {set.Series->SeriesName(), set.Values.X, set.Values.Y, set.Values.YErrors};
+        TCurFit definition;
+        definition.Assign(&m_pattern);
+        try {
+            if (m_ui->cb_FindStart->isChecked()) FindStartValues(definition, batch.X, batch.Y, run);
+            std::vector<TBatchFit> found = FitEach(definition, std::span(&batch, 1), run);
+            if (!found.empty()) set.Found = std::move(found.front());
+        } catch (const ELumoError& error) {
+            set.Found = {set.Series->SeriesName(), std::make_unique<TCurFit>(), error.what()};
+            set.Found.Fit->Assign(&m_pattern);
+        }
+    }
+}
+
+void TFitAllWindow::FitInCommon(const std::vector<std::string>& shared, const TFitRun& run) {
+    std::vector<TBatchData> batch;
+    std::vector<TListedSet*> fitted;
+    for (TListedSet& set : m_sets) {
+        if (!set.IsChecked) continue;
+        batch.push_back({set.Series->SeriesName(), set.Values.X, set.Values.Y, set.Values.YErrors});
+        fitted.push_back(&set);
+    }
+    TGlobalFit found = FitTogether(m_pattern, batch, shared, run);
+    for (std::size_t i = 0; i < found.Fits.size(); ++i) fitted[i]->Found = std::move(found.Fits[i]);
+}
+
+std::vector<std::string> TFitAllWindow::RowOf(const TListedSet& set) const {
+    std::vector<std::string> row = {set.Series->SeriesName(), std::to_string(set.Series->Count())};
+    const bool hasFit = set.HasFit();
+    const TFitResult* result = hasFit ? set.Found.Fit->Result() : nullptr;
+    row.push_back(!set.Found.Error.empty() ? set.Found.Error : result ? TextOf(result->End) : "");
     for (int i = 1; i <= m_pattern.NParams(); ++i) {
         if (!m_pattern.Parameter(i)->Vary()) continue;
-        const double error = result ? result->StandardError(place++) : NAN;
-        row.push_back(result ? FormatGeneral(one.Fit->Parameter(i)->Value(), kBatchDigits) : "");
-        row.push_back(std::isfinite(error) ? FormatGeneral(error, kBatchErrorDigits) : "");
+        const double error = hasFit ? set.Found.Fit->Parameter(i)->FinalDeviation : 0;
+        row.push_back(hasFit ? FormatGeneral(set.Found.Fit->Parameter(i)->Value(), kBatchDigits) : "");
+        row.push_back(error > 0 ? FormatGeneral(error, kBatchErrorDigits) : "");
     }
     row.push_back(result && std::isfinite(result->RSquared) ? FormatGeneral(result->RSquared, kBatchDigits)
                                                             : "");
@@ -133,42 +166,36 @@ void TFitAllWindow::ShowResults() {
     }
     head.push_back("R²");
     std::vector<std::vector<std::string>> rows = {head};
-    for (const TFitOfSet& one : m_sets) rows.push_back(RowOf(one));
+    for (const TListedSet& set : m_sets) rows.push_back(RowOf(set));
     const QSignalBlocker quiet(m_ui->t_Results);
     ShowRows(*m_ui->t_Results, rows);
     for (int row = 0; row < m_ui->t_Results->rowCount(); ++row) {
         QTableWidgetItem* item = m_ui->t_Results->item(row, 0);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(m_checks[static_cast<std::size_t>(row)]);
+        item->setCheckState(m_sets[static_cast<std::size_t>(row)].IsChecked ? Qt::Checked : Qt::Unchecked);
     }
     m_ui->t_Results->resizeColumnToContents(0);
-    const bool hasFits = std::ranges::any_of(m_sets, &TFitOfSet::IsPossible);
+    const bool hasFits = std::ranges::any_of(m_sets, &TListedSet::HasFit);
     m_ui->btnKeep->setEnabled(hasFits);
     m_ui->btnMakeSets->setEnabled(hasFits);
 }
 
 void TFitAllWindow::KeepFits() {
-    for (const TFitOfSet& one : m_sets) {
-        if (!one.IsPossible()) continue;
-        const TUpdateHold hold(*one.Series);
-        TCurFit& fit = one.Series->CurveFit();
-        fit.Assign(one.Fit.get());
+    for (const TListedSet& set : m_sets) {
+        if (!set.HasFit()) continue;
+        const TUpdateHold hold(*set.Series);
+        TCurFit& fit = set.Series->CurveFit();
+        fit.Assign(set.Found.Fit.get());
         fit.SetStatus(TFitStatus::FinalResult);
-        fit.RestoreRunState(one.Fit->RunState());
+        fit.RestoreRunState(set.Found.Fit->RunState());
     }
 }
 
 void TFitAllWindow::MakeDataSets() {
-    for (int i = 1; i <= m_pattern.NParams(); ++i) {
-        if (!m_pattern.Parameter(i)->Vary()) continue;
-        TSeries& made = *m_graph.FindSeries(m_graph.AddSeries());
-        const TUpdateHold hold(made);
-        made.SetSeriesName(m_pattern.Parameter(i)->Name() + " of " + std::to_string(m_sets.size()) +
-                           " data sets");
-        for (std::size_t row = 0; row < m_sets.size(); ++row)
-            if (m_sets[row].IsPossible())
-                made.AddPoint(static_cast<double>(row + 1), m_sets[row].Fit->Parameter(i)->Value());
-    }
+    std::vector<TBatchFit> fits;
+    for (TListedSet& set : m_sets)
+        if (set.Found.Fit) fits.push_back(std::move(set.Found));
+    AddParameterDataSets(m_graph, fits);
 }
 
 } // namespace lumoplot

@@ -2,6 +2,8 @@
 // become data sets themselves. It works on copies until what was found is kept.
 #pragma once
 
+#include "data/series/plotted_values.h"
+#include "fit/run/fit_batch.h"
 #include "graph/model/graph.h"
 
 #include <QDialog>
@@ -28,30 +30,33 @@ public:
     TWish Wish() const { return m_wish; }
     /// Puts each fit that was possible into its data set.
     void KeepFits();
-    /// Adds a data set for each varied parameter: its values by the number of the data set.
+    /// Adds a data set for each varied parameter: its values and their errors by the number of the fit.
     void MakeDataSets();
 
 private:
-    struct TFitOfSet {
+    /// A data set of the list, with what it is fitted to.
+    struct TListedSet {
         TSeries* Series = nullptr;
-        std::unique_ptr<TCurFit> Fit; ///< null before it was run
-        std::string Trouble;
+        bool IsChecked = false;
+        TPlottedValues Values = {};
+        TBatchFit Found = {}; ///< its fit is null before it was run
 
-        bool IsPossible() const { return Fit && Trouble.empty(); }
+        bool HasFit() const { return Found.Fit && Found.Error.empty(); }
     };
 
     void CheckAll(Qt::CheckState state);
     void Run();
-    void RunOne(TFitOfSet& one, class TProgress& progress);
+    void TakeValues();
+    void FitOneByOne(TProgress& progress, std::int64_t& done);
+    void FitInCommon(const std::vector<std::string>& shared, const TFitRun& run);
+    std::vector<std::string> SharedNames() const;
     void ShowResults();
-    std::vector<std::string> RowOf(const TFitOfSet& one) const;
-    bool IsChecked(std::size_t row) const;
+    std::vector<std::string> RowOf(const TListedSet& set) const;
 
     TxyGraph& m_graph;
     std::unique_ptr<Ui::TFitAllWindow> m_ui;
     TCurFit m_pattern;
-    std::vector<TFitOfSet> m_sets;
-    std::vector<Qt::CheckState> m_checks;
+    std::vector<TListedSet> m_sets;
     TWish m_wish = TWish::Nothing;
 };
 

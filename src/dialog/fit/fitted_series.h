@@ -18,6 +18,7 @@ struct TFittedSeries {
     TFitRun RunWith(TProgress& progress) const {
         TFitRun run;
         run.Progress = &progress;
+        TakeWeighting(run, Fit, Values.YErrors);
         return run;
     }
 

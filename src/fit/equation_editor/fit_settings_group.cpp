@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "controls/value_edit.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 
 namespace lumoplot {
@@ -18,12 +19,37 @@ TFitSettingsGroup::TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject*
       m_status(form.findChild<QComboBox*>(QStringLiteral("cbx_Status"))),
       m_iterMax(form.findChild<TValueEdit*>(QStringLiteral("e_IterMax"))),
       m_procedure(form.findChild<QComboBox*>(QStringLiteral("cbx_Procedure"))),
+      m_byYErrors(form.findChild<QCheckBox*>(QStringLiteral("cb_ByYErrors"))),
+      m_errorSource(form.findChild<QComboBox*>(QStringLiteral("cbx_ErrorSource"))),
+      m_robust(form.findChild<QComboBox*>(QStringLiteral("cbx_Robust"))),
       m_left{form.findChild<QLineEdit*>(QStringLiteral("e_LeftMargin")), &TCurFit::LeftMargin,
              &TCurFit::UseLeftMargin, &TCurFit::SetLeftMargin, &TCurFit::SetUseLeftMargin},
       m_right{form.findChild<QLineEdit*>(QStringLiteral("e_RightMargin")), &TCurFit::RightMargin,
               &TCurFit::UseRightMargin, &TCurFit::SetRightMargin, &TCurFit::SetUseRightMargin} {
     ConnectNumbers();
     ConnectLists();
+    if (m_byYErrors) ConnectWeights();
+}
+
+void TFitSettingsGroup::ConnectWeights() {
+    const auto take = [this] {
+        m_access.EditFit("weights", [&](TCurFit& fit) {
+            fit.SetWeighting({m_byYErrors->isChecked(), TErrorSource{m_errorSource->currentIndex()},
+                              TRobust{m_robust->currentIndex()}});
+            m_errorSource->setEnabled(fit.UsesYErrors());
+        });
+    };
+    connect(m_byYErrors, &QAbstractButton::clicked, this, take);
+    connect(m_errorSource, &QComboBox::currentIndexChanged, this, take);
+    connect(m_robust, &QComboBox::currentIndexChanged, this, take);
+}
+
+void TFitSettingsGroup::ShowWeights(const TCurFit& fit) {
+    const TFitWeighting weighting = fit.Weighting();
+    m_byYErrors->setChecked(weighting.ByYErrors);
+    m_errorSource->setCurrentIndex(static_cast<int>(weighting.Errors));
+    m_errorSource->setEnabled(weighting.ByYErrors);
+    m_robust->setCurrentIndex(static_cast<int>(weighting.Robust));
 }
 
 void TFitSettingsGroup::ConnectNumbers() {
@@ -95,6 +121,7 @@ void TFitSettingsGroup::Fill() {
     m_procedure->setCurrentIndex(static_cast<int>(fit->ProcType()));
     ShowMargin(*fit, m_left);
     ShowMargin(*fit, m_right);
+    if (m_byYErrors) ShowWeights(*fit);
 }
 
 } // namespace lumoplot

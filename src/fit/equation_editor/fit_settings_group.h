@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+class QCheckBox;
 class QComboBox;
 class QLineEdit;
 
@@ -18,7 +19,7 @@ class TFitSettingsGroup : public QObject {
     Q_OBJECT
 
 public:
-    /// Finds its controls in the form by their names.
+    /// Finds its controls in the form by their names. A form need not have those for weights.
     XYWIDGETS_EXPORT TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
     XYWIDGETS_EXPORT void Fill();
@@ -36,6 +37,8 @@ private:
 
     void ConnectNumbers();
     void ConnectLists();
+    void ConnectWeights();
+    void ShowWeights(const TCurFit& fit);
     void TakeMargin(const TMargin& margin);
     void ShowNothing();
     static void ShowMargin(const TCurFit& fit, const TMargin& margin);
@@ -46,6 +49,9 @@ private:
     QComboBox* m_status;
     TValueEdit* m_iterMax;
     QComboBox* m_procedure;
+    QCheckBox* m_byYErrors; ///< null where the form has none
+    QComboBox* m_errorSource;
+    QComboBox* m_robust;
     TMargin m_left;
     TMargin m_right;
 };

@@ -17,18 +17,19 @@ constexpr int kTableDigits = 6;
 constexpr int kTableErrorDigits = 3;
 constexpr double kOpenBound = std::numeric_limits<double>::infinity();
 
-const char* const kTitles[] = {"Name", "Value", "Std. Error", "Vary", "Min", "Max", "Unit"};
+const char* const kTitles[] = {"Name", "Value", "Std. Error", "Vary", "Min", "Max", "Unit", "Tied To"};
 const char* const kHints[] = {"The name of the parameter in the equation",
                               "Its value: the start of the next fit, the end of the last one",
                               "The standard error that the last fit found",
                               "The fit may change the value",
                               "The fit keeps the value from here on up; empty for no bound",
                               "The fit keeps the value up to here; empty for no bound",
-                              "A text behind the value"};
+                              "A text behind the value",
+                              "A formula of other parameters that gives the value, as 2*b1; empty for none"};
 const char* const kSteps[] = {
     "name of a parameter", "value of a parameter",       "",
     "varied parameters",   "lower bound of a parameter", "upper bound of a parameter",
-    "text of a parameter"};
+    "text of a parameter", "tie of a parameter"};
 
 QString NumberShown(double value, bool isWhole) {
     if (std::isinf(value)) return {};
@@ -60,6 +61,7 @@ TDBLParameter* TParameterModel::ParameterOf(const QModelIndex& index) const {
 
 QString TParameterModel::ErrorText(int number) const {
     const TCurFit& fit = *m_access.Fit();
+    if (fit.Parameter(number)->IsTied()) return QStringLiteral("tied");
     if (!fit.Parameter(number)->Vary()) return QStringLiteral("held");
     const TFitResult* result = fit.Result();
     if (!result || fit.IsStale() || !fit.FitError().empty()) return {};
@@ -78,6 +80,7 @@ QString TParameterModel::TextOf(const TDBLParameter& parameter, int number, int 
     case Min: return NumberShown(parameter.Min(), isWhole);
     case Max: return NumberShown(parameter.Max(), isWhole);
     case Units: return QString::fromStdString(parameter.Units);
+    case Tie: return QString::fromStdString(parameter.Tie());
     default: return {};
     }
 }
@@ -98,7 +101,7 @@ QVariant TParameterModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return index.column() != Vary ? QVariant() : parameter->Vary() ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole: {
-        const bool isNumber = index.column() != Name && index.column() != Units;
+        const bool isNumber = index.column() != Name && index.column() < Units;
         return QVariant::fromValue((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
     default: return {};
@@ -150,6 +153,7 @@ void TParameterModel::Take(TDBLParameter& parameter, int column, const std::stri
     case Min: parameter.SetBounds(BoundIn(text, -kOpenBound), parameter.Max()); break;
     case Max: parameter.SetBounds(parameter.Min(), BoundIn(text, kOpenBound)); break;
     case Units: parameter.Units = text; break;
+    case Tie: parameter.SetTie(text); break;
     default: break;
     }
 }

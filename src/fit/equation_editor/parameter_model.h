@@ -1,5 +1,5 @@
 // The parameters of a curve fit as a table that is edited in place: a row for each, with name, value,
-// standard error, vary, bounds and unit.
+// standard error, vary, bounds, unit and the formula that ties it to others.
 #pragma once
 
 #include "fit/equation_editor/fit_access.h"
@@ -14,7 +14,7 @@ class TParameterModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    enum TColumn { Name, Value, Error, Vary, Min, Max, Units, ColumnCount };
+    enum TColumn { Name, Value, Error, Vary, Min, Max, Units, Tie, ColumnCount };
 
     TParameterModel(TFitAccess& access, QObject* parent);
 

@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QListWidget>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
 #include <QTextBrowser>
@@ -136,12 +137,38 @@ TEST_F(FitWindows, AllDataSetsAreFittedAndTheirParametersBecomeDataSets) {
     }
     EXPECT_NEAR(Graph.FindSeries(2)->CurveFit().Parameter(2)->Value(), 2, 0.05);
     EXPECT_TRUE(Graph.FindSeries(2)->CurveFit().Result());
-    EXPECT_EQ(Names(), (std::vector<std::string>{"a", "b", "a of 2 data sets", "t of 2 data sets",
-                                                 "c of 2 data sets"}));
+    EXPECT_EQ(Names(), (std::vector<std::string>{"a", "b", "a", "t", "c"}));
     const TSeries& halfLives = *Graph.FindSeries(4);
     ASSERT_EQ(halfLives.Count(), 2);
     Click("btnUndoStep");
     EXPECT_EQ(Names().size(), 2u);
+}
+
+TEST_F(FitWindows, AParameterInCommonHasOneValueForAllDataSets) {
+    ChooseHalfLife();
+    WhenModal<TFitAllWindow>([](TFitAllWindow& window) {
+        lumoplot::Type(window, "e_Shared", QStringLiteral("c"));
+        lumoplot::Click(window, "btnRun");
+        EXPECT_EQ(CellOf(window, "t_Results", 0, 7), CellOf(window, "t_Results", 1, 7));
+        EXPECT_NEAR(CellOf(window, "t_Results", 0, 7).toDouble(), 1, 0.05);
+        EXPECT_NE(CellOf(window, "t_Results", 0, 5), CellOf(window, "t_Results", 1, 5));
+        window.reject();
+    });
+    Click("btnFitAll");
+}
+
+// The errors of the points count only where the page says so.
+TEST_F(FitWindows, PointsAreWeighedWhereThatIsChosen) {
+    ChooseHalfLife();
+    Find<QTabWidget>("lists").setCurrentIndex(2);
+    Click("cb_ByYErrors");
+    EXPECT_TRUE(Fit().UsesYErrors());
+    EXPECT_TRUE(Find<QWidget>("cbx_ErrorSource").isEnabled());
+    Click("btnUndoStep");
+    EXPECT_FALSE(Fit().UsesYErrors());
+    EXPECT_FALSE(Find<QWidget>("cbx_ErrorSource").isEnabled());
+    Choose("cbx_Robust", 3);
+    EXPECT_EQ(Fit().Weighting().Robust, TRobust::Tukey);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "graph/drawing/picture/fit_picture.h"
 
+#include "data/series/plotted_values.h"
 #include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
@@ -22,6 +23,7 @@ constexpr double kRoom = 0.06; // beyond the data, in parts of their span
 constexpr int kMinSteps = 3;
 constexpr double kFarthest = 1e5; // pixels, which painters still take
 constexpr double kBandConfidence = 0.95;
+constexpr double kOutlierRadius = 5;      // pixels
 constexpr double kResidualShare = 0.27;   // of the height
 constexpr double kResidualRoom = 1.1;     // times the largest residual
 constexpr std::size_t kFewPoints = 300;   // drawn large
@@ -98,10 +100,12 @@ void TFitPicture::Take(const TSeries& series, TCurFit* model) {
     m_curve.clear();
     m_bands.clear();
     m_residuals.clear();
+    m_outliers.clear();
     if (model) {
         TakeCurve(series, *model);
         TakeResiduals(*model);
         TakeBands(series);
+        TakeOutliers(series);
     }
     TakeLook(series);
 }
@@ -181,6 +185,18 @@ void TFitPicture::TakeBands(const TSeries& series) {
     for (std::size_t i = 0; i < x.size(); ++i) m_bands.push_back({bands.Confidence[i], bands.Prediction[i]});
 }
 
+void TFitPicture::TakeOutliers(const TSeries& series) {
+    const TCurFit& fit = series.CurveFit();
+    const bool isKnown =
+        fit.Result() && !fit.IsStale() && fit.FitError().empty() && fit.Result()->Outliers > 0;
+    if (!isKnown || fit.Weighting().Robust == TRobust::None) return;
+    const TPlottedValues values = PlottedValues(series);
+    TFitRun run;
+    TakeWeighting(run, fit, values.YErrors);
+    for (const std::size_t place : OutliersOf({fit, values.X, values.Y, run}))
+        m_outliers.emplace_back(values.X[place], values.Y[place]);
+}
+
 void TFitPicture::TakeLook(const TSeries& series) {
     const TAppearance& appearance = *series.Graph().Appearance();
     const TCurFit& fit = series.CurveFit();
@@ -224,6 +240,7 @@ void TFitPicture::Paint(QPainter& painter, const QRectF& place, const TFitPictur
     PaintBands(painter, x, y);
     PaintPoints(painter, m_points, x, y);
     PaintCurve(painter, x, y);
+    PaintOutliers(painter, x, y);
     if (hasResiduals) {
         painter.setClipRect(lower.Plot);
         const TScaleMap r(residualRules.Min, residualRules.Max, lower.Plot.bottom(), lower.Plot.top(),
@@ -324,6 +341,16 @@ void TFitPicture::PaintBands(QPainter& painter, const TScaleMap& x, const TScale
         painter.setPen(Qt::NoPen);
         painter.setBrush(colour);
         painter.drawPolygon(upper + lower);
+    }
+}
+
+void TFitPicture::PaintOutliers(QPainter& painter, const TScaleMap& x, const TScaleMap& y) const {
+    painter.setPen(QPen(m_look.Curve.color(), 1.5));
+    painter.setBrush(Qt::NoBrush);
+    for (const QPointF& point : m_outliers) {
+        const QPointF place(x.Position(point.x()), y.Position(point.y()));
+        if (std::isfinite(place.x()) && std::isfinite(place.y()))
+            painter.drawEllipse(place, kOutlierRadius, kOutlierRadius);
     }
 }
 

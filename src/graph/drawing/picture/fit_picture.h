@@ -73,11 +73,13 @@ private:
     void TakeCurve(const TSeries& series, TCurFit& model);
     void TakeResiduals(TCurFit& model);
     void TakeBands(const TSeries& series);
+    void TakeOutliers(const TSeries& series);
     void TakeLook(const TSeries& series);
     TTickRules ResidualRules() const;
     void PaintPanel(QPainter& painter, const TPanel& panel, const TFitPictureOptions& options) const;
     void PaintPoints(QPainter& painter, const std::vector<QPointF>& points, const TScaleMap& x,
                      const TScaleMap& y) const;
+    void PaintOutliers(QPainter& painter, const TScaleMap& x, const TScaleMap& y) const;
     void PaintBands(QPainter& painter, const TScaleMap& x, const TScaleMap& y) const;
     void PaintCurve(QPainter& painter, const TScaleMap& x, const TScaleMap& y) const;
     void PaintNote(QPainter& painter, const QRectF& plot, const TFitPictureOptions& options) const;
@@ -88,6 +90,7 @@ private:
     std::vector<QPointF> m_curve; ///< not-a-number in Y where it has a gap
     std::vector<TBand> m_bands;   ///< half their widths at the places of the curve; may be empty
     std::vector<QPointF> m_residuals;
+    std::vector<QPointF> m_outliers;
     TTickRules m_xRules;
     TTickRules m_yRules;
     TLook m_look;
