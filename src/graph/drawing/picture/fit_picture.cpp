@@ -23,11 +23,11 @@ constexpr double kRoom = 0.06; // beyond the data, in parts of their span
 constexpr int kMinSteps = 3;
 constexpr double kFarthest = 1e5; // pixels, which painters still take
 constexpr double kPictureConfidence = 0.95;
-constexpr double kOutlierRadius = 5;      // pixels
-constexpr double kResidualsBelowShare = 0.27;   // of the height
-constexpr double kResidualRoom = 1.1;     // times the largest residual
-constexpr std::size_t kFewPoints = 300;   // drawn large
-constexpr std::size_t kSomePoints = 1500; // drawn smaller; of more, one pixel each
+constexpr double kOutlierRadius = 5;          // pixels
+constexpr double kResidualsBelowShare = 0.27; // of the height
+constexpr double kResidualRoom = 1.1;         // times the largest residual
+constexpr std::size_t kFewPoints = 300;       // drawn large
+constexpr std::size_t kSomePoints = 1500;     // drawn smaller; of more, one pixel each
 
 TScaleKind KindOf(const TTickRules& rules) {
     return rules.LogScale ? TScaleKind::Log : TScaleKind::Linear;
