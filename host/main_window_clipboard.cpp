@@ -20,10 +20,10 @@ void TMainWindow::OnCopyDataSet() {
 }
 
 void TMainWindow::OnPasteDataSet() {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    if (!data || !MimeHoldsSeries(*data)) throw EFileError("There is no data set on the clipboard");
+    const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
+    if (!mime || !MimeHoldsSeries(*mime)) throw EFileError("There is no data set on the clipboard");
     Change(tr("paste data set"), [&] {
-        const int number = AddSeriesFromMime(Graph(), *data);
+        const int number = AddSeriesFromMime(Graph(), *mime);
         Graph().Appearance()->SetCurrSerIndex(number);
         if (Graph().Series().size() == 2) Graph().Legend()->Setvisible(true);
     });

@@ -52,7 +52,8 @@ std::span<const TSettingWords> DataAndPaperWords() {
     static constexpr TSettingWords kWords[] = {
         {10, "Draw points beyond the axes, too"}, {1, "Keep points with equal X"},
         {40, "Folder of the data files", Folder}, {5, "Print the background colours"},
-        {22, "Print lines in their styles"},
+        {22, "Print lines in their styles"},      {62, "Bands about fitted curves", Choice, kFitBands},
+        {63, "Residuals above the plot"},
     };
     return kWords;
 }

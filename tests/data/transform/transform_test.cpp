@@ -10,7 +10,7 @@ namespace {
 
 using enum TTransformKind;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kRounding = 1e-12;
+constexpr double kTransformRounding = 1e-12;
 
 struct TTransformCase {
     const char* what;
@@ -58,8 +58,9 @@ TEST(Transform, GivesWhatWasWorkedOutByHand) {
         const TCurveValues result = Transformed(c.curve, c.transform);
         ASSERT_EQ(result.X.size(), c.expected.X.size());
         for (std::size_t i = 0; i < result.X.size(); ++i) {
-            EXPECT_NEAR(result.X[i], c.expected.X[i], kRounding) << i;
-            EXPECT_NEAR(result.Y[i], c.expected.Y[i], kRounding * (1 + std::abs(c.expected.Y[i]))) << i;
+            EXPECT_NEAR(result.X[i], c.expected.X[i], kTransformRounding) << i;
+            EXPECT_NEAR(result.Y[i], c.expected.Y[i], kTransformRounding * (1 + std::abs(c.expected.Y[i])))
+                << i;
         }
     }
 }

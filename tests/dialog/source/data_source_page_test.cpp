@@ -443,7 +443,6 @@ TEST_F(TDataSourcePageTest, ADataSetFileBringsItsPointsAndSettings) {
     Click("btnNew");
     AnswerFileDialog(PathOf("saved.lds"));
     Choose("cbx_SourceKind", 2);
-    EXPECT_TRUE(Find<QLabel>("lblNotes").text().contains(QStringLiteral("Database files")));
     Click("btnBrowse");
     EXPECT_EQ(Source().Kind(), TSourceKind::DataFile);
     EXPECT_EQ(Ys(), (std::vector<double>{10, 20}));
