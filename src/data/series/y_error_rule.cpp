@@ -2,6 +2,7 @@
 
 #include "data/series/data_series.h"
 #include "data/series/ds_info.h"
+#include "expr/expr_word.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/update_hold.h"
