@@ -27,7 +27,7 @@ enum class TResidualsBelow { Hidden, Shown };
 /// What belongs to the window that shows the picture; on paper black on white.
 struct TFitPictureOptions {
     TResidualsBelow Residuals = TResidualsBelow::Shown; ///< where there is room
-    QString Note;                                     ///< over the plot
+    QString Note;                                       ///< over the plot
     QColor Text = Qt::black;
     QColor Frame = Qt::gray;
     QColor NoteBase = Qt::white;
