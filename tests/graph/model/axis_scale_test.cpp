@@ -30,6 +30,8 @@ TEST(AxisScale, RangesAreRoundAndHoldTheData) {
         {-5, -5, {-6, 0, 1}},        //
         {0.3, 9.7, {0, 10, 1}},      // drawn to 0
         {-9.7, -0.3, {-10, 0, 1}},   //
+        {1.5, 9.7, {0, 10, 1}},      //
+        {-9.7, -1.5, {-10, 0, 1}},   //
         {12, 13, {11.8, 13.2, 0.2}}, // span 1: p = 1
         {-2, 3, {-3, 4, 1}},         // the extra step of a negative minimum leaves room already
     };

@@ -18,11 +18,13 @@ protected:
 };
 
 TEST_F(GraphMouse, ARubberBandZoomsToWhatItHolds) {
+    const double secondMax = Graph.YAxis_Second()->Max();
     DragAndDrop(PlaceOf(2, 64), PlaceOf(6, 16));
     EXPECT_NEAR(X().Min(), 2, kPixel);
     EXPECT_NEAR(X().Max(), 6, kPixel);
     EXPECT_NEAR(Y().Min(), 16, 0.5);
     EXPECT_NEAR(Y().Max(), 64, 0.5);
+    EXPECT_EQ(Graph.YAxis_Second()->Max(), secondMax) << "nothing lies on it";
     EXPECT_NEAR(Map().X.Value(Map().Plot.left()), 2, kPixel);
 }
 
@@ -133,6 +135,7 @@ TEST_F(GraphMouse, KeysZoomAndMove) {
     Press(Qt::Key_Plus);
     EXPECT_NEAR(X().Max() - X().Min(), span / 1.4, 1e-9);
     Press(Qt::Key_Minus);
+    EXPECT_NEAR(X().Max() - X().Min(), span, 1e-9);
     const double min = X().Min();
     const bool autoY = Y().AutoSizing();
     Press(Qt::Key_Right);
