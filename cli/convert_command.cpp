@@ -7,7 +7,9 @@
 #include "graph/plotted/series_text.h"
 #include "support/errors.h"
 #include "support/replace_file.h"
+#include "support/system_path.h"
 
+#include <filesystem>
 #include <memory>
 
 namespace lumoplot {
@@ -32,6 +34,8 @@ struct TConvertCommand {
         if (!kind) throw EUsage("OUT: '" + out + "' does not end with .ltp, .lds, .lfn, .dat, .csv or .txt");
         if (text && kind == TFileKind::Text) throw EUsage("--text is for .ltp, .lds and .lfn files");
         if (data.set && kind == TFileKind::Graph) throw EUsage("--set is for files of one data set");
+        if (kind != TFileKind::Graph && IsTheData())
+            throw EUsage("OUT: '" + out + "' is DATA itself and would lose what is not converted");
         SetCompactStreams(!text);
         if (kind == TFileKind::Function)
             WriteFunction();
@@ -40,6 +44,11 @@ struct TConvertCommand {
     }
 
 private:
+    bool IsTheData() const {
+        std::error_code unknown; // of names that are no files
+        return std::filesystem::equivalent(SystemPath(data.file), SystemPath(out), unknown);
+    }
+
     void WriteFunction() const {
         if (KindOfFile(data.file) != TFileKind::Function)
             throw EFileError(data.file + " is no function file");

@@ -18,6 +18,9 @@
 namespace lumoplot {
 namespace {
 
+constexpr int kMostStarts = 1000;
+constexpr int kMostResamples = 100000;
+
 struct TFitCommand {
     TDataOptions data;
     TFitDefinition definition;
@@ -36,6 +39,9 @@ struct TFitCommand {
     void Run() const {
         if (!report.empty()) CheckReportName(report);
         if (searchRuns && starts == TFitStarts::Given) throw EUsage("--starts: there is --local already");
+        if (searchRuns > kMostStarts) throw EUsage("--starts: more than " + std::to_string(kMostStarts));
+        if (bootstrap > kMostResamples)
+            throw EUsage("--bootstrap: more than " + std::to_string(kMostResamples));
         TCurFit fit;
         if (definition.HasModel()) definition.Define(fit, nullptr);
         TDataOptions options = data;

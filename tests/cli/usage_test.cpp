@@ -54,6 +54,13 @@ TEST(Usage, WrongUsageIsOneMessageAndStatusTwo) {
 
 class Failures : public TFolderTest {};
 
+TEST_F(Failures, ATextIsNotConvertedOntoItself) {
+    const std::string text = "t,a,b\n1,2,3\n2,3,4\n";
+    const std::string name = WithText("data.csv", text);
+    EXPECT_EQ(RunProgram({"convert", name, name}).status, 2);
+    EXPECT_EQ(ContentOf(name), text) << "b would have been lost";
+}
+
 TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
     const std::string data = WithText("data.csv", "x,y\n1,2\n2,3\n");
     const std::string garbage(1000, '\xA5');

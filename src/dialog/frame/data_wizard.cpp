@@ -20,6 +20,7 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QScreen>
+#include <QTimer>
 #include <utility>
 
 namespace lumoplot {
@@ -180,6 +181,8 @@ void TxyDataWizard::showEvent(QShowEvent* event) {
     if (m_startPage >= 0 && m_startPage < m_ui->tabs->count()) m_ui->tabs->setCurrentIndex(m_startPage);
     ListChanged();
     m_session->Start();
+    // Only now the controls know how little room they need.
+    QTimer::singleShot(0, this, [this] { resize(size().boundedTo(RoomOnScreen(*this))); });
 }
 
 void TxyDataWizard::hideEvent(QHideEvent* event) {
