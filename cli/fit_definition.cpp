@@ -5,6 +5,7 @@
 #include "fit/definition/fit_result.h"
 #include "support/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
@@ -48,11 +49,25 @@ void TakeBound(TCurFit& fit, const std::string& text) {
     ExistingParameter(fit, "--bound", name).SetBounds(min, max);
 }
 
+bool IsNamedIn(const std::string& formula, const std::string& name) {
+    return std::ranges::any_of(
+        NamesIn(formula), [&name](const TNameUse& use) { return LowerCased(use.Name) == LowerCased(name); });
+}
+
+/// In the equation or in what others are tied to; templates put in names of their own.
+bool IsUsed(const TCurFit& fit, const std::vector<std::string>& ties, const std::string& name) {
+    return fit.NTemplates() > 0 || IsNamedIn(fit.Expression(), name) ||
+           std::ranges::any_of(ties, [&name](const std::string& tie) {
+               return IsNamedIn(Halves("--tie", tie).second, name);
+           });
+}
+
 // A parameter that is only tied needs no start.
-void TakeTie(TCurFit& fit, const std::string& text) {
+void TakeTie(TCurFit& fit, const std::vector<std::string>& ties, const std::string& text) {
     const auto [name, formula] = Halves("--tie", text);
     if (!FindParameter(fit, name)) {
         if (!IsName(name)) throw EUsage("--tie: '" + name + "' is not a name");
+        if (!IsUsed(fit, ties, name)) throw EUsage("--tie: '" + name + "' is in no formula");
         auto parameter = std::make_unique<TDBLParameter>();
         parameter->SetName(name);
         fit.AddParameter(std::move(parameter));
@@ -67,11 +82,11 @@ void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
     for (const std::string& text : parameters) TakeParameter(fit, text);
     for (const std::string& name : fixed) ExistingParameter(fit, "--fix", name).SetVary(false);
     for (const std::string& text : bounds) TakeBound(fit, text);
-    for (const std::string& text : ties) TakeTie(fit, text);
     for (const std::string& text : templates) {
         const auto [name, replacement] = Halves("--template", text);
         fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{name, replacement, ""}));
     }
+    for (const std::string& text : ties) TakeTie(fit, ties, text);
     TakeRun(fit);
 }
 

@@ -8,6 +8,7 @@
 #include "support/number_text.h"
 
 #include <QFileInfo>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -44,7 +45,8 @@ void SetRange(TxyGraph& graph, const std::string& text) {
     TAxis& axis = AxisNamed(graph, text.substr(0, equals));
     const double min = NumberArgument("--axis-range", text.substr(equals + 1, colon - equals - 1));
     const double max = NumberArgument("--axis-range", text.substr(colon + 1));
-    if (!(min < max)) throw EUsage("--axis-range: '" + text + "' has no MIN below MAX");
+    if (!(min < max) || !std::isfinite(max - min))
+        throw EUsage("--axis-range: '" + text + "' has no finite MIN below MAX");
     axis.SetMin(min);
     axis.SetMax(max);
     axis.SetMin(min); // the first one was refused where it lay above the old end

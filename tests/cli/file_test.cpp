@@ -301,7 +301,7 @@ TEST_F(Files, OnePictureShowsSeveralFilesAndColumns) {
     const std::string both = texts({one, two, "--columns", "1,2,3", "--axis-range", "y=-100:200"});
     for (const char* name : {">one: low<", ">two: high<", ">200<"})
         EXPECT_NE(both.find(name), std::string::npos) << name;
-    for (const char* range : {"z=0:1", "x=1", "x=2:1", "y=a:b"})
+    for (const char* range : {"z=0:1", "x=1", "x=2:1", "x=0:inf", "y=a:b"})
         EXPECT_EQ(RunProgram({"render", one, NameOf("no.png"), "--axis-range", range}).status, 2) << range;
 }
 

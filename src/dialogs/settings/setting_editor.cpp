@@ -237,11 +237,18 @@ TFontSpec FromDialogFont(const QFont& font, TFontSpec spec) {
     return spec;
 }
 
+/// The first control takes the room that the second leaves, and the focus of both.
+void PutSideBySide(QWidget& both, QWidget& first, QWidget& second) {
+    auto* row = new QHBoxLayout(&both);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(&first, 1);
+    row->addWidget(&second);
+    both.setFocusProxy(&first);
+}
+
 /// Two buttons: the font and the colour of its letters.
 TSettingEditor FontEditor(const TMaking& making) {
     auto* both = new QWidget(making.Parent);
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins(0, 0, 0, 0);
     auto* button = new QPushButton(both);
     button->setObjectName(QLatin1String("b_") + making.Name);
     auto* colorButton = new QPushButton(both);
@@ -250,9 +257,7 @@ TSettingEditor FontEditor(const TMaking& making) {
     colorButton->setToolTip(QObject::tr("Colour of the letters"));
     for (QPushButton* part : {button, colorButton}) part->setAutoDefault(false);
     button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    row->addWidget(button, 1);
-    row->addWidget(colorButton);
-    both->setFocusProxy(button);
+    PutSideBySide(*both, *button, *colorButton);
     const auto font = [making] { return std::get<TFontSpec>(making.Setting.Get()); };
     QObject::connect(button, &QPushButton::clicked, button, [=] {
         bool isChosen = false;
@@ -274,8 +279,6 @@ TSettingEditor FontEditor(const TMaking& making) {
 
 TSettingEditor PathEditor(const TMaking& making, TSettingEdit kind) {
     auto* both = new QWidget(making.Parent);
-    auto* row = new QHBoxLayout(both);
-    row->setContentsMargins(0, 0, 0, 0);
     auto* edit = new QLineEdit(both);
     edit->setObjectName(QLatin1String("e_") + making.Name);
     auto* browse = new QToolButton(both);
@@ -283,9 +286,7 @@ TSettingEditor PathEditor(const TMaking& making, TSettingEdit kind) {
     browse->setText(QStringLiteral("…"));
     browse->setAccessibleName(QObject::tr("Choose"));
     browse->setFocusPolicy(Qt::StrongFocus);
-    row->addWidget(edit, 1);
-    row->addWidget(browse);
-    both->setFocusProxy(edit);
+    PutSideBySide(*both, *edit, *browse);
     QObject::connect(edit, &QLineEdit::textEdited, edit,
                      [making](const QString& text) { making.Put(text.toStdString()); });
     QObject::connect(browse, &QToolButton::clicked, edit, [=] {

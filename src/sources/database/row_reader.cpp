@@ -320,11 +320,13 @@ private:
 
     TTextReport Finished() {
         m_report.rowsChosen = m_chosenRows > 0 ? m_chosenRows : m_rowsSeen - m_leftOut;
-        const auto note = [this](std::int64_t count, const char* what) {
-            if (count > 0) m_report.notes.push_back(std::to_string(count) + what);
+        const auto note = [this](std::int64_t count, const char* one, const char* many) {
+            if (count > 0) m_report.notes.push_back(std::to_string(count) + (count == 1 ? one : many));
         };
-        note(m_nullRows, " rows have no value (NULL) and give no point");
-        note(m_counts.rounded, " values have more digits than numbers hold here and were rounded");
+        note(m_nullRows, " row has no value (NULL) and gives no point",
+             " rows have no value (NULL) and give no point");
+        note(m_counts.rounded, " value has more digits than numbers hold here and was rounded",
+             " values have more digits than numbers hold here and were rounded");
         if (m_report.rowsUsed == 0 && !m_report.isOverLimit && !m_stream.IsStopped()) ThrowNoRows();
         return std::move(m_report);
     }

@@ -54,7 +54,7 @@ struct TTypeCase {
 TEST_F(SqliteTest, ValuesOfEveryTypeBecomeNumbers) {
     const TTypeCase cases[] = {
         {"integer", "(1,9007199254740992),(2,-5)", {9007199254740992.0, -5}, ""},
-        {"integer", "(1,9007199254740993)", {9007199254740992.0}, "1 values have more digits"},
+        {"integer", "(1,9007199254740993)", {9007199254740992.0}, "1 value has more digits"},
         {"text", "(1,'2.5'),(2,' 3 ')", {2.5, 3}, ""},
         {"text",
          "(1,'1970-01-02'),(2,'1970-01-01 12:00:00'),(3,'1970-01-01T12:00:00+06:00')",
