@@ -3,6 +3,7 @@
 
 #include "fit/definition/cur_fit.h"
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,11 @@ inline TDBLParameter& AddParameter(TCurFit& fit, const std::string& name, double
     parameter->SetValue(value);
     fit.AddParameter(std::move(parameter));
     return *fit.Parameter(fit.NParams());
+}
+
+/// Adds parameters of value 0 that are varied.
+inline void AddVaried(TCurFit& fit, std::initializer_list<const char*> names) {
+    for (const char* name : names) AddParameter(fit, name, 0).SetVary(true);
 }
 
 } // namespace lumoplot

@@ -1,4 +1,5 @@
 // The exported functions, called as a host calls them: by their names in the shared library.
+#include "common/fit_parameters.h"
 #include "common/random_graph.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
@@ -171,12 +172,7 @@ TEST_F(EditData, AFitIsThereWithItsErrorsWhenTheEditorIsOpenedAgain) {
     TSeries& series = *Graph.FindSeries(1);
     for (int i = 5; i < 30; ++i) series.AddPoint(i, 2 * i + i % 3);
     TCurFit& fit = series.CurveFit();
-    for (const char* name : {"a", "b"}) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetVary(true);
-        fit.AddParameter(std::move(parameter));
-    }
+    AddVaried(fit, {"a", "b"});
     fit.SetExpression("a*x+b");
     QString found;
     const auto shown = [](QDialog& dialog) {

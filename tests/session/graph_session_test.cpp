@@ -1,5 +1,6 @@
 #include "session/graph_session.h"
 
+#include "common/fit_parameters.h"
 #include "common/graph_state.h"
 #include "common/recording_sink.h"
 #include "common/special_values.h"
@@ -68,12 +69,7 @@ void EditPoints(TSeries& series, TRandom& random) {
 void FitLine(TSeries& series) {
     TCurFit& fit = series.CurveFit();
     fit.ClearParameters();
-    for (const char* name : {"A", "B"}) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetVary(true);
-        fit.AddParameter(std::move(parameter));
-    }
+    AddVaried(fit, {"A", "B"});
     fit.SetExpression("A*x+B");
     fit.SetStatus(TFitStatus::FinalResult);
     series.Graph().PrepareForDrawing();

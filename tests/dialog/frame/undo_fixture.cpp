@@ -1,5 +1,7 @@
 #include "dialog/frame/undo_fixture.h"
 
+#include "common/fit_parameters.h"
+
 namespace lumoplot {
 
 void DataWizardUndo::PrepareGraph() {
@@ -8,12 +10,7 @@ void DataWizardUndo::PrepareGraph() {
     series.SetPointsShown(true);
     series.SetRegressionType(TRegressionType::Linear);
     TCurFit& fit = series.CurveFit();
-    for (const char* name : {"a", "b"}) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(name);
-        parameter->SetVary(true);
-        fit.AddParameter(std::move(parameter));
-    }
+    AddVaried(fit, {"a", "b"});
     fit.SetExpression("a*x+b");
     fit.SetNPoints(150);
     fit.SetStatus(TFitStatus::FinalResult);

@@ -1,5 +1,6 @@
 // What is worked out from points whose X are the values of another data set lies on the points as they are
 // plotted.
+#include "common/fit_parameters.h"
 #include "common/special_values.h"
 #include "data/analysis/least_squares.h"
 #include "data/analysis/statistics.h"
@@ -38,12 +39,7 @@ protected:
     }
     void FitLine() {
         TCurFit& fit = Y.CurveFit();
-        for (const char* name : {"A", "B"}) {
-            auto parameter = std::make_unique<TDBLParameter>();
-            parameter->SetName(name);
-            parameter->SetVary(true);
-            fit.AddParameter(std::move(parameter));
-        }
+        AddVaried(fit, {"A", "B"});
         fit.SetExpression("A*x+B");
         fit.SetStatus(TFitStatus::FinalResult);
     }
