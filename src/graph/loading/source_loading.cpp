@@ -21,9 +21,8 @@ namespace {
 std::string FileFor(const TSeries& series, const std::string& file) {
     const QString name = QString::fromStdString(file);
     const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
-    if (name.isEmpty() || directory.isEmpty() || QFileInfo(name).isAbsolute() || QFileInfo::exists(name))
-        return name.toStdString();
-    return QDir(directory).filePath(name).toStdString();
+    if (name.isEmpty() || directory.isEmpty() || QFileInfo::exists(name)) return name.toStdString();
+    return QDir(directory).filePath(name).toStdString(); // an absolute name stays
 }
 
 // A data-set file brings its own settings; what says where the points come from stays.
