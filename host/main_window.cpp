@@ -1,9 +1,9 @@
 #include "host/main_window.h"
 
-#include "dialogs/graph_edit_bar.h"
-#include "dialogs/window_place.h"
-#include "host/recent_files.h"
-#include "host/shown_text.h"
+#include "dialogs/editing/graph_edit_bar.h"
+#include "dialogs/messages/window_place.h"
+#include "host/files/recent_files.h"
+#include "host/files/shown_text.h"
 #include "host/start_page.h"
 #include "support/guard.h"
 #include "support/message_text.h"

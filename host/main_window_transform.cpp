@@ -1,7 +1,7 @@
 // The Transform menu: new curves out of the current data set.
 #include "dialogs/hand_edit.h"
-#include "dialogs/peaks_dialog.h"
-#include "dialogs/transform_dialog.h"
+#include "dialogs/transform/peaks_dialog.h"
+#include "dialogs/transform/transform_dialog.h"
 #include "host/main_window.h"
 #include "support/guard.h"
 #include "support/message_sink.h"

@@ -1,4 +1,4 @@
-#include "dialogs/mark_editor.h"
+#include "dialogs/editing/mark_editor.h"
 
 #include "common/keyboard_walk.h"
 #include "common/recording_sink.h"

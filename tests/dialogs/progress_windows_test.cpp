@@ -1,8 +1,8 @@
 #include "common/window_driver.h"
-#include "dialogs/message_box_sink.h"
-#include "dialogs/progress_bar.h"
-#include "dialogs/progress_window.h"
-#include "dialogs/wait_window.h"
+#include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/progress_bar.h"
+#include "dialogs/messages/progress_window.h"
+#include "dialogs/messages/wait_window.h"
 #include "support/message_sink.h"
 
 #include <QElapsedTimer>

@@ -1,9 +1,9 @@
-#include "dialogs/transform_dialog.h"
+#include "dialogs/transform/transform_dialog.h"
 
 #include "common/keyboard_walk.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
-#include "dialogs/peaks_dialog.h"
+#include "dialogs/transform/peaks_dialog.h"
 #include "graph/model/graph.h"
 
 #include <QLabel>

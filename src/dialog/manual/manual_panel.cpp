@@ -1,7 +1,7 @@
 #include "dialog/manual/manual_panel.h"
 
 #include "dialog/manual/manual_commit.h"
-#include "dialogs/set_values_dialog.h"
+#include "dialogs/editing/set_values_dialog.h"
 #include "ui_manual_panel.h"
 
 #include <QLocale>

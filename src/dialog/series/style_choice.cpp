@@ -1,7 +1,7 @@
 #include "dialog/series/style_choice.h"
 
 #include "controls/return_key.h"
-#include "dialogs/series_list.h"
+#include "dialogs/editing/series_list.h"
 #include "graph/model/graph.h"
 #include "support/update_hold.h"
 

@@ -7,7 +7,7 @@
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 
