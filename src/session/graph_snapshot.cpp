@@ -105,11 +105,8 @@ void RestoreRegression(TSeries& series, bool stale) {
     if (!stale) series.UpdateRegression();
 }
 
-// What was worked out, when the data sets and the one that is X are what they were.
-void RestoreResults(TSeries& series, const TSeriesState& state, bool hasOtherX) {
-    const TUpdateHold hold(series);
-    if (hasOtherX) series.XSourceChanged();
-    series.RestoreExtents(state.Extents);
+// What was worked out, when the data sets and the one that is X are what they were, baselines included.
+void RestoreResults(TSeries& series, const TSeriesState& state) {
     RestoreRegression(series, state.RegressionStale);
     series.RestoreExtents(state.Extents); // sampling the curve of a fit has brought them up to date
     series.CurveFit().RestoreRunState(state.FitRun);
@@ -180,7 +177,11 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
     for (std::size_t i = 0; i < m_series.size(); ++i)
         graph.Series()[i]->RestoreUseXAxisSeries(m_series[i].UsesXAxisSeries);
-    for (std::size_t i = 0; i < m_series.size(); ++i) RestoreResults(*graph.Series()[i], m_series[i], hasX);
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        if (hasX) graph.Series()[i]->XSourceChanged();
+        graph.Series()[i]->RestoreExtents(m_series[i].Extents);
+    }
+    for (std::size_t i = 0; i < m_series.size(); ++i) RestoreResults(*graph.Series()[i], m_series[i]);
     graph.SetMarks(m_marks);
     RestoreChildren(graph);
     graph.Appearance()->SetCurrSerIndex(currSerIndex);

@@ -6,6 +6,7 @@
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
+#include "graph/model/child_graph.h"
 #include "graph/mouse/graph_mouse.h"
 #include "session/undo_history.h"
 
@@ -130,7 +131,7 @@ void LookOnce(TxyGraph& graph, TRandom& random) {
 
 TEST(TGraphSessionTest, AStateThatIsPutBackEqualsTheStateAsItWasFiledOrNot) {
     const TRecordingSink sink; // of data sets that are X no longer, and of sources that are not there
-    for (unsigned seed = 0; seed < 60; ++seed) {
+    for (unsigned seed = 0; seed < 100; ++seed) {
         TRandom random(seed);
         TxyGraph graph;
         FillRandomly(graph, random);
@@ -210,6 +211,59 @@ TEST_F(TSessionTest, StepsWithOneKeyAreOneUntilSomethingElseHappens) {
         Rename("B", edit);
         EXPECT_EQ(UndoAll(), kSteps[i]) << i;
         m_session.Start();
+    }
+}
+
+TEST_F(TSessionTest, AnUndoneStepIsNotJoinedByTheNextOfItsKind) {
+    const TMergeKey edit{&m_graph, 1};
+    Rename("A", edit);
+    m_session.Change("width", [&] { m_graph.FirstSeries()->SetLineWidth(9); });
+    m_session.Undo();
+    Rename("B", edit);
+    EXPECT_EQ(UndoAll(), 2);
+}
+
+// Each alone makes a step, and what it changes comes back, filed or not.
+TEST_F(TSessionTest, EverySingleChangeIsAStepThatIsUndoneAndRedone) {
+    TSeries& series = *m_graph.FirstSeries();
+    for (int i = 0; i < 4; ++i) series.AddPoint(i, i);
+    TAxis& axis = *m_graph.XAxis();
+    m_graph.resize(600, 400);
+    TDimensions& inset = *m_graph.AddChildGraph()->Dimensions();
+    inset.SetHorPosition(0.5);
+    inset.SetHorSize(0.25);
+    FitLine(series);
+    series.SetRegressionType(TRegressionType::SampledCurve);
+    m_graph.PrepareForDrawing();
+    series.SetAutoZero(true); // the extents wait to be worked out, the curve does not
+    m_session.Start();
+    const std::function<void()> changes[] = {
+        [&] {
+            series.SetSourceRows({99, 7});
+        },
+        [&] { series.SetThinned(!series.IsThinned()); },
+        [&] { series.SetTextWishes(CommaWishes()); },
+        [&] { series.SetUseXAxisSeries(!series.UseXAxisSeries()); },
+        [&] { axis.SetMax(200), axis.SetMin(100); },
+        [&] { axis.SetMin(-200), axis.SetMax(-100); },
+        [&] { m_graph.Appearance()->SetGraphTitle("T"), m_graph.Appearance()->SetDataDirectory("/data"); },
+        [&] { m_graph.ClearChildGraphs(); },
+    };
+    const auto place = [&] {
+        return std::pair(m_graph.ChildGraphs().empty() ? QRect() : m_graph.ChildGraphs()[0]->geometry(),
+                         m_graph.Appearance()->DataDirectory());
+    };
+    for (const auto& change : changes) {
+        SCOPED_TRACE(&change - changes);
+        const TGraphState before = ContentOf(m_graph);
+        const auto placeBefore = place();
+        ASSERT_TRUE(m_session.Change("one", change));
+        const TGraphState after = ContentOf(m_graph);
+        m_session.Undo();
+        EXPECT_EQ(TGraphState::Difference(ContentOf(m_graph), before), "");
+        EXPECT_EQ(place(), placeBefore);
+        m_session.Redo();
+        EXPECT_EQ(TGraphState::Difference(ContentOf(m_graph), after), "");
     }
 }
 

@@ -33,6 +33,9 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         EXPECT_EQ(check.Fault, "");
         EXPECT_TRUE(check.UnknownNames.empty());
         ASSERT_GT(fit.NParams(), 0);
+        std::string shouted = fit.XVarName();
+        shouted[0] = static_cast<char>(std::toupper(shouted[0]));
+        EXPECT_TRUE(ParameterNameFault(fit, shouted).ends_with("is the name of the X variable"));
         for (int i = 1; i <= fit.NParams(); ++i) {
             TDBLParameter& parameter = *fit.Parameter(i);
             EXPECT_TRUE(parameter.Vary());

@@ -108,6 +108,7 @@ TEST_F(XSeries, ResultsAreStaleWhenAnythingChangesThePlottedXAndOnlyThen) {
         {true, [&] { X.SetPointY(1, 12); }},
         {true, [&] { X.DeletePoint(2); }},
         {true, [&] { X.SetZeroValue(1); }},
+        {true, [&] { Y.SetZeroValue(1); }},
         {true, [&] { Y.SetUseXAxisSeries(false); }},
         {true, [&] { Y.SetUseXAxisSeries(true); }},
         {true, [&] { appearance.SetXAxisSerIndex(0); }},
