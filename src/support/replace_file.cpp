@@ -130,8 +130,7 @@ bool WriteInPlaceSafely(const fs::path& target, std::span<const std::uint8_t> by
 
 // A new file would not be the one that other names or another owner have.
 bool IsSharedWithOthers(const fs::path& target) {
-    std::error_code error;
-    if (fs::hard_link_count(target, error) > 1 && !error) return true;
+    if (HasOtherNames(target)) return true;
 #if defined(_WIN32)
     return false;
 #else

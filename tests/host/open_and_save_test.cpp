@@ -260,6 +260,21 @@ TEST_F(OpenAndSave, RecentFilesComeNewestFirstAndWithoutTheLost) {
     EXPECT_EQ(Graph().Series().size(), 5u);
 }
 
+// By a link, and where case does not matter by another case.
+TEST_F(OpenAndSave, AFileIsRecentOnceWhateverItIsCalled) {
+    const QString file = Write("one.csv", "1,2\n3,4\n");
+    Open(file);
+#if defined(Q_OS_WIN)
+    const QString other = PathOf("ONE.CSV");
+#else
+    const QString other = PathOf("link.csv");
+    ASSERT_TRUE(QFile::link(file, other));
+#endif
+    Open(other);
+    QMenu menu;
+    EXPECT_EQ(TRecentFiles(menu).Files(), QStringList(other));
+}
+
 TEST_F(OpenAndSave, TheListOfRecentFilesIsLimited) {
     QMenu menu;
     TRecentFiles recent(menu);

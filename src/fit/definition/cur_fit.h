@@ -243,7 +243,7 @@ public:
     /// Lines that name no parameter or are no bounds are left out.
     XYGRAPH_EXPORT void SetBoundsText(const std::string& text);
 
-    XYGRAPH_EXPORT std::string WeightingText() const { return TextOf(m_settings.Weighting); }
+    std::string WeightingText() const { return TextOf(m_settings.Weighting); }
     XYGRAPH_EXPORT void SetWeightingText(const std::string& text);
     /// "NUMBER FORMULA", a line for each tied parameter; empty where there is none.
     XYGRAPH_EXPORT std::string TiesText() const;

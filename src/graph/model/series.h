@@ -192,10 +192,16 @@ private:
     bool ShowsFigures() const;
     void TellPaired();
     template <class TField, class TValue>
-    void Store(TField& field, const TValue& value);
+    void Store(TField& field, const TValue& value) {
+        if (field == value) return;
+        field = value;
+        Changed(kStyleChanged);
+    }
     void StoreWord(int& field, int value);
     template <class TEnum>
-    void StoreEnum(TEnum& field, TEnum value, TEnum last);
+    void StoreEnum(TEnum& field, TEnum value, TEnum last) {
+        if (static_cast<int>(value) >= 0 && value <= last) Store(field, value);
+    }
     int FittingSize(int size) const;
 
     TxyGraph& m_graph;

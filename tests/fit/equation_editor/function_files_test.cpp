@@ -7,6 +7,7 @@
 #include "support/replace_file.h"
 
 #include <QDir>
+#include <QStandardPaths>
 
 namespace lumoplot {
 namespace {
@@ -55,6 +56,19 @@ TEST_F(FunctionFiles, ReadyOnesDoNotComeBetweenTheUsers) {
     Write("mine.lfn", "");
     OfferReadyFunctions(Folder.path());
     EXPECT_EQ(QDir(Folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(FunctionFiles, LieBesideTheProgramOrWithTheUser) {
+    QStandardPaths::setTestModeEnabled(true);
+    EXPECT_EQ(FunctionFolder(Folder.path()), PathOf("LFN"));
+    EXPECT_EQ(QDir(PathOf("LFN")).entryList(QDir::Files), QStringList());
+    ASSERT_TRUE(QDir().rmdir(PathOf("LFN")));
+    Write("LFN", "no folder can be made where a file is");
+    const QString own = FunctionFolder(Folder.path());
+    EXPECT_TRUE(own.endsWith(QStringLiteral("/lumoplot-tests/LFN"))) << own.toStdString();
+    EXPECT_TRUE(QDir(own).exists());
+    EXPECT_TRUE(QDir(own).removeRecursively());
+    QStandardPaths::setTestModeEnabled(false);
 }
 
 TEST_F(FunctionFiles, NamesGetTheExtension) {
