@@ -4,6 +4,7 @@
 #include "dialogs/messages/window_place.h"
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
+#include "host/panels_menu.h"
 #include "host/start_page.h"
 #include "support/guard.h"
 #include "support/message_text.h"
@@ -70,6 +71,8 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_startPage = new TStartPage(Graph(), *m_ui->a_OpenData, *m_ui->a_OpenGraph);
     connect(m_startPage, &TStartPage::ExampleWanted, this, &TMainWindow::ShowExample);
     AddTransformMenu();
+    AddPanelsMenu();
+    AddLanguageMenu();
     ConnectActions();
     ConnectGraph();
     m_document->New();
@@ -176,11 +179,14 @@ void TMainWindow::ShowNotice() {
 void TMainWindow::ShowState() {
     setWindowFilePath(m_document->FileName());
     setWindowTitle(WindowTitle());
-    m_startPage->setVisible(Graph().Series().empty() && !Graph().HasContent());
+    Graph().setWindowTitle(Shown(m_document->DisplayName())); // the editor's caption
+    m_startPage->setVisible(Graph().Series().empty() && !Graph().HasContent() &&
+                            Graph().ChildGraphCount() == 0);
     setWindowModified(m_document->IsModified());
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
     m_rows->setText(m_dataFiles->Summary());
+    m_panels->Refresh();
     ShowSteps();
     ShowNoticeSoon();
 }

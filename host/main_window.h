@@ -20,6 +20,7 @@ class MainWindow;
 namespace lumoplot {
 
 class TGraphEditBar;
+class TPanelsMenu;
 class TRecentFiles;
 class TStartPage;
 
@@ -86,8 +87,10 @@ private:
     bool EditCurveAt(QPointF place);
     void ShowExample();
     void AddTransformMenu();
-    /// Runs what changes the current data set as one step; tells when there is none with points.
-    void WithCurrentSeries(const std::function<void(TSeries&)>& action);
+    void AddPanelsMenu();
+    void AddLanguageMenu();
+    /// Runs what changes the current data set as one step of that name; tells when there is none with points.
+    void WithCurrentSeries(const QString& step, const std::function<void(TSeries&)>& action);
     void MergeInto(TSeries& series);
     QString WindowTitle() const;
     /// Makes a change of the graph one step; true when there is one.
@@ -109,11 +112,12 @@ private:
     void OnPrint();
     void Print(QPrinter& printer);
     void OnQuit() { close(); }
-    void OnUndo() { m_document->Session().Undo(); }
-    void OnRedo() { m_document->Session().Redo(); }
+    void OnUndo();
+    void OnRedo();
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();
     void OnGraphSettings();
+    void EditSettingsOf(TxyGraph& graph);
     void ListStyles();
     void ApplyStyleFrom(const QString& fileName);
     void OnCopyPicture();
@@ -136,6 +140,7 @@ private:
     QLabel* m_notice = nullptr; ///< what the user should know of the graph as it is
     bool m_noticeIsDue = false;
     TGraphEditBar* m_editBar = nullptr;
+    TPanelsMenu* m_panels = nullptr;
     TStartPage* m_startPage = nullptr;
     bool m_keepsChanges = false;
 };

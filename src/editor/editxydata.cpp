@@ -174,6 +174,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
+    wizard.SetDocumentName(graph.windowTitle());
     PlaceInTheMiddle(wizard);
     if (openWithSource) {
         wizard.NewSeries();

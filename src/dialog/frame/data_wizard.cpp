@@ -2,6 +2,7 @@
 
 #include "controls/reading_order.h"
 #include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
 #include "dialog/frame/page_scroll.h"
@@ -76,7 +77,7 @@ TxyDataWizard::~TxyDataWizard() {
 
 void TxyDataWizard::SetUpPreview() {
     m_workGraph = new TxyChildGr(m_ui->pagePreview);
-    m_workGraph->setAccessibleName(QStringLiteral("Graph"));
+    m_workGraph->setAccessibleName(TTexts::tr("Graph"));
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
@@ -85,11 +86,11 @@ void TxyDataWizard::SetUpPreview() {
 
 void TxyDataWizard::AddPages() {
     m_dataSourcePage = new TDataSourcePage(*this);
-    AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
-    AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
-    AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
-    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
-    AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
+    AddPage(new TGeneralPage(*this), TTexts::tr("&General"), QStringLiteral("general"));
+    AddPage(m_dataSourcePage, TTexts::tr("&Data Source"), QStringLiteral("data_source"));
+    AddPage(new TRegressionsPage(*this), TTexts::tr("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), TTexts::tr("&Curve Fitting"), QStringLiteral("curve_fitting"));
+    AddPage(new TFilteringPage(*this), TTexts::tr("&FFT Filtering"), QStringLiteral("fft_filtering"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
@@ -104,9 +105,9 @@ void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QSt
 void TxyDataWizard::OrderKeys() {
     KeepOpenOnReturn(*this);
     OfferFilter(*m_ui->cbx_DataSets);
-    m_ui->btnDelete->SetKeyedCaption(QStringLiteral("De&lete"));
+    m_ui->btnDelete->SetKeyedCaption(TTexts::tr("De&lete"));
     m_ui->btnReverse->SetKeyedCaption(QStringLiteral("I"));
-    m_ui->btnSetDefault->SetKeyedCaption(QStringLiteral("Set as Default and Cl&ose"));
+    m_ui->btnSetDefault->SetKeyedCaption(TTexts::tr("Set as Default and Cl&ose"));
     GiveWayToFrame();
     for (QPushButton* button : std::initializer_list<QPushButton*>{
              m_ui->btnNew, m_ui->btnDelete, m_ui->btnImport, m_ui->btnExport, m_ui->btnDuplicate,
@@ -145,6 +146,7 @@ void TxyDataWizard::ConnectControls() {
     };
     on(m_ui->btnNew, &TxyDataWizard::NewSeries);
     on(m_ui->btnDelete, &TxyDataWizard::DeleteSeries);
+    m_ui->btnDelete->installEventFilter(this);
     on(m_ui->btnImport, &TxyDataWizard::ImportSeries);
     on(m_ui->btnExport, &TxyDataWizard::ExportSeries);
     on(m_ui->btnDuplicate, &TxyDataWizard::DuplicateSeries);
@@ -165,12 +167,22 @@ void TxyDataWizard::ConnectControls() {
 
 void TxyDataWizard::SetTemplateName(const std::string& name) {
     m_templateName = name;
-    const QString fullName = QString::fromStdString(name);
-    const QFileInfo file(fullName);
-    const QString shown = file.isAbsolute() ? file.fileName() : fullName;
+    ShowCaption();
+    const QString path = QDir::toNativeSeparators(QString::fromStdString(name));
+    m_ui->btnSetDefault->setToolTip(name.empty() ? QString() : tr("The template is %1").arg(path));
+}
+
+void TxyDataWizard::SetDocumentName(const QString& name) {
+    m_documentName = name;
+    ShowCaption();
+}
+
+void TxyDataWizard::ShowCaption() {
+    const QString templateName = QString::fromStdString(m_templateName);
+    const QFileInfo file(templateName);
+    QString shown = file.isAbsolute() ? file.fileName() : templateName;
+    if (!m_documentName.isEmpty()) shown = m_documentName;
     setWindowTitle(QString::fromStdString(ShownLine("Data Template Editor : " + shown.toStdString())));
-    m_ui->btnSetDefault->setToolTip(
-        name.empty() ? QString() : QStringLiteral("The template is ") + QDir::toNativeSeparators(fullName));
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {
@@ -217,9 +229,9 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     const bool leaving = m_previewMode && !preview;
     m_previewMode = preview;
     m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
-    m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
+    m_ui->btnPreview->setText(preview ? TTexts::tr("&Edit") : TTexts::tr("Pre&view"));
     // The tab with the same letter is not there then.
-    m_ui->btnCancel->SetKeyedCaption(preview ? QStringLiteral("&Cancel") : QStringLiteral("Cancel"));
+    m_ui->btnCancel->SetKeyedCaption(preview ? TTexts::tr("&Cancel") : TTexts::tr("Cancel"));
     m_workGraph->setVisible(preview);
     if (!leaving) return;
     m_editBar->ShowZoom();
@@ -302,7 +314,8 @@ void TxyDataWizard::EnableSeriesControls(bool enable) {
     for (QWidget* control : std::initializer_list<QWidget*>{
              m_ui->btnExport, m_ui->btnDuplicate, m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
         control->setEnabled(enable);
-    m_ui->cbx_DataSets->setEnabled(m_ui->cbx_DataSets->count() > 0);
+    for (QWidget* control : std::initializer_list<QWidget*>{m_ui->cbx_DataSets, m_ui->btnDelete})
+        control->setEnabled(m_ui->cbx_DataSets->count() > 0);
 }
 
 void TxyDataWizard::RefillPages() {

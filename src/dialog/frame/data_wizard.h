@@ -49,6 +49,8 @@ public:
     const std::string& TemplateName() const { return m_templateName; }
     /// Also sets the caption, which has the name of a file without its folder.
     void SetTemplateName(const std::string& name);
+    /// The caption has this name in place of the template's; an empty one takes none.
+    void SetDocumentName(const QString& name);
     /// The page that the next showing brings to front; negative keeps the page that was active.
     void SetStartPage(int page) { m_startPage = page; }
 
@@ -82,6 +84,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void AddPages();
@@ -104,6 +107,7 @@ private:
     void SetUpUndo();
     void TakePendingEdits();
     void ShowSteps();
+    void ShowCaption();
     void GoTo(void (TGraphSession::*way)());
     void ShowPutBack();
     bool IsTypingUnseen() const;
@@ -131,6 +135,7 @@ private:
     int m_startPage = -1;
     int m_shownPage = kGeneralPage;
     std::string m_templateName;
+    QString m_documentName;
 };
 
 } // namespace lumoplot

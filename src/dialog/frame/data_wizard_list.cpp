@@ -1,5 +1,6 @@
 // What the buttons of the data-set list do.
 #include "controls/file_filter.h"
+#include "controls/texts.h"
 #include "dialog/frame/data_wizard.h"
 #include "dialogs/hand_edit.h"
 #include "graph/file/graph_file.h"
@@ -35,15 +36,24 @@ void TxyDataWizard::DeleteSeries() {
     });
 }
 
+/// A click on Delete says why it is off.
+bool TxyDataWizard::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_ui->btnDelete && !m_ui->btnDelete->isEnabled() &&
+        event->type() == QEvent::MouseButtonRelease)
+        Guarded([this] { DeleteSeries(); });
+    return QDialog::eventFilter(watched, event);
+}
+
 void TxyDataWizard::ImportSeries() {
     CommitManualData();
     const QString filter = ToolkitFilter(QStringLiteral("DataSet Files (*.lds)|*.lds; *.LDS"));
-    const QString file =
-        QFileDialog::getOpenFileName(this, QStringLiteral("Load DataSet from File"), {}, filter);
+    const QString file = QFileDialog::getOpenFileName(this, TTexts::tr("Load DataSet from File"), {}, filter);
     if (file.isEmpty()) return;
     m_session->Change("load " + QFileInfo(file).fileName().toStdString(), [&] {
         const int number = m_workGraph->AddSeries();
-        LoadSeriesFromFile(*m_workGraph->FindSeries(number), file.toStdString());
+        TSeries& series = *m_workGraph->FindSeries(number);
+        LoadSeriesFromFile(series, file.toStdString());
+        TakeOwnStyle(series);
         FillList(number);
     });
 }
@@ -52,7 +62,7 @@ QString TxyDataWizard::AskExportFile(const TSeries& series) {
     QString proposed = QString::fromStdString(series.SeriesName()).trimmed();
     for (const QChar c : QStringLiteral(R"(/\*:?"<>|)"))
         proposed.replace(c, u'_'); // what Windows takes in no name
-    QFileDialog dialog(this, QStringLiteral("Save DataSet to File"));
+    QFileDialog dialog(this, TTexts::tr("Save DataSet to File"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by Export itself
     dialog.setNameFilter(ToolkitFilter(

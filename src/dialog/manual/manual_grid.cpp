@@ -1,5 +1,7 @@
 #include "dialog/manual/manual_grid.h"
 
+#include "controls/texts.h"
+#include "controls/whole_captions.h"
 #include "dialog/manual/pasted_commas.h"
 #include "support/errors.h"
 #include "support/guard.h"
@@ -65,10 +67,11 @@ TManualGrid::TManualGrid(QWidget* parent) : QTableView(parent), m_points(new TMa
     setAlternatingRowColors(false);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     horizontalHeader()->setHighlightSections(false);
+    KeepCaptionsWhole(*horizontalHeader());
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
     verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setAccessibleName(QStringLiteral("Points"));
+    setAccessibleName(TTexts::tr("Points"));
 }
 
 void TManualGrid::FinishEditing() {
@@ -199,17 +202,17 @@ void TManualGrid::PasteClipboard() {
 void TManualGrid::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu;
     const auto add = [&](const char* text, QKeySequence::StandardKey key, void (TManualGrid::*action)()) {
-        QAction* item = menu.addAction(QLatin1String(text), this,
-                                       [this, action] { Guarded([&] { (this->*action)(); }); });
+        QAction* item =
+            menu.addAction(TTexts::tr(text), this, [this, action] { Guarded([&] { (this->*action)(); }); });
         item->setShortcut(key);
     };
-    add("&Copy", QKeySequence::Copy, &TManualGrid::CopySelection);
-    add("&Paste", QKeySequence::Paste, &TManualGrid::PasteClipboard);
-    add("C&lear", QKeySequence::Delete, &TManualGrid::ClearSelection);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Copy"), QKeySequence::Copy, &TManualGrid::CopySelection);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Paste"), QKeySequence::Paste, &TManualGrid::PasteClipboard);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "C&lear"), QKeySequence::Delete, &TManualGrid::ClearSelection);
     menu.addSeparator();
-    menu.addAction(QStringLiteral("&Insert Rows"), QKeySequence(QStringLiteral("Ctrl++")), this,
+    menu.addAction(TTexts::tr("&Insert Rows"), QKeySequence(QStringLiteral("Ctrl++")), this,
                    &TManualGrid::InsertRowsAtSelection);
-    menu.addAction(QStringLiteral("&Delete Rows"), QKeySequence(QStringLiteral("Ctrl+-")), this,
+    menu.addAction(TTexts::tr("&Delete Rows"), QKeySequence(QStringLiteral("Ctrl+-")), this,
                    &TManualGrid::DeleteSelectedRows);
     menu.exec(event->globalPos());
 }

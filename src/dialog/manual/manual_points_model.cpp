@@ -1,6 +1,7 @@
 #include "dialog/manual/manual_points_model.h"
 
 #include "controls/mark_color.h"
+#include "controls/texts.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_commit.h"
 #include "support/message_sink.h"
@@ -191,8 +192,8 @@ QVariant TManualPointsModel::headerData(int section, Qt::Orientation orientation
     if (orientation == Qt::Vertical)
         return section < Rows() ? QVariant(section + 1) : QVariant(QStringLiteral("*"));
     if (section == kYColumn) return QStringLiteral("Y");
-    if (section == kYErrorColumn) return QStringLiteral("Error of Y");
-    return m_xFormat == TColumnFormat::DateTime ? QStringLiteral("X (date and time)") : QStringLiteral("X");
+    if (section == kYErrorColumn) return TTexts::tr("Error of Y");
+    return m_xFormat == TColumnFormat::DateTime ? TTexts::tr("X (date and time)") : QStringLiteral("X");
 }
 
 Qt::ItemFlags TManualPointsModel::flags(const QModelIndex& index) const {

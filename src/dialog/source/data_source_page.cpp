@@ -173,11 +173,19 @@ void TDataSourcePage::ShowKind(TSeries& series) {
         m_manual->Clear();
     if (kind == TSourceKind::LumoSheet) FillSheets(series);
     const bool isText = IsText(series);
-    m_ui->stack->setCurrentWidget(kind == TSourceKind::Manual ? m_ui->pageManual
-                                  : isText                    ? m_ui->pageText
-                                                              : m_ui->pageNotes);
+    ShowPart(*(kind == TSourceKind::Manual ? m_ui->pageManual : isText ? m_ui->pageText : m_ui->pageNotes));
     if (IsDatabase(series)) return ShowDatabase(series);
     isText ? ShowText(series) : ShowNotes(series);
+}
+
+/// The parts that are not shown ask for no room.
+void TDataSourcePage::ShowPart(QWidget& shown) {
+    for (int i = 0; i < m_ui->stack->count(); ++i) {
+        QWidget* part = m_ui->stack->widget(i);
+        const auto policy = part == &shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        part->setSizePolicy(policy, policy);
+    }
+    m_ui->stack->setCurrentWidget(&shown);
 }
 
 bool TDataSourcePage::IsFile(TSourceKind kind) {

@@ -67,6 +67,7 @@ private:
     void TakePendingTexts(TSeries& series);
     void CheckDirectory();
     void ShowNameControls(TSourceKind kind);
+    void ShowPart(QWidget& shown);
     void ShowKind(TSeries& series);
     void ShowNotes(const TSeries& series);
     void FillSheets(const TSeries& series);

@@ -13,6 +13,8 @@ class QTableWidget;
 
 namespace lumoplot {
 
+class TxyGraph;
+
 class TPeaksDialog : public QDialog {
     Q_OBJECT
 
@@ -31,6 +33,7 @@ private:
     QDoubleSpinBox* m_part = nullptr;
     QTableWidget* m_table = nullptr;
     QLabel* m_state = nullptr;
+    TxyGraph* m_plot = nullptr; ///< the curve, and points at its peaks
 };
 
 /// Shows the dialog; every row of the source is read first. Marks that it sets are changes of the graph.

@@ -1,4 +1,5 @@
 // How the table of parameters takes keys and shows what is typed.
+#include "controls/whole_captions.h"
 #include "fit/equation_editor/parameter_model.h"
 
 #include "controls/number_edit.h"
@@ -89,7 +90,7 @@ void SetUpParameterTable(QTableView& table, TParameterModel& model) {
     table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 6);
     QHeaderView& header = *table.horizontalHeader();
     header.setHighlightSections(false);
-    header.setMinimumSectionSize(table.fontMetrics().horizontalAdvance(QLatin1Char('0')) * 4);
+    KeepCaptionsWhole(header);
     for (int column = 0; column < TParameterModel::ColumnCount; ++column)
         header.setSectionResizeMode(column, column == TParameterModel::Vary ? QHeaderView::ResizeToContents
                                                                             : QHeaderView::Stretch);
