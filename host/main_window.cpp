@@ -6,6 +6,7 @@
 #include "host/files/shown_text.h"
 #include "host/panels_menu.h"
 #include "host/start_page.h"
+#include "session/live_links.h"
 #include "support/guard.h"
 #include "support/message_text.h"
 #include "ui_main_window.h"
@@ -75,6 +76,7 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     AddLanguageMenu();
     ConnectActions();
     ConnectGraph();
+    AddLinks();
     m_document->New();
     ShowState();
 }
@@ -101,6 +103,9 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_OpenGraph, &TMainWindow::OnOpenGraph},
         {m_ui->a_OpenData, &TMainWindow::OnOpenData},
         {m_ui->a_OpenDatabase, &TMainWindow::OnOpenDatabase},
+        {m_ui->a_Follow, &TMainWindow::OnFollow},
+        {m_ui->a_PauseLinks, &TMainWindow::OnPauseLinks},
+        {m_ui->a_StopLinks, &TMainWindow::OnStopLinks},
         {m_ui->a_Save, &TMainWindow::OnSave},
         {m_ui->a_SaveAs, &TMainWindow::OnSaveAs},
         {m_ui->a_SaveAsTemplate, &TMainWindow::OnSaveAsTemplate},
@@ -163,6 +168,7 @@ void TMainWindow::ShowNoticeSoon() {
 void TMainWindow::ShowNotice() {
     m_noticeIsDue = false;
     QStringList notices;
+    if (m_links->IsFollowing()) notices += QString::fromStdString(m_links->Status());
     if (!m_document->KeepingProblem().isEmpty())
         notices += Shown(tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem()));
     for (const auto& series : Graph().Series()) {

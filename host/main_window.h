@@ -21,11 +21,15 @@ namespace lumoplot {
 
 class TGraphEditBar;
 class TPanelsMenu;
+class TLiveLinks;
 class TRecentFiles;
 class TStartPage;
 
 /// Whether there is somebody to choose a table of a database; without, the only one is taken.
 enum class TAsking { Allowed, Never };
+
+/// What the data sets of the kind Link follow.
+std::vector<std::string> LinksOf(const TxyGraph& graph);
 
 class TMainWindow : public QMainWindow {
     Q_OBJECT
@@ -69,6 +73,12 @@ private:
     void OpenGraph(const QString& fileName);
     void OpenData(const QString& fileName);
     void OpenDatabase(const QString& connection, TAsking asking);
+    void AddLinks();
+    void ShowLinks();
+    void Follow(const TDSInfo& source);
+    void FollowText(const std::string& link);
+    /// Starts the links that the graph has and had not before.
+    void FollowNew(const std::vector<std::string>& before);
     void AddData(const TDataChoice& choice);
     /// Shows how the file is read and lets the user choose its columns; `before` runs when it is taken.
     void ImportData(const QString& fileName, const std::function<void()>& before = {});
@@ -104,6 +114,9 @@ private:
     void OnOpenGraph();
     void OnOpenData();
     void OnOpenDatabase() { OpenDatabase({}, TAsking::Allowed); }
+    void OnFollow();
+    void OnPauseLinks();
+    void OnStopLinks();
     void OnSave() { Save(); }
     void OnSaveAs() { SaveAs(); }
     void OnSaveAsTemplate();
@@ -132,6 +145,7 @@ private:
     std::unique_ptr<Ui::MainWindow> m_ui;
     std::unique_ptr<TGraphDocument> m_document;
     std::unique_ptr<TDataFiles> m_dataFiles;
+    std::unique_ptr<TLiveLinks> m_links;
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;

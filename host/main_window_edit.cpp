@@ -87,6 +87,7 @@ void TMainWindow::EditData() {
 void TMainWindow::RunEditor(const QString& sourceFile) {
     QDir().mkpath(m_document->TemplateFolder());
     QString templateName = m_document->TemplateName();
+    const std::vector<std::string> before = LinksOf(Graph());
     // A template that can not be saved is told when the graph has been written back, and takes nothing back.
     Change(tr("edit data"), [&] {
         Guarded([&] {
@@ -94,6 +95,7 @@ void TMainWindow::RunEditor(const QString& sourceFile) {
             if (isEdited) m_document->SetTemplateName(templateName);
         });
     });
+    FollowNew(before);
 }
 
 void TMainWindow::OnOpenWithEditor() {

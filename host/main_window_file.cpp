@@ -4,7 +4,9 @@
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
 #include "host/main_window.h"
+#include "session/live_links.h"
 #include "sources/database/connection/connection.h"
+#include "sources/link/link_place.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 
@@ -78,6 +80,8 @@ void TMainWindow::OpenFiles(const QStringList& files, TAsking asking) {
         Guarded([&] {
             if (IsGraphFile(file))
                 OpenGraph(file);
+            else if (IsLine(file.toStdString()))
+                FollowText(file.toStdString());
             else if (IsServer(file.toStdString()) || IsDatabaseFile(file.toStdString()))
                 OpenDatabase(file, asking);
             else
@@ -88,12 +92,15 @@ void TMainWindow::OpenFiles(const QStringList& files, TAsking asking) {
 
 void TMainWindow::OpenGraph(const QString& fileName) {
     if (!MayLeaveGraph()) return;
+    m_links->Stop();
     m_document->Open(fileName);
     m_recentFiles->Add(fileName);
 }
 
 void TMainWindow::OnNew() {
-    if (MayLeaveGraph()) m_document->New();
+    if (!MayLeaveGraph()) return;
+    m_links->Stop();
+    m_document->New();
 }
 
 void TMainWindow::OnNewFromTemplate() {
@@ -102,6 +109,7 @@ void TMainWindow::OnNewFromTemplate() {
     const QString proposal = QDir(folder).exists() ? folder + QLatin1Char('/') : QString();
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
     if (fileName.isEmpty()) return;
+    m_links->Stop();
     m_document->NewFromTemplate(fileName);
     AskForTemplateData();
 }

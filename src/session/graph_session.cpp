@@ -63,6 +63,13 @@ void TGraphSession::FollowUp(const std::function<void()>& action) {
     action();
 }
 
+void TGraphSession::Fed(TFedRows rows) {
+    m_history->NoteFed();
+    if (rows == TFedRows::CanBeReadAgain || m_hasUnrecorded) return;
+    m_hasUnrecorded = true;
+    Q_EMIT Changed();
+}
+
 void TGraphSession::NameStep(const std::string& name) {
     m_stepName = name;
 }
@@ -147,6 +154,7 @@ int TGraphSession::UnsavedSteps() const {
 }
 
 std::shared_ptr<const TGraphSnapshot> TGraphSession::Snapshot() const {
+    if (!IsStepOpen()) m_history->AbsorbFed();
     if (const TGraphSnapshot* present = m_history->Present())
         return std::make_shared<const TGraphSnapshot>(*present);
     return std::make_shared<const TGraphSnapshot>(m_graph, nullptr, std::make_shared<TMemoryMeter>());

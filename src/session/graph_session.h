@@ -21,6 +21,9 @@ class TOpenStep;
 class TUndoHistory;
 class TxyGraph;
 
+/// What is lost of rows that a link has fed when nobody saves them.
+enum class TFedRows { CanBeReadAgain, GoneUnlessSaved };
+
 class XYGRAPH_EXPORT TGraphSession : public QObject {
     Q_OBJECT
 
@@ -52,6 +55,9 @@ public:
     bool Change(const std::string& name, TMergeKey key, const std::function<void()>& action);
     /// Runs `action`, which follows from the last step or only shows something: a Change inside is no step.
     void FollowUp(const std::function<void()>& action);
+    /// A link has fed points to data sets of the graph (those with a FeedId). That is no step, undo and redo
+    /// leave these points in, and a snapshot has them.
+    void Fed(TFedRows rows);
     /// The open step gets another name, as only its action knew it. Without an open step nothing happens.
     void NameStep(const std::string& name);
     /// The next Change joins no step before it: the edit was left.

@@ -86,6 +86,7 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
     state.IsSamplingChosen = series.DataSourceInfo().IsSamplingChosen();
     state.UsesXAxisSeries = series.UseXAxisSeries();
     state.DataStamp = series.DataStamp();
+    state.FeedId = series.DataSourceInfo().FeedId();
     return state;
 }
 
@@ -115,6 +116,28 @@ void RestoreResults(TSeries& series, const TSeriesState& state) {
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
     series.DataSourceInfo().SetSamplingChosen(state.IsSamplingChosen);
+    series.DataSourceInfo().SetFeedId(state.FeedId);
+}
+
+const TSeriesState* FedState(const std::vector<TSeriesState>& states, std::uint64_t feedId) {
+    const auto found = std::ranges::find(states, feedId, &TSeriesState::FeedId);
+    return feedId == 0 || found == states.end() ? nullptr : &*found;
+}
+
+// The points of `edited` that were there at the step, and those of `present` that came behind it.
+TPointChain JoinFed(const TPointSnapshot& edited, const TPointSnapshot& present, std::int32_t lastId) {
+    // Points that are added get Ids that no step has seen.
+    TPointChain joined(edited.Runs(), std::max(edited.LastId(), present.LastId()));
+    std::vector<std::int32_t> later;
+    for (TPointCursor point = joined.First(); point; point = point.Next())
+        if (point.Id() > lastId) later.push_back(point.Id());
+    for (const std::int32_t id : later) joined.Erase(id);
+    for (const TPointSpans& run : present.Runs())
+        for (std::size_t i = 0; i < run.Ids.size(); ++i)
+            if (run.Ids[i] > lastId)
+                joined.Add(run.X[i], run.Y[i], {.DuplicatesAllowed = true},
+                           run.YErrors.empty() ? 0 : run.YErrors[i]);
+    return joined;
 }
 
 } // namespace
@@ -151,6 +174,36 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
         const bool hasEarlier = earlier && m_children.size() < earlier->m_children.size();
         m_children.emplace_back(*child, hasEarlier ? &earlier->m_children[m_children.size()] : nullptr,
                                 m_meter);
+    }
+}
+
+std::vector<TFedAtStep> TGraphSnapshot::FedSince(const TGraphSnapshot& before) const {
+    std::vector<TFedAtStep> fed;
+    for (const TSeriesState& state : m_series) {
+        const TSeriesState* earlier = FedState(before.m_series, state.FeedId);
+        if (!earlier) continue;
+        fed.push_back({state.FeedId, state.Points->LastId(), !SamePoints(*earlier, state)});
+    }
+    return fed;
+}
+
+void TGraphSnapshot::TakeFed(const TGraphSnapshot& present, const std::vector<TFedAtStep>& step) {
+    for (TSeriesState& state : m_series) {
+        const TSeriesState* now = FedState(present.m_series, state.FeedId);
+        const auto fed = std::ranges::find(step, state.FeedId, &TFedAtStep::FeedId);
+        if (!now || fed == step.end() || SamePoints(state, *now)) continue;
+        state.RegressionStale = true;
+        if (!fed->IsEdited) {
+            state.Points = now->Points;
+            state.Extents = now->Extents;
+            state.SourceRows = now->SourceRows;
+            state.DataStamp = now->DataStamp;
+            continue;
+        }
+        const TPointChain points = JoinFed(*state.Points, *now->Points, fed->LastId);
+        state.Points = std::make_shared<const TPointSnapshot>(points, state.Points.get(), m_meter);
+        state.Extents.Stale = true;
+        state.DataStamp = 0;
     }
 }
 

@@ -44,12 +44,20 @@ struct TSeriesState {
     bool RegressionStale = false;
     bool UsesXAxisSeries = false;
     bool IsSamplingChosen = false;
+    std::uint64_t FeedId = 0;    ///< of the link that feeds the data set
     std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
 
     /// What a file holds is the same.
     bool SameContent(const TSeriesState& other) const;
     /// The same for a user: what only waits to be worked out anew is not looked at.
     bool operator==(const TSeriesState& other) const;
+};
+
+/// A data set that a link feeds, right behind a step.
+struct TFedAtStep {
+    std::uint64_t FeedId = 0;
+    std::int32_t LastId = 0; ///< of its points
+    bool IsEdited = false;   ///< the step has changed its points
 };
 
 class TGraphSnapshot {
@@ -60,6 +68,11 @@ public:
     /// Gives the graph this state. Data sets that have it already are not touched; the data sets are 1, 2,
     /// 3, … afterwards, and the current one is `currSerIndex`.
     void Restore(TxyGraph& graph, int currSerIndex) const;
+
+    /// The data sets that links feed, after the step that led from `before` to this state.
+    std::vector<TFedAtStep> FedSince(const TGraphSnapshot& before) const;
+    /// Takes over what links have fed since that step and `present` has, but no other points.
+    void TakeFed(const TGraphSnapshot& present, const std::vector<TFedAtStep>& step);
 
     /// All data sets, in order.
     const std::vector<TSeriesState>& Series() const { return m_series; }

@@ -19,6 +19,17 @@ std::vector<int> FitsRunBetween(const TGraphSnapshot& before, const TGraphSnapsh
     return numbers;
 }
 
+// A step that has been added to.
+void JoinFed(std::vector<TFedAtStep>& fed, const std::vector<TFedAtStep>& added) {
+    for (const TFedAtStep& more : added) {
+        const auto known = std::ranges::find(fed, more.FeedId, &TFedAtStep::FeedId);
+        if (known == fed.end())
+            fed.push_back(more);
+        else
+            *known = {more.FeedId, more.LastId, known->IsEdited || more.IsEdited};
+    }
+}
+
 } // namespace
 
 TUndoHistory::TWhole TUndoHistory::Take(const TWhole* earlier) const {
@@ -66,7 +77,9 @@ bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
         const int currSerIndex = now.Graph.CurrSerIndex();
         std::string name = naming(present.Whole.Graph, now.Graph);
         std::vector<int> fits = FitsRunBetween(present.Whole.Graph, now.Graph);
-        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key, std::move(fits)});
+        std::vector<TFedAtStep> fed = now.Graph.FedSince(present.Whole.Graph);
+        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key, std::move(fits),
+                            std::move(fed)});
         ++m_present;
     }
     m_isOpen = true;
@@ -84,6 +97,7 @@ void TUndoHistory::Join(TWhole now, const TNaming& naming) {
     TState& present = m_states[m_present];
     present.StepName = naming(before.Graph, now.Graph);
     present.FitsRun = FitsRunBetween(before.Graph, now.Graph);
+    JoinFed(present.Fed, now.Graph.FedSince(present.Whole.Graph));
     present.Id = ++m_lastId;
     present.Whole = std::move(now);
 }
@@ -116,9 +130,10 @@ void TUndoHistory::Undo() {
     if (!CanUndo()) return;
     Absorb();
     const std::vector<int> fitsRun = m_states[m_present].FitsRun;
-    --m_present;
+    const TState& undone = m_states[m_present--];
     m_isOpen = false;
-    const TWhole& state = m_states[m_present].Whole;
+    TWhole& state = m_states[m_present].Whole;
+    state.Graph.TakeFed(undone.Whole.Graph, undone.Fed);
     Restore(state, state.Graph.CurrSerIndex());
     KeepFitsFromRunning(fitsRun);
 }
@@ -138,8 +153,9 @@ void TUndoHistory::KeepFitsFromRunning(const std::vector<int>& numbers) {
 void TUndoHistory::Redo() {
     if (!CanRedo()) return;
     Absorb();
-    ++m_present;
+    const TGraphSnapshot& before = m_states[m_present++].Whole.Graph;
     m_isOpen = false;
+    m_states[m_present].Whole.Graph.TakeFed(before, m_states[m_present].Fed);
     Restore(m_states[m_present].Whole, m_states[m_present].CurrSerIndex);
 }
 

@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace lumoplot {
 
@@ -40,6 +41,11 @@ public:
     }
     /// Takes what has changed since the last look into the present state: it belongs to no step of its own.
     void Absorb();
+    /// Links have fed points. AbsorbFed takes these, and what else has changed, into the present state.
+    void NoteFed() { m_isFed = true; }
+    void AbsorbFed() {
+        if (std::exchange(m_isFed, false)) Absorb();
+    }
     /// Puts back what the graph was at the last look.
     void PutBack();
     /// The next step joins none.
@@ -94,7 +100,8 @@ private:
         int CurrSerIndex = 0;      ///< right behind the step; the snapshot has that before the next one
         std::string StepName = {}; ///< of the step that led here
         TMergeKey Key = {};
-        std::vector<int> FitsRun = {}; ///< by that step: the numbers of their data sets
+        std::vector<int> FitsRun = {};    ///< by that step: the numbers of their data sets
+        std::vector<TFedAtStep> Fed = {}; ///< behind that step
     };
 
     TWhole Take(const TWhole* earlier) const;
@@ -112,6 +119,7 @@ private:
     std::deque<TState> m_states; ///< from the oldest on; empty while nothing is recorded
     std::size_t m_present = 0;
     std::uint64_t m_lastId = 0;
+    bool m_isFed = false;  ///< since the last look
     bool m_isOpen = false; ///< the last thing that happened was a step, which the next may join
 };
 

@@ -58,7 +58,7 @@ void TDSInfo::Store(TField& field, const TValue& value) {
 }
 
 void TDSInfo::SetKind(TSourceKind value) {
-    if (!IsWithin(value, TSourceKind::Database) || value == m_kind) return;
+    if (!IsWithin(value, TSourceKind::Link) || value == m_kind) return;
     Store(m_kind, value);
     m_isSamplingChosen = false;
 }
@@ -137,6 +137,10 @@ void TDSInfo::SetYFormat(TColumnFormat value) {
 void TDSInfo::SetDatabase(TDatabaseWish value) {
     value.connection = WithoutPassword(value.connection);
     Store(m_database, value);
+}
+
+void TDSInfo::SetLinkLimit(const TLinkLimit& value) {
+    if (value.rows >= 0 && value.seconds >= 0) Store(m_linkLimit, value);
 }
 
 } // namespace lumoplot

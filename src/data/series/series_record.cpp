@@ -6,6 +6,8 @@
 #include "support/message_sink.h"
 #include "support/number_text.h"
 
+#include <charconv>
+#include <string_view>
 #include <vector>
 
 namespace lumoplot {
@@ -38,6 +40,23 @@ constexpr TSectionRow<S> CurveFitRow(int key) {
     return CompositeRow<
         S, [](const S& series, TxyWriter& writer) { std::invoke(Write, series.CurveFit(), writer); },
         [](S& series, TxyReader& reader) { std::invoke(Read, series.CurveFit(), reader); }>(key, "CurveFit");
+}
+
+// "1000 rows" or "60 seconds".
+std::string LinkLimitText(const S& series) {
+    const TLinkLimit limit = series.DataSourceInfo().LinkLimit();
+    if (limit.rows > 0) return std::to_string(limit.rows) + " rows";
+    return limit.seconds > 0 ? FormatShortest(limit.seconds) + " seconds" : std::string();
+}
+
+void SetLinkLimitText(S& series, const std::string& text) {
+    constexpr double kMost = 1e15;
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool isLimit = error == std::errc() && value > 0 && value < kMost;
+    const bool isRows = isLimit && std::string_view(end) == " rows";
+    series.DataSourceInfo().SetLinkLimit(
+        {isRows ? static_cast<std::int64_t>(value) : 0, isLimit && !isRows ? value : 0});
 }
 
 constexpr std::size_t kPointsPerPart = 4096;
@@ -144,6 +163,7 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         DatabaseRow<&TDatabaseWish::query>(81, "DatabaseQuery"),
         DatabaseRow<&TDatabaseWish::where>(82, "DatabaseWhere"),
         DatabaseRow<&TDatabaseWish::orderBy>(83, "DatabaseOrder"),
+        OptionalTextRow<S, &LinkLimitText, &SetLinkLimitText>(84, "LinkLimit"),
         Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),
         YErrorsRow(),
     };
@@ -164,6 +184,7 @@ void TDataSeries::ReadFromStream(TxyReader& reader) {
     // Entries that only some files have.
     DataSourceInfo().SetYErrorRule({});
     DataSourceInfo().SetDatabase({});
+    DataSourceInfo().SetLinkLimit({});
     reader.SetThirdEntry(TThirdEntry::None);
     ReadEntries(reader, SeriesRecordRows(), *this);
     DataSourceInfo().SetNeedsReload(false);

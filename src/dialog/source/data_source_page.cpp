@@ -159,7 +159,8 @@ void TDataSourcePage::ShowNameControls(TSourceKind kind) {
     const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
     m_ui->lblSheet->setVisible(isSheet);
     m_ui->cbx_Sheet->setVisible(isSheet);
-    m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database);
+    m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database ||
+                                kind == TSourceKind::Link);
     CheckDirectory();
 }
 
@@ -175,6 +176,7 @@ void TDataSourcePage::ShowKind(TSeries& series) {
     const bool isText = IsText(series);
     ShowPart(*(kind == TSourceKind::Manual ? m_ui->pageManual : isText ? m_ui->pageText : m_ui->pageNotes));
     if (IsDatabase(series)) return ShowDatabase(series);
+    if (kind == TSourceKind::Link) return ShowLink(series);
     isText ? ShowText(series) : ShowNotes(series);
 }
 

@@ -60,6 +60,8 @@ private:
     void Browse();
     void ChooseSource();
     void ChooseDatabase(TSeries& series, const QString& connection);
+    void ChooseLink(TSeries& series);
+    void ShowLink(const TSeries& series);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
     bool AddDataSet(const TSeries& like, const std::string& yColumn);
     void TakeSourceName(TSeries& series);

@@ -6,7 +6,7 @@
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
 #include "dialogs/transformed_curve.h"
-#include "dialogs/window_place.h"
+#include "dialogs/messages/window_place.h"
 #include "graph/model/graph.h"
 #include "support/number_text.h"
 

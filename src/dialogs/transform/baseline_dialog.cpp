@@ -1,11 +1,11 @@
-#include "dialogs/baseline_dialog.h"
+#include "dialogs/transform/baseline_dialog.h"
 
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
 #include "dialogs/transformed_curve.h"
-#include "dialogs/window_place.h"
+#include "dialogs/messages/window_place.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 #include "support/guard.h"
