@@ -4,7 +4,7 @@
 #include "controls/return_key.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
-#include "dialogs/transformed_curve.h"
+#include "dialogs/transform/transformed_curve.h"
 #include "dialogs/messages/window_place.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"

@@ -4,7 +4,7 @@
 
 #include "controls/widgets_export.h"
 #include "data/transform/baseline.h"
-#include "dialogs/baseline_mode.h"
+#include "dialogs/transform/baseline_mode.h"
 #include "graph/model/series.h"
 
 #include <QDialog>

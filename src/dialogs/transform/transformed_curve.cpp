@@ -1,4 +1,4 @@
-#include "dialogs/transformed_curve.h"
+#include "dialogs/transform/transformed_curve.h"
 
 #include "data/series/ds_info.h"
 #include "graph/loading/default_look.h"

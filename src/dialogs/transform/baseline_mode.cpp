@@ -1,4 +1,4 @@
-#include "dialogs/baseline_mode.h"
+#include "dialogs/transform/baseline_mode.h"
 
 #include <algorithm>
 #include <utility>

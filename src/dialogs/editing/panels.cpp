@@ -1,4 +1,4 @@
-#include "dialogs/panels.h"
+#include "dialogs/editing/panels.h"
 
 #include "graph/mouse/graph_mouse.h"
 #include "graph/plotted/panel_place.h"
