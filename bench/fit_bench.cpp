@@ -1,6 +1,6 @@
 // Curve fits: the certified problems from both starts by each procedure, and 100,000 points by a model of
 // four parameters against the `fit` of gnuplot, where that is installed.
-#include "fit/run/certified.h"
+#include "fit/many/certified.h"
 #include "fit/run/curve_fitter.h"
 #include "support/number_text.h"
 #include "support/replace_file.h"

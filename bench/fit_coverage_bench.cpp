@@ -1,5 +1,5 @@
 // How often intervals of 95 % hold the true parameters, and how long the uncertainties of a fit take.
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

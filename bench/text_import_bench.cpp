@@ -2,7 +2,7 @@
 // conversions over the mapped file. "ratio" is the time of the load divided by that of the loop; the aim is
 // at most 1.5. Against pandas.read_csv, where python3-pandas is installed, "times" says how much faster the
 // load is; the aim is at least 3.
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 #include "support/number_text.h"
 
 #if __has_include(<fast_float/fast_float.h>)

@@ -61,10 +61,7 @@ TDSInfo SourceInfo(const TTextOptions& options) {
     info.SetXDataColumn(options.xColumn);
     info.SetYDataColumn(options.yColumn);
     if (!options.yErrorColumn.empty()) info.SetYErrorRule({TYErrorKind::Column, 0, options.yErrorColumn});
-    if (options.every) {
-        info.SetAutoRowHitFreq(false);
-        info.SetRowSamplingFrequency(*options.every);
-    }
+    if (options.every) info.SetRowSamplingFrequency(*options.every);
     return info;
 }
 

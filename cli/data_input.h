@@ -5,7 +5,7 @@
 #include "cli/file_kind.h"
 #include "cli/offscreen.h"
 #include "graph/model/graph.h"
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>

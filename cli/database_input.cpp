@@ -2,8 +2,8 @@
 
 #include "cli/arguments.h"
 #include "data/series/ds_info.h"
+#include "sources/database/connection/saved_connections.h"
 #include "sources/database/database_loader.h"
-#include "sources/database/saved_connections.h"
 #include "support/errors.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #include "cli/file_kind.h"
 
 #include "cli/database_input.h"
-#include "sources/database/connection.h"
+#include "sources/database/connection/connection.h"
 #include "support/errors.h"
 
 #include <QFile>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/output.h"
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 
 namespace lumoplot {
 

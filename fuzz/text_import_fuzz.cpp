@@ -1,6 +1,6 @@
 // Any text is read or refused with a message, and of what is read every chosen row is a point or told.
 #include "sources/report/text_explanation.h"
-#include "sources/text/text_preview.h"
+#include "sources/text/loading/text_preview.h"
 #include "support/errors.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // The plotting program: opens the files of its command line.
-#include "dialogs/message_box_sink.h"
-#include "dialogs/progress_window.h"
-#include "host/example_file.h"
+#include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/progress_window.h"
+#include "host/files/example_file.h"
 #include "host/language.h"
 #include "host/main_window.h"
 #include "host/screen_shots.h"

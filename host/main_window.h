@@ -2,9 +2,9 @@
 // that what goes wrong is told and leaves the graph as it was.
 #pragma once
 
-#include "host/data_files.h"
 #include "host/editor_library.h"
-#include "host/graph_document.h"
+#include "host/files/data_files.h"
+#include "host/files/graph_document.h"
 
 #include <QMainWindow>
 #include <memory>

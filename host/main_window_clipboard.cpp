@@ -1,5 +1,5 @@
 // Data sets on the clipboard.
-#include "dialogs/series_clipboard.h"
+#include "dialogs/editing/series_clipboard.h"
 #include "graph/model/graph.h"
 #include "host/main_window.h"
 #include "support/errors.h"

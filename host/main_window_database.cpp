@@ -1,9 +1,9 @@
 // Opening databases from the main window.
 #include "data/series/ds_info.h"
-#include "dialogs/database_chooser.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/import/database_chooser.h"
+#include "dialogs/messages/progress_window.h"
+#include "host/files/recent_files.h"
 #include "host/main_window.h"
-#include "host/recent_files.h"
 
 #include <QFileInfo>
 #include <optional>

@@ -1,13 +1,13 @@
 // What the main window does with the graph: data, axes, view.
 #include "dialogs/import/get_data_source.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "dialogs/settings/graph_settings.h"
 #include "graph/file/graph_style.h"
 #include "graph/mouse/graph_mouse.h"
-#include "host/file_choice.h"
+#include "host/files/file_choice.h"
+#include "host/files/recent_files.h"
+#include "host/files/shown_text.h"
 #include "host/main_window.h"
-#include "host/recent_files.h"
-#include "host/shown_text.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 

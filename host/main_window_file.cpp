@@ -1,10 +1,10 @@
 // The File menu of the main window.
-#include "dialogs/wait_window.h"
-#include "host/file_choice.h"
+#include "dialogs/messages/wait_window.h"
+#include "host/files/file_choice.h"
+#include "host/files/recent_files.h"
+#include "host/files/shown_text.h"
 #include "host/main_window.h"
-#include "host/recent_files.h"
-#include "host/shown_text.h"
-#include "sources/database/connection.h"
+#include "sources/database/connection/connection.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 

@@ -1,9 +1,9 @@
 // What helps to begin and to find the way: the example, the manual, a double click on a curve.
-#include "dialogs/graph_edit_bar.h"
+#include "dialogs/editing/graph_edit_bar.h"
 #include "dialogs/manual_window.h"
 #include "graph/mouse/graph_mouse.h"
 #include "graph/plotted/curve_hit.h"
-#include "host/example_file.h"
+#include "host/files/example_file.h"
 #include "host/language.h"
 #include "host/main_window.h"
 #include "support/guard.h"

@@ -1,8 +1,8 @@
 // The menus Transform and Panels: new curves out of the current data set, graphs inside the graph.
-#include "dialogs/baseline_dialog.h"
 #include "dialogs/hand_edit.h"
-#include "dialogs/peaks_dialog.h"
-#include "dialogs/transform_dialog.h"
+#include "dialogs/transform/baseline_dialog.h"
+#include "dialogs/transform/peaks_dialog.h"
+#include "dialogs/transform/transform_dialog.h"
 #include "host/main_window.h"
 #include "host/panels_menu.h"
 #include "support/guard.h"

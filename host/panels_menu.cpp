@@ -1,6 +1,6 @@
 #include "host/panels_menu.h"
 
-#include "dialogs/panels.h"
+#include "dialogs/editing/panels.h"
 #include "graph/mouse/graph_mouse.h"
 #include "session/graph_session.h"
 #include "support/guard.h"

@@ -1,7 +1,7 @@
 #include "dialogs/hand_edit.h"
 
 #include "data/series/ds_info.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
 #include "support/message_sink.h"

@@ -15,6 +15,7 @@
 #include <io.h>
 #include <sys/stat.h>
 #else
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -154,7 +155,7 @@ bool MayBeWritten(const fs::path& target) {
 #if defined(_WIN32)
     return _waccess(target.c_str(), 2) == 0;
 #else
-    return access(target.c_str(), W_OK) == 0;
+    return faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) == 0;
 #endif
 }
 
@@ -164,7 +165,6 @@ bool Replace(const std::string& name, std::span<const std::uint8_t> bytes) {
     if (target.empty()) return false;
     const fs::file_status status = fs::status(target, error);
     if (!fs::exists(status)) return WriteBesideAndRename(target, bytes) == TReplacing::Done;
-    if (fs::is_directory(status)) return false;
     if (!fs::is_regular_file(status)) return WriteInPlace(target, bytes);
     if (!MayBeWritten(target)) return false;
     if (IsSharedWithOthers(target)) return WriteInPlaceSafely(target, bytes);
@@ -177,7 +177,7 @@ bool MayMakeFilesIn(const fs::path& folder) {
 #if defined(_WIN32)
     return _waccess(folder.c_str(), 2) == 0;
 #else
-    return access(folder.c_str(), W_OK | X_OK) == 0;
+    return faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 #endif
 }
 

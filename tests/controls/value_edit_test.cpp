@@ -80,6 +80,17 @@ TEST_F(ValueEdit, WhatMustBePositiveStaysSo) {
     Press(Qt::Key_PageDown, 5);
     Press(Qt::Key_Down, 5);
     EXPECT_EQ(Values.back(), 1);
+    Press(Qt::Key_PageUp);
+    EXPECT_EQ(Values.back(), 11);
+    for (const char* text : {"0", "-2"}) {
+        Values.clear();
+        Edit.selectAll();
+        QTest::keyClicks(&Edit, QLatin1String(text));
+        EXPECT_TRUE(Values.empty()) << text;
+        EXPECT_EQ(Edit.toolTip(), "The number must be above 0");
+    }
+    Other.setFocus();
+    EXPECT_EQ(Text(), "11");
 }
 
 TEST_F(ValueEdit, TheWheelCountsOnlyWithTheFocus) {

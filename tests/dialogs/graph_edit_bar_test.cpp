@@ -1,4 +1,4 @@
-#include "dialogs/graph_edit_bar.h"
+#include "dialogs/editing/graph_edit_bar.h"
 
 #include "common/window_driver.h"
 #include "data/series/ds_info.h"

@@ -1,4 +1,4 @@
-#include "dialogs/mark_editor.h"
+#include "dialogs/editing/mark_editor.h"
 
 #include "common/keyboard_walk.h"
 #include "common/recording_sink.h"
@@ -68,9 +68,13 @@ TEST_F(MarkEditor, TheListShowsTheFirstLineOfTheText) {
     EXPECT_EQ(Entry(1), "2: lower\xE2\x80\xA6");
     QCoreApplication::processEvents();
     EXPECT_EQ(Mark(2).Caption, "lower\nb") << "Enter takes it";
+    QTest::keyClicks(&text, "our ");
+    Find<QWidget>("btnNew").setFocus();
+    EXPECT_EQ(Mark(2).Caption, "lower\nour b") << "so does to leave it";
+    text.setFocus();
     QTest::keyClicks(&text, "limit ");
     Select(0);
-    EXPECT_EQ(Mark(2).Caption, "lower\nlimit b");
+    EXPECT_EQ(Mark(2).Caption, "lower\nour limit b");
     EXPECT_EQ(Mark(1).Caption, "a");
     EXPECT_EQ(text.toPlainText(), "a");
 }

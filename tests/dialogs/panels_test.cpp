@@ -1,5 +1,5 @@
 // Graphs inside a graph: their data sets, their places and the frames of a stack.
-#include "dialogs/panels.h"
+#include "dialogs/editing/panels.h"
 
 #include "common/thrown_text.h"
 #include "graph/mouse/graph_mouse.h"

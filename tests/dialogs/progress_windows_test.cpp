@@ -1,8 +1,8 @@
 #include "common/window_driver.h"
-#include "dialogs/message_box_sink.h"
-#include "dialogs/progress_bar.h"
-#include "dialogs/progress_window.h"
-#include "dialogs/wait_window.h"
+#include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/progress_bar.h"
+#include "dialogs/messages/progress_window.h"
+#include "dialogs/messages/wait_window.h"
 #include "support/message_sink.h"
 
 #include <QElapsedTimer>
@@ -105,6 +105,22 @@ TEST_F(ProgressWindows, NoAutoShowKeepsItHidden) {
     }
     EXPECT_FALSE(window->isVisible());
     EXPECT_GT(window->HiddenSteps(), 50);
+}
+
+TEST_F(ProgressWindows, WhatIsCancelledBeforeItIsSeenNeverComes) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100, true, true));
+    window->close();
+    QTest::qWait(TStepWindow::kShowAfterMs + 200);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(window->Cancelled());
+}
+
+TEST_F(ProgressWindows, ManySmallStepsMoveTheBarAsFewLargeOnes) {
+    const std::unique_ptr<TfrmSmallPrBar> window(ShowProgress("Loading", 100000, true, true));
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    for (int i = 0; i < 5000; ++i) window->StepProgress();
+    EXPECT_EQ(Position(*window), 5000);
 }
 
 TEST_F(ProgressWindows, AQuestionAskedInTheMiddleOfWorkIsNotCovered) {

@@ -1,7 +1,7 @@
 // Data sets leave as text, table and whole, and come back from each of them.
 #include "common/thrown_text.h"
 #include "common/values_of.h"
-#include "dialogs/series_clipboard.h"
+#include "dialogs/editing/series_clipboard.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/graph.h"
 

@@ -1,4 +1,4 @@
-#include "dialogs/set_values_dialog.h"
+#include "dialogs/editing/set_values_dialog.h"
 
 #include "common/keyboard_walk.h"
 #include "common/recording_sink.h"

@@ -1,13 +1,13 @@
-#include "dialogs/transform_dialog.h"
+#include "dialogs/transform/transform_dialog.h"
 
 #include "common/clipping.h"
 #include "common/keyboard_walk.h"
 #include "common/recording_sink.h"
 #include "common/window_driver.h"
-#include "dialogs/baseline_dialog.h"
-#include "dialogs/mark_editor.h"
-#include "dialogs/peaks_dialog.h"
-#include "dialogs/set_values_dialog.h"
+#include "dialogs/editing/mark_editor.h"
+#include "dialogs/editing/set_values_dialog.h"
+#include "dialogs/transform/baseline_dialog.h"
+#include "dialogs/transform/peaks_dialog.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 

@@ -5,6 +5,7 @@
 #include "common/window_driver.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/model/child_graph.h"
+#include "graph/model/holder.h"
 #include "session/recovery_folder.h"
 #include "support/errors.h"
 #include "support/short_string.h"
@@ -73,6 +74,19 @@ TEST_F(EditData, OkWritesTheWorkingGraphBack) {
     EXPECT_EQ(Graph.FindSeries(1)->SeriesName(), "renamed");
     EXPECT_EQ(Graph.FindSeries(1)->Count(), 2);
     EXPECT_FALSE(Graph.EditorMode());
+}
+
+TEST_F(EditData, TheSheetsOfTheHostAreReadInTheEditor) {
+    Graph.Holder()->OfferSheets(
+        {[] { return std::vector<std::string>{"Table1"}; },
+         [](const std::string&) -> std::string { return "t\tv\n1\t5\n2\t6\n3\t8\n"; }});
+    EXPECT_TRUE(Run([](QDialog& dialog) {
+        Control<QTabWidget>(dialog, "tabs").setCurrentIndex(1);
+        Choose(dialog, "cbx_SourceKind", static_cast<int>(TSourceKind::LumoSheet));
+        Choose(dialog, "cbx_Sheet", 0);
+        Click(dialog, "btnOk");
+    }));
+    EXPECT_EQ(Graph.FindSeries(1)->Count(), 3);
 }
 
 TEST_F(EditData, CancelLeavesEverythingAsItWas) {

@@ -4,7 +4,7 @@
 #include "host/window_fixture.h"
 
 #include "graph/model/child_graph.h"
-#include "host/recent_files.h"
+#include "host/files/recent_files.h"
 
 #include <QDropEvent>
 #include <QMenu>

@@ -64,18 +64,29 @@ TEST_F(ReplaceFileTest, NamesMayBeAsLongAsTheSystemTakesThem) {
 }
 
 #if !defined(_WIN32)
-TEST_F(ReplaceFileTest, AWritableFileInAProtectedFolderIsReplaced) {
+TEST_F(ReplaceFileTest, WhatIsProtectedStaysAndAWritableFileInAProtectedFolderIsReplaced) {
     using std::filesystem::perms;
     const std::string name = NameOf("plot.ltp");
+    const std::string locked = NameOf("protected.ltp");
+    const std::string folder = m_folder.path().toStdString();
     ReplaceFile(name, BytesOf("a longer old content"));
-    std::filesystem::permissions(name, static_cast<perms>(0666));
-    std::filesystem::permissions(m_folder.path().toStdString(), static_cast<perms>(0555));
+    ReplaceFile(locked, BytesOf("old"));
     const bool isRoot = geteuid() == 0; // whom no permission holds back
-    if (isRoot && seteuid(65534) != 0) GTEST_SKIP() << "no other user";
+    if (isRoot && (chown(folder.c_str(), 65534, 65534) != 0 || chown(locked.c_str(), 65534, 65534) != 0 ||
+                   seteuid(65534) != 0))
+        GTEST_SKIP() << "no other user";
+    std::filesystem::permissions(locked, static_cast<perms>(0444));
+    const auto text = ThrownText<EFileError>([&] { ReplaceFile(locked, BytesOf("new")); });
+    EXPECT_TRUE(text.ends_with("it is protected against writing. Choose another name")) << text;
+    EXPECT_EQ(ReadWholeFile(locked), BytesOf("old"));
+    EXPECT_TRUE(!isRoot || seteuid(0) == 0);
+    std::filesystem::permissions(name, static_cast<perms>(0666));
+    std::filesystem::permissions(folder, static_cast<perms>(0555));
+    EXPECT_TRUE(!isRoot || seteuid(65534) == 0);
     EXPECT_NO_THROW(ReplaceFile(name, BytesOf("new")));
     EXPECT_THROW(ReplaceFile(NameOf("other.ltp"), BytesOf("new")), EFileError);
     EXPECT_TRUE(!isRoot || seteuid(0) == 0);
-    std::filesystem::permissions(m_folder.path().toStdString(), perms::owner_all);
+    std::filesystem::permissions(folder, perms::owner_all);
     EXPECT_EQ(ReadWholeFile(name), BytesOf("new"));
     EXPECT_EQ(std::filesystem::status(name).permissions(), static_cast<perms>(0666));
 }

@@ -34,7 +34,8 @@ TReciprocal ReciprocalOf(double value) {
         rest *= 2;
     }
     // Rounding never carries into a further bit: other reciprocals stay 2^-53 clear of a power of two.
-    if (rest > divisor || (rest == divisor && (quotient & 1) != 0)) ++quotient;
+    // There is no tie: the divisor is odd or a power of two.
+    if (rest > divisor) ++quotient;
     return {quotient, (powerOfTwo ? 1 : 0) - valueExponent - (kQuotientBits - 1)};
 }
 

@@ -4,7 +4,7 @@
 #include "controls/texts.h"
 #include "data/filter/band_filter_spectrum.h"
 #include "data/series/ds_info.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dialog/fit/fitted_series.h"
-#include "fit/run/compare_procedures.h"
+#include "fit/many/compare_procedures.h"
 
 #include <QDialog>
 #include <memory>

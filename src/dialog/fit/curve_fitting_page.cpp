@@ -13,7 +13,7 @@
 #include "dialog/fit/generate_points.h"
 #include "dialog/fit/template_group.h"
 #include "dialogs/edit_script.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/formula_group.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "data/series/plotted_values.h"
-#include "fit/run/fit_batch.h"
+#include "fit/many/fit_batch.h"
 #include "graph/model/graph.h"
 
 #include <QDialog>

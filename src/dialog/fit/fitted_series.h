@@ -2,7 +2,7 @@
 #pragma once
 
 #include "data/series/plotted_values.h"
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 #include "graph/model/series.h"
 
 namespace lumoplot {

@@ -2,7 +2,7 @@
 // ends of the interval, and how often resampled fits end at each value.
 #pragma once
 
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 
 #include <QWidget>
 #include <optional>

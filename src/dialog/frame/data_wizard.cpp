@@ -9,10 +9,10 @@
 #include "dialog/series/general_page.h"
 #include "dialog/series/regressions_page.h"
 #include "dialog/source/data_source_page.h"
-#include "dialogs/graph_edit_bar.h"
+#include "dialogs/editing/graph_edit_bar.h"
+#include "dialogs/editing/series_list.h"
 #include "dialogs/manual_window.h"
-#include "dialogs/series_list.h"
-#include "dialogs/window_place.h"
+#include "dialogs/messages/window_place.h"
 #include "support/message_text.h"
 #include "ui_data_wizard.h"
 

@@ -3,7 +3,7 @@
 #include "dialog/frame/data_wizard.h"
 #include "dialog/frame/undo_keys.h"
 #include "dialog/source/data_source_page.h"
-#include "dialogs/series_list.h"
+#include "dialogs/editing/series_list.h"
 #include "graph/model/child_graph.h"
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"

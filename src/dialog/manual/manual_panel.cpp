@@ -2,7 +2,7 @@
 
 #include "controls/texts.h"
 #include "dialog/manual/manual_commit.h"
-#include "dialogs/set_values_dialog.h"
+#include "dialogs/editing/set_values_dialog.h"
 #include "ui_manual_panel.h"
 
 #include <QLocale>

@@ -2,7 +2,7 @@
 
 #include "controls/return_key.h"
 #include "controls/texts.h"
-#include "dialogs/series_list.h"
+#include "dialogs/editing/series_list.h"
 #include "graph/model/graph.h"
 #include "support/update_hold.h"
 

@@ -6,7 +6,7 @@
 #include "dialogs/hand_edit.h"
 #include "dialogs/import/source_files.h"
 #include "dialogs/import/text_preview_pane.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
 #include "support/errors.h"
 #include "support/message_sink.h"

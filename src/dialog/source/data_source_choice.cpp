@@ -1,8 +1,8 @@
 // What the Data Source page does with a choice of sources and columns.
 #include "dialog/source/data_source_page.h"
-#include "dialogs/database_chooser.h"
+#include "dialogs/import/database_chooser.h"
 #include "dialogs/import/get_data_source.h"
-#include "dialogs/progress_window.h"
+#include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
 
 #include <QFileInfo>

@@ -7,7 +7,7 @@
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
-#include "sources/text/text_loader.h"
+#include "sources/text/loading/text_loader.h"
 #include "support/errors.h"
 #include "support/message_text.h"
 #include "ui_data_source_page.h"

@@ -3,7 +3,7 @@
 
 #include "controls/file_filter.h"
 #include "data/series/ds_info.h"
-#include "sources/database/connection.h"
+#include "sources/database/connection/connection.h"
 
 #include <QFileInfo>
 

@@ -2,7 +2,7 @@
 // cells can not be read. What formulas make of X and Y stands in front of the cells.
 #pragma once
 
-#include "sources/text/text_preview.h"
+#include "sources/text/loading/text_preview.h"
 
 #include <QAbstractTableModel>
 

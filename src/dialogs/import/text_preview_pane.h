@@ -4,8 +4,8 @@
 
 #include "controls/widgets_export.h"
 #include "graph/model/series.h"
-#include "sources/text/text_loader.h"
-#include "sources/text/text_preview.h"
+#include "sources/text/loading/text_loader.h"
+#include "sources/text/loading/text_preview.h"
 
 #include <QWidget>
 #include <memory>

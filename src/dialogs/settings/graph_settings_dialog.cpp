@@ -1,8 +1,8 @@
 #include "dialogs/settings/graph_settings_dialog.h"
 
+#include "dialogs/messages/window_place.h"
 #include "dialogs/settings/graph_settings.h"
 #include "dialogs/settings/marks_sheet.h"
-#include "dialogs/window_place.h"
 #include "graph/file/graph_style.h"
 #include "graph/mouse/graph_mouse.h"
 #include "support/guard.h"

@@ -257,7 +257,7 @@ void TCurFit::TemplateUp(int number) {
 }
 
 void TCurFit::TemplateDown(int number) {
-    if (number > 0) TemplateUp(number + 1);
+    if (IsTemplate(number)) TemplateUp(number + 1);
 }
 
 void TCurFit::ClearTemplates() {

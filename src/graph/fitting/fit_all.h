@@ -1,7 +1,7 @@
 // The fit of one equation to all data sets of a graph.
 #pragma once
 
-#include "fit/run/fit_batch.h"
+#include "fit/many/fit_batch.h"
 #include "graph/model/graph.h"
 
 #include <string>

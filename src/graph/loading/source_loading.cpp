@@ -7,7 +7,7 @@
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 
@@ -21,9 +21,8 @@ namespace {
 std::string FileFor(const TSeries& series, const std::string& file) {
     const QString name = QString::fromStdString(file);
     const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
-    if (name.isEmpty() || directory.isEmpty() || QFileInfo(name).isAbsolute() || QFileInfo::exists(name))
-        return name.toStdString();
-    return QDir(directory).filePath(name).toStdString();
+    if (name.isEmpty() || directory.isEmpty() || QFileInfo::exists(name)) return name.toStdString();
+    return QDir(directory).filePath(name).toStdString(); // an absolute name stays
 }
 
 // A data-set file brings its own settings; what says where the points come from stays.

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "graph/model/graph.h"
-#include "sources/text/text_loader.h"
-#include "sources/text/text_preview.h"
+#include "sources/text/loading/text_loader.h"
+#include "sources/text/loading/text_preview.h"
 #include "support/progress.h"
 
 #include <limits>

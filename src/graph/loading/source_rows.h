@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graph/model/series.h"
-#include "sources/text/preview_rows.h"
+#include "sources/text/loading/preview_rows.h"
 
 namespace lumoplot {
 

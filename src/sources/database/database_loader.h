@@ -3,9 +3,9 @@
 #pragma once
 
 #include "data/series/data_series.h"
-#include "sources/database/sql_session.h"
+#include "sources/database/connection/sql_session.h"
 #include "sources/database/table_columns.h"
-#include "sources/text/text_loader.h"
+#include "sources/text/loading/text_loader.h"
 
 namespace lumoplot {
 

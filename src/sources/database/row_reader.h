@@ -2,7 +2,7 @@
 #pragma once
 
 #include "sources/database/row_stream.h"
-#include "sources/text/text_loader.h"
+#include "sources/text/loading/text_loader.h"
 
 namespace lumoplot {
 

@@ -1,7 +1,7 @@
 // Points on their way from a thread that reads a database to the one that takes them.
 #pragma once
 
-#include "sources/database/sql_session.h"
+#include "sources/database/connection/sql_session.h"
 
 #include <chrono>
 #include <condition_variable>

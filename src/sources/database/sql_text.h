@@ -2,7 +2,7 @@
 #pragma once
 
 #include "data/series/ds_info.h"
-#include "sources/database/sql_session.h"
+#include "sources/database/connection/sql_session.h"
 #include "sources/database/table_columns.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 #include "sources/database/table_columns.h"
 
 #include "sources/cells/text_date.h"
-#include "sources/database/decimal_text.h"
+#include "sources/database/connection/decimal_text.h"
 #include "support/errors.h"
 
 #include <algorithm>

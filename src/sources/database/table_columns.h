@@ -1,7 +1,7 @@
 // The columns of a table or of a SELECT: names, and what their first rows hold.
 #pragma once
 
-#include "sources/database/sql_session.h"
+#include "sources/database/connection/sql_session.h"
 #include "sources/text/text_format.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "sources/database/value_reader.h"
 
 #include "sources/cells/text_date.h"
-#include "sources/database/decimal_text.h"
+#include "sources/database/connection/decimal_text.h"
 #include "support/message_text.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // What was made of a text file, as texts for a person: the same wherever a text is loaded.
 #pragma once
 
-#include "sources/text/text_loader.h"
+#include "sources/text/loading/text_loader.h"
 #include "support/export.h"
 
 #include <string>

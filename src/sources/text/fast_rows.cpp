@@ -10,9 +10,6 @@
 namespace lumoplot {
 namespace {
 
-bool IsLineEnd(char c) {
-    return c == '\n' || c == '\r';
-}
 bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }

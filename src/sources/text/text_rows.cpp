@@ -10,10 +10,6 @@
 namespace lumoplot {
 namespace {
 
-bool IsLineEnd(char c) {
-    return c == '\n' || c == '\r';
-}
-
 // The high bit of each byte of `bytes` that is zero, and perhaps of bytes behind one.
 std::uint64_t ZeroBytes(std::uint64_t bytes) {
     return (bytes - 0x0101010101010101) & ~bytes & 0x8080808080808080;

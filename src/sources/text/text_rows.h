@@ -11,6 +11,10 @@
 
 namespace lumoplot {
 
+inline bool IsLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+
 /// The first CR or LF at or behind `text`, or `end`.
 const char* FindLineEnd(const char* text, const char* end);
 

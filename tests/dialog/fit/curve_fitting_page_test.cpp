@@ -6,6 +6,7 @@
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_plot.h"
+#include "dialog/fit/generate_points.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/equation_editor/formula_edit.h"
 #include "fit/equation_editor/frm_calc.h"
@@ -279,6 +280,17 @@ TEST_F(CurveFittingPage, GenerateFillsTheDataSetAndAsksFirst) {
     Current().DataSourceInfo().SetKind(TSourceKind::TextFile);
     Click("btnGenerate");
     EXPECT_TRUE(Sink.Texts.empty()) << "data of a file are not asked for";
+}
+
+TEST_F(CurveFittingPage, PointsAreGeneratedOverWhatIsLeftOfTheData) {
+    TxyGraph graph;
+    TSeries& series = *graph.AddSeriesNumbered(1);
+    for (int i = 0; i <= 10; ++i) series.AddPoint(i, i);
+    series.DeletePoint(series.LastId());
+    series.CurveFit().SetExpression("x");
+    series.CurveFit().SetNPoints(2);
+    GeneratePoints(series);
+    EXPECT_EQ(PairsOf(series), (TPairs{{0, 0}, {9, 9}}));
 }
 
 TEST_F(CurveFittingPage, WhatCanNotBeGeneratedLeavesTheData) {

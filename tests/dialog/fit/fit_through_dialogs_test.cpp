@@ -108,6 +108,9 @@ TEST_F(FitThroughDialogs, AResultIsToldFromWhatHasChangedSince) {
     EXPECT_EQ(Result().find("\na = "), std::string::npos);
     Click("btnFit");
     EXPECT_NEAR(Current().CurveFit().Parameter(1)->Value(), 10, 0.02);
+    Type("m_Equation", QStringLiteral("a*sqrt(x-3.5)"));
+    Click("btnFit");
+    EXPECT_NE(Result().find("(0 iterations, 5 points, 3 without a value)"), std::string::npos) << Result();
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "common/places.h"
-#include "fit/run/certified.h"
+#include "fit/many/certified.h"
 
 #include "support/replace_file.h"
 

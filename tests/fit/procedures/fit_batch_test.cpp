@@ -1,4 +1,4 @@
-#include "fit/run/fit_batch.h"
+#include "fit/many/fit_batch.h"
 
 #include "common/fit_parameters.h"
 #include "common/thrown_text.h"

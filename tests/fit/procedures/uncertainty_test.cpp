@@ -1,5 +1,5 @@
 // The three uncertainties, against closed formulas and against each other.
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 
 #include "fit/run/fit_statistics.h"
 

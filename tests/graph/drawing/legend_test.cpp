@@ -81,6 +81,23 @@ TEST_F(Legends, EntriesStandInTheMiddleOfABoxThatIsTooHigh) {
     EXPECT_NEAR(layout.Entries.at(0).Text.center().y(), layout.Box.center().y(), 0.01);
 }
 
+TEST_F(Legends, OnlyWhatIsDrawnHasAnEntryAndNoLineIsWiderThanItsRow) {
+    Add(3, "a data set");
+    Graph.Series()[0]->SetActive(false);
+    Graph.Series()[1]->SetShowInLegend(false);
+    Graph.Series()[2]->SetLinesShown(true);
+    Graph.Series()[2]->SetLineWidth(200);
+    Graph.Series()[2]->SetLineColor(0x123456);
+    const TGraphLayout graph = Layout();
+    const TLegendLayout layout = LayOutLegend(Graph, kLegendPanel);
+    ASSERT_EQ(layout.Entries.size(), 1u);
+    QPainter painter(&Device);
+    DrawLegend(TCanvas(painter, TDrawPurpose::Show), Graph, layout, graph.Plot());
+    const auto lines = Device.LinesIn(ToQColor(0x123456));
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_LE(lines[0].Pen.widthF(), layout.Entries[0].Symbol.height());
+}
+
 TEST_F(Legends, WhatHasNoRoomIsCounted) {
     Add(60, "a data set");
     TLegend& legend = *Graph.Legend();

@@ -1,9 +1,9 @@
 #include "graph/drawing/lines/column_reducer.h"
 #include "graph/drawing/lines/line_painter.h"
-#include "graph/drawing/lines/line_stroker.h"
 #include "graph/drawing/lines/polylines.h"
 #include "graph/drawing/lines/symbol_cloud.h"
 #include "graph/drawing/recording_device.h"
+#include "graph/drawing/strokes/line_stroker.h"
 
 #include <QImage>
 #include <cmath>

@@ -111,6 +111,14 @@ TEST(LinearTicks, AStepOfTheUsersChoiceCountsFromMin) {
     EXPECT_EQ(LabelsOf(rules), "3 6 9");
     rules.CountsFromMin = true;
     EXPECT_EQ(LabelsOf(rules), "1 4 7 10");
+    TxyGraph graph;
+    TAxis& axis = *graph.XAxis();
+    axis.SetMin(1);
+    axis.SetMax(10);
+    axis.SetStepSize(3);
+    EXPECT_EQ(LabelsOf(TickRulesOf(axis)), "1 4 7 10");
+    axis.SetAutoStepping(true);
+    EXPECT_FALSE(TickRulesOf(axis).CountsFromMin);
 }
 
 TEST(LinearTicks, TheFormatsOfTheAxisAreObeyed) {

@@ -97,13 +97,17 @@ TEST_F(GraphMouse, AZoomStopsBeforeTheNumbersDo) {
     for (int i = 0; i < 2000; ++i) Wheel(Map().Plot.center().toPoint(), -5);
     EXPECT_TRUE(std::isfinite(X().Max() - X().Min()));
     EXPECT_TRUE(Graph.Mouse().Map());
-    X().SetMin(1);
-    X().SetMax(100);
     X().SetLogScale(true);
-    Repaint();
-    for (int i = 0; i < 60; ++i) Wheel(Map().Plot.center().toPoint(), -5);
-    EXPECT_GT(X().Min(), 0);
-    EXPECT_TRUE(Graph.Mouse().Map());
+    for (const double least : {1e200, 1.0, 1e-200}) {
+        X().SetMax(100 * std::max(X().Max(), least));
+        X().SetMin(least);
+        X().SetMax(100 * least);
+        Repaint();
+        for (int i = 0; i < 60; ++i) Wheel(Map().Plot.center().toPoint(), -5);
+        EXPECT_GT(X().Min(), 0) << least;
+        EXPECT_TRUE(std::isfinite(X().Max())) << least;
+        EXPECT_TRUE(Graph.Mouse().Map()) << least;
+    }
 }
 
 TEST_F(GraphMouse, EveryGestureGoesBackByItself) {

@@ -1,8 +1,8 @@
 // Databases behind the toolkit's drivers: a PostgreSQL server of the test's own, and ODBC over a file.
 #include "common/cancelling_progress.h"
 #include "common/thrown_text.h"
+#include "sources/database/connection/qt_session.h"
 #include "sources/database/database_files.h"
-#include "sources/database/qt_session.h"
 
 #include <QDir>
 #include <QElapsedTimer>

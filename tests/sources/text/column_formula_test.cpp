@@ -1,8 +1,8 @@
 #include "sources/text/text_fixture.h"
 
 #include "data/series/data_series.h"
-#include "sources/text/series_supplier.h"
-#include "sources/text/text_preview.h"
+#include "sources/text/loading/series_supplier.h"
+#include "sources/text/loading/text_preview.h"
 #include "support/errors.h"
 
 #include <cmath>

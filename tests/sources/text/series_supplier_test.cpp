@@ -1,7 +1,7 @@
 #include "common/cancelling_progress.h"
 #include "common/places.h"
 #include "data/series/ds_info.h"
-#include "sources/text/series_supplier.h"
+#include "sources/text/loading/series_supplier.h"
 #include "sources/text/text_fixture.h"
 #include "support/errors.h"
 

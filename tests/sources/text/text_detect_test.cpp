@@ -1,7 +1,7 @@
 #include "common/case_file.h"
 #include "common/places.h"
+#include "sources/text/loading/text_preview.h"
 #include "sources/text/text_fixture.h"
-#include "sources/text/text_preview.h"
 
 namespace lumoplot {
 namespace {

@@ -1,7 +1,7 @@
 // What the tests of text files share: a directory that holds the texts, and loading that collects the points.
 #pragma once
 
-#include "sources/text/text_loader.h"
+#include "sources/text/loading/text_loader.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
+#include "sources/text/loading/text_preview.h"
 #include "sources/text/text_fixture.h"
-#include "sources/text/text_preview.h"
 
 namespace lumoplot {
 namespace {

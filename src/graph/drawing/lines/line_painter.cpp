@@ -1,7 +1,7 @@
 #include "graph/drawing/lines/line_painter.h"
 
-#include "graph/drawing/lines/cloud_stroker.h"
-#include "graph/drawing/lines/line_stroker.h"
+#include "graph/drawing/strokes/cloud_stroker.h"
+#include "graph/drawing/strokes/line_stroker.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "graph/drawing/lines/canvas.h"
-#include "graph/drawing/lines/column_fill.h"
 #include "graph/drawing/lines/polylines.h"
+#include "graph/drawing/strokes/column_fill.h"
 
 namespace lumoplot {
 

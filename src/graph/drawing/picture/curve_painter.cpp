@@ -1,7 +1,7 @@
 #include "graph/drawing/picture/curve_painter.h"
 
 #include "fit/definition/cur_fit.h"
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 #include "graph/drawing/lines/column_reducer.h"
 #include "graph/drawing/lines/line_painter.h"
 #include "graph/drawing/lines/series_pen.h"

@@ -1,7 +1,7 @@
 #include "graph/drawing/picture/error_bars.h"
 
 #include "graph/drawing/lines/polylines.h"
-#include "graph/drawing/lines/stroke_mask.h"
+#include "graph/drawing/strokes/stroke_mask.h"
 #include "graph/model/graph.h"
 #include "graph/plotted/paired_points.h"
 

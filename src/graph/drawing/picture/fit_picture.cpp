@@ -4,7 +4,7 @@
 #include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
-#include "fit/run/uncertainty.h"
+#include "fit/many/uncertainty.h"
 #include "graph/drawing/lines/canvas.h"
 #include "graph/model/axis.h"
 #include "graph/model/graph.h"

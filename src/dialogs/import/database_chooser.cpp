@@ -1,0 +1,283 @@
+#include "dialogs/import/database_chooser.h"
+
+#include "sources/database/connection/saved_connections.h"
+#include "sources/database/database_loader.h"
+#include "support/errors.h"
+#include "support/message_text.h"
+#include "ui_database_chooser.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace lumoplot {
+namespace {
+
+constexpr int kRowsShown = 100;
+const QString kRowNumberItem = QStringLiteral("(row number)");
+
+/// The pointer shows that a server may take its time.
+class TWaitingPointer {
+public:
+    TWaitingPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~TWaitingPointer() { QGuiApplication::restoreOverrideCursor(); }
+    TWaitingPointer(const TWaitingPointer&) = delete;
+    TWaitingPointer& operator=(const TWaitingPointer&) = delete;
+};
+
+QString Shown(const std::string& text) {
+    return QString::fromStdString(ShownLine(text));
+}
+
+} // namespace
+
+TDatabaseChooser::TDatabaseChooser(const TDSInfo& current, const QString& connection, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::TDatabaseChooser>()), m_source(current) {
+    m_ui->setupUi(this);
+    m_ui->splitter->setStretchFactor(1, 1);
+    if (current.Kind() != TSourceKind::Database) m_source = TDSInfo();
+    ListConnections();
+    const TDatabaseWish& wish = m_source.Database();
+    m_ui->cbx_Connection->setEditText(connection.isEmpty() ? QString::fromStdString(wish.connection)
+                                                           : connection);
+    m_ui->cb_OwnSelect->setChecked(!wish.query.empty());
+    m_ui->m_Select->setPlainText(QString::fromStdString(wish.query));
+    m_ui->e_Where->setText(QString::fromStdString(wish.where));
+    m_ui->e_Order->setText(QString::fromStdString(wish.orderBy));
+    ConnectControls();
+    EnableControls();
+    const QString text = Connection();
+    if (!text.isEmpty()) Connect();
+    m_connected.isEmpty() ? m_ui->cbx_Connection->setFocus() : m_ui->lst_Tables->setFocus();
+}
+
+TDatabaseChooser::~TDatabaseChooser() = default;
+
+void TDatabaseChooser::ConnectControls() {
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_ui->cbx_Connection, &QComboBox::activated, this, [this] { ConnectionPicked(); });
+    connect(m_ui->cbx_Connection->lineEdit(), &QLineEdit::textEdited, this, [this] { EnableControls(); });
+    connect(m_ui->btnFile, &QPushButton::clicked, this, [this] { ChooseFile(); });
+    connect(m_ui->btnSave, &QPushButton::clicked, this, [this] { SaveAs(); });
+    connect(m_ui->btnForget, &QPushButton::clicked, this, [this] { Forget(); });
+    connect(m_ui->btnConnect, &QPushButton::clicked, this, [this] { Connect(); });
+    connect(m_ui->lst_Tables, &QListWidget::currentRowChanged, this, [this] {
+        m_ui->cb_OwnSelect->setChecked(false);
+        ShowPreview();
+    });
+    connect(m_ui->cb_OwnSelect, &QCheckBox::toggled, this, [this] {
+        EnableControls();
+        ShowPreview();
+    });
+    for (QLineEdit* edit : {m_ui->e_Where, m_ui->e_Order})
+        connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
+            if (edit->isModified()) ShowPreview();
+            edit->setModified(false);
+        });
+}
+
+// Enter in a field takes what was typed; it does not close the window from there.
+void TDatabaseChooser::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && m_ui->e_Password->hasFocus()) return Connect();
+    if (isEnter && m_ui->cbx_Connection->lineEdit()->hasFocus() && Connection() != m_connected)
+        return Connect();
+    if (isEnter && (m_ui->e_Where->hasFocus() || m_ui->e_Order->hasFocus())) return;
+    QDialog::keyPressEvent(event);
+}
+
+void TDatabaseChooser::ListConnections() {
+    const QString text = m_ui->cbx_Connection->currentText();
+    m_ui->cbx_Connection->clear();
+    for (const std::string& name : SavedConnectionNames())
+        m_ui->cbx_Connection->addItem(QString::fromStdString(name));
+    m_ui->cbx_Connection->setEditText(text);
+}
+
+QString TDatabaseChooser::Connection() const {
+    const QString text = m_ui->cbx_Connection->currentText().trimmed();
+    const auto saved = SavedConnection(text.toStdString());
+    return saved ? QString::fromStdString(*saved) : text;
+}
+
+void TDatabaseChooser::ConnectionPicked() {
+    EnableControls();
+    Connect();
+}
+
+void TDatabaseChooser::ChooseFile() {
+    QFileDialog dialog(this, QStringLiteral("Choose a database file"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({QStringLiteral("Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb)"),
+                           QStringLiteral("All files (*)")});
+    const QFileInfo present(Connection());
+    if (present.exists()) dialog.setDirectory(present.absolutePath());
+    if (dialog.exec() != QDialog::Accepted) return;
+    m_ui->cbx_Connection->setEditText(dialog.selectedFiles().value(0));
+    ConnectionPicked();
+}
+
+void TDatabaseChooser::SaveAs() {
+    bool isGiven = false;
+    const QString name = QInputDialog::getText(this, QStringLiteral("Save Connection"),
+                                               QStringLiteral("Name:"), QLineEdit::Normal, {}, &isGiven)
+                             .trimmed();
+    if (!isGiven || name.isEmpty()) return;
+    SaveConnection(name.toStdString(), Connection().toStdString());
+    ListConnections();
+    m_ui->cbx_Connection->setEditText(name);
+    EnableControls();
+}
+
+void TDatabaseChooser::Forget() {
+    const QString connection = Connection();
+    SaveConnection(m_ui->cbx_Connection->currentText().trimmed().toStdString(), {});
+    ListConnections();
+    m_ui->cbx_Connection->setEditText(connection);
+    EnableControls();
+}
+
+void TDatabaseChooser::Connect() {
+    const TWaitingPointer waiting;
+    const QString connection = Connection();
+    const std::string wanted = m_source.SourceName();
+    if (!m_ui->e_Password->text().isEmpty())
+        KeepPassword(connection.toStdString(), m_ui->e_Password->text().toStdString());
+    m_connected.clear();
+    m_isFilling = true;
+    m_ui->lst_Tables->clear();
+    m_isFilling = false;
+    try {
+        const std::vector<TSqlTable> tables = DatabaseTables(connection.toStdString());
+        m_connected = connection;
+        m_isFilling = true;
+        int chosen = 0;
+        for (const TSqlTable& table : tables) {
+            const QString name = QString::fromStdString(table.Shown());
+            auto* item = new QListWidgetItem(table.isView ? name + QStringLiteral("  (view)") : name,
+                                             m_ui->lst_Tables);
+            item->setData(Qt::UserRole, name);
+            if (table.Shown() == wanted) chosen = m_ui->lst_Tables->count() - 1;
+        }
+        const bool isOwn = m_ui->cb_OwnSelect->isChecked();
+        m_ui->lst_Tables->setCurrentRow(chosen);
+        m_ui->cb_OwnSelect->setChecked(isOwn);
+        m_isFilling = false;
+        ShowPreview();
+    } catch (const ELumoError& error) {
+        ShowProblem(Shown(error.what()));
+    }
+    EnableControls();
+}
+
+TDSInfo TDatabaseChooser::Source() const {
+    TDSInfo source = m_source;
+    source.SetKind(TSourceKind::Database);
+    const QListWidgetItem* item = m_ui->lst_Tables->currentItem();
+    const bool isOwn = m_ui->cb_OwnSelect->isChecked();
+    source.SetSourceName(item && !isOwn ? item->data(Qt::UserRole).toString().toStdString() : std::string());
+    const auto text = [](const QString& typed) { return typed.trimmed().toStdString(); };
+    source.SetDatabase({m_connected.toStdString(),
+                        isOwn ? text(m_ui->m_Select->toPlainText()) : std::string(),
+                        text(m_ui->e_Where->text()), text(m_ui->e_Order->text())});
+    if (m_ui->cbx_X->count() > 0)
+        source.SetXDataColumn(
+            m_ui->cbx_X->currentIndex() == 0 ? "0" : m_ui->cbx_X->currentData().toString().toStdString());
+    if (m_ui->cbx_Y->count() > 0) source.SetYDataColumn(m_ui->cbx_Y->currentData().toString().toStdString());
+    return source;
+}
+
+QString TDatabaseChooser::Name() const {
+    const QString column = m_ui->cbx_Y->currentData().toString();
+    const QListWidgetItem* item = m_ui->lst_Tables->currentItem();
+    return column.isEmpty() && item ? item->data(Qt::UserRole).toString() : column;
+}
+
+void TDatabaseChooser::ShowPreview() {
+    if (m_isFilling) return;
+    if (m_connected.isEmpty()) return EnableControls();
+    const TWaitingPointer waiting;
+    try {
+        TDSInfo described = Source();
+        if (described.SourceName() != m_source.SourceName() || m_ui->cb_OwnSelect->isChecked()) {
+            described.SetXDataColumn({});
+            described.SetYDataColumn({});
+        } else {
+            described.SetXDataColumn(m_source.XDataColumn());
+            described.SetYDataColumn(m_source.YDataColumn());
+        }
+        const TDatabasePreview preview = PreviewDatabase(m_connected.toStdString(), described, kRowsShown);
+        FillColumns(preview);
+        FillRows(preview);
+        m_ui->lblMessage->setText(
+            preview.chosen.y >= 0 ? QString() : QStringLiteral("No column of it holds numbers or dates."));
+    } catch (const ELumoError& error) {
+        ShowProblem(Shown(error.what()));
+    }
+    EnableControls();
+}
+
+void TDatabaseChooser::FillColumns(const TDatabasePreview& preview) {
+    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y}) box->clear();
+    m_ui->cbx_X->addItem(kRowNumberItem);
+    int place = 0;
+    for (const TTableColumn& column : preview.table.columns) {
+        const QString name = QString::fromStdString(column.name);
+        const QString text = name + QStringLiteral(" – ") + QString::fromStdString(KindText(column.kind));
+        const int here = place++;
+        if (!column.HasValues()) continue;
+        m_ui->cbx_X->addItem(text, name);
+        m_ui->cbx_Y->addItem(text, name);
+        if (here == preview.chosen.x) m_ui->cbx_X->setCurrentIndex(m_ui->cbx_X->count() - 1);
+        if (here == preview.chosen.y) m_ui->cbx_Y->setCurrentIndex(m_ui->cbx_Y->count() - 1);
+    }
+}
+
+void TDatabaseChooser::FillRows(const TDatabasePreview& preview) {
+    QTableWidget& table = *m_ui->tbl_Preview;
+    table.clear();
+    table.setRowCount(static_cast<int>(preview.table.rows.size()));
+    table.setColumnCount(static_cast<int>(preview.table.columns.size()));
+    for (int column = 0; column < table.columnCount(); ++column) {
+        const TTableColumn& shown = preview.table.columns[static_cast<std::size_t>(column)];
+        auto* header = new QTableWidgetItem(Shown(shown.name));
+        header->setToolTip(QString::fromStdString(KindText(shown.kind)));
+        table.setHorizontalHeaderItem(column, header);
+        for (int row = 0; row < table.rowCount(); ++row)
+            table.setItem(
+                row, column,
+                new QTableWidgetItem(Shown(
+                    preview.table.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)])));
+    }
+}
+
+void TDatabaseChooser::ShowProblem(const QString& problem) {
+    m_isFilling = false;
+    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y}) box->clear();
+    m_ui->tbl_Preview->clear();
+    m_ui->tbl_Preview->setRowCount(0);
+    m_ui->tbl_Preview->setColumnCount(0);
+    m_ui->lblMessage->setText(problem);
+}
+
+void TDatabaseChooser::EnableControls() {
+    const QString typed = m_ui->cbx_Connection->currentText().trimmed();
+    const bool isSaved = SavedConnection(typed.toStdString()).has_value();
+    const bool isServer = IsServer(Connection().toStdString());
+    m_ui->lblPassword->setVisible(isServer);
+    m_ui->e_Password->setVisible(isServer);
+    m_ui->btnConnect->setVisible(isServer || Connection() != m_connected);
+    m_ui->btnConnect->setEnabled(!typed.isEmpty());
+    m_ui->btnSave->setEnabled(!typed.isEmpty() && !isSaved);
+    m_ui->btnForget->setEnabled(isSaved);
+    m_ui->m_Select->setEnabled(m_ui->cb_OwnSelect->isChecked());
+    const bool isConnected = !m_connected.isEmpty() && Connection() == m_connected;
+    m_ui->buttons->button(QDialogButtonBox::Ok)->setEnabled(isConnected && m_ui->cbx_Y->count() > 0);
+}
+
+} // namespace lumoplot

@@ -1,0 +1,204 @@
+#include "dialogs/recovery/recovery_dialog.h"
+
+#include "fit/definition/cur_fit.h"
+#include "graph/drawing/picture/drawing.h"
+#include "session/recovery_writer.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
+#include "ui_recovery_dialog.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QPainter>
+
+namespace lumoplot {
+namespace {
+
+constexpr QSize kPictureUnits(640, 400); // in which the graph is drawn
+constexpr QSize kPictureSize(320, 200);  // in which it is shown
+
+/// Does not run the pending fits of a graph while it lives: nobody waits for a picture.
+class TFitsAsTheyAre {
+public:
+    explicit TFitsAsTheyAre(TxyGraph& graph) {
+        for (const auto& series : graph.Series()) {
+            if (!series->CurveFit().IsStale()) continue;
+            TFitRunState state = series->CurveFit().RunState();
+            m_states.emplace_back(series, state);
+            state.Stale = false;
+            series->CurveFit().RestoreRunState(state);
+        }
+    }
+    ~TFitsAsTheyAre() {
+        for (const auto& [series, state] : m_states) series->CurveFit().RestoreRunState(state);
+    }
+    TFitsAsTheyAre(const TFitsAsTheyAre&) = delete;
+    TFitsAsTheyAre& operator=(const TFitsAsTheyAre&) = delete;
+
+private:
+    std::vector<std::pair<TSeries*, TFitRunState>> m_states;
+};
+
+QPixmap PictureOfRecovered(TxyGraph& graph, qreal pixelRatio) {
+    const TFitsAsTheyAre fits(graph);
+    QPixmap picture(kPictureSize * pixelRatio);
+    picture.fill(Qt::white);
+    picture.setDevicePixelRatio(pixelRatio);
+    graph.resize(kPictureUnits);
+    PrepareWithChildGraphs(graph);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(kPictureSize.width() / double(kPictureUnits.width()),
+                  kPictureSize.height() / double(kPictureUnits.height()));
+    DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kPictureUnits)));
+    return picture;
+}
+
+QString TimeText(const QDateTime& time) {
+    return QLocale().toString(time, QLocale::ShortFormat);
+}
+
+QString Shown(const QString& text) {
+    return QString::fromStdString(ShownLine(text.toStdString()));
+}
+
+/// What the graph goes by, where it has a name.
+QString NameOf(const TRecoveryInfo& info, const TxyGraph& graph) {
+    const QString title = QString::fromStdString(graph.Appearance()->GraphTitle());
+    return title.trimmed().isEmpty() && !info.DataSets.isEmpty() ? info.DataSets.first() : title;
+}
+
+QString DetailsOf(const TRecoveryInfo& info, bool isOfEditor) {
+    using TDialog = TRecoveryDialog;
+    const bool hasFile = !info.DocumentName.isEmpty();
+    const QString last = info.LastStep.isEmpty() ? QString() : TDialog::tr(", last: %1").arg(info.LastStep);
+    QStringList lines;
+    const QString file = hasFile ? QDir::toNativeSeparators(info.DocumentName) : TDialog::tr("never saved");
+    lines += isOfEditor ? TDialog::tr("Left in the data editor, which OK had not closed yet")
+                        : TDialog::tr("File: %1").arg(Shown(file));
+    lines += TDialog::tr("Kept: %1 by %2").arg(TimeText(info.Written), Shown(info.Program));
+    lines += TDialog::tr("Changes: ") +
+             (info.StepCount == 1 ? TDialog::tr("1 step") : TDialog::tr("%1 steps").arg(info.StepCount)) +
+             Shown(last);
+    if (!info.Beside.empty()) lines += TDialog::tr("With rows of the grid that are no points yet");
+    lines += info.DataSets.isEmpty() ? TDialog::tr("No data sets") : TDialog::tr("Data sets:");
+    for (const QString& name : info.DataSets) lines += QStringLiteral("    ") + Shown(name);
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+struct TRecoveryDialog::TEntry {
+    std::unique_ptr<TLeftSession> File;
+    std::unique_ptr<TxyGraph> Graph; ///< null when the file can not be read
+    TRecoveryInfo Info;
+    QPixmap Picture;
+    QString Problem;
+
+    void Read(qreal pixelRatio) {
+        try {
+            auto graph = std::make_unique<TxyGraph>();
+            Info = File->Read(*graph);
+            Picture = PictureOfRecovered(*graph, pixelRatio);
+            Graph = std::move(graph);
+        } catch (const std::exception& error) {
+            Problem =
+                tr("%1\n\nThe file: %2")
+                    .arg(Shown(QString::fromUtf8(error.what())), QDir::toNativeSeparators(File->FileName()));
+        }
+    }
+
+    QString Title() const {
+        const QString name = !Graph                        ? tr("Not readable")
+                             : IsOfEditor(*File)           ? tr("Data editor: %1").arg(NameOf(Info, *Graph))
+                             : Info.DocumentName.isEmpty() ? tr("Untitled")
+                                                           : QFileInfo(Info.DocumentName).fileName();
+        return Shown(name) + QLatin1Char('\n') + TimeText(File->LastWritten());
+    }
+};
+
+TRecoveryDialog::TRecoveryDialog(TLeftSessions sessions, QWidget* parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::RecoveryDialog>()) {
+    m_ui->setupUi(this);
+    AddSessions(std::move(sessions));
+    connect(m_ui->lst_Sessions, &QListWidget::currentRowChanged, this, &TRecoveryDialog::Show);
+    connect(m_ui->lst_Sessions, &QListWidget::itemActivated, m_ui->btnRecover, &QPushButton::click);
+    connect(m_ui->btnRecover, &QPushButton::clicked, this, &QDialog::accept);
+    connect(m_ui->btnLater, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->btnDiscard, &QPushButton::clicked, this, &TRecoveryDialog::OnDiscard);
+    connect(m_ui->btnSetAside, &QPushButton::clicked, this, &TRecoveryDialog::OnSetAside);
+    m_ui->lst_Sessions->setCurrentRow(0);
+    m_ui->btnRecover->setFocus();
+}
+
+TRecoveryDialog::~TRecoveryDialog() = default;
+
+void TRecoveryDialog::AddSessions(TLeftSessions sessions) {
+    for (auto& session : sessions) {
+        auto entry = std::make_unique<TEntry>();
+        entry->File = std::move(session);
+        entry->Read(devicePixelRatioF());
+        m_ui->lst_Sessions->addItem(entry->Title());
+        m_entries.push_back(std::move(entry));
+    }
+}
+
+TRecoveryDialog::TEntry* TRecoveryDialog::Current() const {
+    const int row = m_ui->lst_Sessions->currentRow();
+    return row < 0 ? nullptr : m_entries[static_cast<std::size_t>(row)].get();
+}
+
+void TRecoveryDialog::Show() {
+    const TEntry* entry = Current();
+    if (!entry) return;
+    const bool isGood = entry->Graph != nullptr;
+    m_ui->lblPicture->setPixmap(entry->Picture);
+    m_ui->lblPicture->setVisible(isGood);
+    m_ui->m_Details->setPlainText(isGood ? DetailsOf(entry->Info, IsOfEditor(*entry->File)) : entry->Problem);
+    m_ui->btnRecover->setEnabled(isGood);
+    m_ui->btnSetAside->setVisible(!isGood);
+}
+
+void TRecoveryDialog::OnDiscard() {
+    if (!AskYesNo(tr("Remove these changes for good?").toStdString())) return;
+    Current()->File->Discard();
+    DropCurrent();
+}
+
+void TRecoveryDialog::OnSetAside() {
+    const QString name = Current()->File->SetAside();
+    if (name.isEmpty())
+        return ShowMessage("Can not rename file " + Current()->File->FileName().toStdString(),
+                           TMessageKind::Error);
+    DropCurrent();
+}
+
+void TRecoveryDialog::DropCurrent() {
+    const int row = m_ui->lst_Sessions->currentRow();
+    m_entries.erase(m_entries.begin() + row);
+    {
+        const QSignalBlocker quiet(m_ui->lst_Sessions);
+        delete m_ui->lst_Sessions->takeItem(row);
+    }
+    if (m_entries.empty()) return reject();
+    m_ui->lst_Sessions->setCurrentRow(std::min(row, static_cast<int>(m_entries.size()) - 1));
+    Show();
+}
+
+std::optional<TRecoveredSession> TRecoveryDialog::Take() {
+    TEntry* entry = Current();
+    if (result() != Accepted || !entry || !entry->Graph) return std::nullopt;
+    return TRecoveredSession{std::move(entry->File), entry->Info, std::move(entry->Graph)};
+}
+
+std::optional<TRecoveredSession> OfferRecovery(const QString& folder, const QStringList& kinds,
+                                               QWidget* window) {
+    TLeftSessions sessions = FindLeftSessions(folder, kinds);
+    if (sessions.empty()) return std::nullopt;
+    TRecoveryDialog dialog(std::move(sessions), window);
+    dialog.exec();
+    return dialog.Take();
+}
+
+} // namespace lumoplot

@@ -1,0 +1,61 @@
+#include "fit/many/fit_copy.h"
+
+#include "fit/run/fit_check.h"
+#include "fit/run/fit_judgement.h"
+#include "fit/run/fit_points.h"
+#include "fit/run/fit_statistics.h"
+
+#include <cmath>
+
+namespace lumoplot {
+namespace {
+
+constexpr double kManyFreedoms = 1e7; // with which t is as a normal number
+
+} // namespace
+
+TFitCopy::TFitCopy(const TFittedData& data)
+    : m_isAbsolute(!data.Run.Errors.empty() && data.Run.ErrorSource == TErrorSource::Points) {
+    if (!data.Fit.Result()) throw EFitError("The fit has not run");
+    Fit.Assign(&data.Fit);
+    Varied = CheckedParameters(Fit);
+    Points = PointsWithValue(Fit, PointsBetweenMargins(Fit, data.X, data.Y, data.Run.Errors));
+    if (Points.X.size() <= Varied.size())
+        throw EFitError("There are no more points than varied parameters: nothing is known of their errors");
+    if (data.Run.Robust == TRobust::None) return;
+    const std::vector<double> weights = RobustWeights(data.Run.Robust, ResidualsOf(Fit, Points));
+    Points.Weights.resize(weights.size(), 1);
+    for (std::size_t i = 0; i < weights.size(); ++i) Points.Weights[i] *= std::sqrt(weights[i]);
+}
+
+std::vector<std::size_t> OutliersOf(const TFittedData& data) {
+    std::vector<std::size_t> places;
+    if (!data.Fit.Result()) throw EFitError("The fit has not run");
+    if (data.Run.Robust == TRobust::None) return places;
+    TCurFit fit;
+    fit.Assign(&data.Fit);
+    fit.Compile();
+    std::vector<std::size_t> used;
+    const TFitPoints points = PointsBetweenMargins(fit, data.X, data.Y, data.Run.Errors, &used);
+    std::vector<double> residuals = ResidualsOf(fit, points);
+    std::vector<std::size_t> usable;
+    for (std::size_t i = 0; i < residuals.size(); ++i)
+        if (std::isfinite(residuals[i])) usable.push_back(i);
+    std::vector<double> finite;
+    for (const std::size_t i : usable) finite.push_back(residuals[i]);
+    const std::vector<double> weights = RobustWeights(data.Run.Robust, finite);
+    for (std::size_t i = 0; i < weights.size(); ++i)
+        if (weights[i] < kOutlierWeight) places.push_back(used[usable[i]]);
+    return places;
+}
+
+double TFitCopy::VarianceOf(double rss) const {
+    return m_isAbsolute ? 1 : rss / static_cast<double>(Points.X.size() - Varied.size());
+}
+
+double TOfConfidence(const TFittedData& data) {
+    const bool isAbsolute = !data.Run.Errors.empty() && data.Run.ErrorSource == TErrorSource::Points;
+    return StudentQuantile(data.Confidence, isAbsolute ? kManyFreedoms : data.Fit.Result()->Quality.Freedom);
+}
+
+} // namespace lumoplot
