@@ -1,6 +1,6 @@
 // The menus Transform and Panels: new curves out of the current data set, graphs inside the graph.
-#include "dialogs/transform/baseline_dialog.h"
 #include "dialogs/hand_edit.h"
+#include "dialogs/transform/baseline_dialog.h"
 #include "dialogs/transform/peaks_dialog.h"
 #include "dialogs/transform/transform_dialog.h"
 #include "host/main_window.h"

@@ -1,6 +1,6 @@
 // What a person does from a file to a figure, by events alone: with the keys, and with the mouse.
-#include "dialogs/import/get_data_source.h"
 #include "dialogs/editing/panels.h"
+#include "dialogs/import/get_data_source.h"
 #include "graph/mouse/graph_mouse.h"
 #include "host/window_fixture.h"
 

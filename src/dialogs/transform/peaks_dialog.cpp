@@ -5,8 +5,8 @@
 #include "controls/whole_captions.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
-#include "dialogs/transform/transformed_curve.h"
 #include "dialogs/messages/window_place.h"
+#include "dialogs/transform/transformed_curve.h"
 #include "graph/model/graph.h"
 #include "support/number_text.h"
 
