@@ -61,8 +61,8 @@ void TMainWindow::OnPrint() {
 }
 
 void TMainWindow::Print(QPrinter& printer) {
-    TBusyWindow busy("Printing...");
-    PrintGraph(printer, Graph(), busy);
+    const auto busy = MakeBusyProgress("Printing...");
+    PrintGraph(printer, Graph(), *busy);
 }
 
 } // namespace lumoplot

@@ -31,12 +31,12 @@ struct TYErrorRule {
 };
 
 /// "column sigma", "constant 0.1", "percent 5", "sqrt"; empty for none.
-XYGRAPH_EXPORT std::string TextOf(const TYErrorRule& rule);
+std::string TextOf(const TYErrorRule& rule);
 /// What a text of TextOf says, letter case of the first word ignored; none for any other text.
-XYGRAPH_EXPORT TYErrorRule YErrorRuleOf(std::string_view text);
+TYErrorRule YErrorRuleOf(std::string_view text);
 
 /// The standard error of a raw Y; 0 where the rule has none, as for a column, Y = 0 and √Y of Y < 0.
-XYGRAPH_EXPORT double YErrorBy(const TYErrorRule& rule, double y);
+double YErrorBy(const TYErrorRule& rule, double y);
 
 /// Gives every point of the data set its error and keeps the rule with its source, so that points that are
 /// read again get theirs. A column is only noted: reading the source fills it; None drops all errors. Returns
@@ -48,7 +48,7 @@ XYGRAPH_EXPORT int SetYErrorsBy(TDataSeries& series, const TYErrorRule& rule);
 XYGRAPH_EXPORT int SetYErrorsFrom(TDataSeries& series, const TDataSeries& errors);
 
 /// Drops errors and rule; true when there were errors.
-XYGRAPH_EXPORT bool DropYErrors(TDataSeries& series);
+bool DropYErrors(TDataSeries& series);
 
 /// For points that are new or have another Y: by the rule of the source where it needs only Y.
 XYGRAPH_EXPORT void RenewYErrors(TDataSeries& series);

@@ -6,7 +6,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TDimensions : public TGraphSettings {
+class TDimensions : public TGraphSettings {
     Q_OBJECT
 
 public:
@@ -49,12 +49,12 @@ public:
     void SetVerSize(double value) { StorePlace(m_verSize, value); }
 
     /// Gives everything its default but the place in the parent, which belongs to the child graph's life.
-    void ResetToDefaults();
+    XYGRAPH_EXPORT void ResetToDefaults();
 
 private:
     friend std::span<const TSectionRow<TDimensions>> DimensionsRows();
 
-    void StorePlace(double& field, double value);
+    XYGRAPH_EXPORT void StorePlace(double& field, double value);
 
     int m_bottomMargin{};
     int m_leftMargin{};

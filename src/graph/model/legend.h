@@ -6,7 +6,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TLegend : public TGraphSettings {
+class TLegend : public TGraphSettings {
     Q_OBJECT
 
 public:
@@ -45,7 +45,7 @@ public:
     void SetXMargin(int value) { Store(m_xMargin, value); }
     void SetYMargin(int value) { Store(m_yMargin, value); }
 
-    void ResetToDefaults();
+    XYGRAPH_EXPORT void ResetToDefaults();
 
 private:
     friend std::span<const TSectionRow<TLegend>> LegendRows();

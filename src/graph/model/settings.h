@@ -16,7 +16,7 @@ class TxyGraph;
 template <class T>
 struct TSectionRow;
 
-class XYGRAPH_EXPORT TGraphSettings : public QObject {
+class TGraphSettings : public QObject {
     Q_OBJECT
 
 public:
@@ -26,7 +26,7 @@ public:
 protected:
     explicit TGraphSettings(TxyGraph& graph) : m_graph(graph) {}
 
-    void Redraw();
+    XYGRAPH_EXPORT void Redraw();
 
     /// Stores a value and redraws; does nothing for an equal one. True when it was stored.
     template <class TField, class TValue>
