@@ -2,7 +2,6 @@
 #include "drawing_data.h"
 #include "graph/drawing/lines/series_positions.h"
 #include "graph/drawing/picture/drawing.h"
-#include "graph/drawing/picture/picture_file.h"
 #include "graph/plotted/nearest_point.h"
 
 #include <QApplication>

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "data/points/point_block.h"
-#include "data/points/point_id_index.h"
 #include "support/export.h"
 
 #include <optional>

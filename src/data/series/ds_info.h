@@ -2,7 +2,6 @@
 // record with setters; the suppliers in sources/ read it. Owned by its data series.
 #pragma once
 
-#include "data/series/y_error_rule.h"
 #include "support/export.h"
 
 #include <optional>
@@ -25,6 +24,23 @@ enum class TMidnight { BeginsAgain, RunsOn };
 
 /// Whether the columns of rows that are divided by blanks are found by where their words stand.
 enum class TColumnLayout { InTurn, Aligned };
+
+/// Where the standard errors of Y come from: a column of the source, or a rule that gives each point one.
+enum class TYErrorKind {
+    None,
+    Column,    ///< a column of the text source
+    Constant,  ///< the same for all points
+    Percent,   ///< a percentage of |Y|
+    SquareRoot ///< √Y, of counts
+};
+
+struct TYErrorRule {
+    TYErrorKind Kind = TYErrorKind::None;
+    double Value = 0;        ///< the constant or the percentage, finite and above 0
+    std::string Column = {}; ///< by number from 1 or by header name
+
+    bool operator==(const TYErrorRule&) const = default;
+};
 
 /// Where the table of a database is, and what of it is asked for. An empty text asks for nothing special.
 struct TDatabaseWish {

@@ -3,32 +3,15 @@
 // the points are read again.
 #pragma once
 
+#include "data/series/ds_info.h"
 #include "support/export.h"
 
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumoplot {
 
 class TDataSeries;
-
-enum class TYErrorKind {
-    None,
-    Column,    ///< a column of the text source
-    Constant,  ///< the same for all points
-    Percent,   ///< a percentage of |Y|
-    SquareRoot ///< √Y, of counts
-};
-
-struct TYErrorRule {
-    TYErrorKind Kind = TYErrorKind::None;
-    double Value = 0;        ///< the constant or the percentage, finite and above 0
-    std::string Column = {}; ///< by number from 1 or by header name
-
-    bool operator==(const TYErrorRule&) const = default;
-};
 
 /// "column sigma", "constant 0.1", "percent 5", "sqrt"; empty for none.
 std::string TextOf(const TYErrorRule& rule);

@@ -1,6 +1,7 @@
 #include "dialog/manual/manual_points_model.h"
 
 #include "controls/mark_color.h"
+#include "data/series/y_error_rule.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_commit.h"
 #include "support/message_sink.h"

@@ -8,8 +8,8 @@
 #include "stream/reader.h"
 #include "stream/section.h"
 #include "stream/writer.h"
-#include "support/color.h"
 #include "support/export.h"
+#include "support/look.h"
 
 #include <cstdint>
 #include <functional>

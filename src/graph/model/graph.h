@@ -5,10 +5,9 @@
 
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/dimensions.h"
-#include "graph/model/legend.h"
 #include "graph/model/mark.h"
 #include "graph/model/series.h"
+#include "graph/model/settings.h"
 #include "stream/items.h"
 
 #include <QImage>

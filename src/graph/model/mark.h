@@ -2,8 +2,8 @@
 // knows no graph; the graph that owns it redraws and does what the chain's results ask for.
 #pragma once
 
-#include "support/color.h"
 #include "support/export.h"
+#include "support/look.h"
 
 #include <map>
 #include <string>

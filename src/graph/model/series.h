@@ -5,7 +5,7 @@
 #include "data/series/data_series.h"
 #include "data/series/ds_info.h"
 #include "graph/model/settings.h"
-#include "support/color.h"
+#include "support/look.h"
 
 #include <algorithm>
 #include <cstdint>
