@@ -152,23 +152,12 @@ void AddFitAllCommand(CLI::App& program) {
         ->required();
     AddTextOptions(command, fit->text, TYColumns::Several);
     AddDefinitionOptions(command, fit->definition);
-    const std::string group = "Run";
-    command.add_option("--procedure", fit->definition.procedure, "The procedure, as of fit")
-        ->type_name("NAME")
-        ->group(group);
-    AddCount(command, "--iterations", fit->definition.iterations, 1, "Most iterations")->group(group);
-    AddNumber(command, "--left", fit->definition.left, "Use points from this X on")->group(group);
-    AddNumber(command, "--right", fit->definition.right, "Use points up to this X")->group(group);
-    command
-        .add_flag_callback(
-            "--local", [fit] { fit->starts = TFitStarts::Given; },
-            "Only from the given start, not from others as well")
-        ->group(group);
+    AddRunOptions(command, fit->definition, fit->starts, "The procedure, as of fit");
     AddWeightOptions(command, fit->weights);
     command.add_option("--share", fit->shared, "A parameter with one value for all data sets (repeatable)")
         ->type_name("NAME")
         ->allow_extra_args(false)
-        ->group(group);
+        ->group(kRunGroup);
     command
         .add_flag_callback(
             "--allow-unconverged", [fit] { fit->allowsUnconverged = true; },

@@ -166,24 +166,11 @@ void AddOutputOptions(CLI::App& command, TFitCommand& fit) {
 }
 
 void AddRunOptions(CLI::App& command, TFitCommand& fit) {
-    const std::string group = "Run";
-    command.add_option("--procedure", fit.definition.procedure, "The procedure, see below")
-        ->type_name("NAME")
-        ->group(group);
-    AddCount(command, "--iterations", fit.definition.iterations, 1,
-             "Most iterations (2000, or those of the fit)")
-        ->group(group);
+    AddRunOptions(command, fit.definition, fit.starts, "The procedure, see below");
     AddNumber(command, "--tolerance", fit.definition.tolerance, "Relative change at which it stops (3e-8)")
-        ->group(group);
-    command
-        .add_flag_callback(
-            "--local", [&fit] { fit.starts = TFitStarts::Given; },
-            "Only from the given start, not from others as well")
-        ->group(group);
+        ->group(kRunGroup);
+    AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(kRunGroup);
     AddWeightOptions(command, fit.weights);
-    AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(group);
-    AddNumber(command, "--left", fit.definition.left, "Use points from this X on")->group(group);
-    AddNumber(command, "--right", fit.definition.right, "Use points up to this X")->group(group);
 }
 
 } // namespace

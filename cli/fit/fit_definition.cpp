@@ -160,4 +160,20 @@ void AddDefinitionOptions(CLI::App& command, TFitDefinition& definition) {
         ->allow_extra_args(false);
 }
 
+void AddRunOptions(CLI::App& command, TFitDefinition& definition, TFitStarts& starts,
+                   const char* procedureHelp) {
+    command.add_option("--procedure", definition.procedure, procedureHelp)
+        ->type_name("NAME")
+        ->group(kRunGroup);
+    AddCount(command, "--iterations", definition.iterations, 1, "Most iterations (2000, or those of the fit)")
+        ->group(kRunGroup);
+    command
+        .add_flag_callback(
+            "--local", [&starts] { starts = TFitStarts::Given; },
+            "Only from the given start, not from others as well")
+        ->group(kRunGroup);
+    AddNumber(command, "--left", definition.left, "Use points from this X on")->group(kRunGroup);
+    AddNumber(command, "--right", definition.right, "Use points up to this X")->group(kRunGroup);
+}
+
 } // namespace lumoplot

@@ -1,5 +1,6 @@
 #include "editor/editxydata.h"
 
+#include "dialog/frame/data_set_list.h"
 #include "dialog/frame/data_wizard.h"
 #include "dialogs/messages/message_box_sink.h"
 #include "dialogs/messages/progress_window.h"
@@ -177,7 +178,7 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     wizard.SetDocumentName(graph.windowTitle());
     PlaceInTheMiddle(wizard);
     if (openWithSource) {
-        wizard.NewSeries();
+        wizard.DataSets().New();
         wizard.AttachSource(FromShortString(sourceFile));
     }
     kept.GoOnWhenShown();

@@ -99,9 +99,9 @@ Q_SIGNALS:
 private:
     friend class TOpenStep;
 
-    bool Open(const std::string& name);
-    bool Close(TMergeKey key);
-    void GiveUp();
+    XYGRAPH_LOCAL bool Open(const std::string& name);
+    XYGRAPH_LOCAL bool Close(TMergeKey key);
+    XYGRAPH_LOCAL void GiveUp();
 
     TxyGraph& m_graph;
     std::unique_ptr<TUndoHistory> m_history;

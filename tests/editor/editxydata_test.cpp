@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -255,10 +256,11 @@ TEST_F(EditData, OpenWithSourceAddsADataSetNamedAfterTheFile) {
 TEST_F(EditData, TheHostsBudgetIsKnownInTheEditor) {
     Graph.SetPointBudget(1234);
     EXPECT_FALSE(Run([](QDialog& dialog) {
-        const auto* work = dialog.findChild<TxyChildGr*>();
-        ASSERT_NE(work, nullptr);
-        EXPECT_EQ(work->PlotBudget(), 1234);
-        EXPECT_EQ(work->PointBudget(), TxyGraph::kEditorPointBudget + 0);
+        const auto graphs = dialog.findChildren<TxyGraph*>();
+        const auto work = std::ranges::find_if(graphs, &TxyGraph::EditorMode);
+        ASSERT_NE(work, graphs.end());
+        EXPECT_EQ((*work)->PlotBudget(), 1234);
+        EXPECT_EQ((*work)->PointBudget(), TxyGraph::kEditorPointBudget + 0);
         Click(dialog, "btnCancel");
     }));
     EXPECT_EQ(Graph.PointBudget(), 1234);

@@ -1,6 +1,5 @@
 // Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
 #include "data/series/ds_info.h"
-#include "dialogs/import/get_data_source.h"
 #include "host/window_fixture.h"
 
 #include "graph/model/child_graph.h"
@@ -195,12 +194,14 @@ TEST_F(OpenAndSave, ALoadingThatIsCancelledLeavesTheGraphAsItWas) {
 TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
     AnswerPath(Write("run.csv", "No.,day,volt,amp\n1,2024-01-29,1.5,10\n2,2024-01-30,2.5,20\n"
                                 "3,2024-01-31,3.5,30\n"));
-    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
-        EXPECT_TRUE(
-            Control<QLabel>(chooser, "lblFound").text().contains(QStringLiteral("X is column 2 (day)")));
-        Click(chooser, "btnAllY");
-        Click(chooser, "btnOk");
-    });
+    WhenModal<QDialog>(
+        [](QDialog& chooser) {
+            EXPECT_TRUE(
+                Control<QLabel>(chooser, "lblFound").text().contains(QStringLiteral("X is column 2 (day)")));
+            Click(chooser, "btnAllY");
+            Click(chooser, "btnOk");
+        },
+        "TxyGetDataSource");
     Control<QAction>(*Window, "a_OpenData").trigger();
     ASSERT_EQ(Graph().Series().size(), 2u) << "what counts the rows is no Y";
     EXPECT_EQ(First().SeriesName(), "volt");
@@ -221,10 +222,12 @@ TEST_F(OpenAndSave, AFileWithTwoReadingsIsOfferedInTheOther) {
     const double first = First().First().Y();
     auto& other = Control<QAbstractButton>(*Window, "btnReadOtherwise");
     ASSERT_TRUE(other.isVisible());
-    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
-        Click(chooser, "btnRunnerUp");
-        Click(chooser, "btnOk");
-    });
+    WhenModal<QDialog>(
+        [](QDialog& chooser) {
+            Click(chooser, "btnRunnerUp");
+            Click(chooser, "btnOk");
+        },
+        "TxyGetDataSource");
     QTest::mouseClick(&other, Qt::LeftButton);
     ASSERT_EQ(Graph().Series().size(), 1u);
     EXPECT_EQ(First().Count(), 12);

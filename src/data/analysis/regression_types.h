@@ -36,7 +36,7 @@ struct TCurveSample {
 
 /// A regression that its settings do not allow: "Unknown regression type", "internal error: regression",
 /// "Invalid Running Average limit".
-class XYGRAPH_EXPORT ERegressionError : public ELumoError {
+class ERegressionError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };

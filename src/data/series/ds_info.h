@@ -2,7 +2,6 @@
 // record with setters; the suppliers in sources/ read it. Owned by its data series.
 #pragma once
 
-#include "data/series/y_error_rule.h"
 #include "support/export.h"
 
 #include <cstdint>
@@ -27,6 +26,23 @@ enum class TMidnight { BeginsAgain, RunsOn };
 /// Whether the columns of rows that are divided by blanks are found by where their words stand.
 enum class TColumnLayout { InTurn, Aligned };
 
+/// Where the standard errors of Y come from: a column of the source, or a rule that gives each point one.
+enum class TYErrorKind {
+    None,
+    Column,    ///< a column of the text source
+    Constant,  ///< the same for all points
+    Percent,   ///< a percentage of |Y|
+    SquareRoot ///< √Y, of counts
+};
+
+struct TYErrorRule {
+    TYErrorKind Kind = TYErrorKind::None;
+    double Value = 0;        ///< the constant or the percentage, finite and above 0
+    std::string Column = {}; ///< by number from 1 or by header name
+
+    bool operator==(const TYErrorRule&) const = default;
+};
+
 /// Where the table of a database is, and what of it is asked for. An empty text asks for nothing special.
 struct TDatabaseWish {
     /// A file's name, or a connection like "postgresql://user@host:5432/name", never with a password.
@@ -49,7 +65,7 @@ struct TLinkLimit {
     bool operator==(const TLinkLimit&) const = default;
 };
 
-class XYGRAPH_EXPORT TDSInfo {
+class TDSInfo {
 public:
     /// Row number that FileHasHeaders holds while the header rows are found from the text.
     static constexpr int kFindHeaders = -1;
@@ -94,25 +110,54 @@ public:
 
     // Setters do nothing for an equal value, keep the old value where the new one is out of its range, and
     // otherwise store and set NeedsReload. Another kind or name of the source leaves the sampling open again.
-    void SetKind(TSourceKind value);
-    void SetSourceName(const std::string& value);
-    void SetDivideTextByWidth(bool value);
-    void SetFileHasHeaders(int value);
-    void SetTextSeparators(const std::string& value);
-    void SetTextMarkers(const std::string& value);
-    void SetXDataColumn(const std::string& value);
-    void SetYDataColumn(const std::string& value);
-    void SetYErrorRule(const TYErrorRule& value);
-    void SetRowSamplingFrequency(int value);
-    void SetAutoRowHitFreq(bool value);
-    void SetColumnWidth(int value);
-    void SetRowChoiceMode(TRowChoice value);
-    void SetRowChoiceValue1(double value);
-    void SetRowChoiceValue2(double value);
-    void SetXFormat(TColumnFormat value);
-    void SetYFormat(TColumnFormat value);
+    void SetKind(TSourceKind value) {
+        if (!IsWithin(value, TSourceKind::Link) || value == m_kind) return;
+        Store(m_kind, value);
+        m_isSamplingChosen = false;
+    }
+    void SetSourceName(const std::string& value) {
+        if (value == m_sourceName) return;
+        Store(m_sourceName, value);
+        m_isSamplingChosen = false;
+    }
+    void SetDivideTextByWidth(bool value) { Store(m_divideTextByWidth, value); }
+    void SetFileHasHeaders(int value) {
+        if (value >= kFindHeaders) Store(m_fileHasHeaders, value);
+    }
+    void SetTextSeparators(const std::string& value) { Store(m_textSeparators, value); }
+    void SetTextMarkers(const std::string& value) { Store(m_textMarkers, value); }
+    void SetXDataColumn(const std::string& value) { Store(m_xDataColumn, value); }
+    void SetYDataColumn(const std::string& value) { Store(m_yDataColumn, value); }
+    void SetYErrorRule(const TYErrorRule& value) {
+        if (value == m_yErrorRule) return;
+        m_needsReload |= value.Kind == TYErrorKind::Column;
+        m_yErrorRule = value;
+    }
+    void SetRowSamplingFrequency(int value) {
+        if (value < 1) return;
+        Store(m_rowSamplingFrequency, value);
+        m_isSamplingChosen = true;
+    }
+    void SetAutoRowHitFreq(bool value) {
+        Store(m_autoRowHitFreq, value);
+        m_isSamplingChosen = true;
+    }
+    void SetColumnWidth(int value) {
+        if (value >= 1) Store(m_columnWidth, value);
+    }
+    void SetRowChoiceMode(TRowChoice value) {
+        if (IsWithin(value, TRowChoice::ByX)) Store(m_rowChoiceMode, value);
+    }
+    void SetRowChoiceValue1(double value) { Store(m_rowChoiceValue1, value); }
+    void SetRowChoiceValue2(double value) { Store(m_rowChoiceValue2, value); }
+    void SetXFormat(TColumnFormat value) {
+        if (IsWithin(value, TColumnFormat::DateTime)) Store(m_xFormat, value);
+    }
+    void SetYFormat(TColumnFormat value) {
+        if (IsWithin(value, TColumnFormat::DateTime)) Store(m_yFormat, value);
+    }
     /// A password in the connection is left out.
-    void SetDatabase(TDatabaseWish value);
+    XYGRAPH_EXPORT void SetDatabase(TDatabaseWish value);
     void SetLinkLimit(const TLinkLimit& value);
     void SetFeedId(std::uint64_t value) { m_feedId = value; }
     /// Clears or sets the reload flag: a supplier clears it when it has filled the data set.
@@ -124,8 +169,16 @@ public:
     bool operator==(const TDSInfo&) const = default;
 
 private:
+    template <class TEnum>
+    static bool IsWithin(TEnum value, TEnum last) {
+        return static_cast<int>(value) >= 0 && value <= last;
+    }
     template <class TField, class TValue>
-    void Store(TField& field, const TValue& value);
+    void Store(TField& field, const TValue& value) {
+        if (field == value) return;
+        field = value;
+        m_needsReload = true;
+    }
 
     TSourceKind m_kind = TSourceKind::Manual;
     std::string m_sourceName;

@@ -1,6 +1,7 @@
 #include "data/series/series_record.h"
 
 #include "data/series/ds_info.h"
+#include "data/series/y_error_rule.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_run_text.h"
 #include "support/message_sink.h"

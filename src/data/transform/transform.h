@@ -41,6 +41,6 @@ struct TTransform {
 
 /// The new curve; its X ascend. Points with a coordinate that is not finite are left out. Throws
 /// ETransformError with what is wrong with the numbers, or when no point is left.
-XYGRAPH_EXPORT TCurveValues Transformed(const TCurveValues& curve, const TTransform& transform);
+TCurveValues Transformed(const TCurveValues& curve, const TTransform& transform);
 
 } // namespace lumoplot

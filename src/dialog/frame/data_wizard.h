@@ -18,6 +18,7 @@ class TxyDataWizard;
 
 namespace lumoplot {
 
+class TDataSetList;
 class TDataSourcePage;
 class TGraphEditBar;
 
@@ -59,10 +60,7 @@ public:
     /// Makes the data set with that number the current one and fills every page from it; -1 for none. Without
     /// a data set the Filling guard stays set, so that no page can write anywhere.
     void ShowSeries(int number);
-    /// Enables or disables every control that edits a data set.
-    void EnableSeriesControls(bool enable);
-    /// Adds a data set named after its number and selects it.
-    void NewSeries();
+    TDataSetList& DataSets() { return *m_dataSets; }
     /// Takes a file as the source of the selected data set, as the page for sources does on its own.
     void AttachSource(const std::string& fileName);
 
@@ -84,7 +82,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void AddPages();
@@ -96,7 +93,6 @@ private:
     void ListChanged();
     void DataSetPicked();
     void TabChanged(int page);
-    int NumberOfItem(int item) const;
     void CommitManualData();
     void SetPreviewMode(bool preview);
     void CloseWith(int result);
@@ -113,19 +109,10 @@ private:
     bool IsTypingUnseen() const;
     bool MayDiscard();
 
-    void DeleteSeries();
-    void ImportSeries();
-    void ExportSeries();
-    void DuplicateSeries();
-    void MoveToFirst();
-    void SortSeries();
-    void ReverseSeries();
-    bool ReadEveryRowOfCurrent();
-    QString AskExportFile(const TSeries& series);
-
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
     TGraphEditBar* m_editBar = nullptr;
+    TDataSetList* m_dataSets = nullptr;
     TGraphSession* m_session = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;

@@ -1,9 +1,9 @@
 // Undo and redo in the data editor.
 #include "data/series/ds_info.h"
+#include "dialog/frame/data_set_list.h"
 #include "dialog/frame/data_wizard.h"
 #include "dialog/frame/undo_keys.h"
 #include "dialog/source/data_source_page.h"
-#include "dialogs/editing/series_list.h"
 #include "graph/model/child_graph.h"
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"
@@ -44,8 +44,7 @@ void TxyDataWizard::SetUpUndo() {
 }
 
 void TxyDataWizard::ShowSteps() {
-    const int item = m_ui->cbx_DataSets->currentIndex();
-    if (m_currSeries && item >= 0) m_ui->cbx_DataSets->setItemIcon(item, SeriesIcon(*m_currSeries));
+    if (m_currSeries) m_dataSets->ShowLook(*m_currSeries);
     m_ui->a_Undo->setEnabled(m_session->CanUndo());
     m_ui->a_Redo->setEnabled(m_session->CanRedo());
     m_ui->a_Undo->setToolTip(StepTip("Undo", m_session->UndoName()));

@@ -2,6 +2,7 @@
 
 #include "controls/mark_color.h"
 #include "controls/texts.h"
+#include "data/series/y_error_rule.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_commit.h"
 #include "support/message_sink.h"

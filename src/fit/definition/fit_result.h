@@ -11,7 +11,7 @@
 namespace lumoplot {
 
 /// A fit that cannot be run; the text says what is wrong with its definition or its points.
-class XYGRAPH_EXPORT EFitError : public ELumoError {
+class EFitError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };

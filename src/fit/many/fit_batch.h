@@ -38,10 +38,10 @@ struct TParameterColumn {
 };
 
 /// The parameters in the order of the definition; held ones only when `fits` is empty of varied ones.
-XYGRAPH_EXPORT std::vector<TParameterColumn> ParameterColumns(std::span<const TBatchFit> fits);
+std::vector<TParameterColumn> ParameterColumns(std::span<const TBatchFit> fits);
 
 /// A table whose first row is its head: data set, each parameter and its error, R², residual deviation, end.
-XYGRAPH_EXPORT std::vector<std::vector<std::string>> BatchTable(std::span<const TBatchFit> fits);
+std::vector<std::vector<std::string>> BatchTable(std::span<const TBatchFit> fits);
 
 /// What FitTogether found.
 struct TGlobalFit {

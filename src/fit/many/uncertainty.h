@@ -30,7 +30,7 @@ XYGRAPH_EXPORT std::vector<TInterval> AsymptoticIntervals(const TCurFit& fit, do
 /// The places in X of the points from which the robust weights have taken most of their influence
 /// (TFitResult::Outliers counts them); none for a fit that is not robust. Throws EFitError where the fit has
 /// not run.
-XYGRAPH_EXPORT std::vector<std::size_t> OutliersOf(const TFittedData& data);
+std::vector<std::size_t> OutliersOf(const TFittedData& data);
 
 /// A place on a profile.
 struct TProfilePoint {
@@ -86,6 +86,6 @@ struct TBands {
     std::vector<double> Confidence;
     std::vector<double> Prediction;
 };
-XYGRAPH_EXPORT TBands BandsOf(const TCurFit& fit, std::span<const double> x, double confidence);
+TBands BandsOf(const TCurFit& fit, std::span<const double> x, double confidence);
 
 } // namespace lumoplot

@@ -21,7 +21,7 @@ XYGRAPH_EXPORT double StudentQuantile(double confidence, double freedom);
 XYGRAPH_EXPORT std::vector<std::string> ResidualWords(const TFitResult& result);
 
 /// The correlations of the varied parameters, in their order; not-a-number where there are none.
-XYGRAPH_EXPORT TMatrix Correlations(const TFitResult& result);
+TMatrix Correlations(const TFitResult& result);
 
 /// From the weighted residuals in the order of X and the number of parameters.
 TFitQuality QualityOf(const std::vector<double>& residuals, double rss, double rSquared, int parameters);

@@ -12,6 +12,6 @@ struct TTextFormat;
 /// and no other data set has points, the X axis shows dates, with a tick format that fits their span. A
 /// format that the user has chosen stays. Durations beyond two days stay numbers, as do dates that a formula
 /// has changed.
-XYGRAPH_EXPORT void ShowDatesOfX(TSeries& series, const TTextFormat& format);
+void ShowDatesOfX(TSeries& series, const TTextFormat& format);
 
 } // namespace lumoplot

@@ -5,10 +5,9 @@
 
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/dimensions.h"
-#include "graph/model/legend.h"
 #include "graph/model/mark.h"
 #include "graph/model/series.h"
+#include "graph/model/settings.h"
 #include "stream/items.h"
 
 #include <QImage>
@@ -48,7 +47,7 @@ auto ChainOf(const std::vector<std::unique_ptr<std::remove_const_t<T>>>& owners)
 }
 
 /// A widget with a size of its own that may lie inside another one.
-class XYGRAPH_EXPORT TReSizablePanel : public QWidget {
+class TReSizablePanel : public QWidget {
     Q_OBJECT
 
 public:
@@ -244,13 +243,13 @@ protected:
 private:
     using TSeriesOwners = std::vector<std::unique_ptr<TSeries>>;
 
-    TSeriesOwners::const_iterator Place(int number) const;
-    void Relink();
-    void UpdateForDrawing();
-    void RequestFullRepaint();
-    void ForgetZoomHistory();
-    void DrawPicture(QPainter& painter);
-    void RenewPicture(double pixelRatio);
+    XYGRAPH_LOCAL TSeriesOwners::const_iterator Place(int number) const;
+    XYGRAPH_LOCAL void Relink();
+    XYGRAPH_LOCAL void UpdateForDrawing();
+    XYGRAPH_LOCAL void RequestFullRepaint();
+    XYGRAPH_LOCAL void ForgetZoomHistory();
+    XYGRAPH_LOCAL void DrawPicture(QPainter& painter);
+    XYGRAPH_LOCAL void RenewPicture(double pixelRatio);
 
     // The settings below ask for repaints and scaling while they are made, so what keeps that comes first.
     bool m_repaintRequested = false;

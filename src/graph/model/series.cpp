@@ -53,10 +53,6 @@ bool TSeries::IsOnSecondY() const {
     return m_yAxisOfSeries == m_graph.YAxis_Second();
 }
 
-void TSeries::StoreWord(int& field, int value) {
-    Store(field, std::clamp(value, 0, 65535));
-}
-
 void TSeries::SetYAxisOfSeries(TAxis* value) {
     if (value == m_graph.YAxis() || value == m_graph.YAxis_Second()) Store(m_yAxisOfSeries, value);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graph/model/series.h"
-#include "support/color.h"
+#include "support/look.h"
 
 #include <array>
 

@@ -14,8 +14,7 @@ enum class TScaleKind { Linear, Log };
 class TScaleMap {
 public:
     /// Maps min to `from` and max to `to` (which may lie before it). Needs min < max, and min > 0 for Log.
-    XYGRAPH_EXPORT TScaleMap(double min, double max, double from, double to,
-                             TScaleKind kind = TScaleKind::Linear);
+    TScaleMap(double min, double max, double from, double to, TScaleKind kind = TScaleKind::Linear);
 
     double Min() const { return m_min; }
     double Max() const { return m_max; }
@@ -25,7 +24,7 @@ public:
         return m_factor != 0 ? m_from + (value - m_start) * m_factor
                              : m_from + Fraction(value) * (m_to - m_from);
     }
-    XYGRAPH_EXPORT double Value(double position) const;
+    double Value(double position) const;
     /// 0 at min, 1 at max.
     XYGRAPH_EXPORT double Fraction(double value) const;
     bool Shows(double value) const { return value >= m_min && value <= m_max; }

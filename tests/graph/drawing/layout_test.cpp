@@ -4,7 +4,7 @@
 #include "graph/drawing/recording_device.h"
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

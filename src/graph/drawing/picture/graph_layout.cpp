@@ -2,8 +2,8 @@
 
 #include "graph/drawing/picture/legend_painter.h"
 #include "graph/model/appearance.h"
-#include "graph/model/dimensions.h"
 #include "graph/model/graph.h"
+#include "graph/model/settings.h"
 #include "graph/plotted/panel_place.h"
 
 #include <algorithm>

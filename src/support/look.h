@@ -1,10 +1,12 @@
-// Colours as files and settings hold them: 0x00BBGGRR, red in the lowest byte.
+// Colours and fonts as files and settings hold them.
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace lumoplot {
 
+/// 0x00BBGGRR, red in the lowest byte.
 using TColor = std::int32_t;
 
 constexpr TColor MakeColor(int red, int green, int blue) {
@@ -37,5 +39,19 @@ inline constexpr TColor kTeal = MakeColor(0, 128, 128);
 inline constexpr TColor kPurple = MakeColor(128, 0, 128);
 inline constexpr TColor kSkyBlue = MakeColor(166, 202, 240);
 inline constexpr TColor kMoneyGreen = MakeColor(192, 220, 192);
+
+/// Sizes are character heights in pixels of 1/96 inch, so a graph looks the same on every screen and on
+/// paper.
+struct TFontSpec {
+    std::string Name = "Arial";
+    int Size = 9;
+    TColor Color = kBlack;
+    bool Bold = false;
+    bool Italic = false;
+    bool Underline = false;
+    bool StrikeOut = false;
+
+    bool operator==(const TFontSpec&) const = default;
+};
 
 } // namespace lumoplot
