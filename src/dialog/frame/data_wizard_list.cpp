@@ -5,12 +5,24 @@
 #include "graph/file/graph_file.h"
 #include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
 #include "ui_data_wizard.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
 
 namespace lumoplot {
+namespace {
+
+/// Of columns of numbers; other files hold the whole data set.
+bool IsNameOfText(const QString& file) {
+    static const QStringList kSuffixes = {QStringLiteral("dat"), QStringLiteral("csv"),
+                                          QStringLiteral("txt")};
+    return kSuffixes.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive);
+}
+
+} // namespace
 
 void TxyDataWizard::NewSeries() {
     CommitManualData();
@@ -75,10 +87,10 @@ void TxyDataWizard::ExportSeries() {
         !AskYesNo("File \"" + file.toStdString() + "\" exists. Overwrite?", TMessageKind::Warning))
         return;
     if (!ReadEveryRowOfCurrent()) return;
-    if (QFileInfo(file).suffix().toLower() == QStringLiteral("dat"))
-        SaveSeriesAsText(*m_currSeries, file.toStdString());
-    else
-        SaveSeriesToFile(*m_currSeries, file.toStdString());
+    if (!IsNameOfText(file)) return SaveSeriesToFile(*m_currSeries, file.toStdString());
+    const std::string lost = SaveSeriesAsText(*m_currSeries, file.toStdString());
+    if (!lost.empty())
+        ShowMessage("\"" + ShownLine(m_currSeries->SeriesName(), 60) + "\": " + lost, TMessageKind::Warning);
 }
 
 /// What leaves the program comes from every row of the source. False when the user cancelled the reading.
