@@ -1,13 +1,14 @@
 #include "dialogs/peaks_dialog.h"
 
+#include "controls/number_spin.h"
 #include "controls/return_key.h"
+#include "data/series/plotted_values.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
 #include "graph/model/graph.h"
 #include "support/number_text.h"
 
 #include <QClipboard>
-#include <QDoubleSpinBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -31,10 +32,8 @@ std::array<double, 4> CellsOf(const TPeak& peak) {
 
 TPeaksDialog::TPeaksDialog(TSeries& series, QWidget* parent) : QDialog(parent), m_series(series) {
     setWindowTitle(QStringLiteral("Peaks of ") + QString::fromStdString(series.SeriesName()));
-    for (TPointCursor point = series.First(); point; point = point.Next()) {
-        m_curve.X.push_back(point.X());
-        m_curve.Y.push_back(series.CorrectedY(point.X(), point.Y()));
-    }
+    TPlottedValues values = PlottedValues(series);
+    m_curve = {std::move(values.X), std::move(values.Y)};
     AddControls();
     KeepOpenOnReturn(*this);
     OfferManual(*this, [] { return QStringLiteral("transform.md"); });
@@ -45,7 +44,7 @@ void TPeaksDialog::AddControls() {
     auto* layout = new QVBoxLayout(this);
     auto* top = new QHBoxLayout;
     auto* label = new QLabel(QStringLiteral("&Least rise, of the range of Y:"), this);
-    m_part = new QDoubleSpinBox(this);
+    m_part = new TNumberSpin(this);
     m_part->setObjectName(QStringLiteral("se_Part"));
     m_part->setRange(0, 100);
     m_part->setSuffix(QStringLiteral(" %"));

@@ -3,6 +3,7 @@
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
 #include "data/series/ds_info.h"
+#include "data/series/plotted_values.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
 #include "graph/model/graph.h"
@@ -56,12 +57,8 @@ bool IsRange(TTransformKind kind) {
 }
 
 TCurveValues CorrectedCurve(const TSeries& series) {
-    TCurveValues curve;
-    for (TPointCursor point = series.First(); point; point = point.Next()) {
-        curve.X.push_back(point.X());
-        curve.Y.push_back(series.CorrectedY(point.X(), point.Y()));
-    }
-    return curve;
+    TPlottedValues values = PlottedValues(series);
+    return {std::move(values.X), std::move(values.Y)};
 }
 
 TPointChain PointChainOf(const TCurveValues& curve) {
@@ -170,6 +167,8 @@ void TTransformDialog::Store(TSeries& target) const {
     target.SetZeroValue(0);
     target.SetBaseLineSlope(0);
     target.SwapPoints(PointChainOf(*m_after));
+    target.DataSourceInfo().SetYErrorRule({});             // what was worked out has no errors
+    if (target.XSource()) target.SetUseXAxisSeries(false); // the points have X of their own now
 }
 
 void TTransformDialog::accept() {
