@@ -109,8 +109,8 @@ private:
     void OnPrint();
     void Print(QPrinter& printer);
     void OnQuit() { close(); }
-    void OnUndo() { m_document->Session().Undo(); }
-    void OnRedo() { m_document->Session().Redo(); }
+    void OnUndo();
+    void OnRedo();
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();
     void OnGraphSettings();
