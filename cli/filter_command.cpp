@@ -78,7 +78,7 @@ void AddFilterCommand(CLI::App& program) {
     command.footer(
         "Prints a line with x and y for each filtered point. The baseline of the data set is\n"
         "subtracted, and --width samples at each end are lost. docs/filtering.md has the formulas.");
-    command.callback([filter] { filter->Run(); });
+    command.callback([filter] { RunOn(filter->data, [&] { filter->Run(); }); });
 }
 
 } // namespace lumoplot

@@ -58,7 +58,7 @@ void AddStatsCommand(CLI::App& program) {
               "For the mode: what is so near is equal (the data set's own)");
     AddJson(command, stats->form);
     command.footer("Example:\n  xydata stats run1.csv --columns time,voltage");
-    command.callback([stats] { stats->Run(); });
+    command.callback([stats] { RunOn(stats->data, [&] { stats->Run(); }); });
 }
 
 } // namespace lumoplot

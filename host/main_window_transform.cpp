@@ -22,7 +22,8 @@ void AddPointsOf(const TSeries& from, TSeries& to) {
     to.SetDuplicatesAllowed(true);
     for (TPointCursor point = from.First(); point; point = point.Next())
         to.AddPoint(point.X(),
-                    from.CorrectedY(point.X(), point.Y()) + to.ZeroValue() + to.BaseLineSlope() * point.X());
+                    from.CorrectedY(point.X(), point.Y()) + to.ZeroValue() + to.BaseLineSlope() * point.X(),
+                    point.YError());
 }
 
 } // namespace
@@ -78,8 +79,8 @@ void TMainWindow::WithCurrentSeries(const QString& step, const std::function<voi
 
 void TMainWindow::MergeInto(TSeries& series) {
     QStringList names;
-    std::vector<const TSeries*> others;
-    for (const TSeries* other : Graph().Series()) {
+    std::vector<TSeries*> others;
+    for (TSeries* other : Graph().Series()) {
         if (other == &series) continue;
         names += QStringLiteral("%1: %2")
                      .arg(other->SeriesIndex())
@@ -91,8 +92,9 @@ void TMainWindow::MergeInto(TSeries& series) {
     const QString name = QInputDialog::getItem(
         this, tr("Merge"), tr("Add to %1 the points of:").arg(QString::fromStdString(series.SeriesName())),
         names, 0, false, &isChosen);
-    if (isChosen && MakeManual(series, this))
-        AddPointsOf(*others[static_cast<std::size_t>(names.indexOf(name))], series);
+    if (!isChosen) return;
+    TSeries& other = *others[static_cast<std::size_t>(names.indexOf(name))];
+    if (ReadEveryRow(other, this) && MakeManual(series, this)) AddPointsOf(other, series);
 }
 
 } // namespace lumoplot

@@ -189,7 +189,7 @@ void AddFitCommand(CLI::App& program) {
         "Procedures: powell, simplex, conjugate-gradient, variable-metric (unless the fit has its own).\n"
         "The fit minimises the sum of squares of the corrected Y; errors are standard errors.\n"
         "Example:\n  xydata fit decay.csv --equation \"a*exp(-b*x)\" --param a=1 --param b=0.1");
-    command.callback([fit] { fit->Run(); });
+    command.callback([fit] { RunOn(fit->data, [&] { fit->Run(); }); });
 }
 
 } // namespace lumoplot

@@ -105,7 +105,7 @@ void AddRegressCommand(CLI::App& program) {
                    "with x and the derived value for each point, or for each sample of types 4 and 5.\n"
                    "Below 1 and above 1000000 samples there is no curve, nor a spline through points\n"
                    "with equal X.");
-    command.callback([regress] { regress->Run(); });
+    command.callback([regress] { RunOn(regress->data, [&] { regress->Run(); }); });
 }
 
 } // namespace lumoplot

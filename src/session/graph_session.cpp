@@ -161,7 +161,11 @@ std::shared_ptr<const TGraphSnapshot> TGraphSession::Snapshot() const {
 }
 
 TSideStatePtr TGraphSession::Side() const {
-    return m_history->PresentSide();
+    return IsTyping() ? m_history->TypedSide() : m_history->PresentSide();
+}
+
+bool TGraphSession::IsTyping() const {
+    return m_history->IsRecording() && m_history->IsTyping();
 }
 
 TOpenStep::TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key)

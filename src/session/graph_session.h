@@ -86,12 +86,16 @@ public:
     /// The graph after the last step, to be read in any thread; shared with the steps, where they are
     /// recorded.
     std::shared_ptr<const TGraphSnapshot> Snapshot() const;
-    /// What belongs to that beside the graph; null while nothing is recorded.
+    /// What belongs to that beside the graph, with what is being typed; null while nothing is recorded.
     TSideStatePtr Side() const;
+    /// Something is being typed that will be a step when its edit is left.
+    bool IsTyping() const;
 
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.
     void Changed();
+    /// IsTyping is another, or what is typed: emitted by who types.
+    void Typed();
     /// A former state has been put back, by Undo, Redo or an exception: what shows the graph's content must
     /// be filled anew.
     void PutBack();

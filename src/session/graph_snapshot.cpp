@@ -39,6 +39,15 @@ TBytes SectionOf(std::span<const TSectionRow<T>> rows, const T& object) {
     return bytes;
 }
 
+TBytesPointer PendingFitOf(const TCurFit& fit, const TSeriesState* earlier,
+                           const std::shared_ptr<TMemoryMeter>& meter) {
+    if (!fit.IsPending()) return nullptr;
+    TBytes bytes;
+    TxyWriter writer(bytes, TEncoding::Compact);
+    fit.SaveToStream(writer);
+    return Share(std::move(bytes), earlier && earlier->PendingFit ? &earlier->PendingFit : nullptr, meter);
+}
+
 bool SamePoints(const TSeriesState& a, const TSeriesState& b) {
     return a.Points == b.Points || *a.Points == *b.Points;
 }
@@ -80,6 +89,7 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
     state.SourceRows = series.SourceRows();
     state.TextWishes = series.TextWishes();
     state.FitRun = series.CurveFit().RunState();
+    state.PendingFit = PendingFitOf(series.CurveFit(), earlier, meter);
     state.RegressionStale = series.RegressionStale();
     state.IsThinned = series.IsThinned();
     state.NeedsReload = series.DataSourceInfo().NeedsReload();

@@ -39,6 +39,8 @@ struct TSeriesState {
     TSourceRows SourceRows;
     TTextWishes TextWishes;
     TFitRunState FitRun;
+    /// The definition of a fit that the graph is to run; null where none is pending.
+    std::shared_ptr<const TSharedBytes> PendingFit;
     bool IsThinned = false;
     bool NeedsReload = false;
     bool RegressionStale = false;
@@ -77,6 +79,7 @@ public:
     /// All data sets, in order.
     const std::vector<TSeriesState>& Series() const { return m_series; }
     const std::map<int, TGraphMark>& Marks() const { return m_marks.Marks(); }
+    int CurrentMark() const { return m_marks.CurrentID(); }
     /// Appearance, dimensions, the three axes and the legend, each as the entries of its section, without the
     /// data sets that are current and X.
     const std::vector<std::shared_ptr<const TSharedBytes>>& Settings() const { return m_settings; }

@@ -21,6 +21,10 @@ QString ThisProgram() {
     return QString::fromLatin1(QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex().left(8));
 }
 
+bool HasUnsaved(const TGraphSession& session) {
+    return !session.IsClean() || session.IsTyping();
+}
+
 } // namespace
 
 QString RecoveryKind(const TxyGraph& graph, const std::string& name) {
@@ -85,6 +89,7 @@ TRecoveryWriter::TRecoveryWriter(TGraphSession& session, TRecoveryOptions option
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &TRecoveryWriter::Write);
     connect(&session, &TGraphSession::Changed, this, &TRecoveryWriter::OnChanged);
+    connect(&session, &TGraphSession::Typed, this, &TRecoveryWriter::OnChanged);
     OnChanged();
 }
 
@@ -115,7 +120,7 @@ qint64 TRecoveryWriter::PauseMs() const {
 
 // The first step after a while is written at once; those that follow wait until the pause is over.
 void TRecoveryWriter::OnChanged() {
-    if (m_session.IsClean()) return Remove();
+    if (!HasUnsaved(m_session)) return Remove();
     if (m_timer.isActive()) return;
     const qint64 passed = m_sinceWriting.isValid() ? m_sinceWriting.elapsed() : PauseMs();
     m_timer.start(static_cast<int>(std::clamp<qint64>(PauseMs() - passed, 0, m_options.IntervalMs)));
@@ -151,7 +156,7 @@ void TRecoveryWriter::Write() {
 
 void TRecoveryWriter::WritingEnded(qint64 tookMs) {
     m_writingMs = tookMs;
-    if (std::exchange(m_isDue, false) && !m_session.IsClean()) Write();
+    if (std::exchange(m_isDue, false) && HasUnsaved(m_session)) Write();
 }
 
 void TRecoveryWriter::Remove() {

@@ -8,6 +8,8 @@
 #include "graph/file/graph_file.h"
 #include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
 #include "ui_data_wizard.h"
 
 #include <QEvent>
@@ -21,6 +23,13 @@ namespace {
 void AllowNarrow(QPushButton& button) {
     const int icon = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
     button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text().remove(u'&')) + icon + 18);
+}
+
+/// Of columns of numbers; other files hold the whole data set.
+bool IsNameOfText(const QString& file) {
+    static const QStringList kSuffixes = {QStringLiteral("dat"), QStringLiteral("csv"),
+                                          QStringLiteral("txt")};
+    return kSuffixes.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -165,10 +174,10 @@ void TDataSetList::Export() {
         !AskYesNo("File \"" + file.toStdString() + "\" exists. Overwrite?", TMessageKind::Warning))
         return;
     if (!ReadEveryRowOfCurrent()) return;
-    if (QFileInfo(file).suffix().toLower() == QStringLiteral("dat"))
-        SaveSeriesAsText(*series, file.toStdString());
-    else
-        SaveSeriesToFile(*series, file.toStdString());
+    if (!IsNameOfText(file)) return SaveSeriesToFile(*series, file.toStdString());
+    const std::string lost = SaveSeriesAsText(*series, file.toStdString());
+    if (!lost.empty())
+        ShowMessage("\"" + ShownLine(series->SeriesName(), 60) + "\": " + lost, TMessageKind::Warning);
 }
 
 // What leaves the program comes from every row of the source. False when the user cancelled the reading.

@@ -104,7 +104,9 @@ private:
     void TakePendingEdits();
     void ShowSteps();
     void ShowCaption();
-    void GoTo(void (TGraphSession::*way)());
+    void TellStep(const QString& text);
+    void GoTo(void (TGraphSession::*way)(), std::string (TGraphSession::*nameOfStep)() const,
+              const char* what);
     void ShowPutBack();
     bool IsTypingUnseen() const;
     bool MayDiscard();

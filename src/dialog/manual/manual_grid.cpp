@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 
@@ -43,6 +44,23 @@ QStringList CellsOf(const QString& line, TDivider divider) {
     return line.simplified().split(QLatin1Char(' '));
 }
 
+/// Tells what is typed into a cell.
+class TCellDelegate : public QStyledItemDelegate {
+public:
+    explicit TCellDelegate(TManualGrid& grid) : QStyledItemDelegate(&grid), m_grid(grid) {}
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* edit = qobject_cast<QLineEdit*>(editor))
+            connect(edit, &QLineEdit::textEdited, &m_grid, &TManualGrid::Typed);
+        return editor;
+    }
+
+private:
+    TManualGrid& m_grid;
+};
+
 } // namespace
 
 QList<QStringList> SplitBlock(const QString& text) {
@@ -62,6 +80,7 @@ QList<QStringList> SplitBlock(const QString& text) {
 
 TManualGrid::TManualGrid(QWidget* parent) : QTableView(parent), m_points(new TManualPointsModel(this)) {
     setModel(m_points);
+    setItemDelegate(new TCellDelegate(*this));
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     setTabKeyNavigation(false);
     setAlternatingRowColors(false);
@@ -74,13 +93,23 @@ TManualGrid::TManualGrid(QWidget* parent) : QTableView(parent), m_points(new TMa
     setAccessibleName(TTexts::tr("Points"));
 }
 
+QLineEdit* TManualGrid::OpenEdit() const {
+    if (state() != EditingState) return nullptr;
+    const auto edits = viewport()->findChildren<QLineEdit*>();
+    const auto open = std::ranges::find_if(edits, [](const QLineEdit* edit) { return !edit->isHidden(); });
+    return open == edits.end() ? nullptr : *open; // one that was closed is there until it is deleted
+}
+
 void TManualGrid::FinishEditing() {
-    if (state() != EditingState) return;
-    QWidget* editor = indexWidget(currentIndex());
-    if (!editor) editor = viewport()->findChild<QLineEdit*>();
+    QWidget* editor = OpenEdit();
     if (!editor) return;
     commitData(editor);
     closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+std::optional<QString> TManualGrid::TypedText() const {
+    const QLineEdit* edit = OpenEdit();
+    return edit && edit->isModified() ? std::optional(edit->text()) : std::nullopt;
 }
 
 void TManualGrid::GoTo(int row, int column) {
@@ -94,6 +123,7 @@ void TManualGrid::GoTo(int row, int column) {
 void TManualGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex cell = currentIndex();
     QTableView::closeEditor(editor, hint);
+    Q_EMIT Typed();
     if (hint == QAbstractItemDelegate::SubmitModelCache) GoTo(cell.row() + 1, cell.column());
 }
 

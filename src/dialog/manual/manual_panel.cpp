@@ -64,7 +64,13 @@ void TManualPanel::JoinSession() {
     });
     m_context.Session().SetSide(
         {[this] { return m_points.Pending(); },
-         [this](const TSideStatePtr& side) { PutBack(dynamic_cast<const TPendingRows*>(side.get())); }});
+         [this](const TSideStatePtr& side) { PutBack(dynamic_cast<const TPendingRows*>(side.get())); },
+         [this] { return m_ui->grid->TypedText().has_value(); },
+         [this] {
+             return m_points.PendingWith(m_ui->grid->currentIndex(),
+                                         m_ui->grid->TypedText().value_or(QString()));
+         }});
+    connect(m_ui->grid, &TManualGrid::Typed, &m_context.Session(), &TGraphSession::Typed);
 }
 
 /// The row that changes comes into view.

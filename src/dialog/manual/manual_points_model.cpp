@@ -68,6 +68,17 @@ std::shared_ptr<const TPendingRows> TManualPointsModel::Pending() const {
     return m_pending;
 }
 
+std::shared_ptr<const TPendingRows> TManualPointsModel::PendingWith(const QModelIndex& cell,
+                                                                    const QString& text) const {
+    if (!m_series || !cell.isValid()) return Pending();
+    auto pending = std::make_shared<TPendingRows>();
+    pending->SeriesNumber = m_series->SeriesIndex();
+    pending->Rows = m_rows;
+    pending->Rows.Replace(static_cast<std::size_t>(cell.row()), cell.row() < Rows() ? 1 : 0,
+                          {WithText(RowOrNew(cell.row()), cell.column(), text)});
+    return pending;
+}
+
 int TManualPointsModel::ShowPending(TSeries& series, const TPendingRows* pending) {
     const TManualRows before = m_rows;
     beginResetModel();

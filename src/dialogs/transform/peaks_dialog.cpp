@@ -1,5 +1,6 @@
 #include "dialogs/transform/peaks_dialog.h"
 
+#include "controls/number_spin.h"
 #include "controls/return_key.h"
 #include "controls/texts.h"
 #include "controls/whole_captions.h"
@@ -11,7 +12,6 @@
 #include "support/number_text.h"
 
 #include <QClipboard>
-#include <QDoubleSpinBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -52,7 +52,7 @@ void TPeaksDialog::AddControls() {
     auto* layout = new QVBoxLayout(this);
     auto* top = new QHBoxLayout;
     auto* label = new QLabel(TTexts::tr("&Least rise, of the range of Y:"), this);
-    m_part = new QDoubleSpinBox(this);
+    m_part = new TNumberSpin(this);
     m_part->setObjectName(QStringLiteral("se_Part"));
     m_part->setRange(0, 100);
     m_part->setSuffix(QStringLiteral(" %"));

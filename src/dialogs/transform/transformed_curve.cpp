@@ -1,6 +1,8 @@
 #include "dialogs/transform/transformed_curve.h"
 
 #include "data/series/ds_info.h"
+#include "data/series/plotted_values.h"
+#include "data/series/y_error_rule.h"
 #include "graph/loading/default_look.h"
 #include "graph/model/axis.h"
 #include "graph/model/graph.h"
@@ -22,12 +24,8 @@ TPointChain PointChainOf(const TCurveValues& curve) {
 } // namespace
 
 TCurveValues CorrectedCurve(const TSeries& series) {
-    TCurveValues curve;
-    for (TPointCursor point = series.First(); point; point = point.Next()) {
-        curve.X.push_back(point.X());
-        curve.Y.push_back(series.CorrectedY(point.X(), point.Y()));
-    }
-    return curve;
+    TPlottedValues values = PlottedValues(series);
+    return {std::move(values.X), std::move(values.Y)};
 }
 
 TSeries& AddPreviewCurve(TxyGraph& preview, const std::string& name, TColor color, int width) {
@@ -73,6 +71,8 @@ void PutCurve(TSeries& target, const TCurveValues& curve) {
     target.SetZeroValue(0);
     target.SetBaseLineSlope(0);
     target.SwapPoints(PointChainOf(curve));
+    target.DataSourceInfo().SetYErrorRule({});             // what was worked out has no errors
+    if (target.XSource()) target.SetUseXAxisSeries(false); // the points have X of their own now
 }
 
 void AddCurve(TSeries& like, const TCurveValues& curve, const std::string& name) {

@@ -66,7 +66,7 @@ void TCurFit::Changed(bool modified) {
     m_modified = modified;
     RenewTies();
     if (!modified) return;
-    m_stale = true;
+    SetStale(true);
     if (OnChange) OnChange(*this);
 }
 
@@ -83,15 +83,24 @@ void TCurFit::FitDone(TFitResult result) {
     m_result = std::make_shared<const TFitResult>(std::move(result));
     m_fitError.clear();
     m_modified = true;
-    m_stale = false;
+    SetStale(false);
     NotifyDisplay();
 }
 
 void TCurFit::TakeRun(const TCurFit& run) {
+    TakeFound(run);
+    if (run.Result()) FitDone(*run.Result());
+}
+
+void TCurFit::TakeAllOf(const TCurFit& run) {
+    TakeFound(run);
+    RestoreRunState(run.RunState());
+}
+
+void TCurFit::TakeFound(const TCurFit& run) {
     TakeValues(run);
     for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
         Parameter(i)->FinalDeviation = run.Parameter(i)->FinalDeviation;
-    if (run.Result()) FitDone(*run.Result());
 }
 
 void TCurFit::TakeValues(const TCurFit& run) {
@@ -112,6 +121,7 @@ void TCurFit::RestoreRunState(const TFitRunState& state) {
     ++m_revision;
     m_modified = state.Modified;
     m_stale = state.Stale;
+    m_held = state.Held;
     m_result = state.Result;
     m_fitError = state.Error;
 }
@@ -197,7 +207,7 @@ void TCurFit::ClearTemplates() {
 
 void TCurFit::MarkTemplatesChanged() {
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
 }
 
 void TCurFit::ResetSettings() {

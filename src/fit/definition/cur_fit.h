@@ -88,6 +88,7 @@ struct TDBLFunction {
 struct TFitRunState {
     bool Modified = false;
     bool Stale = false;
+    bool Held = false; ///< though stale, it is not run before the next change: a run was taken back
     std::shared_ptr<const TFitResult> Result; ///< null when there was none
     std::string Error;
 
@@ -109,9 +110,11 @@ public:
     bool Modified() const { return m_modified; }
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
-    void MarkStale() { m_stale = true; }
+    void MarkStale() { SetStale(true); }
     /// Nothing is to be fitted until the next change.
-    void ClearStale() { m_stale = false; }
+    void ClearStale() { SetStale(false); }
+    /// The graph is to run it by itself.
+    bool IsPending() const { return m_stale && !m_held && ShowsResult(); }
     /// Another number after every change that may show in the curve.
     std::uint64_t Revision() const { return m_revision; }
 
@@ -126,12 +129,14 @@ public:
     void FitDone(TFitResult result);
     /// Takes values, deviations and result from a copy of this fit that has run, and does as FitDone.
     void TakeRun(const TCurFit& run);
+    /// Takes values, deviations and what is known of the last run from a copy of this fit, silently.
+    void TakeAllOf(const TCurFit& run);
     /// Takes the values of a copy that is running, silently.
     void TakeValues(const TCurFit& run);
     /// A run was not possible. Only OnChange is called.
     void TakeFailure(const std::string& error);
     /// For those who put a former state back, behind its definition; silently.
-    TFitRunState RunState() const { return {m_modified, m_stale, m_result, m_fitError}; }
+    TFitRunState RunState() const { return {m_modified, m_stale, m_held, m_result, m_fitError}; }
     XYGRAPH_EXPORT void RestoreRunState(const TFitRunState& state);
 
     const std::string& XVarName() const { return m_settings.XVarName; }
@@ -328,6 +333,11 @@ private:
     XYGRAPH_EXPORT void NotifyDisplay();
     bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
 
+    void SetStale(bool stale) {
+        m_stale = stale;
+        m_held = false;
+    }
+    void TakeFound(const TCurFit& run);
     void MarkTemplatesChanged();
     void Forget();
     void TryCompile();
@@ -336,6 +346,7 @@ private:
     TSettings m_settings;
     bool m_modified = false;
     bool m_stale = false;
+    bool m_held = false;
     std::uint64_t m_revision = 0;
     std::shared_ptr<const TFitResult> m_result;
     std::string m_fitError;

@@ -147,8 +147,7 @@ bool TSeries::ShowsResults() const {
 }
 
 bool TSeries::WaitsForEveryRow() const {
-    const bool isFitPending = CurveFit().IsStale() && CurveFit().Status() > TFitStatus::Function;
-    return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || isFitPending) &&
+    return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || CurveFit().IsPending()) &&
            m_everyRowTried != m_dataStamp;
 }
 
