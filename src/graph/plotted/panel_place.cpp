@@ -1,6 +1,6 @@
 #include "graph/plotted/panel_place.h"
 
-#include "graph/model/dimensions.h"
+#include "graph/model/settings.h"
 
 #include <algorithm>
 #include <cmath>
