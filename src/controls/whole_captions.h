@@ -1,14 +1,12 @@
 // Columns of a table that share its width, without cutting their captions.
 #pragma once
 
-#include "controls/widgets_export.h"
-
 class QHeaderView;
 
 namespace lumoplot {
 
 /// From now on no column gets narrower than the longest caption; a table without room for all scrolls. The
 /// header has its model.
-XYWIDGETS_EXPORT void KeepCaptionsWhole(QHeaderView& header);
+void KeepCaptionsWhole(QHeaderView& header);
 
 } // namespace lumoplot

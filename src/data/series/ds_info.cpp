@@ -50,8 +50,4 @@ void TDSInfo::SetDatabase(TDatabaseWish value) {
     Store(m_database, value);
 }
 
-void TDSInfo::SetLinkLimit(const TLinkLimit& value) {
-    if (value.rows >= 0 && value.seconds >= 0) Store(m_linkLimit, value);
-}
-
 } // namespace lumoplot

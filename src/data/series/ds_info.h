@@ -158,7 +158,9 @@ public:
     }
     /// A password in the connection is left out.
     XYGRAPH_EXPORT void SetDatabase(TDatabaseWish value);
-    void SetLinkLimit(const TLinkLimit& value);
+    void SetLinkLimit(const TLinkLimit& value) {
+        if (value.rows >= 0 && value.seconds >= 0) Store(m_linkLimit, value);
+    }
     void SetFeedId(std::uint64_t value) { m_feedId = value; }
     /// Clears or sets the reload flag: a supplier clears it when it has filled the data set.
     void SetNeedsReload(bool value) { m_needsReload = value; }

@@ -23,6 +23,6 @@ struct TBaselineWish {
 
 /// The height of the baseline at each X, which may have any order. Throws ETransformError for fewer than two
 /// places, for two at the same X, and for places and results that are not finite.
-XYGRAPH_EXPORT std::vector<double> BaselineAt(const TBaselineWish& wish, std::span<const double> x);
+std::vector<double> BaselineAt(const TBaselineWish& wish, std::span<const double> x);
 
 } // namespace lumoplot
