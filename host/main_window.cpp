@@ -30,7 +30,6 @@ const QString kGeometryKey = QStringLiteral("window/geometry");
 constexpr std::size_t kLongestShownName = 60;
 
 const QString kStateKey = QStringLiteral("window/state");
-constexpr int kStepShownMs = 5000;
 
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
@@ -212,18 +211,6 @@ void TMainWindow::ShowSteps() {
     m_ui->a_Redo->setEnabled(session.CanRedo());
     m_ui->a_Undo->setText(WithStep(tr("&Undo"), session.UndoName()));
     m_ui->a_Redo->setText(WithStep(tr("&Redo"), session.RedoName()));
-}
-
-void TMainWindow::OnUndo() {
-    const std::string name = m_document->Session().UndoName();
-    m_document->Session().Undo();
-    m_ui->statusBar->showMessage(tr("Undone: %1").arg(QString::fromStdString(name)), kStepShownMs);
-}
-
-void TMainWindow::OnRedo() {
-    const std::string name = m_document->Session().RedoName();
-    m_document->Session().Redo();
-    m_ui->statusBar->showMessage(tr("Redone: %1").arg(QString::fromStdString(name)), kStepShownMs);
 }
 
 void TMainWindow::RestorePlace() {
