@@ -41,6 +41,12 @@ public:
     using ELumoError::ELumoError;
 };
 
+/// The user has cancelled a regression: "The regression was cancelled".
+class XYGRAPH_EXPORT ERegressionCancelled : public ERegressionError {
+public:
+    ERegressionCancelled() : ERegressionError("The regression was cancelled") {}
+};
+
 /// The points that a fit can use.
 struct TFinitePoints {
     std::vector<double> x;

@@ -233,6 +233,9 @@ public:
     /// As CalcRegression for those who draw and show: what is thrown is kept as RegressionError, and
     /// RegressionType None gives no results and is no error.
     XYGRAPH_EXPORT void UpdateRegression() noexcept;
+    /// What UpdateRegression does with a regression that was worked out beside the data set, from the same
+    /// points and settings (TRegressionTask); `error` says why it gave nothing.
+    void TakeRegression(TRegressionResult result, const std::string& error);
     /// Why the last calculation gave nothing; empty when it did.
     const std::string& RegressionError() const { return m_regressionError; }
     /// The polynomial of the types 1 to 3, over the raw Y; null for others and while the regression is stale.
@@ -272,7 +275,6 @@ private:
     void CurveFitChanged();
     void SampleCurveFit();
     TRegressionResult ComputeOwnRegression() const;
-    TRegressionResult ComputePlottedRegression() const;
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
     void TellMerged(int merged, int filed) const;

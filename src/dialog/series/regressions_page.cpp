@@ -5,6 +5,7 @@
 #include "dialog/common/color_button.h"
 #include "dialog/series/regression_text.h"
 #include "dialogs/hand_edit.h"
+#include "graph/fitting/series_fitting.h"
 #include "support/number_text.h"
 #include "ui_regressions_page.h"
 
@@ -219,7 +220,7 @@ void TRegressionsPage::ReadRows(TSeries& series) {
 void TRegressionsPage::ShowResults(TSeries& series) {
     if (!isVisible()) return;
     ReadRows(series);
-    series.UpdateRegression();
+    UpdateRegressionOf(series);
     m_ui->lblRegressionError->setText(RegressionErrorText(series));
     m_ui->lblRegressionResult->setText(RegressionResultText(series, TDigits::Four));
     m_ui->lblRegressionResult->setToolTip(RegressionResultText(series, TDigits::All));

@@ -57,8 +57,8 @@ void Restack(TxyGraph& graph, int top, int bottom) {
         margins.SetTopMargin(i == 0 ? top : kBetweenPanels);
         margins.SetBottomMargin(isLowest ? bottom : kBetweenPanels);
         stack[i]->XAxis()->SetShowAxis(isLowest);
-        if (auto* child = qobject_cast<TxyChildGr*>(stack[i]))
-            PlaceChild(*child, {0, static_cast<double>(i) * height, 1, height});
+        if (stack[i] != &graph)
+            PlaceChild(static_cast<TxyChildGr&>(*stack[i]), {0, static_cast<double>(i) * height, 1, height});
     }
     graph.RequestRepaint(true);
 }

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -217,8 +218,14 @@ QString FontText(const TFontSpec& font) {
     return words.join(QStringLiteral(", "));
 }
 
+// The dialog knows only fonts that are there: a font that is not is shown by the one that is drawn in its
+// place.
+QString DrawnFamily(const TFontSpec& font) {
+    return QFontInfo(QFont(QString::fromStdString(font.Name))).family();
+}
+
 QFont ToDialogFont(const TFontSpec& font) {
-    QFont result(QString::fromStdString(font.Name));
+    QFont result(DrawnFamily(font));
     result.setPointSize(font.Size);
     result.setBold(font.Bold);
     result.setItalic(font.Italic);
@@ -228,7 +235,7 @@ QFont ToDialogFont(const TFontSpec& font) {
 }
 
 TFontSpec FromDialogFont(const QFont& font, TFontSpec spec) {
-    spec.Name = font.family().toStdString();
+    if (font.family() != DrawnFamily(spec)) spec.Name = font.family().toStdString();
     spec.Size = font.pointSize();
     spec.Bold = font.bold();
     spec.Italic = font.italic();

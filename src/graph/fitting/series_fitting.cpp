@@ -1,6 +1,7 @@
 #include "graph/fitting/series_fitting.h"
 
 #include "data/series/plotted_values.h"
+#include "data/series/regression_task.h"
 #include "fit/run/curve_fitter.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
@@ -96,6 +97,39 @@ private:
     TPlottedValues m_values;
 };
 
+// The robust line of a data set, which alone of the regressions may take long. It comes from copies: while
+// the window of the progress is shown everything may happen to the data set.
+class TRegressionRun {
+public:
+    explicit TRegressionRun(TSeries& series)
+        : m_series(series), m_graph(&series.Graph()), m_stamp(series.DataStamp()), m_task(series) {}
+
+    void Run() {
+        TLateProgress progress([this] { return IsWanted(); });
+        TRegressionResult result;
+        std::string error;
+        try {
+            result = m_task.Run(&progress);
+        } catch (const std::exception& fault) {
+            error = fault.what();
+        }
+        if (!IsWanted()) return;
+        m_series.TakeRegression(std::move(result), error);
+    }
+
+private:
+    bool IsWanted() const {
+        const auto isIt = [this](const TSeries* s) { return s == &m_series; };
+        return m_graph && std::ranges::any_of(m_graph->Series(), isIt) && m_series.RegressionStale() &&
+               m_series.DataStamp() == m_stamp && m_series.RegressionType() == TRegressionType::RobustLine;
+    }
+
+    TSeries& m_series;
+    QPointer<TxyGraph> m_graph;
+    std::uint64_t m_stamp;
+    TRegressionTask m_task;
+};
+
 std::function<bool()> StillThere(const TSeries& series) {
     return [graph = QPointer<const TxyGraph>(&series.Graph()), wanted = &series] {
         return graph && std::ranges::any_of(graph->Series(), [&](const TSeries* s) { return s == wanted; });
@@ -132,8 +166,15 @@ void RunPendingResult(TSeries& series) {
     ReadRowsForResults(series);
     if (isThere() && HasPendingFit(series)) RunPendingFit(series);
     if (!isThere() || !series.RegressionStale() || series.WaitsForEveryRow()) return;
-    series.UpdateRegression();
-    series.Graph().RequestRepaint(true);
+    UpdateRegressionOf(series);
+    if (isThere()) series.Graph().RequestRepaint(true);
+}
+
+void UpdateRegressionOf(TSeries& series) {
+    if (series.RegressionStale() && series.RegressionType() == TRegressionType::RobustLine)
+        TRegressionRun(series).Run();
+    else
+        series.UpdateRegression();
 }
 
 void RunPendingFit(TSeries& series) {

@@ -89,6 +89,9 @@ private:
     void TakeFocus(Qt::FocusReason reason);
     void AskForSettings(TGraphPart part);
 
+    /// What changes the view step by step; steps by the same without a pause are one.
+    enum class TStepBy { Drag, Wheel, Key };
+    void BeginStep(TStepBy by, std::uint64_t now);
     bool IsPlacing() const { return m_placing && m_placing->IsGoing(); }
     bool ZoomByKey(const QKeyEvent& event);
     bool MoveByKey(const QKeyEvent& event);
@@ -108,6 +111,8 @@ private:
     Qt::MouseButton m_dragButton = Qt::NoButton;
     bool m_isDragging = false;
     bool m_isWalking = false;               ///< the keys have brought m_near
+    TStepBy m_stepBy = TStepBy::Drag;
+    std::uint64_t m_lastStep = 0;           ///< ms
     bool m_showsFocus = false;              ///< the keys have brought the focus here
     std::optional<TChildPlacing> m_placing; ///< of a child graph
 };

@@ -24,7 +24,7 @@ public:
         return m_factor != 0 ? m_from + (value - m_start) * m_factor
                              : m_from + Fraction(value) * (m_to - m_from);
     }
-    double Value(double position) const;
+    XYGRAPH_EXPORT double Value(double position) const;
     /// 0 at min, 1 at max.
     XYGRAPH_EXPORT double Fraction(double value) const;
     bool Shows(double value) const { return value >= m_min && value <= m_max; }

@@ -14,7 +14,7 @@ constexpr std::size_t kPieceSize = 262144;
 } // namespace
 
 TTextWindow::TTextWindow(TTextFile& file, TTextEncoding encoding)
-    : m_file(&file), m_text(kPieceSize + kNumberPadding) {
+    : m_file(&file), m_text(file.AtMost(kPieceSize) + kNumberPadding) {
     file.Restart(encoding);
     Slide(Begin(), 1);
 }

@@ -74,6 +74,33 @@ TEST_F(SeriesFitting, LongRegressionsFollowThePicture) {
     EXPECT_FALSE(m_series.RegressionStale());
 }
 
+// Shown once it takes long, and cancelled then.
+TEST_F(SeriesFitting, ALongRegressionCanBeCancelled) {
+    std::shared_ptr<TCancellingProgress> shown;
+    struct TForwarding : TProgress {
+        std::shared_ptr<TCancellingProgress> To;
+        void Begin(const std::string& caption, std::int64_t from, std::int64_t to) override {
+            To->Begin(caption, from, to);
+        }
+        bool StepTo(std::int64_t position) override { return To->StepTo(position); }
+    };
+    const TProgressMakerScope scope([&shown] {
+        auto progress = std::make_unique<TForwarding>();
+        shown = progress->To = std::make_shared<TCancellingProgress>(1);
+        return progress;
+    });
+    TPointChain points;
+    for (int i = 0; i < 500000; ++i) points.Add(i, std::sin(i * 1e-3) + i % 17, {});
+    m_series.SwapPoints(std::move(points));
+    m_series.SetRegressionType(TRegressionType::RobustLine);
+    m_graph->PrepareForDrawing();
+    ASSERT_TRUE(shown) << "this machine is very fast";
+    EXPECT_EQ(shown->Steps, 2);
+    EXPECT_FALSE(m_series.RegressionStale());
+    EXPECT_EQ(m_series.RegressionLine(), nullptr);
+    EXPECT_EQ(m_series.RegressionError(), "The regression was cancelled");
+}
+
 TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
     Fit().SetStatus(TFitStatus::FinalResult);
     const std::function<void()> changes[] = {

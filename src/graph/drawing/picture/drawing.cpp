@@ -47,12 +47,15 @@ public:
 
     /// Returns where the plot lies; nothing when there is none.
     std::optional<TPlotMap> Draw() const {
-        DrawMargins();
         if (!m_graph.HasContent()) return DrawWaiting();
         if (m_graph.ScaleFailed() || !HasRanges())
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
-        if (!layout.HasPlot()) return std::nullopt;
+        if (!layout.HasPlot()) {
+            DrawMargins();
+            return std::nullopt;
+        }
+        DrawMargins(BehindPlot(layout));
         const TLegendLayout legend = LegendFor(layout);
         DrawPlot(layout, legend.Box);
         DrawAxes(m_canvas, m_graph, layout);
@@ -84,8 +87,22 @@ private:
                (!m_canvas.IsPrinting() || m_appearance.PrintBkgndColor());
     }
 
-    void DrawMargins() const {
-        if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+    // On a screen only around the plot: filling both would take most of the time of a small graph.
+    void DrawMargins(const QRectF& plot = {}) const {
+        if (plot.isNull() || !FillsPlot() || !m_canvas.IsRaster()) {
+            if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+        } else {
+            const QRectF all = m_rectangle;
+            const double left = std::max(all.left(), plot.left()),
+                         right = std::min(all.right(), plot.right());
+            const double top = std::max(all.top(), plot.top()),
+                         bottom = std::min(all.bottom(), plot.bottom());
+            for (const QRectF& part : {QRectF(all.topLeft(), QPointF(all.right(), top)),
+                                       QRectF(QPointF(all.left(), bottom), all.bottomRight()),
+                                       QRectF(QPointF(all.left(), top), QPointF(left, bottom)),
+                                       QRectF(QPointF(right, top), QPointF(all.right(), bottom))})
+                m_canvas.FillRect(part, m_appearance.MarginColor());
+        }
         const QImage picture = BackgroundPicture(m_appearance.bkgdImageFile());
         if (picture.isNull()) return;
         QPainter& painter = m_canvas.Painter();
@@ -97,6 +114,7 @@ private:
     }
 
     std::optional<TPlotMap> DrawNotice(const QString& text) const {
+        DrawMargins();
         TFontSpec font = m_appearance.CaptionFont();
         font.Size = std::max(font.Size, 12);
         TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
@@ -105,8 +123,9 @@ private:
 
     // A graph that only holds others waits for nothing.
     std::optional<TPlotMap> DrawWaiting() const {
-        if (m_graph.ChildGraphCount() > 0) return std::nullopt;
-        return DrawNotice(QStringLiteral("Waiting for the data..."));
+        if (m_graph.ChildGraphCount() == 0) return DrawNotice(QStringLiteral("Waiting for the data..."));
+        DrawMargins();
+        return std::nullopt;
     }
 
     bool HasRanges() const {
@@ -119,15 +138,31 @@ private:
     TLegendLayout LegendFor(const TGraphLayout& layout) const {
         const TLegend& legend = *m_graph.Legend();
         if (!legend.visible()) return {};
-        if (!legend.AutoPlace()) return LayOutLegend(m_graph, m_rectangle);
+        if (!legend.AutoPlace() && HasRoomForLegend(m_graph, m_rectangle.size()))
+            return LegendOffResiduals(layout);
         return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NotePlace(layout));
     }
 
-    void DrawPlot(const TGraphLayout& layout, const QRectF& legend) const {
+    // A legend that stands in the plot stays in it when residuals take the upper part of its place.
+    TLegendLayout LegendOffResiduals(const TGraphLayout& layout) const {
+        TLegendLayout legend = LayOutLegend(m_graph, m_rectangle);
+        const QRectF panel = layout.ResidualPlace();
+        if (legend.Box.intersects(panel) && legend.Box.top() >= panel.top())
+            legend.Move({0, layout.Plot().top() - panel.top()});
+        return legend;
+    }
+
+    QRectF BehindPlot(const TGraphLayout& layout) const {
         const double half = 0.5 / m_canvas.PixelsPerUnit();
-        const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
-        const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
-        if (FillsBackground() && !hasPicture) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
+        return layout.Plot().adjusted(-half, -half, half, half);
+    }
+    bool FillsPlot() const {
+        return FillsBackground() && BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
+    }
+
+    void DrawPlot(const TGraphLayout& layout, const QRectF& legend) const {
+        const QRectF plot = BehindPlot(layout);
+        if (FillsPlot()) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
         DrawGrid(m_canvas, m_graph, layout);
         const QRectF visible = m_appearance.PlotOffGraph() ? m_rectangle : plot;
         for (const auto& series : m_graph.Series())
@@ -150,7 +185,7 @@ private:
                          : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
     }
 
-    // At the foot of the plot or its top, where no labels stand.
+    // At the foot of the plot or its top, or as low as no labels stand.
     QRectF NotePlace(const TGraphLayout& layout) const {
         const QString text = LostPoints();
         if (text.isEmpty()) return {};
@@ -160,7 +195,9 @@ private:
         const QSizeF size(style.Width(text), style.Height());
         const std::vector<QRectF> labels = layout.AxisPlacesInPlot();
         const double middle = room.center().x() - size.width() / 2;
-        for (const double y : {room.bottom() - size.height(), room.top()})
+        std::vector<double> rows{room.bottom() - size.height(), room.top()};
+        for (double y = rows[0] - gap; y > rows[1]; y -= gap) rows.push_back(y);
+        for (const double y : rows)
             for (const double x : {middle, room.left(), room.right() - size.width()}) {
                 const QRectF place(QPointF(x, y), size);
                 const auto isOn = [&](const QRectF& label) { return label.intersects(place); };

@@ -49,9 +49,10 @@ struct TPictureOptions {
 
 /// Draws the graph, child graphs included, and saves it in the format that the name ends with: .png, .svg or
 /// .pdf (any letter case). `size` counts units of 1/96 inch, in which the graph is laid out. The graph's axes
-/// are brought up to date first. Throws EFileError "Can not save to file NAME", also for another ending, an
-/// empty size or a size that no picture can have; an old file is then untouched, and when the user has
-/// cancelled the progress (MakeProgress), which gives false.
+/// are brought up to date first. Throws EFileError "Can not save to file NAME: REASON", also for another
+/// ending, an empty size or one that no picture can have (PNG: 32,767 pixels on a side, 400 million in all);
+/// an old file is then untouched, and when the user has cancelled the progress (MakeProgress), which gives
+/// false.
 XYGRAPH_EXPORT bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
                                      const TPictureOptions& options = {});
 inline bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size, double pixelsPerUnit) {

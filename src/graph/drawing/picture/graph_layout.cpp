@@ -53,8 +53,8 @@ TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const Q
       m_titleStyle(graph.Appearance()->CaptionFont()), m_fonts(graph), m_axes(LayOutAxes()),
       m_residuals(graph) {
     if (!HasPlot()) return;
-    MakeRoomForResiduals();
     m_header = LegendAbovePlot(graph, m_bounds, m_plot);
+    MakeRoomForResiduals();
     PlaceTitle();
     for (int round = 0; round < kMostRounds && GrowMargins(); ++round) {
         m_axes = LayOutAxes();
