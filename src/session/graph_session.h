@@ -32,7 +32,7 @@ public:
     /// must outlive the session, which is its change hook: what the mouse and the keys change there is a
     /// step. Nothing is recorded before Start.
     explicit TGraphSession(TxyGraph& graph, QObject* parent = nullptr);
-    TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent = nullptr);
+    XYGRAPH_LOCAL TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent = nullptr);
     ~TGraphSession() override;
 
     TxyGraph& Graph() const { return m_graph; }
@@ -82,12 +82,12 @@ public:
     bool IsClean() const;
     void MarkClean();
     /// The steps that lead from the clean state to the present one; at least 0.
-    int UnsavedSteps() const;
+    XYGRAPH_LOCAL int UnsavedSteps() const;
     /// The graph after the last step, to be read in any thread; shared with the steps, where they are
     /// recorded.
-    std::shared_ptr<const TGraphSnapshot> Snapshot() const;
+    XYGRAPH_LOCAL std::shared_ptr<const TGraphSnapshot> Snapshot() const;
     /// What belongs to that beside the graph, with what is being typed; null while nothing is recorded.
-    TSideStatePtr Side() const;
+    XYGRAPH_LOCAL TSideStatePtr Side() const;
     /// Something is being typed that will be a step when its edit is left.
     bool IsTyping() const;
 

@@ -47,7 +47,7 @@ public:
     bool HasTrouble() const;
 
     /// A frame; called by a timer.
-    void Poll();
+    XYGRAPH_LOCAL void Poll();
 
 Q_SIGNALS:
     void StatusChanged();
@@ -57,10 +57,10 @@ Q_SIGNALS:
 private:
     class TFeed;
 
-    bool IsFed(const TSeries& series) const;
-    void Drop(TSeries& series);
-    TSeries* SeriesOf(const TFeed& feed) const;
-    void ShowStatus();
+    XYGRAPH_LOCAL bool IsFed(const TSeries& series) const;
+    XYGRAPH_LOCAL void Drop(TSeries& series);
+    XYGRAPH_LOCAL TSeries* SeriesOf(const TFeed& feed) const;
+    XYGRAPH_LOCAL void ShowStatus();
 
     TGraphSession& m_session;
     std::vector<std::unique_ptr<TFeed>> m_feeds;

@@ -27,7 +27,7 @@ public:
     /// Of the recovery file.
     const QString& FileName() const { return m_fileName; }
     /// "host", "editor_…".
-    XYGRAPH_EXPORT QString Kind() const;
+    QString Kind() const;
     XYGRAPH_EXPORT QDateTime LastWritten() const;
     /// The file's content is put into the graph. Throws what ReadRecovery and reading a file throw.
     XYGRAPH_EXPORT TRecoveryInfo Read(TxyGraph& graph) const;

@@ -42,7 +42,7 @@ public:
 };
 
 /// The user has cancelled a regression: "The regression was cancelled".
-class XYGRAPH_EXPORT ERegressionCancelled : public ERegressionError {
+class ERegressionCancelled : public ERegressionError {
 public:
     ERegressionCancelled() : ERegressionError("The regression was cancelled") {}
 };

@@ -59,7 +59,7 @@ public:
     TPointChain() = default;
     /// The points as the blocks of another chain had them, Ids and order included (their Derived is not
     /// looked at); the next point gets the Id behind `lastId`. No run is longer than a block.
-    XYGRAPH_EXPORT TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
+    TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
     XYGRAPH_EXPORT TPointChain(const TPointChain& other);
     TPointChain(TPointChain&& other) noexcept { Swap(other); }
     TPointChain& operator=(TPointChain other) noexcept {

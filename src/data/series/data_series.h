@@ -174,11 +174,11 @@ public:
     XYGRAPH_EXPORT void RecalcExtents();
     /// With AutoZero on, sets ZeroValue to the lowest finite raw Y and the slope to 0; without such a Y
     /// nothing.
-    XYGRAPH_EXPORT void ApplyAutoZero();
+    void ApplyAutoZero();
     /// The minimum when it is above 0, else the largest positive X (corrected Y) in single precision, else
     /// the minimum in single precision. For logarithmic axes.
-    XYGRAPH_EXPORT double PositiveMinX() const;
-    XYGRAPH_EXPORT double PositiveMinY() const;
+    double PositiveMinX() const;
+    double PositiveMinY() const;
 
     const std::string& SeriesName() const { return m_seriesName; }
     double NumericalTolerance() const { return m_numericalTolerance; }

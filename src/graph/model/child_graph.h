@@ -13,7 +13,7 @@ class TxyChildGr : public TxyGraph {
 
 public:
     /// Inside a graph, which owns it through its chain.
-    XYGRAPH_EXPORT explicit TxyChildGr(TxyGraph& parentGraph);
+    explicit TxyChildGr(TxyGraph& parentGraph);
     /// Inside any other widget.
     XYGRAPH_EXPORT explicit TxyChildGr(QWidget* parent);
 
@@ -25,7 +25,7 @@ public:
     /// Moves the widget to its place in the parent graph.
     XYGRAPH_EXPORT void FollowParent();
     /// Takes over the fractions from where the widget lies, after a user has moved or resized it.
-    XYGRAPH_EXPORT void TakeFractionsFromBounds();
+    void TakeFractionsFromBounds();
 
 private:
     TxyGraph* m_parentGraph = nullptr;

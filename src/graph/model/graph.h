@@ -109,13 +109,13 @@ public:
     /// Appends a new data set under the next number, which is returned.
     int AddSeries();
     /// Appends a data set under a number of the caller's choice, which no data set has.
-    TSeries* AddSeriesNumbered(int number);
+    XYGRAPH_LOCAL TSeries* AddSeriesNumbered(int number);
     /// Makes the data set with that number the first one and renumbers; false when there is none.
     bool MoveSeriesToFirst(int number);
     /// Deletes the data set with that number and renumbers; false when there is none.
     bool DeleteSeries(int number);
     /// Numbers the data sets 1, 2, … in chain order. The X data set keeps its role under its new number.
-    void RenumberSeries();
+    XYGRAPH_LOCAL void RenumberSeries();
     /// Sorts by name, letter case ignored; equal names keep their order. Then renumbers; the last one is
     /// current.
     void SortSeriesByName();
@@ -156,7 +156,7 @@ public:
     /// The axes must be scaled anew before the next drawing.
     void NeedRescale();
     /// A data set has changed: rescale and repaint.
-    void SeriesChanged();
+    XYGRAPH_LOCAL void SeriesChanged();
 
     /// Brings everything that a drawing reads up to date: extents, axes, and the regressions and curve fits
     /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
@@ -176,7 +176,7 @@ public:
     void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
     void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
     /// Somebody listens to OnWantDesigner.
-    bool HasDesigner() const;
+    XYGRAPH_LOCAL bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
     /// filed.
     void SetPlottedPointLimit(int value);

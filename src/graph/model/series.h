@@ -89,7 +89,7 @@ public:
     TBoundsType BoundsType() const { return m_boundsType; }
     /// The levels of the Y axis at which bounds are drawn: the set values as they are, or multiples of the
     /// standard deviation of the corrected Y about its mean (none with fewer than two finite Y). All finite.
-    XYGRAPH_EXPORT std::vector<double> BoundLevels() const;
+    std::vector<double> BoundLevels() const;
     TPenStyle BoundsLineStyle() const { return m_boundsLineStyle; }
     bool ShowInLegend() const { return m_showInLegend; }
     TColor RegressionColor() const { return m_regressionColor; }
