@@ -872,7 +872,7 @@
     </message>
     <message>
         <source>Delete</source>
-        <translation>Löschen</translation>
+        <translation>Weg</translation>
     </message>
     <message>
         <source>Delete parameter</source>
@@ -1152,7 +1152,7 @@
     </message>
     <message>
         <source>Fit All...</source>
-        <translation>Alle anpassen...</translation>
+        <translation>Alle...</translation>
     </message>
     <message>
         <source>Fit the same equation to several data sets</source>
@@ -4164,7 +4164,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>&amp;General</source>
-        <translation>&amp;Allgemein</translation>
+        <translation>All&amp;gemein</translation>
     </message>
     <message>
         <source>&amp;Data Source</source>
@@ -4176,7 +4176,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>&amp;Curve Fitting</source>
-        <translation>&amp;Kurvenanpassung</translation>
+        <translation>Kurvenanpa&amp;ssung</translation>
     </message>
     <message>
         <source>&amp;FFT Filtering</source>
