@@ -194,7 +194,7 @@
     </message>
     <message>
         <source>Open Data&amp;base…</source>
-        <translation>Daten&amp;bank öffnen…</translation>
+        <translation>Datenban&amp;k öffnen…</translation>
     </message>
     <message>
         <source>Add a table of a database to the graph: a file (SQLite, dBase, Access) or a server</source>
@@ -330,7 +330,7 @@
     </message>
     <message>
         <source>&amp;Graph Settings…</source>
-        <translation>Diagramm&amp;einstellungen…</translation>
+        <translation>Dia&amp;grammeinstellungen…</translation>
     </message>
     <message>
         <source>Change the titles, the axes, the legend and the look of the graph</source>
@@ -354,7 +354,7 @@
     </message>
     <message>
         <source>Set &amp;Values…</source>
-        <translation>Werte &amp;setzen…</translation>
+        <translation>Werte se&amp;tzen…</translation>
     </message>
     <message>
         <source>Give the current data set new Y values from a formula</source>
@@ -414,7 +414,7 @@
     </message>
     <message>
         <source>&amp;Reset Scale</source>
-        <translation>Achsen &amp;zurücksetzen</translation>
+        <translation>Achsen zu&amp;rücksetzen</translation>
     </message>
     <message>
         <source>Let the axes follow the data</source>
@@ -3600,7 +3600,7 @@
     </message>
     <message>
         <source>&amp;Graph Settings…</source>
-        <translation>Diagramm&amp;einstellungen…</translation>
+        <translation>Dia&amp;grammeinstellungen…</translation>
     </message>
 </context>
 <context>
@@ -4624,7 +4624,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>Resa&amp;mple</source>
-        <translation>Neu a&amp;btasten</translation>
+        <translation>Neu ab&amp;tasten</translation>
     </message>
     <message>
         <source>&amp;Points at even distances:</source>
@@ -4672,7 +4672,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>Deri&amp;vative</source>
-        <translation>A&amp;bleitung</translation>
+        <translation>Abl&amp;eitung</translation>
     </message>
     <message>
         <source>derivative</source>
