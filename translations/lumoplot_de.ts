@@ -28,14 +28,6 @@
         <translation>Änderungen: </translation>
     </message>
     <message>
-        <source>1 step</source>
-        <translation>1 Schritt</translation>
-    </message>
-    <message>
-        <source>%1 steps</source>
-        <translation>%1 Schritte</translation>
-    </message>
-    <message>
         <source>With rows of the grid that are no points yet</source>
         <translation>Mit Zeilen der Tabelle, die noch keine Punkte sind</translation>
     </message>
@@ -194,7 +186,7 @@
     </message>
     <message>
         <source>Open Data&amp;base…</source>
-        <translation>Daten&amp;bank öffnen…</translation>
+        <translation>Datenban&amp;k öffnen…</translation>
     </message>
     <message>
         <source>Add a table of a database to the graph: a file (SQLite, dBase, Access) or a server</source>
@@ -330,7 +322,7 @@
     </message>
     <message>
         <source>&amp;Graph Settings…</source>
-        <translation>Diagramm&amp;einstellungen…</translation>
+        <translation>Dia&amp;grammeinstellungen…</translation>
     </message>
     <message>
         <source>Change the titles, the axes, the legend and the look of the graph</source>
@@ -354,7 +346,7 @@
     </message>
     <message>
         <source>Set &amp;Values…</source>
-        <translation>Werte &amp;setzen…</translation>
+        <translation>Werte se&amp;tzen…</translation>
     </message>
     <message>
         <source>Give the current data set new Y values from a formula</source>
@@ -414,7 +406,7 @@
     </message>
     <message>
         <source>&amp;Reset Scale</source>
-        <translation>Achsen &amp;zurücksetzen</translation>
+        <translation>Achsen zu&amp;rücksetzen</translation>
     </message>
     <message>
         <source>Let the axes follow the data</source>
@@ -443,6 +435,30 @@
     <message>
         <source>Tell about this program</source>
         <translation>Über dieses Programm</translation>
+    </message>
+    <message>
+        <source>Fo&amp;llow…</source>
+        <translation>Daten verfo&amp;lgen…</translation>
+    </message>
+    <message>
+        <source>Plot rows as they come: a file that grows, a pipe, a TCP or serial line</source>
+        <translation>Zeilen zeichnen, wie sie kommen: eine wachsende Datei, eine Pipe, TCP oder eine serielle Leitung</translation>
+    </message>
+    <message>
+        <source>Pa&amp;use Following</source>
+        <translation>Verfolgen an&amp;halten</translation>
+    </message>
+    <message>
+        <source>Let what comes wait</source>
+        <translation>Was kommt, warten lassen</translation>
+    </message>
+    <message>
+        <source>Stop Follo&amp;wing</source>
+        <translation>Verfolgen s&amp;toppen</translation>
+    </message>
+    <message>
+        <source>Keep the points that have come and read no more</source>
+        <translation>Die gekommenen Punkte behalten und nicht weiterlesen</translation>
     </message>
 </context>
 <context>
@@ -872,7 +888,7 @@
     </message>
     <message>
         <source>Delete</source>
-        <translation>Löschen</translation>
+        <translation>Weg</translation>
     </message>
     <message>
         <source>Delete parameter</source>
@@ -1152,7 +1168,7 @@
     </message>
     <message>
         <source>Fit All...</source>
-        <translation>Alle anpassen...</translation>
+        <translation>Alle...</translation>
     </message>
     <message>
         <source>Fit the same equation to several data sets</source>
@@ -1236,6 +1252,10 @@
     <message>
         <source>Directory:</source>
         <translation>Verzeichnis:</translation>
+    </message>
+    <message>
+        <source>Link</source>
+        <translation>Verbindung</translation>
     </message>
 </context>
 <context>
@@ -1921,6 +1941,85 @@
     <message>
         <source>Edit the marks of the graph</source>
         <translation>Die Marken des Diagramms bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>TLinkDialog</name>
+    <message>
+        <source>Follow</source>
+        <translation>Daten verfolgen</translation>
+    </message>
+    <message>
+        <source>&amp;Read from:</source>
+        <translation>&amp;Lesen von:</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Named pipe</source>
+        <translation>Benannte Pipe</translation>
+    </message>
+    <message>
+        <source>Standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>Server (TCP)</source>
+        <translation>Server (TCP)</translation>
+    </message>
+    <message>
+        <source>Whoever calls (TCP)</source>
+        <translation>Wer anruft (TCP)</translation>
+    </message>
+    <message>
+        <source>Serial line</source>
+        <translation>Serielle Leitung</translation>
+    </message>
+    <message>
+        <source>&amp;Browse…</source>
+        <translation>&amp;Suchen…</translation>
+    </message>
+    <message>
+        <source>&amp;Keep:</source>
+        <translation>&amp;Behalten:</translation>
+    </message>
+    <message>
+        <source>All rows</source>
+        <translation>Alle Zeilen</translation>
+    </message>
+    <message>
+        <source>The last rows, so many:</source>
+        <translation>Die letzten Zeilen, so viele:</translation>
+    </message>
+    <message>
+        <source>The last seconds, so many:</source>
+        <translation>Die letzten Sekunden, so viele:</translation>
+    </message>
+    <message>
+        <source>1000</source>
+        <translation>1000</translation>
+    </message>
+    <message>
+        <source>How many are kept</source>
+        <translation>Wie viele behalten werden</translation>
+    </message>
+    <message>
+        <source>&amp;X column:</source>
+        <translation>&amp;X-Spalte:</translation>
+    </message>
+    <message>
+        <source>found from the first rows; a name or a number, 0 counts the rows</source>
+        <translation>aus den ersten Zeilen gefunden; ein Name oder eine Nummer, 0 zählt die Zeilen</translation>
+    </message>
+    <message>
+        <source>&amp;Y column:</source>
+        <translation>&amp;Y-Spalte:</translation>
+    </message>
+    <message>
+        <source>found from the first rows; a name or a number</source>
+        <translation>aus den ersten Zeilen gefunden; ein Name oder eine Nummer</translation>
     </message>
 </context>
 <context>
@@ -3600,7 +3699,7 @@
     </message>
     <message>
         <source>&amp;Graph Settings…</source>
-        <translation>Diagramm&amp;einstellungen…</translation>
+        <translation>Dia&amp;grammeinstellungen…</translation>
     </message>
 </context>
 <context>
@@ -3652,6 +3751,21 @@
     <message>
         <source>Styles (*.ltp)</source>
         <translation>Stile (*.ltp)</translation>
+    </message>
+</context>
+<context>
+    <name>lumoplot::TLinkDialog</name>
+    <message>
+        <source>F&amp;ollow</source>
+        <translation>&amp;Verfolgen</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Daten verfolgen</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -3884,6 +3998,10 @@
         <source>Add to %1 the points of:</source>
         <translation>Zu %1 die Punkte hinzufügen von:</translation>
     </message>
+    <message>
+        <source>follow %1</source>
+        <translation>%1 verfolgen</translation>
+    </message>
 </context>
 <context>
     <name>lumoplot::TMarksSheet</name>
@@ -4021,6 +4139,18 @@ Die Datei: %2</translation>
     <message>
         <source>Remove these changes for good?</source>
         <translation>Diese Änderungen endgültig entfernen?</translation>
+    </message>
+    <message>
+        <source>a cell that was being typed</source>
+        <translation>eine Zelle, in die gerade getippt wurde</translation>
+    </message>
+    <message>
+        <source>1 step</source>
+        <translation>1 Schritt</translation>
+    </message>
+    <message>
+        <source>%1 steps</source>
+        <translation>%1 Schritte</translation>
     </message>
 </context>
 <context>
@@ -4164,7 +4294,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>&amp;General</source>
-        <translation>&amp;Allgemein</translation>
+        <translation>All&amp;gemein</translation>
     </message>
     <message>
         <source>&amp;Data Source</source>
@@ -4176,7 +4306,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>&amp;Curve Fitting</source>
-        <translation>&amp;Kurvenanpassung</translation>
+        <translation>Kurvenanpa&amp;ssung</translation>
     </message>
     <message>
         <source>&amp;FFT Filtering</source>
@@ -4624,7 +4754,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>Resa&amp;mple</source>
-        <translation>Neu a&amp;btasten</translation>
+        <translation>Neu ab&amp;tasten</translation>
     </message>
     <message>
         <source>&amp;Points at even distances:</source>
@@ -4672,7 +4802,7 @@ Die Datei: %2</translation>
     </message>
     <message>
         <source>Deri&amp;vative</source>
-        <translation>A&amp;bleitung</translation>
+        <translation>Abl&amp;eitung</translation>
     </message>
     <message>
         <source>derivative</source>

@@ -13,7 +13,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kButtonEdges = 8; // pixels of a button that its text cannot have
+constexpr int kButtonEdges = 6; // pixels of a button that its text cannot have
 constexpr int kHeaderEdges = 4;
 
 QString Plain(QString text) {

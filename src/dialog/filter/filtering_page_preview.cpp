@@ -58,6 +58,7 @@ TFilterPreview::TFilterPreview(QWidget* parent)
     YAxis_Second()->SetShowAxis(true);
     Legend()->Setvisible(true);
     Legend()->Settop(2);
+    Legend()->Setwidth(0); // as wide as its entries
     TakeThemeColors();
     connect(this, &TxyGraph::OnPaintEnd, this, [this](QPainter* painter) { PaintBand(*painter); });
     ShowNothing();
