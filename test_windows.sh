@@ -17,10 +17,10 @@ cmake --preset windows --log-level=NOTICE -D LUMOPLOT_WERROR="${WERROR:-OFF}" \
   -D QT_HOST_PATH_CMAKE_DIR="$(cmake/windows/host_packages.sh)"
 cmake --build --preset windows
 
-# The programs find the plugins and the fonts where Qt's DLLs look for them from the folder bin.
-cmake/windows/collect_runtime.sh "$build/bin" "$build/plugins"
-mkdir -p "$build/lib/fonts"
-cp -u /usr/share/fonts/truetype/{dejavu,liberation}/*.ttf "$build/lib/fonts/"
+# The programs find Qt and what it loads beside themselves.
+cmake/windows/collect_runtime.sh "$build/bin" "$build/bin"
+mkdir -p "$build/bin/lib/fonts"
+cp -u /usr/share/fonts/truetype/{dejavu,liberation}/*.ttf "$build/bin/lib/fonts/"
 
 # A display and a Wine server of our own for as long as the tests take.
 export WINEPREFIX=$build/wine WINEDEBUG=-all

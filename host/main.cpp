@@ -93,10 +93,12 @@ int RunWindow(const TArguments& arguments) {
     return QApplication::exec();
 }
 
+#if !defined(Q_OS_WIN) // there pictures need no display
 bool WantsShots(int argc, char** argv) {
     return std::any_of(argv, argv + argc,
                        [](const char* argument) { return QByteArray(argument).startsWith("--shot"); });
 }
+#endif
 
 } // namespace
 

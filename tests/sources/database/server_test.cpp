@@ -23,6 +23,8 @@ namespace {
 
 constexpr const char* kSecret = "pa:ss@w%rd";
 
+#if defined(Q_OS_UNIX)
+
 bool Run(const QString& program, const QStringList& arguments, const QByteArray& input = {}) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -32,8 +34,6 @@ bool Run(const QString& program, const QStringList& arguments, const QByteArray&
     process.closeWriteChannel();
     return process.waitForFinished(60'000) && process.exitCode() == 0;
 }
-
-#if defined(Q_OS_UNIX)
 
 int FreePort() {
     const int probe = socket(AF_INET, SOCK_STREAM, 0);
