@@ -12,7 +12,7 @@ namespace {
 
 /// A regression of more points takes longer than a frame may.
 constexpr std::int64_t kPointsAtOnce = 20000;
-constexpr std::int64_t kPointsOfRobustLineAtOnce = 2000;
+constexpr std::int64_t kPointsOfRobustLineAtOnce = 5000;
 
 bool IsPending(const TSeries& series) {
     return HasPendingResult(series) || HasLongRegression(series);
