@@ -12,7 +12,7 @@ namespace lumoplot {
 /// The number that a typed text stands for. Its decimal sign is the point; the comma is one too, but before
 /// exactly three digits only where the locale has it as such. Throws EConvertError, which then names both
 /// readings.
-double ParseTyped(const std::string& text);
+XYWIDGETS_EXPORT double ParseTyped(const std::string& text);
 
 /// The number that was typed into the edit, or with all of its digits the one that ShowNumber shows there.
 /// Throws EConvertError.
@@ -48,6 +48,6 @@ void ShowInteger(QSpinBox& edit, int value);
 void ShowText(QLineEdit& edit, const std::string& text);
 
 /// Marks the edit with a reason, or takes the mark away for an empty one.
-void MarkEdit(QLineEdit& edit, const QString& reason);
+XYWIDGETS_EXPORT void MarkEdit(QLineEdit& edit, const QString& reason);
 
 } // namespace lumoplot
