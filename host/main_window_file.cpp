@@ -6,6 +6,8 @@
 #include "host/shown_text.h"
 #include "sources/database/connection.h"
 #include "support/guard.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
 #include "ui_main_window.h"
 
 #include <QDir>
@@ -15,6 +17,8 @@
 
 namespace lumoplot {
 namespace {
+
+constexpr std::size_t kLongestAskedName = 60;
 
 bool IsGraphFile(const QString& fileName) {
     return QFileInfo(fileName).suffix().compare(QLatin1String("ltp"), Qt::CaseInsensitive) == 0;
@@ -47,7 +51,14 @@ bool TMainWindow::MayLeaveGraph() {
 }
 
 bool TMainWindow::Save() {
-    return m_document->FileName().isEmpty() ? SaveAs() : SaveTo(m_document->FileName());
+    if (m_document->FileName().isEmpty()) return SaveAs();
+    const std::string name = ShownLine(m_document->DisplayName().toStdString(), kLongestAskedName);
+    if (m_document->IsFileOfOthers() && !AskYesNo(name + " was changed by another program since it was "
+                                                         "opened here. Replace it? (Save As takes another "
+                                                         "name.)",
+                                                  TMessageKind::Warning))
+        return false;
+    return SaveTo(m_document->FileName());
 }
 
 bool TMainWindow::SaveAs() {
