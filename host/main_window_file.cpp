@@ -8,6 +8,8 @@
 #include "sources/database/connection/connection.h"
 #include "sources/link/link_place.h"
 #include "support/guard.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
 #include "ui_main_window.h"
 
 #include <QDir>
@@ -17,6 +19,8 @@
 
 namespace lumoplot {
 namespace {
+
+constexpr std::size_t kLongestAskedName = 60;
 
 bool IsGraphFile(const QString& fileName) {
     return QFileInfo(fileName).suffix().compare(QLatin1String("ltp"), Qt::CaseInsensitive) == 0;
@@ -49,7 +53,14 @@ bool TMainWindow::MayLeaveGraph() {
 }
 
 bool TMainWindow::Save() {
-    return m_document->FileName().isEmpty() ? SaveAs() : SaveTo(m_document->FileName());
+    if (m_document->FileName().isEmpty()) return SaveAs();
+    const std::string name = ShownLine(m_document->DisplayName().toStdString(), kLongestAskedName);
+    if (m_document->IsFileOfOthers() && !AskYesNo(name + " was changed by another program since it was "
+                                                         "opened here. Replace it? (Save As takes another "
+                                                         "name.)",
+                                                  TMessageKind::Warning))
+        return false;
+    return SaveTo(m_document->FileName());
 }
 
 bool TMainWindow::SaveAs() {

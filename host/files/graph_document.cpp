@@ -40,6 +40,7 @@ void TGraphDocument::SetUnmodified() {
 
 void TGraphDocument::Become(const QString& fileName, const QString& templateName) {
     m_fileName = fileName;
+    m_fileState = {};
     m_templateName = templateName;
     if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.Start();
@@ -76,16 +77,28 @@ void TGraphDocument::NewFromTemplate(const QString& fileName) {
     Become({}, QFileInfo(fileName).absoluteFilePath());
 }
 
+TGraphDocument::TFileState TGraphDocument::StateOf(const QString& fileName) {
+    const QFileInfo file(fileName);
+    return file.exists() ? TFileState(file.lastModified(), file.size()) : TFileState();
+}
+
+bool TGraphDocument::IsFileOfOthers() const {
+    return !m_fileName.isEmpty() && QFileInfo::exists(m_fileName) && StateOf(m_fileName) != m_fileState;
+}
+
 void TGraphDocument::Open(const QString& fileName) {
+    const TFileState state = StateOf(fileName); // of what is read, if not of an older one
     TxyGraph graph;
     graph.LoadFromFile(fileName.toStdString());
     TakeOver(graph);
     Become(QFileInfo(fileName).absoluteFilePath(), DefaultTemplate());
+    m_fileState = state;
 }
 
 void TGraphDocument::SaveTo(const QString& fileName) {
     m_graph.SaveTemplate(fileName.toStdString(), TPoints::Include);
     m_fileName = QFileInfo(fileName).absoluteFilePath();
+    m_fileState = StateOf(m_fileName);
     if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.MarkClean();
     Q_EMIT StateChanged();

@@ -8,8 +8,10 @@
 #include "session/graph_session.h"
 #include "session/recovery_writer.h"
 
+#include <QDateTime>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace lumoplot {
 
@@ -28,6 +30,8 @@ public:
     TGraphSession& Session() { return m_session; }
     /// The graph file; empty for a graph that was never saved.
     const QString& FileName() const { return m_fileName; }
+    /// Somebody else has written the file, or made it, since it was read or written here.
+    bool IsFileOfOthers() const;
     /// The name to show: the file's, or "Untitled".
     QString DisplayName() const;
     /// The template that the editor's "Set as Default" writes.
@@ -73,7 +77,12 @@ private:
     TxyGraph& m_graph;
     TGraphSession m_session;
     QString m_templateFolder;
+    /// When the file was written last, and its size.
+    using TFileState = std::pair<QDateTime, qint64>;
+    static TFileState StateOf(const QString& fileName);
+
     QString m_fileName;
+    TFileState m_fileState; ///< as it was read or written here
     QString m_templateName;
     QString m_keepingProblem;
     std::unique_ptr<TRecoveryWriter> m_recovery; ///< null while nothing is kept

@@ -112,10 +112,12 @@ void TRecoveryWriter::Flush() {
 }
 
 /// Between the starts of two writings: a step that just misses one is written by the next in time, also when
-/// that takes twice as long.
+/// that takes five times as long, as on a processor that others keep busy. Half of the time nothing is
+/// written.
 qint64 TRecoveryWriter::PauseMs() const {
-    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 2 * m_writingMs);
-    return std::max<qint64>(m_options.IntervalMs - earlier, 0);
+    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 5 * m_writingMs);
+    const qint64 least = std::min<qint64>(2 * m_writingMs, m_options.IntervalMs / 2);
+    return std::max<qint64>(m_options.IntervalMs - earlier, least);
 }
 
 // The first step after a while is written at once; those that follow wait until the pause is over.

@@ -98,6 +98,25 @@ TEST_F(OpenAndSave, BrokenFilesLeaveTheGraphAsItWas) {
     }
 }
 
+TEST_F(OpenAndSave, AFileThatAnotherProgramHasWrittenIsNotReplacedWithoutAQuestion) {
+    Open(Example("enso.csv"));
+    Window->Document().SaveTo(PathOf("mine.ltp"));
+    Press(Qt::Key_S);
+    EXPECT_TRUE(Sink.Texts.empty());
+    const QString other = Write("mine.ltp", "written by another program");
+    for (const bool answer : {false, true}) {
+        Sink.Answer = answer;
+        Sink.Texts.clear();
+        Press(Qt::Key_S);
+        ASSERT_EQ(Sink.Texts.size(), 1u);
+        EXPECT_NE(Sink.Only().find("was changed by another program"), std::string::npos) << Sink.Only();
+        EXPECT_EQ(Read(other) == "written by another program", !answer);
+    }
+    Sink.Texts.clear();
+    Press(Qt::Key_S);
+    EXPECT_TRUE(Sink.Texts.empty()) << "it is ours now";
+}
+
 TEST_F(OpenAndSave, SaveThatFailsIsToldAndTheGraphStaysModified) {
     Open(Example("enso.csv"));
     AnswerPath(PathOf("gone.ltp"));
