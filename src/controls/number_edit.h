@@ -1,6 +1,8 @@
 // Edits that hold a number: what a text means, and how one that is no number is shown.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QLineEdit>
 #include <QSpinBox>
 #include <functional>
