@@ -87,7 +87,7 @@ private:
     void ShowExample();
     void AddTransformMenu();
     /// Runs what changes the current data set as one step; tells when there is none with points.
-    void WithCurrentSeries(const std::function<void(TSeries&)>& action);
+    void WithCurrentSeries(const QString& step, const std::function<void(TSeries&)>& action);
     void MergeInto(TSeries& series);
     QString WindowTitle() const;
     /// Makes a change of the graph one step; true when there is one.

@@ -20,7 +20,8 @@ void AddPointsOf(const TSeries& from, TSeries& to) {
     to.SetDuplicatesAllowed(true);
     for (TPointCursor point = from.First(); point; point = point.Next())
         to.AddPoint(point.X(),
-                    from.CorrectedY(point.X(), point.Y()) + to.ZeroValue() + to.BaseLineSlope() * point.X());
+                    from.CorrectedY(point.X(), point.Y()) + to.ZeroValue() + to.BaseLineSlope() * point.X(),
+                    point.YError());
 }
 
 } // namespace
@@ -29,11 +30,12 @@ void TMainWindow::AddTransformMenu() {
     auto* menu = new QMenu(tr("&Transform"), this);
     menu->setObjectName(QStringLiteral("m_Transform"));
     m_ui->menuBar->insertMenu(m_ui->m_Help->menuAction(), menu);
-    const auto add = [&](const QString& caption, const QString& tip, auto action) {
+    const auto add = [&](const QString& caption, const QString& tip, auto action,
+                         const QString& step = tr("transform %1")) {
         QAction* entry = menu->addAction(caption);
         entry->setStatusTip(tip);
-        connect(entry, &QAction::triggered, this, [this, action] {
-            Guarded([&] { WithCurrentSeries(action); });
+        connect(entry, &QAction::triggered, this, [this, action, step] {
+            Guarded([&] { WithCurrentSeries(step, action); });
             ShowState();
         });
     };
@@ -46,15 +48,16 @@ void TMainWindow::AddTransformMenu() {
     menu->addSeparator();
     add(tr("Merg&e…"), tr("Add the points of another data set to the current one"),
         [this](TSeries& series) { MergeInto(series); });
-    add(tr("&Peaks…"), tr("List the peaks of the current data set"),
-        [this](TSeries& series) { ShowPeaksOf(series, this); });
+    add(
+        tr("&Peaks…"), tr("List the peaks of the current data set, mark and fit them"),
+        [this](TSeries& series) { ShowPeaksOf(series, this); }, tr("peaks of %1"));
 }
 
-void TMainWindow::WithCurrentSeries(const std::function<void(TSeries&)>& action) {
+void TMainWindow::WithCurrentSeries(const QString& step, const std::function<void(TSeries&)>& action) {
     TSeries* series = Graph().FindSeries(Graph().Appearance()->CurrSerIndex());
     if (!series || series->Count() == 0)
         return ShowMessage("There is no data set with points: open data first", TMessageKind::Warning);
-    Change(tr("transform %1").arg(QString::fromStdString(series->SeriesName())), [&] { action(*series); });
+    Change(step.arg(QString::fromStdString(series->SeriesName())), [&] { action(*series); });
 }
 
 void TMainWindow::MergeInto(TSeries& series) {

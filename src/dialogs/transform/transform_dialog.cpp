@@ -61,12 +61,13 @@ TCurveValues CorrectedCurve(const TSeries& series) {
         curve.X.push_back(point.X());
         curve.Y.push_back(series.CorrectedY(point.X(), point.Y()));
     }
+    if (series.HasYErrors()) curve.YErrors = series.YErrors();
     return curve;
 }
 
 TPointChain PointChainOf(const TCurveValues& curve) {
     TPointChain points;
-    points.AddAll(curve.X, curve.Y, {.DuplicatesAllowed = true});
+    points.AddAll(curve.X, curve.Y, {.DuplicatesAllowed = true}, curve.YErrors);
     return points;
 }
 
@@ -147,6 +148,9 @@ void TTransformDialog::ShowResult() {
         if (Wanted().Kind == TTransformKind::Integral)
             state += QStringLiteral(" The whole integral is %1.")
                          .arg(QString::fromStdString(FormatGeneral(m_after->Y.back(), 6)));
+        if (!m_before.YErrors.empty())
+            state += m_after->YErrors.empty() ? QStringLiteral(" They have no errors of Y any more.")
+                                              : QStringLiteral(" Their errors of Y go along.");
     } catch (const ELumoError& error) {
         state = QString::fromUtf8(error.what());
     }
@@ -170,6 +174,7 @@ void TTransformDialog::Store(TSeries& target) const {
     target.SetZeroValue(0);
     target.SetBaseLineSlope(0);
     target.SwapPoints(PointChainOf(*m_after));
+    target.DataSourceInfo().SetYErrorRule({}); // the errors are those of the new points
 }
 
 void TTransformDialog::accept() {
