@@ -23,6 +23,7 @@ struct TFilterCommand {
     void Run() const {
         const TDataInput input(data);
         TSilentProgress progress;
+        if (!input.YErrors().empty()) PrintMessage("the filtered points have no errors of Y");
         const TFilteredPoints result = FilterBand(input.Series(), Settings(), progress);
         if (result.Outcome != TFilterOutcome::Filtered)
             throw ELumoError("Fail to Apply Filter: there is no complete block of points, no spread in X, or "

@@ -25,9 +25,17 @@ struct TTransformCommand {
         const bool isNormalise = wantedKind == TTransformKind::Normalise;
         const TTransform wanted{wantedKind, first.value_or(isScale ? 1 : 0),
                                 second.value_or(isScale || isNormalise ? 1 : 0)};
-        const TCurveValues result = Transformed({input.X(), input.CorrectedY()}, wanted);
-        if (form == TOutputForm::Json) return Print({{"x", result.X}, {"y", result.Y}}, form);
-        Print(ColumnsText({result.X, result.Y}));
+        const TCurveValues result = Transformed({input.X(), input.CorrectedY(), input.YErrors()}, wanted);
+        const bool hasErrors = !result.YErrors.empty();
+        if (!input.YErrors().empty() && !hasErrors)
+            PrintMessage("the new points have no errors of Y: their Y depend on each other");
+        if (form == TOutputForm::Json) {
+            TDocument document = {{"x", result.X}, {"y", result.Y}};
+            if (hasErrors) document["y_error"] = result.YErrors;
+            return Print(document, form);
+        }
+        Print(hasErrors ? ColumnsText({result.X, result.Y, result.YErrors})
+                        : ColumnsText({result.X, result.Y}));
     }
 
     static const std::map<std::string, TTransformKind> kKinds;
@@ -83,8 +91,9 @@ void AddTransformCommand(CLI::App& program) {
     command.footer(
         "The numbers are, for shift and scale: for X, for Y; normalise: the smallest and the largest Y;\n"
         "cut and integral: from X, to X; resample: points; average and median: neighbours;\n"
-        "smooth: neighbours (odd), degree. Prints a line with x and y for each point. The baseline\n"
-        "of the data set is subtracted first. docs/transform.md has the formulas.");
+        "smooth: neighbours (odd), degree. Prints a line with x and y for each point, and with the\n"
+        "error of y where there are errors that go along. The baseline of the data set is subtracted first. "
+        "docs/transform.md has the formulas.");
     command.callback([transform] { RunOn(transform->data, [&] { transform->Run(); }); });
 }
 

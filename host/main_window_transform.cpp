@@ -32,7 +32,8 @@ void TMainWindow::AddTransformMenu() {
     auto* menu = new QMenu(tr("&Transform"), this);
     menu->setObjectName(QStringLiteral("m_Transform"));
     m_ui->menuBar->insertMenu(m_ui->m_Help->menuAction(), menu);
-    const auto add = [&](const QString& caption, const QString& tip, auto action) {
+    const auto add = [&](const QString& caption, const QString& tip, auto action,
+                         const QString& step = tr("transform %1")) {
         QAction* entry = menu->addAction(caption);
         entry->setStatusTip(tip);
         connect(entry, &QAction::triggered, this, [this, entry, action] {
@@ -53,7 +54,7 @@ void TMainWindow::AddTransformMenu() {
         [this](TSeries& series) { TakeBaselineOff(series, this); });
     add(tr("Merg&e…"), tr("Add the points of another data set to the current one"),
         [this](TSeries& series) { MergeInto(series); });
-    add(tr("&Peaks…"), tr("List the peaks of the current data set"),
+    add(tr("&Peaks…"), tr("List the peaks of the current data set, mark and fit them"),
         [this](TSeries& series) { ShowPeaksOf(series, this); });
 }
 

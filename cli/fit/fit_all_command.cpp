@@ -3,7 +3,7 @@
 #include "cli/fit/fit_document.h"
 #include "cli/fit/fit_weights.h"
 #include "fit/many/fit_batch.h"
-#include "fit/run/fit_report.h"
+#include "fit/many/fit_report.h"
 #include "fit/run/fit_statistics.h"
 #include "support/errors.h"
 
@@ -121,6 +121,20 @@ private:
         return document;
     }
 
+    static std::vector<const TBatchFit*> PointersTo(const std::vector<TBatchFit>& fits) {
+        std::vector<const TBatchFit*> pointers;
+        for (const TBatchFit& fit : fits) pointers.push_back(&fit);
+        return pointers;
+    }
+
+    static TDocument AgreementsDocument(const std::vector<TBatchFit>& fits) {
+        TDocument document = TDocument::object();
+        for (const TParameterAgreement& agreement : AgreementsOf(PointersTo(fits)))
+            document[agreement.Name] = {
+                {"mean", agreement.Mean}, {"error", agreement.Error}, {"probability", agreement.Probability}};
+        return document;
+    }
+
     void Show(const std::vector<TBatchFit>& fits, const TGlobalFit* global) const {
         TDocument together;
         if (global) together = TogetherDocument(*global, shared);
@@ -129,10 +143,14 @@ private:
             document["fits"] = TDocument::array();
             for (const TBatchFit& fit : fits) document["fits"].push_back(DocumentOf(fit));
             if (global) document["together"] = together;
+            if (!global) document["agreements"] = AgreementsDocument(fits);
             Print(document, form);
         } else {
             Print(TableText(BatchTable(fits)));
             if (global) Print("\n" + OutlineText(together));
+            const std::string agreement =
+                global ? std::string() : AgreementText(AgreementsOf(PointersTo(fits)));
+            if (!agreement.empty()) PrintMessage(agreement + " See --share");
         }
         const auto failed = std::ranges::find_if_not(fits, HasConverged);
         if (failed == fits.end() || allowsUnconverged) return;

@@ -1,6 +1,8 @@
 #include "cli/fit/fit_definition.h"
 
 #include "cli/fit/procedure_names.h"
+#include "cli/output.h"
+#include "expr/formula_hints.h"
 #include "expr/names.h"
 #include "fit/definition/fit_result.h"
 #include "support/number_text.h"
@@ -88,6 +90,7 @@ void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
     }
     for (const std::string& text : ties) TakeTie(fit, ties, text);
     TakeRun(fit);
+    if (const auto hint = FindSignHint(fit.Expression())) PrintMessage(fit.Expression() + ": " + hint->Text);
 }
 
 void TFitDefinition::TakeModel(TCurFit& fit, const TCurFit* stored) const {

@@ -8,11 +8,14 @@
 #include "dialogs/editing/set_values_dialog.h"
 #include "dialogs/transform/baseline_dialog.h"
 #include "dialogs/transform/peaks_dialog.h"
+#include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_result.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 
 #include <QLabel>
 #include <QTableWidget>
+#include <cmath>
 
 namespace lumoplot {
 namespace {
@@ -179,6 +182,40 @@ TEST_F(TransformDialog, PeaksAreListedAndMarked) {
     Click(dialog, "btnMark");
     ASSERT_EQ(Graph.Marks().Count(), 1);
     EXPECT_EQ(Graph.Marks().Find(1)->X1, 2);
+}
+
+TEST_F(TransformDialog, PeaksAreFitted) {
+    for (int i = 5; i <= 60; ++i)
+        Series.AddPoint(i, 4 * std::exp(-std::pow((i - 20) / 3.0, 2) / 2) +
+                               2 * std::exp(-std::pow((i - 45) / 5.0, 2) / 2));
+    TPeaksDialog dialog(Series);
+    Await(dialog);
+    auto& table = Control<QTableWidget>(dialog, "t_Peaks");
+    ASSERT_EQ(table.rowCount(), 4);
+    table.setRangeSelected({2, 0, 3, 3}, true);
+    Click(dialog, "btnFit");
+    const TCurFit& fit = Series.CurveFit();
+    EXPECT_EQ(fit.Expression(), "h1*exp(-sqr((x - m1)/s1)/2) + h2*exp(-sqr((x - m2)/s2)/2) + b");
+    ASSERT_TRUE(fit.Result());
+    EXPECT_NEAR(fit.Parameter(2)->Value(), 20, 0.5);
+    EXPECT_NEAR(fit.Parameter(5)->Value(), 45, 0.5);
+    EXPECT_TRUE(Control<QLabel>(dialog, "lblPeaks").text().startsWith("2 peaks fitted: converged"));
+}
+
+TEST_F(TransformDialog, ItIsSaidWhatBecomesOfTheErrorsOfY) {
+    Series.SetYErrors(std::vector<double>(5, 0.5));
+    TTransformDialog dialog(Series, TTransformKind::Scale);
+    Await(dialog);
+    Type(dialog, "e_Second", "3");
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return Control<QLabel>(dialog, "lblState").text() == "5 points. Their errors of Y go along.";
+    }));
+    Choose(dialog, "cbx_Kind", static_cast<int>(TTransformKind::Derivative));
+    EXPECT_EQ(Control<QLabel>(dialog, "lblState").text(), "5 points. They have no errors of Y any more.");
+    Choose(dialog, "cbx_Kind", static_cast<int>(TTransformKind::Scale));
+    Type(dialog, "e_Second", "3");
+    Click(dialog, "btnOk");
+    EXPECT_EQ(Series.YErrors(), std::vector<double>(5, 1.5));
 }
 
 } // namespace

@@ -8,10 +8,18 @@
 #include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "dialogs/transform/transformed_curve.h"
+#include "fit/definition/fit_result.h"
+#include "fit/functions/peak_sum.h"
+#include "fit/functions/ready_functions.h"
+#include "graph/fitting/series_fitting.h"
+#include "graph/model/axis.h"
 #include "graph/model/graph.h"
+#include "support/guard.h"
 #include "support/number_text.h"
+#include "support/update_hold.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -19,7 +27,10 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <set>
 
 namespace lumoplot {
 namespace {
@@ -60,7 +71,8 @@ void TPeaksDialog::AddControls() {
     label->setBuddy(m_part);
     m_state = new QLabel(this);
     m_state->setObjectName(QStringLiteral("lblPeaks"));
-    for (QWidget* widget : std::initializer_list<QWidget*>{label, m_part, m_state}) top->addWidget(widget);
+    m_state->setWordWrap(true);
+    for (QWidget* widget : std::initializer_list<QWidget*>{label, m_part}) top->addWidget(widget);
     top->addStretch();
     layout->addLayout(top);
     m_table = new QTableWidget(0, 4, this);
@@ -71,6 +83,7 @@ void TPeaksDialog::AddControls() {
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     KeepCaptionsWhole(*m_table->horizontalHeader());
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowEdges);
     m_plot = new TxyGraph(this);
@@ -89,6 +102,7 @@ void TPeaksDialog::AddControls() {
     middle->addWidget(m_table, 1);
     middle->addWidget(m_plot, 1);
     layout->addLayout(middle, 1);
+    layout->addWidget(m_state);
     auto* buttons = new QHBoxLayout;
     const auto add = [&](const char* name, const QString& caption, auto action) {
         auto* button = new QPushButton(caption, this);
@@ -100,6 +114,14 @@ void TPeaksDialog::AddControls() {
     };
     add("btnCopy", TTexts::tr("&Copy Table"), [this] { CopyTable(); });
     add("btnMark", TTexts::tr("&Mark Peaks"), [this] { MarkPeaks(); });
+    m_shape = new QComboBox(this);
+    m_shape->setObjectName(QStringLiteral("cbx_Shape"));
+    m_shape->setAccessibleName(TTexts::tr("Shape of the peaks"));
+    m_shape->addItems({TTexts::tr("Gaussian"), TTexts::tr("Lorentzian")});
+    buttons->addWidget(m_shape);
+    add("btnFit", TTexts::tr("&Fit Peaks"), [this] {
+        FitPeaks();
+    })->setToolTip(TTexts::tr("Fit a sum of the selected peaks, or of all, on a baseline"));
     buttons->addStretch();
     add("btnOk", QStringLiteral("O&K"), [this] { accept(); })->setDefault(true);
     layout->addLayout(buttons);
@@ -149,6 +171,48 @@ void TPeaksDialog::MarkPeaks() {
     }
     graph.Appearance()->SetShowMarks(true);
     m_state->setText(TTexts::tr("%1 marks were added").arg(m_peaks.size()));
+}
+
+std::vector<int> TPeaksDialog::ChosenRows() const {
+    std::set<int> rows;
+    for (const QTableWidgetItem* item : m_table->selectedItems()) rows.insert(item->row());
+    if (rows.empty())
+        for (int row = 0; row < m_table->rowCount(); ++row) rows.insert(row);
+    return {rows.begin(), rows.end()};
+}
+
+void TPeaksDialog::FitPeaks() {
+    std::vector<TPeakStart> starts;
+    for (const int row : ChosenRows()) {
+        const TPeak& peak = m_peaks[static_cast<std::size_t>(row)];
+        starts.push_back({peak.Position, peak.Height, peak.Width});
+    }
+    if (starts.size() > kMostSummedPeaks)
+        return m_state->setText(
+            QStringLiteral("At most %1 peaks can be fitted together: select their rows, or "
+                           "ask for a larger rise.")
+                .arg(kMostSummedPeaks));
+    Guarded([&] {
+        TCurFit& fit = m_series.CurveFit();
+        {
+            const TUpdateHold hold(m_series);
+            UsePeakSum(starts, static_cast<TPeakShape>(m_shape->currentIndex()), fit,
+                       UnitIn(m_series.Graph().XAxis()->Title()), UnitIn(m_series.YAxisOfSeries()->Title()));
+            fit.SetStatus(TFitStatus::FinalResult);
+        }
+        RunPendingFit(m_series);
+        const TFitResult* result = fit.Result();
+        if (!result || fit.IsStale() || !fit.FitError().empty())
+            return m_state->setText(QString::fromStdString(fit.FitError().empty() ? "The fit was cancelled."
+                                                                                  : fit.FitError() + "."));
+        m_state->setText(
+            QStringLiteral("%1 fitted: %2, R² = %3. The figures are on the page Curve Fitting of "
+                           "the data editor.")
+                .arg(starts.size() == 1 ? QStringLiteral("1 peak")
+                                        : QStringLiteral("%1 peaks").arg(starts.size()),
+                     QString::fromStdString(TextOf(result->End)),
+                     QString::fromStdString(FormatGeneral(result->RSquared, kPeakDigits))));
+    });
 }
 
 void ShowPeaksOf(TSeries& series, QWidget* window) {

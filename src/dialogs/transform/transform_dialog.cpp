@@ -194,6 +194,9 @@ void TTransformDialog::ShowResult() {
         if (Wanted().Kind == TTransformKind::Integral)
             state += TTexts::tr(" The whole integral is %1.")
                          .arg(QString::fromStdString(FormatGeneral(m_after->Y.back(), 6)));
+        if (!m_before.YErrors.empty())
+            state += m_after->YErrors.empty() ? TTexts::tr(" They have no errors of Y any more.")
+                                              : TTexts::tr(" Their errors of Y go along.");
     } catch (const ELumoError& error) {
         state = QString::fromUtf8(error.what());
     }

@@ -17,7 +17,7 @@ constexpr int kPreviewMargin = 20;
 
 TPointChain PointChainOf(const TCurveValues& curve) {
     TPointChain points;
-    points.AddAll(curve.X, curve.Y, {.DuplicatesAllowed = true});
+    points.AddAll(curve.X, curve.Y, {.DuplicatesAllowed = true}, curve.YErrors);
     return points;
 }
 
@@ -25,7 +25,7 @@ TPointChain PointChainOf(const TCurveValues& curve) {
 
 TCurveValues CorrectedCurve(const TSeries& series) {
     TPlottedValues values = PlottedValues(series);
-    return {std::move(values.X), std::move(values.Y)};
+    return {std::move(values.X), std::move(values.Y), std::move(values.YErrors)};
 }
 
 TSeries& AddPreviewCurve(TxyGraph& preview, const std::string& name, TColor color, int width) {
@@ -71,7 +71,7 @@ void PutCurve(TSeries& target, const TCurveValues& curve) {
     target.SetZeroValue(0);
     target.SetBaseLineSlope(0);
     target.SwapPoints(PointChainOf(curve));
-    target.DataSourceInfo().SetYErrorRule({});             // what was worked out has no errors
+    target.DataSourceInfo().SetYErrorRule({});             // the errors are those of the new points
     if (target.XSource()) target.SetUseXAxisSeries(false); // the points have X of their own now
 }
 

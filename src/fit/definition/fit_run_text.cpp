@@ -78,8 +78,9 @@ std::string ResultText(const TFitResult& result) {
     for (const double* figure : FiguresOf(result)) add(FormatShortest(*figure));
     add(std::to_string(result.Varied.size()));
     for (const int number : result.Varied) add(std::to_string(number));
-    for (int i = 0; i < result.Covariance.Size(); ++i)
-        for (const double value : result.Covariance.Column(i)) add(FormatShortest(value));
+    for (const double error : result.Errors) add(FormatShortest(error));
+    for (int i = 0; i < result.Correlations.Size(); ++i)
+        for (const double value : result.Correlations.Column(i)) add(FormatShortest(value));
     for (const std::string& remark : result.Remarks) text += "\n" + remark;
     return text;
 }
@@ -99,9 +100,11 @@ std::shared_ptr<const TFitResult> ResultOf(std::string_view text) {
     result->Varied.resize(static_cast<std::size_t>(words.Whole(kMostVaried)));
     for (int& number : result->Varied) number = words.Whole();
     if (words.HasFailed()) return nullptr;
-    result->Covariance = TMatrix(static_cast<int>(result->Varied.size()));
-    for (int i = 0; i < result->Covariance.Size(); ++i)
-        for (double& value : result->Covariance.Column(i)) value = words.Number();
+    result->Errors.resize(result->Varied.size());
+    for (double& error : result->Errors) error = words.Number();
+    result->Correlations = TMatrix(static_cast<int>(result->Varied.size()));
+    for (int i = 0; i < result->Correlations.Size(); ++i)
+        for (double& value : result->Correlations.Column(i)) value = words.Number();
     for (std::size_t at = figures; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at + 1), text.size());
         result->Remarks.emplace_back(text.substr(at + 1, end - at - 1));

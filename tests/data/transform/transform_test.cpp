@@ -105,6 +105,30 @@ TEST(Transform, GivesWhatWasWorkedOutByHand) {
     }
 }
 
+// A value and its error are known by the same rule: twice the value has twice the error.
+TEST(Transform, ErrorsGoAlongWhereTheNewYAreIndependent) {
+    const TCurveValues curve = {{0, 1, 2, kNaN, 3}, {4, 6, 5, 9, 8}, {0.3, 0.4, 0.6, 1, 0}};
+    const std::pair<TTransform, std::vector<double>> cases[] = {
+        {{Shift, 10, -1}, {0.3, 0.4, 0.6, 0}},
+        {{Scale, -2, -3}, {0, 1.8, 1.2, 0.9}},
+        {{Normalise, 1, 0}, {0.075, 0.1, 0.15, 0}},
+        {{CutRange, 1, 2}, {0.4, 0.6}},
+        {{Average, 2, 0}, {0.25, 0}},
+        {{Resample, 4, 0}, {}},
+        {{SavitzkyGolay, 3, 1}, {}},
+        {{RunningMedian, 3, 0}, {}},
+        {{Derivative, 0, 0}, {}},
+        {{Integral, 0, 3}, {}},
+    };
+    for (const auto& [transform, expected] : cases) {
+        const TCurveValues result = Transformed(curve, transform);
+        ASSERT_EQ(result.YErrors.size(), expected.size()) << static_cast<int>(transform.Kind);
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            EXPECT_NEAR(result.YErrors[i], expected[i], kTransformRounding)
+                << static_cast<int>(transform.Kind);
+    }
+}
+
 TEST(Transform, SaysWhatIsWrong) {
     const TCurveValues flat = {{1, 1, 1}, {2, 2, 2}};
     const std::pair<TTransform, const char*> cases[] = {

@@ -1,4 +1,4 @@
-#include "fit/run/fit_report.h"
+#include "fit/many/fit_report.h"
 
 #include "fit/run/fit_statistics.h"
 #include "support/number_text.h"
@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kValueDigits = 8;
 constexpr int kFigureDigits = 4;
+constexpr int kIntervalDigits = 6;
+constexpr std::size_t kLongCell = 32; // bytes; shorter ones stay in one line
 constexpr double kReportConfidence = 0.95;
 constexpr double kNotKnownFigure = std::numeric_limits<double>::quiet_NaN();
 constexpr std::array kProcedureTexts = {"Maximum Gradient (Powell)", "Downhill Simplex Method",
@@ -37,6 +39,14 @@ std::string RobustText(TRobust robust) {
     case TRobust::None: break;
     }
     return {};
+}
+
+std::string IntervalText(const TInterval& interval) {
+    const auto text = [](double end) {
+        return std::isinf(end) ? std::string("open") : Number(end, kIntervalDigits);
+    };
+    if (std::isnan(interval.Low) && std::isnan(interval.High)) return {};
+    return text(interval.Low) + " … " + text(interval.High);
 }
 
 std::string BoundsOf(const TDBLParameter& parameter) {
@@ -83,7 +93,9 @@ TFitReportSection EndOf(const TFitResult& result) {
     return section;
 }
 
-std::vector<std::string> ParameterRow(const TDBLParameter& parameter, const TFitResult& result, int number) {
+std::vector<std::string> ParameterRow(const TCurFit& fit, int number) {
+    const TDBLParameter& parameter = *fit.Parameter(number);
+    const TFitResult& result = *fit.Result();
     std::vector<std::string> row = {parameter.Name(), Number(parameter.Value(), kValueDigits)};
     const auto varied = std::ranges::find(result.Varied, number);
     if (varied == result.Varied.end()) {
@@ -95,34 +107,33 @@ std::vector<std::string> ParameterRow(const TDBLParameter& parameter, const TFit
                                Number(100 * std::abs(error / parameter.Value())), "", "", "", ""});
     } else {
         const double error = result.StandardError(static_cast<std::size_t>(varied - result.Varied.begin()));
-        const double half = StudentQuantile(kReportConfidence, result.Quality.Freedom) * error;
+        const double half = StudentQuantile(kReportConfidence, FreedomOfErrors(fit)) * error;
         const double t = parameter.Value() / error;
-        row.push_back(Number(error));
+        row.push_back(std::isnan(error) && parameter.IsOnBound() ? "on its bound" : Number(error));
         row.push_back(Number(100 * std::abs(error / parameter.Value())));
-        row.push_back(std::isnan(half) ? ""
-                                       : Number(parameter.Value() - half, kValueDigits) + " … " +
-                                             Number(parameter.Value() + half, kValueDigits));
+        row.push_back(IntervalText({parameter.Value() - half, parameter.Value() + half}));
         row.push_back(Number(t));
-        row.push_back(Number(StudentProbability(t, result.Quality.Freedom)));
+        row.push_back(Number(StudentProbability(t, FreedomOfErrors(fit))));
         row.push_back(BoundsOf(parameter));
     }
     row.push_back(parameter.Units);
-    row.push_back(parameter.Description == TDBLParameter().Description ? "" : parameter.Description);
+    const bool saysNothing = parameter.Description == TDBLParameter().Description ||
+                             parameter.Description == "Parameter " + parameter.Name();
+    row.push_back(saysNothing ? "" : parameter.Description);
     return row;
 }
 
-TFitReportSection ParametersOf(const TCurFit& fit, const TFitResult& result) {
+TFitReportSection ParametersOf(const TCurFit& fit) {
     TFitReportSection section{"Parameters", {}, {}};
     section.Table.push_back({"Name", "Value", "Standard error", "Error in %", "95 % interval", "t",
                              "Probability", "Bounds", "Units", "Description"});
-    for (int i = 1; i <= fit.NParams(); ++i)
-        section.Table.push_back(ParameterRow(*fit.Parameter(i), result, i));
+    for (int i = 1; i <= fit.NParams(); ++i) section.Table.push_back(ParameterRow(fit, i));
     return section;
 }
 
 TFitReportSection CorrelationsOf(const TCurFit& fit, const TFitResult& result) {
     TFitReportSection section{"Correlations", {}, {}};
-    const TMatrix correlations = Correlations(result);
+    const TMatrix& correlations = result.Correlations;
     if (correlations.Size() < 2) return section;
     std::vector<std::string> head = {""};
     for (const int number : result.Varied) head.push_back(fit.Parameter(number)->Name());
@@ -220,7 +231,10 @@ std::string HtmlTable(const TRows& table) {
         if (isBlank) continue;
         const std::string tag = i == 0 ? "th" : "td";
         html += "<tr>";
-        for (const std::string& cell : table[i]) html += '<' + tag + '>' + Escaped(cell) + "</" + tag + '>';
+        for (const std::string& cell : table[i]) {
+            const char* const style = cell.size() < kLongCell ? " style=\"white-space: nowrap\"" : "";
+            html += '<' + tag + style + '>' + Escaped(cell) + "</" + tag + '>';
+        }
         html += "</tr>\n";
     }
     return html + "</table>\n";
@@ -230,13 +244,46 @@ std::string HtmlTable(const TRows& table) {
 
 std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName) {
     const TFitResult& result = *fit.Result();
-    std::vector<TFitReportSection> sections = {ModelOf(fit, dataName), EndOf(result),
-                                               ParametersOf(fit, result), CorrelationsOf(fit, result),
-                                               QualitySection(result)};
+    std::vector<TFitReportSection> sections = {ModelOf(fit, dataName), EndOf(result), ParametersOf(fit),
+                                               CorrelationsOf(fit, result), QualitySection(result)};
     std::erase_if(sections, [](const TFitReportSection& section) {
         return section.Table.empty() && section.Sentences.empty();
     });
     for (TFitReportSection& section : sections) section.Table = WithoutEmptyColumns(section.Table);
+    return sections;
+}
+
+TFitReportSection UncertaintySection(const TCurFit& fit, const TKnownUncertainty& known) {
+    TFitReportSection section{"Uncertainty", {}, {}};
+    section.Table.push_back(
+        {"Name", "Value", "Standard error", "Asymptotic", "Profile", "Bootstrap", "Bootstrap's error"});
+    const TFitResult& result = *fit.Result();
+    const std::vector<TInterval> asymptotic = AsymptoticIntervals(fit, kReportConfidence);
+    for (std::size_t i = 0; i < result.Varied.size(); ++i) {
+        const TDBLParameter& parameter = *fit.Parameter(result.Varied[i]);
+        const bool hasProfile = i < known.Profiles.size() && !known.Profiles[i].WasCancelled;
+        const bool hasSample = i < known.Bootstrap.Intervals.size();
+        section.Table.push_back({parameter.Name(), Number(parameter.Value(), kIntervalDigits),
+                                 Number(result.StandardError(i)), IntervalText(asymptotic[i]),
+                                 hasProfile ? IntervalText(known.Profiles[i].Interval) : "",
+                                 hasSample ? IntervalText(known.Bootstrap.Intervals[i]) : "",
+                                 hasSample ? Number(known.Bootstrap.StandardErrors[i]) : ""});
+    }
+    section.Sentences.push_back("Intervals of 95 % in three ways.");
+    if (!known.Bootstrap.Values.empty())
+        section.Sentences.front() +=
+            " The bootstrap has " + std::to_string(known.Bootstrap.Values.front().size()) + " resamples.";
+    return section;
+}
+
+std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName,
+                                         const TKnownUncertainty& known) {
+    std::vector<TFitReportSection> sections = FitReport(fit, dataName);
+    if (known.IsEmpty()) return sections;
+    TFitReportSection section = UncertaintySection(fit, known);
+    section.Table = WithoutEmptyColumns(section.Table);
+    const auto parameters = std::ranges::find(sections, "Parameters", &TFitReportSection::Heading);
+    sections.insert(parameters == sections.end() ? parameters : parameters + 1, std::move(section));
     return sections;
 }
 
@@ -264,7 +311,7 @@ std::string ReportHtml(const std::string& title, const std::vector<TFitReportSec
     std::string html = "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + Escaped(title) +
                        "</title>\n<style>\nbody { font-family: sans-serif; margin: 2em; }\n"
                        "table { border-collapse: collapse; }\n"
-                       "th, td { border-bottom: 1px solid #ccc; padding: 0.2em 0.8em; text-align: left; }\n"
+                       "th, td { border-bottom: 1px solid #ccc; padding: 2px 6px; text-align: left; }\n"
                        "img { max-width: 100%; }\n</style>\n</head>\n<body>\n<h1>" +
                        Escaped(title) + "</h1>\n";
     if (!picture.empty())

@@ -3,6 +3,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "fit/many/uncertainty.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +19,21 @@ struct TFitReportSection {
 
 /// What was fitted to what (`dataName`), how it ended, the parameters with all their figures, their
 /// correlations, how good the fit is, and what the residuals say. The fit has run.
-XYGRAPH_EXPORT std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName);
+std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName);
+
+/// What was worked out of the uncertainty of a fit besides its standard errors; either may be empty.
+struct TKnownUncertainty {
+    std::vector<TProfile> Profiles; ///< of the varied parameters, in their order
+    TBootstrap Bootstrap;
+
+    bool IsEmpty() const { return Profiles.empty() && Bootstrap.Intervals.empty(); }
+};
+
+/// The 95 % intervals of the three kinds side by side. The fit has run.
+XYGRAPH_EXPORT TFitReportSection UncertaintySection(const TCurFit& fit, const TKnownUncertainty& known);
+/// FitReport with that section behind the parameters, unless nothing is known.
+XYGRAPH_EXPORT std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName,
+                                                        const TKnownUncertainty& known);
 
 /// Columns are aligned by blanks; a table alone can be pasted into a sheet by TableText.
 XYGRAPH_EXPORT std::string ReportText(const std::vector<TFitReportSection>& sections);
