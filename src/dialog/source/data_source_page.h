@@ -61,7 +61,7 @@ private:
     void ChooseSource();
     void ChooseDatabase(TSeries& series, const QString& connection);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
-    bool AddDataSet(const TSeries& like, const std::string& yColumn);
+    bool AddDataSet(const TSeries& like, const std::string& yColumn, const TYErrorRule& errors);
     void TakeSourceName(TSeries& series);
     void TakeDirectory(TSeries& series);
     void TakePendingTexts(TSeries& series);
