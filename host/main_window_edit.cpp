@@ -61,7 +61,7 @@ void TMainWindow::ImportData(const QString& fileName, const std::function<void()
     chooser.setWindowTitle(tr("Open Data"));
     if (chooser.exec() != QDialog::Accepted) return;
     if (before) before();
-    AddData({chooser.Source(), chooser.Wishes(), chooser.YColumns()});
+    AddData({chooser.Source(), chooser.Wishes(), chooser.YColumns(), chooser.YErrorRules()});
 }
 
 void TMainWindow::TellReading(const QString& fileName) {

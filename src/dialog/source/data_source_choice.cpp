@@ -81,6 +81,7 @@ void TDataSourcePage::ShowLink(const TSeries& series) {
 void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& chooser) {
     if (!MayReplacePoints(series)) return;
     const std::vector<std::string> columns = chooser.YColumns();
+    const std::vector<TYErrorRule> errors = chooser.YErrorRules();
     ChangeKind(series, chooser.Source().Kind());
     series.DataSourceInfo() = chooser.Source();
     series.DataSourceInfo().SetNeedsReload(true);
@@ -90,17 +91,19 @@ void TDataSourcePage::TakeChoice(TSeries& series, const TxyGetDataSource& choose
     const int number = series.SeriesIndex();
     LoadAsStep(series);
     bool isLoaded = !series.DataSourceInfo().NeedsReload();
-    for (std::size_t i = 1; i < columns.size() && isLoaded; ++i) isLoaded = AddDataSet(series, columns[i]);
+    for (std::size_t i = 1; i < columns.size() && isLoaded; ++i)
+        isLoaded = AddDataSet(series, columns[i], errors[i]);
     Context().FillList(number);
 }
 
 /// Another data set of the same source and rows. False when it could not be read, and there is none then.
-bool TDataSourcePage::AddDataSet(const TSeries& like, const std::string& yColumn) {
+bool TDataSourcePage::AddDataSet(const TSeries& like, const std::string& yColumn, const TYErrorRule& errors) {
     TxyChildGr& graph = Context().WorkGraph();
     const int number = graph.AddSeries();
     TSeries& series = *graph.FindSeries(number);
     series.DataSourceInfo() = like.DataSourceInfo();
     series.DataSourceInfo().SetYDataColumn(yColumn);
+    series.DataSourceInfo().SetYErrorRule(errors);
     series.SetTextWishes(like.TextWishes());
     series.SetXColExpr(like.XColExpr());
     series.SetDuplicatesAllowed(like.DuplicatesAllowed());

@@ -63,7 +63,7 @@ private:
     void ChooseLink(TSeries& series);
     void ShowLink(const TSeries& series);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
-    bool AddDataSet(const TSeries& like, const std::string& yColumn);
+    bool AddDataSet(const TSeries& like, const std::string& yColumn, const TYErrorRule& errors);
     void TakeSourceName(TSeries& series);
     void TakeDirectory(TSeries& series);
     void TakePendingTexts(TSeries& series);

@@ -41,6 +41,8 @@ public:
     /// The Y columns as descriptions keep them, in the order of the file; none for a data-set file, else at
     /// least one.
     XYWIDGETS_EXPORT std::vector<std::string> YColumns() const;
+    /// Where the errors of each of them come from.
+    XYWIDGETS_EXPORT std::vector<TYErrorRule> YErrorRules() const;
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -68,6 +70,10 @@ private:
     void ShowDataFile();
     void ShowColumns(const TTextFormat* found);
     void FillYColumns(const TTextFormat* found);
+    void FillYErrors();
+    TYErrorRule YErrorRuleOf(int yColumn) const;
+    std::vector<int> CheckedColumns() const;
+    void TakeYErrors();
     void XColumnPicked();
     void YColumnsPicked();
     void CheckAllYColumns();
@@ -80,6 +86,8 @@ private:
     TSeries* m_series = nullptr;
     TDSInfo m_given; ///< the present description of the data set that a source is chosen for
     TTextWishes m_givenWishes;
+    std::optional<TTextFormat> m_found; ///< how the source is read, where it can be
+    QString m_yErrors; ///< the choice of the column with the errors of Y, as the list keeps it
     bool m_canBeRead = false;
 };
 

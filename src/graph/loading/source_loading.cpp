@@ -99,7 +99,10 @@ bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& op
     series.SetThinned(isBudgeted && BudgetOf(series, options) != series.Graph().PlotBudget());
     series.SetSourceRows({report.rowsChosen, report.rowsUsed});
     // Read as before, the axis stays as the user has made it.
-    if (isOther) ShowDatesOfX(series, report.readings.best.format);
+    if (!isOther) return true;
+    ShowDatesOfX(series, report.readings.best.format);
+    if (std::string mixed = MixedXText(series, report.readings.best.format); !mixed.empty())
+        report.notes.push_back(std::move(mixed));
     return true;
 }
 
