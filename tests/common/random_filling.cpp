@@ -110,9 +110,10 @@ std::shared_ptr<const TFitResult> RandomResult(TRandom& random) {
     result->RSquared = AnyY(random);
     result->Quality.Aicc = AnyY(random);
     for (int i = Int(random, 0, 3); i > 0; --i) result->Varied.push_back(i);
-    result->Covariance = TMatrix(static_cast<int>(result->Varied.size()));
-    for (int i = 0; i < result->Covariance.Size(); ++i)
-        for (double& value : result->Covariance.Column(i)) value = AnyY(random);
+    for (std::size_t i = 0; i < result->Varied.size(); ++i) result->Errors.push_back(AnyY(random));
+    result->Correlations = TMatrix(static_cast<int>(result->Varied.size()));
+    for (int i = 0; i < result->Correlations.Size(); ++i)
+        for (double& value : result->Correlations.Column(i)) value = AnyY(random);
     for (int i = Int(random, 0, 2); i > 0; --i)
         result->Remarks.push_back("a " + std::to_string(i) + " \xC2\xB1.");
     return result;
