@@ -90,8 +90,7 @@ void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
     }
     for (const std::string& text : ties) TakeTie(fit, ties, text);
     TakeRun(fit);
-    if (const auto hint = FindSignHint(fit.Expression()))
-        PrintMessage(fit.Expression() + ": " + hint->Text);
+    if (const auto hint = FindSignHint(fit.Expression())) PrintMessage(fit.Expression() + ": " + hint->Text);
 }
 
 void TFitDefinition::TakeModel(TCurFit& fit, const TCurFit* stored) const {
