@@ -256,7 +256,7 @@ std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& 
 TFitReportSection UncertaintySection(const TCurFit& fit, const TKnownUncertainty& known) {
     TFitReportSection section{"Uncertainty", {}, {}};
     section.Table.push_back(
-        {"Name", "Value", "Standard error", "Asymptotic", "Profile", "Bootstrap", "Bootstrap's error"});
+        {"Name", "Value", "Std. error", "Asymptotic", "Profile", "Bootstrap", "Its error"});
     const TFitResult& result = *fit.Result();
     const std::vector<TInterval> asymptotic = AsymptoticIntervals(fit, kReportConfidence);
     for (std::size_t i = 0; i < result.Varied.size(); ++i) {
