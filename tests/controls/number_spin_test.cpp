@@ -17,9 +17,8 @@ TEST(NumberSpin, ReadsWhatIsTypedAsEveryOtherEdit) {
     window.show();
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    const std::pair<const char*, double> kCases[] = {
-        {"12,5", 12.5}, {"1.234", 1.234}, {"1,234", 7}, {"12,50 mm", 12.5},
-        {"1,2,3", 7},   {"6000", 7},      {"", 7}};
+    const std::pair<const char*, double> kCases[] = {{"12,5", 12.5}, {"1.234", 1.234}, {"1,234", 7},
+                                                     {"1,2,3", 7},   {"6000", 7},      {"", 7}};
     for (const auto& [text, expected] : kCases) {
         spin.setValue(7);
         spin.setFocus();
