@@ -1,10 +1,12 @@
 // The plotting program: opens the files of its command line.
 #include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/password_question.h"
 #include "dialogs/messages/progress_window.h"
 #include "host/files/example_file.h"
 #include "host/language.h"
 #include "host/main_window.h"
 #include "host/screen_shots.h"
+#include "sources/database/connection/password_asker.h"
 #include "support/message_sink.h"
 #include "support/progress_maker.h"
 
@@ -82,6 +84,7 @@ bool WantsFilesToo(const QStringList& files) {
 int RunWindow(const TArguments& arguments) {
     const TMessageBoxScope messages;
     const TProgressMakerScope progress([] { return std::make_unique<TProgressWindow>(); });
+    const TPasswordAskerScope passwords(AskPassword);
     TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                        QStringLiteral("/templates"));
     window.RestorePlace();

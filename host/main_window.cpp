@@ -5,6 +5,7 @@
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
 #include "host/panels_menu.h"
+#include "host/sheet/sheet_book.h"
 #include "host/start_page.h"
 #include "session/live_links.h"
 #include "support/guard.h"
@@ -77,6 +78,7 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     ConnectActions();
     ConnectGraph();
     AddLinks();
+    AddSheets();
     m_document->New();
     ShowState();
 }
@@ -103,6 +105,7 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_OpenGraph, &TMainWindow::OnOpenGraph},
         {m_ui->a_OpenData, &TMainWindow::OnOpenData},
         {m_ui->a_OpenDatabase, &TMainWindow::OnOpenDatabase},
+        {m_ui->a_Sheets, &TMainWindow::OnSheets},
         {m_ui->a_Follow, &TMainWindow::OnFollow},
         {m_ui->a_PauseLinks, &TMainWindow::OnPauseLinks},
         {m_ui->a_StopLinks, &TMainWindow::OnStopLinks},

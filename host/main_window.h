@@ -23,6 +23,8 @@ class TGraphEditBar;
 class TPanelsMenu;
 class TLiveLinks;
 class TRecentFiles;
+class TSheetBook;
+class TSheetWindow;
 class TStartPage;
 
 /// Whether there is somebody to choose a table of a database; without, the only one is taken.
@@ -74,6 +76,7 @@ private:
     void OpenData(const QString& fileName);
     void OpenDatabase(const QString& connection, TAsking asking);
     void AddLinks();
+    void AddSheets();
     void ShowLinks();
     void Follow(const TDSInfo& source);
     void FollowText(const std::string& link);
@@ -114,6 +117,7 @@ private:
     void OnOpenGraph();
     void OnOpenData();
     void OnOpenDatabase() { OpenDatabase({}, TAsking::Allowed); }
+    void OnSheets();
     void OnFollow();
     void OnPauseLinks();
     void OnStopLinks();
@@ -146,6 +150,8 @@ private:
     std::unique_ptr<TGraphDocument> m_document;
     std::unique_ptr<TDataFiles> m_dataFiles;
     std::unique_ptr<TLiveLinks> m_links;
+    std::unique_ptr<TSheetBook> m_sheets;
+    TSheetWindow* m_sheetWindow = nullptr;
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;

@@ -4,6 +4,7 @@
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
 #include "host/main_window.h"
+#include "host/sheet/sheet_book.h"
 #include "session/live_links.h"
 #include "sources/database/connection/connection.h"
 #include "sources/link/link_place.h"
@@ -79,6 +80,7 @@ QString TMainWindow::TitleAsFileName() const {
 bool TMainWindow::SaveTo(const QString& fileName) {
     std::unique_ptr<QWidget> wait;
     if (CountPoints(Graph()) > kManyPoints) wait = ShowWait(this, tr("Saving…"));
+    m_sheets->SaveBeside(fileName);
     m_document->SaveTo(fileName);
     wait.reset();
     m_recentFiles->Add(fileName);
@@ -105,12 +107,15 @@ void TMainWindow::OpenGraph(const QString& fileName) {
     if (!MayLeaveGraph()) return;
     m_links->Stop();
     m_document->Open(fileName);
+    m_sheets->LoadBeside(fileName);
+    m_document->Session().Start(); // with the sheets
     m_recentFiles->Add(fileName);
 }
 
 void TMainWindow::OnNew() {
     if (!MayLeaveGraph()) return;
     m_links->Stop();
+    m_sheets->Clear();
     m_document->New();
 }
 
@@ -121,6 +126,7 @@ void TMainWindow::OnNewFromTemplate() {
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
     if (fileName.isEmpty()) return;
     m_links->Stop();
+    m_sheets->Clear();
     m_document->NewFromTemplate(fileName);
     AskForTemplateData();
 }
@@ -154,7 +160,8 @@ bool TMainWindow::StartRecovery(const QString& folder, int intervalMs) {
         m_document->KeepChanges(folder, intervalMs);
         m_keepsChanges = true;
         if (!session) return;
-        m_document->Recover(*std::move(session));
+        m_document->Recover(*std::move(session),
+                            [this](const TBytes& sheets) { Guarded([&] { m_sheets->Restore(sheets); }); });
         isRecovered = true;
     });
     ShowState();

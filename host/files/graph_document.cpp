@@ -137,10 +137,14 @@ void TGraphDocument::BecomeFileOf(const TRecoveryInfo& session) {
     if (!session.DocumentName.isEmpty()) Become(session.DocumentName, DefaultTemplate());
 }
 
-void TGraphDocument::Recover(TRecoveredSession session) {
+void TGraphDocument::Recover(TRecoveredSession session,
+                             const std::function<void(const TBytes&)>& restoreBeside) {
     const bool isOfEditor = IsOfEditor(*session.File); // its document is a template
     isOfEditor ? New() : BecomeFileOf(session.Info);
-    m_session.Change(tr("recover").toStdString(), [&] { m_graph.CopyFrom(*session.Graph); });
+    m_session.Change(tr("recover").toStdString(), [&] {
+        m_graph.CopyFrom(*session.Graph);
+        if (!isOfEditor && restoreBeside) restoreBeside(session.Info.Beside);
+    });
     if (isOfEditor && !session.Info.Beside.empty()) return LeaveToEditor(*session.File);
     if (m_recovery) m_recovery->Continue(std::move(session.File));
 }

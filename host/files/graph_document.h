@@ -58,7 +58,8 @@ public:
     void KeepChanges(const QString& folder, int intervalMs);
     /// Becomes the file that the session belonged to, where it can still be read (one of the data editor
     /// belongs to none), changed by one step into what the session left.
-    void Recover(TRecoveredSession session);
+    /// `restoreBeside` takes what belonged to the graph beside it.
+    void Recover(TRecoveredSession session, const std::function<void(const TBytes&)>& restoreBeside = {});
     /// Why changes can not be kept; empty while they are.
     const QString& KeepingProblem() const { return m_keepingProblem; }
 

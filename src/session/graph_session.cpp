@@ -65,9 +65,10 @@ void TGraphSession::FollowUp(const std::function<void()>& action) {
 
 void TGraphSession::Fed(TFedRows rows) {
     m_history->NoteFed();
-    if (rows == TFedRows::CanBeReadAgain || m_hasUnrecorded) return;
-    m_hasUnrecorded = true;
-    Q_EMIT Changed();
+    const bool isGone = rows == TFedRows::GoneUnlessSaved;
+    const bool isNew = isGone && !std::exchange(m_hasUnrecorded, true);
+    if (isNew) Q_EMIT Changed();
+    Q_EMIT Grown();
 }
 
 void TGraphSession::NameStep(const std::string& name) {

@@ -94,6 +94,8 @@ public:
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.
     void Changed();
+    /// Links have fed points.
+    void Grown();
     /// IsTyping is another, or what is typed: emitted by who types.
     void Typed();
     /// A former state has been put back, by Undo, Redo or an exception: what shows the graph's content must

@@ -89,6 +89,7 @@ TRecoveryWriter::TRecoveryWriter(TGraphSession& session, TRecoveryOptions option
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &TRecoveryWriter::Write);
     connect(&session, &TGraphSession::Changed, this, &TRecoveryWriter::OnChanged);
+    connect(&session, &TGraphSession::Grown, this, &TRecoveryWriter::OnChanged);
     connect(&session, &TGraphSession::Typed, this, &TRecoveryWriter::OnChanged);
     OnChanged();
 }

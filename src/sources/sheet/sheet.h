@@ -32,6 +32,12 @@ public:
     static constexpr int kMostRows = 10'000'000;
 
     explicit TSheet(std::string name = "Sheet 1") : m_name(std::move(name)) {}
+    /// The same cells under another name.
+    TSheet Named(std::string name) const {
+        TSheet named = *this;
+        named.m_name = std::move(name);
+        return named;
+    }
 
     const std::string& Name() const { return m_name; }
     int ColumnCount() const { return static_cast<int>(m_columns.size()); }

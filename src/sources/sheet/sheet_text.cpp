@@ -13,9 +13,11 @@ namespace {
 
 char SeparatorOf(std::string_view text) {
     bool isQuoted = false;
+    bool isAtStart = true; // of a cell
     std::string_view found = "";
     for (const char c : text) {
-        if (c == '"') isQuoted = !isQuoted;
+        if (c == '"' && (isAtStart || isQuoted)) isQuoted = !isQuoted;
+        isAtStart = c == '\t' || c == ';' || c == ',';
         if (isQuoted) continue;
         if (c == '\n' || c == '\r') break;
         if (c == '\t') return c;
@@ -152,8 +154,8 @@ TSheetCells CellsOf(const TSheet& sheet, TSheetTitles titles) {
     std::vector<std::string> first;
     for (int i = 0; i < sheet.ColumnCount(); ++i)
         first.push_back(titles == TSheetTitles::AsTyped ? sheet.Column(i).title : sheet.Column(i).Name());
-    const bool hasTitles = std::ranges::any_of(first, [](const auto& title) { return !title.empty(); });
-    if (hasTitles) cells.push_back(first);
+    const bool isNamed = std::ranges::any_of(first, [](const auto& title) { return !title.empty(); });
+    if (isNamed || titles == TSheetTitles::AsTyped) cells.push_back(first);
     const auto results = SheetResults(sheet);
     for (int row = 0; row < sheet.RowCount(); ++row) {
         std::vector<std::string> line;
@@ -172,9 +174,10 @@ TSheetCells CellsOf(const TSheet& sheet, TSheetTitles titles) {
     return cells;
 }
 
-TSheet SheetOf(const std::string& name, const TSheetCells& cells) {
+TSheet SheetOf(const std::string& name, const TSheetCells& cells, TSheetTop top) {
     TSheet sheet(name);
-    const bool hasTitles = !cells.empty() && std::ranges::any_of(cells.front(), IsTitle);
+    const bool hasTitles =
+        !cells.empty() && (top == TSheetTop::Titles || std::ranges::any_of(cells.front(), IsTitle));
     sheet.Paste(0, 0, TSheetCells(cells.begin() + (hasTitles ? 1 : 0), cells.end()));
     if (!hasTitles) return sheet;
     for (std::size_t i = 0; i < cells.front().size(); ++i) {

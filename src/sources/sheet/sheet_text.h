@@ -13,7 +13,7 @@ namespace lumoplot {
 /// the first row has outside of quotes and that is no decimal sign there. A cell in double quotes may hold
 /// all of these, quotes doubled.
 XYGRAPH_EXPORT TSheetCells CellsOf(std::string_view text);
-TSheetCells CellsOf(std::string_view text, char separator);
+XYGRAPH_EXPORT TSheetCells CellsOf(std::string_view text, char separator);
 
 /// Cells between tabs, quoted where that is needed.
 XYGRAPH_EXPORT std::string TextOf(const TSheetCells& cells, char separator = '\t');
@@ -23,13 +23,17 @@ enum class TSheetTitles {
     NamesOnly ///< for who reads data
 };
 
-/// The whole sheet with its titles in the first row; where none has a title there is no such row unless they
-/// are AsTyped. Columns that are worked out have their values, and nothing where these are none.
+/// The whole sheet. AsTyped has a first row of titles in any case, NamesOnly where there are any. Columns
+/// that are worked out have their values, and nothing where these are none.
 XYGRAPH_EXPORT TSheetCells CellsOf(const TSheet& sheet, TSheetTitles titles);
 
-/// A sheet of the rows of a file: its first row are titles when a cell of it is a text that is no number.
-/// Columns that are worked out take nothing of their cells.
-XYGRAPH_EXPORT TSheet SheetOf(const std::string& name, const TSheetCells& cells);
+enum class TSheetTop {
+    Titles, ///< the first row
+    Found   ///< the first row has titles when one of its cells is a text that is no number
+};
+
+/// A sheet of the rows of a file. Columns that are worked out take nothing of their cells.
+XYGRAPH_EXPORT TSheet SheetOf(const std::string& name, const TSheetCells& cells, TSheetTop top);
 
 /// All sheets as they are, for a recovery file, and back. Throws EFileError "The sheets are damaged".
 XYGRAPH_EXPORT std::vector<std::uint8_t> BytesOf(const std::vector<TSheet>& sheets);
