@@ -18,7 +18,7 @@ struct TSheetColumn {
     /// "P" of the title "P = U*I" and of "P".
     std::string Name() const;
     /// "U*I"; empty for a column that is typed.
-    std::string Formula() const;
+    XYGRAPH_EXPORT std::string Formula() const;
 
     bool operator==(const TSheetColumn&) const = default;
 };
