@@ -69,7 +69,11 @@ QString TTextStyle::Fitted(const QString& text, double width) const {
 bool TTextStyle::Shows(const QPainter& painter, QPointF baseline, const TTextLine& line) const {
     constexpr double kBeyond = 1; // units
     if (!painter.hasClipping()) return true;
-    const QRectF letters(baseline.x(), baseline.y() - CapHeight(), WidthOf(line), CapHeight());
+    double high = CapHeight();
+    for (const TTextRun& run : line)
+        if (run.Level == TTextLevel::Raised)
+            high = std::max(high, kExponentRise * m_font.pixelSize() + m_exponentMetrics.capHeight());
+    const QRectF letters(baseline.x(), baseline.y() - high, WidthOf(line), high);
     return painter.clipBoundingRect().adjusted(-kBeyond, -kBeyond, kBeyond, kBeyond).contains(letters);
 }
 

@@ -185,7 +185,8 @@ private:
                          : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
     }
 
-    // At the foot of the plot or its top, or as low as no labels stand.
+    // At the foot of the plot or its top, or as low as no labels stand; on the line of an axis where one
+    // stands in the way everywhere.
     QRectF NotePlace(const TGraphLayout& layout) const {
         const QString text = LostPoints();
         if (text.isEmpty()) return {};
@@ -193,17 +194,31 @@ private:
         const double gap = style.Em() / 2;
         const QRectF room = layout.Plot().adjusted(gap, gap, -gap, -gap);
         const QSizeF size(style.Width(text), style.Height());
-        const std::vector<QRectF> labels = layout.AxisPlacesInPlot();
+        const std::vector<QRectF> places = layout.AxisPlacesInPlot();
         const double middle = room.center().x() - size.width() / 2;
         std::vector<double> rows{room.bottom() - size.height(), room.top()};
         for (double y = rows[0] - gap; y > rows[1]; y -= gap) rows.push_back(y);
+        QRectF best;
+        double least = HUGE_VAL;
         for (const double y : rows)
             for (const double x : {middle, room.left(), room.right() - size.width()}) {
                 const QRectF place(QPointF(x, y), size);
-                const auto isOn = [&](const QRectF& label) { return label.intersects(place); };
-                if (std::ranges::none_of(labels, isOn)) return place;
+                const double cost = CostOfNote(place, places, layout.Plot());
+                if (cost >= least) continue;
+                least = cost;
+                best = place;
             }
-        return {QPointF(middle, room.bottom() - size.height()), size};
+        return best;
+    }
+
+    static double CostOfNote(const QRectF& note, const std::vector<QRectF>& places, const QRectF& plot) {
+        constexpr double kOnLabel = 10; // and 1 for the line of an axis
+        double cost = 0;
+        for (const QRectF& place : places) {
+            const bool isLine = place.width() >= plot.width() - 1 || place.height() >= plot.height() - 1;
+            if (place.intersects(note)) cost += isLine ? 1 : kOnLabel;
+        }
+        return cost;
     }
 
     void TellLostPoints(const TGraphLayout& layout) const {
