@@ -446,7 +446,7 @@
     </message>
     <message>
         <source>Pa&amp;use Following</source>
-        <translation>Verfolgen an&amp;halten</translation>
+        <translation>Verfolgen anhalten</translation>
     </message>
     <message>
         <source>Let what comes wait</source>

@@ -99,13 +99,15 @@ TEST_F(OpenDatabaseTest, AServerThatDoesNotAnswerHoldsUpNobody) {
         });
         Control<QComboBox>(dialog, "cbx_Connection")
             .setEditText(QStringLiteral("postgresql://me@127.0.0.1:%1/lab").arg(port));
+        Control<QComboBox>(dialog, "cbx_Connection").lineEdit()->setFocus();
         QElapsedTimer clock;
         clock.start();
         QTest::keyClick(Control<QComboBox>(dialog, "cbx_Connection").lineEdit(), Qt::Key_Return);
         EXPECT_LT(clock.elapsed(), 4'000); // the server would never answer
         EXPECT_TRUE(wasShown);
         EXPECT_FALSE(stop.isVisible());
-        EXPECT_TRUE(Control<QLabel>(dialog, "lblMessage").text().startsWith(QStringLiteral("Stopped")));
+        EXPECT_TRUE(Control<QLabel>(dialog, "lblMessage").text().startsWith(QStringLiteral("Stopped")))
+            << Control<QLabel>(dialog, "lblMessage").text().toStdString();
         QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     Open(File());

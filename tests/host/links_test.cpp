@@ -100,8 +100,13 @@ protected:
     }
     static void Type(QWidget& sheets, int row, int column, const QString& text) {
         Go(sheets, row, column);
-        QTest::keyClicks(&Table(sheets), text);
-        QTest::keyClick(Table(sheets).viewport()->findChild<QLineEdit*>(), Qt::Key_Return);
+        QTest::keyClick(&Table(sheets), text[0].toLatin1());
+        auto* editor = Table(sheets).viewport()->findChild<QLineEdit*>();
+        ASSERT_TRUE(editor) << text.toStdString();
+        QTest::keyClicks(editor, text.mid(1));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // which takes the text
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     static void Paste(QWidget& sheets, const char* text) {
         QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
