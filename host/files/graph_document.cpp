@@ -83,7 +83,7 @@ TGraphDocument::TFileState TGraphDocument::StateOf(const QString& fileName) {
 }
 
 bool TGraphDocument::IsFileOfOthers() const {
-    return !m_fileName.isEmpty() && QFileInfo::exists(m_fileName) && StateOf(m_fileName) != m_fileState;
+    return QFileInfo(m_fileName).isFile() && StateOf(m_fileName) != m_fileState;
 }
 
 void TGraphDocument::Open(const QString& fileName) {
