@@ -2,6 +2,7 @@
 // the limit no longer keeps.
 #pragma once
 
+#include "data/points/point_chain.h"
 #include "sources/link/link.h"
 
 #include <deque>

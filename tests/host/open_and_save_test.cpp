@@ -1,5 +1,6 @@
 // Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
 #include "data/series/ds_info.h"
+#include "dialogs/import/get_data_source.h"
 #include "host/window_fixture.h"
 
 #include "graph/model/child_graph.h"
@@ -228,6 +229,16 @@ TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
     EXPECT_EQ(Graph().FindSeries(2)->First().X(), 45320);
     EXPECT_TRUE(Graph().XAxis()->ShowAsTime());
     EXPECT_EQ(Graph().XAxis()->Title(), "day");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Graph().Series().size(), 0u);
+}
+
+TEST_F(OpenAndSave, OpenDataTakesTheErrorsThatItShows) {
+    AnswerPath(Write("run.csv", "t,U,U_err\n1,2,0.5\n2,3,0.25\n3,4,0.5\n"));
+    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) { Click(chooser, "btnOk"); });
+    Control<QAction>(*Window, "a_OpenData").trigger();
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().YErrors(), (std::vector<double>{0.5, 0.25, 0.5}));
     Press(Qt::Key_Z);
     EXPECT_EQ(Graph().Series().size(), 0u);
 }
