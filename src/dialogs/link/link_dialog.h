@@ -1,4 +1,5 @@
-// Asks what a data set is to follow, and how much of it is kept. It chooses only; who shows it starts the link.
+// Asks what a data set is to follow, and how much of it is kept. It chooses only; who shows it starts the
+// link.
 #pragma once
 
 #include "controls/widgets_export.h"
