@@ -32,8 +32,7 @@ void TMainWindow::AddTransformMenu() {
     auto* menu = new QMenu(tr("&Transform"), this);
     menu->setObjectName(QStringLiteral("m_Transform"));
     m_ui->menuBar->insertMenu(m_ui->m_Help->menuAction(), menu);
-    const auto add = [&](const QString& caption, const QString& tip, auto action,
-                         const QString& step = tr("transform %1")) {
+    const auto add = [&](const QString& caption, const QString& tip, auto action) {
         QAction* entry = menu->addAction(caption);
         entry->setStatusTip(tip);
         connect(entry, &QAction::triggered, this, [this, entry, action] {
