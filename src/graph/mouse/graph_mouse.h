@@ -110,7 +110,7 @@ private:
     TGraphPart m_wantedPart = TGraphPart::None;
     Qt::MouseButton m_dragButton = Qt::NoButton;
     bool m_isDragging = false;
-    bool m_isWalking = false;               ///< the keys have brought m_near
+    bool m_isWalking = false; ///< the keys have brought m_near
     TStepBy m_stepBy = TStepBy::Drag;
     std::uint64_t m_lastStep = 0;           ///< ms
     bool m_showsFocus = false;              ///< the keys have brought the focus here

@@ -1,8 +1,8 @@
 // A MariaDB server of the test's own, in a scratch folder.
 #include "common/cancelling_progress.h"
 #include "common/thrown_text.h"
-#include "sources/database/database_files.h"
 #include "sources/database/connection/qt_session.h"
+#include "sources/database/database_files.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
