@@ -14,6 +14,7 @@ constexpr int kEvenPlaces = 7;
 constexpr int kMostFrequencies = 3;
 constexpr int kFrequencySteps = 6; // for each that the range tells apart
 constexpr int kMostSearched = 600;
+constexpr std::size_t kMostLookedAt = 2000;
 
 struct TCourse {
     std::vector<double> X;
@@ -30,6 +31,22 @@ TCourse InOrder(const TFitPoints& points) {
         course.Y.push_back(points.Y[i]);
     }
     return course;
+}
+
+// Of very many points the means of neighbours: what follows takes time by the square of their number.
+TCourse Condensed(const TCourse& course) {
+    const std::size_t block = (course.X.size() + kMostLookedAt - 1) / kMostLookedAt;
+    if (block < 2) return course;
+    TCourse means;
+    for (std::size_t start = 0; start < course.X.size(); start += block) {
+        const std::size_t end = std::min(start + block, course.X.size());
+        double x = 0;
+        double y = 0;
+        for (std::size_t i = start; i < end; ++i) x += course.X[i], y += course.Y[i];
+        means.X.push_back(x / static_cast<double>(end - start));
+        means.Y.push_back(y / static_cast<double>(end - start));
+    }
+    return means;
 }
 
 // The mean of a few neighbours.
@@ -147,12 +164,13 @@ std::vector<double> StrongestFrequencies(const TCourse& course) {
 } // namespace
 
 TDataShape ShapeOf(const TFitPoints& points) {
-    const TCourse course = InOrder(points);
+    const TCourse all = InOrder(points);
+    const TCourse course = Condensed(all);
     const TCourse smooth = Smoothed(course);
     TDataShape shape;
-    shape.Left = course.X.front();
-    shape.Right = course.X.back();
-    for (const double x : course.X)
+    shape.Left = all.X.front();
+    shape.Right = all.X.back();
+    for (const double x : all.X)
         if (x > 0 && shape.SmallestPositive == 0) shape.SmallestPositive = x;
     for (const double side : {1.0, -1.0}) {
         const std::vector<std::size_t> extremes = Extremes(smooth.Y, side);

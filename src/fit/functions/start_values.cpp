@@ -149,6 +149,23 @@ private:
     TVector m_values;
 };
 
+/// Remembers that the user has cancelled.
+class TNotingProgress final : public TProgress {
+public:
+    explicit TNotingProgress(TProgress& outer) : m_outer(outer) {}
+    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
+        m_outer.Begin(caption, minimum, maximum);
+    }
+    [[nodiscard]] bool StepTo(std::int64_t position) override {
+        WasCancelled = !m_outer.StepTo(position);
+        return !WasCancelled;
+    }
+    bool WasCancelled = false;
+
+private:
+    TProgress& m_outer;
+};
+
 double Searched(TCurFit& fit, const std::vector<TDBLParameter*>& varied, const TFitPoints& points,
                 TProgress& progress) {
     const TFitTask task{fit, varied, progress, {}};
@@ -176,7 +193,7 @@ TStartValues FindStartValues(TCurFit& fit, std::span<const double> x, std::span<
     const std::vector<TDBLParameter*> varied = CheckedParameters(fit);
     const TFitPoints points = PointsBetweenMargins(fit, x, y, run.Errors);
     TSilentProgress silent;
-    TProgress& progress = run.Progress ? *run.Progress : silent;
+    TNotingProgress progress(run.Progress ? *run.Progress : silent);
     TKeptValues kept(varied);
     TStartValues start;
     start.Rss = std::numeric_limits<double>::infinity();
@@ -194,6 +211,7 @@ TStartValues FindStartValues(TCurFit& fit, std::span<const double> x, std::span<
     }
     if (!std::isfinite(start.Rss)) {
         kept.PutBack();
+        if (progress.WasCancelled) return start;
         throw EFitError(
             "The equation has no value at all points wherever it was tried; set start values by hand");
     }

@@ -19,8 +19,9 @@ struct TStartValues {
 /// Puts start values into the varied parameters of the fit, which becomes stale: for a ready function from
 /// the shape of the data, else from a scan of places and short runs from the best of them; what the equation
 /// is linear in is always put to its best. A second at most. The run's progress and errors of points are
-/// used, its other settings are not. Throws EFitError where no place has a value at all points, or nothing is
-/// to be varied, and what TCurFit::Compile throws; the parameters then stay as they were.
+/// used, its other settings are not. One that is cancelled before it has found any leaves the parameters as
+/// they were. Throws EFitError where no place has a value at all points, or nothing is to be varied, and what
+/// TCurFit::Compile throws; the parameters then stay as they were.
 XYGRAPH_EXPORT TStartValues FindStartValues(TCurFit& fit, std::span<const double> x,
                                             std::span<const double> y, const TFitRun& run = {});
 

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <random>
@@ -23,15 +24,20 @@ constexpr int kMostResampleIterations = 100;
 constexpr std::chrono::milliseconds kPictureTime{200};
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
-/// Cancelled by another thread.
-class TFlagProgress final : public TProgress {
+/// Cancelled by any thread; that of the caller asks the user within a fit, too, as one may take long.
+class TResampleProgress final : public TProgress {
 public:
-    explicit TFlagProgress(const std::atomic<bool>& isOver) : m_isOver(isOver) {}
+    TResampleProgress(std::atomic<bool>& isOver, std::function<bool()> goesOn)
+        : m_isOver(isOver), m_goesOn(std::move(goesOn)) {}
     void Begin(const std::string&, std::int64_t, std::int64_t) override {}
-    [[nodiscard]] bool StepTo(std::int64_t) override { return !m_isOver; }
+    [[nodiscard]] bool StepTo(std::int64_t) override {
+        if (!m_isOver && !m_goesOn()) m_isOver = true;
+        return !m_isOver;
+    }
 
 private:
-    const std::atomic<bool>& m_isOver;
+    std::atomic<bool>& m_isOver;
+    std::function<bool()> m_goesOn;
 };
 
 /// What all resamples are drawn from.
@@ -85,10 +91,7 @@ class TBootstrapper {
 public:
     TBootstrapper(const TFittedData& data, const TBootstrapOptions& options)
         : m_data(data), m_options(options), m_workers(ProcessorCount()) {
-        for (int i = 0; i < m_workers.Count(); ++i) m_copies.push_back(std::make_unique<TFitCopy>(data));
-        m_sample.emplace(*m_copies.front(), options.Resampling);
-        m_fits.resize(static_cast<std::size_t>(options.Resamples));
-        m_isDone = std::make_unique<std::atomic<bool>[]>(m_fits.size());
+        m_copies.push_back(std::make_unique<TFitCopy>(data));
     }
 
     TBootstrap Run() {
@@ -96,20 +99,37 @@ public:
         progress.Begin(kResamplesCaption, 0, m_options.Resamples);
         bool wasCancelled = false;
         try {
+            SetUp(progress);
             m_workers.Run(m_fits.size(), [&](std::size_t number, int worker) {
                 if (worker == 0 && !Report(progress)) m_isOver = true;
                 if (m_isOver) throw TFitCancelled();
-                Fit(number, *m_copies[static_cast<std::size_t>(worker)]);
+                TResampleProgress own(m_isOver, [&] { return worker != 0 || Report(progress); });
+                Fit(number, *m_copies[static_cast<std::size_t>(worker)], own);
             });
         } catch (const TFitCancelled&) {
             wasCancelled = true;
         }
-        TBootstrap found = Gathered();
+        TBootstrap found = m_sample ? Gathered() : TBootstrap();
         found.WasCancelled = wasCancelled;
         return found;
     }
 
 private:
+    // With very many points it takes its time, too.
+    void SetUp(TProgress& progress) {
+        const auto check = [&] {
+            if (!progress.StepTo(0)) throw TFitCancelled();
+        };
+        for (int i = 1; i < m_workers.Count(); ++i) {
+            check();
+            m_copies.push_back(std::make_unique<TFitCopy>(m_data));
+        }
+        check();
+        m_fits.resize(static_cast<std::size_t>(m_options.Resamples));
+        m_isDone = std::make_unique<std::atomic<bool>[]>(m_fits.size());
+        m_sample.emplace(*m_copies.front(), m_options.Resampling);
+    }
+
     // In the calling thread; false when the user has cancelled.
     bool Report(TProgress& progress) {
         const auto now = std::chrono::steady_clock::now();
@@ -120,10 +140,9 @@ private:
         return progress.StepTo(m_done);
     }
 
-    void Fit(std::size_t number, TFitCopy& copy) {
+    void Fit(std::size_t number, TFitCopy& copy, TProgress& progress) {
         for (std::size_t i = 0; i < copy.Varied.size(); ++i) *copy.Varied[i]->ValueRef() = m_sample->Start[i];
         const TFitPoints points = m_sample->Drawn(m_options.Seed * 0x9E3779B97F4A7C15ull + number);
-        TFlagProgress progress(m_isOver);
         TFitProblem problem(copy.Fit, copy.Varied, points, TLinearPart::Project, progress, {});
         problem.UseOneThread();
         problem.SetIterationLimit(kMostResampleIterations);

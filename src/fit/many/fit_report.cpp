@@ -14,7 +14,7 @@ namespace {
 constexpr int kValueDigits = 8;
 constexpr int kFigureDigits = 4;
 constexpr int kIntervalDigits = 6;
-constexpr std::size_t kLongCell = 32; // bytes; shorter ones stay in one line
+constexpr std::size_t kLongCell = 48; // bytes; shorter figures and words stay in one line
 constexpr double kReportConfidence = 0.95;
 constexpr double kNotKnownFigure = std::numeric_limits<double>::quiet_NaN();
 constexpr std::array kProcedureTexts = {"Maximum Gradient (Powell)", "Downhill Simplex Method",
@@ -232,7 +232,9 @@ std::string HtmlTable(const TRows& table) {
         const std::string tag = i == 0 ? "th" : "td";
         html += "<tr>";
         for (const std::string& cell : table[i]) {
-            const char* const style = cell.size() < kLongCell ? " style=\"white-space: nowrap\"" : "";
+            const bool isOneWord = cell.find(' ') == std::string::npos || cell.find("…") != std::string::npos;
+            const char* const style =
+                isOneWord && cell.size() < kLongCell ? " style=\"white-space: nowrap\"" : "";
             html += '<' + tag + style + '>' + Escaped(cell) + "</" + tag + '>';
         }
         html += "</tr>\n";

@@ -1,5 +1,6 @@
 #include "fit/functions/ready_functions.h"
 
+#include "common/cancelling_progress.h"
 #include "expr/formula_hints.h"
 #include "fit/functions/start_values.h"
 
@@ -116,6 +117,22 @@ TEST(ReadyFunctions, UnitsComeFromTheAxes) {
     EXPECT_EQ(fit.Parameter(2)->Units, "");
 }
 
+// What takes time by the square of the number of points would not come to an end here.
+TEST(StartValues, AreFoundInVeryManyPoints) {
+    std::vector<double> x;
+    std::vector<double> y;
+    for (int i = 0; i < 400000; ++i) {
+        x.push_back(i / 4000.0);
+        y.push_back(2 + 5 * std::exp(-std::pow((x.back() - 63) / 1.5, 2) / 2) +
+                    ((i % 1000 * 7919) % 13 - 6) * 0.05);
+    }
+    TCurFit fit;
+    UseReadyFunction(*FindReadyFunction("gaussian_peak"), fit);
+    EXPECT_EQ(FindStartValues(fit, x, y).Source, TStartSource::Shape);
+    EXPECT_NEAR(fit.Parameter(2)->Value(), 63, 1);
+    EXPECT_NEAR(fit.Parameter(1)->Value(), 5, 1);
+}
+
 // An equation of which nothing but the formula is known, far from its start.
 TEST(StartValues, AreSearchedForOtherEquations) {
     TCurFit fit;
@@ -139,6 +156,13 @@ TEST(StartValues, AreSearchedForOtherEquations) {
     fit.SetExpression("u*ln(-x*x) + v*w*z");
     EXPECT_THROW(FindStartValues(fit, x, y), EFitError);
     EXPECT_NEAR(fit.Parameter(2)->Value(), 41, 0.5) << "values stay where none was found";
+    fit.SetExpression("u*exp(-sqr((x-v)/w)) + z*x");
+    fit.Parameter(2)->SetValue(7);
+    TCancellingProgress cancelled(0);
+    TFitRun run;
+    run.Progress = &cancelled;
+    FindStartValues(fit, x, y, run);
+    EXPECT_EQ(fit.Parameter(2)->Value(), 7) << "no error, and nothing changed";
 }
 
 } // namespace
