@@ -40,11 +40,11 @@ void ShowRows(QTableWidget& table, const std::vector<std::vector<std::string>>& 
     }
     table.horizontalHeader()->setVisible(
         !rows.empty() && std::ranges::any_of(rows.front(), [](const std::string& s) { return !s.empty(); }));
-    table.resizeColumnsToContents();
     table.horizontalHeader()->setHighlightSections(false);
     const bool endsWithFigures = table.columnCount() > kFewColumns && table.rowCount() > 0 &&
                                  IsFigure(table.item(0, table.columnCount() - 1)->text());
     table.horizontalHeader()->setStretchLastSection(!endsWithFigures);
+    table.resizeColumnsToContents();
     if (table.rowCount() > 0) table.setCurrentCell(std::clamp(selected, 0, table.rowCount() - 1), 0);
 }
 

@@ -1,6 +1,7 @@
 #include "dialog/wizard_fixture.h"
 
 #include "common/fit_parameters.h"
+#include "common/keyboard_walk.h"
 #include "dialog/fit/compare_window.h"
 #include "dialog/fit/fit_all_window.h"
 #include "dialog/fit/fit_result_window.h"
@@ -40,6 +41,9 @@ protected:
     TCurFit& Fit() { return Current().CurveFit(); }
     void ChooseHalfLife() {
         WhenModal<TFunctionChooser>([](TFunctionChooser& chooser) {
+            ExpectKeysAreClear(chooser);
+            ExpectEveryControlReached(chooser);
+            ExpectEveryControlNamed(chooser);
             lumoplot::Type(chooser, "e_Search", QStringLiteral("half-life"));
             QTest::keyClick(&Control<QLineEdit>(chooser, "e_Search"), Qt::Key_Return);
         });
@@ -115,6 +119,9 @@ TEST_F(FitWindows, AMinimumOfTheComparisonIsTaken) {
         EXPECT_TRUE(Control<QLabel>(window, "lblMinima")
                         .text()
                         .contains(QStringLiteral("of 5 starts end in the best")));
+        ExpectKeysAreClear(window);
+        ExpectEveryControlReached(window);
+        ExpectEveryControlNamed(window);
         QTest::keyClick(&Control<QTableWidget>(window, "t_Minima"), Qt::Key_Home, Qt::ControlModifier);
         lumoplot::Click(window, "btnTake");
     });
@@ -132,6 +139,9 @@ TEST_F(FitWindows, AllDataSetsAreFittedAndTheirParametersBecomeDataSets) {
             lumoplot::Click(window, "btnRun");
             EXPECT_EQ(CellOf(window, "t_Results", 1, 2), QStringLiteral("converged"));
             EXPECT_TRUE(Control<QLabel>(window, "lblAgreement").isVisible());
+            ExpectKeysAreClear(window);
+            ExpectEveryControlReached(window);
+            ExpectEveryControlNamed(window);
             lumoplot::Click(window, "btnShare");
             EXPECT_TRUE(Control<QLineEdit>(window, "e_Shared").text().endsWith(QLatin1Char('c')));
             EXPECT_NEAR(CellOf(window, "t_Results", 1, 5).toDouble(), 2, 0.05);
@@ -203,6 +213,11 @@ TEST_F(FitWindows, WhatWasWorkedOutOfTheUncertaintyIsInTheReport) {
         lumoplot::Click(window, "btnBootstrap");
         lumoplot::Click(window, "btnProfiles");
         EXPECT_TRUE(report().contains(QStringLiteral("The bootstrap has ")));
+        ExpectEveryControlReached(window);
+        window.ShowPage(TFitResultWindow::TPage::Report);
+        ExpectKeysAreClear(window);
+        ExpectEveryControlReached(window);
+        ExpectEveryControlNamed(window);
         window.reject();
     });
     Click("btnResult");
