@@ -21,6 +21,8 @@
 namespace lumoplot {
 namespace {
 
+constexpr double kNoteOnLabel = 10; // what a note costs there; the line of an axis costs 1
+
 /// The steps of a drawing, one a data set, over all graphs that are drawn.
 class TSeriesSteps {
 public:
@@ -141,7 +143,7 @@ private:
         if (!legend.visible()) return {};
         if (!legend.AutoPlace() && HasRoomForLegend(m_graph, m_rectangle.size()))
             return LegendOffResiduals(layout);
-        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NotePlace(layout));
+        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NoteIn(layout).Place);
     }
 
     // A legend that stands in the plot stays in it when residuals take the upper part of its place.
@@ -173,61 +175,71 @@ private:
         TellLostPoints(layout);
         std::vector<QRectF> taken = layout.AxisPlacesInPlot();
         taken.push_back(legend);
-        taken.push_back(NotePlace(layout));
+        taken.push_back(NoteIn(layout).Place);
         DrawCaptions(m_canvas, m_graph, layout, taken);
     }
 
-    // A logarithmic axis has no place for some points; the picture says so, away from labels inside the plot.
-    QString LostPoints() const {
+    // A logarithmic axis has no place for some points; the picture says so, in fewer words where there is
+    // little room.
+    std::vector<QString> LostPoints() const {
         std::int64_t lost = 0;
         for (const auto& series : m_graph.Series()) lost += series->LogErrors();
         if (lost == 0) return {};
-        return lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
-                         : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
+        if (lost == 1)
+            return {QStringLiteral("1 point is not above 0 and left out"),
+                    QStringLiteral("1 point left out")};
+        return {QStringLiteral("%1 points are not above 0 and left out").arg(lost),
+                QStringLiteral("%1 points left out").arg(lost)};
     }
 
+    struct TNote {
+        QString Text;
+        QRectF Place; ///< null for no note
+        double Cost = HUGE_VAL;
+    };
+
     // At the foot of the plot or its top, or as low as no labels stand; on the line of an axis where one
-    // stands in the way everywhere.
-    QRectF NotePlace(const TGraphLayout& layout) const {
-        const QString text = LostPoints();
-        if (text.isEmpty()) return {};
+    // stands in the way everywhere. None where labels fill the plot.
+    TNote NoteIn(const TGraphLayout& layout) const {
         const TTextStyle style(m_appearance.LabelFont());
         const double gap = style.Em() / 2;
         const QRectF room = layout.Plot().adjusted(gap, gap, -gap, -gap);
-        const QSizeF size(style.Width(text), style.Height());
         const std::vector<QRectF> places = layout.AxisPlacesInPlot();
-        const double middle = room.center().x() - size.width() / 2;
-        std::vector<double> rows{room.bottom() - size.height(), room.top()};
-        for (double y = rows[0] - gap; y > rows[1]; y -= gap) rows.push_back(y);
-        QRectF best;
-        double least = HUGE_VAL;
-        for (const double y : rows)
-            for (const double x : {middle, room.left(), room.right() - size.width()}) {
-                const QRectF place(QPointF(x, y), size);
-                const double cost = CostOfNote(place, places, layout.Plot());
-                if (cost >= least) continue;
-                least = cost;
-                best = place;
-            }
-        return best;
+        TNote best;
+        for (const QString& text : LostPoints()) {
+            const QSizeF size(style.Width(text), style.Height());
+            if (size.width() > room.width() || size.height() > room.height()) continue;
+            const double middle = room.center().x() - size.width() / 2;
+            std::vector<double> rows{room.bottom() - size.height(), room.top()};
+            for (double y = rows[0] - gap; y > rows[1]; y -= gap) rows.push_back(y);
+            for (const double y : rows)
+                for (const double x : {middle, room.left(), room.right() - size.width()}) {
+                    const QRectF place(QPointF(x, y), size);
+                    const double cost = CostOfNote(place, places);
+                    if (cost < best.Cost) best = {text, place, cost};
+                }
+            if (best.Cost < kNoteOnLabel) return best;
+        }
+        return {};
     }
 
-    static double CostOfNote(const QRectF& note, const std::vector<QRectF>& places, const QRectF& plot) {
-        constexpr double kOnLabel = 10; // and 1 for the line of an axis
+    static double CostOfNote(const QRectF& note, const std::vector<QRectF>& places) {
+        constexpr double kLongAsALine = 8; // times its width
         double cost = 0;
         for (const QRectF& place : places) {
-            const bool isLine = place.width() >= plot.width() - 1 || place.height() >= plot.height() - 1;
-            if (place.intersects(note)) cost += isLine ? 1 : kOnLabel;
+            const bool isLine = std::max(place.width(), place.height()) >
+                                kLongAsALine * std::min(place.width(), place.height());
+            if (place.intersects(note)) cost += isLine ? 1 : kNoteOnLabel;
         }
         return cost;
     }
 
     void TellLostPoints(const TGraphLayout& layout) const {
-        const QRectF place = NotePlace(layout);
-        if (place.isNull()) return;
+        const TNote note = NoteIn(layout);
+        if (note.Place.isNull()) return;
         const TTextStyle style(m_appearance.LabelFont());
-        DrawBehindText(m_canvas, place, m_appearance.BackgroundColor());
-        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, LostPoints());
+        DrawBehindText(m_canvas, note.Place, m_appearance.BackgroundColor());
+        style.Draw(m_canvas, {note.Place.left(), note.Place.top() + style.Ascent()}, note.Text);
     }
 
     TSeriesSteps& m_steps;
