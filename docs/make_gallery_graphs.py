@@ -57,7 +57,12 @@ def data_set(points, name="data", look=None, record=None):
             item("EndOfSection 0S") + item(False) + block)
 
 
-def graph(name, sets, title="", x=None, y=None, y2=None, appearance=None, dimensions=None, legend=None, marks=()):
+def graph(name, sets, title="", *axes, **settings):
+    (FOLDER / (name + ".ltp")).write_bytes(graph_bytes(sets, title, *axes, **settings))
+
+
+def graph_bytes(sets, title="", x=None, y=None, y2=None, appearance=None, dimensions=None, legend=None, marks=(),
+                children=()):
     look = {2: BLACK, 7: GREY, 13: title, 16: font(TITLES), 17: font(CAPTION), 18: font(LABELS), 40: ""}
     axes = [x or {}, y or {}, y2 or {}]
     out = item("xygg06.01") + section("Appearance", look | (appearance or {}), "Section")
@@ -66,7 +71,7 @@ def graph(name, sets, title="", x=None, y=None, y2=None, appearance=None, dimens
     out += section("Legend", {9: font(LABELS), 2: 0xFFFFFF} | (legend or {}))
     out += b"".join(item(part) for part in ("S", len(sets), "S", len(marks)))
     out += b"".join(sets) + b"".join(section("Mark", {1: i + 1} | mark) for i, mark in enumerate(marks))
-    (FOLDER / (name + ".ltp")).write_bytes(out + struct.pack("<i", 0))
+    return out + struct.pack("<i", len(children)) + b"".join(children)
 
 
 def curve(function, low, high, count=200):
@@ -191,6 +196,39 @@ def errors():
           {1: "Time / min"}, {1: "Counts", 5: True})
 
 
+def figure():
+    """As a paper would print it: measurements with errors, model curves, and what follows from them in an inset."""
+    chance = random.Random(7)
+    colours = (0xA05A00, 0x3C9A3C, 0x2A3FC8)
+    temperatures = (280, 310, 340)
+    energy, fastest = 3800, 3.0e5  # kelvin; per microsecond
+    sets = []
+    for temperature, colour, shape in zip(temperatures, colours, (1, 0, 2)):
+        rate = fastest * math.exp(-energy / temperature)
+        model = curve(lambda t, rate=rate: 100 * math.exp(-rate * t), 0, 5)
+        sets.append(data_set(model, "model", {5: colour, 19: 2, 18: 0}))
+        points = []
+        for step in range(1, 20):
+            height = 100 * math.exp(-rate * step / 4)
+            error = 1.2 + 0.035 * height
+            points.append((step / 4, height + chance.gauss(0, error), error))
+        sets.append(data_set(points, "%d K" % temperature,
+                             {2: False, 3: True, 4: True, 5: colour, 6: colour, 8: shape, 10: 8, 20: 1, 19: 1}))
+    logs = [(1000 / t, math.log(fastest) - energy / t) for t in (270, 280, 290, 300, 310, 325, 340, 355)]
+    measured = [(x, y + chance.gauss(0, 0.05), 0.09) for x, y in logs]
+    line = curve(lambda v: math.log(fastest) - energy * v / 1000, 2.75, 3.77, 2)
+    look = {60: True, 61: True, 16: font(12), 17: font(12), 18: font(11)}
+    inset = graph_bytes([data_set(line, "line", {5: RED, 19: 1, 18: 0}),
+                         data_set(measured, "measured", {2: False, 3: True, 4: False, 10: 6, 20: 1, 19: 1,
+                                                         5: BLACK, 6: BLACK, 18: 0})],
+                        x={1: "1000 K / T", 17: False}, y={1: "ln(k μs)", 17: False}, appearance=look,
+                        dimensions={1: 44, 2: 52, 3: 12, 4: 12, 14: 0.5, 15: 0.055, 16: 0.455, 17: 0.42})
+    graph("figure", sets, "", {1: "Time / μs", 60: True, 17: False}, {1: "Luminescence / 10^{3} counts", 17: False, 6: 110.0, 7: -10.0, 8: 10.0},
+          appearance={60: True, 61: True, 16: font(17), 18: font(15)},
+          children=[inset],
+          dimensions={1: 66, 2: 78, 3: 24, 4: 24}, legend={1: True, 3: 0, 4: 1, 5: 300, 6: 640, 7: 0, 8: 0, 9: font(15)})
+
+
 def errors_on_two_axes():
     chance = random.Random(6)
     rises = [(t, 2 * t ** 0.5 + chance.gauss(0, 0.2), 0.15 + 0.02 * t) for t in range(0, 25, 2)]
@@ -208,7 +246,7 @@ def bands():
     (FOLDER / "bands.ltp").write_bytes(whole[:end] + entry(62, 3) + entry(63, True) + whole[end:])
 
 
-ALL = (errors, errors_on_two_axes, bands, frame, offsets, decades, few_decades, left_out, reversed_axis, legend_of_thirty,
+ALL = (errors, errors_on_two_axes, bands, figure, frame, offsets, decades, few_decades, left_out, reversed_axis, legend_of_thirty,
        long_names, dark, crowd, letters, times)
 
 if __name__ == "__main__":

@@ -1,6 +1,7 @@
 #include "host/files/data_files.h"
 
 #include "data/series/ds_info.h"
+#include "graph/loading/date_axis.h"
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
@@ -100,6 +101,7 @@ bool TDataFiles::AddColumn(const TDataChoice& choice, std::size_t column, TProgr
     series.SetTextWishes(choice.Wishes);
     std::string name = file.completeBaseName().toStdString();
     if (!choice.YColumns.empty()) series.DataSourceInfo().SetYDataColumn(choice.YColumns[column]);
+    if (!choice.YErrors.empty()) series.DataSourceInfo().SetYErrorRule(choice.YErrors[column]);
     if (column > 0) name += " " + choice.YColumns[column];
     series.SetSeriesName(name);
     series.DataSourceInfo().SetNeedsReload(true);
@@ -119,6 +121,7 @@ bool TDataFiles::AddColumn(const TDataChoice& choice, std::size_t column, TProgr
 bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     TTextReport report;
     m_explanation.clear();
+    const bool isNew = series.Count() == 0;
     if (!LoadFromSource(series, progress, {.Report = &report})) return false;
     m_isReadingOpen = report.readings.runnerUp.has_value();
     if (series.DataSourceInfo().Kind() != TSourceKind::DataFile)
@@ -126,12 +129,22 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
             m_explanation += (m_explanation.isEmpty() ? QString() : QStringLiteral("; ")) +
                              QString::fromStdString(ShownLine(line));
     if (m_graph.Series().size() == 1) TakeXTitle(report);
+    if (isNew && series.DataSourceInfo().Kind() != TSourceKind::DataFile) TakeMixedX(series, report);
     if (series.DataSourceInfo().Kind() == TSourceKind::Database)
         TakeDatabaseReport(series, report);
     else if (report.isOverLimit)
         m_notes.append(QString::fromStdString(SourceFileOf(series) + ": " + report.notes.back()));
     if (!report.messages.empty()) m_notes.append(SkippedRows(SourceFileOf(series), report));
     return true;
+}
+
+// The status bar is short, and what is drawn looks as if nothing were wrong.
+void TDataFiles::TakeMixedX(const TSeries& series, const TTextReport& report) {
+    const std::string mixed = MixedXText(series, report.readings.best.format);
+    const QString name = QFileInfo(QString::fromStdString(SourceFileOf(series))).fileName();
+    if (!mixed.empty())
+        m_notes.append(QString::fromStdString(ShownLine(name.toStdString() + ": " + mixed)) +
+                       QLatin1Char('.'));
 }
 
 // Only where nobody has written one yet. The drawing names the Y axis after its data set by itself.
@@ -144,7 +157,9 @@ void TDataFiles::TakeXTitle(const TTextReport& report) {
 
 bool TDataFiles::ReloadAll(TProgress& progress) {
     for (const auto& series : m_graph.Series()) {
-        if (series->DataSourceInfo().Kind() == TSourceKind::Manual) continue;
+        // What is followed is read as it comes.
+        if (series->DataSourceInfo().Kind() == TSourceKind::Manual || series->DataSourceInfo().FeedId() != 0)
+            continue;
         try {
             if (!Load(*series, progress)) return false;
         } catch (const ELumoError& error) {

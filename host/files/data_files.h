@@ -19,6 +19,7 @@ struct TDataChoice {
     TDSInfo Source;
     TTextWishes Wishes;
     std::vector<std::string> YColumns;
+    std::vector<TYErrorRule> YErrors = {}; ///< one a Y column, or none
 };
 
 class TDataFiles {
@@ -62,6 +63,7 @@ private:
     bool Load(TSeries& series, TProgress& progress);
     void TakeDatabaseReport(const TSeries& series, const TTextReport& report);
     void TakeXTitle(const TTextReport& report);
+    void TakeMixedX(const TSeries& series, const TTextReport& report);
 
     TxyGraph& m_graph;
     QStringList m_notes;

@@ -7,6 +7,7 @@
 #include "support/update_hold.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -32,6 +33,27 @@ std::string LegendNumber(double value) {
     const std::size_t digits = exponent + (text[exponent + 1] == '-' ? 2 : 1);
     text.insert(digits, kDigits - std::min<std::size_t>(kDigits, text.size() - digits), '0');
     return text;
+}
+
+/// Widens the range to the finite values. Four at a time: each comparison alone would wait for the one
+/// before.
+void Take(TExtent& range, std::span<const double> values) {
+    constexpr std::size_t kAtOnce = 4;
+    std::array<double, kAtOnce> least;
+    std::array<double, kAtOnce> most;
+    least.fill(range.Min);
+    most.fill(range.Max);
+    const std::size_t whole = values.size() / kAtOnce * kAtOnce;
+    for (std::size_t i = 0; i < whole; i += kAtOnce)
+        for (std::size_t k = 0; k < kAtOnce; ++k) {
+            const double value = values[i + k];
+            least[k] = value < least[k] ? value : least[k];
+            most[k] = value > most[k] ? value : most[k];
+        }
+    TExtent all{std::ranges::min(least), std::ranges::max(most)};
+    const bool areFinite = std::isfinite(all.Min) && std::isfinite(all.Max);
+    if (areFinite) range = all;
+    for (const double value : values.subspan(areFinite ? whole : 0)) range.Take(value);
 }
 
 double LargestIfPositive(double largest, double minimum) {
@@ -93,8 +115,7 @@ bool TDataSeries::LowerBaseline(double y) {
 void TDataSeries::ApplyAutoZero() {
     if (!m_autoZero) return;
     TExtent range;
-    for (std::size_t i = 0; i < m_points.BlockCount(); ++i)
-        for (const double y : m_points.Block(i).Y) range.Take(y);
+    for (std::size_t i = 0; i < m_points.BlockCount(); ++i) Take(range, m_points.Block(i).Y);
     if (range.IsEmpty()) return;
     SetBaseline(range.Min, 0);
 }
@@ -105,12 +126,17 @@ void TDataSeries::RecalcExtents() {
     ApplyAutoZero();
     TExtent rangeX;
     TExtent rangeY;
+    std::vector<double> corrected;
     for (std::size_t i = 0; i < m_points.BlockCount(); ++i) {
         const TPointSpans block = m_points.Block(i);
-        for (std::size_t k = 0; k < block.X.size(); ++k) {
-            rangeX.Take(block.X[k]);
-            rangeY.Take(CorrectedY(block.X[k], block.Y[k]));
+        Take(rangeX, block.X);
+        if (m_zeroValue == 0 && m_baseLineSlope == 0) {
+            Take(rangeY, block.Y);
+            continue;
         }
+        corrected.resize(block.Y.size());
+        for (std::size_t k = 0; k < corrected.size(); ++k) corrected[k] = CorrectedY(block.X[k], block.Y[k]);
+        Take(rangeY, corrected);
     }
     m_minX = rangeX.Min;
     m_maxX = rangeX.Max;

@@ -77,6 +77,7 @@ std::optional<TSpread> TDataSeries::CorrectedSpread() const {
 
 // The mode depends on the tolerance.
 void TDataSeries::SetNumericalTolerance(double value) {
+    if (!(value >= 0) || !std::isfinite(value)) return;
     m_numericalTolerance = value;
     m_results->ClearStatistics();
 }

@@ -60,13 +60,16 @@ private:
     void Browse();
     void ChooseSource();
     void ChooseDatabase(TSeries& series, const QString& connection);
+    void ChooseLink(TSeries& series);
+    void ShowLink(const TSeries& series);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
-    bool AddDataSet(const TSeries& like, const std::string& yColumn);
+    bool AddDataSet(const TSeries& like, const std::string& yColumn, const TYErrorRule& errors);
     void TakeSourceName(TSeries& series);
     void TakeDirectory(TSeries& series);
     void TakePendingTexts(TSeries& series);
     void CheckDirectory();
     void ShowNameControls(TSourceKind kind);
+    void ShowPart(QWidget& shown);
     void ShowKind(TSeries& series);
     void ShowNotes(const TSeries& series);
     void FillSheets(const TSeries& series);

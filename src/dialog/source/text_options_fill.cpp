@@ -5,6 +5,7 @@
 #include "dialogs/import/auto_list.h"
 #include "dialogs/import/column_items.h"
 #include "sources/text/column_formula.h"
+#include "sources/text/error_columns.h"
 #include "support/number_text.h"
 #include "ui_text_options_panel.h"
 
@@ -24,6 +25,17 @@ constexpr std::array kDateOrders = {TDateOrder::YearMonthDay, TDateOrder::DayMon
 constexpr std::array kEncodings = {TTextEncoding::Utf8, TTextEncoding::Utf16LittleEndian,
                                    TTextEncoding::Utf16BigEndian, TTextEncoding::CodePage};
 
+/// A column that is described by its number is shown by its name.
+void ShowColumn(QComboBox& box, const TTextFormat* found, const QString& chosen) {
+    int item = box.findData(chosen, Qt::UserRole, Qt::MatchFixedString);
+    const auto number = TryParseInteger(chosen.toStdString());
+    if (item < 0 && number && found && *number >= 1 && *number <= static_cast<int>(found->columns.size()))
+        item = box.findData(ColumnItemKey(*found, *number - 1), Qt::UserRole, Qt::MatchFixedString);
+    box.setCurrentIndex(item);
+    if (item < 0) box.setEditText(chosen);
+    box.lineEdit()->setCursorPosition(0);
+}
+
 void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
     const bool isKnown = found && used != TTextFormat::kNoColumn;
     box.clear();
@@ -33,13 +45,7 @@ void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX
     if (isX) box.addItem(QStringLiteral("Row number"), QStringLiteral("0"));
     for (std::size_t i = 0; found && i < found->columns.size(); ++i)
         box.addItem(ColumnItemText(*found, static_cast<int>(i)), ColumnItemKey(*found, static_cast<int>(i)));
-    int item = box.findData(chosen, Qt::UserRole, Qt::MatchFixedString);
-    const auto number = TryParseInteger(chosen.toStdString());
-    if (item < 0 && number && found && *number >= 1 && *number <= static_cast<int>(found->columns.size()))
-        item = *number + (isX ? 1 : 0);
-    box.setCurrentIndex(item);
-    if (item < 0) box.setEditText(chosen);
-    box.lineEdit()->setCursorPosition(0);
+    ShowColumn(box, found, chosen);
 }
 
 } // namespace
@@ -123,10 +129,28 @@ void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* fo
                    QString::fromStdString(info.XDataColumn()));
     FillColumnList(*m_ui->cbx_YColumn, found, m_found.yColumn, false,
                    QString::fromStdString(info.YDataColumn()));
+    FillYErrors(info.YErrorRule(), found);
     m_ui->cbx_XFormat->setCurrentIndex(static_cast<int>(found ? found->xFormat : info.XFormat()));
     m_ui->cbx_YFormat->setCurrentIndex(static_cast<int>(found ? found->yFormat : info.YFormat()));
     SetUnlessTyped(*m_ui->e_XExpression, QString::fromStdString(series.XColExpr()));
     SetUnlessTyped(*m_ui->e_YExpression, QString::fromStdString(series.YColExpr()));
+}
+
+void TTextOptionsPanel::FillYErrors(const TYErrorRule& rule, const TTextFormat* found) {
+    QComboBox& box = *m_ui->cbx_YErrorColumn;
+    const bool isColumn = rule.Kind == TYErrorKind::Column;
+    const bool isRule = rule.Kind != TYErrorKind::None && !isColumn;
+    box.clear();
+    box.addItem(isRule ? QStringLiteral("By rule") : QStringLiteral("None"), QString());
+    for (int i = 0; found && i < static_cast<int>(found->columns.size()); ++i)
+        if (found->columns[static_cast<std::size_t>(i)].kind == TCellKind::Number)
+            box.addItem(ColumnItemText(*found, i), ColumnItemKey(*found, i));
+    ShowColumn(box, found, isColumn ? QString::fromStdString(rule.Column) : QString());
+    const int suggested = found ? ErrorColumnOf(*found, found->yColumn) : TTextFormat::kNoColumn;
+    const bool isOpen = rule.Kind == TYErrorKind::None && suggested >= 0;
+    m_ui->lblYErrorsHint->setText(isOpen ? QStringLiteral("Suggested: ") + ColumnItemText(*found, suggested)
+                                         : QString());
+    m_ui->lblYErrorsHint->setToolTip(m_ui->lblYErrorsHint->text());
 }
 
 /// Also the one that is being typed: its user sees at once what it lacks.

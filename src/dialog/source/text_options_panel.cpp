@@ -13,6 +13,13 @@ namespace {
 /// Ends rows and no cells: each row is one cell. An empty description would have the separator found.
 constexpr const char* kNoSeparator = "\n";
 
+/// The chosen or typed column as descriptions keep it; empty where the list leaves it open.
+std::string ColumnIn(const QComboBox& box) {
+    const int item = box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    const QString column = item >= 0 ? box.itemData(item).toString() : box.currentText().trimmed();
+    return column.toStdString();
+}
+
 } // namespace
 
 TTextOptionsPanel::TTextOptionsPanel(TWizardContext& context, QWidget* parent)
@@ -90,6 +97,9 @@ void TTextOptionsPanel::ConnectColumns() {
     };
     connectColumn(m_ui->cbx_XColumn, true);
     connectColumn(m_ui->cbx_YColumn, false);
+    connect(m_ui->cbx_YErrorColumn, &QComboBox::activated, this, &TTextOptionsPanel::TakeYErrors);
+    connect(m_ui->cbx_YErrorColumn->lineEdit(), &QLineEdit::editingFinished, this,
+            &TTextOptionsPanel::TakeYErrors);
     connect(m_ui->cbx_XFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
         Change(
             [&](TSeries& series) { series.DataSourceInfo().SetXFormat(static_cast<TColumnFormat>(item)); });
@@ -143,11 +153,22 @@ void TTextOptionsPanel::TakeSeparators() {
 }
 
 void TTextOptionsPanel::TakeColumn(QComboBox& box, bool isX) {
-    const int item = box.findText(box.currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
-    const QString column = item >= 0 ? box.itemData(item).toString() : box.currentText().trimmed();
+    const std::string column = ColumnIn(box);
     Change([&](TSeries& series) {
         TDSInfo& info = series.DataSourceInfo();
-        isX ? info.SetXDataColumn(column.toStdString()) : info.SetYDataColumn(column.toStdString());
+        isX ? info.SetXDataColumn(column) : info.SetYDataColumn(column);
+    });
+}
+
+/// Without a column a rule that gives errors by Y stays.
+void TTextOptionsPanel::TakeYErrors() {
+    const std::string column = ColumnIn(*m_ui->cbx_YErrorColumn);
+    Change([&](TSeries& series) {
+        TDSInfo& info = series.DataSourceInfo();
+        if (!column.empty()) return info.SetYErrorRule({TYErrorKind::Column, 0, column});
+        if (info.YErrorRule().Kind != TYErrorKind::Column) return;
+        info.SetYErrorRule({});
+        info.SetNeedsReload(true);
     });
 }
 
@@ -182,6 +203,7 @@ void TTextOptionsPanel::TakeBound(bool first) {
 void TTextOptionsPanel::TakePendingTexts() {
     TakeColumn(*m_ui->cbx_XColumn, true);
     TakeColumn(*m_ui->cbx_YColumn, false);
+    TakeYErrors();
 }
 
 } // namespace lumoplot

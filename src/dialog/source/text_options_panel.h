@@ -48,6 +48,7 @@ private:
     void Change(const TChange& change);
     void TakeSeparators();
     void TakeColumn(QComboBox& box, bool isX);
+    void TakeYErrors();
     void TakeBound(bool first);
     TColumnFormat BoundFormat(const TSeries& series) const;
     void MarkFormulas(const TSeries& series, const TTextFormat* found);
@@ -57,6 +58,7 @@ private:
     void FillReading(const TTextWishes& wishes, const TTextFormat* found);
     TTextWishes ShownWishes() const;
     void FillColumns(const TSeries& series, const TTextFormat* found);
+    void FillYErrors(const TYErrorRule& rule, const TTextFormat* found);
     void FillRows(const TSeries& series);
 
     TWizardContext& m_context;

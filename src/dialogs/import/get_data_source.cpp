@@ -9,6 +9,7 @@
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
+#include "sources/text/error_columns.h"
 #include "support/errors.h"
 #include "support/guard.h"
 #include "support/message_text.h"
@@ -25,7 +26,12 @@ namespace {
 constexpr int kChooserPreviewRows = 100;
 constexpr int kYRowsShown = 4;
 constexpr int kKeyRole = Qt::UserRole;
-constexpr int kCounterRole = Qt::UserRole + 1; ///< the column only counts the rows
+constexpr int kOtherRole = Qt::UserRole + 1;  ///< the column only counts the rows, or holds errors
+constexpr int kColumnRole = Qt::UserRole + 2; ///< its number, from 0
+
+/// Of the list of columns with errors; the others keep their column as descriptions do.
+const QString kAutoErrors = QStringLiteral("\n");
+const QString kNoErrors = QStringLiteral("");
 
 bool HasValues(const TTextColumn& column) {
     return column.kind == TCellKind::Number || column.kind == TCellKind::Date ||
@@ -73,8 +79,8 @@ TxyGetDataSource::~TxyGetDataSource() = default;
 void TxyGetDataSource::OrderTabs() {
     const char* const kNames[] = {"btnBrowse",    "cbx_Separator", "cbx_DecimalSign", "cbx_DateOrder",
                                   "cbx_Encoding", "se_HeaderRows", "cbx_XColumn",     "l_YColumns",
-                                  "btnAllY",      "btnRunnerUp",   "btnFindAgain",    "t_Preview",
-                                  "l_Messages",   "btnOk",         "btnCancel"};
+                                  "btnAllY",      "cbx_YErrors",   "btnRunnerUp",     "btnFindAgain",
+                                  "t_Preview",    "l_Messages",    "btnOk",           "btnCancel"};
     QWidget* last = m_ui->l_Sources;
     for (const char* name : kNames)
         if (auto* next = findChild<QWidget*>(QLatin1String(name))) {
@@ -95,6 +101,13 @@ void TxyGetDataSource::ConnectControls() {
     connect(m_ui->l_YColumns, &QListWidget::itemChanged, this,
             [this] { Guarded([&] { YColumnsPicked(); }); });
     connect(m_ui->btnAllY, &QPushButton::clicked, this, [this] { Guarded([&] { CheckAllYColumns(); }); });
+    connect(m_ui->cbx_YErrors, &QComboBox::activated, this, [this] {
+        Guarded([&] {
+            m_yErrors = m_ui->cbx_YErrors->currentData().toString();
+            TakeYErrors();
+            ShowPreview();
+        });
+    });
     connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -151,6 +164,10 @@ void TxyGetDataSource::SourcePicked(const QListWidgetItem* item) {
     const bool isGiven = info.Kind() == m_given.Kind() && info.SourceName() == m_given.SourceName();
     m_series->DataSourceInfo() = isGiven ? m_given : info;
     m_series->SetTextWishes(isGiven ? m_givenWishes : TTextWishes());
+    const TYErrorRule& rule = m_series->DataSourceInfo().YErrorRule();
+    m_yErrors = rule.Kind == TYErrorKind::Column            ? QString::fromStdString(rule.Column)
+                : isGiven && !m_given.XDataColumn().empty() ? kNoErrors
+                                                            : kAutoErrors;
     m_ui->l_YColumns->clear();
     ShowSource();
 }
@@ -166,6 +183,9 @@ void TxyGetDataSource::ShowSource() {
 void TxyGetDataSource::ShowText() {
     const auto found = ShowPreview();
     ShowColumns(found ? &*found : nullptr);
+    const TYErrorRule before = Source().YErrorRule();
+    TakeYErrors();
+    if (Source().YErrorRule() != before) ShowPreview();
 }
 
 /// The format that was found, or nothing when the source can not be read.
@@ -177,8 +197,10 @@ std::optional<TTextFormat> TxyGetDataSource::ShowPreview() {
         m_canBeRead = reading.problem.empty();
         m_preview->ShowPreview(std::move(preview), HasFixedReading(*m_series));
         m_reading->Show(*m_series, &reading.format);
+        m_found = reading.format;
         return reading.format;
     } catch (const ELumoError& error) {
+        m_found.reset();
         m_reading->Show(*m_series, nullptr);
         m_preview->ShowProblem(QString::fromUtf8(error.what()));
         return std::nullopt;
@@ -231,18 +253,72 @@ void TxyGetDataSource::FillYColumns(const TTextFormat* found) {
     m_ui->l_YColumns->clear();
     if (!found) return;
     QListWidgetItem* read = nullptr;
+    const std::vector<int> owners = ErrorOwners(*found);
     for (int i = 0; i < static_cast<int>(found->columns.size()); ++i) {
         if (!HasValues(found->columns[static_cast<std::size_t>(i)]) || i == found->xColumn) continue;
         const QString key = ColumnItemKey(*found, i);
         auto* item = new QListWidgetItem(ColumnItemText(*found, i), m_ui->l_YColumns);
         item->setData(kKeyRole, key);
         const TColumnRole role = found->columns[static_cast<std::size_t>(i)].role;
-        item->setData(kCounterRole, role == TColumnRole::Counter);
+        const bool holdsErrors = owners[static_cast<std::size_t>(i)] >= 0;
+        item->setData(kOtherRole, role == TColumnRole::Counter || holdsErrors);
+        item->setData(kColumnRole, i);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(std::ranges::count(checked, key.toStdString()) > 0 ? Qt::Checked : Qt::Unchecked);
         if (i == found->yColumn) read = item;
     }
     if (read && YColumns().empty()) read->setCheckState(Qt::Checked);
+}
+
+std::vector<int> TxyGetDataSource::CheckedColumns() const {
+    std::vector<int> columns;
+    for (int i = 0; i < m_ui->l_YColumns->count(); ++i) {
+        const QListWidgetItem& item = *m_ui->l_YColumns->item(i);
+        if (item.checkState() == Qt::Checked) columns.push_back(item.data(kColumnRole).toInt());
+    }
+    return columns;
+}
+
+/// "Auto" shows what it comes to for the first of the Y columns.
+void TxyGetDataSource::FillYErrors() {
+    QComboBox& box = *m_ui->cbx_YErrors;
+    box.clear();
+    box.setEnabled(m_found.has_value());
+    if (!m_found) return;
+    const std::vector<int> columns = CheckedColumns();
+    const int first = columns.empty() ? TTextFormat::kNoColumn : ErrorColumnOf(*m_found, columns.front());
+    box.addItem(
+        QStringLiteral("Auto (%1)").arg(first < 0 ? QStringLiteral("none") : ColumnItemText(*m_found, first)),
+        kAutoErrors);
+    box.addItem(QStringLiteral("None"), kNoErrors);
+    for (int i = 0; i < static_cast<int>(m_found->columns.size()); ++i)
+        if (m_found->columns[static_cast<std::size_t>(i)].kind == TCellKind::Number && i != m_found->xColumn)
+            box.addItem(ColumnItemText(*m_found, i), ColumnItemKey(*m_found, i));
+    const int chosen = box.findData(m_yErrors, Qt::UserRole, Qt::MatchFixedString);
+    if (chosen < 0) m_yErrors = kNoErrors;
+    box.setCurrentIndex(chosen < 0 ? 1 : chosen);
+}
+
+TYErrorRule TxyGetDataSource::YErrorRuleOf(int yColumn) const {
+    const TYErrorRule& given = m_given.YErrorRule();
+    if (m_yErrors == kNoErrors) return given.Kind == TYErrorKind::Column ? TYErrorRule() : given;
+    if (m_yErrors != kAutoErrors) return {TYErrorKind::Column, 0, m_yErrors.toStdString()};
+    const int column = m_found ? ErrorColumnOf(*m_found, yColumn) : TTextFormat::kNoColumn;
+    if (column < 0) return {};
+    return {TYErrorKind::Column, 0, ColumnItemKey(*m_found, column).toStdString()};
+}
+
+std::vector<TYErrorRule> TxyGetDataSource::YErrorRules() const {
+    std::vector<TYErrorRule> rules;
+    for (const int column : CheckedColumns()) rules.push_back(YErrorRuleOf(column));
+    return rules;
+}
+
+/// Into the description, for the first of the Y columns.
+void TxyGetDataSource::TakeYErrors() {
+    FillYErrors();
+    const std::vector<TYErrorRule> rules = YErrorRules();
+    if (!rules.empty()) m_series->DataSourceInfo().SetYErrorRule(rules.front());
 }
 
 void TxyGetDataSource::XColumnPicked() {
@@ -257,6 +333,7 @@ void TxyGetDataSource::XColumnPicked() {
 void TxyGetDataSource::YColumnsPicked() {
     const std::vector<std::string> columns = YColumns();
     if (!columns.empty()) m_series->DataSourceInfo().SetYDataColumn(columns.front());
+    TakeYErrors();
     ShowPreview();
     EnableOk();
 }
@@ -265,7 +342,7 @@ void TxyGetDataSource::YColumnsPicked() {
 void TxyGetDataSource::CheckAllYColumns() {
     std::vector<QListWidgetItem*> items;
     for (int i = 0; i < m_ui->l_YColumns->count(); ++i)
-        if (QListWidgetItem* item = m_ui->l_YColumns->item(i); !item->data(kCounterRole).toBool())
+        if (QListWidgetItem* item = m_ui->l_YColumns->item(i); !item->data(kOtherRole).toBool())
             items.push_back(item);
     const auto isChecked = [](const QListWidgetItem* item) { return item->checkState() == Qt::Checked; };
     const bool areAll = std::ranges::all_of(items, isChecked);

@@ -24,22 +24,25 @@ namespace lumoplot {
 class TReadingOptions;
 class TTextPreviewPane;
 
-class XYWIDGETS_EXPORT TxyGetDataSource : public QDialog {
+class TxyGetDataSource : public QDialog {
     Q_OBJECT
 
 public:
     /// Starts with the source of `current`, whose graph and its holder are asked for what else there is.
-    explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
+    XYWIDGETS_EXPORT explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
     /// Starts with a source that is to give the graph new data sets.
-    TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source, QWidget* parent = nullptr);
-    ~TxyGetDataSource() override;
+    XYWIDGETS_EXPORT TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source,
+                                      QWidget* parent = nullptr);
+    XYWIDGETS_EXPORT ~TxyGetDataSource() override;
 
     /// The description of the chosen source, with the first of the Y columns.
-    const TDSInfo& Source() const;
-    const TTextWishes& Wishes() const;
+    XYWIDGETS_EXPORT const TDSInfo& Source() const;
+    XYWIDGETS_EXPORT const TTextWishes& Wishes() const;
     /// The Y columns as descriptions keep them, in the order of the file; none for a data-set file, else at
     /// least one.
-    std::vector<std::string> YColumns() const;
+    XYWIDGETS_EXPORT std::vector<std::string> YColumns() const;
+    /// Where the errors of each of them come from.
+    XYWIDGETS_EXPORT std::vector<TYErrorRule> YErrorRules() const;
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -67,6 +70,10 @@ private:
     void ShowDataFile();
     void ShowColumns(const TTextFormat* found);
     void FillYColumns(const TTextFormat* found);
+    void FillYErrors();
+    TYErrorRule YErrorRuleOf(int yColumn) const;
+    std::vector<int> CheckedColumns() const;
+    void TakeYErrors();
     void XColumnPicked();
     void YColumnsPicked();
     void CheckAllYColumns();
@@ -79,6 +86,8 @@ private:
     TSeries* m_series = nullptr;
     TDSInfo m_given; ///< the present description of the data set that a source is chosen for
     TTextWishes m_givenWishes;
+    std::optional<TTextFormat> m_found; ///< how the source is read, where it can be
+    QString m_yErrors; ///< the choice of the column with the errors of Y, as the list keeps it
     bool m_canBeRead = false;
 };
 

@@ -1,11 +1,11 @@
 #include "dialogs/settings/setting_editor.h"
 
 #include "controls/number_edit.h"
+#include "dialogs/color_choice.h"
 #include "graph/drawing/lines/canvas.h"
 #include "support/number_text.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFontDialog>
@@ -200,7 +200,7 @@ TSettingEditor ColorEditor(const TMaking& making) {
         return ToQColor(static_cast<TColor>(std::get<int>(making.Setting.Get())));
     };
     QObject::connect(button, &QPushButton::clicked, button, [button, making, color] {
-        const QColor picked = QColorDialog::getColor(color(), button->window(), QObject::tr("Select Color"));
+        const QColor picked = ChooseColor(color(), button->window(), QObject::tr("Select Color"));
         if (picked.isValid()) making.Put(static_cast<int>(ToColor(picked)));
     });
     return {button, [button, color] {
@@ -273,7 +273,7 @@ TSettingEditor FontEditor(const TMaking& making) {
     });
     QObject::connect(colorButton, &QPushButton::clicked, button, [=] {
         const QColor picked =
-            QColorDialog::getColor(ToQColor(font().Color), button->window(), QObject::tr("Select Color"));
+            ChooseColor(ToQColor(font().Color), button->window(), QObject::tr("Select Color"));
         TFontSpec changed = font();
         changed.Color = ToColor(picked);
         if (picked.isValid()) making.Put(changed);

@@ -7,6 +7,7 @@
 #include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 #include "support/progress_maker.h"
 
 #include <QElapsedTimer>
@@ -17,6 +18,7 @@ namespace lumoplot {
 namespace {
 
 constexpr int kPatienceMs = 200;
+constexpr std::size_t kLongestShownName = 60;
 
 /// Asks for the progress of the windows only when the work takes long, and stops work whose graph has gone.
 class TLateProgress final : public TProgress {
@@ -137,8 +139,7 @@ std::function<bool()> StillThere(const TSeries& series) {
 } // namespace
 
 bool HasPendingFit(const TSeries& series) {
-    const TCurFit& fit = series.CurveFit();
-    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.ShowsResult();
+    return series.Active() && series.Count() > 0 && series.CurveFit().IsPending();
 }
 
 bool HasPendingResult(const TSeries& series) {
@@ -148,8 +149,8 @@ bool HasPendingResult(const TSeries& series) {
 void ReadRowsForResults(TSeries& series) {
     if (!series.WaitsForEveryRow()) return;
     series.NoteEveryRowTried();
-    const std::string which = "Results of \"" + series.SeriesName() + "\" are worked out from what is " +
-                              RowsText(RowsOf(series)) + ": ";
+    const std::string which = "Results of \"" + ShownLine(series.SeriesName(), kLongestShownName) +
+                              "\" are worked out from what is " + RowsText(RowsOf(series)) + ": ";
     const auto isThere = StillThere(series);
     TLateProgress progress(isThere);
     try {

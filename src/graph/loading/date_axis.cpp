@@ -6,6 +6,8 @@
 #include "sources/text/text_format.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace lumoplot {
 namespace {
@@ -28,18 +30,40 @@ const char* FormatFor(double span) {
     return span < 3000 ? "mmm yyyy" : "yyyy";
 }
 
+std::vector<const TSeries*> OthersWithPoints(const TSeries& series) {
+    std::vector<const TSeries*> others;
+    for (const TSeries* other : std::as_const(series.Graph()).Series())
+        if (other != &series && other->Count() > 0) others.push_back(other);
+    return others;
+}
+
 } // namespace
 
 void ShowDatesOfX(TSeries& series, const TTextFormat& format) {
     TxyGraph& graph = series.Graph();
-    const auto all = graph.Series();
-    const bool isAlone = std::ranges::all_of(
-        all, [&series](const auto& other) { return &*other == &series || other->Count() == 0; });
-    if (!isAlone || series.Count() == 0 || !HasDates(series, format)) return;
+    if (!OthersWithPoints(series).empty() || series.Count() == 0 || !HasDates(series, format)) return;
     TAxis& axis = *graph.XAxis();
     axis.SetShowAsTime(true);
     if (axis.DateTimeFormat() == kUsualFormat)
         axis.SetDateTimeFormat(FormatFor(series.MaxX() - series.MinX()));
+}
+
+std::string MixedXText(const TSeries& series, const TTextFormat& format) {
+    const auto others = OthersWithPoints(series);
+    if (others.empty() || series.Count() == 0) return {};
+    const bool showsDates = series.Graph().XAxis()->ShowAsTime();
+    if (!HasDates(series, format))
+        return showsDates ? "the X axis shows dates, but these X are numbers: they count as days since "
+                            "1899-12-30. \"Dates and times\" among the settings of the X axis turns it off"
+                          : std::string();
+    if (!showsDates)
+        return "these X are dates, but the X axis shows numbers: dates count as days since 1899-12-30. "
+               "\"Dates and times\" among the settings of the X axis turns dates on";
+    const auto hasDays = [](const TSeries* other) { return other->MaxX() > kLongestTimes; };
+    const bool isTime = format.columns[static_cast<std::size_t>(format.xColumn)].kind == TCellKind::TimeOfDay;
+    return isTime && std::ranges::any_of(others, hasDays) ? "these X are times of day without a date, beside "
+                                                            "data sets with dates: they lie at 1899-12-30"
+                                                          : std::string();
 }
 
 } // namespace lumoplot

@@ -195,6 +195,7 @@ void TGraphMouse::Hover(QPointF place) {
         m_coords->Clear();
     if (m_isDragging) return;
     m_mode->Hover(Map(), place);
+    m_isWalking = false;
     SetNear(NearestPoint(m_graph, *Map(), place, kReach));
 }
 
@@ -262,10 +263,16 @@ bool TGraphMouse::MoveByKey(const QKeyEvent& event) {
 }
 
 bool TGraphMouse::WalkPoints(const QKeyEvent& event) {
-    if (!event.modifiers().testFlag(Qt::ControlModifier)) return false;
+    m_isWalking = m_near && m_isWalking;
+    if (m_isWalking && event.key() == Qt::Key_Escape) {
+        SetNear(std::nullopt);
+        return true;
+    }
+    if (!m_isWalking && !event.modifiers().testFlag(Qt::ControlModifier)) return false;
     const auto step = PointStepOf(event.key());
     if (!step) return false;
     if (const auto hit = NextPoint(m_graph, *Map(), m_near, *step)) SetNear(hit);
+    m_isWalking = m_near.has_value();
     return true;
 }
 

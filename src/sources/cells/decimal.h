@@ -57,16 +57,36 @@ inline std::uint64_t JoinDigits(std::uint64_t digits) {
     return (digits * 10000 + (digits >> 32)) & 0xFFFFFFFF;
 }
 
+/// Eight bytes as the values of digits, and the high bit of each of them that is none; bits behind the first
+/// such byte mean nothing.
+struct TEightDigits {
+    explicit TEightDigits(const char* text)
+        : digits(LoadEight(text) ^ 0x3030303030303030),
+          // A byte above 9 carries into its high bit; what that does to later bytes does not matter.
+          others(((digits + 0x7676767676767676) | digits) & 0x8080808080808080) {}
+
+    /// Digits in front of the first other byte; there is one.
+    int Count() const { return std::countr_zero(others) / 8; }
+    /// The first `count` of them, below 8, in the highest places.
+    std::uint64_t First(int count) const { return digits << 8 << (56 - 8 * count); }
+
+    std::uint64_t digits;
+    std::uint64_t others;
+};
+
+/// A value that is not negative, made so where it is to be: without a branch, which signs would mislead.
+inline double WithSign(double value, bool isNegative) {
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) | std::uint64_t{isNegative} << 63);
+}
+
 /// Takes the digits at `text` into the mantissa, eight at a time, and returns where they end.
 inline const char* TakeDigits(const char* text, TDecimal& number) {
     for (;;) {
-        const std::uint64_t digits = LoadEight(text) ^ 0x3030303030303030;
-        // A byte above 9 carries into its high bit; what that does to later bytes does not matter.
-        const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
-        const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+        const TEightDigits eight(text);
+        const int count = eight.others == 0 ? 8 : eight.Count();
         if (count == 0) return text;
         number.mantissa = number.mantissa * kIntegerPowers[static_cast<std::size_t>(count)] +
-                          JoinDigits(digits << (64 - 8 * count));
+                          JoinDigits(eight.digits << (64 - 8 * count));
         number.digits += count;
         text += count;
         if (count < 8) return text;
@@ -97,7 +117,7 @@ inline int SignificantDigits(const char* digits, char decimalSign, int count) {
 /// Takes the number at `text` apart; returns where it ends, or null when there is none.
 inline const char* Take(const char* text, char decimalSign, TDecimal& number) {
     number.negative = *text == '-';
-    if (*text == '-' || *text == '+') ++text;
+    text += static_cast<int>(*text == '-') | static_cast<int>(*text == '+'); // as good as random: no branch
     const char* first = text;
     text = TakeDigits(text, number);
     if (*text == decimalSign) {
@@ -174,8 +194,75 @@ inline bool ExactValue(const TDecimal& number, double& value) {
     } else {
         return false;
     }
-    if (number.negative) value = -value;
+    value = WithSign(value, number.negative);
     return true;
+}
+
+/// The correctly rounded mantissa / 10^digits, of at most 19 digits; false where it can not be had so.
+inline bool ExactFraction(std::uint64_t mantissa, int digits, double& value) {
+    constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << DBL_MANT_DIG;
+    if (mantissa <= kExactIntegers) {
+        value = static_cast<double>(static_cast<std::int64_t>(mantissa)) /
+                kExactPowers[static_cast<std::size_t>(digits)];
+        return true;
+    }
+#if defined(LUMOPLOT_EXACT_QUOTIENT)
+    value = Quotient(mantissa, digits);
+    return true;
+#else
+    return false;
+#endif
+}
+
+/// The decimals at `text` behind `integer`, which has `before` digits; returns as TakePlain does.
+inline const char* TakeManyDecimals(const char* text, std::uint64_t integer, int before, double& value) {
+    constexpr std::uint64_t kEight = 100000000;
+    std::uint64_t mantissa = integer;
+    TEightDigits eight(text);
+    int behind = 0;
+    for (; eight.others == 0; eight = TEightDigits(text + behind)) {
+        mantissa = mantissa * kEight + JoinDigits(eight.digits);
+        behind += 8;
+        if (behind > TDecimal::kMaxDigits) return nullptr;
+    }
+    const int count = eight.Count();
+    behind += count;
+    const int digits = integer == 0 ? behind : before + behind;
+    if (digits > TDecimal::kMaxDigits) return nullptr;
+    mantissa = mantissa * kIntegerPowers[static_cast<std::size_t>(count)] + JoinDigits(eight.First(count));
+    return ExactFraction(mantissa, behind, value) ? text + behind : nullptr;
+}
+
+/// Takes the number at `text` when it is of the commonest kind: a minus or no sign, less than eight digits in
+/// front of the decimal sign, 19 digits at most, no exponent. Returns where its digits end, whatever follows,
+/// or null for any other, which Take may still read.
+inline const char* TakePlain(const char* text, char decimalSign, double& value) {
+    if constexpr (FLT_EVAL_METHOD != 0) return nullptr;
+    const bool isNegative = *text == '-';
+    text += isNegative ? 1 : 0;
+    const TEightDigits first(text);
+    if (first.others == 0) return nullptr;
+    const int before = first.Count();
+    text += before;
+    int behind = 0;
+    std::uint64_t digits = first.First(before);
+    if (*text == decimalSign) {
+        const TEightDigits second(++text);
+        behind = second.Count();
+        if (second.others == 0 || before + behind > 8) {
+            text = TakeManyDecimals(text, JoinDigits(digits), before, value);
+            value = WithSign(value, isNegative);
+            return text;
+        }
+        digits = digits >> (8 * behind) | second.First(behind);
+        text += behind;
+    }
+    if (before + behind == 0) return nullptr;
+    // Both are exact, so the quotient is rounded once.
+    value = static_cast<double>(static_cast<std::int64_t>(JoinDigits(digits))) /
+            kExactPowers[static_cast<std::size_t>(behind)];
+    value = WithSign(value, isNegative);
+    return text;
 }
 
 } // namespace decimal

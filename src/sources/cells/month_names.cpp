@@ -1,6 +1,8 @@
 #include "sources/cells/month_names.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 namespace lumoplot {
 namespace {
@@ -28,37 +30,64 @@ constexpr std::string_view kWeekdays =
     "quinta sexta maandag dinsdag woensdag donderdag vrijdag zaterdag zondag mandag tirsdag onsdag torsdag "
     "fredag lordag sondag poniedzialek wtorek sroda czwartek piatek sobota niedziela";
 
-// Calls take(name) for each name of the list until one returns true.
-template <class TTake>
-bool AnyName(std::string_view list, TTake take) {
+struct TName {
+    std::string_view name;
+    int month = 0;
+
+    bool operator<(const TName& other) const {
+        return name != other.name ? name < other.name : month < other.month;
+    }
+};
+
+using TNames = std::vector<TName>;
+
+void AddNames(TNames& names, std::string_view list, int month) {
     while (!list.empty()) {
         const std::string_view name = list.substr(0, list.find(' '));
-        if (take(name)) return true;
+        names.push_back({name, month});
         list.remove_prefix(name.size() < list.size() ? name.size() + 1 : list.size());
     }
-    return false;
+}
+
+TNames SortedMonths() {
+    TNames names;
+    for (std::size_t month = 0; month < kMonths.size(); ++month)
+        AddNames(names, kMonths[month], static_cast<int>(month) + 1);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TNames SortedWeekdays() {
+    TNames names;
+    AddNames(names, kWeekdays, 0);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The first name that is not before the text: those that begin with it follow one after the other.
+TNames::const_iterator FirstFrom(const TNames& names, std::string_view text) {
+    return std::ranges::lower_bound(names, text, {}, &TName::name);
 }
 
 } // namespace
 
 int MonthOfName(std::string_view folded) {
+    static const TNames names = SortedMonths();
     constexpr std::size_t kShortest = 3;
     if (folded.size() < kShortest) return 0;
-    int shortened = 0;
-    bool isOpen = false;
-    for (std::size_t month = 0; month < kMonths.size(); ++month) {
-        const auto number = static_cast<int>(month) + 1;
-        if (AnyName(kMonths[month], [folded](auto name) { return name == folded; })) return number;
-        const auto begins = [folded](auto name) { return name.starts_with(folded); };
-        if (!AnyName(kMonths[month], begins)) continue;
-        isOpen = shortened != 0;
-        shortened = number;
-    }
-    return isOpen ? 0 : shortened;
+    auto name = FirstFrom(names, folded);
+    if (name == names.end() || !name->name.starts_with(folded)) return 0;
+    const int month = name->month;
+    if (name->name == folded) return month;
+    for (; name != names.end() && name->name.starts_with(folded); ++name)
+        if (name->month != month) return 0;
+    return month;
 }
 
 bool IsWeekday(std::string_view folded) {
-    return folded.size() >= 2 && AnyName(kWeekdays, [folded](auto name) { return name.starts_with(folded); });
+    static const TNames names = SortedWeekdays();
+    const auto name = FirstFrom(names, folded);
+    return folded.size() >= 2 && name != names.end() && name->name.starts_with(folded);
 }
 
 } // namespace lumoplot

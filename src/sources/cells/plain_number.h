@@ -17,4 +17,11 @@ std::size_t MinusLength(std::string_view text, bool atEnd);
 /// Without the blanks of any kind around it: no-break and thin ones too.
 std::string_view WithoutBlanks(std::string_view text);
 
+/// Reads a cell of nothing but a sign, digits and at most one decimal sign, and of no more digits than most
+/// have; false, with `reading` as it was, for any other, which ParseNumber may still read.
+bool ParsePlainNumber(std::string_view cell, char decimalSign, TNumberReading& reading);
+
+/// The marks of a column where brackets make numbers negative: "(300)" beside "300".
+inline const TUnitMarks kBracketMarks = {"(", ")"};
+
 } // namespace lumoplot

@@ -347,6 +347,39 @@ private:
     TDateReading m_reading;
 };
 
+// Chinese, Japanese and Korean signs behind year, month and day.
+constexpr std::string_view kYearSigns[] = {"\xE5\xB9\xB4", "\xEB\x85\x84"};
+constexpr std::string_view kMonthSigns[] = {"\xE6\x9C\x88", "\xEC\x9B\x94"};
+constexpr std::string_view kDaySigns[] = {"\xE6\x97\xA5", "\xEC\x9D\xBC"};
+
+template <std::size_t Count>
+bool TakeSign(TTextScanner& scan, const std::string_view (&signs)[Count]) {
+    for (const auto sign : signs)
+        if (scan.Rest().starts_with(sign)) {
+            scan.Drop(sign.size());
+            scan.TakeBlanks();
+            return true;
+        }
+    return false;
+}
+
+// A year, a month and perhaps a day with such signs, written with dashes; what follows stays. Empty for any
+// other text.
+std::string WithDashes(std::string_view text) {
+    TTextScanner scan(text);
+    std::size_t digits = 0;
+    const auto year = scan.Integer(4, digits);
+    if (!year || digits != 4 || !TakeSign(scan, kYearSigns)) return {};
+    const auto month = scan.Integer(2, digits);
+    if (!month || !TakeSign(scan, kMonthSigns)) return {};
+    std::string plain = std::to_string(*year) + '-' + std::to_string(*month);
+    if (const auto day = scan.Integer(2, digits)) {
+        if (!TakeSign(scan, kDaySigns)) return {};
+        plain += '-' + std::to_string(*day);
+    }
+    return scan.AtEnd() ? plain : plain.append(1, ' ').append(scan.Rest());
+}
+
 // Most cells are no dates, which a quick look at their characters tells: whole rows that are not divided are
 // looked at, too.
 bool MayBeDate(std::string_view text) {
@@ -369,6 +402,8 @@ bool MayBeDate(std::string_view text) {
 std::optional<TDateReading> ParseDate(std::string_view text, TDateOrder order, TShortTimes shortTimes) {
     text = Trimmed(text);
     if (!MayBeDate(text)) return std::nullopt;
+    if (const std::string plain = WithDashes(text); !plain.empty())
+        return ParseDate(plain, order, shortTimes);
     if (text.starts_with('[') && text.ends_with(']')) text = text.substr(1, text.size() - 2);
     if (text.find(':') != std::string_view::npos || text.find('P') != std::string_view::npos)
         if (const auto time = ParseTimeAlone(text, shortTimes)) return time;

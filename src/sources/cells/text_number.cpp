@@ -1,6 +1,7 @@
 #include "sources/cells/text_number.h"
 
 #include "sources/cells/decimal.h"
+#include "sources/cells/folded_text.h"
 #include "sources/cells/plain_number.h"
 #include "support/number_text.h"
 
@@ -121,12 +122,18 @@ constexpr std::string_view kCurrencies[] = {
 bool IsUnit(std::string_view text) {
     constexpr std::size_t kLongest = 16;
     if (text.empty() || text.size() > kLongest) return false;
+    // Feet and inches.
+    for (const char* mark : {"\"", "'", "''", "\xE2\x80\xB2", "\xE2\x80\xB3"})
+        if (text == mark) return true;
     if (std::string_view("0123456789.,:;+-/*=<>()'\"!?#|&").find(text.front()) != std::string_view::npos)
         return false;
     // Digits only as a power: "m2", "cm-1".
     const std::size_t digit = text.find_first_of("0123456789");
-    return digit == std::string_view::npos ||
-           (digit > 0 && digit + 1 == text.size() && text.front() != 'e' && text.front() != 'E');
+    if (digit == std::string_view::npos) return true;
+    // Behind another sign than a letter they may be decimals, as behind a raised point.
+    const bool isMicro = text.starts_with("\xC2\xB5") || text.starts_with("\xCE\xBC");
+    return digit > 0 && digit + 1 == text.size() && (isMicro || LetterLength(text) > 0) &&
+           text.front() != 'e' && text.front() != 'E';
 }
 
 // Where the number at the front of the text ends, with everything that may belong to it.
@@ -161,10 +168,32 @@ std::size_t NumberLength(std::string_view text) {
 
 } // namespace
 
+bool ParsePlainNumber(std::string_view cell, char decimalSign, TNumberReading& reading) {
+    constexpr std::size_t kLongest = 20;
+    std::array<char, kLongest + kNumberPadding + 1> text{};
+    if (cell.size() > kLongest) return false;
+    std::memcpy(text.data(), cell.data(), cell.size());
+    const char* integer = text.data() + (text[0] == '-' || text[0] == '+' ? 1 : 0);
+    const char* point = integer;
+    while (decimal::IsDigit(*point)) ++point;
+    const char* last = point + (*point == decimalSign ? 1 : 0);
+    while (decimal::IsDigit(*last)) ++last;
+    if (last != text.data() + cell.size()) return false;
+    double value = 0;
+    if (ReadNumber(text.data(), decimalSign, value) != last) return false;
+    const auto digits = point - integer;
+    const bool hasDecimals = point != last;
+    reading = {.state = TNumberState::Number, .value = value, .hasDecimals = hasDecimals};
+    reading.isOpen = hasDecimals && digits >= 1 && digits <= 3 && last - point == 4 && *integer != '0';
+    reading.isPlainSmall = !hasDecimals && digits <= 3;
+    reading.isPlainLarge = !hasDecimals && digits > 3;
+    return true;
+}
+
 TNumberReading ParseNumber(std::string_view cell, char decimalSign) {
     cell = WithoutBlanks(Trimmed(cell));
     TNumberReading reading;
-    if (cell.empty()) return reading;
+    if (cell.empty() || ParsePlainNumber(cell, decimalSign, reading)) return reading;
     if (IsNotFinite(cell)) {
         reading.state = TNumberState::NotFinite;
         return reading;
@@ -198,9 +227,12 @@ TNumberReading ParseWithUnit(std::string_view cell, char decimalSign, TUnitMarks
         number.append(1, '-');
     else
         marks.behind = WithoutBlanks(rest);
-    if (marks.IsEmpty() || (!marks.behind.empty() && !IsUnit(marks.behind))) return {};
-    // Brackets make an amount of money negative; what else they may mean is not guessed.
-    if (isBracketed && marks.front.empty()) return {};
+    if (isBracketed && marks.IsEmpty())
+        marks = kBracketMarks;
+    else if (isBracketed && marks.front.empty())
+        return {};
+    else if (marks.IsEmpty() || (!marks.behind.empty() && !IsUnit(marks.behind)))
+        return {};
     if (isBracketed) number.insert(0, 1, '-');
     return ParseNumber(number, decimalSign);
 }

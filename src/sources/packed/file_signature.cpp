@@ -1,5 +1,7 @@
 #include "sources/packed/file_signature.h"
 
+#include <algorithm>
+
 namespace lumoplot {
 namespace {
 
@@ -11,6 +13,9 @@ struct TSignature {
 };
 
 constexpr const char* kSheet = "save the sheet as CSV and open that";
+
+constexpr const char* kUtf32 = "text in UTF-32: save it as UTF-8 and open that";
+constexpr const char* kMarkup = "marked up (XML, HTML): export its table as CSV and open that";
 
 constexpr TSignature kSignatures[] = {
     {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv,
@@ -40,6 +45,12 @@ constexpr TSignature kSignatures[] = {
      "ELF"sv,
      "a program"},
     {"{\\rtf"sv, "a document (RTF): save it as plain text and open that"},
+    {"\xFF\xFE\0\0"sv, kUtf32},
+    {"\0\0\xFE\xFF"sv, kUtf32},
+    {"<?xml"sv, kMarkup},
+    {"<!DOCTYPE"sv, kMarkup},
+    {"<!doctype"sv, kMarkup},
+    {"<html"sv, kMarkup},
 };
 
 std::string KindOfZip(std::string_view bytes) {
@@ -51,12 +62,27 @@ std::string KindOfZip(std::string_view bytes) {
     return "an archive (zip): unpack it and open what is in it";
 }
 
+std::string_view WithoutBlanksInFront(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+}
+
+// An object with a name in it, or a list of lists or objects.
+bool IsJson(std::string_view bytes) {
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    bytes = WithoutBlanksInFront(bytes);
+    if (bytes.empty() || (bytes.front() != '{' && bytes.front() != '[')) return false;
+    const bool isObject = bytes.front() == '{';
+    bytes = WithoutBlanksInFront(bytes.substr(1));
+    return isObject ? bytes.starts_with('"') : bytes.starts_with('{') || bytes.starts_with('[');
+}
+
 } // namespace
 
 std::string KnownBinary(std::string_view firstBytes) {
     if (firstBytes.starts_with("PK\3\4")) return KindOfZip(firstBytes);
     for (const TSignature& signature : kSignatures)
         if (firstBytes.starts_with(signature.bytes)) return signature.what;
+    if (IsJson(firstBytes)) return "JSON: export its table as CSV and open that";
     return {};
 }
 

@@ -1,5 +1,6 @@
 #include "sources/report/text_explanation.h"
 
+#include "sources/cells/plain_number.h"
 #include "sources/text/text_columns.h"
 
 #include <algorithm>
@@ -34,7 +35,14 @@ std::string ColumnsText(const TTextFormat& format) {
     };
     std::string text = "X is " + name(format.xColumn);
     if (format.timeColumn >= 0) text += " with " + name(format.timeColumn);
-    return text + ", Y is " + name(format.yColumn);
+    text += ", Y is " + name(format.yColumn);
+    if (format.yErrorColumn >= 0) text += " with the errors in " + name(format.yErrorColumn);
+    const auto isNegative = [&format](int column) {
+        return column >= 0 && format.columns[static_cast<std::size_t>(column)].marks == kBracketMarks;
+    };
+    return isNegative(format.xColumn) || isNegative(format.yColumn)
+               ? text + ", numbers in brackets are negative"
+               : text;
 }
 
 std::string RowsText(const TTextReport& report) {

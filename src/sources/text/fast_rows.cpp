@@ -7,12 +7,36 @@
 #include <cstdlib>
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace lumoplot {
 namespace {
 
 bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }
+
+// How far the line feed is in the bytes at `text`, of which kNear can be read; kNear where there is none.
+constexpr int kNear = 64;
+#if defined(__SSE2__)
+[[gnu::always_inline]] inline int ToLineFeed(const char* text) {
+    const __m128i feeds = _mm_set1_epi8('\n');
+    const auto found = [feeds](const char* bytes) {
+        const __m128i sixteen = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(sixteen, feeds)));
+    };
+    for (int from = 0; from < kNear; from += 32)
+        if (const unsigned feed = found(text + from) | found(text + from + 16) << 16)
+            return from + std::countr_zero(feed);
+    return kNear;
+}
+#else
+int ToLineFeed(const char*) {
+    return kNear;
+}
+#endif
 
 } // namespace
 
@@ -31,7 +55,8 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
         const auto index = static_cast<std::size_t>(column);
         return column >= 0 && index < format.columns.size() && !format.columns[index].marks.IsEmpty();
     };
-    const bool isPlain = format.fields.empty() && !hasMarks(format.xColumn) && !hasMarks(format.yColumn);
+    const bool isPlain = format.fields.empty() && !format.hasInlineComments && !hasMarks(format.xColumn) &&
+                         !hasMarks(format.yColumn);
     m_possible = isPlain && !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
                  format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
                  format.timeColumn == TTextFormat::kNoColumn && !splitter.IsSeparator(format.decimalSign);
@@ -50,6 +75,14 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
 
 // The number of the cell at `text`; returns the separator or line end behind it.
 [[gnu::always_inline]] inline const char* TFastRows::ReadCell(const char* text, double& value) const {
+    if (m_blanksSeparate)
+        while (IsBlank(*text)) ++text;
+    const char* end = decimal::TakePlain(text, m_decimalSign, value);
+    return end != nullptr && m_splitter.EndsCell(*end) ? end : ReadAnyCell(text, value);
+}
+
+// The same for a number with more digits, an exponent or blanks around it.
+const char* TFastRows::ReadAnyCell(const char* text, double& value) const {
     while (IsBlank(*text) && (m_blanksSeparate || !m_splitter.IsSeparator(*text))) ++text;
     TDecimal number;
     const char* end = decimal::Take(text, m_decimalSign, number);
@@ -57,7 +90,7 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
     if (!decimal::ExactValue(number, value) && ReadNumber(text, m_decimalSign, value) == nullptr)
         return nullptr;
     while (IsBlank(*end) && !m_splitter.IsSeparator(*end)) ++end;
-    return m_splitter.IsSpecial(*end) && !m_splitter.IsQuote(*end) ? end : nullptr;
+    return m_splitter.EndsCell(*end) ? end : nullptr;
 }
 
 // The line end of the row; null when there is a quote before it.
@@ -90,11 +123,14 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
 const char* TFastRows::Read(const char* text, const char* end, std::span<double> x, std::span<double> y,
                             double firstX, std::size_t& count) const {
     for (count = 0; count < x.size() && text < end; ++count) {
+        // The next row begins behind it, without a wait for the numbers of this one.
+        const int length = end - text >= kNear ? ToLineFeed(text) : kNear;
         double rowX = firstX + static_cast<double>(count);
         const char* lineEnd = ReadRow(text, end, rowX, y[count]);
         if (lineEnd == nullptr) break;
         x[count] = rowX;
-        text = lineEnd + (lineEnd[0] == '\r' && lineEnd[1] == '\n' ? 2 : 1);
+        lineEnd += lineEnd[0] == '\r' && lineEnd[1] == '\n' ? 1 : 0;
+        text += (lineEnd - text == length ? length : lineEnd - text) + 1;
     }
     return text;
 }

@@ -25,6 +25,7 @@ private:
     const char* ReadRow(const char* text, const char* end, double& x, double& y) const;
     const char* SkipCells(const char* text, int count) const;
     const char* ReadCell(const char* text, double& value) const;
+    const char* ReadAnyCell(const char* text, double& value) const;
     const char* SkipRest(const char* text, const char* end) const;
 
     const TRowSplitter& m_splitter;

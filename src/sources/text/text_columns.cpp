@@ -1,5 +1,6 @@
 #include "sources/text/text_columns.h"
 
+#include "sources/text/error_columns.h"
 #include "support/number_text.h"
 
 #include <algorithm>
@@ -174,10 +175,15 @@ bool IsUsed(const TTextFormat& format, int column) {
 
 std::vector<std::string> LeftOutColumns(const TTextFormat& format) {
     std::vector<std::string> reasons;
+    const std::vector<int> owners = ErrorOwners(format);
     for (int i = 0; i < static_cast<int>(format.columns.size()); ++i) {
         if (IsUsed(format, i)) continue;
+        const std::string column = "column " + ColumnText(format, i);
         const char* reason = ReasonOf(format.columns[static_cast<std::size_t>(i)]);
-        if (reason) reasons.push_back("column " + ColumnText(format, i) + reason);
+        if (reason) reasons.push_back(column + reason);
+        const int owner = owners[static_cast<std::size_t>(i)];
+        if (owner >= 0)
+            reasons.push_back(column + " looks like the errors of column " + ColumnText(format, owner));
     }
     return reasons;
 }

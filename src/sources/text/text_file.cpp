@@ -115,11 +115,18 @@ std::int64_t TTextFile::Position() const {
     return m_compressed ? m_compressed->RawPosition() : m_position;
 }
 
+std::size_t TTextFile::AtMost(std::size_t wanted) const {
+    constexpr std::size_t kLeast = 64;
+    // Two bytes of UTF-16 become three, and what is compressed more.
+    const auto size = static_cast<std::size_t>(m_size);
+    return m_compressed || size > wanted ? wanted : std::min(wanted, 2 * size + kLeast);
+}
+
 TTextFile::TTextFile(const TTextSource& source) : m_name(source.Name) {
     Open(source);
     m_size = m_compressed ? m_compressed->RawSize() : m_file->size();
     if (m_size == 0) throw EFileError("File " + m_name + " is empty. Choose another one");
-    std::string first(kFirstBytes, '\0');
+    std::string first(AtMost(kFirstBytes), '\0');
     first.resize(ReadBytes(first.data(), first.size()));
     if (first.empty()) throw EFileError("File " + m_name + " is empty. Choose another one");
     if (const auto kind = KnownBinary(first); !kind.empty())

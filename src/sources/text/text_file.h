@@ -41,6 +41,8 @@ public:
     /// is.
     std::int64_t Size() const { return m_size; }
     std::int64_t Position() const;
+    /// `wanted` characters, or as many as the file has at most, if they are fewer: for the size of a buffer.
+    std::size_t AtMost(std::size_t wanted) const;
 
     /// Starts again at the front, behind the byte order mark, reading it in that encoding.
     void Restart(TTextEncoding encoding);

@@ -60,6 +60,8 @@ public:
     bool IsSpecial(char c) const {
         return m_classes[static_cast<unsigned char>(c)] & (kSeparator | kQuote | kLineEnd);
     }
+    /// A separator, a CR or an LF: what stands behind a cell without quotes.
+    bool EndsCell(char c) const { return m_classes[static_cast<unsigned char>(c)] & (kSeparator | kLineEnd); }
     /// A character that can begin a comment row.
     bool MayBeginComment(char c) const { return m_classes[static_cast<unsigned char>(c)] & kCommentMark; }
     /// Blanks divide cells, and a run of them counts once.

@@ -1,5 +1,6 @@
 #include "sources/text/text_values.h"
 
+#include "sources/cells/plain_number.h"
 #include "sources/cells/text_number.h"
 #include "support/code_page.h"
 
@@ -75,9 +76,8 @@ const TTextColumn& TRowValues::Column(int column) const {
 const char* TRowValues::ReadNumberCell(const TTextCell& cell, int column, double& value) const {
     TNumberReading reading;
     const TUnitMarks& unit = Column(column).marks;
-    if (unit.IsEmpty()) {
-        reading = ParseNumber(cell.text, m_format.decimalSign);
-    } else {
+    if (unit.IsEmpty() || unit == kBracketMarks) reading = ParseNumber(cell.text, m_format.decimalSign);
+    if (!unit.IsEmpty() && reading.state == TNumberState::NoNumber) {
         TUnitMarks marks;
         reading = ParseWithUnit(cell.text, m_format.decimalSign, marks);
         if (reading.state == TNumberState::Number && marks != unit) return " is in another unit";

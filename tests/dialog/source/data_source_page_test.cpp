@@ -276,6 +276,55 @@ TEST_F(TDataSourcePageTest, DatesMakeADateAxisUntilTheUserWantsNumbers) {
     EXPECT_FALSE(Graph.XAxis()->ShowAsTime());
 }
 
+TEST_F(TDataSourcePageTest, NumbersBesideDatesAreTold) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"Run", "Numbers"});
+    Attach(Write("days.csv", "day,v\n2024-01-29,1\n2024-01-30,2\n2024-01-31,3\n"));
+    EXPECT_FALSE(Graph.XAxis()->ShowAsTime());
+    ASSERT_EQ(Messages().size(), 1u);
+    EXPECT_TRUE(Messages().front().starts_with("these X are dates, but the X axis shows numbers"));
+    Graph.XAxis()->SetShowAsTime(true);
+    Attach(Write("values.csv", "t,v\n1,5\n2,6\n3,7\n"));
+    ASSERT_EQ(Messages().size(), 1u);
+    EXPECT_TRUE(Messages().front().starts_with("the X axis shows dates, but these X are numbers"));
+    Click("btnReload");
+    EXPECT_TRUE(Messages().empty()) << "told once";
+}
+
+TEST_F(TDataSourcePageTest, ANameThatIsTypedStaysWhenTheFileHasNoSuchColumn) {
+    ShowFile(Write("run.csv", "t,U,I\n1,2,3\n2,3,4\n3,4,5\n"));
+    Type("cbx_YColumn", QStringLiteral("Ohm"));
+    Click("btnReload");
+    EXPECT_EQ(Sink.Texts.size(), 1u);
+    EXPECT_EQ(Find<QComboBox>("cbx_YColumn").currentText(), "Ohm");
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
+    Sink.Texts.clear();
+    Write("run.csv", "t,U,Ohm\n1,2,7\n2,3,8\n3,4,9\n");
+    Click("btnReload");
+    EXPECT_EQ(Ys(), (std::vector<double>{7, 8, 9}));
+}
+
+TEST_F(TDataSourcePageTest, AColumnOfErrorsIsSuggestedMarkedAndTakenBack) {
+    ShowFile(Write("run.csv", "t,U,err_U\n1,2,0.5\n2,3,0.25\n3,4,0\n"));
+    EXPECT_EQ(Shown("lblYErrorsHint"), "Suggested: 3: err_U");
+    EXPECT_EQ(Find<QComboBox>("cbx_YErrorColumn").currentText(), "None");
+    Choose("cbx_YErrorColumn", 3);
+    EXPECT_EQ(Shown("lblYErrorsHint"), "");
+    Click("btnReload");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{0.5, 0.25, 0}));
+    EXPECT_EQ(Messages(), std::vector<std::string>{
+                              "1 rows have no number above 0 in column 3 (err_U) and no error of Y"});
+    Type("cbx_YErrorColumn", QStringLiteral("2"));
+    Click("btnReload");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{2, 3, 4}));
+    Click("btnUndoStep");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{0.5, 0.25, 0}));
+    Choose("cbx_YErrorColumn", 0);
+    Click("btnReload");
+    EXPECT_FALSE(Current().HasYErrors());
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
+}
+
 TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
     ShowForTheEye(WriteRows(2000, "\t"));
     EXPECT_EQ(Current().Count(), 500);

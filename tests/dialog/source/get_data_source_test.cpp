@@ -65,7 +65,8 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
     Choose(
         [&](TxyGetDataSource& chooser) {
             EXPECT_EQ(Texts(chooser, "l_Sources"),
-                      (std::vector<std::string>{"In " + Folder.path().toStdString(), "one.csv", "two.txt"}));
+                      (std::vector<std::string>{"In " + QDir::toNativeSeparators(Folder.path()).toStdString(),
+                                                "one.csv", "two.txt"}));
             EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: volt", "4: amp"}));
             ClickItem(chooser, "l_YColumns", "4: amp");
             EXPECT_EQ(Control<QLabel>(chooser, "lblDataSets").text(), "2 data sets will be read.");
@@ -110,6 +111,26 @@ TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {
         "btnOk");
     EXPECT_EQ(YsOf(Current()), (std::vector<double>{6, 8}));
     EXPECT_EQ(Current().SeriesName(), "two") << "after the file when no column has a name";
+}
+
+TEST_F(TGetDataSourceTest, EachYColumnGetsTheErrorsThatAreNamedAfterIt) {
+    Write("errors.csv", "t,U,U_err,I,sigma_I\n1,10,1,100,5\n2,20,2,200,6\n3,30,3,300,7\n");
+    const auto choose = [](TxyGetDataSource& chooser) {
+        ClickItem(chooser, "l_Sources", "errors.csv");
+        EXPECT_EQ(Control<QComboBox>(chooser, "cbx_YErrors").currentText(), "Auto (3: U_err)");
+        lumoplot::Click(chooser, "btnAllY");
+        EXPECT_EQ(chooser.YColumns(), (std::vector<std::string>{"U", "I"})) << "errors are no data";
+    };
+    Choose(choose, "btnOk");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(Graph.FindSeries(3)->YErrors(), (std::vector<double>{5, 6, 7}));
+    Choose(
+        [](TxyGetDataSource& chooser) {
+            EXPECT_EQ(Control<QComboBox>(chooser, "cbx_YErrors").currentText(), "3: U_err") << "what it has";
+            lumoplot::Choose(chooser, "cbx_YErrors", 1);
+        },
+        "btnOk");
+    EXPECT_FALSE(Current().HasYErrors());
 }
 
 TEST_F(TGetDataSourceTest, OtherFilesAreBrowsedForAndDropped) {

@@ -1,4 +1,3 @@
-#include "graph/drawing/picture/picture_file.h"
 
 #include "common/cancelling_progress.h"
 #include "common/recording_sink.h"

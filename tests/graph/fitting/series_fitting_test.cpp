@@ -261,6 +261,34 @@ TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
     }
 }
 
+TEST_F(SeriesFitting, WeightsTiesAndBoundsAreInEveryFileAndCopy) {
+    m_series.SetYErrors(std::vector<double>(static_cast<std::size_t>(m_series.Count()), 0.25));
+    Fit().SetWeighting({.ByYErrors = true, .Errors = TErrorSource::Points, .Robust = TRobust::Huber});
+    Fit().Parameter(1)->SetBounds(-2, 1e300);
+    Fit().Parameter(2)->SetTie("2*a");
+    const auto expectSame = [this](const TSeries& other) {
+        const TCurFit& fit = other.CurveFit();
+        EXPECT_EQ(fit.Weighting(), Fit().Weighting());
+        EXPECT_EQ(fit.Parameter(1)->Min(), -2);
+        EXPECT_EQ(fit.Parameter(1)->Max(), 1e300);
+        EXPECT_EQ(fit.Parameter(2)->Tie(), "2*a");
+        EXPECT_EQ(other.YErrors(), m_series.YErrors());
+    };
+    for (const bool compact : {true, false}) {
+        SetCompactStreams(compact);
+        TBytes bytes;
+        m_graph->SaveToStream(bytes, TPoints::Include);
+        SetCompactStreams(true);
+        TByteSource source(bytes);
+        TxyGraph read;
+        read.LoadFromStream(source);
+        expectSame(*read.FindSeries(1));
+    }
+    TxyGraph copy;
+    copy.CopyFrom(*m_graph);
+    expectSame(*copy.FindSeries(1));
+}
+
 TEST_F(SeriesFitting, AResultIsFiledBesideItsPointsOnly) {
     Fit().SetStatus(TFitStatus::FinalResult);
     m_graph->PrepareForDrawing();

@@ -215,6 +215,14 @@ TEST_F(GraphMouse, KeysWalkOverThePoints) {
     EXPECT_EQ(near(), std::pair(2.2, 50.0));
     QTest::keyClick(&Graph, Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(near(), std::pair(2.2, 50.0)) << "the first point has none before it";
+    const double left = X().Min();
+    QTest::keyClick(&Graph, Qt::Key_Right);
+    EXPECT_EQ(near(), std::pair(9.0, 50.0)) << "the arrows alone go on";
+    EXPECT_EQ(X().Min(), left);
+    QTest::keyClick(&Graph, Qt::Key_Escape);
+    EXPECT_FALSE(Graph.Mouse().NearPoint());
+    QTest::keyClick(&Graph, Qt::Key_Right);
+    EXPECT_GT(X().Min(), left) << "they move the picture again";
 }
 
 TEST_F(GraphMouse, TheReadOutShowsTheCoordinates) {

@@ -1,5 +1,6 @@
 #include "common/case_file.h"
 #include "common/places.h"
+#include "sources/text/error_columns.h"
 #include "sources/text/loading/text_preview.h"
 #include "sources/text/text_fixture.h"
 
@@ -163,6 +164,41 @@ TEST_F(TextFormat, TablesAreReadAsACarefulPersonDoes) {
             EXPECT_NEAR(points[i].first, expected[i].first, 1e-9);
             EXPECT_EQ(points[i].second, expected[i].second);
         }
+    }
+}
+
+struct TErrorCase {
+    const char* names;
+    int column; ///< from 0
+    int errors; ///< from 0; -1: none
+};
+
+TEST_F(TextFormat, NamesTellColumnsOfErrors) {
+    const TErrorCase cases[] = {
+        {"x,y,err_y", 1, 2},
+        {"t,Voltage (V),Voltage error (V)", 1, 2},
+        {"t,U,\xC2\xB1", 1, 2},
+        {"t,U,dU", 1, 2},
+        {"t,U,std. dev. of U", 1, 2},
+        {"t,sigma_I,U,I", 3, 1},
+        {"t,U,I,I stderr", 2, 3},
+        {"t,U,I,I stderr", 1, -1},
+        {"x,x_err,y,y_err", 2, 3},
+        {"epoch,train error,test error", 1, -1}, // errors of nothing in the table
+        {"As,Se,Te", 0, -1},
+        {"U,sigma", 0, -1}, // X and Y come first
+        {"x,y,u_x,u_y", 1, -1},
+        {"t,U,standard", 1, -1},
+        {"t,U,I", 1, -1},
+    };
+    for (const TErrorCase& row : cases) {
+        std::string text = std::string(row.names) + '\n';
+        const auto columns = std::ranges::count(text, ',');
+        for (int line = 1; line <= 3; ++line)
+            for (int column = 0; column <= columns; ++column)
+                text += std::to_string(line * line + column) + (column < columns ? ".5," : ".5\n");
+        const TTextFormat format = LoadThis(text).readings.best.format;
+        EXPECT_EQ(std::max(ErrorColumnOf(format, row.column), -1), row.errors) << row.names;
     }
 }
 

@@ -4,7 +4,7 @@
 #include "graph/drawing/picture/crowd.h"
 #include "graph/model/appearance.h"
 #include "graph/model/graph.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,3 @@
-#include "graph/drawing/picture/picture_file.h"
 
 #include "graph/drawing/picture/background_picture.h"
 #include "graph/drawing/picture/drawing.h"

@@ -2,6 +2,7 @@
 
 #include "sources/cells/folded_text.h"
 #include "sources/cells/unit_names.h"
+#include "support/ranges.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,10 +39,44 @@ bool AreYears(const TSampleRow& row) {
     return std::ranges::all_of(numbers, [](double year) { return year >= 1900 && year <= 2100; });
 }
 
+// The data row in front of that one, or null.
+const TSampleRow* RowBefore(const TSampleTable& table, std::size_t index) {
+    while (index > 0)
+        if (const TSampleRow& row = table.Rows()[--index]; row.kind == TRowKind::Data) return &row;
+    return nullptr;
+}
+
+// Whole numbers in all columns above decimals, each outside what its column holds: wavelengths, channels.
+bool AreNamesOfDecimals(const TSampleTable& table, std::size_t index) {
+    constexpr std::size_t kFewest = 4;
+    const TSampleRow& row = table.Rows()[index];
+    const std::size_t columns = table.Columns().size();
+    if (row.kind != TRowKind::Data || columns < 2 || row.cells.size() != columns) return false;
+    if (RowBefore(table, index) != nullptr || WholeNumbers(row, 0).size() != columns) return false;
+    for (std::size_t column = 0; column < columns; ++column) {
+        const double name = row.numbers[column].value;
+        TExtent range;
+        std::size_t count = 0;
+        for (const TSampleRow* voter : table.Voters()) {
+            if (voter->text.data() == row.text.data() || voter->KindAt(column) != TCellKind::Number) continue;
+            if (!voter->numbers[column].hasDecimals) return false;
+            range.Take(voter->numbers[column].value);
+            ++count;
+        }
+        if (count < kFewest || row.numbers[column].hasDecimals || (name >= range.Min && name <= range.Max))
+            return false;
+    }
+    return true;
+}
+
 // The first of the rows has numbers for names: those behind it are not like it.
 bool IsNamedByNumbers(const TSampleTable& table, std::size_t index) {
     const auto& rows = table.Rows();
+    if (AreNamesOfDecimals(table, index)) return true;
     if (rows[index].kind != TRowKind::Data || !AreNumberNames(rows[index])) return false;
+    // Below such names others would be the first row of data.
+    const TSampleRow* before = RowBefore(table, index);
+    if (before && before->cells.size() >= rows[index].cells.size() && AreNumberNames(*before)) return false;
     std::size_t others = 0;
     std::size_t alike = 0;
     const bool areYears = AreYears(rows[index]);
@@ -55,11 +90,29 @@ bool IsNamedByNumbers(const TSampleTable& table, std::size_t index) {
     return others > 0 && alike * 4 <= others && hasCorner;
 }
 
+// A row that is narrower than the table, with a row of names for all columns soon behind it.
+bool IsInFrontOfNames(const TSampleTable& table, std::size_t index) {
+    constexpr std::size_t kSoon = 4;
+    const auto& rows = table.Rows();
+    const std::size_t columns = table.Columns().size();
+    std::size_t count = 0;
+    for (std::size_t i = index; i < rows.size() && count < kSoon; ++i) {
+        if (rows[i].kind != TRowKind::Data) continue;
+        const bool isFull = rows[i].cells.size() == columns;
+        if (isFull && count > 0)
+            return std::ranges::count(rows[i].kinds, TCellKind::Text) == static_cast<std::ptrdiff_t>(columns);
+        if (isFull) return false;
+        ++count;
+    }
+    return false;
+}
+
 std::size_t FirstFitting(const TSampleTable& table) {
     constexpr std::size_t kLookAhead = 6;
     const auto& rows = table.Rows();
     for (std::size_t first = 0; first < rows.size(); ++first) {
         if (!table.FitsColumns(rows[first]) || IsNamedByNumbers(table, first)) continue;
+        if (IsInFrontOfNames(table, first)) continue;
         std::size_t count = 0;
         std::size_t fitting = 0;
         for (std::size_t i = first; i < rows.size() && count < kLookAhead; ++i) {
@@ -110,7 +163,9 @@ std::size_t CountColumns(const TSampleTable& table, TPredicate isKind) {
 
 // The cells of a row that can name so many columns, or none. A label in front of the names ("Data: y x") is
 // left out; with one cell less the first column has the names of the rows.
-std::vector<TTextCell> NameCells(const TSampleRow& row, const TSampleTable& table, bool hasRowNames) {
+std::vector<TTextCell> NameCells(const TSampleTable& table, std::size_t index, bool hasRowNames) {
+    const TSampleRow& row = table.Rows()[index];
+    if (AreNamesOfDecimals(table, index)) return row.cells;
     const std::size_t columns = CountColumns(table, [](TCellKind kind) { return kind != TCellKind::Empty; });
     const std::size_t valueColumns = CountColumns(table, IsValue);
     std::vector<TTextCell> cells = row.cells;
@@ -201,7 +256,7 @@ private:
             if (isEmpty && emptyRows == TEmptyRows::Pass) continue;
             if (isEmpty && !IsRuleOrTop(row)) return {};
             if (isEmpty) continue;
-            auto cells = NameCells(row, m_table, m_hasRowNames);
+            auto cells = NameCells(m_table, m_next - 1, m_hasRowNames);
             if (cells.empty()) cells = OtherwiseDivided(row);
             if (!cells.empty()) {
                 --m_next;

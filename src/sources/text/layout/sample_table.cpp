@@ -1,5 +1,6 @@
 #include "sources/text/layout/sample_table.h"
 
+#include "sources/cells/plain_number.h"
 #include "sources/text/text_values.h"
 
 #include <algorithm>
@@ -13,11 +14,23 @@ namespace {
 constexpr std::array kDateOrders = {TDateOrder::YearMonthDay, TDateOrder::DayMonthYear,
                                     TDateOrder::MonthDayYear};
 
+// "(300)": a number where its column says so.
+bool IsBracketed(std::string_view text, char decimalSign, TNumberReading& number) {
+    TUnitMarks marks;
+    if (!text.starts_with('(')) return false;
+    number = ParseWithUnit(text, decimalSign, marks);
+    return number.state == TNumberState::Number && marks == kBracketMarks;
+}
+
 TCellKind KindOfCell(std::string_view text, char decimalSign, TNumberReading& number) {
-    if (text.empty() || IsMissingMark(text)) return TCellKind::Empty;
+    if (text.empty()) return TCellKind::Empty;
+    const bool beginsAsNumber = (text.front() >= '0' && text.front() <= '9') || text.front() == '-';
+    if (beginsAsNumber && ParsePlainNumber(text, decimalSign, number)) return TCellKind::Number;
+    if (IsMissingMark(text)) return TCellKind::Empty;
     number = ParseNumber(text, decimalSign);
     if (number.state == TNumberState::NotFinite) return TCellKind::Empty;
     if (number.state != TNumberState::NoNumber) return TCellKind::Number;
+    if (IsBracketed(text, decimalSign, number)) return TCellKind::Number;
     for (const TDateOrder order : kDateOrders)
         if (const auto date = ParseDate(text, order))
             return date->parts == TDateParts::Date ? TCellKind::Date : TCellKind::TimeOfDay;
@@ -26,6 +39,7 @@ TCellKind KindOfCell(std::string_view text, char decimalSign, TNumberReading& nu
 
 void FindKinds(TSampleRow& row, char decimalSign) {
     row.numbers.resize(row.cells.size());
+    row.kinds.reserve(row.cells.size());
     for (std::size_t i = 0; i < row.cells.size(); ++i)
         row.kinds.push_back(KindOfCell(row.cells[i].text, decimalSign, row.numbers[i]));
 }
@@ -104,9 +118,11 @@ void TSampleTable::ReadFront(const TTextSample& sample, const TRowSplitter& spli
     const TTextEnd textEnd = sample.whole ? TTextEnd::File : TTextEnd::More;
     const char* text = sample.text.data();
     const char* end = text + sample.text.size();
+    // Header rows that somebody has counted may be rows of numbers, too.
+    const char* enough = m_fixedHeaderRows > 0 ? end : text + std::min(sample.enough, sample.text.size());
     constexpr std::size_t kMostRows = 20000;
     std::size_t withValues = 0;
-    while (text < end && withValues < kMaxRows && m_rows.size() < kMostRows) {
+    while (text < enough && withValues < kMaxRows && m_rows.size() < kMostRows) {
         TSampleRow row;
         const TTextRow read = splitter.Split(text, end, textEnd, row.cells);
         if (read.kind == TRowKind::Incomplete) break;
@@ -206,6 +222,7 @@ std::size_t TSampleTable::FindWidth() const {
 }
 
 TCellKind TSampleTable::FindKind(std::size_t column) {
+    FindBrackets(column);
     std::array<std::size_t, 5> counts{};
     std::size_t cells = 0;
     for (const TSampleRow* row : m_voters) {
@@ -264,7 +281,8 @@ bool TSampleTable::FindUnits(std::size_t column) {
         if (row->KindAt(column) == TCellKind::Empty) continue;
         ++cells;
         TUnitMarks marks;
-        if (ParseWithUnit(row->cells[column].text, m_decimalSign, marks).state != TNumberState::Number)
+        if (ParseWithUnit(row->cells[column].text, m_decimalSign, marks).state != TNumberState::Number ||
+            marks == kBracketMarks)
             continue;
         const auto same = std::ranges::find(found, marks, [](const auto& entry) { return entry.first; });
         if (same == found.end())
@@ -285,6 +303,31 @@ bool TSampleTable::FindUnits(std::size_t column) {
             row.numbers[column] = number;
         }
     return true;
+}
+
+// Numbers in brackets beside others that are none below 0 are negative, as in accounts; else they are texts.
+void TSampleTable::FindBrackets(std::size_t column) {
+    const auto isBracketed = [column](const TSampleRow& row) {
+        return row.KindAt(column) == TCellKind::Number && row.cells[column].text.starts_with('(');
+    };
+    bool hasBrackets = false;
+    bool hasPlain = false;
+    bool hasMinus = false;
+    for (const TSampleRow* row : m_voters) {
+        const bool isIn = isBracketed(*row);
+        const bool isPlain = !isIn && row->KindAt(column) == TCellKind::Number;
+        hasBrackets = hasBrackets || isIn;
+        hasPlain = hasPlain || isPlain;
+        hasMinus = hasMinus || (isPlain && row->numbers[column].value < 0);
+    }
+    if (!hasBrackets) return;
+    if (hasPlain && !hasMinus) {
+        m_units[column] = kBracketMarks;
+        return;
+    }
+    for (auto* rows : {&m_rows, &m_behind})
+        for (TSampleRow& row : *rows)
+            if (isBracketed(row)) row.kinds[column] = TCellKind::Text;
 }
 
 double TSampleTable::FindFill(std::size_t column) const {

@@ -72,6 +72,7 @@ private:
     TCellKind FindKind(std::size_t column);
     double FindFill(std::size_t column) const;
     bool FindUnits(std::size_t column);
+    void FindBrackets(std::size_t column);
     void TakeDigitsForDates(std::size_t column);
 
     std::vector<TSampleRow> m_rows;

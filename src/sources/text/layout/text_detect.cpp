@@ -1,5 +1,6 @@
 #include "sources/text/layout/text_detect.h"
 
+#include "sources/cells/plain_number.h"
 #include "sources/cells/unit_names.h"
 #include "sources/text/layout/aligned_fields.h"
 #include "sources/text/layout/column_roles.h"
@@ -20,6 +21,8 @@ constexpr std::size_t kSampleSize = 131072;
 constexpr std::size_t kMostSample = std::size_t{4} << 20;
 /// Lines that may be rows of numbers; with so many of them a sample is enough.
 constexpr std::size_t kRowsWanted = 400;
+/// Readings that make no values of the rows in front of that many do not make them of later ones, either.
+constexpr std::size_t kRowsEnough = 4 * TSampleTable::kMaxRows;
 constexpr int kPieces = 12;
 constexpr std::size_t kPieceLength = 3000;
 /// A reading that turns less than this share of the rows into values is not offered.
@@ -46,23 +49,42 @@ std::int64_t CountLineEnds(std::string_view text) {
     return std::count(text.begin(), text.end(), '\n') + std::count(text.begin(), text.end(), '\r');
 }
 
-// Lines with more digits than letters.
-std::size_t CountRowsOfNumbers(std::string_view text) {
+// Lines with more digits than letters, at most `most` of them; `end` gets where the last one ends.
+std::size_t CountRowsOfNumbers(std::string_view text, std::size_t most, std::size_t& end) {
+    static constexpr auto kWeights = [] {
+        std::array<signed char, 256> weights{};
+        for (int c = '0'; c <= '9'; ++c) weights[static_cast<std::size_t>(c)] = 1;
+        for (int c = 'a'; c <= 'z'; ++c)
+            weights[static_cast<std::size_t>(c)] = weights[static_cast<std::size_t>(c - 0x20)] = -1;
+        return weights;
+    }();
     std::size_t rows = 0;
-    int digits = 0;
-    int letters = 0;
-    for (const char c : text) {
-        if (c == '\n' || c == '\r') {
-            if (digits > letters) ++rows;
-            digits = letters = 0;
-        } else if (c >= '0' && c <= '9') {
-            ++digits;
-        } else if ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') {
-            ++letters;
-        }
+    end = 0;
+    for (std::size_t i = 0; i < text.size() && rows < most; ++i) {
+        int digitsLead = 0;
+        for (; i < text.size() && text[i] != '\n' && text[i] != '\r'; ++i)
+            digitsLead += kWeights[static_cast<unsigned char>(text[i])];
+        if (i == text.size() || digitsLead <= 0) continue;
+        ++rows;
+        end = i + 1;
     }
     return rows;
 }
+
+// Which characters occur.
+class TCharactersIn {
+public:
+    explicit TCharactersIn(std::string_view text) {
+        for (const char c : text) m_occurs[static_cast<unsigned char>(c)] = true;
+    }
+    bool HasAny(std::string_view characters) const {
+        return std::ranges::any_of(characters,
+                                   [this](char c) { return m_occurs[static_cast<unsigned char>(c)]; });
+    }
+
+private:
+    std::array<bool, 256> m_occurs{};
+};
 
 // "sep=;" in the first row names the separator.
 std::string NamedSeparator(std::string_view text) {
@@ -71,13 +93,14 @@ std::string NamedSeparator(std::string_view text) {
     return isNamed ? std::string(1, text[4]) : std::string();
 }
 
-std::vector<std::string> SeparatorsToTry(const TTextSample& sample, const TDSInfo& info) {
+std::vector<std::string> SeparatorsToTry(const TTextSample& sample, const TCharactersIn& characters,
+                                         const TDSInfo& info) {
     if (info.DivideTextByWidth()) return {""};
     if (!info.TextSeparators().empty()) return {info.TextSeparators()};
     if (auto named = NamedSeparator(sample.text); !named.empty()) return {named};
     std::vector<std::string> found;
     for (const char* separators : {"\t", ";", ",", "|", " \t"})
-        if (sample.text.find_first_of(separators) != std::string::npos) found.emplace_back(separators);
+        if (characters.HasAny(separators)) found.emplace_back(separators);
     found.emplace_back("");
     return found;
 }
@@ -134,7 +157,8 @@ void TakeNames(TSampleTable& table, TTextFormat& format, std::size_t headerRows)
         if (i < names.names.size()) column.name = DisplayText(names.names[i], format);
         if (i < names.units.size()) column.unit = WithoutBrackets(DisplayText(names.units[i], format));
         const std::string mark = column.marks.behind.empty() ? column.marks.front : column.marks.behind;
-        if (column.unit.empty() && !mark.empty()) column.unit = ToDisplayText(mark, format.encoding);
+        if (column.unit.empty() && !mark.empty() && column.marks != kBracketMarks)
+            column.unit = ToDisplayText(mark, format.encoding);
         format.columns.push_back(column);
     }
 }
@@ -142,7 +166,9 @@ void TakeNames(TSampleTable& table, TTextFormat& format, std::size_t headerRows)
 class TFormatFinder {
 public:
     TFormatFinder(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes)
-        : m_sample(sample), m_info(info), m_wishes(wishes) {}
+        : m_sample(sample), m_info(info), m_wishes(wishes), m_characters(sample.text),
+          m_mayHaveComments(m_characters.HasAny("#%/!;") && MayHaveInlineComments(sample.text)),
+          m_mayHaveApostrophes(m_characters.HasAny("'") && MayHaveApostrophes(sample.text)) {}
 
     TTextReadings Find();
 
@@ -159,6 +185,9 @@ private:
     const TTextSample& m_sample;
     const TDSInfo& m_info;
     const TTextWishes& m_wishes;
+    TCharactersIn m_characters;
+    bool m_mayHaveComments;
+    bool m_mayHaveApostrophes;
     std::vector<TTextReading> m_readings;
 };
 
@@ -166,8 +195,7 @@ private:
 bool TFormatFinder::MayBeDecimalSign(char decimalSign, const std::string& separators) const {
     if (m_wishes.decimalSign.value_or(decimalSign) != decimalSign) return false;
     return decimalSign != ',' || separators.find(',') == std::string::npos ||
-           !m_info.TextSeparators().empty() ||
-           m_sample.text.find_first_of(m_info.TextMarkers()) != std::string::npos;
+           !m_info.TextSeparators().empty() || m_characters.HasAny(m_info.TextMarkers());
 }
 
 void TFormatFinder::Try(const std::string& separators, char decimalSign) {
@@ -176,12 +204,12 @@ void TFormatFinder::Try(const std::string& separators, char decimalSign) {
     format.decimalSign = decimalSign;
     TryFormat(format);
     if (format.columnWidth > 0) return;
-    if (MayHaveInlineComments(m_sample.text)) {
+    if (m_mayHaveComments) {
         TTextFormat shorter = format;
         shorter.hasInlineComments = true;
         TryFormat(shorter);
     }
-    if (m_wishes.quotes || format.quotes != "\"" || !MayHaveApostrophes(m_sample.text)) return;
+    if (m_wishes.quotes || format.quotes != "\"" || !m_mayHaveApostrophes) return;
     format.quotes = "'";
     TryFormat(format);
 }
@@ -287,7 +315,7 @@ void TFormatFinder::TryOtherEncoding(const TTextReading& best) {
 }
 
 TTextReadings TFormatFinder::Find() {
-    for (const std::string& separators : SeparatorsToTry(m_sample, m_info)) {
+    for (const std::string& separators : SeparatorsToTry(m_sample, m_characters, m_info)) {
         for (const char decimalSign : {'.', ','})
             if (MayBeDecimalSign(decimalSign, separators)) Try(separators, decimalSign);
     }
@@ -318,13 +346,17 @@ TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& 
         isEnough = lineEnds > std::int64_t{2} * std::max(info.FileHasHeaders(), 0) && rows >= kRowsWanted;
         const std::size_t before = sample.text.size();
         if (before > kMostSample) break;
-        sample.text.resize(before + kSampleSize);
-        const std::size_t count = file.Read(sample.text.data() + before, kSampleSize);
+        const std::size_t room = file.AtMost(kSampleSize);
+        sample.text.resize(before + room);
+        const std::size_t count = file.Read(sample.text.data() + before, room);
         sample.text.resize(before + count);
         sample.whole = count == 0;
         lineEnds += CountLineEnds(std::string_view(sample.text).substr(before));
-        rows += CountRowsOfNumbers(std::string_view(sample.text).substr(before));
+        std::size_t end = 0;
+        rows += CountRowsOfNumbers(std::string_view(sample.text).substr(before), kRowsWanted, end);
     }
+    if (CountRowsOfNumbers(sample.text, kRowsEnough, sample.enough) < kRowsEnough)
+        sample.enough = sample.text.size();
     if (lineEnds == 0 && !sample.whole)
         throw EFileError("File " + file.Name() + ": row 1 is longer than 4 MB");
     RequireText(file, sample.text);

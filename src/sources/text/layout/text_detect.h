@@ -17,6 +17,8 @@ struct TTextSample {
     bool whole = false; ///< the text is all of the file
     std::string behind; ///< rows from places behind the text, in their order
     std::string odd;    ///< rows that a reading of all the file did not understand
+    /// Behind so many rows of numbers in the text that no reading needs more of its front.
+    std::size_t enough = std::string::npos;
 };
 
 struct TTextReading {
