@@ -194,9 +194,9 @@ TEST_F(TextFormat, NamesTellColumnsOfErrors) {
     for (const TErrorCase& row : cases) {
         std::string text = std::string(row.names) + '\n';
         const auto columns = std::ranges::count(text, ',');
-        for (int row = 1; row <= 3; ++row)
+        for (int line = 1; line <= 3; ++line)
             for (int column = 0; column <= columns; ++column)
-                text += std::to_string(row * row + column) + (column < columns ? ".5," : ".5\n");
+                text += std::to_string(line * line + column) + (column < columns ? ".5," : ".5\n");
         const TTextFormat format = LoadThis(text).readings.best.format;
         EXPECT_EQ(std::max(ErrorColumnOf(format, row.column), -1), row.errors) << row.names;
     }
