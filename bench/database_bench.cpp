@@ -63,12 +63,12 @@ void SqlitePlainLoop(benchmark::State& state) {
         sqlite3_close(database);
     }
 }
-BENCHMARK(SqlitePlainLoop)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SqlitePlainLoop)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 void SqliteLoad(benchmark::State& state) {
     Load(state, kFile);
 }
-BENCHMARK(SqliteLoad)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SqliteLoad)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 #endif
 
@@ -104,13 +104,13 @@ void PostgresPlainLoop(benchmark::State& state) {
     }
     PQfinish(connection);
 }
-BENCHMARK(PostgresPlainLoop)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(PostgresPlainLoop)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 void PostgresLoad(benchmark::State& state) {
     if (!Address()) return state.SkipWithError("LUMOPLOT_BENCH_POSTGRES is not set");
     Load(state, Address());
 }
-BENCHMARK(PostgresLoad)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(PostgresLoad)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 #endif
 

@@ -2,12 +2,10 @@
 #include "drawing_data.h"
 #include "graph/drawing/lines/series_positions.h"
 #include "graph/drawing/picture/drawing.h"
-#include "graph/drawing/picture/picture_file.h"
 #include "graph/plotted/nearest_point.h"
+#include "graph_bench.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
-#include <benchmark/benchmark.h>
 
 namespace lumoplot {
 namespace {
@@ -130,9 +128,5 @@ BENCHMARK(Export)->Arg(100)->Arg(300)->Unit(benchmark::kMillisecond);
 } // namespace lumoplot
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return lumoplot::RunBenchmarks(argc, argv);
 }

@@ -11,7 +11,7 @@ namespace lumoplot {
 namespace {
 
 constexpr int kDataSets = 4000;
-constexpr int kDataSetsOfSlowWays = 400;
+constexpr int kDataSetsOfSlowWays = 2000;
 constexpr int kResamples = 1000;
 
 struct TTrueModel {

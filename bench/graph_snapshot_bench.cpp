@@ -1,10 +1,7 @@
 // What a step of undo costs on a graph of 10 data sets of 100,000 points (or one of 1,000,000): to look for
 // changes, to record one, to put a state back. The ratio is to saving the whole graph in memory.
+#include "graph_bench.h"
 #include "session/graph_snapshot.h"
-
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
 
 namespace lumoplot {
 namespace {
@@ -28,11 +25,7 @@ public:
 
 void SaveWhole(benchmark::State& state) {
     TLargeGraph large;
-    for (auto _ : state) {
-        TBytes bytes;
-        large.Graph.SaveToStream(bytes, TPoints::Include);
-        benchmark::DoNotOptimize(bytes.data());
-    }
+    MeasureSaving(state, large.Graph);
 }
 
 void FirstState(benchmark::State& state) {
@@ -91,8 +84,5 @@ BENCHMARK(PutDeletedFirstBack)->Unit(benchmark::kMillisecond);
 } // namespace lumoplot
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return lumoplot::RunBenchmarks(argc, argv);
 }

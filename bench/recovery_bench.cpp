@@ -1,11 +1,9 @@
 // What keeping a recovery file costs a graph of 1,000,000 points: the time that the interface thread is held
 // after a step (which is to stay below 50 ms), and what the other thread does. The ratio is to saving the
 // graph in memory.
+#include "graph_bench.h"
 #include "session/recovery_writer.h"
 
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <chrono>
@@ -42,11 +40,7 @@ private:
 
 void SaveInMemory(benchmark::State& state) {
     TEditedGraph edited;
-    for (auto _ : state) {
-        TBytes bytes;
-        edited.Graph.SaveToStream(bytes, TPoints::Include);
-        benchmark::DoNotOptimize(bytes.data());
-    }
+    MeasureSaving(state, edited.Graph);
 }
 
 void StepItself(benchmark::State& state) {
@@ -109,8 +103,5 @@ BENCHMARK(ReadBack)->Unit(benchmark::kMillisecond);
 } // namespace lumoplot
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return lumoplot::RunBenchmarks(argc, argv);
 }

@@ -1,7 +1,7 @@
 // Loading 1,000,000 rows of two columns into a data series, against a bare loop of correctly rounded
-// conversions over the mapped file. "ratio" is the time of the load divided by that of the loop; the aim is
-// at most 1.5. Against pandas.read_csv, where python3-pandas is installed, "times" says how much faster the
-// load is; the aim is at least 3.
+// conversions over the mapped file. "ratio" is the shortest time of the load divided by that of the loop; the
+// aims are 0.8 on two cores and 1.2 on one (taskset -c 0). Against pandas.read_csv, where python3-pandas is
+// installed, "times" says how much faster the load is; the aim is at least 3.
 #include "sources/text/loading/series_supplier.h"
 #include "support/number_text.h"
 
@@ -21,6 +21,8 @@
 #include <limits>
 #include <optional>
 #include <random>
+#include <vector>
+#include <zlib.h>
 
 namespace lumoplot {
 namespace {
@@ -92,22 +94,23 @@ double Seconds(auto&& action) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+void LoadOnce(const std::string& fileName) {
+    TDataSeries series;
+    TSilentProgress progress;
+    benchmark::DoNotOptimize(LoadTextSeries(series, fileName, {}, progress).rowsUsed);
+}
+
 void BM_LoadTextSeries(benchmark::State& state) {
     TBenchFile& file = FileOf(static_cast<TDigits>(state.range(0)));
     const std::string_view text = file.Map();
-    double loop = 0;
-    double load = 0;
+    double loop = std::numeric_limits<double>::infinity();
+    double load = loop;
     for (auto _ : state) {
-        loop += Seconds([&] { benchmark::DoNotOptimize(ConvertAll(text)); });
-        load += Seconds([&] {
-            TDataSeries series;
-            TSilentProgress progress;
-            benchmark::DoNotOptimize(LoadTextSeries(series, file.Name(), {}, progress).rowsUsed);
-        });
+        loop = std::min(loop, Seconds([&] { benchmark::DoNotOptimize(ConvertAll(text)); }));
+        load = std::min(load, Seconds([&] { LoadOnce(file.Name()); }));
     }
-    const auto rounds = static_cast<double>(state.iterations());
-    state.counters["loop_ms"] = loop / rounds * 1e3;
-    state.counters["load_ms"] = load / rounds * 1e3;
+    state.counters["loop_ms"] = loop * 1e3;
+    state.counters["load_ms"] = load * 1e3;
     state.counters["ratio"] = load / loop;
 }
 BENCHMARK(BM_LoadTextSeries)->Arg(Short)->Arg(Long)->Unit(benchmark::kMillisecond);
@@ -122,6 +125,46 @@ void BM_ReadWithoutSeries(benchmark::State& state) {
     }
 }
 BENCHMARK(BM_ReadWithoutSeries)->Arg(Short)->Arg(Long)->Unit(benchmark::kMillisecond);
+
+/// An ordinary file: most of the time goes into finding how it is written.
+void BM_LoadFewRows(benchmark::State& state) {
+    constexpr std::size_t kBytes = 85000; // 5,000 rows
+    QTemporaryDir directory;
+    QFile few(directory.filePath(QStringLiteral("few.csv")));
+    if (!few.open(QIODevice::WriteOnly)) std::abort();
+    const std::string_view text = FileOf(Short).Map().substr(0, kBytes);
+    const std::size_t whole = text.rfind('\n') + 1;
+    few.write(text.data(), static_cast<qint64>(whole));
+    few.close();
+    for (auto _ : state) LoadOnce(few.fileName().toStdString());
+}
+BENCHMARK(BM_LoadFewRows)->Unit(benchmark::kMillisecond);
+
+/// "ratio" is the shortest time divided by that of the decompression alone.
+void BM_LoadGzip(benchmark::State& state) {
+    QTemporaryDir directory;
+    const std::string name = directory.filePath(QStringLiteral("data.csv.gz")).toStdString();
+    const std::string_view text = FileOf(Short).Map();
+    const gzFile packed = gzopen(name.c_str(), "wb");
+    gzwrite(packed, text.data(), static_cast<unsigned>(text.size()));
+    gzclose(packed);
+    std::vector<char> piece(262144);
+    double unpack = std::numeric_limits<double>::infinity();
+    double load = unpack;
+    for (auto _ : state) {
+        unpack = std::min(unpack, Seconds([&] {
+                              const gzFile file = gzopen(name.c_str(), "rb");
+                              while (gzread(file, piece.data(), static_cast<unsigned>(piece.size())) > 0) {
+                              }
+                              gzclose(file);
+                          }));
+        load = std::min(load, Seconds([&] { LoadOnce(name); }));
+    }
+    state.counters["unpack_ms"] = unpack * 1e3;
+    state.counters["load_ms"] = load * 1e3;
+    state.counters["ratio"] = load / unpack;
+}
+BENCHMARK(BM_LoadGzip)->Unit(benchmark::kMillisecond);
 
 constexpr int kPandasRounds = 5;
 
@@ -157,12 +200,7 @@ void BM_LoadAgainstPandas(benchmark::State& state) {
     if (!pandas) return state.SkipWithError("python3-pandas is not installed");
     double best = std::numeric_limits<double>::infinity();
     for (auto _ : state) {
-        best =
-            std::min(best, Seconds([&] {
-                         TDataSeries series;
-                         TSilentProgress progress;
-                         benchmark::DoNotOptimize(LoadTextSeries(series, file.Name(), {}, progress).rowsUsed);
-                     }));
+        best = std::min(best, Seconds([&] { LoadOnce(file.Name()); }));
     }
     state.counters["pandas_ms"] = *pandas;
     state.counters["load_ms"] = best * 1e3;

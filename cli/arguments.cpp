@@ -1,6 +1,8 @@
 #include "cli/arguments.h"
 
+#include "support/errors.h"
 #include "support/number_text.h"
+#include "support/typed_number.h"
 
 #include <algorithm>
 #include <cctype>
@@ -29,9 +31,12 @@ std::string WithShownSign(const std::string& argument) {
 }
 
 double NumberArgument(const std::string& name, const std::string& text) {
-    const std::optional<double> value = TryParseFloat(text);
-    if (!value) throw EUsage(name + ": '" + text + "' is not a number");
-    return *value;
+    if (!TryParseFloat(text)) throw EUsage(name + ": '" + text + "' is not a number");
+    try {
+        return ParseTypedNumber(text, TTypedComma::MayGroup);
+    } catch (const EConvertError& error) {
+        throw EUsage(name + ": " + error.what());
+    }
 }
 
 CLI::Option* AddNumber(CLI::App& command, const std::string& name, std::optional<double>& value,

@@ -6,6 +6,7 @@
 #include "graph/model/child_graph.h"
 #include "graph/plotted/series_text.h"
 #include "support/errors.h"
+#include "support/message_sink.h"
 #include "support/replace_file.h"
 #include "support/system_path.h"
 
@@ -51,7 +52,7 @@ private:
 
     void WriteFunction() const {
         if (KindOfFile(data.file) != TFileKind::Function)
-            throw EFileError(data.file + " is no function file");
+            throw EFileError(data.file + " is no function file: only one can become another");
         TBytes bytes;
         TxyWriter writer(bytes);
         LoadFunction(data.file)->SaveToStream(writer);
@@ -66,7 +67,12 @@ private:
         else if (kind == TFileKind::DataSet)
             SaveSeriesToFile(ChosenSeriesWhole(graph, data), out);
         else
-            SaveSeriesAsText(ChosenSeriesWhole(graph, data), out);
+            WriteText(ChosenSeriesWhole(graph, data));
+    }
+
+    void WriteText(const TSeries& series) const {
+        const std::string lost = SaveSeriesAsText(series, out);
+        if (!lost.empty()) ShowMessage(out + ": " + lost, TMessageKind::Warning);
     }
 };
 

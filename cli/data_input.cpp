@@ -5,6 +5,7 @@
 #include "cli/read_as.h"
 #include "data/series/ds_info.h"
 #include "data/series/plotted_values.h"
+#include "expr/parser_exception.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/date_axis.h"
@@ -16,6 +17,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <exception>
 
 namespace lumoplot {
 namespace {
@@ -261,6 +263,18 @@ TDataInput::TDataInput(const TDataOptions& options) {
     m_yErrors = plotted.YErrors;
     for (TPointCursor point = m_series->First(); point && m_y.size() < m_x.size(); point = point.Next())
         m_y.push_back(point.Y());
+}
+
+void RunOn(const TDataOptions& options, const std::function<void()>& work) {
+    std::exception_ptr ofFormula; // that is no matter of the data
+    Loading(options.file, [&] {
+        try {
+            work();
+        } catch (const EParserException&) {
+            ofFormula = std::current_exception();
+        }
+    });
+    if (ofFormula) std::rethrow_exception(ofFormula);
 }
 
 std::unique_ptr<TCurFit> LoadFunction(const std::string& name) {

@@ -8,6 +8,7 @@
 #include "sources/text/loading/series_supplier.h"
 
 #include <CLI/CLI.hpp>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -91,6 +92,9 @@ private:
     std::vector<double> m_corrected;
     std::vector<double> m_yErrors;
 };
+
+/// Runs work on the data; an error that does not name them, and is none of a formula, does so afterwards.
+void RunOn(const TDataOptions& options, const std::function<void()>& work);
 
 /// The fit in a function file.
 std::unique_ptr<TCurFit> LoadFunction(const std::string& name);

@@ -34,6 +34,7 @@ TDSInfo DatabaseInfo(const TDataOptions& options, const std::string& connection)
     info.SetDatabase({connection, text.query, text.where, text.orderBy});
     info.SetXDataColumn(text.xColumn);
     info.SetYDataColumn(text.yColumn);
+    if (!text.yErrorColumn.empty()) info.SetYErrorRule({TYErrorKind::Column, 0, text.yErrorColumn});
     info.SetRowSamplingFrequency(text.every.value_or(1));
     return info;
 }

@@ -23,6 +23,7 @@ struct TFilterCommand {
     void Run() const {
         const TDataInput input(data);
         TSilentProgress progress;
+        if (!input.YErrors().empty()) PrintMessage("the filtered points have no errors of Y");
         const TFilteredPoints result = FilterBand(input.Series(), Settings(), progress);
         if (result.Outcome != TFilterOutcome::Filtered)
             throw ELumoError("Fail to Apply Filter: there is no complete block of points, no spread in X, or "
@@ -78,7 +79,7 @@ void AddFilterCommand(CLI::App& program) {
     command.footer(
         "Prints a line with x and y for each filtered point. The baseline of the data set is\n"
         "subtracted, and --width samples at each end are lost. docs/filtering.md has the formulas.");
-    command.callback([filter] { filter->Run(); });
+    command.callback([filter] { RunOn(filter->data, [&] { filter->Run(); }); });
 }
 
 } // namespace lumoplot

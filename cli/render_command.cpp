@@ -1,10 +1,10 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
-#include "graph/drawing/picture/picture_file.h"
+#include "graph/drawing/picture/drawing.h"
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 #include "support/number_text.h"
 
 #include <QFileInfo>

@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
+#include "cli/database_input.h"
 #include "data/analysis/statistics.h"
 #include "support/errors.h"
 
@@ -43,7 +44,7 @@ struct TStatsCommand {
             input.X(), within, input.Series().XSource() ? TValueOrder::Any : TValueOrder::AsWalked);
         const TStatistics y = ComputeStatistics(input.Y(), within);
         for (const TStatistics* statistics : {&x, &y})
-            if (statistics->Failed) throw EFileError(data.file + ": " + statistics->Message);
+            if (statistics->Failed) throw EFileError(ShownSource(data.file) + ": " + statistics->Message);
         Print({{"x", StatisticsDocument(x)}, {"y", StatisticsDocument(y)}}, form);
     }
 };
@@ -58,7 +59,7 @@ void AddStatsCommand(CLI::App& program) {
               "For the mode: what is so near is equal (the data set's own)");
     AddJson(command, stats->form);
     command.footer("Example:\n  xydata stats run1.csv --columns time,voltage");
-    command.callback([stats] { stats->Run(); });
+    command.callback([stats] { RunOn(stats->data, [&] { stats->Run(); }); });
 }
 
 } // namespace lumoplot

@@ -3,6 +3,7 @@
 #include "cli/data_input.h"
 #include "data/transform/peaks.h"
 #include "data/transform/transform.h"
+#include "support/number_text.h"
 
 #include <map>
 #include <memory>
@@ -24,9 +25,17 @@ struct TTransformCommand {
         const bool isNormalise = wantedKind == TTransformKind::Normalise;
         const TTransform wanted{wantedKind, first.value_or(isScale ? 1 : 0),
                                 second.value_or(isScale || isNormalise ? 1 : 0)};
-        const TCurveValues result = Transformed({input.X(), input.CorrectedY()}, wanted);
-        if (form == TOutputForm::Json) return Print({{"x", result.X}, {"y", result.Y}}, form);
-        Print(ColumnsText({result.X, result.Y}));
+        const TCurveValues result = Transformed({input.X(), input.CorrectedY(), input.YErrors()}, wanted);
+        const bool hasErrors = !result.YErrors.empty();
+        if (!input.YErrors().empty() && !hasErrors)
+            PrintMessage("the new points have no errors of Y: their Y depend on each other");
+        if (form == TOutputForm::Json) {
+            TDocument document = {{"x", result.X}, {"y", result.Y}};
+            if (hasErrors) document["y_error"] = result.YErrors;
+            return Print(document, form);
+        }
+        Print(hasErrors ? ColumnsText({result.X, result.Y, result.YErrors})
+                        : ColumnsText({result.X, result.Y}));
     }
 
     static const std::map<std::string, TTransformKind> kKinds;
@@ -39,6 +48,8 @@ const std::map<std::string, TTransformKind> TTransformCommand::kKinds = {
     {"smooth", TTransformKind::SavitzkyGolay},  {"median", TTransformKind::RunningMedian},
     {"derivative", TTransformKind::Derivative}, {"integral", TTransformKind::Integral}};
 
+constexpr double kUsualPart = 0.05;
+
 struct TPeaksCommand {
     TDataOptions data;
     std::optional<double> part;
@@ -47,7 +58,12 @@ struct TPeaksCommand {
     void Run() const {
         const TDataInput input(data);
         std::vector<double> x, height, width, area;
-        for (const TPeak& peak : FindPeaks({input.X(), input.CorrectedY()}, part.value_or(0.05))) {
+        const double least = part.value_or(kUsualPart);
+        const std::vector<TPeak> peaks = FindPeaks({input.X(), input.CorrectedY()}, least);
+        if (peaks.empty())
+            PrintMessage(data.file + ": no peak rises by " + FormatGeneral(100 * least, 6) +
+                         " % of the range of Y; a smaller --part finds smaller ones");
+        for (const TPeak& peak : peaks) {
             x.push_back(peak.Position);
             height.push_back(peak.Height);
             width.push_back(peak.Width);
@@ -75,9 +91,10 @@ void AddTransformCommand(CLI::App& program) {
     command.footer(
         "The numbers are, for shift and scale: for X, for Y; normalise: the smallest and the largest Y;\n"
         "cut and integral: from X, to X; resample: points; average and median: neighbours;\n"
-        "smooth: neighbours (odd), degree. Prints a line with x and y for each point. The baseline\n"
-        "of the data set is subtracted first. docs/transform.md has the formulas.");
-    command.callback([transform] { transform->Run(); });
+        "smooth: neighbours (odd), degree. Prints a line with x and y for each point, and with the\n"
+        "error of y where there are errors that go along. The baseline of the data set is subtracted first. "
+        "docs/transform.md has the formulas.");
+    command.callback([transform] { RunOn(transform->data, [&] { transform->Run(); }); });
 }
 
 void AddPeaksCommand(CLI::App& program) {
@@ -88,7 +105,7 @@ void AddPeaksCommand(CLI::App& program) {
     AddJson(command, peaks->form);
     command.footer("Prints a line with x, height, width at half of its rise and area for each peak.\n"
                    "docs/transform.md says how they are found.");
-    command.callback([peaks] { peaks->Run(); });
+    command.callback([peaks] { RunOn(peaks->data, [&] { peaks->Run(); }); });
 }
 
 } // namespace lumoplot

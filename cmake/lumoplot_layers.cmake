@@ -63,7 +63,21 @@ function(lumoplot_library name)
   list(TRANSFORM ARGN REPLACE "^(xy.*)$" "\\1_objects" OUTPUT_VARIABLE uses)
   target_include_directories(${name}_objects INTERFACE ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name}_objects INTERFACE ${uses})
-  target_compile_definitions(${name}_objects INTERFACE $<$<PLATFORM_ID:Windows>:LUMOPLOT_STATIC>)
+  if(WIN32)
+    target_compile_definitions(${name}_objects INTERFACE LUMOPLOT_STATIC)
+    lumoplot_local_imports(${name})
+  endif()
+endfunction()
+
+# Layers of one library import what they use of another one, also where both are linked as object files.
+function(lumoplot_local_imports library)
+  set(script ${PROJECT_SOURCE_DIR}/cmake/windows/local_imports.cmake)
+  set(source ${PROJECT_BINARY_DIR}/imports/${library}.cpp)
+  add_custom_command(OUTPUT ${source} DEPENDS ${library} ${script}
+    COMMAND ${CMAKE_COMMAND} -D OBJDUMP=${CMAKE_OBJDUMP} -D DLL=$<TARGET_FILE:${library}> -D OUTPUT=${source} -P ${script})
+  add_library(${library}_imports OBJECT ${source})
+  set_target_properties(${library}_imports PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+  target_sources(${library}_objects INTERFACE $<TARGET_OBJECTS:${library}_imports>)
 endfunction()
 
 function(lumoplot_layer folder library toolkit)

@@ -57,7 +57,12 @@ def data_set(points, name="data", look=None, record=None):
             item("EndOfSection 0S") + item(False) + block)
 
 
-def graph(name, sets, title="", x=None, y=None, y2=None, appearance=None, dimensions=None, legend=None, marks=()):
+def graph(name, sets, title="", *axes, **settings):
+    (FOLDER / (name + ".ltp")).write_bytes(graph_bytes(sets, title, *axes, **settings))
+
+
+def graph_bytes(sets, title="", x=None, y=None, y2=None, appearance=None, dimensions=None, legend=None, marks=(),
+                children=()):
     look = {2: BLACK, 7: GREY, 13: title, 16: font(TITLES), 17: font(CAPTION), 18: font(LABELS), 40: ""}
     axes = [x or {}, y or {}, y2 or {}]
     out = item("xygg06.01") + section("Appearance", look | (appearance or {}), "Section")
@@ -66,7 +71,7 @@ def graph(name, sets, title="", x=None, y=None, y2=None, appearance=None, dimens
     out += section("Legend", {9: font(LABELS), 2: 0xFFFFFF} | (legend or {}))
     out += b"".join(item(part) for part in ("S", len(sets), "S", len(marks)))
     out += b"".join(sets) + b"".join(section("Mark", {1: i + 1} | mark) for i, mark in enumerate(marks))
-    (FOLDER / (name + ".ltp")).write_bytes(out + struct.pack("<i", 0))
+    return out + struct.pack("<i", len(children)) + b"".join(children)
 
 
 def curve(function, low, high, count=200):
@@ -99,6 +104,15 @@ def decades():
           {1: "Frequency / Hz", 5: True}, {1: "Power", 5: True})
 
 
+def few_decades():
+    """Logarithmic axes over a third of a decade, one, three and twenty of them."""
+    for name, low, high in (("third", 2.1, 4.4), ("one", 2.0, 19.0), ("three", 0.3, 420.0), ("twenty", 3e-9, 5e11)):
+        ratio = math.log(high / low)
+        points = [(k, low * math.exp(ratio * (k + 2 * math.sin(k / 2)) / 40)) for k in range(41)]
+        graph("decades-" + name, [data_set(points, look={3: True})], "%g to %g" % (low, high),
+              {1: "Sample"}, {1: "Concentration / mol l^{−1}", 5: True})
+
+
 def left_out():
     points = [(x / 10, math.exp(-x / 20) - 0.2) for x in range(0, 81)]
     graph("left-out", [data_set(points, look={2: False, 3: True})], "Points that a logarithmic axis can not show",
@@ -120,6 +134,28 @@ def legend_of_thirty():
         wave = curve(lambda x, k=k: math.sin(x + k / 5) + k / 10, 0, 12, 80)
         sets.append(data_set(wave, "sample %d, %d K" % (k + 1, 280 + 5 * k), {5: colour, 9: k % 5, 19: 1}))
     graph("thirty", sets, "Thirty data sets", {1: "Time / s"}, {1: "Signal"}, legend={1: True, 60: True, 4: 1, 3: 1})
+
+
+def long_names():
+    names = ("copper, annealed at 600 K for two hours in argon", "copper as delivered",
+             "aluminium alloy 6061, solution treated and aged", "x")
+    sets = [data_set(curve(lambda x, k=k: 1 / (1 + math.exp(-(x - 3 - k) * 2)), 0, 10), name,
+                     {5: (BLUE, RED, GREEN, ORANGE)[k], 9: k}) for k, name in enumerate(names)]
+    graph("long-names", sets, "Names of any length", {1: "Strain / %", 60: True}, {1: "Part that has given way"},
+          legend={1: True, 60: True, 4: 1, 3: 1})
+
+
+def dark():
+    light = 0xE0E0E0
+    pale = lambda size: ("Arial", size, light)
+    points = curve(lambda x: math.exp(-x / 4) * math.cos(3 * x), 0, 12, 90)
+    graph("dark", [data_set(points, "measured", {2: False, 3: True, 5: 0x40C0FF, 6: 0x40C0FF}),
+                   data_set(curve(lambda x: math.exp(-x / 4), 0, 12), "envelope", {5: 0xFFC060, 9: 1}),
+                   data_set(curve(lambda x: -math.exp(-x / 4), 0, 12), "", {5: 0xFFC060, 9: 1, 18: 0})],
+          "Light on dark", {1: "Time / s", 60: True}, {1: "Deflection / mm"},
+          appearance={2: light, 3: 0x302820, 4: 0x201810, 7: 0x605850, 16: pale(TITLES), 17: pale(CAPTION),
+                      18: pale(LABELS), 60: True, 61: True},
+          legend={1: True, 60: True, 4: 1, 2: 0x302820, 9: pale(LABELS)})
 
 
 def crowd():
@@ -160,6 +196,49 @@ def errors():
           {1: "Time / min"}, {1: "Counts", 5: True})
 
 
+def figure():
+    """As a paper would print it: measurements with errors, model curves, and what follows from them in an inset."""
+    chance = random.Random(7)
+    colours = (0xA05A00, 0x3C9A3C, 0x2A3FC8)
+    temperatures = (280, 310, 340)
+    energy, fastest = 3800, 3.0e5  # kelvin; per microsecond
+    sets = []
+    for temperature, colour, shape in zip(temperatures, colours, (1, 0, 2)):
+        rate = fastest * math.exp(-energy / temperature)
+        model = curve(lambda t, rate=rate: 100 * math.exp(-rate * t), 0, 5)
+        sets.append(data_set(model, "model", {5: colour, 19: 2, 18: 0}))
+        points = []
+        for step in range(1, 20):
+            height = 100 * math.exp(-rate * step / 4)
+            error = 1.2 + 0.035 * height
+            points.append((step / 4, height + chance.gauss(0, error), error))
+        sets.append(data_set(points, "%d K" % temperature,
+                             {2: False, 3: True, 4: True, 5: colour, 6: colour, 8: shape, 10: 8, 20: 1, 19: 1}))
+    logs = [(1000 / t, math.log(fastest) - energy / t) for t in (270, 280, 290, 300, 310, 325, 340, 355)]
+    measured = [(x, y + chance.gauss(0, 0.05), 0.09) for x, y in logs]
+    line = curve(lambda v: math.log(fastest) - energy * v / 1000, 2.75, 3.77, 2)
+    look = {60: True, 61: True, 16: font(12), 17: font(12), 18: font(11)}
+    inset = graph_bytes([data_set(line, "line", {5: RED, 19: 1, 18: 0}),
+                         data_set(measured, "measured", {2: False, 3: True, 4: False, 10: 6, 20: 1, 19: 1,
+                                                         5: BLACK, 6: BLACK, 18: 0})],
+                        x={1: "1000 K / T", 17: False}, y={1: "ln(k μs)", 17: False}, appearance=look,
+                        dimensions={1: 44, 2: 52, 3: 12, 4: 12, 14: 0.5, 15: 0.055, 16: 0.455, 17: 0.42})
+    graph("figure", sets, "", {1: "Time / μs", 60: True, 17: False}, {1: "Luminescence / 10^{3} counts", 17: False, 6: 110.0, 7: -10.0, 8: 10.0},
+          appearance={60: True, 61: True, 16: font(17), 18: font(15)},
+          children=[inset],
+          dimensions={1: 66, 2: 78, 3: 24, 4: 24}, legend={1: True, 3: 0, 4: 1, 5: 300, 6: 640, 7: 0, 8: 0, 9: font(15)})
+
+
+def errors_on_two_axes():
+    chance = random.Random(6)
+    rises = [(t, 2 * t ** 0.5 + chance.gauss(0, 0.2), 0.15 + 0.02 * t) for t in range(0, 25, 2)]
+    falls = [(t, 300 - 6 * t + chance.gauss(0, 5), 6 + 4 * (t % 3)) for t in range(0, 25, 2)]
+    graph("errors-two-axes", [data_set(rises, "growth", {2: True, 3: True}),
+                              data_set(falls, "load", {2: False, 3: True, 5: RED, 6: RED, 11: False})],
+          "Errors on two axes", {1: "Time / h"}, {1: "Growth / mm"}, {1: "Load / kN", 13: True, 18: True, 15: 1, 3: True},
+          legend={1: True, 60: True, 4: 1})
+
+
 def bands():
     """The fitted curve of fit.ltp with its bands and residuals: the appearance has two entries more."""
     whole = (FOLDER / "fit.ltp").read_bytes()
@@ -167,7 +246,8 @@ def bands():
     (FOLDER / "bands.ltp").write_bytes(whole[:end] + entry(62, 3) + entry(63, True) + whole[end:])
 
 
-ALL = (errors, bands, frame, offsets, decades, left_out, reversed_axis, legend_of_thirty, crowd, letters, times)
+ALL = (errors, errors_on_two_axes, bands, figure, frame, offsets, decades, few_decades, left_out, reversed_axis, legend_of_thirty,
+       long_names, dark, crowd, letters, times)
 
 if __name__ == "__main__":
     for make in ALL:

@@ -1,9 +1,12 @@
 // The plotting program: opens the files of its command line.
 #include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/password_question.h"
 #include "dialogs/messages/progress_window.h"
 #include "host/files/example_file.h"
+#include "host/language.h"
 #include "host/main_window.h"
 #include "host/screen_shots.h"
+#include "sources/database/connection/password_asker.h"
 #include "support/message_sink.h"
 #include "support/progress_maker.h"
 
@@ -26,6 +29,7 @@ namespace {
 struct TArguments {
     QStringList files;
     QString shotFolder; ///< empty for a window that a person uses
+    QString language;   ///< empty for the usual one
 };
 
 TArguments ReadArguments(const QApplication& application) {
@@ -39,10 +43,15 @@ TArguments ReadArguments(const QApplication& application) {
             "Save pictures of the plot and of the editor into FOLDER, print their paths and leave."),
         QStringLiteral("FOLDER"));
     parser.addOption(shot);
+    const QCommandLineOption language(
+        QStringLiteral("language"),
+        QStringLiteral("Speak LANGUAGE (%1).").arg(Languages().join(QStringLiteral(", "))),
+        QStringLiteral("LANGUAGE"));
+    parser.addOption(language);
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Graph and data files to open."),
                                  QStringLiteral("[FILE…]"));
     parser.process(application);
-    return {parser.positionalArguments(), parser.value(shot)};
+    return {parser.positionalArguments(), parser.value(shot), parser.value(language)};
 }
 
 /// Without a person there is nothing to ask and nothing of hers to read or change.
@@ -75,6 +84,7 @@ bool WantsFilesToo(const QStringList& files) {
 int RunWindow(const TArguments& arguments) {
     const TMessageBoxScope messages;
     const TProgressMakerScope progress([] { return std::make_unique<TProgressWindow>(); });
+    const TPasswordAskerScope passwords(AskPassword);
     TMainWindow window(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
                        QStringLiteral("/templates"));
     window.RestorePlace();
@@ -86,10 +96,12 @@ int RunWindow(const TArguments& arguments) {
     return QApplication::exec();
 }
 
+#if !defined(Q_OS_WIN) // there pictures need no display
 bool WantsShots(int argc, char** argv) {
     return std::any_of(argv, argv + argc,
                        [](const char* argument) { return QByteArray(argument).startsWith("--shot"); });
 }
+#endif
 
 } // namespace
 
@@ -105,5 +117,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(LUMOPLOT_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/host/icons/lumoplot.svg")));
     const TArguments arguments = ReadArguments(application);
+    UseLanguage(arguments.language.isEmpty() ? WantedLanguage() : arguments.language);
     return arguments.shotFolder.isEmpty() ? RunWindow(arguments) : RunShots(arguments);
 }

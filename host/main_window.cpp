@@ -4,7 +4,10 @@
 #include "dialogs/messages/window_place.h"
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
+#include "host/panels_menu.h"
+#include "host/sheet/sheet_book.h"
 #include "host/start_page.h"
+#include "session/live_links.h"
 #include "support/guard.h"
 #include "support/message_text.h"
 #include "ui_main_window.h"
@@ -70,8 +73,12 @@ TMainWindow::TMainWindow(const QString& templateFolder, QWidget* parent)
     m_startPage = new TStartPage(Graph(), *m_ui->a_OpenData, *m_ui->a_OpenGraph);
     connect(m_startPage, &TStartPage::ExampleWanted, this, &TMainWindow::ShowExample);
     AddTransformMenu();
+    AddPanelsMenu();
+    AddLanguageMenu();
     ConnectActions();
     ConnectGraph();
+    AddLinks();
+    AddSheets();
     m_document->New();
     ShowState();
 }
@@ -98,6 +105,10 @@ void TMainWindow::ConnectActions() {
         {m_ui->a_OpenGraph, &TMainWindow::OnOpenGraph},
         {m_ui->a_OpenData, &TMainWindow::OnOpenData},
         {m_ui->a_OpenDatabase, &TMainWindow::OnOpenDatabase},
+        {m_ui->a_Sheets, &TMainWindow::OnSheets},
+        {m_ui->a_Follow, &TMainWindow::OnFollow},
+        {m_ui->a_PauseLinks, &TMainWindow::OnPauseLinks},
+        {m_ui->a_StopLinks, &TMainWindow::OnStopLinks},
         {m_ui->a_Save, &TMainWindow::OnSave},
         {m_ui->a_SaveAs, &TMainWindow::OnSaveAs},
         {m_ui->a_SaveAsTemplate, &TMainWindow::OnSaveAsTemplate},
@@ -160,6 +171,7 @@ void TMainWindow::ShowNoticeSoon() {
 void TMainWindow::ShowNotice() {
     m_noticeIsDue = false;
     QStringList notices;
+    if (m_links->IsFollowing()) notices += QString::fromStdString(m_links->Status());
     if (!m_document->KeepingProblem().isEmpty())
         notices += Shown(tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem()));
     for (const auto& series : Graph().Series()) {
@@ -176,11 +188,14 @@ void TMainWindow::ShowNotice() {
 void TMainWindow::ShowState() {
     setWindowFilePath(m_document->FileName());
     setWindowTitle(WindowTitle());
-    m_startPage->setVisible(Graph().Series().empty() && !Graph().HasContent());
+    Graph().setWindowTitle(Shown(m_document->DisplayName())); // the editor's caption
+    m_startPage->setVisible(Graph().Series().empty() && !Graph().HasContent() &&
+                            Graph().ChildGraphCount() == 0);
     setWindowModified(m_document->IsModified());
     m_ui->a_ShowLegend->setChecked(Graph().Legend()->visible());
     m_ui->a_LoadEveryRow->setChecked(Graph().PointBudget() > TxyGraph::kHostPointBudget);
     m_rows->setText(m_dataFiles->Summary());
+    m_panels->Refresh();
     ShowSteps();
     ShowNoticeSoon();
 }

@@ -20,11 +20,18 @@ class MainWindow;
 namespace lumoplot {
 
 class TGraphEditBar;
+class TPanelsMenu;
+class TLiveLinks;
 class TRecentFiles;
+class TSheetBook;
+class TSheetWindow;
 class TStartPage;
 
 /// Whether there is somebody to choose a table of a database; without, the only one is taken.
 enum class TAsking { Allowed, Never };
+
+/// What the data sets of the kind Link follow.
+std::vector<std::string> LinksOf(const TxyGraph& graph);
 
 class TMainWindow : public QMainWindow {
     Q_OBJECT
@@ -68,6 +75,13 @@ private:
     void OpenGraph(const QString& fileName);
     void OpenData(const QString& fileName);
     void OpenDatabase(const QString& connection, TAsking asking);
+    void AddLinks();
+    void AddSheets();
+    void ShowLinks();
+    void Follow(const TDSInfo& source);
+    void FollowText(const std::string& link);
+    /// Starts the links that the graph has and had not before.
+    void FollowNew(const std::vector<std::string>& before);
     void AddData(const TDataChoice& choice);
     /// Shows how the file is read and lets the user choose its columns; `before` runs when it is taken.
     void ImportData(const QString& fileName, const std::function<void()>& before = {});
@@ -86,8 +100,10 @@ private:
     bool EditCurveAt(QPointF place);
     void ShowExample();
     void AddTransformMenu();
-    /// Runs what changes the current data set as one step; tells when there is none with points.
-    void WithCurrentSeries(const std::function<void(TSeries&)>& action);
+    void AddPanelsMenu();
+    void AddLanguageMenu();
+    /// Runs what changes the current data set as one step of that name; tells when there is none with points.
+    void WithCurrentSeries(const QString& step, const std::function<void(TSeries&)>& action);
     void MergeInto(TSeries& series);
     QString WindowTitle() const;
     /// Makes a change of the graph one step; true when there is one.
@@ -101,6 +117,10 @@ private:
     void OnOpenGraph();
     void OnOpenData();
     void OnOpenDatabase() { OpenDatabase({}, TAsking::Allowed); }
+    void OnSheets();
+    void OnFollow();
+    void OnPauseLinks();
+    void OnStopLinks();
     void OnSave() { Save(); }
     void OnSaveAs() { SaveAs(); }
     void OnSaveAsTemplate();
@@ -109,11 +129,12 @@ private:
     void OnPrint();
     void Print(QPrinter& printer);
     void OnQuit() { close(); }
-    void OnUndo() { m_document->Session().Undo(); }
-    void OnRedo() { m_document->Session().Redo(); }
+    void OnUndo();
+    void OnRedo();
     void OnEditData() { RunEditor({}); }
     void OnOpenWithEditor();
     void OnGraphSettings();
+    void EditSettingsOf(TxyGraph& graph);
     void ListStyles();
     void ApplyStyleFrom(const QString& fileName);
     void OnCopyPicture();
@@ -128,6 +149,9 @@ private:
     std::unique_ptr<Ui::MainWindow> m_ui;
     std::unique_ptr<TGraphDocument> m_document;
     std::unique_ptr<TDataFiles> m_dataFiles;
+    std::unique_ptr<TLiveLinks> m_links;
+    std::unique_ptr<TSheetBook> m_sheets;
+    TSheetWindow* m_sheetWindow = nullptr;
     std::unique_ptr<TRecentFiles> m_recentFiles;
     TEditorLibrary m_editor;
     QLabel* m_rows = nullptr;
@@ -136,6 +160,7 @@ private:
     QLabel* m_notice = nullptr; ///< what the user should know of the graph as it is
     bool m_noticeIsDue = false;
     TGraphEditBar* m_editBar = nullptr;
+    TPanelsMenu* m_panels = nullptr;
     TStartPage* m_startPage = nullptr;
     bool m_keepsChanges = false;
 };

@@ -6,6 +6,7 @@
 #include "graph/mouse/graph_mouse.h"
 #include "host/files/file_choice.h"
 #include "host/files/recent_files.h"
+#include "host/files/shown_text.h"
 #include "host/main_window.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
@@ -25,6 +26,18 @@ struct TCancelled {};
 
 bool TMainWindow::Change(const QString& name, const std::function<void()>& action) {
     return m_document->Session().Change(name.toStdString(), action);
+}
+
+void TMainWindow::OnUndo() {
+    const QString name = QString::fromStdString(m_document->Session().UndoName());
+    m_document->Session().Undo();
+    m_ui->statusBar->showMessage(Shown(tr("Undone: %1").arg(name)), 5000);
+}
+
+void TMainWindow::OnRedo() {
+    const QString name = QString::fromStdString(m_document->Session().RedoName());
+    m_document->Session().Redo();
+    m_ui->statusBar->showMessage(Shown(tr("Redone: %1").arg(name)), 5000);
 }
 
 void TMainWindow::OpenData(const QString& fileName) {
@@ -74,6 +87,7 @@ void TMainWindow::EditData() {
 void TMainWindow::RunEditor(const QString& sourceFile) {
     QDir().mkpath(m_document->TemplateFolder());
     QString templateName = m_document->TemplateName();
+    const std::vector<std::string> before = LinksOf(Graph());
     // A template that can not be saved is told when the graph has been written back, and takes nothing back.
     Change(tr("edit data"), [&] {
         Guarded([&] {
@@ -81,6 +95,7 @@ void TMainWindow::RunEditor(const QString& sourceFile) {
             if (isEdited) m_document->SetTemplateName(templateName);
         });
     });
+    FollowNew(before);
 }
 
 void TMainWindow::OnOpenWithEditor() {
@@ -89,7 +104,11 @@ void TMainWindow::OnOpenWithEditor() {
 }
 
 void TMainWindow::OnGraphSettings() {
-    EditGraphSettings(this, Graph(), m_document->TemplateFolder());
+    EditSettingsOf(Graph());
+}
+
+void TMainWindow::EditSettingsOf(TxyGraph& graph) {
+    EditGraphSettings(this, graph, m_document->TemplateFolder());
 }
 
 void TMainWindow::ListStyles() {

@@ -4,8 +4,13 @@
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
 #include "host/main_window.h"
+#include "host/sheet/sheet_book.h"
+#include "session/live_links.h"
 #include "sources/database/connection/connection.h"
+#include "sources/link/link_place.h"
 #include "support/guard.h"
+#include "support/message_sink.h"
+#include "support/message_text.h"
 #include "ui_main_window.h"
 
 #include <QDir>
@@ -15,6 +20,8 @@
 
 namespace lumoplot {
 namespace {
+
+constexpr std::size_t kLongestAskedName = 60;
 
 bool IsGraphFile(const QString& fileName) {
     return QFileInfo(fileName).suffix().compare(QLatin1String("ltp"), Qt::CaseInsensitive) == 0;
@@ -47,7 +54,14 @@ bool TMainWindow::MayLeaveGraph() {
 }
 
 bool TMainWindow::Save() {
-    return m_document->FileName().isEmpty() ? SaveAs() : SaveTo(m_document->FileName());
+    if (m_document->FileName().isEmpty()) return SaveAs();
+    const std::string name = ShownLine(m_document->DisplayName().toStdString(), kLongestAskedName);
+    if (m_document->IsFileOfOthers() && !AskYesNo(name + " was changed by another program since it was "
+                                                         "opened here. Replace it? (Save As takes another "
+                                                         "name.)",
+                                                  TMessageKind::Warning))
+        return false;
+    return SaveTo(m_document->FileName());
 }
 
 bool TMainWindow::SaveAs() {
@@ -66,6 +80,7 @@ QString TMainWindow::TitleAsFileName() const {
 bool TMainWindow::SaveTo(const QString& fileName) {
     std::unique_ptr<QWidget> wait;
     if (CountPoints(Graph()) > kManyPoints) wait = ShowWait(this, tr("Saving…"));
+    m_sheets->SaveBeside(fileName);
     m_document->SaveTo(fileName);
     wait.reset();
     m_recentFiles->Add(fileName);
@@ -78,6 +93,8 @@ void TMainWindow::OpenFiles(const QStringList& files, TAsking asking) {
         Guarded([&] {
             if (IsGraphFile(file))
                 OpenGraph(file);
+            else if (IsLine(file.toStdString()))
+                FollowText(file.toStdString());
             else if (IsServer(file.toStdString()) || IsDatabaseFile(file.toStdString()))
                 OpenDatabase(file, asking);
             else
@@ -88,12 +105,18 @@ void TMainWindow::OpenFiles(const QStringList& files, TAsking asking) {
 
 void TMainWindow::OpenGraph(const QString& fileName) {
     if (!MayLeaveGraph()) return;
+    m_links->Stop();
     m_document->Open(fileName);
+    m_sheets->LoadBeside(fileName);
+    m_document->Session().Start(); // with the sheets
     m_recentFiles->Add(fileName);
 }
 
 void TMainWindow::OnNew() {
-    if (MayLeaveGraph()) m_document->New();
+    if (!MayLeaveGraph()) return;
+    m_links->Stop();
+    m_sheets->Clear();
+    m_document->New();
 }
 
 void TMainWindow::OnNewFromTemplate() {
@@ -102,6 +125,8 @@ void TMainWindow::OnNewFromTemplate() {
     const QString proposal = QDir(folder).exists() ? folder + QLatin1Char('/') : QString();
     const QString fileName = AskFileToOpen(this, {tr("New from Template"), GraphFilters(), {}, proposal});
     if (fileName.isEmpty()) return;
+    m_links->Stop();
+    m_sheets->Clear();
     m_document->NewFromTemplate(fileName);
     AskForTemplateData();
 }
@@ -135,7 +160,8 @@ bool TMainWindow::StartRecovery(const QString& folder, int intervalMs) {
         m_document->KeepChanges(folder, intervalMs);
         m_keepsChanges = true;
         if (!session) return;
-        m_document->Recover(*std::move(session));
+        m_document->Recover(*std::move(session),
+                            [this](const TBytes& sheets) { Guarded([&] { m_sheets->Restore(sheets); }); });
         isRecovered = true;
     });
     ShowState();

@@ -1,6 +1,6 @@
 // The graph as a picture: files, clipboard and paper.
 #include "dialogs/messages/progress_window.h"
-#include "graph/drawing/picture/picture_file.h"
+#include "graph/drawing/picture/drawing.h"
 #include "host/files/file_choice.h"
 #include "host/files/shown_text.h"
 #include "host/main_window.h"
@@ -61,8 +61,8 @@ void TMainWindow::OnPrint() {
 }
 
 void TMainWindow::Print(QPrinter& printer) {
-    TBusyWindow busy("Printing...");
-    PrintGraph(printer, Graph(), busy);
+    const auto busy = MakeBusyProgress("Printing...");
+    PrintGraph(printer, Graph(), *busy);
 }
 
 } // namespace lumoplot

@@ -4,9 +4,15 @@
 #include "graph/mouse/graph_mouse.h"
 #include "graph/plotted/curve_hit.h"
 #include "host/files/example_file.h"
+#include "host/language.h"
 #include "host/main_window.h"
 #include "support/guard.h"
 #include "support/message_sink.h"
+#include "ui_main_window.h"
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QStatusBar>
 
 namespace lumoplot {
 namespace {
@@ -32,6 +38,24 @@ void TMainWindow::ShowExample() {
     OpenFiles({file});
     m_document->SetUnmodified();
     ShowState();
+}
+
+/// Windows that are there keep their language.
+void TMainWindow::AddLanguageMenu() {
+    const QStringList languages = Languages();
+    if (languages.size() < 2) return;
+    auto* menu = m_ui->m_View->addMenu(tr("La&nguage"));
+    auto* group = new QActionGroup(menu);
+    for (const QString& code : languages) {
+        QAction* entry = menu->addAction(NameOfLanguage(code));
+        entry->setCheckable(true);
+        entry->setChecked(code == UsedLanguage());
+        group->addAction(entry);
+        connect(entry, &QAction::triggered, this, [this, code] {
+            ChooseLanguage(code);
+            m_ui->statusBar->showMessage(tr("The language changes when the program is started again"), 5000);
+        });
+    }
 }
 
 void TMainWindow::OnManual() {

@@ -1,6 +1,6 @@
 #include "host/picture_export_dialog.h"
 
-#include "graph/drawing/picture/picture_file.h"
+#include "graph/drawing/picture/drawing.h"
 #include "ui_picture_export_dialog.h"
 
 #include <QPushButton>

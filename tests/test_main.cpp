@@ -1,6 +1,7 @@
 // Every test program's main: tests of windows and of drawing need an application object, the others do not
 // mind it.
 #include <QApplication>
+#include <QFont>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -11,5 +12,8 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("lumoplot-tests"));
+#if defined(Q_OS_WIN) // elsewhere the system knows what stands for it
+    QFont::insertSubstitution(QStringLiteral("Arial"), QStringLiteral("Liberation Sans"));
+#endif
     return RUN_ALL_TESTS();
 }

@@ -3,7 +3,7 @@
 #include "cli/fit/fit_document.h"
 #include "cli/fit/fit_weights.h"
 #include "fit/many/fit_batch.h"
-#include "fit/run/fit_report.h"
+#include "fit/many/fit_report.h"
 #include "fit/run/fit_statistics.h"
 #include "support/errors.h"
 
@@ -121,6 +121,20 @@ private:
         return document;
     }
 
+    static std::vector<const TBatchFit*> PointersTo(const std::vector<TBatchFit>& fits) {
+        std::vector<const TBatchFit*> pointers;
+        for (const TBatchFit& fit : fits) pointers.push_back(&fit);
+        return pointers;
+    }
+
+    static TDocument AgreementsDocument(const std::vector<TBatchFit>& fits) {
+        TDocument document = TDocument::object();
+        for (const TParameterAgreement& agreement : AgreementsOf(PointersTo(fits)))
+            document[agreement.Name] = {
+                {"mean", agreement.Mean}, {"error", agreement.Error}, {"probability", agreement.Probability}};
+        return document;
+    }
+
     void Show(const std::vector<TBatchFit>& fits, const TGlobalFit* global) const {
         TDocument together;
         if (global) together = TogetherDocument(*global, shared);
@@ -129,10 +143,14 @@ private:
             document["fits"] = TDocument::array();
             for (const TBatchFit& fit : fits) document["fits"].push_back(DocumentOf(fit));
             if (global) document["together"] = together;
+            if (!global) document["agreements"] = AgreementsDocument(fits);
             Print(document, form);
         } else {
             Print(TableText(BatchTable(fits)));
             if (global) Print("\n" + OutlineText(together));
+            const std::string agreement =
+                global ? std::string() : AgreementText(AgreementsOf(PointersTo(fits)));
+            if (!agreement.empty()) PrintMessage(agreement + " See --share");
         }
         const auto failed = std::ranges::find_if_not(fits, HasConverged);
         if (failed == fits.end() || allowsUnconverged) return;
@@ -152,23 +170,12 @@ void AddFitAllCommand(CLI::App& program) {
         ->required();
     AddTextOptions(command, fit->text, TYColumns::Several);
     AddDefinitionOptions(command, fit->definition);
-    const std::string group = "Run";
-    command.add_option("--procedure", fit->definition.procedure, "The procedure, as of fit")
-        ->type_name("NAME")
-        ->group(group);
-    AddCount(command, "--iterations", fit->definition.iterations, 1, "Most iterations")->group(group);
-    AddNumber(command, "--left", fit->definition.left, "Use points from this X on")->group(group);
-    AddNumber(command, "--right", fit->definition.right, "Use points up to this X")->group(group);
-    command
-        .add_flag_callback(
-            "--local", [fit] { fit->starts = TFitStarts::Given; },
-            "Only from the given start, not from others as well")
-        ->group(group);
+    AddRunOptions(command, fit->definition, fit->starts, "The procedure, as of fit");
     AddWeightOptions(command, fit->weights);
     command.add_option("--share", fit->shared, "A parameter with one value for all data sets (repeatable)")
         ->type_name("NAME")
         ->allow_extra_args(false)
-        ->group(group);
+        ->group(kRunGroup);
     command
         .add_flag_callback(
             "--allow-unconverged", [fit] { fit->allowsUnconverged = true; },

@@ -6,7 +6,6 @@
 #include "cli/fit/fit_report_file.h"
 #include "cli/fit/fit_weights.h"
 #include "expr/blocks/block_evaluator.h"
-#include "expr/formula_hints.h"
 #include "fit/run/curve_fitter.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -55,12 +54,12 @@ struct TFitCommand {
         const std::vector<double> errors = weights.ErrorsOf(input);
         TakeWeighting(run, fit, errors);
         run.SearchRuns = searchRuns.value_or(0);
-        if (const auto hint = FindSignHint(fit.Expression()))
-            PrintMessage(fit.Expression() + ": " + hint->Text);
         const TFitResult result = RunFit(fit, input.X(), corrected, run);
         if (!save.empty()) fit.SaveToFile(save);
-        if (!report.empty()) WriteFitReport(report, fit, data);
-        PrintResult({fit, input.X(), corrected, run});
+        const TFittedData fitted{fit, input.X(), corrected, run};
+        const TKnownUncertainty known = UncertaintyOf(fitted);
+        if (!report.empty()) WriteFitReport(report, fit, data, known);
+        PrintResult(fitted, known);
         if (result.End == TFitEnd::Converged || allowsUnconverged) return;
         std::string message = TextOf(result.End);
         for (const std::string& remark : result.Remarks)
@@ -69,17 +68,27 @@ struct TFitCommand {
     }
 
 private:
-    // The tables alone are printed as text, so that another program can read them; as JSON they are added.
-    void PrintResult(const TFittedData& fitted) const {
-        TDocument document = FitDocument(fitted.Fit);
-        AddOutliers(document, fitted);
-        const bool isConverged = fitted.Fit.Result()->End == TFitEnd::Converged;
-        if (isConverged && bootstrap) {
+    TKnownUncertainty UncertaintyOf(const TFittedData& fitted) const {
+        TKnownUncertainty known;
+        if (fitted.Fit.Result()->End != TFitEnd::Converged) return known;
+        if (bootstrap) {
             TBootstrapOptions options;
             options.Resamples = *bootstrap;
-            document["bootstrap"] = BootstrapDocument(fitted.Fit, BootstrapOf(fitted, options));
+            known.Bootstrap = BootstrapOf(fitted, options);
         }
-        if (isConverged && profiles) document["profile"] = ProfileDocument(fitted);
+        if (profiles)
+            for (const int number : fitted.Fit.Result()->Varied)
+                known.Profiles.push_back(ProfileOf(fitted, number));
+        return known;
+    }
+
+    // The tables alone are printed as text, so that another program can read them; as JSON they are added.
+    void PrintResult(const TFittedData& fitted, const TKnownUncertainty& known) const {
+        TDocument document = FitDocument(fitted.Fit);
+        AddOutliers(document, fitted);
+        if (!known.Bootstrap.Intervals.empty())
+            document["bootstrap"] = BootstrapDocument(fitted.Fit, known.Bootstrap);
+        if (!known.Profiles.empty()) document["profile"] = ProfileDocument(fitted.Fit, known.Profiles);
         if (form == TOutputForm::Outline && !curve && !residuals) return Print(document, form);
         if (curve) TakeTable(document, "curve", CurveOf(fitted));
         if (residuals) TakeTable(document, "residuals", ResidualsOf(fitted));
@@ -166,24 +175,11 @@ void AddOutputOptions(CLI::App& command, TFitCommand& fit) {
 }
 
 void AddRunOptions(CLI::App& command, TFitCommand& fit) {
-    const std::string group = "Run";
-    command.add_option("--procedure", fit.definition.procedure, "The procedure, see below")
-        ->type_name("NAME")
-        ->group(group);
-    AddCount(command, "--iterations", fit.definition.iterations, 1,
-             "Most iterations (2000, or those of the fit)")
-        ->group(group);
+    AddRunOptions(command, fit.definition, fit.starts, "The procedure, see below");
     AddNumber(command, "--tolerance", fit.definition.tolerance, "Relative change at which it stops (3e-8)")
-        ->group(group);
-    command
-        .add_flag_callback(
-            "--local", [&fit] { fit.starts = TFitStarts::Given; },
-            "Only from the given start, not from others as well")
-        ->group(group);
+        ->group(kRunGroup);
+    AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(kRunGroup);
     AddWeightOptions(command, fit.weights);
-    AddCount(command, "--starts", fit.searchRuns, 1, "Run from N scattered starts as well")->group(group);
-    AddNumber(command, "--left", fit.definition.left, "Use points from this X on")->group(group);
-    AddNumber(command, "--right", fit.definition.right, "Use points up to this X")->group(group);
 }
 
 } // namespace
@@ -202,7 +198,7 @@ void AddFitCommand(CLI::App& program) {
         "Procedures: powell, simplex, conjugate-gradient, variable-metric (unless the fit has its own).\n"
         "The fit minimises the sum of squares of the corrected Y; errors are standard errors.\n"
         "Example:\n  xydata fit decay.csv --equation \"a*exp(-b*x)\" --param a=1 --param b=0.1");
-    command.callback([fit] { fit->Run(); });
+    command.callback([fit] { RunOn(fit->data, [&] { fit->Run(); }); });
 }
 
 } // namespace lumoplot

@@ -1,6 +1,8 @@
 #include "cli/fit/fit_definition.h"
 
 #include "cli/fit/procedure_names.h"
+#include "cli/output.h"
+#include "expr/formula_hints.h"
 #include "expr/names.h"
 #include "fit/definition/fit_result.h"
 #include "support/number_text.h"
@@ -88,6 +90,7 @@ void TFitDefinition::Define(TCurFit& fit, const TCurFit* stored) const {
     }
     for (const std::string& text : ties) TakeTie(fit, ties, text);
     TakeRun(fit);
+    if (const auto hint = FindSignHint(fit.Expression())) PrintMessage(fit.Expression() + ": " + hint->Text);
 }
 
 void TFitDefinition::TakeModel(TCurFit& fit, const TCurFit* stored) const {
@@ -158,6 +161,22 @@ void AddDefinitionOptions(CLI::App& command, TFitDefinition& definition) {
     add("--xvar", definition.xName, "Name of the variable (x)", "NAME");
     add("--template", definition.templates, "A text that stands for another (repeatable)", "NAME=TEXT")
         ->allow_extra_args(false);
+}
+
+void AddRunOptions(CLI::App& command, TFitDefinition& definition, TFitStarts& starts,
+                   const char* procedureHelp) {
+    command.add_option("--procedure", definition.procedure, procedureHelp)
+        ->type_name("NAME")
+        ->group(kRunGroup);
+    AddCount(command, "--iterations", definition.iterations, 1, "Most iterations (2000, or those of the fit)")
+        ->group(kRunGroup);
+    command
+        .add_flag_callback(
+            "--local", [&starts] { starts = TFitStarts::Given; },
+            "Only from the given start, not from others as well")
+        ->group(kRunGroup);
+    AddNumber(command, "--left", definition.left, "Use points from this X on")->group(kRunGroup);
+    AddNumber(command, "--right", definition.right, "Use points up to this X")->group(kRunGroup);
 }
 
 } // namespace lumoplot

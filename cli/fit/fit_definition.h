@@ -4,11 +4,15 @@
 
 #include "cli/arguments.h"
 #include "fit/definition/cur_fit.h"
+#include "fit/run/curve_fitter.h"
 
 #include <string>
 #include <vector>
 
 namespace lumoplot {
+
+/// Of the options that say how a fit runs.
+inline constexpr const char* kRunGroup = "Run";
 
 struct TFitDefinition {
     std::string equation;
@@ -37,5 +41,8 @@ private:
 };
 
 void AddDefinitionOptions(CLI::App& command, TFitDefinition& definition);
+/// How the fit runs: --procedure (with that help), --iterations, --local, --left and --right.
+void AddRunOptions(CLI::App& command, TFitDefinition& definition, TFitStarts& starts,
+                   const char* procedureHelp);
 
 } // namespace lumoplot

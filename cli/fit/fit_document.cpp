@@ -31,11 +31,12 @@ void AddParameters(TDocument& document, const TCurFit& fit, const TFitResult& re
         errors[parameter.Name()] = error;
         relative[parameter.Name()] = std::abs(error / parameter.Value());
         t[parameter.Name()] = parameter.Value() / error;
-        probability[parameter.Name()] = StudentProbability(parameter.Value() / error, result.Quality.Freedom);
+        probability[parameter.Name()] = StudentProbability(parameter.Value() / error, FreedomOfErrors(fit));
         intervals[parameter.Name()] = {asymptotic[i].Low, asymptotic[i].High};
         if (parameter.IsOnBound()) onBound.push_back(parameter.Name());
     }
     document["parameters"] = values;
+    document["on_bound"] = onBound;
     for (int i = 1; i <= fit.NParams(); ++i)
         if (fit.Parameter(i)->IsTied()) errors[fit.Parameter(i)->Name()] = fit.Parameter(i)->FinalDeviation;
     document["errors"] = errors;
@@ -43,13 +44,12 @@ void AddParameters(TDocument& document, const TCurFit& fit, const TFitResult& re
     document["t"] = t;
     document["probability"] = probability;
     document["intervals"] = intervals;
-    document["on_bound"] = onBound;
 }
 
 // The rows in the order of the errors.
 TDocument CorrelationRows(const TFitResult& result) {
     TDocument rows = TDocument::array();
-    const TMatrix correlations = Correlations(result);
+    const TMatrix& correlations = result.Correlations;
     for (int i = 0; i < correlations.Size(); ++i) {
         TDocument row = TDocument::array();
         for (int j = 0; j < correlations.Size(); ++j) row.push_back(correlations(i, j));
@@ -119,20 +119,20 @@ TDocument BootstrapDocument(const TCurFit& fit, const TBootstrap& bootstrap) {
     return document;
 }
 
-TDocument ProfileDocument(const TFittedData& data) {
+TDocument ProfileDocument(const TCurFit& fit, std::span<const TProfile> profiles) {
     TDocument document = TDocument::object();
-    for (const int number : data.Fit.Result()->Varied) {
-        const TProfile profile = ProfileOf(data, number);
+    for (std::size_t i = 0; i < profiles.size(); ++i) {
+        const TProfile& profile = profiles[i];
         TDocument values = TDocument::array();
         TDocument sums = TDocument::array();
         for (const TProfilePoint& point : profile.Points) {
             values.push_back(point.Value);
             sums.push_back(point.Rss);
         }
-        document[data.Fit.Parameter(number)->Name()] = {{"low", profile.Interval.Low},
-                                                        {"high", profile.Interval.High},
-                                                        {"values", values},
-                                                        {"rss", sums}};
+        document[fit.Parameter(fit.Result()->Varied[i])->Name()] = {{"low", profile.Interval.Low},
+                                                                    {"high", profile.Interval.High},
+                                                                    {"values", values},
+                                                                    {"rss", sums}};
     }
     return document;
 }

@@ -12,7 +12,7 @@ TDocument FitDocument(const TCurFit& fit);
 void AddOutliers(TDocument& document, const TFittedData& data);
 /// For each varied parameter "error", "low" and "high", and how many resamples were fitted.
 TDocument BootstrapDocument(const TCurFit& fit, const TBootstrap& bootstrap);
-/// For each varied parameter "low" and "high", and the places of its profile.
-TDocument ProfileDocument(const TFittedData& data);
+/// For each varied parameter "low" and "high", and the places of its profile. `profiles` has one of each.
+TDocument ProfileDocument(const TCurFit& fit, std::span<const TProfile> profiles);
 
 } // namespace lumoplot

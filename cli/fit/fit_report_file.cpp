@@ -2,7 +2,6 @@
 
 #include "cli/arguments.h"
 #include "fit/definition/cur_fit.h"
-#include "fit/run/fit_report.h"
 #include "graph/drawing/picture/fit_picture.h"
 #include "support/replace_file.h"
 
@@ -36,10 +35,11 @@ void CheckReportName(const std::string& name) {
         throw EUsage("--report: '" + name + "' does not end with .html or .txt");
 }
 
-void WriteFitReport(const std::string& name, const TCurFit& fit, const TDataOptions& data) {
+void WriteFitReport(const std::string& name, const TCurFit& fit, const TDataOptions& data,
+                    const TKnownUncertainty& known) {
     CheckReportName(name);
     const std::string dataName = QFileInfo(QString::fromStdString(data.file)).fileName().toStdString();
-    const auto sections = FitReport(fit, dataName);
+    const auto sections = FitReport(fit, dataName, known);
     const std::string text = Extension(name) == ".txt"
                                  ? ReportText(sections)
                                  : ReportHtml("Curve fit of " + dataName, sections, PictureOf(fit, data));

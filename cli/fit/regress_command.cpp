@@ -1,6 +1,7 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/data_input.h"
+#include "cli/database_input.h"
 #include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
 #include "data/analysis/spline.h"
@@ -31,8 +32,8 @@ struct TRegressCommand {
         if (value2) series.SetRegressionControlValue2(*value2);
         series.CalcRegression();
         if (IsOfType(TRegressionType::SampledCurve) && !series.CurveFit().Selected())
-            throw EFileError(data.file + " holds no equation of a curve fit");
-        if (!HasResult(series)) throw EFileError(data.file + ": " + ReasonWithoutResult(series));
+            throw EFileError(ShownSource(data.file) + " holds no equation of a curve fit");
+        if (!HasResult(series)) throw EFileError(ShownSource(data.file) + ": " + ReasonWithoutResult(series));
         PrintResult(series, input);
     }
 
@@ -105,7 +106,7 @@ void AddRegressCommand(CLI::App& program) {
                    "with x and the derived value for each point, or for each sample of types 4 and 5.\n"
                    "Below 1 and above 1000000 samples there is no curve, nor a spline through points\n"
                    "with equal X.");
-    command.callback([regress] { regress->Run(); });
+    command.callback([regress] { RunOn(regress->data, [&] { regress->Run(); }); });
 }
 
 } // namespace lumoplot

@@ -40,6 +40,7 @@ void TGraphDocument::SetUnmodified() {
 
 void TGraphDocument::Become(const QString& fileName, const QString& templateName) {
     m_fileName = fileName;
+    m_fileState = {};
     m_templateName = templateName;
     if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.Start();
@@ -76,16 +77,28 @@ void TGraphDocument::NewFromTemplate(const QString& fileName) {
     Become({}, QFileInfo(fileName).absoluteFilePath());
 }
 
+TGraphDocument::TFileState TGraphDocument::StateOf(const QString& fileName) {
+    const QFileInfo file(fileName);
+    return file.exists() ? TFileState(file.lastModified(), file.size()) : TFileState();
+}
+
+bool TGraphDocument::IsFileOfOthers() const {
+    return QFileInfo(m_fileName).isFile() && StateOf(m_fileName) != m_fileState;
+}
+
 void TGraphDocument::Open(const QString& fileName) {
+    const TFileState state = StateOf(fileName); // of what is read, if not of an older one
     TxyGraph graph;
     graph.LoadFromFile(fileName.toStdString());
     TakeOver(graph);
     Become(QFileInfo(fileName).absoluteFilePath(), DefaultTemplate());
+    m_fileState = state;
 }
 
 void TGraphDocument::SaveTo(const QString& fileName) {
     m_graph.SaveTemplate(fileName.toStdString(), TPoints::Include);
     m_fileName = QFileInfo(fileName).absoluteFilePath();
+    m_fileState = StateOf(m_fileName);
     if (m_recovery) m_recovery->SetDocumentName(m_fileName);
     m_session.MarkClean();
     Q_EMIT StateChanged();
@@ -124,10 +137,14 @@ void TGraphDocument::BecomeFileOf(const TRecoveryInfo& session) {
     if (!session.DocumentName.isEmpty()) Become(session.DocumentName, DefaultTemplate());
 }
 
-void TGraphDocument::Recover(TRecoveredSession session) {
+void TGraphDocument::Recover(TRecoveredSession session,
+                             const std::function<void(const TBytes&)>& restoreBeside) {
     const bool isOfEditor = IsOfEditor(*session.File); // its document is a template
     isOfEditor ? New() : BecomeFileOf(session.Info);
-    m_session.Change(tr("recover").toStdString(), [&] { m_graph.CopyFrom(*session.Graph); });
+    m_session.Change(tr("recover").toStdString(), [&] {
+        m_graph.CopyFrom(*session.Graph);
+        if (!isOfEditor && restoreBeside) restoreBeside(session.Info.Beside);
+    });
     if (isOfEditor && !session.Info.Beside.empty()) return LeaveToEditor(*session.File);
     if (m_recovery) m_recovery->Continue(std::move(session.File));
 }

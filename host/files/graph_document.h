@@ -8,8 +8,10 @@
 #include "session/graph_session.h"
 #include "session/recovery_writer.h"
 
+#include <QDateTime>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace lumoplot {
 
@@ -28,6 +30,8 @@ public:
     TGraphSession& Session() { return m_session; }
     /// The graph file; empty for a graph that was never saved.
     const QString& FileName() const { return m_fileName; }
+    /// Somebody else has written the file, or made it, since it was read or written here.
+    bool IsFileOfOthers() const;
     /// The name to show: the file's, or "Untitled".
     QString DisplayName() const;
     /// The template that the editor's "Set as Default" writes.
@@ -54,7 +58,8 @@ public:
     void KeepChanges(const QString& folder, int intervalMs);
     /// Becomes the file that the session belonged to, where it can still be read (one of the data editor
     /// belongs to none), changed by one step into what the session left.
-    void Recover(TRecoveredSession session);
+    /// `restoreBeside` takes what belonged to the graph beside it.
+    void Recover(TRecoveredSession session, const std::function<void(const TBytes&)>& restoreBeside = {});
     /// Why changes can not be kept; empty while they are.
     const QString& KeepingProblem() const { return m_keepingProblem; }
 
@@ -73,7 +78,12 @@ private:
     TxyGraph& m_graph;
     TGraphSession m_session;
     QString m_templateFolder;
+    /// When the file was written last, and its size.
+    using TFileState = std::pair<QDateTime, qint64>;
+    static TFileState StateOf(const QString& fileName);
+
     QString m_fileName;
+    TFileState m_fileState; ///< as it was read or written here
     QString m_templateName;
     QString m_keepingProblem;
     std::unique_ptr<TRecoveryWriter> m_recovery; ///< null while nothing is kept

@@ -31,9 +31,12 @@ QStringList TRecentFiles::Files() const {
 }
 
 void TRecentFiles::Add(const QString& fileName) {
-    const QString path = QFileInfo(fileName).absoluteFilePath();
+    const QFileInfo added(fileName);
+    const QString path = added.absoluteFilePath();
     QStringList files = Files();
-    files.removeAll(path);
+    files.removeIf([&](const QString& file) {
+        return file == path || (QFileInfo::exists(file) && QFileInfo(file) == added);
+    });
     files.prepend(path);
     QSettings().setValue(kSettingsKey, files.mid(0, kMaxFiles));
     m_menu.setEnabled(true);

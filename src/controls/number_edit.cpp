@@ -3,6 +3,7 @@
 #include "controls/mark_color.h"
 #include "support/errors.h"
 #include "support/number_text.h"
+#include "support/typed_number.h"
 
 #include <QFocusEvent>
 #include <QLocale>
@@ -24,14 +25,6 @@ double FiniteIn(const QLineEdit& edit) {
     const double value = ExactNumberIn(edit);
     if (!std::isfinite(value)) throw EConvertError(NoNumberText(edit.text().toStdString()));
     return value;
-}
-
-/// Where the only comma stands, when exactly three digits follow it.
-std::optional<std::size_t> GroupingComma(const std::string& text) {
-    const std::size_t comma = text.find(',');
-    if (comma == std::string::npos || text.find(',', comma + 1) != std::string::npos) return std::nullopt;
-    const std::size_t end = std::min(text.find_first_not_of("0123456789", comma + 1), text.size());
-    return end - comma == 4 ? std::optional(comma) : std::nullopt;
 }
 
 template <class TValue, class TParse>
@@ -130,13 +123,8 @@ private:
 } // namespace
 
 double ParseTyped(const std::string& text) {
-    const double value = ParseFloat(text);
-    const auto comma = GroupingComma(text);
-    if (!comma || QLocale().decimalPoint() == QStringLiteral(",")) return value;
-    std::string whole(Trimmed(text));
-    whole.erase(whole.find(','), 1);
-    throw EConvertError("'" + text + "' can be " + whole + " or " + FormatShortest(value) +
-                        ": leave the comma out or write a point");
+    const bool isSign = QLocale().decimalPoint() == QStringLiteral(",");
+    return ParseTypedNumber(text, isSign ? TTypedComma::IsDecimalSign : TTypedComma::MayGroup);
 }
 
 void MarkEdit(QLineEdit& edit, const QString& reason) {

@@ -22,10 +22,10 @@ double ExactNumberIn(const QLineEdit& edit);
 
 /// The number in the edit. An empty text and a lone "." give nothing, any other text that is no finite number
 /// gives nothing and marks the edit, with the reason in its tooltip. A number takes the mark away.
-XYWIDGETS_EXPORT std::optional<double> NumberIn(QLineEdit& edit);
-XYWIDGETS_EXPORT std::optional<int> IntegerIn(QLineEdit& edit);
+std::optional<double> NumberIn(QLineEdit& edit);
+std::optional<int> IntegerIn(QLineEdit& edit);
 /// As NumberIn, but an empty text and a lone "." are marked too.
-XYWIDGETS_EXPORT std::optional<double> FiniteNumberIn(QLineEdit& edit);
+std::optional<double> FiniteNumberIn(QLineEdit& edit);
 
 /// The significant digits of a number that is shown and not being edited, and where space is short.
 inline constexpr int kShownDigits = 6;
@@ -37,17 +37,17 @@ using TNumberText = std::function<std::string(double)>;
 /// Shows a number, in general format with so many digits or as `text` has it, from its first digit. While the
 /// edit has the focus it shows all digits; a text that stands for the number stays. When the edit is left, a
 /// text that is empty or marked gives way to the number shown last.
-XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value, int digits = kShownDigits);
-XYWIDGETS_EXPORT void ShowNumber(QLineEdit& edit, double value, TNumberText text);
+void ShowNumber(QLineEdit& edit, double value, int digits = kShownDigits);
+void ShowNumber(QLineEdit& edit, double value, TNumberText text);
 /// Shows another text for a number, and no mark.
-XYWIDGETS_EXPORT void ShowNumberText(QLineEdit& edit, const std::string& text);
+void ShowNumberText(QLineEdit& edit, const std::string& text);
 
 /// Shows a stored number, also one beyond the range that the edit offers.
-XYWIDGETS_EXPORT void ShowInteger(QSpinBox& edit, int value);
+void ShowInteger(QSpinBox& edit, int value);
 
 /// Shows a text from its start. Nothing is set when it is there already, so that an edit keeps its caret
 /// while it is typed in.
-XYWIDGETS_EXPORT void ShowText(QLineEdit& edit, const std::string& text);
+void ShowText(QLineEdit& edit, const std::string& text);
 
 /// Marks the edit with a reason, or takes the mark away for an empty one.
 XYWIDGETS_EXPORT void MarkEdit(QLineEdit& edit, const QString& reason);

@@ -1,14 +1,12 @@
 // The order in which Tab goes through a window: that in which its layouts are read.
 #pragma once
 
-#include "controls/widgets_export.h"
-
 class QWidget;
 
 namespace lumoplot {
 
 /// Orders the keys of everything in the window from left to right and from top to bottom, group by group, the
 /// pages of a page control behind its tabs.
-XYWIDGETS_EXPORT void OrderKeysAsRead(QWidget& window);
+void OrderKeysAsRead(QWidget& window);
 
 } // namespace lumoplot

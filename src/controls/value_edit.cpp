@@ -1,6 +1,7 @@
 #include "controls/value_edit.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "support/number_text.h"
 
 #include <QKeyEvent>
@@ -60,8 +61,8 @@ std::optional<double> TValueEdit::AllowedValue() {
     if (!value) return std::nullopt;
     const bool allowed = std::isfinite(*value) && (!m_positive || *value > 0);
     if (allowed) return value;
-    MarkEdit(*this, std::isfinite(*value) ? QStringLiteral("The number must be above 0")
-                                          : QStringLiteral("The number must be finite"));
+    MarkEdit(*this, std::isfinite(*value) ? TTexts::tr("The number must be above 0")
+                                          : TTexts::tr("The number must be finite"));
     return std::nullopt;
 }
 

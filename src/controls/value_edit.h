@@ -2,8 +2,6 @@
 // can be nudged with the arrow keys and the wheel.
 #pragma once
 
-#include "controls/widgets_export.h"
-
 #include <QLineEdit>
 #include <optional>
 
@@ -12,7 +10,7 @@ namespace lumoplot {
 /// Up and Down change the number by one in its second digit, Page Up and Page Down by ten of these, and Shift
 /// makes the change ten times finer. The size of a change is kept until another number is typed or shown, so
 /// that a value can be led through 0. The wheel does as Up and Down while the edit has the focus.
-class XYWIDGETS_EXPORT TValueEdit : public QLineEdit {
+class TValueEdit : public QLineEdit {
     Q_OBJECT
     /// Only whole numbers.
     Q_PROPERTY(bool integers MEMBER m_integers)

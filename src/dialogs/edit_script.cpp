@@ -1,6 +1,7 @@
 #include "dialogs/edit_script.h"
 
 #include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialogs/color_choice.h"
 #include "dialogs/text_printing.h"
 #include "support/guard.h"
@@ -57,7 +58,7 @@ void TfrmEditScript::ShowMenu(const QPoint& place) {
     QPlainTextEdit& script = *m_ui->m_Script;
     QMenu menu(this);
     const auto add = [&](const char* caption, auto action, bool isPossible = true) {
-        QAction* entry = menu.addAction(QString::fromLatin1(caption));
+        QAction* entry = menu.addAction(TTexts::tr(caption));
         entry->setEnabled(isPossible);
         connect(entry, &QAction::triggered, this, [action] { Guarded(action); });
         return entry;
@@ -65,30 +66,32 @@ void TfrmEditScript::ShowMenu(const QPoint& place) {
     const bool hasSelection = script.textCursor().hasSelection();
     const bool hasText = !script.document()->isEmpty();
     add(
-        "C&lear All", [&] { script.selectAll(), script.textCursor().removeSelectedText(); }, hasText);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "C&lear All"),
+        [&] { script.selectAll(), script.textCursor().removeSelectedText(); }, hasText);
     menu.addSeparator();
     add(
-        "&Copy", [&] { script.copy(); }, hasSelection);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Copy"), [&] { script.copy(); }, hasSelection);
     add(
-        "Cu&t", [&] { script.cut(); }, hasSelection);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Cu&t"), [&] { script.cut(); }, hasSelection);
     add(
-        "&Paste", [&] { script.paste(); }, script.canPaste());
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Paste"), [&] { script.paste(); }, script.canPaste());
     menu.addSeparator();
     add(
-        "&Print", [this] { Print(AllLines()); }, hasText);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Print"), [this] { Print(AllLines()); }, hasText);
     add(
-        "Print &Selection", [this] { Print(SelectedLines()); }, hasSelection);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Print &Selection"), [this] { Print(SelectedLines()); },
+        hasSelection);
     add(
-        "Print Pre&view", [this] { ShowPrintPreview(); }, hasText);
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Print Pre&view"), [this] { ShowPrintPreview(); }, hasText);
     menu.addSeparator();
-    QAction* wrap = add("&Word Wrap", [this] { ToggleWordWrap(); });
+    QAction* wrap = add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Word Wrap"), [this] { ToggleWordWrap(); });
     wrap->setCheckable(true);
     wrap->setChecked(script.lineWrapMode() != QPlainTextEdit::NoWrap);
-    add("Set &Font", [this] { ChooseFont(); });
-    add("Set &Background Color", [this] { ChooseBackgroundColor(); });
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "Set &Font"), [this] { ChooseFont(); });
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "Set &Background Color"), [this] { ChooseBackgroundColor(); });
     menu.addSeparator();
-    add("C&lose", [this] { reject(); });
-    add("O&K", [this] { accept(); });
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "C&lose"), [this] { reject(); });
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "O&K"), [this] { accept(); });
     menu.exec(script.viewport()->mapToGlobal(place));
 }
 
@@ -105,7 +108,7 @@ void TfrmEditScript::ChooseFont() {
 
 void TfrmEditScript::ChooseBackgroundColor() {
     QPalette palette = m_ui->m_Script->palette();
-    const QColor color = ChooseColor(palette.color(QPalette::Base), this, QStringLiteral("Background Color"));
+    const QColor color = ChooseColor(palette.color(QPalette::Base), this, TTexts::tr("Background Color"));
     if (!color.isValid()) return;
     palette.setColor(QPalette::Base, color);
     // The theme's text may be as light or as dark as the colour chosen.

@@ -5,8 +5,15 @@
 #include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 
 namespace lumoplot {
+namespace {
+
+constexpr std::size_t kLongestShownName = 60;
+
+} // namespace
+
 bool ReadEveryRow(TSeries& series, QWidget*) {
     if (!series.HoldsSomeRows()) return true;
     TProgressWindow progress;
@@ -16,8 +23,9 @@ bool ReadEveryRow(TSeries& series, QWidget*) {
 bool MakeManual(TSeries& series, QWidget* window) {
     TDSInfo& source = series.DataSourceInfo();
     if (source.Kind() == TSourceKind::Manual) return true;
-    const std::string question = "DataSet \"" + series.SeriesName() + "\" is loaded from " +
-                                 (source.SourceName().empty() ? "a source" : source.SourceName()) +
+    const std::string question = "DataSet \"" + ShownLine(series.SeriesName(), kLongestShownName) +
+                                 "\" is loaded from " +
+                                 (source.SourceName().empty() ? "a source" : ShownLine(source.SourceName())) +
                                  ". When you change its points here it keeps them, and is not read from "
                                  "there again. Change them?";
     if (!AskYesNo(question)) return false;

@@ -1,10 +1,14 @@
 #include "dialogs/manual_window.h"
+#include "controls/texts.h"
 
 #include <QDialog>
 #include <QFile>
 #include <QHBoxLayout>
+#include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QResizeEvent>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -17,26 +21,53 @@ const QString kFirstPage = QStringLiteral("start.md");
 const QString kWindowName = QStringLiteral("manualWindow");
 constexpr QSize kManualSize(720, 520);
 
+/// Pictures that are wider than the window shrink to it.
+class TManualText : public QTextBrowser {
+public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl& name) override {
+        if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, name);
+        QImage picture(QLatin1Char(':') + source().resolved(name).path());
+        const int room =
+            static_cast<int>((viewport()->width() - 4 * document()->documentMargin()) * devicePixelRatioF());
+        if (picture.width() > room && room > 0) {
+            picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
+            picture.setDevicePixelRatio(devicePixelRatioF());
+        }
+        return picture;
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTextBrowser::resizeEvent(event);
+        if (event->size().width() == event->oldSize().width()) return;
+        const int place = verticalScrollBar()->value();
+        reload();
+        verticalScrollBar()->setValue(place);
+    }
+};
+
 class TManualWindow : public QDialog {
 public:
     explicit TManualWindow(QWidget* parent) : QDialog(parent, Qt::Window) {
         setObjectName(kWindowName);
-        setWindowTitle(QStringLiteral("Lumoplot Manual"));
+        setWindowTitle(TTexts::tr("Lumoplot Manual"));
         setAttribute(Qt::WA_DeleteOnClose);
         resize(kManualSize);
         auto* layout = new QVBoxLayout(this);
         auto* bar = new QHBoxLayout;
-        AddButton(*bar, QStringLiteral("Con&tents"), [this] { ShowPage(kFirstPage); });
-        AddButton(*bar, QStringLiteral("&Back"), [this] { m_text->backward(); });
+        AddButton(*bar, TTexts::tr("Con&tents"), [this] { ShowPage(kFirstPage); });
+        AddButton(*bar, TTexts::tr("&Back"), [this] { m_text->backward(); });
         bar->addStretch();
         m_find->setObjectName(QStringLiteral("e_Find"));
-        m_find->setPlaceholderText(QStringLiteral("Find in this page"));
-        m_find->setAccessibleName(QStringLiteral("Find in this page"));
+        m_find->setPlaceholderText(TTexts::tr("Find in this page"));
+        m_find->setAccessibleName(TTexts::tr("Find in this page"));
         m_find->setClearButtonEnabled(true);
         bar->addWidget(m_find);
         layout->addLayout(bar);
         m_text->setObjectName(QStringLiteral("m_Manual"));
-        m_text->setAccessibleName(QStringLiteral("Manual"));
+        m_text->setAccessibleName(TTexts::tr("Manual"));
         m_text->setOpenExternalLinks(true);
         layout->addWidget(m_text, 1);
         connect(m_find, &QLineEdit::returnPressed, this, [this] { Find(); });
@@ -64,7 +95,7 @@ private:
     }
 
     QLineEdit* m_find = new QLineEdit(this);
-    QTextBrowser* m_text = new QTextBrowser(this);
+    TManualText* m_text = new TManualText(this);
 };
 
 } // namespace

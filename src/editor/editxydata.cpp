@@ -1,13 +1,16 @@
 #include "editor/editxydata.h"
 
+#include "dialog/frame/data_set_list.h"
 #include "dialog/frame/data_wizard.h"
 #include "dialogs/messages/message_box_sink.h"
+#include "dialogs/messages/password_question.h"
 #include "dialogs/messages/progress_window.h"
 #include "dialogs/messages/window_place.h"
 #include "dialogs/recovery/recovery_dialog.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/holder.h"
 #include "session/recovery_writer.h"
+#include "sources/database/connection/password_asker.h"
 #include "support/errors.h"
 #include "support/guard.h"
 #include "support/number_text.h"
@@ -170,13 +173,15 @@ bool EditData(TxyGraph& graph, TShortString& templateName, int templateNameMax,
     TxyDataWizard& wizard = holder.Wizard;
     const TMessageBoxScope messages;
     const TProgressMakerScope progressMaker([] { return std::make_unique<TProgressWindow>(); });
+    const TPasswordAskerScope passwords(AskPassword);
     TKeptEditing kept(wizard, graph, FromShortString(templateName));
     wizard.SetStartPage(startPage);
     CopyIn(wizard.WorkGraph(), graph);
     wizard.SetTemplateName(FromShortString(templateName));
+    wizard.SetDocumentName(graph.windowTitle());
     PlaceInTheMiddle(wizard);
     if (openWithSource) {
-        wizard.NewSeries();
+        wizard.DataSets().New();
         wizard.AttachSource(FromShortString(sourceFile));
     }
     kept.GoOnWhenShown();

@@ -21,7 +21,7 @@ extern "C" {
 ///
 /// - Graph: the host's graph; untouched on Cancel and when an exception passes before the dialog has closed.
 /// - TemplateName: shown in the caption and used by "Set as Default"; written back with the graph, cut to
-///   TemplateNameMax characters.
+///   TemplateNameMax characters. A Graph with a windowTitle() is named by that in the caption.
 /// - SourceFile: a data file that a new data set is fed from; read only when OpenWithSource is true.
 /// - StartPage: the page shown first (General 0, Data Source 1, …); negative keeps the last page.
 ///

@@ -26,7 +26,7 @@ XYGRAPH_EXPORT std::string LowerCased(std::string_view text);
 /// The procedure of value words: copies the double behind the first argument into the result.
 void CopyValue(TEvalRecord& record);
 
-class XYGRAPH_EXPORT TExprWord {
+class TExprWord {
 public:
     /// The name is stored in lower case.
     TExprWord(std::string_view name, TEvalProcedure procedure);
@@ -45,6 +45,8 @@ public:
     TEvalProcedure Procedure() const { return m_procedure; }
     /// True for constants, strings and variables.
     bool IsValue() const { return m_procedure == &CopyValue; }
+    /// A formula used the name before anybody defined it.
+    virtual bool IsGenerated() const { return false; }
 
 private:
     std::string m_name;
@@ -71,6 +73,7 @@ public:
 
     std::string AsString() const override { return m_stringValue; }
     TResultType ResultType() const override { return m_varType; }
+    bool IsGenerated() const override { return true; }
     void SetStringValue(std::string_view text) { m_stringValue = text; }
     TResultType VarType() const { return m_varType; }
     void SetVarType(TResultType type) { m_varType = type; }

@@ -39,7 +39,6 @@ struct TNameHint {
 XYGRAPH_EXPORT std::optional<TNameHint> FindNameHint(std::string_view formula, TExpressionParser& parser);
 
 /// An error of the parser about a formula, and behind it the hint where there is one.
-XYGRAPH_EXPORT std::string WithNameHint(const std::string& error, std::string_view formula,
-                                        TExpressionParser& parser);
+std::string WithNameHint(const std::string& error, std::string_view formula, TExpressionParser& parser);
 
 } // namespace lumoplot

@@ -7,7 +7,7 @@ namespace lumoplot {
 
 /// A formula that does not compile: "Unequal brackets", "Syntax error in expression TEXT",
 /// "Can not find operand/function", "Too many arguments", "OPERATOR is not a valid string operand".
-class XYGRAPH_EXPORT EParserException : public ELumoError {
+class EParserException : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };

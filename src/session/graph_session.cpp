@@ -63,6 +63,14 @@ void TGraphSession::FollowUp(const std::function<void()>& action) {
     action();
 }
 
+void TGraphSession::Fed(TFedRows rows) {
+    m_history->NoteFed();
+    const bool isGone = rows == TFedRows::GoneUnlessSaved;
+    const bool isNew = isGone && !std::exchange(m_hasUnrecorded, true);
+    if (isNew) Q_EMIT Changed();
+    Q_EMIT Grown();
+}
+
 void TGraphSession::NameStep(const std::string& name) {
     m_stepName = name;
 }
@@ -147,13 +155,18 @@ int TGraphSession::UnsavedSteps() const {
 }
 
 std::shared_ptr<const TGraphSnapshot> TGraphSession::Snapshot() const {
+    if (!IsStepOpen()) m_history->AbsorbFed();
     if (const TGraphSnapshot* present = m_history->Present())
         return std::make_shared<const TGraphSnapshot>(*present);
     return std::make_shared<const TGraphSnapshot>(m_graph, nullptr, std::make_shared<TMemoryMeter>());
 }
 
 TSideStatePtr TGraphSession::Side() const {
-    return m_history->PresentSide();
+    return IsTyping() ? m_history->TypedSide() : m_history->PresentSide();
+}
+
+bool TGraphSession::IsTyping() const {
+    return m_history->IsRecording() && m_history->IsTyping();
 }
 
 TOpenStep::TOpenStep(TGraphSession& session, const std::string& name, TMergeKey key)

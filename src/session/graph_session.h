@@ -21,6 +21,9 @@ class TOpenStep;
 class TUndoHistory;
 class TxyGraph;
 
+/// What is lost of rows that a link has fed when nobody saves them.
+enum class TFedRows { CanBeReadAgain, GoneUnlessSaved };
+
 class XYGRAPH_EXPORT TGraphSession : public QObject {
     Q_OBJECT
 
@@ -29,7 +32,7 @@ public:
     /// must outlive the session, which is its change hook: what the mouse and the keys change there is a
     /// step. Nothing is recorded before Start.
     explicit TGraphSession(TxyGraph& graph, QObject* parent = nullptr);
-    TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent = nullptr);
+    XYGRAPH_LOCAL TGraphSession(TxyGraph& graph, std::size_t memoryLimit, QObject* parent = nullptr);
     ~TGraphSession() override;
 
     TxyGraph& Graph() const { return m_graph; }
@@ -52,6 +55,9 @@ public:
     bool Change(const std::string& name, TMergeKey key, const std::function<void()>& action);
     /// Runs `action`, which follows from the last step or only shows something: a Change inside is no step.
     void FollowUp(const std::function<void()>& action);
+    /// A link has fed points to data sets of the graph (those with a FeedId). That is no step, undo and redo
+    /// leave these points in, and a snapshot has them.
+    void Fed(TFedRows rows);
     /// The open step gets another name, as only its action knew it. Without an open step nothing happens.
     void NameStep(const std::string& name);
     /// The next Change joins no step before it: the edit was left.
@@ -76,16 +82,22 @@ public:
     bool IsClean() const;
     void MarkClean();
     /// The steps that lead from the clean state to the present one; at least 0.
-    int UnsavedSteps() const;
+    XYGRAPH_LOCAL int UnsavedSteps() const;
     /// The graph after the last step, to be read in any thread; shared with the steps, where they are
     /// recorded.
-    std::shared_ptr<const TGraphSnapshot> Snapshot() const;
-    /// What belongs to that beside the graph; null while nothing is recorded.
-    TSideStatePtr Side() const;
+    XYGRAPH_LOCAL std::shared_ptr<const TGraphSnapshot> Snapshot() const;
+    /// What belongs to that beside the graph, with what is being typed; null while nothing is recorded.
+    XYGRAPH_LOCAL TSideStatePtr Side() const;
+    /// Something is being typed that will be a step when its edit is left.
+    bool IsTyping() const;
 
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.
     void Changed();
+    /// Links have fed points.
+    void Grown();
+    /// IsTyping is another, or what is typed: emitted by who types.
+    void Typed();
     /// A former state has been put back, by Undo, Redo or an exception: what shows the graph's content must
     /// be filled anew.
     void PutBack();
@@ -93,9 +105,9 @@ Q_SIGNALS:
 private:
     friend class TOpenStep;
 
-    bool Open(const std::string& name);
-    bool Close(TMergeKey key);
-    void GiveUp();
+    XYGRAPH_LOCAL bool Open(const std::string& name);
+    XYGRAPH_LOCAL bool Close(TMergeKey key);
+    XYGRAPH_LOCAL void GiveUp();
 
     TxyGraph& m_graph;
     std::unique_ptr<TUndoHistory> m_history;

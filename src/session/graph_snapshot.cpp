@@ -39,6 +39,15 @@ TBytes SectionOf(std::span<const TSectionRow<T>> rows, const T& object) {
     return bytes;
 }
 
+TBytesPointer PendingFitOf(const TCurFit& fit, const TSeriesState* earlier,
+                           const std::shared_ptr<TMemoryMeter>& meter) {
+    if (!fit.IsPending()) return nullptr;
+    TBytes bytes;
+    TxyWriter writer(bytes, TEncoding::Compact);
+    fit.SaveToStream(writer);
+    return Share(std::move(bytes), earlier && earlier->PendingFit ? &earlier->PendingFit : nullptr, meter);
+}
+
 bool SamePoints(const TSeriesState& a, const TSeriesState& b) {
     return a.Points == b.Points || *a.Points == *b.Points;
 }
@@ -80,12 +89,14 @@ TSeriesState StateOf(const TSeries& series, const TSeriesState* earlier,
     state.SourceRows = series.SourceRows();
     state.TextWishes = series.TextWishes();
     state.FitRun = series.CurveFit().RunState();
+    state.PendingFit = PendingFitOf(series.CurveFit(), earlier, meter);
     state.RegressionStale = series.RegressionStale();
     state.IsThinned = series.IsThinned();
     state.NeedsReload = series.DataSourceInfo().NeedsReload();
     state.IsSamplingChosen = series.DataSourceInfo().IsSamplingChosen();
     state.UsesXAxisSeries = series.UseXAxisSeries();
     state.DataStamp = series.DataStamp();
+    state.FeedId = series.DataSourceInfo().FeedId();
     return state;
 }
 
@@ -105,11 +116,8 @@ void RestoreRegression(TSeries& series, bool stale) {
     if (!stale) series.UpdateRegression();
 }
 
-// What was worked out, when the data sets and the one that is X are what they were.
-void RestoreResults(TSeries& series, const TSeriesState& state, bool hasOtherX) {
-    const TUpdateHold hold(series);
-    if (hasOtherX) series.XSourceChanged();
-    series.RestoreExtents(state.Extents);
+// What was worked out, when the data sets and the one that is X are what they were, baselines included.
+void RestoreResults(TSeries& series, const TSeriesState& state) {
     RestoreRegression(series, state.RegressionStale);
     series.RestoreExtents(state.Extents); // sampling the curve of a fit has brought them up to date
     series.CurveFit().RestoreRunState(state.FitRun);
@@ -118,6 +126,28 @@ void RestoreResults(TSeries& series, const TSeriesState& state, bool hasOtherX) 
     series.SetThinned(state.IsThinned);
     series.DataSourceInfo().SetNeedsReload(state.NeedsReload);
     series.DataSourceInfo().SetSamplingChosen(state.IsSamplingChosen);
+    series.DataSourceInfo().SetFeedId(state.FeedId);
+}
+
+const TSeriesState* FedState(const std::vector<TSeriesState>& states, std::uint64_t feedId) {
+    const auto found = std::ranges::find(states, feedId, &TSeriesState::FeedId);
+    return feedId == 0 || found == states.end() ? nullptr : &*found;
+}
+
+// The points of `edited` that were there at the step, and those of `present` that came behind it.
+TPointChain JoinFed(const TPointSnapshot& edited, const TPointSnapshot& present, std::int32_t lastId) {
+    // Points that are added get Ids that no step has seen.
+    TPointChain joined(edited.Runs(), std::max(edited.LastId(), present.LastId()));
+    std::vector<std::int32_t> later;
+    for (TPointCursor point = joined.First(); point; point = point.Next())
+        if (point.Id() > lastId) later.push_back(point.Id());
+    for (const std::int32_t id : later) joined.Erase(id);
+    for (const TPointSpans& run : present.Runs())
+        for (std::size_t i = 0; i < run.Ids.size(); ++i)
+            if (run.Ids[i] > lastId)
+                joined.Add(run.X[i], run.Y[i], {.DuplicatesAllowed = true},
+                           run.YErrors.empty() ? 0 : run.YErrors[i]);
+    return joined;
 }
 
 } // namespace
@@ -157,6 +187,36 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
     }
 }
 
+std::vector<TFedAtStep> TGraphSnapshot::FedSince(const TGraphSnapshot& before) const {
+    std::vector<TFedAtStep> fed;
+    for (const TSeriesState& state : m_series) {
+        const TSeriesState* earlier = FedState(before.m_series, state.FeedId);
+        if (!earlier) continue;
+        fed.push_back({state.FeedId, state.Points->LastId(), !SamePoints(*earlier, state)});
+    }
+    return fed;
+}
+
+void TGraphSnapshot::TakeFed(const TGraphSnapshot& present, const std::vector<TFedAtStep>& step) {
+    for (TSeriesState& state : m_series) {
+        const TSeriesState* now = FedState(present.m_series, state.FeedId);
+        const auto fed = std::ranges::find(step, state.FeedId, &TFedAtStep::FeedId);
+        if (!now || fed == step.end() || SamePoints(state, *now)) continue;
+        state.RegressionStale = true;
+        if (!fed->IsEdited) {
+            state.Points = now->Points;
+            state.Extents = now->Extents;
+            state.SourceRows = now->SourceRows;
+            state.DataStamp = now->DataStamp;
+            continue;
+        }
+        const TPointChain points = JoinFed(*state.Points, *now->Points, fed->LastId);
+        state.Points = std::make_shared<const TPointSnapshot>(points, state.Points.get(), m_meter);
+        state.Extents.Stale = true;
+        state.DataStamp = 0;
+    }
+}
+
 bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {
     return m_dataDirectory == other.m_dataDirectory && m_xAxisSerIndex == other.m_xAxisSerIndex &&
            std::ranges::equal(m_settings, other.m_settings, [](const auto& a, const auto& b) {
@@ -180,7 +240,11 @@ void TGraphSnapshot::Restore(TxyGraph& graph, int currSerIndex) const {
     graph.Appearance()->FollowXAxisSeries(m_xAxisSerIndex);
     for (std::size_t i = 0; i < m_series.size(); ++i)
         graph.Series()[i]->RestoreUseXAxisSeries(m_series[i].UsesXAxisSeries);
-    for (std::size_t i = 0; i < m_series.size(); ++i) RestoreResults(*graph.Series()[i], m_series[i], hasX);
+    for (std::size_t i = 0; i < m_series.size(); ++i) {
+        if (hasX) graph.Series()[i]->XSourceChanged();
+        graph.Series()[i]->RestoreExtents(m_series[i].Extents);
+    }
+    for (std::size_t i = 0; i < m_series.size(); ++i) RestoreResults(*graph.Series()[i], m_series[i]);
     graph.SetMarks(m_marks);
     RestoreChildren(graph);
     graph.Appearance()->SetCurrSerIndex(currSerIndex);

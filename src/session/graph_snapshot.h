@@ -39,17 +39,27 @@ struct TSeriesState {
     TSourceRows SourceRows;
     TTextWishes TextWishes;
     TFitRunState FitRun;
+    /// The definition of a fit that the graph is to run; null where none is pending.
+    std::shared_ptr<const TSharedBytes> PendingFit;
     bool IsThinned = false;
     bool NeedsReload = false;
     bool RegressionStale = false;
     bool UsesXAxisSeries = false;
     bool IsSamplingChosen = false;
+    std::uint64_t FeedId = 0;    ///< of the link that feeds the data set
     std::uint64_t DataStamp = 0; ///< of the data set when the state was taken
 
     /// What a file holds is the same.
     bool SameContent(const TSeriesState& other) const;
     /// The same for a user: what only waits to be worked out anew is not looked at.
     bool operator==(const TSeriesState& other) const;
+};
+
+/// A data set that a link feeds, right behind a step.
+struct TFedAtStep {
+    std::uint64_t FeedId = 0;
+    std::int32_t LastId = 0; ///< of its points
+    bool IsEdited = false;   ///< the step has changed its points
 };
 
 class TGraphSnapshot {
@@ -61,9 +71,15 @@ public:
     /// 3, … afterwards, and the current one is `currSerIndex`.
     void Restore(TxyGraph& graph, int currSerIndex) const;
 
+    /// The data sets that links feed, after the step that led from `before` to this state.
+    std::vector<TFedAtStep> FedSince(const TGraphSnapshot& before) const;
+    /// Takes over what links have fed since that step and `present` has, but no other points.
+    void TakeFed(const TGraphSnapshot& present, const std::vector<TFedAtStep>& step);
+
     /// All data sets, in order.
     const std::vector<TSeriesState>& Series() const { return m_series; }
     const std::map<int, TGraphMark>& Marks() const { return m_marks.Marks(); }
+    int CurrentMark() const { return m_marks.CurrentID(); }
     /// Appearance, dimensions, the three axes and the legend, each as the entries of its section, without the
     /// data sets that are current and X.
     const std::vector<std::shared_ptr<const TSharedBytes>>& Settings() const { return m_settings; }

@@ -1,6 +1,7 @@
 #include "session/recovery_file.h"
 
 #include "data/series/ds_info.h"
+#include "fit/definition/fit_run_text.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
 #include "session/recovery_points.h"
@@ -10,13 +11,14 @@
 
 #include <QCryptographicHash>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace lumoplot {
 namespace {
 
 constexpr std::string_view kMagic = "lumoplot-recovery-";
-constexpr std::string_view kVersion = "02";
+constexpr std::string_view kVersion = "03";
 constexpr std::size_t kHashSize = 32;
 constexpr std::size_t kHeaderSize = kMagic.size() + kVersion.size() + kHashSize;
 constexpr std::size_t kMostSeries = 65535;
@@ -143,33 +145,62 @@ void WriteSeriesState(TRecoveryBytesWriter& writer, const TSeriesState& state) {
     writer.Number(state.SourceRows.Chosen);
     writer.Number(state.SourceRows.Used);
     WriteWishes(writer, state.TextWishes);
-    for (const bool flag : {state.IsThinned, state.NeedsReload, state.RegressionStale, state.FitRun.Modified,
-                            state.FitRun.Stale})
+    const TSeriesExtents& e = state.Extents;
+    writer.Numbers<double>(std::array{e.MinX, e.MaxX, e.MinY, e.MaxY, e.ZeroValue, e.BaseLineSlope});
+    for (const bool flag : {state.IsThinned, state.NeedsReload, state.IsSamplingChosen, state.UsesXAxisSeries,
+                            e.Stale, e.AwaitsFiniteY, state.RegressionStale, state.FitRun.Modified})
         writer.Flag(flag);
-    writer.Text(state.FitRun.Error);
+    writer.Text(FitRunText(state.FitRun));
 }
 
-// How the fit ended stands in the record; what the points do to it on their way is put right behind them.
-void ReadSeriesState(TRecoveryBytesReader& reader, TSeries& series) {
+/// What was worked out from the points of a data set, and from those that are its X.
+struct TSeriesResults {
+    TSeriesExtents Extents;
+    bool UsesXAxisSeries;
+    bool IsRegressionStale;
+    TFitRunState FitRun;
+};
+
+/// Such as no points have are worked out anew.
+TSeriesExtents ReadExtents(TRecoveryBytesReader& reader) {
+    const std::vector<double> e = reader.Numbers<double>(6);
+    const auto isFinite = [](double value) { return std::isfinite(value); };
+    const bool isLegal = std::all_of(e.begin(), e.begin() + 4, isFinite) && e[0] <= e[1] && e[2] <= e[3];
+    return {e[0], e[1], e[2], e[3], e[4], e[5], !isLegal, false};
+}
+
+TSeriesResults ReadSeriesState(TRecoveryBytesReader& reader, TSeries& series) {
     const TUpdateHold hold(series);
     TByteSource source(reader.Bytes());
     TxyReader record(source);
     ReadSeries(record, series);
-    TFitRunState run = series.CurveFit().RunState();
     series.SwapPoints(ReadPoints(reader));
     TSeriesSource known;
     known.Rows.Chosen = reader.Number<std::int64_t>();
     known.Rows.Used = reader.Number<std::int64_t>();
     known.Wishes = ReadWishes(reader);
+    TSeriesResults results = {ReadExtents(reader), false, false, {}};
     known.IsThinned = reader.Flag();
     known.NeedsReload = reader.Flag();
-    const bool isRegressionStale = reader.Flag();
-    run.Modified = reader.Flag();
-    run.Stale = reader.Flag();
-    run.Error = reader.Text();
-    if (!isRegressionStale) series.UpdateRegression();
+    known.IsSamplingChosen = reader.Flag();
+    results.UsesXAxisSeries = reader.Flag();
+    results.Extents.Stale |= reader.Flag();
+    results.Extents.AwaitsFiniteY = reader.Flag();
+    results.IsRegressionStale = reader.Flag();
+    const bool isFitModified = reader.Flag();
+    results.FitRun = FitRunOf(reader.Text());
+    results.FitRun.Modified = isFitModified;
     series.SetSourceState(known);
-    series.CurveFit().RestoreRunState(run);
+    return results;
+}
+
+/// When all data sets are there, and the one that is X is known.
+void PutResults(TSeries& series, const TSeriesResults& results) {
+    const TUpdateHold hold(series);
+    series.RestoreExtents(results.Extents);
+    if (!results.IsRegressionStale) series.UpdateRegression();
+    series.RestoreExtents(results.Extents); // sampling the curve of a fit has brought them up to date
+    series.CurveFit().RestoreRunState(results.FitRun);
 }
 
 /// The data sets are numbered anew where they are read; 0 for none.
@@ -190,6 +221,7 @@ void WriteGraphState(TRecoveryBytesWriter& writer, const TGraphSnapshot& graph) 
         WriteEntries(entries, MarkRows(), mark);
         writer.Bytes(section);
     }
+    writer.Number<std::int32_t>(graph.CurrentMark());
     writer.Number<std::int32_t>(PlaceOf(graph, graph.XAxisSerIndex()));
     writer.Number<std::int32_t>(PlaceOf(graph, graph.CurrSerIndex()));
     writer.Count(graph.Children().size());
@@ -205,12 +237,16 @@ public:
         VisitSections(graph, [&](auto rows, auto& object) { ReadSection(rows, m_reader.Bytes(), object); });
         graph.Appearance()->SetDataDirectory(m_reader.Text());
         const auto seriesCount = static_cast<int>(std::min(kMostSeries, m_reader.Count(kSmallestSeries)));
+        std::vector<TSeriesResults> results;
         for (int number = 1; number <= seriesCount; ++number)
-            ReadSeriesState(m_reader, *graph.AddSeriesNumbered(number));
+            results.push_back(ReadSeriesState(m_reader, *graph.AddSeriesNumbered(number)));
         ReadMarks(graph);
         const auto xAxisSerIndex = ReadIndex(seriesCount);
         const auto currSerIndex = ReadIndex(seriesCount);
         graph.Appearance()->RestoreIndices(xAxisSerIndex, currSerIndex);
+        for (std::size_t i = 0; i < results.size(); ++i)
+            graph.Series()[i]->RestoreUseXAxisSeries(results[i].UsesXAxisSeries);
+        for (std::size_t i = 0; i < results.size(); ++i) PutResults(*graph.Series()[i], results[i]);
         ReadChildren(graph, depth);
         graph.NeedRescale();
     }
@@ -223,12 +259,15 @@ private:
     }
 
     void ReadMarks(TxyGraph& graph) {
+        TMarkChain marks;
         for (std::size_t count = m_reader.Count(sizeof(std::int32_t)); count > 0; --count) {
             TGraphMark mark;
             ReadSection(MarkRows(), m_reader.Bytes(), mark);
-            graph.SetMark(mark);
+            marks.Set(mark);
         }
-        graph.SelectMark(1);
+        const auto current = m_reader.Number<std::int32_t>();
+        if (current != 0) marks.Select(current);
+        graph.SetMarks(marks);
     }
 
     void ReadChildren(TxyGraph& graph, int depth) {

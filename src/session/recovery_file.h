@@ -26,14 +26,14 @@ struct TRecoveryInfo {
 };
 
 /// `beside` may be null. May run in any thread.
-XYGRAPH_EXPORT TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph,
-                                    const TSideStatePtr& beside = nullptr);
+TBytes RecoveryBytes(const TRecoveryInfo& info, const TGraphSnapshot& graph,
+                     const TSideStatePtr& beside = nullptr);
 
 /// The bytes are whole: they are those that RecoveryBytes gave, though their content may still be refused.
 bool IsWholeRecovery(std::span<const std::uint8_t> bytes);
 
 /// Reads what RecoveryBytes gave into a new graph, wholly checked. Throws EGraphFileError "This is not a
 /// recovery file", "The recovery file is damaged" or "… of another version".
-XYGRAPH_EXPORT TRecoveryInfo ReadRecovery(std::span<const std::uint8_t> bytes, TxyGraph& graph);
+TRecoveryInfo ReadRecovery(std::span<const std::uint8_t> bytes, TxyGraph& graph);
 
 } // namespace lumoplot

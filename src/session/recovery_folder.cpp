@@ -125,7 +125,10 @@ TRecoveryPlace::TRecoveryPlace(const QString& folder, const QString& kind)
     : m_fileName(QDir(folder).filePath(NewName(kind))), m_lock(LockOf(m_fileName)) {
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    if (!m_lock->tryLock()) throw EFileError("Can not save to file " + m_fileName.toStdString());
+    if (!m_lock->tryLock())
+        throw EFileError("Can not save to file " + m_fileName.toStdString() +
+                         (m_lock->error() == QLockFile::PermissionError ? ": its folder can not be written"
+                                                                        : ": the disk may be full"));
 }
 
 TRecoveryPlace::~TRecoveryPlace() = default;

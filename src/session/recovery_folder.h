@@ -18,9 +18,9 @@ namespace lumoplot {
 XYGRAPH_EXPORT QString RecoveryFolder();
 
 /// A session whose process is gone. While the object lives nobody else is offered it.
-class XYGRAPH_EXPORT TLeftSession {
+class TLeftSession {
 public:
-    ~TLeftSession();
+    XYGRAPH_EXPORT ~TLeftSession();
     TLeftSession(const TLeftSession&) = delete;
     TLeftSession& operator=(const TLeftSession&) = delete;
 
@@ -28,17 +28,17 @@ public:
     const QString& FileName() const { return m_fileName; }
     /// "host", "editor_…".
     QString Kind() const;
-    QDateTime LastWritten() const;
+    XYGRAPH_EXPORT QDateTime LastWritten() const;
     /// The file's content is put into the graph. Throws what ReadRecovery and reading a file throw.
-    TRecoveryInfo Read(TxyGraph& graph) const;
+    XYGRAPH_EXPORT TRecoveryInfo Read(TxyGraph& graph) const;
     /// Removes the file for good.
-    void Discard();
+    XYGRAPH_EXPORT void Discard();
     /// The file becomes one that sessions of that kind have left, and this object ends. False when it can
     /// not.
-    bool GiveTo(const QString& kind);
+    XYGRAPH_EXPORT bool GiveTo(const QString& kind);
     /// The file gets a name by which it is not offered again, in the same folder; that name. Empty when it
     /// can not be renamed.
-    QString SetAside();
+    XYGRAPH_EXPORT QString SetAside();
 
 private:
     friend class TRecoveryPlace;

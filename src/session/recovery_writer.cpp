@@ -21,6 +21,10 @@ QString ThisProgram() {
     return QString::fromLatin1(QCryptographicHash::hash(name, QCryptographicHash::Sha256).toHex().left(8));
 }
 
+bool HasUnsaved(const TGraphSession& session) {
+    return !session.IsClean() || session.IsTyping();
+}
+
 } // namespace
 
 QString RecoveryKind(const TxyGraph& graph, const std::string& name) {
@@ -85,6 +89,8 @@ TRecoveryWriter::TRecoveryWriter(TGraphSession& session, TRecoveryOptions option
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &TRecoveryWriter::Write);
     connect(&session, &TGraphSession::Changed, this, &TRecoveryWriter::OnChanged);
+    connect(&session, &TGraphSession::Grown, this, &TRecoveryWriter::OnChanged);
+    connect(&session, &TGraphSession::Typed, this, &TRecoveryWriter::OnChanged);
     OnChanged();
 }
 
@@ -107,15 +113,17 @@ void TRecoveryWriter::Flush() {
 }
 
 /// Between the starts of two writings: a step that just misses one is written by the next in time, also when
-/// that takes twice as long.
+/// that takes five times as long, as on a processor that others keep busy. Half of the time nothing is
+/// written.
 qint64 TRecoveryWriter::PauseMs() const {
-    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 2 * m_writingMs);
-    return std::max<qint64>(m_options.IntervalMs - earlier, 0);
+    const qint64 earlier = std::max<qint64>(m_options.IntervalMs / 5, 5 * m_writingMs);
+    const qint64 least = std::min<qint64>(2 * m_writingMs, m_options.IntervalMs / 2);
+    return std::max<qint64>(m_options.IntervalMs - earlier, least);
 }
 
 // The first step after a while is written at once; those that follow wait until the pause is over.
 void TRecoveryWriter::OnChanged() {
-    if (m_session.IsClean()) return Remove();
+    if (!HasUnsaved(m_session)) return Remove();
     if (m_timer.isActive()) return;
     const qint64 passed = m_sinceWriting.isValid() ? m_sinceWriting.elapsed() : PauseMs();
     m_timer.start(static_cast<int>(std::clamp<qint64>(PauseMs() - passed, 0, m_options.IntervalMs)));
@@ -151,7 +159,7 @@ void TRecoveryWriter::Write() {
 
 void TRecoveryWriter::WritingEnded(qint64 tookMs) {
     m_writingMs = tookMs;
-    if (std::exchange(m_isDue, false) && !m_session.IsClean()) Write();
+    if (std::exchange(m_isDue, false) && HasUnsaved(m_session)) Write();
 }
 
 void TRecoveryWriter::Remove() {

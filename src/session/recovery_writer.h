@@ -61,14 +61,14 @@ Q_SIGNALS:
 private:
     class TOnTheWay;
 
-    void OnChanged();
-    void Write();
-    void WritingEnded(qint64 tookMs);
-    void Remove();
-    qint64 PauseMs() const;
-    TRecoveryInfo Info(const TGraphSnapshot& graph) const;
-    void Attempt(const std::function<void()>& work);
-    void TellFailure(const QString& text);
+    XYGRAPH_LOCAL void OnChanged();
+    XYGRAPH_LOCAL void Write();
+    XYGRAPH_LOCAL void WritingEnded(qint64 tookMs);
+    XYGRAPH_LOCAL void Remove();
+    XYGRAPH_LOCAL qint64 PauseMs() const;
+    XYGRAPH_LOCAL TRecoveryInfo Info(const TGraphSnapshot& graph) const;
+    XYGRAPH_LOCAL void Attempt(const std::function<void()>& work);
+    XYGRAPH_LOCAL void TellFailure(const QString& text);
 
     TGraphSession& m_session;
     TRecoveryOptions m_options;

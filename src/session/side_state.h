@@ -28,6 +28,11 @@ using TSideStatePtr = std::shared_ptr<const TSideState>; ///< null when there is
 struct TSideAccess {
     std::function<TSideStatePtr()> Take;
     std::function<void(const TSideStatePtr&)> PutBack;
+    // Both may be empty. What is being typed in an edit that is still open is no step, but recovery files
+    // keep it.
+
+    std::function<bool()> IsTyping = {};
+    std::function<TSideStatePtr()> TakeTyped = {}; ///< as Take, as if that edit were left
 };
 
 } // namespace lumoplot

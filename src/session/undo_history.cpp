@@ -8,15 +8,29 @@ namespace lumoplot {
 
 namespace {
 
-/// The data sets whose pending fits have run in between, by their numbers.
-std::vector<int> FitsRunBetween(const TGraphSnapshot& before, const TGraphSnapshot& after) {
-    std::vector<int> numbers;
-    for (const TSeriesState& series : before.Series()) {
-        const auto later = std::ranges::find(after.Series(), series.Number, &TSeriesState::Number);
-        const bool hasRun = later != after.Series().end() && series.FitRun.Stale && !later->FitRun.Stale;
-        if (hasRun) numbers.push_back(series.Number);
+/// Of the data set whose values are X of that one; 0 for none.
+std::uint64_t XStamp(const TGraphSnapshot& graph, const TSeriesState& series) {
+    if (!series.UsesXAxisSeries || graph.XAxisSerIndex() == series.Number) return 0;
+    const auto x = std::ranges::find(graph.Series(), graph.XAxisSerIndex(), &TSeriesState::Number);
+    return x == graph.Series().end() ? 0 : x->DataStamp;
+}
+
+/// The same pending fit of the same values.
+bool SamePendingFit(const TGraphSnapshot& a, const TSeriesState& ofA, const TGraphSnapshot& b,
+                    const TSeriesState& ofB) {
+    return ofA.PendingFit && ofB.PendingFit && ofA.PendingFit->Bytes() == ofB.PendingFit->Bytes() &&
+           ofA.DataStamp == ofB.DataStamp && XStamp(a, ofA) == XStamp(b, ofB);
+}
+
+// A step that has been added to.
+void JoinFed(std::vector<TFedAtStep>& fed, const std::vector<TFedAtStep>& added) {
+    for (const TFedAtStep& more : added) {
+        const auto known = std::ranges::find(fed, more.FeedId, &TFedAtStep::FeedId);
+        if (known == fed.end())
+            fed.push_back(more);
+        else
+            *known = {more.FeedId, more.LastId, known->IsEdited || more.IsEdited};
     }
-    return numbers;
 }
 
 } // namespace
@@ -65,8 +79,11 @@ bool TUndoHistory::Note(const TNaming& naming, TMergeKey key) {
     } else {
         const int currSerIndex = now.Graph.CurrSerIndex();
         std::string name = naming(present.Whole.Graph, now.Graph);
-        std::vector<int> fits = FitsRunBetween(present.Whole.Graph, now.Graph);
-        m_states.push_back({std::move(now), ++m_lastId, currSerIndex, std::move(name), key, std::move(fits)});
+        std::vector<TFedAtStep> fed = now.Graph.FedSince(present.Whole.Graph);
+        TState next = {std::move(now), ++m_lastId, currSerIndex, std::move(name), key};
+        next.Fed = std::move(fed);
+        NoteFits(present.Whole.Graph, next);
+        m_states.push_back(std::move(next));
         ++m_present;
     }
     m_isOpen = true;
@@ -83,9 +100,25 @@ void TUndoHistory::Join(TWhole now, const TNaming& naming) {
     }
     TState& present = m_states[m_present];
     present.StepName = naming(before.Graph, now.Graph);
-    present.FitsRun = FitsRunBetween(before.Graph, now.Graph);
+    JoinFed(present.Fed, now.Graph.FedSince(present.Whole.Graph));
     present.Id = ++m_lastId;
     present.Whole = std::move(now);
+    NoteFits(before.Graph, present);
+}
+
+/// What the step between them did to the fits.
+void TUndoHistory::NoteFits(const TGraphSnapshot& before, TState& state) {
+    state.FitsRun.clear();
+    state.FitsLeftAlone.clear();
+    const TGraphSnapshot& behind = state.Whole.Graph;
+    for (const TSeriesState& series : before.Series()) {
+        const auto later = std::ranges::find(behind.Series(), series.Number, &TSeriesState::Number);
+        if (later == behind.Series().end()) continue;
+        const TPlaces places = {static_cast<std::size_t>(&series - before.Series().data()),
+                                static_cast<std::size_t>(later - behind.Series().begin())};
+        if (series.FitRun.Stale && !later->FitRun.Stale) state.FitsRun.push_back(places);
+        if (SamePendingFit(before, series, behind, *later)) state.FitsLeftAlone.push_back(places);
+    }
 }
 
 void TUndoHistory::Absorb() {
@@ -115,32 +148,61 @@ void TUndoHistory::KeepWithinLimit() {
 void TUndoHistory::Undo() {
     if (!CanUndo()) return;
     Absorb();
-    const std::vector<int> fitsRun = m_states[m_present].FitsRun;
+    const TState& step = m_states[m_present];
+    const TKeptFits fits = FitsOf(step.FitsLeftAlone, &TPlaces::Behind, &TPlaces::Before);
     --m_present;
     m_isOpen = false;
-    const TWhole& state = m_states[m_present].Whole;
+    TWhole& state = m_states[m_present].Whole;
+    state.Graph.TakeFed(step.Whole.Graph, step.Fed);
     Restore(state, state.Graph.CurrSerIndex());
-    KeepFitsFromRunning(fitsRun);
+    PutFits(fits);
+    HoldFits(step.FitsRun);
+}
+
+/// Of the graph as it is, those that have run.
+TUndoHistory::TKeptFits TUndoHistory::FitsOf(const std::vector<TPlaces>& places, std::size_t TPlaces::*here,
+                                             std::size_t TPlaces::*there) const {
+    TKeptFits fits;
+    for (const TPlaces& place : places) {
+        const TCurFit& fit = m_graph.Series()[place.*here]->CurveFit();
+        if (fit.IsStale()) continue;
+        fits.emplace_back(place.*there, std::make_unique<TCurFit>());
+        fits.back().second->Assign(&fit);
+        fits.back().second->RestoreRunState(fit.RunState());
+    }
+    return fits;
+}
+
+/// Into the state that has just been put back, where they are pending still.
+void TUndoHistory::PutFits(const TKeptFits& fits) {
+    for (const auto& [place, kept] : fits) {
+        TCurFit& fit = m_graph.Series()[place]->CurveFit();
+        if (fit.IsPending()) fit.TakeAllOf(*kept);
+    }
+    if (!fits.empty()) Absorb();
 }
 
 /// Of the state that has just been put back.
-void TUndoHistory::KeepFitsFromRunning(const std::vector<int>& numbers) {
-    const auto& states = m_states[m_present].Whole.Graph.Series();
-    for (std::size_t i = 0; i < states.size(); ++i) {
-        if (std::ranges::find(numbers, states[i].Number) == numbers.end()) continue;
-        TCurFit& fit = m_graph.Series()[i]->CurveFit();
+void TUndoHistory::HoldFits(const std::vector<TPlaces>& places) {
+    for (const TPlaces& place : places) {
+        TCurFit& fit = m_graph.Series()[place.Before]->CurveFit();
         TFitRunState run = fit.RunState();
-        run.Stale = false;
+        run.Held = run.Stale;
         fit.RestoreRunState(run);
     }
+    if (!places.empty()) Absorb();
 }
 
 void TUndoHistory::Redo() {
     if (!CanRedo()) return;
     Absorb();
-    ++m_present;
+    const TGraphSnapshot& before = m_states[m_present++].Whole.Graph;
     m_isOpen = false;
-    Restore(m_states[m_present].Whole, m_states[m_present].CurrSerIndex);
+    TState& step = m_states[m_present];
+    const TKeptFits fits = FitsOf(step.FitsLeftAlone, &TPlaces::Before, &TPlaces::Behind);
+    step.Whole.Graph.TakeFed(before, step.Fed);
+    Restore(step.Whole, step.CurrSerIndex);
+    PutFits(fits);
 }
 
 int TUndoHistory::StepsFrom(std::uint64_t id) const {

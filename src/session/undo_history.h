@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace lumoplot {
 
@@ -40,6 +41,11 @@ public:
     }
     /// Takes what has changed since the last look into the present state: it belongs to no step of its own.
     void Absorb();
+    /// Links have fed points. AbsorbFed takes these, and what else has changed, into the present state.
+    void NoteFed() { m_isFed = true; }
+    void AbsorbFed() {
+        if (std::exchange(m_isFed, false)) Absorb();
+    }
     /// Puts back what the graph was at the last look.
     void PutBack();
     /// The next step joins none.
@@ -52,9 +58,10 @@ public:
     std::string RedoName() const { return CanRedo() ? m_states[m_present + 1].StepName : std::string(); }
     /// Puts the state before the last step back, with the data set current that the step was made on. What
     /// has changed since the last look goes with the step that it followed. A fit that the step has run is
-    /// not pending afterwards: it would run again where it was taken back.
+    /// held afterwards: it would run again where it was taken back. One that was pending before the step and
+    /// behind it, and has run since, keeps what it found when the step left alone what it depends on.
     void Undo();
-    /// Does the step again that was undone last.
+    /// Does the step again that was undone last. Fits are kept likewise.
     void Redo();
 
     /// A number of the present state that no other state has or had; 0 while nothing is recorded.
@@ -71,6 +78,9 @@ public:
         return m_states.empty() || !m_states[m_present].Whole.Side ? nullptr
                                                                    : m_states[m_present].Whole.Side->State;
     }
+    bool IsTyping() const { return m_side.IsTyping && m_side.IsTyping(); }
+    /// With what is being typed; only while it is.
+    TSideStatePtr TypedSide() const { return m_side.TakeTyped(); }
     /// The number of steps between the present state and the one with that number, in either direction; when
     /// that is gone, all steps that can be undone.
     int StepsFrom(std::uint64_t id) const;
@@ -88,14 +98,23 @@ private:
 
         bool operator==(const TWhole& other) const { return Graph == other.Graph && Side == other.Side; }
     };
+    /// A data set by its places before a step and behind it.
+    struct TPlaces {
+        std::size_t Before;
+        std::size_t Behind;
+    };
     struct TState {
         TWhole Whole;
         std::uint64_t Id;
         int CurrSerIndex = 0;      ///< right behind the step; the snapshot has that before the next one
         std::string StepName = {}; ///< of the step that led here
         TMergeKey Key = {};
-        std::vector<int> FitsRun = {}; ///< by that step: the numbers of their data sets
+        std::vector<TPlaces> FitsRun = {};       ///< by that step
+        std::vector<TPlaces> FitsLeftAlone = {}; ///< pending before and behind that step, and the same
+        std::vector<TFedAtStep> Fed = {};        ///< behind that step
     };
+    /// Copies of fits that are to go on in another state, by the places of their data sets there.
+    using TKeptFits = std::vector<std::pair<std::size_t, std::unique_ptr<TCurFit>>>;
 
     TWhole Take(const TWhole* earlier) const;
     std::shared_ptr<const TCountedSide> TakeSide(const TWhole* earlier) const;
@@ -103,7 +122,11 @@ private:
     void DropRedo();
     void KeepWithinLimit();
     void Join(TWhole now, const TNaming& naming);
-    void KeepFitsFromRunning(const std::vector<int>& numbers);
+    static void NoteFits(const TGraphSnapshot& before, TState& state);
+    TKeptFits FitsOf(const std::vector<TPlaces>& places, std::size_t TPlaces::*here,
+                     std::size_t TPlaces::*there) const;
+    void PutFits(const TKeptFits& fits);
+    void HoldFits(const std::vector<TPlaces>& places);
 
     TxyGraph& m_graph;
     TSideAccess m_side;
@@ -112,6 +135,7 @@ private:
     std::deque<TState> m_states; ///< from the oldest on; empty while nothing is recorded
     std::size_t m_present = 0;
     std::uint64_t m_lastId = 0;
+    bool m_isFed = false;  ///< since the last look
     bool m_isOpen = false; ///< the last thing that happened was a step, which the next may join
 };
 

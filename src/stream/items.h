@@ -34,8 +34,8 @@ inline constexpr int kEntriesPerPoint = 2;
 inline constexpr int kSectionHeader = 99;
 
 /// The encoding of everything that is written from now on; compact at start. Readers understand both.
-XYGRAPH_EXPORT bool CompactStreams();
-XYGRAPH_EXPORT void SetCompactStreams(bool compact);
+bool CompactStreams();
+void SetCompactStreams(bool compact);
 
 /// A read position over bytes that somebody else owns. Every read checks what is left first.
 class TByteSource {

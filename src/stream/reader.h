@@ -6,7 +6,7 @@
 #pragma once
 
 #include "stream/items.h"
-#include "support/font_spec.h"
+#include "support/look.h"
 
 #include <string>
 

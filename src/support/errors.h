@@ -10,43 +10,43 @@
 namespace lumoplot {
 
 /// Base of every exception that the system throws on its own account.
-class XYGRAPH_EXPORT ELumoError : public std::runtime_error {
+class ELumoError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 /// A text that holds no number: "'TEXT' is not a valid floating point value" (or "… integer value").
-class XYGRAPH_EXPORT EConvertError : public ELumoError {
+class EConvertError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
 
 /// A sectioned stream that breaks its grammar: "reading error 1", "conversion error", "Stream read Error", …
-class XYGRAPH_EXPORT EStreamError : public ELumoError {
+class EStreamError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
 
 /// A graph file that is none, or of an unknown version.
-class XYGRAPH_EXPORT EGraphFileError : public ELumoError {
+class EGraphFileError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
 
 /// A file that cannot be opened, read or written; the text names it.
-class XYGRAPH_EXPORT EFileError : public ELumoError {
+class EFileError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
 
 /// A standard error of Y that can be none.
-class XYGRAPH_EXPORT EYError : public ELumoError {
+class EYError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
 
 /// An axis whose range is inconsistent.
-class XYGRAPH_EXPORT EScaleError : public ELumoError {
+class EScaleError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };

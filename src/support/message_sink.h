@@ -11,7 +11,7 @@ namespace lumoplot {
 
 enum class TMessageKind { Information, Warning, Error, Confirmation };
 
-class XYGRAPH_EXPORT TMessageSink {
+class TMessageSink {
 public:
     virtual ~TMessageSink() = default;
     virtual void Show(TMessageKind kind, const std::string& text) = 0;

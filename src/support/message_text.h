@@ -16,6 +16,6 @@ inline constexpr std::size_t kLongestShownLine = 200; // characters
 XYGRAPH_EXPORT std::string ShownLine(std::string_view text, std::size_t mostCharacters = kLongestShownLine);
 
 /// The text with each of its lines made what ShownLine makes of it.
-XYGRAPH_EXPORT std::string ShownParagraph(std::string_view text);
+std::string ShownParagraph(std::string_view text);
 
 } // namespace lumoplot

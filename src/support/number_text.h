@@ -27,7 +27,7 @@ XYGRAPH_EXPORT std::string FormatFixed(double value, int decimals);
 
 /// The number that the whole text (blanks around it allowed) stands for, or nothing. A lone "," is accepted
 /// as the decimal sign; "nan", "inf" and "-inf" are numbers. Values beyond the range become infinite or 0.
-XYGRAPH_EXPORT std::optional<double> TryParseFloat(std::string_view text);
+std::optional<double> TryParseFloat(std::string_view text);
 
 /// As TryParseFloat. Throws EConvertError "'TEXT' is not a valid floating point value".
 XYGRAPH_EXPORT double ParseFloat(std::string_view text);

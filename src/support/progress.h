@@ -9,7 +9,7 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TProgress {
+class TProgress {
 public:
     virtual ~TProgress() = default;
     /// Starts a stage that runs from `minimum` to `maximum` under the given caption.

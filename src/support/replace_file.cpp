@@ -130,8 +130,7 @@ bool WriteInPlaceSafely(const fs::path& target, std::span<const std::uint8_t> by
 
 // A new file would not be the one that other names or another owner have.
 bool IsSharedWithOthers(const fs::path& target) {
-    std::error_code error;
-    if (fs::hard_link_count(target, error) > 1 && !error) return true;
+    if (HasOtherNames(target)) return true;
 #if defined(_WIN32)
     return false;
 #else
@@ -187,6 +186,7 @@ std::string ReasonNotSaved(const fs::path& target) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     if (target.empty()) return "it has no name. Choose one";
     if (fs::is_directory(target, error)) return "it is a folder. Choose another name";
+    if (error == std::errc::filename_too_long) return "its name is too long. Choose a shorter one";
     if (!fs::is_directory(folder, error)) return "its folder does not exist. Choose another one";
     if (IsHeldByOthers(target)) return "another program has it open. Close it there or choose another name";
     if (fs::exists(target, error) && !MayBeWritten(target))

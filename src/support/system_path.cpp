@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 #if defined(_WIN32)
+constexpr DWORD kWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 bool IsDigit(wchar_t c) {
     return c >= L'1' && c <= L'9';
 }
@@ -52,12 +54,25 @@ fs::path MarkedAsLong(const fs::path& path) {
 
 bool IsHeldByOthers([[maybe_unused]] const fs::path& path) {
 #if defined(_WIN32)
-    constexpr DWORD kWithAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE file = CreateFileW(path.c_str(), DELETE, kWithAll, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
     CloseHandle(file);
 #endif
     return false;
+}
+
+bool HasOtherNames(const fs::path& path) {
+#if defined(_WIN32)
+    const HANDLE file =
+        CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kWithAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool isKnown = file != INVALID_HANDLE_VALUE && GetFileInformationByHandle(file, &information);
+    if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+    return isKnown && information.nNumberOfLinks > 1;
+#else
+    std::error_code error;
+    return fs::hard_link_count(path, error) > 1 && !error;
+#endif
 }
 
 fs::path SystemPath(const std::string& name) {

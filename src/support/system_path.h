@@ -13,4 +13,7 @@ std::filesystem::path SystemPath(const std::string& name);
 /// Whether the file can not be replaced because a program has it open. Only Windows knows such a thing.
 bool IsHeldByOthers(const std::filesystem::path& path);
 
+/// Whether the file has more than one name (hard links).
+bool HasOtherNames(const std::filesystem::path& path);
+
 } // namespace lumoplot

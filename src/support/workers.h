@@ -11,7 +11,7 @@
 namespace lumoplot {
 
 /// How many threads the processor can run at once, at most 8.
-XYGRAPH_EXPORT int ProcessorCount();
+int ProcessorCount();
 
 class TWorkers {
 public:
@@ -19,15 +19,15 @@ public:
     using TWork = std::function<void(std::size_t part, int worker)>;
 
     /// The caller is one of the workers: `count` − 1 threads are started.
-    XYGRAPH_EXPORT explicit TWorkers(int count);
-    XYGRAPH_EXPORT ~TWorkers();
+    explicit TWorkers(int count);
+    ~TWorkers();
     TWorkers(const TWorkers&) = delete;
     TWorkers& operator=(const TWorkers&) = delete;
 
     int Count() const { return m_count; }
     /// Does the parts 0 to `parts` − 1, the calling thread as worker 0, and returns when no part runs any
     /// more. After an exception of the work no further part is begun, and the first one is thrown here.
-    XYGRAPH_EXPORT void Run(std::size_t parts, const TWork& work);
+    void Run(std::size_t parts, const TWork& work);
 
 private:
     struct TShared;

@@ -36,6 +36,7 @@ TEST(Eval, GridsAreEvenAndEndAtTheirBounds) {
     EXPECT_EQ(RunProgram({"eval", "x", "--x", "2:-2:3"}).out, "2\t2\n0\t0\n-2\t-2\n");
     EXPECT_EQ(RunProgram({"eval", "x", "--x", "-1.5e308:1.5e308:3"}).out,
               "-1.5e+308\t-1.5e+308\n0\t0\n1.5e+308\t1.5e+308\n");
+    EXPECT_EQ(RunProgram({"eval", "x", "--x", "-1e16:1:2"}).out, "-1e+16\t-1e+16\n1\t1\n");
 }
 
 TEST(Eval, AGridPrintsTheXOfTheGridAlsoWhenTheFormulaAssignsToIt) {
@@ -52,7 +53,7 @@ TEST(Eval, JsonHoldsNullForWhatIsNotFinite) {
 
 TEST(Eval, FormulasFromStandardInputShareTheirVariables) {
     const TRunResult result =
-        RunProgram({"eval", "-", "--let", "k=3"}, "a := 4\r\n(1\na*2\n\n1 2\n1.2.3\n'a'<>'b'\nb := k\na+b");
+        RunProgram({"eval", "-", "--let", "k=3"}, "a := 4\r\n(1\na*2\n\n1 2\r\n1.2.3\n'a'<>'b'\nb := k\na+b");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.error, "");
     EXPECT_EQ(result.out, "4\n"

@@ -159,8 +159,9 @@ TEST_F(Fit, AbsoluteErrorsAndRowsWithoutOne) {
                                         "a=1", "--param", "b=1", "--weights", "e", "--errors", "absolute"});
     EXPECT_NEAR(fit["errors"].toObject()["b"].toDouble(), std::sqrt(6 / (6 * 26.0 - 144)), 1e-12);
     EXPECT_EQ(fit["points"].toInt(), 3);
+    EXPECT_EQ(fit["points_left_out"].toInt(), 1);
     EXPECT_EQ(fit["remarks"].toArray().first().toString(),
-              "1 point has no standard error and takes no part.");
+              "1 of 4 points has no standard error above 0, the first at 2.5; it was left out.");
     for (const auto& [weights, sigma2] : {std::pair("constant=2", 4.0), {"constant=0.5", 0.25}}) {
         const QJsonObject plain =
             RunForJson({"fit", data, "--columns", "x,y", "--right", "2.2", "--equation", "b*x", "--param",

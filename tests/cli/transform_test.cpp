@@ -22,5 +22,29 @@ TEST_F(Transform, ATextFileIsWorkedOutAndItsPeaksAreFound) {
     EXPECT_NE(wrong.error.find("must be odd"), std::string::npos) << wrong.error;
 }
 
+// Whatever goes wrong, or finds nothing, is said with the file that it was about.
+TEST_F(Transform, MessagesNameTheData) {
+    const std::string upright = WithText("upright.csv", "2,1\n2,3\n2,7\n");
+    const std::string flat = WithText("flat.csv", "0,1\n1,1\n2,1\n3,1\n");
+    const std::vector<std::pair<int, TArguments>> cases = {
+        {1, {"transform", upright, "--by", "derivative"}},
+        {1, {"transform", flat, "--by", "normalise"}},
+        {1, {"filter", upright, "--low", "1", "--high", "2"}},
+        {1, {"fit", flat, "--equation", "1/(a-a)", "--param", "a=1"}},
+        {1, {"regress", upright, "--type", "4"}},
+        {1, {"convert", flat, NameOf("fit.lfn")}},
+        {0, {"peaks", flat}},
+    };
+    for (const auto& [status, arguments] : cases) {
+        const TRunResult result = RunProgram(arguments);
+        EXPECT_EQ(result.status, status) << arguments[0] << result.out;
+        EXPECT_TRUE(IsOneMessage(result.error)) << arguments[0] << ": " << result.error;
+        EXPECT_NE(result.error.find(arguments[1]), std::string::npos) << result.error;
+    }
+    const TRunResult typed = RunProgram({"axis", "0", "1,234"});
+    EXPECT_EQ(typed.status, 2) << typed.out;
+    EXPECT_NE(typed.error.find("'1,234' can be 1234 or 1.234"), std::string::npos) << typed.error;
+}
+
 } // namespace
 } // namespace lumoplot

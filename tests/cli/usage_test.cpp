@@ -1,10 +1,15 @@
 #include "cli/program.h"
 #include "common/places.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <filesystem>
 #include <regex>
+#if defined(Q_OS_WIN)
+#include <windows.h>
+#undef ReplaceFile // it is ours
+#endif
 
 namespace lumoplot {
 namespace {
@@ -109,6 +114,21 @@ TEST_F(Failures, WorkThatFailsIsOneMessageAndStatusOne) {
     }
 }
 
+#if defined(Q_OS_WIN)
+// Which that system has no device for: the output can only be read.
+void TakeNothing(QProcess& program, const QString& scratch) {
+    program.setCreateProcessArgumentsModifier([scratch](QProcess::CreateProcessArguments* arguments) {
+        SECURITY_ATTRIBUTES inherited = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+        const std::wstring name = QDir::toNativeSeparators(scratch).toStdWString();
+        arguments->startupInfo->hStdOutput = CreateFileW(name.c_str(), GENERIC_READ, 0, &inherited,
+                                                         CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    });
+}
+#else
+void TakeNothing(QProcess& program, const QString&) {
+    program.setStandardOutputFile("/dev/full");
+}
+
 TEST_F(Failures, AFullDiskFails) {
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
     const std::string data = WithText("data.csv", "x,y\n1,2\n2,3\n");
@@ -119,8 +139,12 @@ TEST_F(Failures, AFullDiskFails) {
         EXPECT_EQ(result.error, "xydata: Can not save to file " + NameOf(out) +
                                     ": the disk may be full. Free some space or choose another folder\n");
     }
+}
+#endif
+
+TEST_F(Failures, AnOutputThatTakesNothingFails) {
     QProcess program;
-    program.setStandardOutputFile("/dev/full");
+    TakeNothing(program, QString::fromStdString(NameOf("output")));
     program.start(QString::fromStdString(ProgramPath()), {"eval", "x", "--x", "0:1:100000"});
     ASSERT_TRUE(program.waitForFinished());
     EXPECT_EQ(program.exitCode(), 1);

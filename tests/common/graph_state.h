@@ -7,6 +7,7 @@
 #include "data/analysis/statistics.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_run_text.h"
 #include "graph/model/child_graph.h"
 
 #include <any>
@@ -83,7 +84,8 @@ private:
         Put("state of extents" + of, std::vector<bool>{e.Stale, e.AwaitsFiniteY});
         Put("source" + of, source);
         Put("use of the X data set" + of, series.UseXAxisSeries());
-        Put("fit" + of, series.CurveFit().RunState());
+        Put("fit" + of, FitRunText(series.CurveFit().RunState()));
+        Put("changes of the fit" + of, series.CurveFit().Modified());
         PutNumbers("statistics" + of, {series.XStatistics().Mean, series.YStatistics().Mean});
         Put("state of the regression" + of, isStale);
         if (!isStale) PutRegression(of, series);

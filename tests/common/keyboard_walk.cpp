@@ -12,6 +12,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTabBar>
@@ -127,8 +128,17 @@ void ExpectKeysAreClear(QWidget& window) {
             for (const QAction* action : bar->actions())
                 AddKey(keys, action->text(), QKeySequence::mnemonic(action->text()));
     }
-    for (const auto& [key, captions] : keys)
-        EXPECT_EQ(captions.size(), 1u) << key.toStdString() << ": " << Joined(captions);
+    const auto expectOnce = [](const auto& captionsOfKeys) {
+        for (const auto& [key, captions] : captionsOfKeys)
+            EXPECT_EQ(captions.size(), 1u) << key.toStdString() << ": " << Joined(captions);
+    };
+    expectOnce(keys);
+    for (const QMenu* menu : window.findChildren<QMenu*>()) {
+        std::map<QString, std::vector<std::string>> entries;
+        for (const QAction* action : menu->actions())
+            AddKey(entries, action->text(), QKeySequence::mnemonic(action->text()));
+        expectOnce(entries);
+    }
 }
 
 void ExpectEveryControlNamed(QWidget& window) {

@@ -1,9 +1,11 @@
 // Alone in its object file: it uses what the libraries do not export.
 #include "common/random_graph.h"
 
+#include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "data/series/series_record.h"
 #include "fit/definition/cur_fit.h"
+#include "fit/definition/fit_result.h"
 #include "graph/file/graph_file.h"
 #include "graph/model/child_graph.h"
 
@@ -39,6 +41,12 @@ std::string Text(TRandom& random) {
 TFontSpec Font(TRandom& random) {
     return {Text(random), Int(random, 1, 99), Color(random), Bool(random),
             Bool(random), Bool(random),       Bool(random)};
+}
+
+/// Sometimes none that is finite.
+double AnyY(TRandom& random) {
+    static constexpr std::array kValues = {kNaN, kInfinity, -kInfinity, -0.0};
+    return Int(random, 0, 9) == 0 ? kValues[static_cast<std::size_t>(Int(random, 0, 3))] : Double(random);
 }
 
 /// A value of the type of the one that is there, for the row of that name.
@@ -84,10 +92,43 @@ void FillFit(TCurFit& fit, TRandom& random) {
         parameter->StartDeviation = Double(random);
         parameter->Description = Text(random);
         parameter->Units = Text(random);
+        if (Bool(random)) parameter->SetBounds(Bool(random) ? -kInfinity : -1e9, 1e9);
+        if (Int(random, 0, 3) == 0) parameter->SetTie("2*p1");
         fit.AddParameter(std::move(parameter));
     }
+    fit.SetWeighting({Bool(random), TErrorSource{Int(random, 0, 1)}, TRobust{Int(random, 0, 3)}});
     for (int i = Int(random, 0, 2); i > 0; --i)
         fit.AddTemplate(std::make_unique<TDBLFunction>(TDBLFunction{Text(random), Text(random), {}}));
+}
+
+std::shared_ptr<const TFitResult> RandomResult(TRandom& random) {
+    auto result = std::make_shared<TFitResult>();
+    result->End = TFitEnd{Int(random, 0, static_cast<int>(TFitEnd::RunsAway))};
+    result->Iterations = Int(random, 0, 99);
+    result->PointsUsed = static_cast<std::size_t>(Int(random, 0, 99));
+    result->Rss = AnyY(random);
+    result->RSquared = AnyY(random);
+    result->Quality.Aicc = AnyY(random);
+    for (int i = Int(random, 0, 3); i > 0; --i) result->Varied.push_back(i);
+    for (std::size_t i = 0; i < result->Varied.size(); ++i) result->Errors.push_back(AnyY(random));
+    result->Correlations = TMatrix(static_cast<int>(result->Varied.size()));
+    for (int i = 0; i < result->Correlations.Size(); ++i)
+        for (double& value : result->Correlations.Column(i)) value = AnyY(random);
+    for (int i = Int(random, 0, 2); i > 0; --i)
+        result->Remarks.push_back("a " + std::to_string(i) + " \xC2\xB1.");
+    return result;
+}
+
+/// How the last run ended: as files can say it.
+void FillFitRun(TCurFit& fit, TRandom& random) {
+    TFitRunState run;
+    const int kind = Int(random, 0, 3);
+    if (kind == 0) run.Result = RandomResult(random);
+    if (kind == 1) run.Error = "no";
+    const bool isFiled = kind < 2 || fit.ShowsResult();
+    run.Stale = !isFiled || Bool(random);
+    run.Held = isFiled && run.Stale && Bool(random);
+    fit.RestoreRunState(run);
 }
 
 void FillSeries(TSeries& series, TRandom& random) {
@@ -96,8 +137,9 @@ void FillSeries(TSeries& series, TRandom& random) {
     series.SetNumericalTolerance(0.25 * Int(random, 0, 2));
     FillFit(series.CurveFit(), random);
     const bool hasYErrors = Bool(random);
+    const double step = series.DuplicatesAllowed() ? 0.25 : 1; // others would merge where they are read
     for (int i = Int(random, 0, 20); i > 0; --i)
-        series.AddPoint(Int(random, -9, 9), Double(random), hasYErrors ? Double(random) : 0);
+        series.AddPoint(step * Int(random, -9, 9), AnyY(random), hasYErrors ? Double(random) : 0);
     if (Bool(random)) series.DataSourceInfo().SetYErrorRule({TYErrorKind::Percent, 5});
     series.SetAutoZero(Bool(random));
     if (!series.AutoZero()) {
@@ -129,6 +171,10 @@ void FillRandomly(TxyGraph& graph, TRandom& random, int childDepth) {
             FillRandomly(*graph.AddChildGraph(), random, childDepth - 1);
     graph.Appearance()->SetCurrSerIndex(Int(random, 0, 5));
     graph.Appearance()->SetXAxisSerIndex(Int(random, 0, 5));
+    for (TSeries* series : graph.Series()) {
+        if (Int(random, 0, 3) == 0) series->SetUseXAxisSeries(false);
+        FillFitRun(series->CurveFit(), random);
+    }
 }
 
 } // namespace lumoplot

@@ -50,13 +50,14 @@ inline void Choose(QWidget& window, const char* name, int item) {
     ASSERT_EQ(list.currentIndex(), item) << name;
 }
 
-/// Runs `action` as soon as a modal window of that type is shown.
+/// Runs `action` as soon as a modal window of that type (and of that name, where one is given) is shown.
 template <class TWindow>
-void WhenModal(std::function<void(TWindow&)> action) {
+void WhenModal(std::function<void(TWindow&)> action, const char* name = nullptr) {
     auto* timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, qApp, [timer, action] {
+    QObject::connect(timer, &QTimer::timeout, qApp, [timer, action, name] {
         auto* window = qobject_cast<TWindow*>(QApplication::activeModalWidget());
         if (!window || !window->windowHandle() || !window->windowHandle()->isExposed()) return;
+        if (name && window->objectName() != QLatin1String(name)) return;
         timer->deleteLater();
         timer->stop();
         action(*window);

@@ -93,9 +93,13 @@ TEST_F(EditScriptTest, PrintsIntoAFileAndShowsAPreview) {
             EXPECT_TRUE(printed.open(QIODevice::ReadOnly)) << entry.toStdString();
             return printed.readAll().count("/Type /Page\n");
         };
+#if defined(Q_OS_WIN) // whose own dialog wants a printer
+        static_cast<void>(printTo);
+#else
         EXPECT_GT(printTo("&Print"), 2);
         QTest::keyClick(&Text(window), Qt::Key_Down, Qt::ShiftModifier);
         EXPECT_EQ(printTo("Print &Selection"), 1);
+#endif
         bool isShown = false;
         WhenModal<QPrintPreviewDialog>([&](QPrintPreviewDialog& dialog) {
             isShown = true;

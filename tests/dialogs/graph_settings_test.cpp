@@ -149,6 +149,11 @@ TEST_F(GraphSettings, WordsFindSettingsOnAllPages) {
     Find("second tightrange");
     QTest::keyClick(&Control<QLineEdit>(*Dialog, "e_Find"), Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("cb_Y2_TightRange"));
+    Find("Font size"); // as people call it
+    EXPECT_TRUE(Rows().contains(QStringLiteral("Font of the labels:")));
+    EXPECT_FALSE(Rows().contains(QStringLiteral("Show ticks")));
+    Find("Minimum");
+    EXPECT_TRUE(Rows().contains(QStringLiteral("Range, from and to:")));
     Find("no such thing");
     EXPECT_TRUE(Control<QLabel>(*Dialog, "l_NothingFound").isVisible());
     QTest::keyClick(&Control<QLineEdit>(*Dialog, "e_Find"), Qt::Key_Escape);

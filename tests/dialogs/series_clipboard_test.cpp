@@ -48,6 +48,17 @@ TEST_F(SeriesClipboardTest, TextAndTableKeepEveryDigit) {
     }
 }
 
+TEST_F(SeriesClipboardTest, PastedTwiceItHasANameAndAStyleOfItsOwn) {
+    const std::unique_ptr<QMimeData> data(SeriesToMime(From));
+    const TSeries& first = Paste(*data);
+    const TSeries& second = Paste(*data);
+    EXPECT_EQ(second.SeriesName(), first.SeriesName() + " 2");
+    EXPECT_NE(second.LineColor(), first.LineColor());
+    EXPECT_NE(second.PointShape(), first.PointShape());
+    EXPECT_EQ(second.LineWidth(), 7);
+    EXPECT_EQ(Paste(*data).SeriesName(), first.SeriesName() + " 3");
+}
+
 TEST_F(SeriesClipboardTest, WhatSpreadsheetsAndEditorsGiveIsRead) {
     QMimeData table;
     table.setHtml(

@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -144,20 +145,20 @@ TEST_F(EditData, WhatACrashLeftIsOfferedForTheSameGraph) {
 TEST_F(EditData, RowsOfTheGridThatACrashLeftComeBack) {
     const QDir state(RecoveryFolder());
     const auto files = [&state] { return state.entryList({QStringLiteral("*.recovery")}, QDir::Files); };
-    const auto type = [](QDialog& dialog, int row, int column, const char* text) {
+    const auto type = [](QDialog& dialog, int row, int column, const char* text, Qt::Key end) {
         auto& grid = Control<QTableView>(dialog, "grid");
         grid.setFocus();
         grid.setCurrentIndex(grid.model()->index(row, column));
         for (const char* key = text; *key; ++key) QTest::keyClick(QApplication::focusWidget(), *key);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(QApplication::focusWidget(), end);
     };
     const auto cell = [](QDialog& dialog, int row, int column) {
         return Control<QTableView>(dialog, "grid").model()->index(row, column).data().toString();
     };
     Run([&](QDialog& dialog) {
         Control<QTabWidget>(dialog, "tabs").setCurrentIndex(1);
-        type(dialog, 2, 0, "5");
-        type(dialog, 2, 1, "6x");
+        type(dialog, 2, 0, "5", Qt::Key_Return);
+        type(dialog, 2, 1, "6x", Qt::Key_Shift); // goes on
         ASSERT_TRUE(QTest::qWaitFor([&] { return !files().isEmpty(); }, 20000));
         QTest::qWait(6000); // both are on the disk
         const QString own = files()[0];
@@ -172,7 +173,7 @@ TEST_F(EditData, RowsOfTheGridThatACrashLeftComeBack) {
         WhenModal<QDialog>([&](QDialog& dialog) {
             ASSERT_TRUE(QTest::qWaitFor([&] { return cell(dialog, 2, 1) == "6x"; }));
             EXPECT_EQ(cell(dialog, 2, 0), "5");
-            type(dialog, 2, 1, "6");
+            type(dialog, 2, 1, "6", Qt::Key_Return);
             Click(dialog, "btnOk");
         });
         Click(offer, "btnRecover");
@@ -255,10 +256,11 @@ TEST_F(EditData, OpenWithSourceAddsADataSetNamedAfterTheFile) {
 TEST_F(EditData, TheHostsBudgetIsKnownInTheEditor) {
     Graph.SetPointBudget(1234);
     EXPECT_FALSE(Run([](QDialog& dialog) {
-        const auto* work = dialog.findChild<TxyChildGr*>();
-        ASSERT_NE(work, nullptr);
-        EXPECT_EQ(work->PlotBudget(), 1234);
-        EXPECT_EQ(work->PointBudget(), TxyGraph::kEditorPointBudget + 0);
+        const auto graphs = dialog.findChildren<TxyGraph*>();
+        const auto work = std::ranges::find_if(graphs, &TxyGraph::EditorMode);
+        ASSERT_NE(work, graphs.end());
+        EXPECT_EQ((*work)->PlotBudget(), 1234);
+        EXPECT_EQ((*work)->PointBudget(), TxyGraph::kEditorPointBudget + 0);
         Click(dialog, "btnCancel");
     }));
     EXPECT_EQ(Graph.PointBudget(), 1234);

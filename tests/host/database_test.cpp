@@ -2,11 +2,15 @@
 #include "data/series/ds_info.h"
 #include "host/window_fixture.h"
 
+#include <QElapsedTimer>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProcess>
+#include <QSqlDatabase>
 #include <QStandardPaths>
 #include <QTableWidget>
+#include <QTcpServer>
+#include <QTimer>
 
 namespace lumoplot {
 namespace {
@@ -78,6 +82,49 @@ TEST_F(OpenDatabaseTest, AnOwnSelectIsShownAndTaken) {
     Open(File());
     ASSERT_EQ(Graph().Series().size(), 1u);
     EXPECT_EQ(First().MaxY(), 40);
+}
+
+TEST_F(OpenDatabaseTest, AServerThatDoesNotAnswerHoldsUpNobody) {
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
+        GTEST_SKIP() << "libqt6sql6-psql is missing";
+    QTcpServer silent;
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
+    InChooser([port = silent.serverPort()](QDialog& dialog) {
+        auto& stop = Control<QPushButton>(dialog, "btnStop");
+        EXPECT_FALSE(stop.isVisible());
+        bool wasShown = false;
+        QTimer::singleShot(400, &dialog, [&] {
+            wasShown = stop.isVisible();
+            QTest::mouseClick(&stop, Qt::LeftButton);
+        });
+        Control<QComboBox>(dialog, "cbx_Connection")
+            .setEditText(QStringLiteral("postgresql://me@127.0.0.1:%1/lab").arg(port));
+        Control<QComboBox>(dialog, "cbx_Connection").lineEdit()->setFocus();
+        QElapsedTimer clock;
+        clock.start();
+        QTest::keyClick(Control<QComboBox>(dialog, "cbx_Connection").lineEdit(), Qt::Key_Return);
+        EXPECT_LT(clock.elapsed(), 4'000); // the server would never answer
+        EXPECT_TRUE(wasShown);
+        EXPECT_FALSE(stop.isVisible());
+        EXPECT_TRUE(Control<QLabel>(dialog, "lblMessage").text().startsWith(QStringLiteral("Stopped")))
+            << Control<QLabel>(dialog, "lblMessage").text().toStdString();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Open(File());
+    EXPECT_TRUE(Graph().Series().empty());
+}
+
+TEST_F(OpenDatabaseTest, ErrorsAreChosenToo) {
+    InChooser([](QDialog& dialog) {
+        QTest::keyClick(&Control<QListWidget>(dialog, "lst_Tables"), Qt::Key_Down);
+        auto& errors = Control<QComboBox>(dialog, "cbx_YError");
+        errors.setCurrentIndex(errors.findData(QStringLiteral("t")));
+        QTest::mouseClick(Control<QDialogButtonBox>(dialog, "buttons").button(QDialogButtonBox::Ok),
+                          Qt::LeftButton);
+    });
+    Open(File());
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().YErrors(), (std::vector<double>{1, 2}));
 }
 
 TEST_F(OpenDatabaseTest, CancelAddsNothing) {

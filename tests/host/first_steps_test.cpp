@@ -1,6 +1,8 @@
 // The window of somebody who has not read anything.
+#include "common/clipping.h"
 #include "common/keyboard_walk.h"
 #include "graph/mouse/graph_mouse.h"
+#include "host/picture_export_dialog.h"
 #include "host/window_fixture.h"
 
 #include <QTabWidget>
@@ -40,6 +42,24 @@ TEST_F(TFirstSteps, TheKeyboardReachesEverything) {
     ExpectEveryControlReached(*Window);
     ExpectKeysAreClear(*Window);
     ExpectEveryControlNamed(*Window);
+}
+
+TEST_F(TFirstSteps, NothingIsCutInAnyDress) {
+    InEveryDress([this] {
+        TMainWindow window(PathOf("templates"));
+        window.resize(800, 560);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ExpectNothingClipped(window);
+        ExpectKeysAreClear(window);
+        window.OpenFiles({Example("enso.csv")});
+        ExpectNothingClipped(window);
+        ExpectKeysAreClear(window);
+        TPictureExportDialog picture(QSize(800, 600), &window);
+        picture.show();
+        ExpectNothingClipped(picture);
+        ExpectKeysAreClear(picture);
+    });
 }
 
 TEST_F(TFirstSteps, ADoubleClickOnACurveOpensItsGeneralPage) {

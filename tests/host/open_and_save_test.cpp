@@ -99,6 +99,25 @@ TEST_F(OpenAndSave, BrokenFilesLeaveTheGraphAsItWas) {
     }
 }
 
+TEST_F(OpenAndSave, AFileThatAnotherProgramHasWrittenIsNotReplacedWithoutAQuestion) {
+    Open(Example("enso.csv"));
+    Window->Document().SaveTo(PathOf("mine.ltp"));
+    Press(Qt::Key_S);
+    EXPECT_TRUE(Sink.Texts.empty());
+    const QString other = Write("mine.ltp", "written by another program");
+    for (const bool answer : {false, true}) {
+        Sink.Answer = answer;
+        Sink.Texts.clear();
+        Press(Qt::Key_S);
+        ASSERT_EQ(Sink.Texts.size(), 1u);
+        EXPECT_NE(Sink.Only().find("was changed by another program"), std::string::npos) << Sink.Only();
+        EXPECT_EQ(Read(other) == "written by another program", !answer);
+    }
+    Sink.Texts.clear();
+    Press(Qt::Key_S);
+    EXPECT_TRUE(Sink.Texts.empty()) << "it is ours now";
+}
+
 TEST_F(OpenAndSave, SaveThatFailsIsToldAndTheGraphStaysModified) {
     Open(Example("enso.csv"));
     AnswerPath(PathOf("gone.ltp"));
@@ -195,12 +214,14 @@ TEST_F(OpenAndSave, ALoadingThatIsCancelledLeavesTheGraphAsItWas) {
 TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
     AnswerPath(Write("run.csv", "No.,day,volt,amp\n1,2024-01-29,1.5,10\n2,2024-01-30,2.5,20\n"
                                 "3,2024-01-31,3.5,30\n"));
-    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
-        EXPECT_TRUE(
-            Control<QLabel>(chooser, "lblFound").text().contains(QStringLiteral("X is column 2 (day)")));
-        Click(chooser, "btnAllY");
-        Click(chooser, "btnOk");
-    });
+    WhenModal<QDialog>(
+        [](QDialog& chooser) {
+            EXPECT_TRUE(
+                Control<QLabel>(chooser, "lblFound").text().contains(QStringLiteral("X is column 2 (day)")));
+            Click(chooser, "btnAllY");
+            Click(chooser, "btnOk");
+        },
+        "TxyGetDataSource");
     Control<QAction>(*Window, "a_OpenData").trigger();
     ASSERT_EQ(Graph().Series().size(), 2u) << "what counts the rows is no Y";
     EXPECT_EQ(First().SeriesName(), "volt");
@@ -208,6 +229,16 @@ TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
     EXPECT_EQ(Graph().FindSeries(2)->First().X(), 45320);
     EXPECT_TRUE(Graph().XAxis()->ShowAsTime());
     EXPECT_EQ(Graph().XAxis()->Title(), "day");
+    Press(Qt::Key_Z);
+    EXPECT_EQ(Graph().Series().size(), 0u);
+}
+
+TEST_F(OpenAndSave, OpenDataTakesTheErrorsThatItShows) {
+    AnswerPath(Write("run.csv", "t,U,U_err\n1,2,0.5\n2,3,0.25\n3,4,0.5\n"));
+    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) { Click(chooser, "btnOk"); });
+    Control<QAction>(*Window, "a_OpenData").trigger();
+    ASSERT_EQ(Graph().Series().size(), 1u);
+    EXPECT_EQ(First().YErrors(), (std::vector<double>{0.5, 0.25, 0.5}));
     Press(Qt::Key_Z);
     EXPECT_EQ(Graph().Series().size(), 0u);
 }
@@ -221,10 +252,12 @@ TEST_F(OpenAndSave, AFileWithTwoReadingsIsOfferedInTheOther) {
     const double first = First().First().Y();
     auto& other = Control<QAbstractButton>(*Window, "btnReadOtherwise");
     ASSERT_TRUE(other.isVisible());
-    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) {
-        Click(chooser, "btnRunnerUp");
-        Click(chooser, "btnOk");
-    });
+    WhenModal<QDialog>(
+        [](QDialog& chooser) {
+            Click(chooser, "btnRunnerUp");
+            Click(chooser, "btnOk");
+        },
+        "TxyGetDataSource");
     QTest::mouseClick(&other, Qt::LeftButton);
     ASSERT_EQ(Graph().Series().size(), 1u);
     EXPECT_EQ(First().Count(), 12);
@@ -258,6 +291,21 @@ TEST_F(OpenAndSave, RecentFilesComeNewestFirstAndWithoutTheLost) {
         << shown.join(u'|').toStdString();
     menu.actions()[1]->trigger();
     EXPECT_EQ(Graph().Series().size(), 5u);
+}
+
+// By a link, and where case does not matter by another case.
+TEST_F(OpenAndSave, AFileIsRecentOnceWhateverItIsCalled) {
+    const QString file = Write("one.csv", "1,2\n3,4\n");
+    Open(file);
+#if defined(Q_OS_WIN)
+    const QString other = PathOf("ONE.CSV");
+#else
+    const QString other = PathOf("link.csv");
+    ASSERT_TRUE(QFile::link(file, other));
+#endif
+    Open(other);
+    QMenu menu;
+    EXPECT_EQ(TRecentFiles(menu).Files(), QStringList(other));
 }
 
 TEST_F(OpenAndSave, TheListOfRecentFilesIsLimited) {

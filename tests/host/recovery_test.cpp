@@ -55,8 +55,8 @@ TEST_F(HostRecovery, WhatACrashLeftIsShownAndGoesOnWhenTheUserWantsIt) {
     CrashWithTitle("Not saved");
     const bool recovered = StartAgain([&](QDialog& dialog) {
         EXPECT_EQ(Graph().Appearance()->GraphTitle(), "") << "nothing is loaded without asking";
-        for (const QString& part :
-             {PathOf("run.ltp"), QStringLiteral("1 step, last: title"), QStringLiteral("run (4 points)")})
+        for (const QString& part : {QDir::toNativeSeparators(PathOf("run.ltp")),
+                                    QStringLiteral("1 step, last: title"), QStringLiteral("run (4 points)")})
             EXPECT_TRUE(Details(dialog).contains(part)) << Details(dialog).toStdString();
         EXPECT_FALSE(Control<QLabel>(dialog, "lblPicture").pixmap().isNull());
         Click(dialog, "btnRecover");
@@ -100,7 +100,8 @@ TEST_F(HostRecovery, ADamagedFileIsToldAndStaysUntilTheUserDecides) {
     EXPECT_FALSE(StartAgain([&](QDialog& dialog) {
         EXPECT_EQ(Control<QListWidget>(dialog, "lst_Sessions").count(), 2);
         EXPECT_FALSE(Control<QPushButton>(dialog, "btnRecover").isEnabled());
-        EXPECT_TRUE(Details(dialog).contains(State())) << Details(dialog).toStdString();
+        EXPECT_TRUE(Details(dialog).contains(QDir::toNativeSeparators(State())))
+            << Details(dialog).toStdString();
         Click(dialog, "btnSetAside");
         EXPECT_FALSE(Control<QPushButton>(dialog, "btnRecover").isEnabled());
         Click(dialog, "btnLater");

@@ -1,5 +1,5 @@
 // Recovery files: what is kept comes back as it was, what is broken is refused, what lives is left alone.
-#include "common/random_graph.h"
+#include "common/graph_state.h"
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "session/recovery_writer.h"
@@ -65,7 +65,7 @@ TEST(RecoveryFileTest, AGraphComesBackAsItWas) {
         graph.PrepareForDrawing();
         TxyGraph read;
         const TRecoveryInfo info = ReadRecovery(BytesOf(graph), read);
-        EXPECT_EQ(FileOf(read), FileOf(graph));
+        EXPECT_EQ(TGraphState::Difference(TGraphState(read), TGraphState(graph)), "") << i;
         EXPECT_EQ(IdsOf(read), IdsOf(graph));
         EXPECT_EQ(info.DocumentName, SomeInfo().DocumentName);
         EXPECT_EQ(info.DataSets, SomeInfo().DataSets);
@@ -81,6 +81,7 @@ TEST(RecoveryFileTest, WhatNoGraphFileHoldsIsKeptToo) {
     for (int i = 0; i < 4; ++i) series.AddPoint(i, i);
     series.SetSourceRows({200, 4});
     series.SetThinned(true);
+    series.DataSourceInfo().SetSamplingChosen(true);
     TTextWishes wishes;
     wishes.decimalSign = ',';
     wishes.quotes = "'";
@@ -95,6 +96,7 @@ TEST(RecoveryFileTest, WhatNoGraphFileHoldsIsKeptToo) {
     EXPECT_EQ(back.SourceRows(), series.SourceRows());
     EXPECT_TRUE(back.IsThinned());
     EXPECT_EQ(back.TextWishes(), wishes);
+    EXPECT_TRUE(back.DataSourceInfo().IsSamplingChosen());
     EXPECT_EQ(read.Appearance()->CurrSerIndex(), back.SeriesIndex());
 }
 
@@ -298,6 +300,36 @@ TEST_F(RecoveryWriterTest, WhatBelongsToAStepBesideTheGraphIsKeptWithIt) {
     EXPECT_EQ(kept(), (TBytes{7, 1}));
     m_session.Undo();
     EXPECT_EQ(kept(), TBytes());
+}
+
+// What is typed into an edit that is still open is no step, and is lost no more than one.
+TEST_F(RecoveryWriterTest, WhatIsBeingTypedIsKeptWhileItIs) {
+    struct TTyped : TSideState {
+        std::size_t BytesBeside(const TSideState*) const override { return 1; }
+        TBytes ToBytes(const TGraphSnapshot&) const override { return {9}; }
+    };
+    bool isTyping = false;
+    m_session.SetSide({[] { return nullptr; }, [](const TSideStatePtr&) {}, [&] { return isTyping; },
+                       [] { return std::make_shared<const TTyped>(); }});
+    m_session.Start();
+    TRecoveryWriter writer(m_session, Options());
+    const auto note = [&](bool typing) {
+        isTyping = typing;
+        Q_EMIT m_session.Typed();
+        writer.Flush();
+    };
+    note(true);
+    LeaveCopy();
+    TxyGraph read;
+    EXPECT_EQ(Left().at(0)->Read(read).Beside, TBytes{9});
+    EXPECT_TRUE(m_session.IsClean());
+    Left().at(0)->Discard();
+    note(false);
+    EXPECT_EQ(Files(), QStringList());
+    Step();
+    note(true);
+    note(false);
+    EXPECT_EQ(Files().size(), 1);
 }
 
 TEST_F(RecoveryWriterTest, ALeftFileStaysUntilItsContentIsKeptAgain) {

@@ -96,7 +96,8 @@ TEST_F(ReplaceFileTest, WhatCannotBeWrittenIsNamedInTheError) {
     std::vector<std::pair<std::string, std::string>> cases = {
         {"", "no name. Choose one"},
         {NameOf("."), "is a folder. Choose another name"},
-        {NameOf("missing/plot.ltp"), "folder does not exist. Choose another one"}};
+        {NameOf("missing/plot.ltp"), "folder does not exist. Choose another one"},
+        {NameOf(std::string(256, 'n').c_str()), "too long. Choose a shorter one"}};
     if (std::filesystem::exists("/dev/full")) cases.emplace_back("/dev/full", "may be full. Free some space");
     for (const auto& [name, advice] : cases) {
         const auto text = ThrownText<EFileError>([&, &to = name] { ReplaceFile(to, BytesOf("content")); });

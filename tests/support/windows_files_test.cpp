@@ -78,6 +78,14 @@ TEST_F(WindowsFilesTest, AFileThatAnotherProgramHoldsOpenStays) {
     ExpectReplaced(name);
 }
 
+TEST_F(WindowsFilesTest, AFileMayHaveTwoNames) {
+    const QString name = NameOf(QStringLiteral("plot.ltp")), second = NameOf(QStringLiteral("second.ltp"));
+    ReplaceFile(name.toStdString(), BytesOfText("old"));
+    ASSERT_TRUE(CreateHardLinkW(second.toStdWString().c_str(), name.toStdWString().c_str(), nullptr));
+    ReplaceFile(name.toStdString(), BytesOfText("new"));
+    EXPECT_EQ(ReadWholeFile(second.toStdString()), BytesOfText("new"));
+}
+
 TEST_F(WindowsFilesTest, AReadOnlyFileStays) {
     const QString name = NameOf(QStringLiteral("plot.ltp"));
     ReplaceFile(name.toStdString(), BytesOfText("old"));

@@ -21,9 +21,10 @@ struct TNoInversions {
 /// Sorts `values` and returns the number of pairs of which the greater stood first. The sort meets these
 /// pairs in a fixed order and numbers them from 0: for the number that `picker.Next()` asks for, each asked
 /// number being above the one before, it calls `picker.Take(greater, lesser)`. `scratch` is working space.
-template <class TPicker>
+/// Calls `passed()` each time that it has gone through all values.
+template <class TPicker, class TPassed>
 std::uint64_t SortPickingInversions(std::vector<std::uint32_t>& values, std::vector<std::uint32_t>& scratch,
-                                    TPicker&& picker) {
+                                    TPicker&& picker, TPassed& passed) {
     const std::size_t count = values.size();
     scratch.resize(count);
     std::uint64_t inversions = 0;
@@ -47,6 +48,7 @@ std::uint64_t SortPickingInversions(std::vector<std::uint32_t>& values, std::vec
             std::copy(right, rightEnd, out);
         }
         std::swap(values, scratch);
+        passed();
     }
     return inversions;
 }

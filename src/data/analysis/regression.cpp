@@ -29,13 +29,13 @@ TRegressionResult SplineOverPoints(const TRegressionSettings& settings, std::spa
 } // namespace
 
 TRegressionResult ComputeRegression(const TRegressionSettings& settings, std::span<const double> x,
-                                    std::span<const double> y) {
+                                    std::span<const double> y, TProgress* progress) {
     assert(x.size() == y.size());
     const double control = settings.RegressionControlValue2;
     switch (settings.RegressionType) {
     case TRegressionType::None: throw ERegressionError("internal error: regression");
     case TRegressionType::Linear: return CurveOverPoints(FitLine(x, y), x);
-    case TRegressionType::RobustLine: return CurveOverPoints(FitRobustLine(x, y), x);
+    case TRegressionType::RobustLine: return CurveOverPoints(FitRobustLine(x, y, progress), x);
     case TRegressionType::Quadratic: return CurveOverPoints(FitQuadratic(x, y), x);
     case TRegressionType::Spline: return SplineOverPoints(settings, x, y);
     case TRegressionType::SampledCurve: return {};

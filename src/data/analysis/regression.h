@@ -4,6 +4,7 @@
 
 #include "data/analysis/least_squares.h"
 #include "data/analysis/regression_types.h"
+#include "support/progress.h"
 
 #include <optional>
 #include <span>
@@ -31,8 +32,9 @@ struct TRegressionResult {
 /// routine. Spline gives neither values nor a curve when duplicates are allowed or there is no CurveGrid of
 /// RegressionControlValue1 steps. SampledCurve gives none either: the owner of the curve samples it over
 /// CurveGrid. Throws ERegressionError "internal error: regression" for type 0, "Unknown regression type" for
-/// numbers that are no type, and what RunningAverageWindow throws.
+/// numbers that are no type, what RunningAverageWindow throws, and ERegressionCancelled when the user cancels
+/// `progress` (may be null); only RobustLine takes long enough to tell it anything.
 TRegressionResult ComputeRegression(const TRegressionSettings& settings, std::span<const double> x,
-                                    std::span<const double> y);
+                                    std::span<const double> y, TProgress* progress = nullptr);
 
 } // namespace lumoplot

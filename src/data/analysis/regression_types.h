@@ -36,9 +36,15 @@ struct TCurveSample {
 
 /// A regression that its settings do not allow: "Unknown regression type", "internal error: regression",
 /// "Invalid Running Average limit".
-class XYGRAPH_EXPORT ERegressionError : public ELumoError {
+class ERegressionError : public ELumoError {
 public:
     using ELumoError::ELumoError;
+};
+
+/// The user has cancelled a regression: "The regression was cancelled".
+class ERegressionCancelled : public ERegressionError {
+public:
+    ERegressionCancelled() : ERegressionError("The regression was cancelled") {}
 };
 
 /// The points that a fit can use.

@@ -19,9 +19,9 @@ double MedianIntercept(const TFinitePoints& points, double slope) {
 
 } // namespace
 
-TFittedCurve FitRobustLine(std::span<const double> x, std::span<const double> y) {
+TFittedCurve FitRobustLine(std::span<const double> x, std::span<const double> y, TProgress* progress) {
     const TFinitePoints points = FinitePoints(x, y);
-    const std::optional<double> slope = MedianSlope(points.x, points.y);
+    const std::optional<double> slope = MedianSlope(points.x, points.y, {.progress = progress});
     if (!slope || !std::isfinite(*slope)) return TFittedCurve({MeanOf(points.y).high, 0, 0});
     return TFittedCurve({MedianIntercept(points, *slope), *slope, 0});
 }

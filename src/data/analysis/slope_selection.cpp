@@ -1,6 +1,7 @@
 #include "data/analysis/slope_selection.h"
 
 #include "data/analysis/inversions.h"
+#include "data/analysis/regression_types.h"
 #include "data/analysis/slope_points.h"
 
 #include <algorithm>
@@ -26,6 +27,7 @@ constexpr double kSmallestMargin = 0x1p-900;
 constexpr double kNarrow = 0x1p-46;
 
 constexpr int kMostNarrowings = 40;
+constexpr std::int64_t kUsualSorts = 16; // of all points, until few pairs are left
 
 double MarginAt(double slope) {
     return std::abs(slope) * kMargin + kSmallestMargin;
@@ -97,6 +99,25 @@ private:
     std::vector<double> m_slopes;
 };
 
+// Counts the passes over all points.
+class TPasses {
+public:
+    TPasses(TProgress* progress, std::size_t points)
+        : m_progress(progress), m_usual(kUsualSorts * static_cast<std::int64_t>(std::bit_width(points))) {
+        if (m_progress) m_progress->Begin("Finding the median slope...", 0, m_usual);
+    }
+
+    void operator()() {
+        m_done = std::min(m_done + 1, m_usual);
+        if (m_progress && !m_progress->StepTo(m_done)) throw ERegressionCancelled();
+    }
+
+private:
+    TProgress* m_progress;
+    std::int64_t m_usual;
+    std::int64_t m_done = 0;
+};
+
 // A slope that bounds the search, the points in their order at it, and the pairs with smaller exact slopes.
 struct TBound {
     double slope = 0;
@@ -128,6 +149,7 @@ private:
     std::uint64_t m_rank;
     std::uint64_t m_listed;
     TSplitMix m_random;
+    TPasses m_passes;
     TBound m_lower; // fewer than m_rank slopes are below it
     TBound m_upper; // at least m_rank slopes are below it
     TBound m_spare;
@@ -139,7 +161,8 @@ private:
 
 TSlopeSelector::TSlopeSelector(TSlopePoints& points, std::uint64_t pairs,
                                const TSlopeSelectionOptions& options)
-    : m_points(points), m_rank(std::max<std::uint64_t>(pairs / 2, 1)), m_random(options.seed) {
+    : m_points(points), m_rank(std::max<std::uint64_t>(pairs / 2, 1)), m_random(options.seed),
+      m_passes(options.progress, points.Count()) {
     constexpr std::uint64_t kListedPairsPerPoint = 8;
     constexpr std::uint64_t kFewPairs = 4096;
     m_listed = options.listedPairs != 0 ? options.listedPairs
@@ -211,7 +234,7 @@ void TSlopeSelector::MoveTo(TBound& bound, double slope) {
     bound.slope = slope;
     m_points.OrderAt(slope, bound.order);
     m_sequence = bound.order;
-    bound.below = SortPickingInversions(m_sequence, m_scratch, TNoInversions());
+    bound.below = SortPickingInversions(m_sequence, m_scratch, TNoInversions(), m_passes);
 }
 
 // The rounded slopes of a sample of the pairs between the bounds; of all of them when as many are asked for.
@@ -224,7 +247,7 @@ std::vector<double> TSlopeSelector::PickSlopes(std::uint64_t picks) {
     std::transform(m_upper.order.begin(), m_upper.order.end(), m_sequence.begin(),
                    [&](std::uint32_t point) { return m_places[point]; });
     TSlopePicker picker(m_points, m_lower.order, Pairs(), picks, m_random);
-    SortPickingInversions(m_sequence, m_scratch, picker);
+    SortPickingInversions(m_sequence, m_scratch, picker, m_passes);
     return picker.TakeSlopes();
 }
 

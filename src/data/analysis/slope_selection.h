@@ -1,6 +1,8 @@
 // The median of the slopes of all pairs of points, without forming all pairs.
 #pragma once
 
+#include "support/progress.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -14,6 +16,9 @@ struct TSlopeSelectionOptions {
     /// As soon as no more than this many pairs can hold the median they are listed; 0 chooses by the number
     /// of points.
     std::size_t listedPairs = 0;
+    /// Is told how far it is, many times a second; when the user cancels, ERegressionCancelled is thrown. May
+    /// be null.
+    TProgress* progress = nullptr;
 };
 
 /// The k-th smallest of the slopes (yj − yi) / (xj − xi), each computed in doubles, over the M pairs of

@@ -42,8 +42,7 @@ struct TFilterSamples {
 /// points whose corrected Y is not finite. With an XSource the points are taken as they are plotted, in
 /// ascending X. Reports the stage "Filling Filter Vector..."; nothing when the
 /// user cancels.
-XYGRAPH_EXPORT std::optional<TFilterSamples> SampleBlocks(const TDataSeries& series, int countEvery,
-                                                          TProgress& progress);
+std::optional<TFilterSamples> SampleBlocks(const TDataSeries& series, int countEvery, TProgress& progress);
 
 /// The impulse response at t = m·dt from its centre m = 0 to m = ResponseWidth; the other half mirrors it.
 /// With B half the bandwidth and F the centre of the band it is 2·sin(2πBt)·cos(2πFt) ÷ (πt), 4B at the
@@ -53,7 +52,7 @@ std::vector<double> ImpulseResponse(const TBandFilterSettings& settings, double 
 /// What Normalize multiplies the output by, found without running the filter: in O(samples + M), so that it
 /// can be shown while settings change. Not finite, or large and made of rounding, where the output's sum is 0
 /// and FilterBand refuses. Needs at least 2M + 1 samples and a step above 0.
-XYGRAPH_EXPORT double NormalizingScale(const TFilterSamples& samples, const TBandFilterSettings& settings);
+double NormalizingScale(const TFilterSamples& samples, const TBandFilterSettings& settings);
 
 enum class TFilterOutcome {
     Filtered,
@@ -76,7 +75,7 @@ struct TFilteredPoints {
 /// whose sum about NormZero is 0 (or nothing but rounding), and one that leaves the range of doubles.
 ///
 /// Reports "Filling Filter Vector..." and "Filtering...". Takes O(points · M ÷ N).
-XYGRAPH_EXPORT TFilteredPoints FilterBand(const TDataSeries& series, const TBandFilterSettings& settings,
-                                          TProgress& progress);
+TFilteredPoints FilterBand(const TDataSeries& series, const TBandFilterSettings& settings,
+                           TProgress& progress);
 
 } // namespace lumoplot

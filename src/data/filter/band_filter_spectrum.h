@@ -17,10 +17,10 @@ struct TSpectrum {
 /// is taken out and a Hann window put on before the transform, and the samples are padded with zeros to a
 /// length that transforms fast. Empty for fewer than two samples and for a step that is not above 0. Takes
 /// O(n log n).
-XYGRAPH_EXPORT TSpectrum AmplitudeSpectrum(std::span<const double> samples, double step);
+TSpectrum AmplitudeSpectrum(std::span<const double> samples, double step);
 
 /// The size of the filter's gain, before Normalize, at `count` (at least 2) evenly spaced frequencies from 0
 /// to half the sampling frequency. 1 leaves a frequency as it is. Needs a step above 0.
-XYGRAPH_EXPORT TSpectrum FrequencyResponse(const TBandFilterSettings& settings, double step, int count);
+TSpectrum FrequencyResponse(const TBandFilterSettings& settings, double step, int count);
 
 } // namespace lumoplot

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "data/points/point_block.h"
-#include "data/points/point_id_index.h"
 #include "support/export.h"
 
 #include <optional>
@@ -60,7 +59,7 @@ public:
     TPointChain() = default;
     /// The points as the blocks of another chain had them, Ids and order included (their Derived is not
     /// looked at); the next point gets the Id behind `lastId`. No run is longer than a block.
-    XYGRAPH_EXPORT TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
+    TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId);
     XYGRAPH_EXPORT TPointChain(const TPointChain& other);
     TPointChain(TPointChain&& other) noexcept { Swap(other); }
     TPointChain& operator=(TPointChain other) noexcept {
@@ -107,7 +106,7 @@ public:
     XYGRAPH_EXPORT bool SetYError(std::int32_t id, double error);
     /// Takes one standard error a point, in chain order, or none at all, which drops them; 0 and what can be
     /// none are none. Throws std::invalid_argument for any other number of values.
-    XYGRAPH_EXPORT void SetYErrors(std::span<const double> errors);
+    void SetYErrors(std::span<const double> errors);
     /// Removes the point and returns what it was.
     XYGRAPH_EXPORT std::optional<TSeriesPoint> Erase(std::int32_t id);
     /// From first to last, removes each point whose X is within `tolerance` of that of the point before it

@@ -1,4 +1,4 @@
-#include "data/points/point_id_index.h"
+#include "data/points/point_block.h"
 
 #include <algorithm>
 

@@ -50,9 +50,9 @@ public:
 
     TPointChain ToChain() const;
     /// The points in their order, a run a block; valid while the snapshot lives.
-    XYGRAPH_EXPORT std::vector<TPointSpans> Runs() const;
+    std::vector<TPointSpans> Runs() const;
     std::int32_t LastId() const { return m_lastId; }
-    XYGRAPH_EXPORT std::size_t Count() const;
+    std::size_t Count() const;
     /// The same points bit for bit, Ids included.
     bool operator==(const TPointSnapshot& other) const;
 

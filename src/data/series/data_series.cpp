@@ -210,6 +210,7 @@ void TDataSeries::SetBaseline(double zeroValue, double slope) {
     m_zeroValue = zeroValue;
     m_baseLineSlope = slope;
     m_extentsStale = true;
+    if (XSource()) MarkRegressionStale(); // it is of what is plotted
     MarkFitStale();
     Changed(kBaselineChanged);
 }

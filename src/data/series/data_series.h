@@ -5,7 +5,6 @@
 
 #include "data/analysis/regression_types.h"
 #include "data/points/point_chain.h"
-#include "data/series/change_reasons.h"
 #include "support/export.h"
 
 #include <cstdint>
@@ -29,6 +28,27 @@ struct TRegressionResult;
 struct TSpread;
 struct TStatistics;
 
+/// The reasons of one notification: a set of the numbers that TDataSeries and TSeries name.
+class TChangeReasons {
+public:
+    constexpr TChangeReasons() = default;
+    /// A single reason, from 0 to 31; not explicit, so that one reason can stand for the set of it.
+    constexpr TChangeReasons(int reason) : m_bits(std::uint32_t{1} << reason) {}
+
+    constexpr bool Has(int reason) const { return (m_bits >> reason & 1) != 0; }
+    constexpr bool HasAnyOf(TChangeReasons reasons) const { return (m_bits & reasons.m_bits) != 0; }
+    constexpr bool IsEmpty() const { return m_bits == 0; }
+    constexpr TChangeReasons operator|(TChangeReasons other) const { return other |= *this; }
+    constexpr TChangeReasons& operator|=(TChangeReasons other) {
+        m_bits |= other.m_bits;
+        return *this;
+    }
+    bool operator==(const TChangeReasons&) const = default;
+
+private:
+    std::uint32_t m_bits = 0; ///< bit n is reason n
+};
+
 /// The extents of a series as they stand, for those who put a former state back.
 struct TSeriesExtents {
     double MinX = 0;
@@ -46,7 +66,7 @@ struct TSeriesExtents {
 ///
 /// A point whose Y, or whose corrected Y, is infinite or not a number is kept but counts neither for the
 /// extents nor for the baseline of AutoZero.
-class XYGRAPH_EXPORT TDataSeries {
+class TDataSeries {
 public:
     // Reasons of a change.
     static constexpr int kDestroyed = 0;
@@ -72,10 +92,10 @@ public:
     /// Between these calls, which may be nested (TUpdateHold), changes are only noted; the last EndUpdate
     /// sends one notification with all their reasons.
     void BeginUpdate() { ++m_holds; }
-    void EndUpdate();
+    XYGRAPH_EXPORT void EndUpdate();
     /// Registers a handler at the end, or replaces the one that has this key, at its place. An empty handler
     /// is kept but not called.
-    void AddChangeHandler(std::intptr_t key, TChangeHandler handler);
+    XYGRAPH_EXPORT void AddChangeHandler(std::intptr_t key, TChangeHandler handler);
 
     /// Inserts the point or merges it into one that is there already, as TPointChain::Add says with the
     /// tolerance and the duplicate policy of the series, and returns Count. An X that is infinite or not a
@@ -84,10 +104,10 @@ public:
     /// the slope 0.
     int AddPoint(double x, double y) { return AddPoint(x, y, 0); }
     /// Also with the standard error of Y, which is none for 0 and for what can be none.
-    int AddPoint(double x, double y, double yError);
+    XYGRAPH_EXPORT int AddPoint(double x, double y, double yError);
     /// Sets the raw Y of a point, whose standard error stays, and widens the extents or lowers the baseline
     /// as AddPoint does. For an unknown Id no point changes, and the rest is done as for a point at 0, 0.
-    void SetPointY(std::int32_t id, double y);
+    XYGRAPH_EXPORT void SetPointY(std::int32_t id, double y);
     std::optional<TSeriesPoint> GetPoint(std::int32_t id) const { return m_points.Find(id); }
 
     // Standard errors of Y. They belong to the points and go with them; a point has one, which is finite and
@@ -96,29 +116,29 @@ public:
     /// Some point has one.
     bool HasYErrors() const { return m_points.HasYErrors(); }
     /// 0 for a point that has none and for an unknown Id.
-    double YError(std::int32_t id) const;
+    XYGRAPH_EXPORT double YError(std::int32_t id) const;
     /// 0 takes it away. Throws EYError "The standard error of Y must be a number above 0" for another value
     /// that can be none; nothing is changed then, nor for an unknown Id.
-    void SetYError(std::int32_t id, double error);
+    XYGRAPH_EXPORT void SetYError(std::int32_t id, double error);
     /// One a point, in chain order, or none at all, which drops them; values that can be none become none.
     /// Throws EYError "There are 3 standard errors for 5 points" for another number of them. Returns how many
     /// points have one now.
-    int SetYErrors(std::span<const double> errors);
+    XYGRAPH_EXPORT int SetYErrors(std::span<const double> errors);
     /// One a point, in chain order, 0 for those without; empty where there are none.
-    std::vector<double> YErrors() const;
+    XYGRAPH_EXPORT std::vector<double> YErrors() const;
 
     /// False for an unknown Id. ExtentsStale is set when the point's X or raw Y equals an extent, or when
     /// AutoZero is on and its raw Y is not above ZeroValue; a corrected Y that was an extent is not looked
     /// for.
-    bool DeletePoint(std::int32_t id);
+    XYGRAPH_EXPORT bool DeletePoint(std::int32_t id);
     /// Removes each point whose X is within NumericalTolerance of the point before it that stayed; true when
     /// any was.
-    bool RemoveDuplicates();
+    XYGRAPH_EXPORT bool RemoveDuplicates();
     /// Removes all points and the regression curve; Ids start again at 1. Extents are 0 and stale.
-    void Clear();
+    XYGRAPH_EXPORT void Clear();
     /// Puts other points, built beside the series, in the place of all points, with one notification, and
     /// returns the old ones. The new ones keep the Ids of their chain, and their extents are up to date.
-    TPointChain SwapPoints(TPointChain points);
+    XYGRAPH_EXPORT TPointChain SwapPoints(TPointChain points);
     /// A copy of the points with all that has been worked out from them.
     TSeriesData Data() const;
     /// Puts such a copy in the place of the points and of what was worked out from them, with one
@@ -151,7 +171,7 @@ public:
     /// Puts extents and baseline back that the series had with the points that it has. No notification.
     void RestoreExtents(const TSeriesExtents& extents);
     /// Applies AutoZero and works out all extents from the points. Does nothing on an empty series.
-    void RecalcExtents();
+    XYGRAPH_EXPORT void RecalcExtents();
     /// With AutoZero on, sets ZeroValue to the lowest finite raw Y and the slope to 0; without such a Y
     /// nothing.
     void ApplyAutoZero();
@@ -177,30 +197,30 @@ public:
 
     // Stored without a notification; points that are there are not merged anew.
     void SetSeriesName(std::string value) { m_seriesName = std::move(value); }
-    void SetNumericalTolerance(double value);
+    XYGRAPH_EXPORT void SetNumericalTolerance(double value);
     void SetSeriesFlag(bool value) { m_seriesFlag = value; }
     void SetXColExpr(std::string value) { m_xColExpr = std::move(value); }
     void SetYColExpr(std::string value) { m_yColExpr = std::move(value); }
     // Each does nothing for an equal value, and otherwise stores, marks what is stale now and notifies once.
     // A baseline that is infinite or not a number is ignored.
-    void SetZeroValue(double value);
-    void SetBaseline(double zeroValue, double slope);
-    void SetBaseLineSlope(double value);
-    void SetAutoZero(bool value);
-    void SetRegressionType(TRegressionType value);
-    void SetRegressionControlValue1(int value);
-    void SetRegressionControlValue2(double value);
+    XYGRAPH_EXPORT void SetZeroValue(double value);
+    XYGRAPH_EXPORT void SetBaseline(double zeroValue, double slope);
+    XYGRAPH_EXPORT void SetBaseLineSlope(double value);
+    XYGRAPH_EXPORT void SetAutoZero(bool value);
+    XYGRAPH_EXPORT void SetRegressionType(TRegressionType value);
+    XYGRAPH_EXPORT void SetRegressionControlValue1(int value);
+    XYGRAPH_EXPORT void SetRegressionControlValue2(double value);
     /// Switching it off runs RemoveDuplicates; switching it on changes nothing else.
-    void SetDuplicatesAllowed(bool value);
+    XYGRAPH_EXPORT void SetDuplicatesAllowed(bool value);
 
     // Results. Each is worked out on the first request after a change of the points (or of a setting that it
     // depends on) and answered from a cache until the next one. None notifies.
 
     /// Statistics of X in chain order, taken as ascending, and of the raw Y.
-    TStatistics XStatistics() const;
-    TStatistics YStatistics() const;
+    XYGRAPH_EXPORT TStatistics XStatistics() const;
+    XYGRAPH_EXPORT TStatistics YStatistics() const;
     /// Mean and standard deviation of the corrected Y; nothing with fewer than two finite ones.
-    std::optional<TSpread> CorrectedSpread() const;
+    XYGRAPH_EXPORT std::optional<TSpread> CorrectedSpread() const;
 
     bool RegressionStale() const { return m_regressionStale; }
     /// The next request works the regression out anew. No notification.
@@ -209,14 +229,17 @@ public:
     /// the points as they are plotted, Derived then being not-a-number beyond its count): the Derived of the
     /// points, RegressionLine or RegressionCurve, as ComputeRegression says for each type. Throws
     /// ERegressionError as that does; all results are then empty, and RegressionError keeps the text.
-    void CalcRegression();
+    XYGRAPH_EXPORT void CalcRegression();
     /// As CalcRegression for those who draw and show: what is thrown is kept as RegressionError, and
     /// RegressionType None gives no results and is no error.
-    void UpdateRegression() noexcept;
+    XYGRAPH_EXPORT void UpdateRegression() noexcept;
+    /// What UpdateRegression does with a regression that was worked out beside the data set, from the same
+    /// points and settings (TRegressionTask); `error` says why it gave nothing.
+    void TakeRegression(TRegressionResult result, const std::string& error);
     /// Why the last calculation gave nothing; empty when it did.
     const std::string& RegressionError() const { return m_regressionError; }
     /// The polynomial of the types 1 to 3, over the raw Y; null for others and while the regression is stale.
-    const TFittedCurve* RegressionLine() const;
+    XYGRAPH_EXPORT const TFittedCurve* RegressionLine() const;
     /// A regression sampled on a grid of its own, empty when the type has none. That of a spline is raw; that
     /// of the curve fit stands for corrected Y.
     const std::vector<TCurveSample>& RegressionCurve() const { return m_regressionCurve; }
@@ -233,7 +256,7 @@ public:
     virtual void ReadFromStream(TxyReader& reader);
 
     /// The name and the fit's parameters that are shown: "Run 1 (k=0.25 1/s; A=3 V)".
-    std::string LegendText() const;
+    XYGRAPH_EXPORT std::string LegendText() const;
 
 protected:
     /// Sends a notification.
@@ -252,7 +275,6 @@ private:
     void CurveFitChanged();
     void SampleCurveFit();
     TRegressionResult ComputeOwnRegression() const;
-    TRegressionResult ComputePlottedRegression() const;
     template <class TValue>
     void StoreRegressionSetting(TValue& field, TValue value);
     void TellMerged(int merged, int filed) const;

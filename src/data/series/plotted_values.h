@@ -15,7 +15,7 @@ struct TPlottedValues {
     std::vector<double> YErrors; ///< 0 for a point without; empty where there are none
 
     /// Leaves out places whose X is infinite or not a number.
-    void KeepFiniteX();
+    XYGRAPH_EXPORT void KeepFiniteX();
 };
 
 XYGRAPH_EXPORT TPlottedValues PlottedValues(const TDataSeries& series);

@@ -1,11 +1,17 @@
 #include "data/series/series_record.h"
 
 #include "data/series/ds_info.h"
+#include "data/series/y_error_rule.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_run_text.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 #include "support/number_text.h"
 
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <string_view>
 #include <vector>
 
 namespace lumoplot {
@@ -40,8 +46,26 @@ constexpr TSectionRow<S> CurveFitRow(int key) {
         [](S& series, TxyReader& reader) { std::invoke(Read, series.CurveFit(), reader); }>(key, "CurveFit");
 }
 
+// "1000 rows" or "60 seconds".
+std::string LinkLimitText(const S& series) {
+    const TLinkLimit limit = series.DataSourceInfo().LinkLimit();
+    if (limit.rows > 0) return std::to_string(limit.rows) + " rows";
+    return limit.seconds > 0 ? FormatShortest(limit.seconds) + " seconds" : std::string();
+}
+
+void SetLinkLimitText(S& series, const std::string& text) {
+    constexpr double kMost = 1e15;
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool isLimit = error == std::errc() && value > 0 && value < kMost;
+    const bool isRows = isLimit && std::string_view(end) == " rows";
+    series.DataSourceInfo().SetLinkLimit(
+        {isRows ? static_cast<std::int64_t>(value) : 0, isLimit && !isRows ? value : 0});
+}
+
 constexpr std::size_t kPointsPerPart = 4096;
 constexpr int kFitRunKey = 70;
+constexpr std::size_t kLongestShownName = 60;
 constexpr int kYErrorsKey = 72;
 
 std::string FitRun(const S& series) {
@@ -78,13 +102,83 @@ constexpr TSectionRow<S> YErrorsRow() {
 // One that was taken back is not to be run again where the file is opened.
 bool HasFitRun(const S& series) {
     const TCurFit& fit = series.CurveFit();
-    return fit.Result() || !fit.FitError().empty() || (fit.ShowsResult() && !fit.IsStale());
+    return fit.Result() || !fit.FitError().empty() || (fit.ShowsResult() && !fit.IsPending());
 }
 
 // What belongs to the points means nothing without them.
 bool IsWritten(int key, const S& series, bool withPoints) {
     if (key == kFitRunKey) return withPoints && HasFitRun(series);
     return key != kYErrorsKey || (withPoints && series.HasYErrors());
+}
+
+struct TColumns {
+    std::vector<double> X, Y, YErrors;
+
+    void TakeFrom(const TPointChain& points) {
+        for (std::size_t i = 0; i < points.BlockCount(); ++i) {
+            const TPointSpans run = points.Block(i);
+            X.insert(X.end(), run.X.begin(), run.X.end());
+            Y.insert(Y.end(), run.Y.begin(), run.Y.end());
+            YErrors.insert(YErrors.end(), run.YErrors.begin(), run.YErrors.end());
+            YErrors.resize(X.size());
+        }
+    }
+    TColumns InOrder(const std::vector<std::size_t>& places) const {
+        TColumns result;
+        for (const std::size_t place : places) {
+            result.X.push_back(X[place]);
+            result.Y.push_back(Y[place]);
+            result.YErrors.push_back(YErrors[place]);
+        }
+        return result;
+    }
+};
+
+/// The places of points that are, with all behind them, farther from all before them than the tolerance; and
+/// the end.
+std::vector<std::size_t> ClusterStarts(const std::vector<double>& x, double tolerance) {
+    std::vector<double> lowest(x.size()); // from there on
+    for (std::size_t i = x.size(); i-- > 0;)
+        lowest[i] = i + 1 < x.size() ? std::min(x[i], lowest[i + 1]) : x[i];
+    std::vector<std::size_t> starts;
+    double highest = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        if (highest < lowest[i] - tolerance) starts.push_back(i);
+        highest = std::max(highest, x[i]);
+    }
+    starts.push_back(x.size());
+    return starts;
+}
+
+// A reader adds point by point, and one that comes within the tolerance below another one lands before it. So
+// of points that lie closer than that, those that stand before a smaller one are written last of all, and
+// backwards.
+TColumns InReadingOrder(const S& series) {
+    TColumns columns;
+    columns.TakeFrom(series.Points());
+    const auto starts = ClusterStarts(columns.X, series.NumericalTolerance());
+    std::vector<std::size_t> order, last;
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+        std::size_t ascending = starts[i + 1] - 1; // from there on in this cluster
+        while (ascending > starts[i] && columns.X[ascending - 1] <= columns.X[ascending]) --ascending;
+        for (std::size_t place = starts[i]; place < starts[i + 1]; ++place)
+            (place < ascending ? last : order).push_back(place);
+    }
+    order.insert(order.end(), last.rbegin(), last.rend());
+    return columns.InOrder(order);
+}
+
+/// Points lie closer than the tolerance and not in the order of X, as is possible where duplicates are
+/// allowed.
+bool HasOrderOfItsOwn(const S& series) {
+    if (!series.DuplicatesAllowed() || !(series.NumericalTolerance() > 0)) return false;
+    double last = -std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < series.Points().BlockCount(); ++i)
+        for (const double x : series.Points().Block(i).X) {
+            if (x < last) return true;
+            last = x;
+        }
+    return false;
 }
 
 void WriteSettings(TxyWriter& writer, const S& series, bool withPoints) {
@@ -144,6 +238,7 @@ std::span<const TSectionRow<TDataSeries>> SeriesRecordRows() {
         DatabaseRow<&TDatabaseWish::query>(81, "DatabaseQuery"),
         DatabaseRow<&TDatabaseWish::where>(82, "DatabaseWhere"),
         DatabaseRow<&TDatabaseWish::orderBy>(83, "DatabaseOrder"),
+        OptionalTextRow<S, &LinkLimitText, &SetLinkLimitText>(84, "LinkLimit"),
         Row<S, &FitRun, &SetFitRun>(kFitRunKey, "FitRun"),
         YErrorsRow(),
     };
@@ -155,6 +250,10 @@ void TDataSeries::WriteToStream(TxyWriter& writer, bool withPoints) const {
     WriteSettings(writer, *this, withPoints);
     writer.WritePointHeader(withPoints ? Count() : 0);
     if (!withPoints) return;
+    if (HasOrderOfItsOwn(*this)) {
+        const TColumns columns = InReadingOrder(*this);
+        return writer.WritePoints(columns.X, columns.Y, columns.YErrors);
+    }
     for (std::size_t i = 0; i < Points().BlockCount(); ++i)
         writer.WritePoints(Points().Block(i).X, Points().Block(i).Y, Points().Block(i).YErrors);
 }
@@ -164,6 +263,7 @@ void TDataSeries::ReadFromStream(TxyReader& reader) {
     // Entries that only some files have.
     DataSourceInfo().SetYErrorRule({});
     DataSourceInfo().SetDatabase({});
+    DataSourceInfo().SetLinkLimit({});
     reader.SetThirdEntry(TThirdEntry::None);
     ReadEntries(reader, SeriesRecordRows(), *this);
     DataSourceInfo().SetNeedsReload(false);
@@ -183,8 +283,9 @@ void TDataSeries::ReadFromStream(TxyReader& reader) {
 }
 
 void TDataSeries::TellMerged(int merged, int filed) const {
-    std::string text = "DataSet \"" + SeriesName() + "\": " + std::to_string(merged) + " of " +
-                       std::to_string(filed) + " points merged into others with the same X";
+    std::string text = "DataSet \"" + ShownLine(SeriesName(), kLongestShownName) +
+                       "\": " + std::to_string(merged) + " of " + std::to_string(filed) +
+                       " points merged into others with the same X";
     if (NumericalTolerance() > 0) text += " within " + FormatShortest(NumericalTolerance());
     ShowMessage(text, TMessageKind::Warning);
 }

@@ -3,6 +3,7 @@
 #include "data/analysis/spline.h"
 #include "data/series/data_series.h"
 #include "data/series/plotted_values.h"
+#include "data/series/regression_task.h"
 #include "data/series/series_results.h"
 #include "fit/definition/cur_fit.h"
 
@@ -76,6 +77,7 @@ std::optional<TSpread> TDataSeries::CorrectedSpread() const {
 
 // The mode depends on the tolerance.
 void TDataSeries::SetNumericalTolerance(double value) {
+    if (!(value >= 0) || !std::isfinite(value)) return;
     m_numericalTolerance = value;
     m_results->ClearStatistics();
 }
@@ -94,48 +96,28 @@ void TDataSeries::ClearRegression() {
 
 void TDataSeries::CalcRegression() {
     if (!m_regressionStale) return;
-    m_regressionStale = false;
-    ClearRegression();
     try {
-        TRegressionResult result = XSource() ? ComputePlottedRegression() : ComputeOwnRegression();
-        m_points.SetDerived(result.Derived);
-        m_regressionCurve = std::move(result.Curve);
-        m_results->RegressionLine = std::move(result.Line);
-        if (m_regressionType == TRegressionType::SampledCurve) SampleCurveFit();
+        TakeRegression(XSource() ? TRegressionTask(*this).Run() : ComputeOwnRegression(), {});
     } catch (const std::exception& error) {
-        ClearRegression();
-        m_regressionError = error.what();
+        TakeRegression({}, error.what());
         throw;
     }
+}
+
+void TDataSeries::TakeRegression(TRegressionResult result, const std::string& error) {
+    m_regressionStale = false;
+    ClearRegression();
+    m_regressionError = error;
+    m_points.SetDerived(result.Derived);
+    m_regressionCurve = std::move(result.Curve);
+    m_results->RegressionLine = std::move(result.Line);
+    if (m_regressionType == TRegressionType::SampledCurve && error.empty()) SampleCurveFit();
 }
 
 TRegressionResult TDataSeries::ComputeOwnRegression() const {
     return ComputeRegression(
         {m_regressionType, m_regressionControlValue1, m_regressionControlValue2, m_duplicatesAllowed},
         TFieldOfAll(m_points, &TPointSpans::X), TFieldOfAll(m_points, &TPointSpans::Y));
-}
-
-// Curves over X want it ascending; what smooths goes from point to point.
-TRegressionResult TDataSeries::ComputePlottedRegression() const {
-    const TPlottedValues plotted = PlottedValues(*this);
-    std::vector<std::size_t> order;
-    for (std::size_t i = 0; i < plotted.X.size(); ++i)
-        if (std::isfinite(plotted.X[i])) order.push_back(i);
-    if (m_regressionType <= TRegressionType::Spline)
-        std::ranges::stable_sort(order, {}, [&](std::size_t place) { return plotted.X[place]; });
-    std::vector<double> x, y;
-    for (const std::size_t place : order) {
-        x.push_back(plotted.X[place]);
-        y.push_back(plotted.Y[place]);
-    }
-    const bool sharesX = std::ranges::adjacent_find(x) != x.end();
-    TRegressionResult result = ComputeRegression(
-        {m_regressionType, m_regressionControlValue1, m_regressionControlValue2, sharesX}, x, y);
-    if (result.Derived.empty()) return result;
-    std::vector<double> derived(static_cast<std::size_t>(Count()), std::numeric_limits<double>::quiet_NaN());
-    for (std::size_t i = 0; i < order.size(); ++i) derived[order[i]] = result.Derived[i];
-    result.Derived = std::move(derived);
-    return result;
 }
 
 // The owner of the curve samples it: over the extent of X, from the fit's parameters as they are.

@@ -3,40 +3,23 @@
 // the points are read again.
 #pragma once
 
+#include "data/series/ds_info.h"
 #include "support/export.h"
 
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lumoplot {
 
 class TDataSeries;
 
-enum class TYErrorKind {
-    None,
-    Column,    ///< a column of the text source
-    Constant,  ///< the same for all points
-    Percent,   ///< a percentage of |Y|
-    SquareRoot ///< √Y, of counts
-};
-
-struct TYErrorRule {
-    TYErrorKind Kind = TYErrorKind::None;
-    double Value = 0;        ///< the constant or the percentage, finite and above 0
-    std::string Column = {}; ///< by number from 1 or by header name
-
-    bool operator==(const TYErrorRule&) const = default;
-};
-
 /// "column sigma", "constant 0.1", "percent 5", "sqrt"; empty for none.
-XYGRAPH_EXPORT std::string TextOf(const TYErrorRule& rule);
+std::string TextOf(const TYErrorRule& rule);
 /// What a text of TextOf says, letter case of the first word ignored; none for any other text.
-XYGRAPH_EXPORT TYErrorRule YErrorRuleOf(std::string_view text);
+TYErrorRule YErrorRuleOf(std::string_view text);
 
 /// The standard error of a raw Y; 0 where the rule has none, as for a column, Y = 0 and √Y of Y < 0.
-XYGRAPH_EXPORT double YErrorBy(const TYErrorRule& rule, double y);
+double YErrorBy(const TYErrorRule& rule, double y);
 
 /// Gives every point of the data set its error and keeps the rule with its source, so that points that are
 /// read again get theirs. A column is only noted: reading the source fills it; None drops all errors. Returns
@@ -48,7 +31,7 @@ XYGRAPH_EXPORT int SetYErrorsBy(TDataSeries& series, const TYErrorRule& rule);
 XYGRAPH_EXPORT int SetYErrorsFrom(TDataSeries& series, const TDataSeries& errors);
 
 /// Drops errors and rule; true when there were errors.
-XYGRAPH_EXPORT bool DropYErrors(TDataSeries& series);
+bool DropYErrors(TDataSeries& series);
 
 /// For points that are new or have another Y: by the rule of the source where it needs only Y.
 XYGRAPH_EXPORT void RenewYErrors(TDataSeries& series);

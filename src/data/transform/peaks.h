@@ -15,6 +15,6 @@ struct TPeak {
 /// Peaks that rise by at least `part` (0 to 1) of the range of Y above their base, in their order. The base
 /// of a peak is the higher of the two lowest places between it and higher ones, or the ends of the curve, on
 /// its either side. A flat top counts at its middle. Points that are not finite are left out.
-XYGRAPH_EXPORT std::vector<TPeak> FindPeaks(const TCurveValues& curve, double part);
+std::vector<TPeak> FindPeaks(const TCurveValues& curve, double part);
 
 } // namespace lumoplot

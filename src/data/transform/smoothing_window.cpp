@@ -16,8 +16,8 @@ double Dot(std::span<const double> a, std::span<const double> b) {
     return sum;
 }
 
-/// The least squares polynomial at `place`, by polynomials that are orthogonal over the points (Forsythe
-/// 1957).
+} // namespace
+
 double LocalFit(std::span<const double> x, std::span<const double> y, double place, int degree) {
     const double middle = 0.5 * (x.front() + x.back());
     const double reach = std::max(0.5 * (x.back() - x.front()), 1e-300);
@@ -48,8 +48,6 @@ double LocalFit(std::span<const double> x, std::span<const double> y, double pla
     }
     return value;
 }
-
-} // namespace
 
 std::vector<double> SavitzkyGolay(const TCurveValues& curve, std::size_t width, int degree) {
     const std::size_t count = curve.X.size();

@@ -3,7 +3,13 @@
 
 #include "data/transform/transform.h"
 
+#include <span>
+
 namespace lumoplot {
+
+/// The least squares polynomial at `place`, by polynomials that are orthogonal over the points (Forsythe
+/// 1957); X ascend.
+double LocalFit(std::span<const double> x, std::span<const double> y, double place, int degree);
 
 /// The local polynomial of that degree at each point, least squares over `width` neighbours, as many as there
 /// are at the ends (Savitzky and Golay 1964; X need not be even).

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace lumoplot {
 namespace {
@@ -17,8 +18,13 @@ TCurveValues FiniteOnly(const TCurveValues& curve) {
         if (!std::isfinite(curve.X[i]) || !std::isfinite(curve.Y[i])) continue;
         kept.X.push_back(curve.X[i]);
         kept.Y.push_back(curve.Y[i]);
+        if (!curve.YErrors.empty()) kept.YErrors.push_back(curve.YErrors[i]);
     }
     return kept;
+}
+
+void ScaleErrors(TCurveValues& curve, double factor) {
+    for (double& error : curve.YErrors) error *= std::abs(factor);
 }
 
 std::size_t WholeNumber(double value, double least, const char* what) {
@@ -62,14 +68,17 @@ void Scale(TCurveValues& curve, const TTransform& by) {
     if (by.First == 0 || by.Second == 0) throw ETransformError("A factor must not be 0");
     for (double& x : curve.X) x *= by.First;
     for (double& y : curve.Y) y *= by.Second;
+    ScaleErrors(curve, by.Second);
     if (by.First > 0) return;
     std::ranges::reverse(curve.X);
     std::ranges::reverse(curve.Y);
+    std::ranges::reverse(curve.YErrors);
 }
 
 void Normalise(TCurveValues& curve, const TTransform& to) {
     const auto [low, high] = std::ranges::minmax(curve.Y);
     if (low == high) throw ETransformError("All Y are equal");
+    ScaleErrors(curve, (to.Second - to.First) / (high - low));
     for (double& y : curve.Y) y = std::lerp(to.First, to.Second, (y - low) / (high - low));
 }
 
@@ -79,6 +88,7 @@ void CutRange(TCurveValues& curve, const TTransform& range) {
     const auto end = std::ranges::upper_bound(curve.X, range.Second) - curve.X.begin();
     curve.X = {curve.X.begin() + first, curve.X.begin() + end};
     curve.Y = {curve.Y.begin() + first, curve.Y.begin() + end};
+    if (!curve.YErrors.empty()) curve.YErrors = {curve.YErrors.begin() + first, curve.YErrors.begin() + end};
     if (curve.X.empty()) throw ETransformError("No point lies in the range");
 }
 
@@ -96,6 +106,16 @@ void Resample(TCurveValues& curve, const TTransform& to) {
     }
 }
 
+/// Of the mean of independent values; none where one of them has none.
+double ErrorOfMean(std::span<const double> errors) {
+    double length = 0;
+    for (const double error : errors) {
+        if (!(error > 0)) return 0;
+        length = std::hypot(length, error);
+    }
+    return length / static_cast<double>(errors.size());
+}
+
 void Average(TCurveValues& curve, const TTransform& by) {
     const std::size_t length = WholeNumber(by.First, 1, "The number of neighbours");
     TCurveValues means;
@@ -106,6 +126,8 @@ void Average(TCurveValues& curve, const TTransform& by) {
         for (std::size_t i = start; i < end; ++i) x += curve.X[i], y += curve.Y[i];
         means.X.push_back(x / static_cast<double>(end - start));
         means.Y.push_back(y / static_cast<double>(end - start));
+        if (!curve.YErrors.empty())
+            means.YErrors.push_back(ErrorOfMean(std::span(curve.YErrors).subspan(start, end - start)));
     }
     curve = std::move(means);
 }
@@ -114,7 +136,13 @@ void Smooth(TCurveValues& curve, const TTransform& by) {
     const std::size_t width = WindowOf(by.First);
     const std::size_t degree = WholeNumber(by.Second, 0, "The degree");
     if (degree >= width) throw ETransformError("The degree must be below the number of neighbours");
+    curve.YErrors.clear();
     curve.Y = SavitzkyGolay(curve, width, static_cast<int>(degree));
+}
+
+void TakeMedians(TCurveValues& curve, const TTransform& by) {
+    curve.YErrors.clear();
+    curve.Y = RunningMedian(curve.Y, WindowOf(by.First));
 }
 
 /// The slope at `at` of the parabola through three points; exact for parabolas at any distances.
@@ -188,7 +216,7 @@ TCurveValues Transformed(const TCurveValues& curve, const TTransform& transform)
     case TTransformKind::Resample: Resample(result, transform); break;
     case TTransformKind::Average: Average(result, transform); break;
     case TTransformKind::SavitzkyGolay: Smooth(result, transform); break;
-    case TTransformKind::RunningMedian: result.Y = RunningMedian(result.Y, WindowOf(transform.First)); break;
+    case TTransformKind::RunningMedian: TakeMedians(result, transform); break;
     case TTransformKind::Derivative: Differentiate(result); break;
     case TTransformKind::Integral: Integrate(result, transform); break;
     }

@@ -17,6 +17,7 @@ public:
 struct TCurveValues {
     std::vector<double> X;
     std::vector<double> Y;
+    std::vector<double> YErrors = {}; ///< standard errors of Y, 0 for none; empty where there are none
 };
 
 /// What is done, and below what the two numbers of TTransform are for it.
@@ -39,8 +40,10 @@ struct TTransform {
     double Second = 0;
 };
 
-/// The new curve; its X ascend. Points with a coordinate that is not finite are left out. Throws
-/// ETransformError with what is wrong with the numbers, or when no point is left.
-XYGRAPH_EXPORT TCurveValues Transformed(const TCurveValues& curve, const TTransform& transform);
+/// The new curve; its X ascend. Shift, scale, normalise, a cut and averages carry the standard errors of Y
+/// along (a mean of points some of which have none has none); the others, whose new Y depend on each other,
+/// have none any more. Points with a coordinate that is not finite are left out. Throws ETransformError with
+/// what is wrong with the numbers, or when no point is left.
+TCurveValues Transformed(const TCurveValues& curve, const TTransform& transform);
 
 } // namespace lumoplot

@@ -1,5 +1,6 @@
 #include "dialog/common/color_button.h"
 
+#include "controls/texts.h"
 #include "dialogs/color_choice.h"
 #include "graph/drawing/lines/canvas.h"
 
@@ -17,7 +18,7 @@ TColorButton::TColorButton(QWidget* parent) : QPushButton(parent) {
 
 void TColorButton::SetColor(TColor color) {
     m_color = color;
-    setAccessibleName(QStringLiteral("Color ") + ToQColor(color).name());
+    setAccessibleName(TTexts::tr("Color ") + ToQColor(color).name());
     update();
 }
 
@@ -38,7 +39,7 @@ void TColorButton::paintEvent(QPaintEvent* event) {
 }
 
 void TColorButton::PickColor() {
-    const QColor picked = ChooseColor(ToQColor(m_color), window(), QStringLiteral("Select Color"));
+    const QColor picked = ChooseColor(ToQColor(m_color), window(), TTexts::tr("Select Color"));
     if (!picked.isValid() || ToColor(picked) == m_color) return;
     SetColor(ToColor(picked));
     Q_EMIT ColorPicked(m_color);

@@ -1,7 +1,7 @@
 // A button that shows a colour and opens the colour dialog to change it.
 #pragma once
 
-#include "support/color.h"
+#include "support/look.h"
 
 #include <QPushButton>
 

@@ -1,6 +1,7 @@
 #include "dialog/filter/filtering_page.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "data/filter/band_filter_spectrum.h"
 #include "data/series/ds_info.h"
 #include "dialogs/messages/progress_window.h"
@@ -23,8 +24,6 @@ constexpr int kGainsShown = 512;
 constexpr int kTypingDelayMs = 30;
 constexpr const char* kFailure = "Fail to Apply Filter";
 constexpr double kLargestScale = 100;
-const QString kOwnXText =
-    QStringLiteral(" Apply works on the points as they are plotted and gives them X values of their own.");
 constexpr const char* kErrorsDropped = "The points are others now: their errors of Y are gone.";
 
 QString ShortNumber(double value) {
@@ -39,9 +38,20 @@ TDataStamps StampsOf(const TSeries& series) {
 QString SourceText(const TSeries& series) {
     QString text;
     if (series.HoldsSomeRows())
-        text = QStringLiteral(" The points are %1; Apply reads every row.")
+        text = TTexts::tr(" The points are %1; Apply reads every row.")
                    .arg(QString::fromStdString(RowsText(RowsOf(series))));
-    return series.XSource() ? text + kOwnXText : text;
+    if (series.XSource())
+        text += TTexts::tr(
+            " Apply works on the points as they are plotted and gives them X values of their own.");
+    return text;
+}
+
+QString BandAboveText() {
+    return TTexts::tr("The band lies above every frequency of the samples.");
+}
+
+QString BlowUpWarning() {
+    return TTexts::tr(" Warning: that is no signal any more; switch \"Normalize Output\" off.");
 }
 
 /// A band that takes nearly all of the signal leaves rounding and noise, which normalizing makes as large as
@@ -50,8 +60,8 @@ bool IsBlowUp(double scale) {
     return !(std::abs(scale) <= kLargestScale);
 }
 
-QString Counted(std::int64_t count, const char* one, const char* many) {
-    return QLocale().toString(count) + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+QString Counted(std::int64_t count, const QString& one, const QString& many) {
+    return QLocale().toString(count) + QLatin1Char(' ') + (count == 1 ? one : many);
 }
 
 } // namespace
@@ -224,8 +234,7 @@ void TFilteringPage::UpdatePreview() {
 
 /// Warnings stand out by more than their colour: they begin with the word.
 void TFilteringPage::ShowState(const QString& text) {
-    const bool warns =
-        text.contains(QStringLiteral("Warning:")) || text.contains(QStringLiteral("lies above"));
+    const bool warns = text.contains(BlowUpWarning()) || text.contains(BandAboveText());
     QFont font = this->font();
     font.setBold(warns);
     m_ui->lblFilterState->setFont(font);
@@ -243,31 +252,28 @@ const TFilterSamples& TFilteringPage::SamplesOf(const TSeries& series) {
 
 QString TFilteringPage::StateText(const TFilterSamples& samples) const {
     const auto count = static_cast<std::int64_t>(samples.Values.size());
-    if (count == 0) return QStringLiteral("There are too few points for a sample: nothing can be filtered.");
-    QString text = Counted(count, "sample", "samples");
+    if (count == 0) return TTexts::tr("There are too few points for a sample: nothing can be filtered.");
+    QString text = Counted(count, TTexts::tr("sample"), TTexts::tr("samples"));
     if (samples.Step > 0) {
-        text += QStringLiteral(", %1 apart: frequencies up to %2. ")
+        text += TTexts::tr(", %1 apart: frequencies up to %2. ")
                     .arg(ShortNumber(samples.Step), ShortNumber(0.5 / samples.Step));
-        if (IsBandAbove(samples))
-            return text + QStringLiteral("The band lies above every frequency of the samples.");
+        if (IsBandAbove(samples)) return text + BandAboveText();
     } else {
-        text += QStringLiteral(" without spread in X. ");
+        text += TTexts::tr(" without spread in X. ");
     }
     return text + ResultText(samples);
 }
 
 QString TFilteringPage::ResultText(const TFilterSamples& samples) const {
     const auto kept = static_cast<std::int64_t>(samples.Values.size()) - 2 * m_settings.ResponseWidth - 1;
-    if (kept <= 0) return QStringLiteral("The response is wider than the data: Apply leaves no points.");
-    if (!(samples.Step > 0)) return QStringLiteral("Nothing can be filtered.");
-    const QString points = Counted(kept * m_settings.CountEvery, "point", "points");
-    if (!m_settings.Normalize) return QStringLiteral("Apply leaves %1.").arg(points);
+    if (kept <= 0) return TTexts::tr("The response is wider than the data: Apply leaves no points.");
+    if (!(samples.Step > 0)) return TTexts::tr("Nothing can be filtered.");
+    const QString points = Counted(kept * m_settings.CountEvery, TTexts::tr("point"), TTexts::tr("points"));
+    if (!m_settings.Normalize) return TTexts::tr("Apply leaves %1.").arg(points);
     const double scale = NormalizingScale(samples, m_settings);
     const QString result =
-        QStringLiteral("Apply leaves %1 and multiplies by %2.").arg(points, ShortNumber(scale));
-    return IsBlowUp(scale) ? result + QStringLiteral(" Warning: that is no signal any more; switch "
-                                                     "\"Normalize Output\" off.")
-                           : result;
+        TTexts::tr("Apply leaves %1 and multiplies by %2.").arg(points, ShortNumber(scale));
+    return IsBlowUp(scale) ? result + BlowUpWarning() : result;
 }
 
 } // namespace lumoplot

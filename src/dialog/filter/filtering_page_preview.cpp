@@ -1,5 +1,6 @@
 #include "dialog/filter/filtering_page_preview.h"
 
+#include "controls/texts.h"
 #include "graph/drawing/picture/graph_layout.h"
 
 #include <QEvent>
@@ -42,27 +43,28 @@ TPointChain PointsOf(const TSpectrum& spectrum) {
 } // namespace
 
 TFilterPreview::TFilterPreview(QWidget* parent)
-    : TxyGraph(parent), m_amplitudes(AddCurve("Amplitude", YAxis())),
-      m_gains(AddCurve("Gain", YAxis_Second())) {
+    : TxyGraph(parent), m_amplitudes(AddCurve(TTexts::tr("Amplitude").toStdString(), YAxis())),
+      m_gains(AddCurve(TTexts::tr("Gain").toStdString(), YAxis_Second())) {
     m_amplitudes.SetLineColor(kSpectrumColor);
     m_amplitudes.SetLineWidth(1);
     m_gains.SetLineColor(kGainColor);
     m_gains.SetLineWidth(2);
-    XAxis()->SetTitle("Frequency");
-    YAxis()->SetTitle("Amplitude");
-    YAxis_Second()->SetTitle("Gain");
+    XAxis()->SetTitle(TTexts::tr("Frequency").toStdString());
+    YAxis()->SetTitle(TTexts::tr("Amplitude").toStdString());
+    YAxis_Second()->SetTitle(TTexts::tr("Gain").toStdString());
     YAxis()->SetLogScale(true);
     YAxis_Second()->SetGridlines(false);
     Appearance()->SetGraphTitle({});
     YAxis_Second()->SetShowAxis(true);
     Legend()->Setvisible(true);
     Legend()->Settop(2);
+    Legend()->Setwidth(0); // as wide as its entries
     TakeThemeColors();
     connect(this, &TxyGraph::OnPaintEnd, this, [this](QPainter* painter) { PaintBand(*painter); });
     ShowNothing();
 }
 
-TSeries& TFilterPreview::AddCurve(const char* name, TAxis* axis) {
+TSeries& TFilterPreview::AddCurve(const std::string& name, TAxis* axis) {
     TSeries& curve = *FindSeries(AddSeries());
     curve.SetSeriesName(name);
     curve.SetYAxisOfSeries(axis);

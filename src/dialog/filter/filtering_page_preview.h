@@ -24,7 +24,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    TSeries& AddCurve(const char* name, TAxis* axis);
+    TSeries& AddCurve(const std::string& name, TAxis* axis);
     void TakeThemeColors();
     void FitAmplitudes(const TSpectrum& amplitudes);
     void PaintBand(QPainter& painter) const;

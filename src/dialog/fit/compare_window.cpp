@@ -85,9 +85,8 @@ void TCompareWindow::ShowRuns() {
 }
 
 void TCompareWindow::ShowProcedures() {
-    std::vector<std::vector<std::string>> rows = {{"Procedure", "Converged", "In the best minimum",
-                                                   "Median time", "Median iterations", "Median evaluations",
-                                                   "Could not run"}};
+    std::vector<std::vector<std::string>> rows = {
+        {"Procedure", "Converged", "Best minimum", "Time", "Iterations", "Evaluations", "Not run"}};
     for (std::size_t i = 0; i < kComparedProcedures.size(); ++i) {
         TRunList all;
         for (const TComparedRun& run : m_runs)
@@ -111,10 +110,19 @@ void TCompareWindow::ShowProcedures() {
                         std::to_string(count([](const TComparedRun& run) { return !run.Trouble.empty(); }))});
     }
     ShowRows(*m_ui->t_Procedures, rows);
+    const char* const hints[] = {"",
+                                 "Runs that have converged",
+                                 "Runs that end in the best minimum",
+                                 "Median of the runs",
+                                 "Median of the runs",
+                                 "Of the equation over all points, median of the runs",
+                                 "Runs that were not possible from their start"};
+    for (int column = 0; column < m_ui->t_Procedures->columnCount(); ++column)
+        m_ui->t_Procedures->horizontalHeaderItem(column)->setToolTip(QLatin1String(hints[column]));
 }
 
 void TCompareWindow::ShowMinima() {
-    std::vector<std::string> head = {"Minimum", "Runs that end here", "Residual sum of squares"};
+    std::vector<std::string> head = {"Minimum", "Runs", "Sum of squares"};
     for (int i = 1; i <= m_fitted.Fit.NParams(); ++i)
         if (m_fitted.Fit.Parameter(i)->Vary()) head.push_back(m_fitted.Fit.Parameter(i)->Name());
     std::vector<std::vector<std::string>> rows = {head};

@@ -18,6 +18,7 @@
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/formula_group.h"
 #include "fit/equation_editor/parameter_group.h"
+#include "fit/functions/ready_functions.h"
 #include "fit/functions/start_values.h"
 #include "graph/fitting/series_fitting.h"
 #include "graph/model/axis.h"
@@ -34,16 +35,6 @@ namespace {
 
 constexpr int kResultDigits = 6;
 constexpr int kCopiedDigits = 12;
-
-// "s" in "Time [s]" and in "Time (s)"; empty when there is none.
-std::string UnitIn(const std::string& caption) {
-    for (const auto& [open, close] : {std::pair('[', ']'), std::pair('(', ')')}) {
-        const std::size_t from = caption.rfind(open);
-        if (from == std::string::npos || caption.find(close, from) != caption.size() - 1) continue;
-        return caption.substr(from + 1, caption.size() - from - 2);
-    }
-    return {};
-}
 
 } // namespace
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
@@ -90,6 +81,40 @@ void TCurveFittingPage::FitEdited() {
     m_parameters->ShowTable();
     ShowFunction();
     ShowResult();
+    ShowWeightsText();
+}
+
+void TCurveFittingPage::ShowWeightsText() {
+    const TSeries* series = Context().CurrSeries();
+    if (!series) return m_ui->lblWeights->clear();
+    const TCurFit& fit = series->CurveFit();
+    QStringList sentences;
+    if (!series->HasYErrors())
+        sentences << QStringLiteral(
+            "The points have no standard errors. A column, a constant, a percentage or "
+            "counting statistics give them some: page General, Errors of Y.");
+    else if (fit.UsesYErrors())
+        sentences << QStringLiteral("Points without a standard error above 0 are left out and counted.");
+    if (fit.Weighting().Robust != TRobust::None)
+        sentences << QStringLiteral("Points far off the curve lose weight; those that count for little are "
+                                    "ringed in the plot.");
+    m_ui->lblWeights->setText(sentences.join(QLatin1Char(' ')));
+}
+
+// Names that the equation uses become parameters when the user wants them to; false leaves all as it is.
+bool TCurveFittingPage::KnowsAllNames() {
+    if (!FitToEdit()) return false;
+    const std::vector<std::string> names = m_formula->Check().UnknownNames;
+    if (names.empty()) return true;
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    const std::string question = names.size() == 1
+                                     ? list + " is no parameter yet. Make it one that the fit varies?"
+                                     : list + " are no parameters yet. Make them ones that the fit varies?";
+    if (!AskYesNo(question)) return false;
+    m_ui->btnAddUnknown->click();
+    return true;
 }
 
 void TCurveFittingPage::ConnectCurve() {
@@ -218,7 +243,9 @@ void TCurveFittingPage::ShowFunction() {
         if (!fit.IsEnabled()) m_ui->m_Equation->Mark({});
         if (series->ExtentsStale()) series->RecalcExtents();
         const QString note =
-            fit.IsEnabled() ? QString() : QStringLiteral("Choose a Curve Fitting Status to draw a function");
+            !fit.IsEnabled()             ? QStringLiteral("Choose a Curve Fitting Status to draw a function")
+            : check.UnknownNames.empty() ? QString()
+                                         : QStringLiteral("The function has names without a value");
         m_ui->plot->Show(*series, fit.IsEnabled() ? check.Model.get() : nullptr, note);
     });
 }
@@ -226,6 +253,7 @@ void TCurveFittingPage::ShowFunction() {
 // As the graph does before it draws, but from the values as they stand. A function that was only drawn shows
 // its result from now on.
 void TCurveFittingPage::RunFit() {
+    if (!KnowsAllNames()) return;
     Edit("fit ", [&](TSeries& series) {
         m_settings->TakeMargins();
         if (!series.CurveFit().ShowsResult()) series.CurveFit().SetStatus(TFitStatus::FinalResult);
@@ -248,9 +276,11 @@ void TCurveFittingPage::Generate() {
         const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
         if (isManual && series.Count() > 0 && !AskYesNo("Data from Current DataSet Will be lost, Continue?"))
             return;
+        const bool hadErrors = series.HasYErrors();
         GeneratePoints(series);
         Context().Session().NameStep("generate " + std::to_string(series.Count()) + " points");
         Context().RefillPages();
+        if (hadErrors) ShowMessage("The points are those of the curve now: their errors of Y are gone.");
     });
 }
 
@@ -304,6 +334,7 @@ void TCurveFittingPage::ChooseFunction() {
 }
 
 void TCurveFittingPage::FindStart() {
+    if (!KnowsAllNames()) return;
     Edit("start values of ", [&](TSeries& series) {
         m_settings->TakeMargins();
         FindStartOf(series);
@@ -322,7 +353,7 @@ void TCurveFittingPage::FindStartOf(TSeries& series) {
 }
 
 void TCurveFittingPage::Compare() {
-    if (!FitToEdit()) return;
+    if (!KnowsAllNames()) return;
     m_settings->TakeMargins();
     Guarded([&] {
         ReadRowsForResults(*Context().CurrSeries());
@@ -340,7 +371,7 @@ void TCurveFittingPage::Compare() {
 }
 
 void TCurveFittingPage::FitAll() {
-    if (!FitToEdit()) return;
+    if (!KnowsAllNames()) return;
     m_settings->TakeMargins();
     Guarded([&] {
         TFitAllWindow all(Context().WorkGraph(), *Context().CurrSeries(), window());

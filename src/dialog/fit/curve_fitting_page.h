@@ -61,6 +61,8 @@ private:
     void OpenResult();
     void OpenReport();
     bool HasResult();
+    void ShowWeightsText();
+    bool KnowsAllNames();
 
     std::unique_ptr<Ui::TCurveFittingPage> m_ui;
     TParameterGroup* m_parameters = nullptr;

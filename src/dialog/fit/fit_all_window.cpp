@@ -59,6 +59,10 @@ TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
     connect(m_ui->btnMakeSets, &QPushButton::clicked, this, [closeWith] { closeWith(TWish::MakeDataSets); });
     connect(m_ui->btnCopyTable, &QPushButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(TableTextOf(*m_ui->t_Results)); });
+    connect(m_ui->btnShare, &QPushButton::clicked, this, [this] {
+        m_ui->e_Shared->setText(m_agreeing);
+        m_ui->btnRun->setFocus();
+    });
     connect(m_ui->btnClose, &QPushButton::clicked, this, &QDialog::reject);
     m_ui->btnRun->setDefault(true);
     m_ui->btnRun->setFocus();
@@ -79,6 +83,7 @@ void TFitAllWindow::Run() {
                           m_ui->t_Results, m_ui->btnKeep, m_ui->btnMakeSets, m_ui->btnClose});
         TakeValues();
         const std::vector<std::string> shared = SharedNames();
+        m_areInCommon = !shared.empty();
         if (shared.empty()) {
             bar.Begin("Fitting....", 0, static_cast<std::int64_t>(m_sets.size()));
             TListProgress progress(bar);
@@ -176,8 +181,26 @@ void TFitAllWindow::ShowResults() {
     }
     m_ui->t_Results->resizeColumnToContents(0);
     const bool hasFits = std::ranges::any_of(m_sets, &TListedSet::HasFit);
+    ShowAgreements();
     m_ui->btnKeep->setEnabled(hasFits);
     m_ui->btnMakeSets->setEnabled(hasFits);
+}
+
+// Only of fits that could differ.
+void TFitAllWindow::ShowAgreements() {
+    std::vector<const TBatchFit*> fits;
+    for (const TListedSet& set : m_sets)
+        if (set.HasFit()) fits.push_back(&set.Found);
+    std::vector<TParameterAgreement> agreements;
+    if (!m_areInCommon) agreements = AgreementsOf(fits);
+    const QString text = QString::fromStdString(AgreementText(agreements));
+    QStringList names;
+    for (const TParameterAgreement& agreement : agreements)
+        if (agreement.Agrees()) names += QString::fromStdString(agreement.Name);
+    m_agreeing = names.join(QStringLiteral(", "));
+    m_ui->lblAgreement->setText(text);
+    m_ui->lblAgreement->setVisible(!text.isEmpty());
+    m_ui->btnShare->setVisible(!text.isEmpty());
 }
 
 void TFitAllWindow::KeepFits() {

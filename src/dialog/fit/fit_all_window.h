@@ -51,6 +51,7 @@ private:
     void FitInCommon(const std::vector<std::string>& shared, const TFitRun& run);
     std::vector<std::string> SharedNames() const;
     void ShowResults();
+    void ShowAgreements();
     std::vector<std::string> RowOf(const TListedSet& set) const;
 
     TxyGraph& m_graph;
@@ -58,6 +59,8 @@ private:
     TCurFit m_pattern;
     std::vector<TListedSet> m_sets;
     TWish m_wish = TWish::Nothing;
+    bool m_areInCommon = false; ///< parameters of the last run
+    QString m_agreeing;         ///< names of parameters that agree
 };
 
 } // namespace lumoplot

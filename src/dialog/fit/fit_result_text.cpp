@@ -24,8 +24,14 @@ std::string EndText(const TFitResult& result) {
                                                         : "The fit has not converged: " + TextOf(result.End);
     text += " (" + Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", " +
             Counted(result.PointsUsed, "point");
-    if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " without a value";
+    if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " left out";
+    if (result.Outliers > 0) text += ", " + Counted(result.Outliers, "outlier") + " held off";
     return text + ")\n";
+}
+
+std::string WithoutError(const TDBLParameter& parameter) {
+    if (!parameter.IsOnBound()) return " ± not determined";
+    return parameter.Value() == parameter.Min() ? " on its lower bound" : " on its upper bound";
 }
 
 std::string ParameterText(const TDBLParameter& parameter, const TFitResult& result, int number, int digits) {
@@ -33,7 +39,7 @@ std::string ParameterText(const TDBLParameter& parameter, const TFitResult& resu
     const auto varied = std::ranges::find(result.Varied, number);
     if (varied != result.Varied.end()) {
         const double error = result.StandardError(static_cast<std::size_t>(varied - result.Varied.begin()));
-        text += " ± " + (std::isfinite(error) ? FormatGeneral(error, kErrorDigits) : "not determined");
+        text += std::isfinite(error) ? " ± " + FormatGeneral(error, kErrorDigits) : WithoutError(parameter);
     }
     if (!parameter.Units.empty()) text += " " + parameter.Units;
     if (varied == result.Varied.end()) text += " (fixed)";
@@ -51,7 +57,9 @@ std::string StatisticsText(const TFitResult& result, int digits) {
 } // namespace
 
 std::string FitResultText(const TCurFit& fit, int digits) {
-    if (!fit.FitError().empty()) return ShownLine("The fit was not possible: " + fit.FitError()) + "\n";
+    if (!fit.FitError().empty())
+        return fit.IsStale() ? std::string()
+                             : ShownLine("The fit was not possible: " + fit.FitError()) + "\n";
     if (!fit.Result()) return {};
     const TFitResult& result = *fit.Result();
     std::string text = fit.IsStale() ? "Changed since this fit:\n" : "";

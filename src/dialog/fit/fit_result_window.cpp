@@ -2,7 +2,6 @@
 
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
-#include "fit/run/fit_statistics.h"
 #include "graph/drawing/picture/fit_picture.h"
 #include "support/guard.h"
 #include "support/number_text.h"
@@ -22,21 +21,7 @@ namespace {
 
 constexpr QSize kReportPicture(580, 390);
 constexpr double kReportPixels = 2; // for each logical one
-constexpr int kIntervalDigits = 5;
-constexpr double kIntervalConfidence = 0.95;
 constexpr char kPictureName[] = "fit-picture";
-
-std::string IntervalText(const TInterval& interval) {
-    const auto text = [](double end, const char* open) {
-        return std::isnan(end) ? "" : std::isinf(end) ? open : FormatGeneral(end, kIntervalDigits);
-    };
-    if (std::isnan(interval.Low) && std::isnan(interval.High)) return {};
-    return text(interval.Low, "open") + " … " + text(interval.High, "open");
-}
-
-std::string FigureText(double value) {
-    return std::isfinite(value) ? FormatGeneral(value, kIntervalDigits) : "";
-}
 
 std::string DataAddress(const QImage& image) {
     QByteArray bytes;
@@ -53,7 +38,7 @@ TFitResultWindow::TFitResultWindow(const TSeries& series, QWidget* parent)
       m_picture(FitPictureOf(series, kReportPicture, kReportPixels)) {
     m_ui->setupUi(this);
     setWindowTitle(QStringLiteral("Fit Result of ") + m_dataName);
-    m_sections = FitReport(m_fitted.Fit, m_dataName.toStdString());
+    m_sections = ReportSections();
     ShowFigures();
     ShowIntervals();
     ShowReport();
@@ -98,7 +83,11 @@ void TFitResultWindow::ShowReport() {
     m_ui->m_Report->document()->addResource(QTextDocument::ImageResource, QUrl(QLatin1String(kPictureName)),
                                             m_picture);
     m_ui->m_Report->setHtml(QString::fromStdString(
-        ReportHtml("Curve fit of " + m_dataName.toStdString(), m_sections, kPictureName)));
+        ReportHtml("Curve fit of " + m_dataName.toStdString(), ReportSections(), kPictureName)));
+}
+
+std::vector<TFitReportSection> TFitResultWindow::ReportSections() const {
+    return FitReport(m_fitted.Fit, m_dataName.toStdString(), m_known);
 }
 
 std::size_t TFitResultWindow::ChosenParameter() const {
@@ -106,20 +95,7 @@ std::size_t TFitResultWindow::ChosenParameter() const {
 }
 
 void TFitResultWindow::ShowIntervals() {
-    const TFitResult& result = *m_fitted.Fit.Result();
-    const std::vector<TInterval> asymptotic = AsymptoticIntervals(m_fitted.Fit, kIntervalConfidence);
-    std::vector<std::vector<std::string>> rows = {
-        {"Name", "Value", "Std. error", "Asymptotic", "Profile", "Bootstrap", "Its std. error"}};
-    for (std::size_t i = 0; i < result.Varied.size(); ++i) {
-        const TDBLParameter& parameter = *m_fitted.Fit.Parameter(result.Varied[i]);
-        rows.push_back(
-            {parameter.Name(), FigureText(parameter.Value()), FigureText(result.StandardError(i)),
-             IntervalText(asymptotic[i]),
-             i < m_profiles.size() && !m_profiles[i].WasCancelled ? IntervalText(m_profiles[i].Interval) : "",
-             i < m_bootstrap.Intervals.size() ? IntervalText(m_bootstrap.Intervals[i]) : "",
-             i < m_bootstrap.StandardErrors.size() ? FigureText(m_bootstrap.StandardErrors[i]) : ""});
-    }
-    ShowRows(*m_ui->t_Intervals, rows);
+    ShowRows(*m_ui->t_Intervals, UncertaintySection(m_fitted.Fit, m_known).Table);
     ShowPlot();
 }
 
@@ -130,10 +106,9 @@ void TFitResultWindow::ShowPlot() {
     TUncertaintyPlot& plot = *m_ui->uncertaintyPlot;
     plot.Clear();
     plot.SetName(QString::fromStdString(m_fitted.Fit.Parameter(result.Varied[chosen])->Name()));
-    if (chosen < m_profiles.size())
-        plot.ShowProfile(m_profiles[chosen], StudentQuantile(kIntervalConfidence, result.Quality.Freedom));
-    if (chosen < m_bootstrap.Values.size())
-        plot.ShowSample(m_bootstrap.Values[chosen], m_bootstrap.Intervals[chosen]);
+    if (chosen < m_known.Profiles.size()) plot.ShowProfile(m_known.Profiles[chosen]);
+    if (chosen < m_known.Bootstrap.Values.size())
+        plot.ShowSample(m_known.Bootstrap.Values[chosen], m_known.Bootstrap.Intervals[chosen]);
 }
 
 void TFitResultWindow::RunProfiles() {
@@ -141,12 +116,13 @@ void TFitResultWindow::RunProfiles() {
                           {m_ui->btnProfiles, m_ui->btnBootstrap, m_ui->se_Resamples, m_ui->cbx_Resampling,
                            m_ui->btnClose, m_ui->btnSave, m_ui->btnPrint});
     const TFitRun run = m_fitted.RunWith(progress);
-    m_profiles.clear();
+    m_known.Profiles.clear();
     for (const int number : m_fitted.Fit.Result()->Varied) {
-        m_profiles.push_back(ProfileOf(m_fitted.Data(run), number));
+        m_known.Profiles.push_back(ProfileOf(m_fitted.Data(run), number));
         ShowIntervals();
-        if (progress.WasCancelled()) return;
+        if (progress.WasCancelled()) break;
     }
+    ShowReport();
 }
 
 void TFitResultWindow::RunBootstrap() {
@@ -159,11 +135,12 @@ void TFitResultWindow::RunBootstrap() {
     options.Resampling =
         m_ui->cbx_Resampling->currentIndex() == 0 ? TResampling::Residuals : TResampling::Points;
     options.OnProgress = [this](const TBootstrap& found) {
-        m_bootstrap = found;
+        m_known.Bootstrap = found;
         ShowIntervals();
     };
-    m_bootstrap = BootstrapOf(m_fitted.Data(run), options);
+    m_known.Bootstrap = BootstrapOf(m_fitted.Data(run), options);
     ShowIntervals();
+    ShowReport();
 }
 
 void TFitResultWindow::CopyTables() {
@@ -180,7 +157,7 @@ void TFitResultWindow::CopyTables() {
         break;
     case TPage::Uncertainty: add(*m_ui->t_Intervals); break;
     case TPage::Report:
-        for (const TFitReportSection& section : m_sections)
+        for (const TFitReportSection& section : ReportSections())
             text += QString::fromStdString(section.Heading + '\n' + TableText(section.Table) + '\n');
     }
     QGuiApplication::clipboard()->setText(text);
@@ -194,9 +171,9 @@ void TFitResultWindow::SaveReport() {
     if (dialog.exec() != QDialog::Accepted) return;
     const QString name = dialog.selectedFiles().value(0);
     const bool isText = name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive);
-    const std::string text =
-        isText ? ReportText(m_sections)
-               : ReportHtml("Curve fit of " + m_dataName.toStdString(), m_sections, DataAddress(m_picture));
+    const std::string text = isText ? ReportText(ReportSections())
+                                    : ReportHtml("Curve fit of " + m_dataName.toStdString(), ReportSections(),
+                                                 DataAddress(m_picture));
     ReplaceFile(name.toStdString(),
                 std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
 }

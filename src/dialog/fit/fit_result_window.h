@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dialog/fit/fitted_series.h"
-#include "fit/run/fit_report.h"
+#include "fit/many/fit_report.h"
 
 #include <QDialog>
 #include <QImage>
@@ -38,6 +38,7 @@ private:
     void SaveReport();
     void PrintReport();
     const TFitReportSection* Section(const char* heading) const;
+    std::vector<TFitReportSection> ReportSections() const;
     std::size_t ChosenParameter() const;
 
     std::unique_ptr<Ui::TFitResultWindow> m_ui;
@@ -45,8 +46,7 @@ private:
     QString m_dataName;
     QImage m_picture;
     std::vector<TFitReportSection> m_sections;
-    std::vector<TProfile> m_profiles; ///< in the order of the varied parameters; empty before they are run
-    TBootstrap m_bootstrap;
+    TKnownUncertainty m_known;
 };
 
 } // namespace lumoplot

@@ -57,6 +57,7 @@ void GeneratePoints(TSeries& series) {
     TPointChain points = PointsAt(EvenPlaces(range, fit.NPoints()), fit, series.MergeRule());
     if (points.IsEmpty()) throw ELumoError("The equation has no value between " + RangeText(range));
     const TUpdateHold hold(series);
+    if (series.XSource()) series.SetUseXAxisSeries(false); // the points have X of their own now
     series.SwapPoints(std::move(points));
     series.DataSourceInfo().SetYErrorRule({}); // a curve has no errors
 }

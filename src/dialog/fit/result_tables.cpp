@@ -6,6 +6,8 @@
 namespace lumoplot {
 namespace {
 
+constexpr int kFewColumns = 2;
+
 bool IsFigure(const QString& text) {
     bool isNumber = false;
     text.section(QLatin1Char(' '), 0, 0).toDouble(&isNumber);
@@ -39,7 +41,10 @@ void ShowRows(QTableWidget& table, const std::vector<std::vector<std::string>>& 
     table.horizontalHeader()->setVisible(
         !rows.empty() && std::ranges::any_of(rows.front(), [](const std::string& s) { return !s.empty(); }));
     table.resizeColumnsToContents();
-    table.horizontalHeader()->setStretchLastSection(true);
+    table.horizontalHeader()->setHighlightSections(false);
+    const bool endsWithFigures = table.columnCount() > kFewColumns && table.rowCount() > 0 &&
+                                 IsFigure(table.item(0, table.columnCount() - 1)->text());
+    table.horizontalHeader()->setStretchLastSection(!endsWithFigures);
     if (table.rowCount() > 0) table.setCurrentCell(std::clamp(selected, 0, table.rowCount() - 1), 0);
 }
 

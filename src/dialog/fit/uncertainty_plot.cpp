@@ -21,9 +21,8 @@ void TUncertaintyPlot::SetName(const QString& name) {
     update();
 }
 
-void TUncertaintyPlot::ShowProfile(const TProfile& profile, double limit) {
+void TUncertaintyPlot::ShowProfile(const TProfile& profile) {
     m_profile = profile;
-    m_limit = limit;
     update();
 }
 
@@ -83,13 +82,14 @@ void TUncertaintyPlot::PaintProfile(QPainter& painter, const QRectF& room) const
     const double low = m_profile->Points.front().Value;
     const double high = m_profile->Points.back().Value;
     const QRectF plot = PaintFrame(painter, room, title, low, high);
-    const double reach = 1.4 * m_limit;
+    const double reach = 1.4 * m_profile->Limit;
     const auto at = [&](double value, double deviation) {
         return QPointF(plot.left() + plot.width() * (value - low) / (high - low),
                        plot.center().y() - plot.height() / 2 * std::clamp(deviation / reach, -1.0, 1.0));
     };
     painter.setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DashLine));
-    for (const double level : {-m_limit, 0.0, m_limit}) painter.drawLine(at(low, level), at(high, level));
+    for (const double level : {-m_profile->Limit, 0.0, m_profile->Limit})
+        painter.drawLine(at(low, level), at(high, level));
     painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DotLine));
     for (const double end : {m_profile->Interval.Low, m_profile->Interval.High})
         if (std::isfinite(end) && end >= low && end <= high)

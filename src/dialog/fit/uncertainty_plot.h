@@ -17,8 +17,7 @@ class TUncertaintyPlot : public QWidget {
 public:
     using QWidget::QWidget;
 
-    /// `limit` is the deviation at the ends of the interval.
-    void ShowProfile(const TProfile& profile, double limit);
+    void ShowProfile(const TProfile& profile);
     void ShowSample(const std::vector<double>& values, TInterval interval);
     void SetName(const QString& name);
     void Clear();
@@ -38,7 +37,6 @@ private:
 
     QString m_name;
     std::optional<TProfile> m_profile;
-    double m_limit = 0;
     std::vector<double> m_sample;
     TInterval m_interval;
 };

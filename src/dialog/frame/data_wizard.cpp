@@ -2,14 +2,15 @@
 
 #include "controls/reading_order.h"
 #include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
+#include "dialog/frame/data_set_list.h"
 #include "dialog/frame/page_scroll.h"
 #include "dialog/series/general_page.h"
 #include "dialog/series/regressions_page.h"
 #include "dialog/source/data_source_page.h"
 #include "dialogs/editing/graph_edit_bar.h"
-#include "dialogs/editing/series_list.h"
 #include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "support/message_text.h"
@@ -30,12 +31,6 @@ namespace {
 constexpr int kWidthForPlot = 1080;
 constexpr QSize kLargestStart(1240, 760);
 
-/// Buttons of few letters may be narrower than the style would have them.
-void AllowNarrow(QPushButton& button) {
-    const int icon = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
-    button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text().remove(u'&')) + icon + 18);
-}
-
 /// Wide enough for the plot where the screen is, and never larger than the screen.
 QSize StartSize(const QWidget& window) {
     const QSize room = RoomOnScreen(window);
@@ -50,6 +45,7 @@ TxyDataWizard::TxyDataWizard(QWidget* parent)
     m_ui->setupUi(this);
     setAcceptDrops(true);
     SetUpPreview();
+    m_dataSets = new TDataSetList(*this, *m_ui, *this);
     connect(m_workGraph, &TxyGraph::OnDeleteSeries, this, [this](const TSeries* series) {
         if (series == m_currSeries) m_currSeries = nullptr;
     });
@@ -76,7 +72,7 @@ TxyDataWizard::~TxyDataWizard() {
 
 void TxyDataWizard::SetUpPreview() {
     m_workGraph = new TxyChildGr(m_ui->pagePreview);
-    m_workGraph->setAccessibleName(QStringLiteral("Graph"));
+    m_workGraph->setAccessibleName(TTexts::tr("Graph"));
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
@@ -85,11 +81,11 @@ void TxyDataWizard::SetUpPreview() {
 
 void TxyDataWizard::AddPages() {
     m_dataSourcePage = new TDataSourcePage(*this);
-    AddPage(new TGeneralPage(*this), QStringLiteral("&General"), QStringLiteral("general"));
-    AddPage(m_dataSourcePage, QStringLiteral("&Data Source"), QStringLiteral("data_source"));
-    AddPage(new TRegressionsPage(*this), QStringLiteral("&Regressions"), QStringLiteral("regressions"));
-    AddPage(new TCurveFittingPage(*this), QStringLiteral("&Curve Fitting"), QStringLiteral("curve_fitting"));
-    AddPage(new TFilteringPage(*this), QStringLiteral("&FFT Filtering"), QStringLiteral("fft_filtering"));
+    AddPage(new TGeneralPage(*this), TTexts::tr("&General"), QStringLiteral("general"));
+    AddPage(m_dataSourcePage, TTexts::tr("&Data Source"), QStringLiteral("data_source"));
+    AddPage(new TRegressionsPage(*this), TTexts::tr("&Regressions"), QStringLiteral("regressions"));
+    AddPage(new TCurveFittingPage(*this), TTexts::tr("&Curve Fitting"), QStringLiteral("curve_fitting"));
+    AddPage(new TFilteringPage(*this), TTexts::tr("&FFT Filtering"), QStringLiteral("fft_filtering"));
 }
 
 void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QString& picture) {
@@ -103,15 +99,8 @@ void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QSt
 // Where captions share a letter the tabs have it. Cancel has Esc, and its letter where there are no tabs.
 void TxyDataWizard::OrderKeys() {
     KeepOpenOnReturn(*this);
-    OfferFilter(*m_ui->cbx_DataSets);
-    m_ui->btnDelete->SetKeyedCaption(QStringLiteral("De&lete"));
-    m_ui->btnReverse->SetKeyedCaption(QStringLiteral("I"));
-    m_ui->btnSetDefault->SetKeyedCaption(QStringLiteral("Set as Default and Cl&ose"));
+    m_ui->btnSetDefault->SetKeyedCaption(TTexts::tr("Set as Default and Cl&ose"));
     GiveWayToFrame();
-    for (QPushButton* button : std::initializer_list<QPushButton*>{
-             m_ui->btnNew, m_ui->btnDelete, m_ui->btnImport, m_ui->btnExport, m_ui->btnDuplicate,
-             m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
-        AllowNarrow(*button);
     OrderKeysAsRead(*this);
 }
 
@@ -140,19 +129,7 @@ QString TxyDataWizard::ManualPage() const {
 void TxyDataWizard::ConnectControls() {
     OfferManual(*this, [this] { return ManualPage(); });
     connect(m_ui->btnHelp, &QToolButton::clicked, this, [this] { ShowManual(ManualPage(), this); });
-    const auto on = [this](QPushButton* button, void (TxyDataWizard::*action)()) {
-        connect(button, &QPushButton::clicked, this, [this, action] { Guarded([&] { (this->*action)(); }); });
-    };
-    on(m_ui->btnNew, &TxyDataWizard::NewSeries);
-    on(m_ui->btnDelete, &TxyDataWizard::DeleteSeries);
-    on(m_ui->btnImport, &TxyDataWizard::ImportSeries);
-    on(m_ui->btnExport, &TxyDataWizard::ExportSeries);
-    on(m_ui->btnDuplicate, &TxyDataWizard::DuplicateSeries);
-    on(m_ui->btnMoveFirst, &TxyDataWizard::MoveToFirst);
-    on(m_ui->btnSort, &TxyDataWizard::SortSeries);
-    on(m_ui->btnReverse, &TxyDataWizard::ReverseSeries);
-    connect(m_ui->cbx_DataSets, &QComboBox::currentIndexChanged, this,
-            [this] { Guarded([&] { DataSetPicked(); }); });
+    connect(m_dataSets, &TDataSetList::Picked, this, &TxyDataWizard::DataSetPicked);
     connect(m_ui->tabs, &QTabWidget::currentChanged, this,
             [this](int page) { Guarded([&] { TabChanged(page); }); });
     connect(m_ui->btnPreview, &QPushButton::clicked, this,
@@ -165,12 +142,22 @@ void TxyDataWizard::ConnectControls() {
 
 void TxyDataWizard::SetTemplateName(const std::string& name) {
     m_templateName = name;
-    const QString fullName = QString::fromStdString(name);
-    const QFileInfo file(fullName);
-    const QString shown = file.isAbsolute() ? file.fileName() : fullName;
+    ShowCaption();
+    const QString path = QDir::toNativeSeparators(QString::fromStdString(name));
+    m_ui->btnSetDefault->setToolTip(name.empty() ? QString() : tr("The template is %1").arg(path));
+}
+
+void TxyDataWizard::SetDocumentName(const QString& name) {
+    m_documentName = name;
+    ShowCaption();
+}
+
+void TxyDataWizard::ShowCaption() {
+    const QString templateName = QString::fromStdString(m_templateName);
+    const QFileInfo file(templateName);
+    QString shown = file.isAbsolute() ? file.fileName() : templateName;
+    if (!m_documentName.isEmpty()) shown = m_documentName;
     setWindowTitle(QString::fromStdString(ShownLine("Data Template Editor : " + shown.toStdString())));
-    m_ui->btnSetDefault->setToolTip(
-        name.empty() ? QString() : QStringLiteral("The template is ") + QDir::toNativeSeparators(fullName));
 }
 
 void TxyDataWizard::showEvent(QShowEvent* event) {
@@ -217,9 +204,9 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
     const bool leaving = m_previewMode && !preview;
     m_previewMode = preview;
     m_ui->notebook->setCurrentWidget(preview ? m_ui->pagePreview : m_ui->pageEdit);
-    m_ui->btnPreview->setText(preview ? QStringLiteral("&Edit") : QStringLiteral("Pre&view"));
+    m_ui->btnPreview->setText(preview ? TTexts::tr("&Edit") : TTexts::tr("Pre&view"));
     // The tab with the same letter is not there then.
-    m_ui->btnCancel->SetKeyedCaption(preview ? QStringLiteral("&Cancel") : QStringLiteral("Cancel"));
+    m_ui->btnCancel->SetKeyedCaption(preview ? TTexts::tr("&Cancel") : TTexts::tr("Cancel"));
     m_workGraph->setVisible(preview);
     if (!leaving) return;
     m_editBar->ShowZoom();
@@ -230,23 +217,9 @@ void TxyDataWizard::SetPreviewMode(bool preview) {
         });
 }
 
-int TxyDataWizard::NumberOfItem(int item) const {
-    return m_ui->cbx_DataSets->itemData(item).toInt();
-}
-
 void TxyDataWizard::FillList(int number) {
     m_filling = true;
-    int selected = -1;
-    {
-        const QSignalBlocker quiet(m_ui->cbx_DataSets);
-        m_ui->cbx_DataSets->clear();
-        for (const auto& series : m_workGraph->Series()) {
-            m_ui->cbx_DataSets->addItem(SeriesIcon(*series), QString::fromStdString(series->SeriesName()),
-                                        series->SeriesIndex());
-            if (selected < 0 && series->SeriesIndex() == number) selected = m_ui->cbx_DataSets->count() - 1;
-        }
-        m_ui->cbx_DataSets->setCurrentIndex(selected);
-    }
+    m_dataSets->Fill(number);
     m_filling = false;
     ListChanged();
 }
@@ -254,10 +227,9 @@ void TxyDataWizard::FillList(int number) {
 // While no data set is shown Filling stays set, yet choosing one in the list must show it.
 void TxyDataWizard::ListChanged() {
     if (m_filling && m_currSeries) return;
-    const int item = m_ui->cbx_DataSets->currentIndex();
-    if (item < 0) return ShowSeries(-1);
-    m_workGraph->Appearance()->SetCurrSerIndex(item + 1);
-    ShowSeries(NumberOfItem(item));
+    const int place = m_dataSets->ChosenPlace();
+    if (place >= 0) m_workGraph->Appearance()->SetCurrSerIndex(place + 1);
+    ShowSeries(m_dataSets->ChosenNumber());
 }
 
 // What cannot be committed keeps its data set selected.
@@ -265,8 +237,7 @@ void TxyDataWizard::DataSetPicked() {
     try {
         CommitManualData();
     } catch (...) {
-        const QSignalBlocker quiet(m_ui->cbx_DataSets);
-        m_ui->cbx_DataSets->setCurrentIndex(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()));
+        m_dataSets->Choose(*m_currSeries);
         throw;
     }
     ListChanged();
@@ -286,7 +257,8 @@ void TxyDataWizard::ShowSeries(int number) {
 void TxyDataWizard::FillPages(int number) {
     m_filling = true;
     m_currSeries = number == -1 ? nullptr : m_workGraph->FindSeries(number);
-    EnableSeriesControls(m_currSeries != nullptr);
+    m_dataSets->EnableFor(m_currSeries);
+    for (TWizardPage* page : m_pages) page->setEnabled(m_currSeries != nullptr);
     m_ui->lblEmpty->setVisible(m_workGraph->Series().empty());
     if (!m_currSeries) {
         for (TWizardPage* page : m_pages) page->ShowNothing();
@@ -297,23 +269,12 @@ void TxyDataWizard::FillPages(int number) {
     m_filling = false;
 }
 
-void TxyDataWizard::EnableSeriesControls(bool enable) {
-    for (TWizardPage* page : m_pages) page->setEnabled(enable);
-    for (QWidget* control : std::initializer_list<QWidget*>{
-             m_ui->btnExport, m_ui->btnDuplicate, m_ui->btnMoveFirst, m_ui->btnSort, m_ui->btnReverse})
-        control->setEnabled(enable);
-    m_ui->cbx_DataSets->setEnabled(m_ui->cbx_DataSets->count() > 0);
-}
-
 void TxyDataWizard::RefillPages() {
     if (m_currSeries) ShowSeries(m_currSeries->SeriesIndex());
 }
 
 void TxyDataWizard::ShowSeriesName(const QString& name) {
-    if (!m_currSeries) return;
-    const QSignalBlocker quiet(m_ui->cbx_DataSets);
-    // Not the current item: while another one is being picked, the data set that is left may get its name.
-    m_ui->cbx_DataSets->setItemText(m_ui->cbx_DataSets->findData(m_currSeries->SeriesIndex()), name);
+    if (m_currSeries) m_dataSets->ShowName(*m_currSeries, name);
 }
 
 void TxyDataWizard::AttachSource(const std::string& fileName) {
@@ -334,7 +295,7 @@ void TxyDataWizard::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     Guarded([&] {
         m_session->Change("load " + QFileInfo(QString::fromStdString(file)).fileName().toStdString(), [&] {
-            if (!onPage) NewSeries();
+            if (!onPage) m_dataSets->New();
             AttachSource(file);
         });
     });

@@ -18,6 +18,7 @@ class TxyDataWizard;
 
 namespace lumoplot {
 
+class TDataSetList;
 class TDataSourcePage;
 class TGraphEditBar;
 
@@ -49,6 +50,8 @@ public:
     const std::string& TemplateName() const { return m_templateName; }
     /// Also sets the caption, which has the name of a file without its folder.
     void SetTemplateName(const std::string& name);
+    /// The caption has this name in place of the template's; an empty one takes none.
+    void SetDocumentName(const QString& name);
     /// The page that the next showing brings to front; negative keeps the page that was active.
     void SetStartPage(int page) { m_startPage = page; }
 
@@ -57,10 +60,7 @@ public:
     /// Makes the data set with that number the current one and fills every page from it; -1 for none. Without
     /// a data set the Filling guard stays set, so that no page can write anywhere.
     void ShowSeries(int number);
-    /// Enables or disables every control that edits a data set.
-    void EnableSeriesControls(bool enable);
-    /// Adds a data set named after its number and selects it.
-    void NewSeries();
+    TDataSetList& DataSets() { return *m_dataSets; }
     /// Takes a file as the source of the selected data set, as the page for sources does on its own.
     void AttachSource(const std::string& fileName);
 
@@ -93,7 +93,6 @@ private:
     void ListChanged();
     void DataSetPicked();
     void TabChanged(int page);
-    int NumberOfItem(int item) const;
     void CommitManualData();
     void SetPreviewMode(bool preview);
     void CloseWith(int result);
@@ -104,24 +103,18 @@ private:
     void SetUpUndo();
     void TakePendingEdits();
     void ShowSteps();
-    void GoTo(void (TGraphSession::*way)());
+    void ShowCaption();
+    void TellStep(const QString& text);
+    void GoTo(void (TGraphSession::*way)(), std::string (TGraphSession::*nameOfStep)() const,
+              const char* what);
     void ShowPutBack();
     bool IsTypingUnseen() const;
     bool MayDiscard();
 
-    void DeleteSeries();
-    void ImportSeries();
-    void ExportSeries();
-    void DuplicateSeries();
-    void MoveToFirst();
-    void SortSeries();
-    void ReverseSeries();
-    bool ReadEveryRowOfCurrent();
-    QString AskExportFile(const TSeries& series);
-
     std::unique_ptr<Ui::TxyDataWizard> m_ui;
     TxyChildGr* m_workGraph;
     TGraphEditBar* m_editBar = nullptr;
+    TDataSetList* m_dataSets = nullptr;
     TGraphSession* m_session = nullptr;
     std::vector<TWizardPage*> m_pages;
     TDataSourcePage* m_dataSourcePage = nullptr;
@@ -131,6 +124,7 @@ private:
     int m_startPage = -1;
     int m_shownPage = kGeneralPage;
     std::string m_templateName;
+    QString m_documentName;
 };
 
 } // namespace lumoplot

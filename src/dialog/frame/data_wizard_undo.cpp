@@ -1,9 +1,9 @@
 // Undo and redo in the data editor.
 #include "data/series/ds_info.h"
+#include "dialog/frame/data_set_list.h"
 #include "dialog/frame/data_wizard.h"
 #include "dialog/frame/undo_keys.h"
 #include "dialog/source/data_source_page.h"
-#include "dialogs/editing/series_list.h"
 #include "graph/model/child_graph.h"
 #include "support/message_sink.h"
 #include "ui_data_wizard.h"
@@ -35,8 +35,10 @@ void TxyDataWizard::SetUpUndo() {
     m_ui->a_Undo->setShortcut(Qt::CTRL | Qt::Key_Z);
     m_ui->a_Redo->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
     addActions({m_ui->a_Undo, m_ui->a_Redo});
-    connect(m_ui->a_Undo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Undo); });
-    connect(m_ui->a_Redo, &QAction::triggered, this, [this] { GoTo(&TGraphSession::Redo); });
+    connect(m_ui->a_Undo, &QAction::triggered, this,
+            [this] { GoTo(&TGraphSession::Undo, &TGraphSession::UndoName, "Undone: "); });
+    connect(m_ui->a_Redo, &QAction::triggered, this,
+            [this] { GoTo(&TGraphSession::Redo, &TGraphSession::RedoName, "Redone: "); });
     connect(m_session, &TGraphSession::Changed, this, &TxyDataWizard::ShowSteps);
     connect(new TUndoKeys(*this, *m_session), &TUndoKeys::FocusMoved, m_session, &TGraphSession::EndMerging);
     m_ui->sidePlot->SetSession(m_session);
@@ -44,12 +46,19 @@ void TxyDataWizard::SetUpUndo() {
 }
 
 void TxyDataWizard::ShowSteps() {
-    const int item = m_ui->cbx_DataSets->currentIndex();
-    if (m_currSeries && item >= 0) m_ui->cbx_DataSets->setItemIcon(item, SeriesIcon(*m_currSeries));
+    if (m_currSeries) m_dataSets->ShowLook(*m_currSeries);
     m_ui->a_Undo->setEnabled(m_session->CanUndo());
     m_ui->a_Redo->setEnabled(m_session->CanRedo());
     m_ui->a_Undo->setToolTip(StepTip("Undo", m_session->UndoName()));
     m_ui->a_Redo->setToolTip(StepTip("Redo", m_session->RedoName()));
+    TellStep({});
+}
+
+/// Which step went: it may have been made on another page, where nothing is seen to change.
+void TxyDataWizard::TellStep(const QString& text) {
+    m_ui->lblStep->setText(
+        m_ui->lblStep->fontMetrics().elidedText(text, Qt::ElideRight, m_ui->lblStep->width()));
+    m_ui->lblStep->setToolTip(text);
 }
 
 /// What is still being typed becomes a step of its own.
@@ -61,10 +70,13 @@ void TxyDataWizard::TakePendingEdits() {
     if (heir) heir->setFocus();
 }
 
-void TxyDataWizard::GoTo(void (TGraphSession::*way)()) {
+void TxyDataWizard::GoTo(void (TGraphSession::*way)(), std::string (TGraphSession::*nameOfStep)() const,
+                         const char* what) {
     Guarded([&] {
         TakePendingEdits();
+        const std::string name = (m_session->*nameOfStep)();
         (m_session->*way)();
+        if (!name.empty()) TellStep(QString::fromStdString(what + name));
     });
 }
 

@@ -1,5 +1,7 @@
 #include "dialog/manual/manual_grid.h"
 
+#include "controls/texts.h"
+#include "controls/whole_captions.h"
 #include "dialog/manual/pasted_commas.h"
 #include "support/errors.h"
 #include "support/guard.h"
@@ -12,6 +14,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
 
@@ -41,6 +44,23 @@ QStringList CellsOf(const QString& line, TDivider divider) {
     return line.simplified().split(QLatin1Char(' '));
 }
 
+/// Tells what is typed into a cell.
+class TCellDelegate : public QStyledItemDelegate {
+public:
+    explicit TCellDelegate(TManualGrid& grid) : QStyledItemDelegate(&grid), m_grid(grid) {}
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* edit = qobject_cast<QLineEdit*>(editor))
+            connect(edit, &QLineEdit::textEdited, &m_grid, &TManualGrid::Typed);
+        return editor;
+    }
+
+private:
+    TManualGrid& m_grid;
+};
+
 } // namespace
 
 QList<QStringList> SplitBlock(const QString& text) {
@@ -60,24 +80,36 @@ QList<QStringList> SplitBlock(const QString& text) {
 
 TManualGrid::TManualGrid(QWidget* parent) : QTableView(parent), m_points(new TManualPointsModel(this)) {
     setModel(m_points);
+    setItemDelegate(new TCellDelegate(*this));
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
     setTabKeyNavigation(false);
     setAlternatingRowColors(false);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     horizontalHeader()->setHighlightSections(false);
+    KeepCaptionsWhole(*horizontalHeader());
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 2);
     verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setAccessibleName(QStringLiteral("Points"));
+    setAccessibleName(TTexts::tr("Points"));
+}
+
+QLineEdit* TManualGrid::OpenEdit() const {
+    if (state() != EditingState) return nullptr;
+    const auto edits = viewport()->findChildren<QLineEdit*>();
+    const auto open = std::ranges::find_if(edits, [](const QLineEdit* edit) { return !edit->isHidden(); });
+    return open == edits.end() ? nullptr : *open; // one that was closed is there until it is deleted
 }
 
 void TManualGrid::FinishEditing() {
-    if (state() != EditingState) return;
-    QWidget* editor = indexWidget(currentIndex());
-    if (!editor) editor = viewport()->findChild<QLineEdit*>();
+    QWidget* editor = OpenEdit();
     if (!editor) return;
     commitData(editor);
     closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+std::optional<QString> TManualGrid::TypedText() const {
+    const QLineEdit* edit = OpenEdit();
+    return edit && edit->isModified() ? std::optional(edit->text()) : std::nullopt;
 }
 
 void TManualGrid::GoTo(int row, int column) {
@@ -91,6 +123,7 @@ void TManualGrid::GoTo(int row, int column) {
 void TManualGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex cell = currentIndex();
     QTableView::closeEditor(editor, hint);
+    Q_EMIT Typed();
     if (hint == QAbstractItemDelegate::SubmitModelCache) GoTo(cell.row() + 1, cell.column());
 }
 
@@ -199,17 +232,17 @@ void TManualGrid::PasteClipboard() {
 void TManualGrid::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu;
     const auto add = [&](const char* text, QKeySequence::StandardKey key, void (TManualGrid::*action)()) {
-        QAction* item = menu.addAction(QLatin1String(text), this,
-                                       [this, action] { Guarded([&] { (this->*action)(); }); });
+        QAction* item =
+            menu.addAction(TTexts::tr(text), this, [this, action] { Guarded([&] { (this->*action)(); }); });
         item->setShortcut(key);
     };
-    add("&Copy", QKeySequence::Copy, &TManualGrid::CopySelection);
-    add("&Paste", QKeySequence::Paste, &TManualGrid::PasteClipboard);
-    add("C&lear", QKeySequence::Delete, &TManualGrid::ClearSelection);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Copy"), QKeySequence::Copy, &TManualGrid::CopySelection);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Paste"), QKeySequence::Paste, &TManualGrid::PasteClipboard);
+    add(QT_TRANSLATE_NOOP("lumoplot::TTexts", "C&lear"), QKeySequence::Delete, &TManualGrid::ClearSelection);
     menu.addSeparator();
-    menu.addAction(QStringLiteral("&Insert Rows"), QKeySequence(QStringLiteral("Ctrl++")), this,
+    menu.addAction(TTexts::tr("&Insert Rows"), QKeySequence(QStringLiteral("Ctrl++")), this,
                    &TManualGrid::InsertRowsAtSelection);
-    menu.addAction(QStringLiteral("&Delete Rows"), QKeySequence(QStringLiteral("Ctrl+-")), this,
+    menu.addAction(TTexts::tr("&Delete Rows"), QKeySequence(QStringLiteral("Ctrl+-")), this,
                    &TManualGrid::DeleteSelectedRows);
     menu.exec(event->globalPos());
 }

@@ -5,6 +5,9 @@
 #include "dialog/manual/manual_points_model.h"
 
 #include <QTableView>
+#include <optional>
+
+class QLineEdit;
 
 namespace lumoplot {
 
@@ -23,6 +26,8 @@ public:
 
     /// Takes over the text of a cell that is being edited.
     void FinishEditing();
+    /// What has been typed into the cell that is being edited, if anything.
+    std::optional<QString> TypedText() const;
     /// Makes the cell current and visible.
     void GoTo(int row, int column);
 
@@ -33,6 +38,10 @@ public:
     /// At the current cell. A block of two columns always fills X and Y; a wider one is refused with a
     /// message.
     void PasteClipboard();
+
+Q_SIGNALS:
+    /// TypedText is another one, perhaps.
+    void Typed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -48,6 +57,7 @@ private:
     TRowRange SelectedRows() const;
     bool RunShortcut(const QKeyEvent& event);
     void ClearSelection();
+    QLineEdit* OpenEdit() const;
 
     TManualPointsModel* m_points;
 };

@@ -1,5 +1,6 @@
 #include "dialog/manual/manual_panel.h"
 
+#include "controls/texts.h"
 #include "dialog/manual/manual_commit.h"
 #include "dialogs/editing/set_values_dialog.h"
 #include "ui_manual_panel.h"
@@ -63,7 +64,13 @@ void TManualPanel::JoinSession() {
     });
     m_context.Session().SetSide(
         {[this] { return m_points.Pending(); },
-         [this](const TSideStatePtr& side) { PutBack(dynamic_cast<const TPendingRows*>(side.get())); }});
+         [this](const TSideStatePtr& side) { PutBack(dynamic_cast<const TPendingRows*>(side.get())); },
+         [this] { return m_ui->grid->TypedText().has_value(); },
+         [this] {
+             return m_points.PendingWith(m_ui->grid->currentIndex(),
+                                         m_ui->grid->TypedText().value_or(QString()));
+         }});
+    connect(m_ui->grid, &TManualGrid::Typed, &m_context.Session(), &TGraphSession::Typed);
 }
 
 /// The row that changes comes into view.
@@ -117,9 +124,8 @@ void TManualPanel::SetValues() {
 void TManualPanel::ShowState() {
     const bool shown = m_points.Series() != nullptr;
     const int rows = std::max(m_points.rowCount() - 1, 0);
-    QString text =
-        rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(QLocale().toString(rows));
-    if (m_points.HasEdits()) text += QStringLiteral(", edited");
+    QString text = rows == 1 ? TTexts::tr("1 row") : TTexts::tr("%1 rows").arg(QLocale().toString(rows));
+    if (m_points.HasEdits()) text += TTexts::tr(", edited");
     m_ui->lblState->setText(shown ? text : QString());
     m_ui->btnDeleteRows->setEnabled(rows > 0);
     m_ui->cb_ManualYErrors->setChecked(m_points.ShowsYErrors());

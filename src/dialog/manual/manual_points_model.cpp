@@ -1,6 +1,8 @@
 #include "dialog/manual/manual_points_model.h"
 
 #include "controls/mark_color.h"
+#include "controls/texts.h"
+#include "data/series/y_error_rule.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/manual/manual_commit.h"
 #include "support/message_sink.h"
@@ -64,6 +66,17 @@ std::shared_ptr<const TPendingRows> TManualPointsModel::Pending() const {
         m_pending = std::move(pending);
     }
     return m_pending;
+}
+
+std::shared_ptr<const TPendingRows> TManualPointsModel::PendingWith(const QModelIndex& cell,
+                                                                    const QString& text) const {
+    if (!m_series || !cell.isValid()) return Pending();
+    auto pending = std::make_shared<TPendingRows>();
+    pending->SeriesNumber = m_series->SeriesIndex();
+    pending->Rows = m_rows;
+    pending->Rows.Replace(static_cast<std::size_t>(cell.row()), cell.row() < Rows() ? 1 : 0,
+                          {WithText(RowOrNew(cell.row()), cell.column(), text)});
+    return pending;
 }
 
 int TManualPointsModel::ShowPending(TSeries& series, const TPendingRows* pending) {
@@ -191,8 +204,8 @@ QVariant TManualPointsModel::headerData(int section, Qt::Orientation orientation
     if (orientation == Qt::Vertical)
         return section < Rows() ? QVariant(section + 1) : QVariant(QStringLiteral("*"));
     if (section == kYColumn) return QStringLiteral("Y");
-    if (section == kYErrorColumn) return QStringLiteral("Error of Y");
-    return m_xFormat == TColumnFormat::DateTime ? QStringLiteral("X (date and time)") : QStringLiteral("X");
+    if (section == kYErrorColumn) return TTexts::tr("Error of Y");
+    return m_xFormat == TColumnFormat::DateTime ? TTexts::tr("X (date and time)") : QStringLiteral("X");
 }
 
 Qt::ItemFlags TManualPointsModel::flags(const QModelIndex& index) const {

@@ -45,6 +45,8 @@ public:
 
     /// Null without edits; the same object until the next edit.
     std::shared_ptr<const TPendingRows> Pending() const;
+    /// The same as if that text stood in the cell.
+    std::shared_ptr<const TPendingRows> PendingWith(const QModelIndex& cell, const QString& text) const;
     /// Shows a data set with rows that were pending earlier (null for none). The first row that differs from
     /// those that were shown before.
     int ShowPending(TSeries& series, const TPendingRows* pending);

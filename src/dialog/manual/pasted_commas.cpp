@@ -1,4 +1,5 @@
 #include "dialog/manual/pasted_commas.h"
+#include "controls/texts.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -60,8 +61,8 @@ QString ReadCommas(QList<QStringList>& block) {
         const TColumn found = Look(block, column);
         if (!found.HasCommas || (found.IsGrouped && found.IsDecimal)) continue;
         Rewrite(block, column, found.IsDecimal ? QStringLiteral(".") : QString());
-        const QString reading = found.IsDecimal ? QStringLiteral("The commas were read as decimal signs.")
-                                                : QStringLiteral("The commas were read as groups of digits.");
+        const QString reading = found.IsDecimal ? TTexts::tr("The commas were read as decimal signs.")
+                                                : TTexts::tr("The commas were read as groups of digits.");
         if (!readings.contains(reading)) readings << reading;
     }
     return readings.join(u' ');

@@ -1,5 +1,6 @@
 #include "dialog/series/regression_text.h"
 
+#include "controls/texts.h"
 #include "data/analysis/least_squares.h"
 #include "data/analysis/regression.h"
 #include "data/analysis/smoothing.h"
@@ -38,12 +39,11 @@ bool IsSampled(TRegressionType type) {
 QString NoCurveText(const TSeries& series, TRegressionType type) {
     const int samples = series.RegressionControlValue1();
     if (samples < 1 || samples > kMostCurveSamples)
-        return QStringLiteral("The number of points must lie between 1 and %1").arg(kMostCurveSamples);
+        return TTexts::tr("The number of points must lie between 1 and %1").arg(kMostCurveSamples);
     if (type == TRegressionType::SampledCurve)
-        return QStringLiteral("The curve fit of this data set gives no curve");
-    if (series.DuplicatesAllowed())
-        return QStringLiteral("There is no spline while points may share their X");
-    return QStringLiteral("A spline needs two points");
+        return TTexts::tr("The curve fit of this data set gives no curve");
+    if (series.DuplicatesAllowed()) return TTexts::tr("There is no spline while points may share their X");
+    return TTexts::tr("A spline needs two points");
 }
 
 } // namespace
@@ -54,10 +54,10 @@ QString RegressionResultText(const TSeries& series, TDigits digits) {
         const bool hasBaseline =
             !series.XSource() && (series.ZeroValue() != 0 || series.BaseLineSlope() != 0);
         return Formula(line->Coefficients(), type == TRegressionType::Quadratic, digits) +
-               (hasBaseline ? QStringLiteral("  (before the baseline is subtracted)") : QString());
+               (hasBaseline ? TTexts::tr("  (before the baseline is subtracted)") : QString());
     }
     if (type == TRegressionType::RunningAverage && series.RegressionError().empty())
-        return QStringLiteral("Running average of %1 points")
+        return TTexts::tr("Running average of %1 points")
             .arg(RunningAverageWindow(series.RegressionControlValue2()));
     return {};
 }
@@ -73,7 +73,7 @@ QString YStatisticsText(const TSeries& series, TDigits digits) {
     const TStatistics statistics = series.YStatistics();
     if (statistics.Failed) return QString::fromStdString(statistics.Message);
     const QString text =
-        QStringLiteral("Mean of Y: %1, SD: %2, points: %3")
+        TTexts::tr("Mean of Y: %1, SD: %2, points: %3")
             .arg(NumberText(statistics.Mean, digits), NumberText(std::sqrt(statistics.Variance), digits))
             .arg(statistics.Count);
     if (!series.HoldsSomeRows()) return text;

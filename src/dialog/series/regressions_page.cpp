@@ -1,9 +1,11 @@
 #include "dialog/series/regressions_page.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "dialog/common/color_button.h"
 #include "dialog/series/regression_text.h"
 #include "dialogs/hand_edit.h"
+#include "graph/fitting/series_fitting.h"
 #include "support/number_text.h"
 #include "ui_regressions_page.h"
 
@@ -18,15 +20,19 @@ constexpr int kFitCurveItem = 5;
 constexpr int kSmoothingItem = 6;
 
 struct TControlCaptions {
-    const char* First = "Value not used";
-    const char* Second = "Value not used";
+    const char* First = QT_TRANSLATE_NOOP("lumoplot::TTexts", "Value not used");
+    const char* Second = QT_TRANSLATE_NOOP("lumoplot::TTexts", "Value not used");
 };
 
 TControlCaptions CaptionsOf(int item) {
     switch (item) {
-    case kSplineItem: return {"Number of Points:", "Gradient at ends:"};
-    case kFitCurveItem: return {"Number of Points:", "Fitting Tension:"};
-    case kSmoothingItem: return {.Second = "Alpha value:"};
+    case kSplineItem:
+        return {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Number of Points:"),
+                QT_TRANSLATE_NOOP("lumoplot::TTexts", "Gradient at ends:")};
+    case kFitCurveItem:
+        return {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Number of Points:"),
+                QT_TRANSLATE_NOOP("lumoplot::TTexts", "Fitting Tension:")};
+    case kSmoothingItem: return {.Second = QT_TRANSLATE_NOOP("lumoplot::TTexts", "Alpha value:")};
     default: return {};
     }
 }
@@ -64,7 +70,7 @@ void TRegressionsPage::KeepControlsInPlace() {
     int width = 0;
     for (int item = 0; item < m_ui->cbx_Regression->count(); ++item)
         for (const char* caption : {CaptionsOf(item).First, CaptionsOf(item).Second})
-            width = std::max(width, fontMetrics().horizontalAdvance(QLatin1String(caption)));
+            width = std::max(width, fontMetrics().horizontalAdvance(TTexts::tr(caption)));
     m_ui->lblControlValue1->setMinimumWidth(width);
 }
 
@@ -199,8 +205,8 @@ void TRegressionsPage::EnableBoundsControls() {
 
 void TRegressionsPage::ShowControlCaptions() {
     const TControlCaptions captions = CaptionsOf(m_ui->cbx_Regression->currentIndex());
-    m_ui->lblControlValue1->setText(QString::fromLatin1(captions.First));
-    m_ui->lblControlValue2->setText(QString::fromLatin1(captions.Second));
+    m_ui->lblControlValue1->setText(TTexts::tr(captions.First));
+    m_ui->lblControlValue2->setText(TTexts::tr(captions.Second));
 }
 
 /// Figures are those of every row; when that can not be read they say what they are of.
@@ -214,7 +220,7 @@ void TRegressionsPage::ReadRows(TSeries& series) {
 void TRegressionsPage::ShowResults(TSeries& series) {
     if (!isVisible()) return;
     ReadRows(series);
-    series.UpdateRegression();
+    UpdateRegressionOf(series);
     m_ui->lblRegressionError->setText(RegressionErrorText(series));
     m_ui->lblRegressionResult->setText(RegressionResultText(series, TDigits::Four));
     m_ui->lblRegressionResult->setToolTip(RegressionResultText(series, TDigits::All));

@@ -1,6 +1,7 @@
 #include "dialog/series/style_choice.h"
 
 #include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialogs/editing/series_list.h"
 #include "graph/model/graph.h"
 #include "support/update_hold.h"
@@ -15,7 +16,7 @@
 namespace lumoplot {
 
 TStyleChoice::TStyleChoice(TSeries& series, QWidget* parent) : QDialog(parent), m_series(series) {
-    setWindowTitle(QStringLiteral("Same Style"));
+    setWindowTitle(TTexts::tr("Same Style"));
     AddControls();
     for (const TSeries* other : series.Graph().Series()) {
         if (other == &series) continue;
@@ -30,7 +31,7 @@ TStyleChoice::TStyleChoice(TSeries& series, QWidget* parent) : QDialog(parent), 
 void TStyleChoice::AddControls() {
     auto* layout = new QVBoxLayout(this);
     auto* label = new QLabel(
-        QStringLiteral("&Data sets that become like %1 (Ctrl+A for all):")
+        TTexts::tr("&Data sets that become like %1 (Ctrl+A for all):")
             .arg(QString::fromStdString(m_series.SeriesName()).replace(u'&', QStringLiteral("&&"))),
         this);
     m_list = new QListWidget(this);
@@ -48,9 +49,9 @@ void TStyleChoice::AddControls() {
         connect(box, &QCheckBox::toggled, this, &TStyleChoice::ShowChoice);
         return box;
     };
-    m_points = add("cb_Points", QStringLiteral("&Points: shape, size, border, filling"), Qt::Checked);
-    m_lines = add("cb_Lines", QStringLiteral("&Lines: style and width"), Qt::Checked);
-    m_colors = add("cb_Colors", QStringLiteral("&Colours"), Qt::Unchecked);
+    m_points = add("cb_Points", TTexts::tr("&Points: shape, size, border, filling"), Qt::Checked);
+    m_lines = add("cb_Lines", TTexts::tr("&Lines: style and width"), Qt::Checked);
+    m_colors = add("cb_Colors", TTexts::tr("&Colours"), Qt::Unchecked);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_ok = buttons->button(QDialogButtonBox::Ok);
     m_ok->setObjectName(QStringLiteral("btnOk"));

@@ -1,6 +1,7 @@
 #include "dialog/series/y_error_group.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "data/series/y_error_rule.h"
 #include "ui_y_error_group.h"
 
@@ -86,7 +87,7 @@ void TYErrorGroup::ShowState(const TSeries& series) {
     const QLocale locale;
     m_ui->lblYErrorState->setText(count == 0
                                       ? QString()
-                                      : QStringLiteral("%1 of %2 points have one")
+                                      : TTexts::tr("%1 of %2 points have one")
                                             .arg(locale.toString(count), locale.toString(series.Count())));
 }
 
@@ -129,7 +130,7 @@ void TYErrorGroup::SetByValue() {
     const std::optional<double> value = NumberIn(*m_ui->e_YErrorValue);
     if (!value || (item != kConstant && item != kPercent)) return;
     if (UsableYError(*value) == 0)
-        return MarkEdit(*m_ui->e_YErrorValue, QStringLiteral("A number above 0 is needed"));
+        return MarkEdit(*m_ui->e_YErrorValue, TTexts::tr("A number above 0 is needed"));
     Edit({m_ui->e_YErrorValue}, [&](TSeries& series) {
         SetYErrorsBy(series, {item == kConstant ? TYErrorKind::Constant : TYErrorKind::Percent, *value});
     });

@@ -38,6 +38,7 @@ bool TDataSourcePage::TakeEveryRow(TSeries& series) {
 void TDataSourcePage::PickKind(TSeries& series, TSourceKind kind) {
     if (kind != TSourceKind::Manual && !MayReplacePoints(series)) return FillFrom(series);
     if (kind == TSourceKind::Database) return ChooseDatabase(series, {});
+    if (kind == TSourceKind::Link) return ChooseLink(series);
     ChangeKind(series, kind);
 }
 
@@ -58,7 +59,8 @@ void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
     // A sheet's name names no file, and the other way round.
     const bool isNamedAnew = kind == TSourceKind::LumoSheet ? IsSheetOffered()
                                                             : info.Kind() == TSourceKind::LumoSheet ||
-                                                                  info.Kind() == TSourceKind::Database;
+                                                                  info.Kind() == TSourceKind::Database ||
+                                                                  info.Kind() == TSourceKind::Link;
     if (isNamedAnew && kind != info.Kind()) info.SetSourceName({});
     info.SetKind(kind);
     if (kind == TSourceKind::Manual) series.SetThinned(false);
@@ -166,7 +168,8 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
 bool TDataSourcePage::CanLoad(const TSeries& series) const {
     const TDSInfo& info = series.DataSourceInfo();
     if (info.Kind() == TSourceKind::Database) return !info.Database().connection.empty();
-    return (info.Kind() == TSourceKind::DataFile || IsText(series)) && !info.SourceName().empty();
+    const bool isNamed = info.Kind() == TSourceKind::DataFile || info.Kind() == TSourceKind::Link;
+    return (isNamed || IsText(series)) && !info.SourceName().empty();
 }
 
 bool TDataSourcePage::IsLoadNeeded(const TSeries& series) const {

@@ -2,8 +2,12 @@
 #include "dialog/source/data_source_page.h"
 #include "dialogs/import/database_chooser.h"
 #include "dialogs/import/get_data_source.h"
+#include "dialogs/link/link_dialog.h"
 #include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
+#include "sources/link/link_place.h"
+#include "support/message_text.h"
+#include "ui_data_source_page.h"
 
 #include <QFileInfo>
 
@@ -25,6 +29,7 @@ void TDataSourcePage::ChooseSource() {
     if (!series) return;
     TakePendingTexts(*series);
     if (IsDatabase(*series)) return ChooseDatabase(*series, {});
+    if (series->DataSourceInfo().Kind() == TSourceKind::Link) return ChooseLink(*series);
     TxyGetDataSource chooser(*series, this);
     if (chooser.exec() == QDialog::Accepted) TakeChoice(*series, chooser);
 }
@@ -40,6 +45,36 @@ void TDataSourcePage::ChooseDatabase(TSeries& series, const QString& connection)
     Forget();
     LoadAsStep(series);
     Context().FillList(series.SeriesIndex());
+}
+
+/// Rows of a file are read at once; the host goes on with what follows, and with lines, when the editor has
+/// closed.
+void TDataSourcePage::ChooseLink(TSeries& series) {
+    TLinkDialog dialog(series.DataSourceInfo(), this);
+    if (dialog.exec() != QDialog::Accepted) return FillFrom(series);
+    ChangeKind(series, TSourceKind::Link);
+    series.DataSourceInfo() = dialog.Source();
+    series.DataSourceInfo().SetNeedsReload(true);
+    if (series.SeriesFlag()) series.SetSeriesName(LinkName(ParseLink(series.DataSourceInfo().SourceName())));
+    Forget();
+    LoadAsStep(series);
+    Context().FillList(series.SeriesIndex());
+}
+
+/// What is followed, and how much of it is kept.
+void TDataSourcePage::ShowLink(const TSeries& series) {
+    const TDSInfo& info = series.DataSourceInfo();
+    const TLinkLimit limit = info.LinkLimit();
+    QStringList lines{QStringLiteral("Follows ") + QString::fromStdString(ShownLine(info.SourceName()))};
+    if (limit.rows > 0) lines += QStringLiteral("Keeps the last %L1 rows").arg(limit.rows);
+    if (limit.seconds > 0)
+        lines += QStringLiteral("Keeps the rows of the last %L1 seconds").arg(limit.seconds);
+    lines +=
+        QStringLiteral("Rows go on to come when the editor has closed. Choose… changes what is followed.");
+    m_ui->lblNotes->setText(lines.join(QLatin1Char('\n')));
+    const bool isLoaded = !info.NeedsReload() && series.Count() > 0;
+    m_ui->lblNotesResult->setText(
+        isLoaded ? QStringLiteral("%1 points so far.").arg(QLocale().toString(series.Count())) : QString());
 }
 
 /// The first Y column goes into the current data set, every other one into a new data set.

@@ -159,7 +159,8 @@ void TDataSourcePage::ShowNameControls(TSourceKind kind) {
     const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
     m_ui->lblSheet->setVisible(isSheet);
     m_ui->cbx_Sheet->setVisible(isSheet);
-    m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database);
+    m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database ||
+                                kind == TSourceKind::Link);
     CheckDirectory();
 }
 
@@ -173,11 +174,20 @@ void TDataSourcePage::ShowKind(TSeries& series) {
         m_manual->Clear();
     if (kind == TSourceKind::LumoSheet) FillSheets(series);
     const bool isText = IsText(series);
-    m_ui->stack->setCurrentWidget(kind == TSourceKind::Manual ? m_ui->pageManual
-                                  : isText                    ? m_ui->pageText
-                                                              : m_ui->pageNotes);
+    ShowPart(*(kind == TSourceKind::Manual ? m_ui->pageManual : isText ? m_ui->pageText : m_ui->pageNotes));
     if (IsDatabase(series)) return ShowDatabase(series);
+    if (kind == TSourceKind::Link) return ShowLink(series);
     isText ? ShowText(series) : ShowNotes(series);
+}
+
+/// The parts that are not shown ask for no room.
+void TDataSourcePage::ShowPart(QWidget& shown) {
+    for (int i = 0; i < m_ui->stack->count(); ++i) {
+        QWidget* part = m_ui->stack->widget(i);
+        const auto policy = part == &shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        part->setSizePolicy(policy, policy);
+    }
+    m_ui->stack->setCurrentWidget(&shown);
 }
 
 bool TDataSourcePage::IsFile(TSourceKind kind) {

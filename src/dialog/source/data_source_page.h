@@ -60,6 +60,8 @@ private:
     void Browse();
     void ChooseSource();
     void ChooseDatabase(TSeries& series, const QString& connection);
+    void ChooseLink(TSeries& series);
+    void ShowLink(const TSeries& series);
     void TakeChoice(TSeries& series, const TxyGetDataSource& chooser);
     bool AddDataSet(const TSeries& like, const std::string& yColumn, const TYErrorRule& errors);
     void TakeSourceName(TSeries& series);
@@ -67,6 +69,7 @@ private:
     void TakePendingTexts(TSeries& series);
     void CheckDirectory();
     void ShowNameControls(TSourceKind kind);
+    void ShowPart(QWidget& shown);
     void ShowKind(TSeries& series);
     void ShowNotes(const TSeries& series);
     void FillSheets(const TSeries& series);

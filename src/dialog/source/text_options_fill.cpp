@@ -137,7 +137,7 @@ void TTextOptionsPanel::FillColumns(const TSeries& series, const TTextFormat* fo
 }
 
 void TTextOptionsPanel::FillYErrors(const TYErrorRule& rule, const TTextFormat* found) {
-    QComboBox& box = *m_ui->cbx_YErrors;
+    QComboBox& box = *m_ui->cbx_YErrorColumn;
     const bool isColumn = rule.Kind == TYErrorKind::Column;
     const bool isRule = rule.Kind != TYErrorKind::None && !isColumn;
     box.clear();
@@ -150,6 +150,7 @@ void TTextOptionsPanel::FillYErrors(const TYErrorRule& rule, const TTextFormat* 
     const bool isOpen = rule.Kind == TYErrorKind::None && suggested >= 0;
     m_ui->lblYErrorsHint->setText(isOpen ? QStringLiteral("Suggested: ") + ColumnItemText(*found, suggested)
                                          : QString());
+    m_ui->lblYErrorsHint->setToolTip(m_ui->lblYErrorsHint->text());
 }
 
 /// Also the one that is being typed: its user sees at once what it lacks.

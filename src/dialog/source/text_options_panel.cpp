@@ -97,8 +97,8 @@ void TTextOptionsPanel::ConnectColumns() {
     };
     connectColumn(m_ui->cbx_XColumn, true);
     connectColumn(m_ui->cbx_YColumn, false);
-    connect(m_ui->cbx_YErrors, &QComboBox::activated, this, &TTextOptionsPanel::TakeYErrors);
-    connect(m_ui->cbx_YErrors->lineEdit(), &QLineEdit::editingFinished, this,
+    connect(m_ui->cbx_YErrorColumn, &QComboBox::activated, this, &TTextOptionsPanel::TakeYErrors);
+    connect(m_ui->cbx_YErrorColumn->lineEdit(), &QLineEdit::editingFinished, this,
             &TTextOptionsPanel::TakeYErrors);
     connect(m_ui->cbx_XFormat, &QComboBox::currentIndexChanged, this, [this](int item) {
         Change(
@@ -162,7 +162,7 @@ void TTextOptionsPanel::TakeColumn(QComboBox& box, bool isX) {
 
 /// Without a column a rule that gives errors by Y stays.
 void TTextOptionsPanel::TakeYErrors() {
-    const std::string column = ColumnIn(*m_ui->cbx_YErrors);
+    const std::string column = ColumnIn(*m_ui->cbx_YErrorColumn);
     Change([&](TSeries& series) {
         TDSInfo& info = series.DataSourceInfo();
         if (!column.empty()) return info.SetYErrorRule({TYErrorKind::Column, 0, column});

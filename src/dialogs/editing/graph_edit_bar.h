@@ -52,13 +52,13 @@ Q_SIGNALS:
     void SeriesPicked(int number);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    XYWIDGETS_LOCAL void showEvent(QShowEvent* event) override;
 
 private:
-    void ConnectModes();
-    void ShowSeries();
-    void PickSeries();
-    TSeries* Current() const;
+    XYWIDGETS_LOCAL void ConnectModes();
+    XYWIDGETS_LOCAL void ShowSeries();
+    XYWIDGETS_LOCAL void PickSeries();
+    XYWIDGETS_LOCAL TSeries* Current() const;
 
     QPointer<TxyGraph> m_graph;
     std::unique_ptr<Ui::TGraphEditBar> m_ui;

@@ -2,6 +2,7 @@
 
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialogs/color_choice.h"
 #include "dialogs/manual_window.h"
 #include "graph/drawing/lines/canvas.h"
@@ -19,10 +20,13 @@ constexpr QChar kEllipsis(0x2026);
 
 /// The labels of the four coordinates by the type of the mark; a field without one is not shown.
 constexpr std::array<std::array<const char*, 4>, 4> kLabels = {{
-    {"Vert Line X = ", nullptr, nullptr, nullptr},
-    {nullptr, "Hor Line Y = ", nullptr, nullptr},
-    {"Point X = ", "Point Y = ", "Point Width", nullptr},
-    {"Origin X = ", "Origin Y = ", "End X = ", "End Y = "},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Vert Line X = "), nullptr, nullptr, nullptr},
+    {nullptr, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Hor Line Y = "), nullptr, nullptr},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Point X = "), QT_TRANSLATE_NOOP("lumoplot::TTexts", "Point Y = "),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Point Width"), nullptr},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Origin X = "),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Origin Y = "), QT_TRANSLATE_NOOP("lumoplot::TTexts", "End X = "),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "End Y = ")},
 }};
 
 /// An entry of the list: the first line of the text.
@@ -141,7 +145,7 @@ void TxyMark::ShowFields() {
         const bool shown = m_selected && labels[i];
         m_fields[i].Edit->setVisible(shown);
         m_fields[i].Label->setVisible(shown);
-        if (shown) m_fields[i].Label->setText(QString::fromLatin1(labels[i]));
+        if (shown) m_fields[i].Label->setText(TTexts::tr(labels[i]));
         ShowValue(m_fields[i]);
     }
 }
@@ -192,7 +196,7 @@ void TxyMark::TakeStatus(int item) {
 
 void TxyMark::PickColor() {
     if (!m_selected) return;
-    const QColor picked = ChooseColor(ToQColor(m_mark.Color), this, QStringLiteral("Select Color"));
+    const QColor picked = ChooseColor(ToQColor(m_mark.Color), this, TTexts::tr("Select Color"));
     if (!picked.isValid()) return;
     m_mark.Color = ToColor(picked);
     m_pending = true;

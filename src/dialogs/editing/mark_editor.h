@@ -2,7 +2,6 @@
 // once, or when its edit is left, so there is nothing to apply and nothing to cancel.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "graph/model/graph.h"
 
 #include <QDialog>
@@ -71,6 +70,6 @@ private:
 
 /// Shows the mark editor on the graph, with the icon of `ownerForm` (which may be null), until it is closed.
 /// True when it was closed by OK; the marks are edited in any case.
-XYWIDGETS_EXPORT bool EditMarks(QWidget* ownerForm, TxyGraph& graph);
+bool EditMarks(QWidget* ownerForm, TxyGraph& graph);
 
 } // namespace lumoplot

@@ -2,6 +2,7 @@
 
 #include "graph/file/graph_file.h"
 #include "graph/loading/default_look.h"
+#include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
 #include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
@@ -11,6 +12,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
@@ -101,6 +103,19 @@ void Read(TSeries& series, const QMimeData& data) {
     ReadText(series, table.empty() ? data.text().toStdString() : table);
 }
 
+bool IsNameTaken(const TSeries& newOne, const std::string& name) {
+    return std::ranges::any_of(newOne.Graph().Series(), [&](const TSeries* series) {
+        return series != &newOne && series->SeriesName() == name;
+    });
+}
+
+/// "Run" beside another "Run" is "Run 2".
+void TakeOwnName(TSeries& series) {
+    const std::string name = series.SeriesName();
+    for (int number = 2; IsNameTaken(series, series.SeriesName()); ++number)
+        series.SetSeriesName(name + " " + std::to_string(number));
+}
+
 } // namespace
 
 QMimeData* SeriesToMime(const TSeries& series) {
@@ -114,7 +129,10 @@ bool MimeHoldsSeries(const QMimeData& data) {
 int AddSeriesFromMime(TxyGraph& graph, const QMimeData& data) {
     const int number = graph.AddSeries();
     try {
-        Read(*graph.FindSeries(number), data);
+        TSeries& pasted = *graph.FindSeries(number);
+        Read(pasted, data);
+        TakeOwnName(pasted);
+        TakeOwnStyle(pasted);
     } catch (...) {
         graph.DeleteSeries(number);
         throw;

@@ -1,5 +1,6 @@
 #include "dialogs/editing/series_list.h"
 
+#include "controls/texts.h"
 #include "graph/drawing/lines/canvas.h"
 #include "graph/model/series.h"
 
@@ -31,8 +32,8 @@ public:
         layout->setContentsMargins(2, 2, 2, 2);
         layout->setSpacing(2);
         m_edit->setObjectName(QStringLiteral("e_Filter"));
-        m_edit->setPlaceholderText(QStringLiteral("Type a part of the name"));
-        m_edit->setAccessibleName(QStringLiteral("Part of the name"));
+        m_edit->setPlaceholderText(TTexts::tr("Type a part of the name"));
+        m_edit->setAccessibleName(TTexts::tr("Part of the name"));
         m_edit->setClearButtonEnabled(true);
         m_edit->installEventFilter(this);
         layout->addWidget(m_edit);

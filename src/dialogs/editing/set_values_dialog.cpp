@@ -2,6 +2,8 @@
 
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
+#include "controls/texts.h"
+#include "controls/whole_captions.h"
 #include "dialogs/hand_edit.h"
 #include "dialogs/manual_window.h"
 #include "expr/formula_hints.h"
@@ -40,9 +42,9 @@ QTableWidgetItem* NumberCell(double value) {
 
 /// Why a range has no points.
 QString EmptyText(const TSeries& series, const std::optional<TXRange>& range) {
-    if (!range || series.Count() == 0) return QStringLiteral("The data set has no points.");
-    if (range->From > range->To) return QStringLiteral("The range ends before it begins.");
-    return QStringLiteral("No point lies in the range: X goes from %1 to %2.")
+    if (!range || series.Count() == 0) return TTexts::tr("The data set has no points.");
+    if (range->From > range->To) return TTexts::tr("The range ends before it begins.");
+    return TTexts::tr("No point lies in the range: X goes from %1 to %2.")
         .arg(QString::fromStdString(FormatGeneral(series.MinX(), kListedDigits)),
              QString::fromStdString(FormatGeneral(series.MaxX(), kListedDigits)));
 }
@@ -53,8 +55,8 @@ QString UnknownNames(const std::string& formula, const TSeries& series) {
     for (const std::string& name : UnknownVariables(formula, series.Graph()))
         unknown += QString::fromStdString(name);
     if (unknown.isEmpty()) return {};
-    return (unknown.size() == 1 ? QStringLiteral("Not known: %1. Click a variable below to use it.")
-                                : QStringLiteral("Not known: %1. Click variables below to use them."))
+    return (unknown.size() == 1 ? TTexts::tr("Not known: %1. Click a variable below to use it.")
+                                : TTexts::tr("Not known: %1. Click variables below to use them."))
         .arg(unknown.join(QStringLiteral(", ")));
 }
 
@@ -62,14 +64,14 @@ QString CountText(const TSeries& series, const TNewValues& values) {
     const std::size_t chosen = values.Points.size();
     const int unusable = values.Unusable;
     const QLocale locale;
-    QString text = QStringLiteral("%1 of %2 points")
+    QString text = TTexts::tr("%1 of %2 points")
                        .arg(locale.toString(static_cast<int>(chosen)), locale.toString(series.Count()));
     if (unusable > 0)
-        text += unusable == 1 ? QStringLiteral("; 1 of them has no new value and keeps its Y")
-                              : QStringLiteral("; %1 of them have no new value and keep their Y")
+        text += unusable == 1 ? TTexts::tr("; 1 of them has no new value and keeps its Y")
+                              : TTexts::tr("; %1 of them have no new value and keep their Y")
                                     .arg(locale.toString(unusable));
     text += QLatin1Char('.');
-    return values.YErrors.empty() ? text : text + QStringLiteral(" The errors of Y follow the new Y.");
+    return values.YErrors.empty() ? text : text + TTexts::tr(" The errors of Y follow the new Y.");
 }
 
 } // namespace
@@ -77,14 +79,15 @@ QString CountText(const TSeries& series, const TNewValues& values) {
 Txy_SetValues::Txy_SetValues(TSeries& series, QWidget* parent)
     : QDialog(parent), m_series(series), m_ui(std::make_unique<Ui::Txy_SetValues>()) {
     m_ui->setupUi(this);
-    setWindowTitle(QStringLiteral("Set Values of ") + QString::fromStdString(series.SeriesName()));
+    setWindowTitle(TTexts::tr("Set Values of ") + QString::fromStdString(series.SeriesName()));
     QPalette faulty = m_ui->lblFormulaError->palette();
     faulty.setColor(QPalette::WindowText, QColor(229, 57, 53));
     m_ui->lblFormulaError->setPalette(faulty);
     m_ui->t_Preview->setColumnCount(3);
     m_ui->t_Preview->setHorizontalHeaderLabels(
-        {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("New Y")});
+        {QStringLiteral("X"), QStringLiteral("Y"), TTexts::tr("New Y")});
     m_ui->t_Preview->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    KeepCaptionsWhole(*m_ui->t_Preview->horizontalHeader());
     ShowNumber(*m_ui->e_From, series.MinX());
     ShowNumber(*m_ui->e_To, series.MaxX());
     KeepOpenOnReturn(*this);
@@ -121,14 +124,14 @@ void Txy_SetValues::ListVariables() {
         auto* item = new QListWidgetItem(variable + QStringLiteral(" – ") + meaning, m_ui->m_Variables);
         item->setData(Qt::UserRole, variable.section(QStringLiteral(", "), -1));
     };
-    add(QStringLiteral("x"), QStringLiteral("X of the point"));
-    add(QStringLiteral("y"), QStringLiteral("its Y"));
-    add(QStringLiteral("n"), QStringLiteral("its number, from 1"));
+    add(QStringLiteral("x"), TTexts::tr("X of the point"));
+    add(QStringLiteral("y"), TTexts::tr("its Y"));
+    add(QStringLiteral("n"), TTexts::tr("its number, from 1"));
     const TxyGraph& graph = m_series.Graph();
     const std::vector<std::string> variables = SeriesVariables(graph);
     for (std::size_t i = 0; i < variables.size(); ++i)
         add(QString::fromStdString(variables[i]),
-            QStringLiteral("Y of ") + QString::fromStdString(graph.Series()[i]->SeriesName()));
+            TTexts::tr("Y of ") + QString::fromStdString(graph.Series()[i]->SeriesName()));
 }
 
 void Txy_SetValues::InsertVariable(const QString& variable) {

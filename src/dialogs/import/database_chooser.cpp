@@ -6,28 +6,30 @@
 #include "support/message_text.h"
 #include "ui_database_chooser.h"
 
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QPushButton>
+#include <QTimer>
+#include <chrono>
+#include <future>
+#include <thread>
 
 namespace lumoplot {
 namespace {
 
-constexpr int kRowsShown = 100;
-const QString kRowNumberItem = QStringLiteral("(row number)");
+using namespace std::chrono_literals;
 
-/// The pointer shows that a server may take its time.
-class TWaitingPointer {
-public:
-    TWaitingPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~TWaitingPointer() { QGuiApplication::restoreOverrideCursor(); }
-    TWaitingPointer(const TWaitingPointer&) = delete;
-    TWaitingPointer& operator=(const TWaitingPointer&) = delete;
-};
+constexpr int kRowsShown = 100;
+constexpr int kLookMs = 20;       // whether the database has answered
+constexpr auto kUnnoticed = 60ms; // what is done within needs no telling
+const QString kNoErrorsItem = QStringLiteral("(none)");
+const QString kRowNumberItem = QStringLiteral("(row number)");
 
 QString Shown(const std::string& text) {
     return QString::fromStdString(ShownLine(text));
@@ -48,18 +50,75 @@ TDatabaseChooser::TDatabaseChooser(const TDSInfo& current, const QString& connec
     m_ui->m_Select->setPlainText(QString::fromStdString(wish.query));
     m_ui->e_Where->setText(QString::fromStdString(wish.where));
     m_ui->e_Order->setText(QString::fromStdString(wish.orderBy));
+    m_stop = m_ui->buttons->addButton(QStringLiteral("S&top"), QDialogButtonBox::ActionRole);
+    m_stop->setObjectName(QStringLiteral("btnStop"));
     ConnectControls();
     EnableControls();
     const QString text = Connection();
-    if (!text.isEmpty()) Connect();
+    if (!text.isEmpty() && !IsServer(text.toStdString())) Connect();
     m_connected.isEmpty() ? m_ui->cbx_Connection->setFocus() : m_ui->lst_Tables->setFocus();
 }
 
 TDatabaseChooser::~TDatabaseChooser() = default;
 
+/// A server may let wait: the window is there before it is called.
+void TDatabaseChooser::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous() && m_connected.isEmpty() && IsServer(Connection().toStdString()))
+        QTimer::singleShot(0, this, [this] { Connect(); });
+}
+
+void TDatabaseChooser::reject() {
+    if (!m_isWaiting) return QDialog::reject();
+    m_isStopped = true;
+}
+
+bool TDatabaseChooser::Wait(const std::function<bool()>& isDone) {
+    const QPointer<QWidget> focus = focusWidget();
+    m_isWaiting = true;
+    m_isStopped = false;
+    m_ui->lblMessage->setText(QStringLiteral("Waiting for the database…"));
+    EnableControls();
+    m_stop->setFocus();
+    QEventLoop loop;
+    QTimer look;
+    connect(&look, &QTimer::timeout, &loop, [&] {
+        if (isDone() || m_isStopped) loop.quit();
+    });
+    look.start(kLookMs);
+    loop.exec();
+    m_isWaiting = false;
+    m_ui->lblMessage->clear();
+    EnableControls();
+    if (focus) focus->setFocus();
+    return !m_isStopped;
+}
+
+/// The thread is left to itself when nobody waits for it any more.
+template <class T>
+std::optional<T> TDatabaseChooser::Await(std::function<T()> work) {
+    auto promise = std::make_shared<std::promise<T>>();
+    std::future<T> result = promise->get_future();
+    std::thread([promise, work = std::move(work)] {
+        try {
+            promise->set_value(work());
+        } catch (...) {
+            promise->set_exception(std::current_exception());
+        }
+    }).detach();
+    const auto isDone = [&result] { return result.wait_for(0s) == std::future_status::ready; };
+    const bool isQuick = result.wait_for(kUnnoticed) == std::future_status::ready;
+    if (!isQuick && !Wait(isDone)) {
+        m_ui->lblMessage->setText(QStringLiteral("Stopped: nothing was read."));
+        return std::nullopt;
+    }
+    return result.get();
+}
+
 void TDatabaseChooser::ConnectControls() {
     connect(m_ui->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &TDatabaseChooser::reject);
+    connect(m_stop, &QPushButton::clicked, this, [this] { m_isStopped = true; });
     connect(m_ui->cbx_Connection, &QComboBox::activated, this, [this] { ConnectionPicked(); });
     connect(m_ui->cbx_Connection->lineEdit(), &QLineEdit::textEdited, this, [this] { EnableControls(); });
     connect(m_ui->btnFile, &QPushButton::clicked, this, [this] { ChooseFile(); });
@@ -143,7 +202,7 @@ void TDatabaseChooser::Forget() {
 }
 
 void TDatabaseChooser::Connect() {
-    const TWaitingPointer waiting;
+    if (m_isWaiting) return;
     const QString connection = Connection();
     const std::string wanted = m_source.SourceName();
     if (!m_ui->e_Password->text().isEmpty())
@@ -153,7 +212,10 @@ void TDatabaseChooser::Connect() {
     m_ui->lst_Tables->clear();
     m_isFilling = false;
     try {
-        const std::vector<TSqlTable> tables = DatabaseTables(connection.toStdString());
+        const auto found =
+            Await<std::vector<TSqlTable>>([text = connection.toStdString()] { return DatabaseTables(text); });
+        if (!found) return EnableControls();
+        const std::vector<TSqlTable>& tables = *found;
         m_connected = connection;
         m_isFilling = true;
         int chosen = 0;
@@ -188,6 +250,12 @@ TDSInfo TDatabaseChooser::Source() const {
     if (m_ui->cbx_X->count() > 0)
         source.SetXDataColumn(
             m_ui->cbx_X->currentIndex() == 0 ? "0" : m_ui->cbx_X->currentData().toString().toStdString());
+    // Another rule for the errors stays where no column is chosen.
+    const QString errors = m_ui->cbx_YError->currentData().toString();
+    if (!errors.isEmpty())
+        source.SetYErrorRule({TYErrorKind::Column, 0, errors.toStdString()});
+    else if (source.YErrorRule().Kind == TYErrorKind::Column && m_ui->cbx_YError->count() > 0)
+        source.SetYErrorRule({});
     if (m_ui->cbx_Y->count() > 0) source.SetYDataColumn(m_ui->cbx_Y->currentData().toString().toStdString());
     return source;
 }
@@ -199,19 +267,24 @@ QString TDatabaseChooser::Name() const {
 }
 
 void TDatabaseChooser::ShowPreview() {
-    if (m_isFilling) return;
+    if (m_isFilling || m_isWaiting) return;
     if (m_connected.isEmpty()) return EnableControls();
-    const TWaitingPointer waiting;
     try {
         TDSInfo described = Source();
         if (described.SourceName() != m_source.SourceName() || m_ui->cb_OwnSelect->isChecked()) {
             described.SetXDataColumn({});
             described.SetYDataColumn({});
+            described.SetYErrorRule({});
         } else {
             described.SetXDataColumn(m_source.XDataColumn());
             described.SetYDataColumn(m_source.YDataColumn());
+            described.SetYErrorRule(m_source.YErrorRule());
         }
-        const TDatabasePreview preview = PreviewDatabase(m_connected.toStdString(), described, kRowsShown);
+        const auto read = Await<TDatabasePreview>([text = m_connected.toStdString(), described] {
+            return PreviewDatabase(text, described, kRowsShown);
+        });
+        if (!read) return EnableControls();
+        const TDatabasePreview& preview = *read;
         FillColumns(preview);
         FillRows(preview);
         m_ui->lblMessage->setText(
@@ -223,8 +296,9 @@ void TDatabaseChooser::ShowPreview() {
 }
 
 void TDatabaseChooser::FillColumns(const TDatabasePreview& preview) {
-    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y}) box->clear();
+    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y, m_ui->cbx_YError}) box->clear();
     m_ui->cbx_X->addItem(kRowNumberItem);
+    m_ui->cbx_YError->addItem(kNoErrorsItem);
     int place = 0;
     for (const TTableColumn& column : preview.table.columns) {
         const QString name = QString::fromStdString(column.name);
@@ -233,6 +307,8 @@ void TDatabaseChooser::FillColumns(const TDatabasePreview& preview) {
         if (!column.HasValues()) continue;
         m_ui->cbx_X->addItem(text, name);
         m_ui->cbx_Y->addItem(text, name);
+        m_ui->cbx_YError->addItem(text, name);
+        if (here == preview.chosen.yError) m_ui->cbx_YError->setCurrentIndex(m_ui->cbx_YError->count() - 1);
         if (here == preview.chosen.x) m_ui->cbx_X->setCurrentIndex(m_ui->cbx_X->count() - 1);
         if (here == preview.chosen.y) m_ui->cbx_Y->setCurrentIndex(m_ui->cbx_Y->count() - 1);
     }
@@ -258,7 +334,7 @@ void TDatabaseChooser::FillRows(const TDatabasePreview& preview) {
 
 void TDatabaseChooser::ShowProblem(const QString& problem) {
     m_isFilling = false;
-    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y}) box->clear();
+    for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y, m_ui->cbx_YError}) box->clear();
     m_ui->tbl_Preview->clear();
     m_ui->tbl_Preview->setRowCount(0);
     m_ui->tbl_Preview->setColumnCount(0);
@@ -277,7 +353,16 @@ void TDatabaseChooser::EnableControls() {
     m_ui->btnForget->setEnabled(isSaved);
     m_ui->m_Select->setEnabled(m_ui->cb_OwnSelect->isChecked());
     const bool isConnected = !m_connected.isEmpty() && Connection() == m_connected;
-    m_ui->buttons->button(QDialogButtonBox::Ok)->setEnabled(isConnected && m_ui->cbx_Y->count() > 0);
+    m_ui->buttons->button(QDialogButtonBox::Ok)
+        ->setEnabled(!m_isWaiting && isConnected && m_ui->cbx_Y->count() > 0);
+    m_stop->setVisible(m_isWaiting);
+    for (QWidget* control :
+         {static_cast<QWidget*>(m_ui->splitter), static_cast<QWidget*>(m_ui->cbx_Connection),
+          static_cast<QWidget*>(m_ui->btnFile), static_cast<QWidget*>(m_ui->e_Password)})
+        control->setEnabled(!m_isWaiting);
+    if (m_isWaiting)
+        for (QPushButton* button : {m_ui->btnConnect, m_ui->btnSave, m_ui->btnForget})
+            button->setEnabled(false);
 }
 
 } // namespace lumoplot

@@ -6,7 +6,11 @@
 #include "data/series/ds_info.h"
 
 #include <QDialog>
+#include <functional>
 #include <memory>
+#include <optional>
+
+class QPushButton;
 
 namespace Ui {
 class TDatabaseChooser;
@@ -31,8 +35,12 @@ public:
     /// A name for the data set: that of the table or of the Y column.
     XYWIDGETS_EXPORT QString Name() const;
 
+    /// While the database is waited for, that ends instead.
+    void reject() override;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void ConnectControls();
@@ -47,12 +55,19 @@ private:
     void FillRows(const TDatabasePreview& preview);
     void ShowProblem(const QString& problem);
     void EnableControls();
+    /// Lets events go on until that is so; false when the user has stopped waiting.
+    bool Wait(const std::function<bool()>& isDone);
+    template <class T>
+    std::optional<T> Await(std::function<T()> work);
     QString Connection() const;
 
     std::unique_ptr<Ui::TDatabaseChooser> m_ui;
     TDSInfo m_source;
     QString m_connected; ///< the connection whose tables are listed
     bool m_isFilling = false;
+    bool m_isWaiting = false; ///< for the database, in the other thread
+    bool m_isStopped = false;
+    QPushButton* m_stop = nullptr;
 };
 
 } // namespace lumoplot

@@ -183,7 +183,9 @@ void TxyGetDataSource::ShowSource() {
 void TxyGetDataSource::ShowText() {
     const auto found = ShowPreview();
     ShowColumns(found ? &*found : nullptr);
+    const TYErrorRule before = Source().YErrorRule();
     TakeYErrors();
+    if (Source().YErrorRule() != before) ShowPreview();
 }
 
 /// The format that was found, or nothing when the source can not be read.

@@ -24,24 +24,25 @@ namespace lumoplot {
 class TReadingOptions;
 class TTextPreviewPane;
 
-class XYWIDGETS_EXPORT TxyGetDataSource : public QDialog {
+class TxyGetDataSource : public QDialog {
     Q_OBJECT
 
 public:
     /// Starts with the source of `current`, whose graph and its holder are asked for what else there is.
-    explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
+    XYWIDGETS_EXPORT explicit TxyGetDataSource(const TSeries& current, QWidget* parent = nullptr);
     /// Starts with a source that is to give the graph new data sets.
-    TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source, QWidget* parent = nullptr);
-    ~TxyGetDataSource() override;
+    XYWIDGETS_EXPORT TxyGetDataSource(const TxyGraph& graph, const TDSInfo& source,
+                                      QWidget* parent = nullptr);
+    XYWIDGETS_EXPORT ~TxyGetDataSource() override;
 
     /// The description of the chosen source, with the first of the Y columns.
-    const TDSInfo& Source() const;
-    const TTextWishes& Wishes() const;
+    XYWIDGETS_EXPORT const TDSInfo& Source() const;
+    XYWIDGETS_EXPORT const TTextWishes& Wishes() const;
     /// The Y columns as descriptions keep them, in the order of the file; none for a data-set file, else at
     /// least one.
-    std::vector<std::string> YColumns() const;
+    XYWIDGETS_EXPORT std::vector<std::string> YColumns() const;
     /// Where the errors of each of them come from.
-    std::vector<TYErrorRule> YErrorRules() const;
+    XYWIDGETS_EXPORT std::vector<TYErrorRule> YErrorRules() const;
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -49,12 +49,12 @@ Q_SIGNALS:
     void RowWanted(qlonglong row);
 
 private:
-    void ShowReadings(const TTextReadings& readings, bool isChosen);
-    void FitColumns();
-    void GoToRow(const QString& message);
-    void SelectRow(int index);
-    void ShowResult(const QString& text);
-    void ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped);
+    XYWIDGETS_LOCAL void ShowReadings(const TTextReadings& readings, bool isChosen);
+    XYWIDGETS_LOCAL void FitColumns();
+    XYWIDGETS_LOCAL void GoToRow(const QString& message);
+    XYWIDGETS_LOCAL void SelectRow(int index);
+    XYWIDGETS_LOCAL void ShowResult(const QString& text);
+    XYWIDGETS_LOCAL void ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped);
 
     std::unique_ptr<Ui::TTextPreviewPane> m_ui;
     TTextPreviewModel* m_model;

@@ -20,8 +20,8 @@ QMessageBox::Icon IconOf(TMessageKind kind) {
 
 int Run(TMessageKind kind, const std::string& text, QMessageBox::StandardButtons buttons) {
     QWidget* dialog = QApplication::activeModalWidget();
-    QMessageBox box(IconOf(kind), dialog ? dialog->windowTitle() : QGuiApplication::applicationDisplayName(),
-                    QString::fromStdString(text), buttons, dialog ? dialog : MainWindow());
+    QMessageBox box(IconOf(kind), QGuiApplication::applicationDisplayName(), QString::fromStdString(text),
+                    buttons, dialog ? dialog : MainWindow());
     // Return alone must not do what is warned of.
     if (kind == TMessageKind::Warning && buttons.testFlag(QMessageBox::No))
         box.setDefaultButton(QMessageBox::No);

@@ -44,7 +44,24 @@ private:
     int m_partsDone = 0;
 };
 
+class TBusyProgress : public TProgress {
+public:
+    explicit TBusyProgress(const std::string& reason) : m_window(ShowBusy(QString::fromStdString(reason))) {}
+    void Begin(const std::string&, std::int64_t, std::int64_t) override {}
+    [[nodiscard]] bool StepTo(std::int64_t) override {
+        m_window->StepProgress();
+        return !m_window->Cancelled();
+    }
+
+private:
+    std::unique_ptr<TfrmSmallPrBar> m_window;
+};
+
 } // namespace
+
+std::unique_ptr<TProgress> MakeBusyProgress(const std::string& reason) {
+    return std::make_unique<TBusyProgress>(reason);
+}
 
 std::unique_ptr<TProgress> MakeLargeProgress(const std::string& reason) {
     return std::make_unique<TLargeProgress>(reason);
@@ -53,6 +70,8 @@ std::unique_ptr<TProgress> MakeLargeProgress(const std::string& reason) {
 TProgressWindow::TProgressWindow()
     : m_window(ShowProgress(QObject::tr("Processing..."), kParts, /*withCancel*/ true, /*showNow*/ true)) {
 }
+
+TProgressWindow::~TProgressWindow() = default;
 
 void TProgressWindow::Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) {
     m_window->ResetProgress(QString::fromStdString(caption), kParts);
@@ -65,17 +84,6 @@ bool TProgressWindow::StepTo(std::int64_t position) {
     const int parts = PartsDone(m_minimum, m_maximum, position);
     m_window->StepProgress(parts - m_partsDone);
     m_partsDone = parts;
-    return !m_window->Cancelled();
-}
-
-TBusyWindow::TBusyWindow(const std::string& reason) : m_window(ShowBusy(QString::fromStdString(reason))) {
-}
-
-void TBusyWindow::Begin(const std::string&, std::int64_t, std::int64_t) {
-}
-
-bool TBusyWindow::StepTo(std::int64_t) {
-    m_window->StepProgress();
     return !m_window->Cancelled();
 }
 

@@ -9,9 +9,10 @@
 
 namespace lumoplot {
 
-class XYWIDGETS_EXPORT TProgressWindow : public TProgress {
+class TProgressWindow : public TProgress {
 public:
-    TProgressWindow();
+    XYWIDGETS_EXPORT TProgressWindow();
+    XYWIDGETS_EXPORT ~TProgressWindow() override;
 
     void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override;
     [[nodiscard]] bool StepTo(std::int64_t position) override;
@@ -26,16 +27,7 @@ private:
 };
 
 /// The progress of work whose length says nothing: shows a reason in the place of a bar.
-class XYWIDGETS_EXPORT TBusyWindow : public TProgress {
-public:
-    explicit TBusyWindow(const std::string& reason);
-
-    void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override;
-    [[nodiscard]] bool StepTo(std::int64_t position) override;
-
-private:
-    std::unique_ptr<TfrmSmallPrBar> m_window;
-};
+XYWIDGETS_EXPORT std::unique_ptr<TProgress> MakeBusyProgress(const std::string& reason);
 
 /// A larger window in the middle of the screen for work on one thing that is named, with how far it has come.
 XYWIDGETS_EXPORT std::unique_ptr<TProgress> MakeLargeProgress(const std::string& reason);

@@ -23,10 +23,10 @@ class TFitsAsTheyAre {
 public:
     explicit TFitsAsTheyAre(TxyGraph& graph) {
         for (const auto& series : graph.Series()) {
-            if (!series->CurveFit().IsStale()) continue;
+            if (!series->CurveFit().IsPending()) continue;
             TFitRunState state = series->CurveFit().RunState();
             m_states.emplace_back(series, state);
-            state.Stale = false;
+            state.Held = true;
             series->CurveFit().RestoreRunState(state);
         }
     }
@@ -69,6 +69,13 @@ QString NameOf(const TRecoveryInfo& info, const TxyGraph& graph) {
     return title.trimmed().isEmpty() && !info.DataSets.isEmpty() ? info.DataSets.first() : title;
 }
 
+/// Without a step only what was being typed was kept.
+QString StepsText(const TRecoveryInfo& info) {
+    if (info.StepCount == 0) return TRecoveryDialog::tr("a cell that was being typed");
+    if (info.StepCount == 1) return TRecoveryDialog::tr("1 step");
+    return TRecoveryDialog::tr("%1 steps").arg(info.StepCount);
+}
+
 QString DetailsOf(const TRecoveryInfo& info, bool isOfEditor) {
     using TDialog = TRecoveryDialog;
     const bool hasFile = !info.DocumentName.isEmpty();
@@ -78,9 +85,7 @@ QString DetailsOf(const TRecoveryInfo& info, bool isOfEditor) {
     lines += isOfEditor ? TDialog::tr("Left in the data editor, which OK had not closed yet")
                         : TDialog::tr("File: %1").arg(Shown(file));
     lines += TDialog::tr("Kept: %1 by %2").arg(TimeText(info.Written), Shown(info.Program));
-    lines += TDialog::tr("Changes: ") +
-             (info.StepCount == 1 ? TDialog::tr("1 step") : TDialog::tr("%1 steps").arg(info.StepCount)) +
-             Shown(last);
+    lines += TDialog::tr("Changes: ") + StepsText(info) + Shown(last);
     if (!info.Beside.empty()) lines += TDialog::tr("With rows of the grid that are no points yet");
     lines += info.DataSets.isEmpty() ? TDialog::tr("No data sets") : TDialog::tr("Data sets:");
     for (const QString& name : info.DataSets) lines += QStringLiteral("    ") + Shown(name);

@@ -1,14 +1,15 @@
 #include "dialogs/settings/setting_editor.h"
 
 #include "controls/number_edit.h"
+#include "dialogs/color_choice.h"
 #include "graph/drawing/lines/canvas.h"
 #include "support/number_text.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -199,7 +200,7 @@ TSettingEditor ColorEditor(const TMaking& making) {
         return ToQColor(static_cast<TColor>(std::get<int>(making.Setting.Get())));
     };
     QObject::connect(button, &QPushButton::clicked, button, [button, making, color] {
-        const QColor picked = QColorDialog::getColor(color(), button->window(), QObject::tr("Select Color"));
+        const QColor picked = ChooseColor(color(), button->window(), QObject::tr("Select Color"));
         if (picked.isValid()) making.Put(static_cast<int>(ToColor(picked)));
     });
     return {button, [button, color] {
@@ -217,8 +218,14 @@ QString FontText(const TFontSpec& font) {
     return words.join(QStringLiteral(", "));
 }
 
+// The dialog knows only fonts that are there: a font that is not is shown by the one that is drawn in its
+// place.
+QString DrawnFamily(const TFontSpec& font) {
+    return QFontInfo(QFont(QString::fromStdString(font.Name))).family();
+}
+
 QFont ToDialogFont(const TFontSpec& font) {
-    QFont result(QString::fromStdString(font.Name));
+    QFont result(DrawnFamily(font));
     result.setPointSize(font.Size);
     result.setBold(font.Bold);
     result.setItalic(font.Italic);
@@ -228,7 +235,7 @@ QFont ToDialogFont(const TFontSpec& font) {
 }
 
 TFontSpec FromDialogFont(const QFont& font, TFontSpec spec) {
-    spec.Name = font.family().toStdString();
+    if (font.family() != DrawnFamily(spec)) spec.Name = font.family().toStdString();
     spec.Size = font.pointSize();
     spec.Bold = font.bold();
     spec.Italic = font.italic();
@@ -266,7 +273,7 @@ TSettingEditor FontEditor(const TMaking& making) {
     });
     QObject::connect(colorButton, &QPushButton::clicked, button, [=] {
         const QColor picked =
-            QColorDialog::getColor(ToQColor(font().Color), button->window(), QObject::tr("Select Color"));
+            ChooseColor(ToQColor(font().Color), button->window(), QObject::tr("Select Color"));
         TFontSpec changed = font();
         changed.Color = ToColor(picked);
         if (picked.isValid()) making.Put(changed);

@@ -1,5 +1,7 @@
 #include "dialogs/settings/settings_sheet.h"
 
+#include "dialogs/settings/other_words.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -104,8 +106,12 @@ void TSettingsSheet::ShowValues() {
 bool TSettingsSheet::Find(const QStringList& words) {
     bool isFound = false;
     for (const TRow& row : m_rows) {
-        const bool has = std::ranges::all_of(
-            words, [&](const QString& word) { return row.Words.contains(word, Qt::CaseInsensitive); });
+        const auto hasIt = [&row](const QString& word) {
+            return row.Words.contains(word, Qt::CaseInsensitive);
+        };
+        const bool has = std::ranges::all_of(words, [&](const QString& word) {
+            return hasIt(word) || std::ranges::any_of(OtherWordsFor(word), hasIt);
+        });
         m_form->setRowVisible(row.Editor.Widget, has);
         isFound |= has;
     }

@@ -35,12 +35,12 @@ public:
 
 private:
     void ConnectControls();
+    void ListMarks();
     void ShowKind();
+    void TakeRange(double from, double to);
     void ShowResult();
-    void ShowCurve(int number, const TCurveValues& curve);
     TTransform Wanted() const;
     std::string ResultName() const;
-    void Store(TSeries& target) const;
 
     TSeries& m_series;
     std::unique_ptr<Ui::TTransformDialog> m_ui;

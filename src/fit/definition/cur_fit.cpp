@@ -58,13 +58,6 @@ void TDBLParameter::SetBounds(double min, double max) {
     if (m_owner) m_owner->Changed(true);
 }
 
-template <class TField, class TValue>
-bool TCurFit::Store(TField& field, const TValue& value) {
-    if (field == value) return false;
-    field = value;
-    return true;
-}
-
 TCurFit::TCurFit() = default;
 TCurFit::~TCurFit() = default;
 
@@ -73,7 +66,7 @@ void TCurFit::Changed(bool modified) {
     m_modified = modified;
     RenewTies();
     if (!modified) return;
-    m_stale = true;
+    SetStale(true);
     if (OnChange) OnChange(*this);
 }
 
@@ -90,15 +83,24 @@ void TCurFit::FitDone(TFitResult result) {
     m_result = std::make_shared<const TFitResult>(std::move(result));
     m_fitError.clear();
     m_modified = true;
-    m_stale = false;
+    SetStale(false);
     NotifyDisplay();
 }
 
 void TCurFit::TakeRun(const TCurFit& run) {
+    TakeFound(run);
+    if (run.Result()) FitDone(*run.Result());
+}
+
+void TCurFit::TakeAllOf(const TCurFit& run) {
+    TakeFound(run);
+    RestoreRunState(run.RunState());
+}
+
+void TCurFit::TakeFound(const TCurFit& run) {
     TakeValues(run);
     for (int i = 1; i <= std::min(NParams(), run.NParams()); ++i)
         Parameter(i)->FinalDeviation = run.Parameter(i)->FinalDeviation;
-    if (run.Result()) FitDone(*run.Result());
 }
 
 void TCurFit::TakeValues(const TCurFit& run) {
@@ -119,6 +121,7 @@ void TCurFit::RestoreRunState(const TFitRunState& state) {
     ++m_revision;
     m_modified = state.Modified;
     m_stale = state.Stale;
+    m_held = state.Held;
     m_result = state.Result;
     m_fitError = state.Error;
 }
@@ -126,70 +129,6 @@ void TCurFit::RestoreRunState(const TFitRunState& state) {
 void TCurFit::NotifyDisplay() {
     ++m_revision;
     if (OnChange) OnChange(*this);
-}
-
-void TCurFit::SetXVarName(const std::string& value) {
-    if (!value.empty() && Store(m_settings.XVarName, value)) Changed(true);
-}
-
-void TCurFit::SetExpression(const std::string& value) {
-    if (!value.empty() && Store(m_settings.Expression, value)) Changed(true);
-}
-
-void TCurFit::SetTolerance(double value) {
-    if (value > 0 && Store(m_settings.Tolerance, value)) Changed(true);
-}
-
-void TCurFit::SetIterMax(int value) {
-    if (value > 0 && Store(m_settings.IterMax, value)) Changed(true);
-}
-
-void TCurFit::SetProcType(TFitProcedure value) {
-    if (Store(m_settings.ProcType, value)) Changed(true);
-}
-
-void TCurFit::SetWeighting(const TFitWeighting& value) {
-    if (Store(m_settings.Weighting, value)) Changed(true);
-}
-
-void TCurFit::SetUseLeftMargin(bool value) {
-    if (Store(m_settings.UseLeftMargin, value)) Changed(true);
-}
-
-void TCurFit::SetUseRightMargin(bool value) {
-    if (Store(m_settings.UseRightMargin, value)) Changed(true);
-}
-
-void TCurFit::SetLeftMargin(double value) {
-    if (Store(m_settings.LeftMargin, value) && m_settings.UseLeftMargin) Changed(true);
-}
-
-void TCurFit::SetRightMargin(double value) {
-    if (Store(m_settings.RightMargin, value) && m_settings.UseRightMargin) Changed(true);
-}
-
-void TCurFit::SetStatus(TFitStatus value) {
-    if (Store(m_settings.Status, value)) NotifyDisplay();
-}
-
-void TCurFit::SetNPoints(int value) {
-    if (Store(m_settings.NPoints, value)) NotifyDisplay();
-}
-
-void TCurFit::SetShowCurve(bool value) {
-    if (Store(m_settings.ShowCurve, value)) NotifyDisplay();
-}
-
-void TCurFit::SetCurveColor(TColor value) {
-    if (Store(m_settings.CurveColor, value)) NotifyDisplay();
-}
-
-void TCurFit::SetCurveStyle(int value) {
-    if (Store(m_settings.CurveStyle, value)) NotifyDisplay();
-}
-
-void TCurFit::SetCurveWidth(int value) {
-    if (Store(m_settings.CurveWidth, value)) NotifyDisplay();
 }
 
 TDBLParameter* TCurFit::Parameter(int number) const {
@@ -268,7 +207,7 @@ void TCurFit::ClearTemplates() {
 
 void TCurFit::MarkTemplatesChanged() {
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
 }
 
 void TCurFit::ResetSettings() {

@@ -8,8 +8,8 @@
 #include "stream/reader.h"
 #include "stream/section.h"
 #include "stream/writer.h"
-#include "support/color.h"
 #include "support/export.h"
+#include "support/look.h"
 
 #include <cstdint>
 #include <functional>
@@ -88,6 +88,7 @@ struct TDBLFunction {
 struct TFitRunState {
     bool Modified = false;
     bool Stale = false;
+    bool Held = false; ///< though stale, it is not run before the next change: a run was taken back
     std::shared_ptr<const TFitResult> Result; ///< null when there was none
     std::string Error;
 
@@ -109,9 +110,11 @@ public:
     bool Modified() const { return m_modified; }
     /// The data or the definition has changed since the last fit.
     bool IsStale() const { return m_stale; }
-    void MarkStale() { m_stale = true; }
+    void MarkStale() { SetStale(true); }
     /// Nothing is to be fitted until the next change.
-    void ClearStale() { m_stale = false; }
+    void ClearStale() { SetStale(false); }
+    /// The graph is to run it by itself.
+    bool IsPending() const { return m_stale && !m_held && ShowsResult(); }
     /// Another number after every change that may show in the curve.
     std::uint64_t Revision() const { return m_revision; }
 
@@ -126,12 +129,14 @@ public:
     void FitDone(TFitResult result);
     /// Takes values, deviations and result from a copy of this fit that has run, and does as FitDone.
     void TakeRun(const TCurFit& run);
+    /// Takes values, deviations and what is known of the last run from a copy of this fit, silently.
+    void TakeAllOf(const TCurFit& run);
     /// Takes the values of a copy that is running, silently.
     void TakeValues(const TCurFit& run);
     /// A run was not possible. Only OnChange is called.
     void TakeFailure(const std::string& error);
     /// For those who put a former state back, behind its definition; silently.
-    TFitRunState RunState() const { return {m_modified, m_stale, m_result, m_fitError}; }
+    TFitRunState RunState() const { return {m_modified, m_stale, m_held, m_result, m_fitError}; }
     XYGRAPH_EXPORT void RestoreRunState(const TFitRunState& state);
 
     const std::string& XVarName() const { return m_settings.XVarName; }
@@ -161,24 +166,56 @@ public:
 
     // Each does nothing for an equal value. Empty texts, and a Tolerance or IterMax that is not above 0, are
     // ignored.
-    XYGRAPH_EXPORT void SetXVarName(const std::string& value);
-    XYGRAPH_EXPORT void SetExpression(const std::string& value);
-    XYGRAPH_EXPORT void SetTolerance(double value);
-    XYGRAPH_EXPORT void SetIterMax(int value);
-    XYGRAPH_EXPORT void SetProcType(TFitProcedure value);
-    XYGRAPH_EXPORT void SetWeighting(const TFitWeighting& value);
-    XYGRAPH_EXPORT void SetUseLeftMargin(bool value);
-    XYGRAPH_EXPORT void SetUseRightMargin(bool value);
+    void SetXVarName(const std::string& value) {
+        if (!value.empty() && Store(m_settings.XVarName, value)) Changed(true);
+    }
+    void SetExpression(const std::string& value) {
+        if (!value.empty() && Store(m_settings.Expression, value)) Changed(true);
+    }
+    void SetTolerance(double value) {
+        if (value > 0 && Store(m_settings.Tolerance, value)) Changed(true);
+    }
+    void SetIterMax(int value) {
+        if (value > 0 && Store(m_settings.IterMax, value)) Changed(true);
+    }
+    void SetProcType(TFitProcedure value) {
+        if (Store(m_settings.ProcType, value)) Changed(true);
+    }
+    void SetWeighting(const TFitWeighting& value) {
+        if (Store(m_settings.Weighting, value)) Changed(true);
+    }
+    void SetUseLeftMargin(bool value) {
+        if (Store(m_settings.UseLeftMargin, value)) Changed(true);
+    }
+    void SetUseRightMargin(bool value) {
+        if (Store(m_settings.UseRightMargin, value)) Changed(true);
+    }
     /// A margin that is not in use is stored without a notification.
-    XYGRAPH_EXPORT void SetLeftMargin(double value);
-    XYGRAPH_EXPORT void SetRightMargin(double value);
+    void SetLeftMargin(double value) {
+        if (Store(m_settings.LeftMargin, value) && m_settings.UseLeftMargin) Changed(true);
+    }
+    void SetRightMargin(double value) {
+        if (Store(m_settings.RightMargin, value) && m_settings.UseRightMargin) Changed(true);
+    }
     // These call OnChange and leave Modified as it is.
-    XYGRAPH_EXPORT void SetStatus(TFitStatus value);
-    XYGRAPH_EXPORT void SetNPoints(int value);
-    XYGRAPH_EXPORT void SetShowCurve(bool value);
-    XYGRAPH_EXPORT void SetCurveColor(TColor value);
-    XYGRAPH_EXPORT void SetCurveStyle(int value);
-    XYGRAPH_EXPORT void SetCurveWidth(int value);
+    void SetStatus(TFitStatus value) {
+        if (Store(m_settings.Status, value)) NotifyDisplay();
+    }
+    void SetNPoints(int value) {
+        if (Store(m_settings.NPoints, value)) NotifyDisplay();
+    }
+    void SetShowCurve(bool value) {
+        if (Store(m_settings.ShowCurve, value)) NotifyDisplay();
+    }
+    void SetCurveColor(TColor value) {
+        if (Store(m_settings.CurveColor, value)) NotifyDisplay();
+    }
+    void SetCurveStyle(int value) {
+        if (Store(m_settings.CurveStyle, value)) NotifyDisplay();
+    }
+    void SetCurveWidth(int value) {
+        if (Store(m_settings.CurveWidth, value)) NotifyDisplay();
+    }
 
     // Parameters are numbered from 1; numbers outside are ignored or give null.
     int NParams() const { return static_cast<int>(m_parameters.size()); }
@@ -202,7 +239,7 @@ public:
     XYGRAPH_EXPORT void TemplateUp(int number);
     XYGRAPH_EXPORT void TemplateDown(int number);
     /// As AddTemplate.
-    XYGRAPH_EXPORT void ClearTemplates();
+    void ClearTemplates();
 
     /// Gives every setting its default; parameters and templates stay.
     void ResetSettings();
@@ -239,19 +276,19 @@ public:
     void WriteTemplates(TxyWriter& writer) const;
     void ReadTemplates(TxyReader& reader);
     /// "NUMBER MIN MAX", a line for each bounded parameter; empty where there is none.
-    XYGRAPH_EXPORT std::string BoundsText() const;
+    std::string BoundsText() const;
     /// Lines that name no parameter or are no bounds are left out.
-    XYGRAPH_EXPORT void SetBoundsText(const std::string& text);
+    void SetBoundsText(const std::string& text);
 
-    XYGRAPH_EXPORT std::string WeightingText() const { return TextOf(m_settings.Weighting); }
-    XYGRAPH_EXPORT void SetWeightingText(const std::string& text);
+    std::string WeightingText() const { return TextOf(m_settings.Weighting); }
+    void SetWeightingText(const std::string& text);
     /// "NUMBER FORMULA", a line for each tied parameter; empty where there is none.
-    XYGRAPH_EXPORT std::string TiesText() const;
+    std::string TiesText() const;
     /// Lines that name no parameter are left out.
-    XYGRAPH_EXPORT void SetTiesText(const std::string& text);
+    void SetTiesText(const std::string& text);
 
     /// The whole function file: the three records and the end mark.
-    XYGRAPH_EXPORT void SaveToStream(TxyWriter& writer) const;
+    void SaveToStream(TxyWriter& writer) const;
     /// Replaces parameters, templates and settings by what the stream holds up to its end mark; an error
     /// leaves all as it was. With `compile` the formula is compiled when it can be, and Modified stays as it
     /// is; without, it is cleared.
@@ -288,10 +325,19 @@ private:
     };
 
     template <class TField, class TValue>
-    bool Store(TField& field, const TValue& value);
-    void NotifyDisplay();
+    bool Store(TField& field, const TValue& value) {
+        if (field == value) return false;
+        field = value;
+        return true;
+    }
+    XYGRAPH_EXPORT void NotifyDisplay();
     bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
 
+    void SetStale(bool stale) {
+        m_stale = stale;
+        m_held = false;
+    }
+    void TakeFound(const TCurFit& run);
     void MarkTemplatesChanged();
     void Forget();
     void TryCompile();
@@ -300,6 +346,7 @@ private:
     TSettings m_settings;
     bool m_modified = false;
     bool m_stale = false;
+    bool m_held = false;
     std::uint64_t m_revision = 0;
     std::shared_ptr<const TFitResult> m_result;
     std::string m_fitError;

@@ -67,7 +67,7 @@ void TCurFit::Forget() {
 std::vector<std::string> TCurFit::GeneratedNames() {
     std::vector<std::string> names;
     for (TExprWord* word : Words())
-        if (dynamic_cast<TGeneratedVariable*>(word)) names.push_back(word->Name());
+        if (word->IsGenerated()) names.push_back(word->Name());
     return names;
 }
 

@@ -38,7 +38,7 @@ void TCurFit::WriteDefinition(TxyWriter& writer) const {
 
 void TCurFit::ReadDefinition(TxyReader& reader) {
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
     m_settings.Status = TFitStatus{reader.ReadIntegerItem()};
     m_settings.XVarName = reader.ReadStringItem();
     m_settings.Expression = reader.ReadStringItem();
@@ -77,7 +77,7 @@ void TCurFit::WriteSettings(TxyWriter& writer) const {
 
 void TCurFit::ReadSettings(TxyReader& reader) {
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
     m_settings.Weighting = {}; // has an entry of its own, behind this one
     if (const double tolerance = reader.ReadFloatItem(); tolerance > 0) m_settings.Tolerance = tolerance;
     m_settings.UseLeftMargin = reader.ReadBooleanItem();
@@ -101,7 +101,7 @@ void TCurFit::ReadTemplates(TxyReader& reader) {
     const bool described = reader.KeyLetter() == 'C';
     m_templates.clear();
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
     for (int left = reader.ReadIntegerItem(); left > 0; --left) {
         auto function = std::make_unique<TDBLFunction>();
         function->Name = reader.ReadStringItem();
@@ -136,13 +136,13 @@ void TCurFit::SetBoundsText(const std::string& text) {
         parameter->m_max = *high;
     }
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
 }
 
 void TCurFit::SetWeightingText(const std::string& text) {
     m_settings.Weighting = FitWeightingOf(text);
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
 }
 
 std::string TCurFit::TiesText() const {
@@ -161,7 +161,7 @@ void TCurFit::SetTiesText(const std::string& text) {
         if (parameter) parameter->m_tie = Trimmed(std::string_view(line).substr(blank));
     }
     ++m_revision;
-    m_stale = true;
+    SetStale(true);
 }
 
 std::span<const TSectionRow<TCurFit>> CurFitRows() {
@@ -193,7 +193,7 @@ void TCurFit::LoadFromStream(TxyReader& reader, bool compile) {
     ++m_revision;
     m_result.reset();
     m_fitError.clear();
-    m_stale = true;
+    SetStale(true);
     if (compile) {
         TryCompile();
         ++m_revision;

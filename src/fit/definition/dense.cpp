@@ -1,5 +1,6 @@
 #include "fit/definition/dense.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -22,6 +23,20 @@ double Norm(std::span<const double> a) {
 
 void AddTimes(std::span<double> y, double factor, std::span<const double> x) {
     for (std::size_t i = 0; i < y.size(); ++i) y[i] += factor * x[i];
+}
+
+// In units of the largest one: squares may be too small or too large for a number.
+double CombinedError(const TMatrix& correlations, std::span<const double> errors) {
+    double unit = 0;
+    for (const double error : errors) unit = std::isnan(error) ? error : std::max(unit, std::abs(error));
+    if (!(unit > 0)) return unit;
+    double variance = 0;
+    for (std::size_t i = 0; i < errors.size(); ++i)
+        for (std::size_t j = 0; j < errors.size(); ++j)
+            if (errors[i] != 0 && errors[j] != 0)
+                variance += (errors[i] / unit) * (errors[j] / unit) *
+                            correlations(static_cast<int>(i), static_cast<int>(j));
+    return unit * std::sqrt(std::max(variance, 0.0));
 }
 
 TVector Times(const TMatrix& matrix, std::span<const double> x) {

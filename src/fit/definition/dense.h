@@ -41,6 +41,10 @@ double Norm(std::span<const double> a);
 /// y += factor * x.
 void AddTimes(std::span<double> y, double factor, std::span<const double> x);
 
+/// The error of a sum of estimates with these correlations, from the error that each brings in (with its
+/// sign). An estimate that brings in none may have correlations that are not known.
+double CombinedError(const TMatrix& correlations, std::span<const double> errors);
+
 /// matrix * x, and the transposed matrix * x.
 TVector Times(const TMatrix& matrix, std::span<const double> x);
 TVector TransposedTimes(const TMatrix& matrix, std::span<const double> x);

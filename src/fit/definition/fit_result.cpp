@@ -1,14 +1,12 @@
 #include "fit/definition/fit_result.h"
 
-#include <cmath>
 #include <limits>
 
 namespace lumoplot {
 
 double TFitResult::StandardError(std::size_t place) const {
     if (End == TFitEnd::Cancelled) return std::numeric_limits<double>::quiet_NaN();
-    const int i = static_cast<int>(place);
-    return std::sqrt(Covariance(i, i));
+    return Errors[place];
 }
 
 std::string TextOf(TFitEnd end) {

@@ -11,7 +11,7 @@
 namespace lumoplot {
 
 /// A fit that cannot be run; the text says what is wrong with its definition or its points.
-class XYGRAPH_EXPORT EFitError : public ELumoError {
+class EFitError : public ELumoError {
 public:
     using ELumoError::ELumoError;
 };
@@ -54,8 +54,9 @@ struct TFitResult {
     int Iterations = 0;
     int Evaluations = 0; ///< of the model over all points, with or without its derivatives
     std::size_t PointsUsed = 0;
-    std::size_t PointsLeftOut = 0; ///< between the margins, but without a value of the model
-    double Rss = 0;                ///< residual sum of squares; χ² where the points have standard errors
+    std::size_t PointsLeftOut =
+        0;          ///< between the margins, but without a value of the model or an error to weigh by
+    double Rss = 0; ///< residual sum of squares; χ² where the points have standard errors
     /// √(Rss / (points − varied parameters)); not-a-number without degrees of freedom.
     double ResidualSD = 0;
     double RSquared = 0; ///< 1 − Rss / sum of squares about the mean; not-a-number where all Y are equal
@@ -64,10 +65,12 @@ struct TFitResult {
     /// What there is to say besides the end, in whole sentences: which parameters are not determined, run
     /// away or depend on each other, points without a value, that the minimum was found from other starts.
     std::vector<std::string> Remarks;
-    /// The numbers (from 1) of the varied parameters, and the covariance of their estimates in this order;
-    /// not-a-number where the points do not determine them.
+    /// The numbers (from 1) of the varied parameters, and in this order the standard errors of their
+    /// estimates and the correlations of these; not-a-number where the points do not determine them. A
+    /// variance may be too small or too large for a number where an error is not.
     std::vector<int> Varied;
-    TMatrix Covariance;
+    std::vector<double> Errors;
+    TMatrix Correlations;
 
     /// The varied parameters at a better minimum that other starts have found, and its Rss; empty where there
     /// is none or where it was taken (TFitStarts). Files do not hold it.
@@ -77,6 +80,10 @@ struct TFitResult {
     /// The standard error of a varied parameter, by its place in Varied; not-a-number after a cancelled run,
     /// which has not come to where it means something.
     XYGRAPH_EXPORT double StandardError(std::size_t place) const;
+    /// Of two varied parameters, by their places.
+    double Covariance(int i, int j) const {
+        return Errors[static_cast<std::size_t>(i)] * Correlations(i, j) * Errors[static_cast<std::size_t>(j)];
+    }
 };
 
 } // namespace lumoplot

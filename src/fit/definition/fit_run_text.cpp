@@ -13,7 +13,6 @@ namespace lumoplot {
 namespace {
 
 constexpr std::size_t kHeadLength = 4; // "1 R "
-constexpr std::string_view kTakenBack = "1 N";
 constexpr int kMostVaried = 1000;
 
 /// Words apart by blanks; after one that is no such number all others are missing too.
@@ -79,8 +78,9 @@ std::string ResultText(const TFitResult& result) {
     for (const double* figure : FiguresOf(result)) add(FormatShortest(*figure));
     add(std::to_string(result.Varied.size()));
     for (const int number : result.Varied) add(std::to_string(number));
-    for (int i = 0; i < result.Covariance.Size(); ++i)
-        for (const double value : result.Covariance.Column(i)) add(FormatShortest(value));
+    for (const double error : result.Errors) add(FormatShortest(error));
+    for (int i = 0; i < result.Correlations.Size(); ++i)
+        for (const double value : result.Correlations.Column(i)) add(FormatShortest(value));
     for (const std::string& remark : result.Remarks) text += "\n" + remark;
     return text;
 }
@@ -100,9 +100,11 @@ std::shared_ptr<const TFitResult> ResultOf(std::string_view text) {
     result->Varied.resize(static_cast<std::size_t>(words.Whole(kMostVaried)));
     for (int& number : result->Varied) number = words.Whole();
     if (words.HasFailed()) return nullptr;
-    result->Covariance = TMatrix(static_cast<int>(result->Varied.size()));
-    for (int i = 0; i < result->Covariance.Size(); ++i)
-        for (double& value : result->Covariance.Column(i)) value = words.Number();
+    result->Errors.resize(result->Varied.size());
+    for (double& error : result->Errors) error = words.Number();
+    result->Correlations = TMatrix(static_cast<int>(result->Varied.size()));
+    for (int i = 0; i < result->Correlations.Size(); ++i)
+        for (double& value : result->Correlations.Column(i)) value = words.Number();
     for (std::size_t at = figures; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at + 1), text.size());
         result->Remarks.emplace_back(text.substr(at + 1, end - at - 1));
@@ -114,20 +116,23 @@ std::shared_ptr<const TFitResult> ResultOf(std::string_view text) {
 } // namespace
 
 std::string FitRunText(const TFitRunState& state) {
-    const std::string age = state.Stale ? "0 " : "1 ";
+    const std::string age = !state.Stale ? "1 " : state.Held ? "2 " : "0 ";
     if (!state.Error.empty()) return age + "F " + state.Error;
     if (state.Result) return age + "R " + ResultText(*state.Result);
-    return state.Stale ? std::string() : std::string(kTakenBack);
+    return state.Stale && !state.Held ? std::string() : age + "N";
 }
 
 TFitRunState FitRunOf(std::string_view text) {
     TFitRunState state;
-    state.Stale = text != kTakenBack;
-    if (text.size() <= kHeadLength || !(text.starts_with("0 ") || text.starts_with("1 "))) return state;
-    const std::string_view kind = text.substr(2, 2);
-    if (kind == "F ") state.Error = text.substr(kHeadLength);
-    if (kind == "R ") state.Result = ResultOf(text.substr(kHeadLength));
-    state.Stale = text.front() == '0' || (state.Error.empty() && !state.Result);
+    state.Stale = true;
+    const char age = text.size() > 2 && text[1] == ' ' ? text[0] : ' ';
+    if (age < '0' || age > '2') return state;
+    const std::string_view rest = text.substr(std::min(kHeadLength, text.size()));
+    if (text.substr(2).starts_with("F ")) state.Error = rest;
+    if (text.substr(2).starts_with("R ")) state.Result = ResultOf(rest);
+    if (state.Error.empty() && !state.Result && text.substr(2) != "N") return state;
+    state.Stale = age != '1';
+    state.Held = age == '2';
     return state;
 }
 

@@ -102,16 +102,13 @@ private:
 
 double PropagatedError(const TCurFit& fit, const TDBLParameter& parameter, const TFitResult& result) {
     TTieFormula formula(fit, parameter);
-    std::vector<double> slopes;
-    for (std::size_t i = 0; i < result.Varied.size(); ++i)
-        slopes.push_back(formula.Derivative(result.Varied[i], result.StandardError(i)));
-    double variance = 0;
-    for (std::size_t i = 0; i < slopes.size(); ++i)
-        for (std::size_t j = 0; j < slopes.size(); ++j)
-            if (slopes[i] != 0 && slopes[j] != 0)
-                variance +=
-                    slopes[i] * slopes[j] * result.Covariance(static_cast<int>(i), static_cast<int>(j));
-    return std::sqrt(variance);
+    std::vector<double> shares;
+    for (std::size_t i = 0; i < result.Varied.size(); ++i) {
+        const double error = result.StandardError(i);
+        const double slope = formula.Derivative(result.Varied[i], error);
+        shares.push_back(slope != 0 ? slope * error : 0);
+    }
+    return CombinedError(result.Correlations, shares);
 }
 
 } // namespace

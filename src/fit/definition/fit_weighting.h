@@ -36,8 +36,8 @@ struct TFitWeighting {
 };
 
 /// The words of what is not the default: "y-errors absolute huber"; empty for the default.
-XYGRAPH_EXPORT std::string TextOf(const TFitWeighting& weighting);
+std::string TextOf(const TFitWeighting& weighting);
 /// Words that are none of these are passed over.
-XYGRAPH_EXPORT TFitWeighting FitWeightingOf(std::string_view text);
+TFitWeighting FitWeightingOf(std::string_view text);
 
 } // namespace lumoplot

@@ -1,8 +1,6 @@
 // The way into the equation editor.
 #pragma once
 
-#include "controls/widgets_export.h"
-
 class QWidget;
 
 namespace lumoplot {
@@ -12,6 +10,6 @@ class TCurFit;
 /// Lets the user edit a copy of the fit in the equation editor, modal and over `ownerForm` (may be null).
 /// With OK the fit becomes what was edited, without a notification, and the result is true; otherwise it
 /// stays untouched.
-XYWIDGETS_EXPORT bool EditCurFit(QWidget* ownerForm, TCurFit& fitter);
+bool EditCurFit(QWidget* ownerForm, TCurFit& fitter);
 
 } // namespace lumoplot

@@ -1,7 +1,6 @@
 // The controls for the settings of a fitting run, in whatever form they lie.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 
 #include <QObject>
@@ -20,11 +19,11 @@ class TFitSettingsGroup : public QObject {
 
 public:
     /// Finds its controls in the form by their names. A form need not have those for weights.
-    XYWIDGETS_EXPORT TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject* parent);
+    TFitSettingsGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
-    XYWIDGETS_EXPORT void Fill();
+    void Fill();
     /// Takes the margins that are still being typed.
-    XYWIDGETS_EXPORT void TakeMargins();
+    void TakeMargins();
 
 private:
     struct TMargin {

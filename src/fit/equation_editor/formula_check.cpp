@@ -13,8 +13,8 @@ std::vector<std::string> UnknownNames(TCurFit& compiled) {
     std::vector<std::string> unknown;
     for (const TNameUse& use : names) {
         const auto isSame = [&](const std::string& name) { return LowerCased(name) == LowerCased(use.Name); };
-        const bool isGenerated =
-            dynamic_cast<TGeneratedVariable*>(compiled.FindWord(LowerCased(use.Name))) != nullptr;
+        const TExprWord* word = compiled.FindWord(LowerCased(use.Name));
+        const bool isGenerated = word && word->IsGenerated();
         const bool isAssigned = std::ranges::any_of(
             names, [&](const TNameUse& other) { return other.IsAssigned && isSame(other.Name); });
         if (isGenerated && !isAssigned && std::ranges::none_of(unknown, isSame)) unknown.push_back(use.Name);

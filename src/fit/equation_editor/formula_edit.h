@@ -2,8 +2,6 @@
 // marked with a reason while the formula is faulty.
 #pragma once
 
-#include "controls/widgets_export.h"
-
 #include <QPlainTextEdit>
 #include <vector>
 
@@ -12,7 +10,7 @@ class QStringListModel;
 
 namespace lumoplot {
 
-class XYWIDGETS_EXPORT TFormulaEdit : public QPlainTextEdit {
+class TFormulaEdit : public QPlainTextEdit {
     Q_OBJECT
     /// How many lines are seen.
     Q_PROPERTY(int lines MEMBER m_lines)

@@ -2,7 +2,6 @@
 // variable, what is wrong with them, and the buttons that mend it.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 #include "fit/equation_editor/formula_check.h"
 
@@ -24,13 +23,12 @@ class TFormulaGroup : public QObject {
 
 public:
     /// Finds its controls in the form by their names. Unknown names become parameters of that group.
-    XYWIDGETS_EXPORT TFormulaGroup(TFitAccess& access, QWidget& form, TParameterGroup& parameters,
-                                   QObject* parent);
+    TFormulaGroup(TFitAccess& access, QWidget& form, TParameterGroup& parameters, QObject* parent);
 
-    XYWIDGETS_EXPORT void Fill();
-    XYWIDGETS_EXPORT void ShowNothing();
+    void Fill();
+    void ShowNothing();
     /// Checks the fit's formula and the text as it is typed, and shows what is wrong.
-    XYWIDGETS_EXPORT TFormulaCheck Check();
+    TFormulaCheck Check();
 
 private:
     void TakeXVarName(const std::string& name);

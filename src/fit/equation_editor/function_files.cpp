@@ -2,7 +2,6 @@
 
 #include "fit/functions/ready_functions.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -21,8 +20,8 @@ bool CanWriteInto(const QString& folder) {
 
 } // namespace
 
-QString FunctionFolder() {
-    const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(kFolderName);
+QString FunctionFolder(const QString& programFolder) {
+    const QString beside = QDir(programFolder).filePath(kFolderName);
     if (CanWriteInto(beside)) return beside;
     const QString own =
         QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(kFolderName);

@@ -3,13 +3,14 @@
 
 #include "fit/definition/cur_fit.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace lumoplot {
 
 /// The folder for function files: "LFN" beside the running program where that can be written, else "LFN"
 /// among the user's application data. It is made when missing.
-QString FunctionFolder();
+QString FunctionFolder(const QString& programFolder = QCoreApplication::applicationDirPath());
 
 /// Puts the ready function files into a folder that holds no function file. Throws EFileError for one that
 /// can not be saved.

@@ -2,7 +2,6 @@
 // edited in place, and edits for the parameter that is selected in it.
 #pragma once
 
-#include "controls/widgets_export.h"
 #include "fit/equation_editor/fit_access.h"
 
 #include <QObject>
@@ -22,18 +21,18 @@ class TParameterGroup : public QObject {
 
 public:
     /// Finds its controls in the form by their names. A form need not have those for the deviations.
-    XYWIDGETS_EXPORT TParameterGroup(TFitAccess& access, QWidget& form, QObject* parent);
+    TParameterGroup(TFitAccess& access, QWidget& form, QObject* parent);
 
     /// Fills the table and the fields from the fit, selecting the parameter of that number (or the nearest).
-    XYWIDGETS_EXPORT void Fill(int number = 1);
+    void Fill(int number = 1);
     /// Fills them anew and keeps the selection.
     void Refill() { Fill(SelectedNumber()); }
     /// The fit was edited: shows that in the table, and leaves the fields as they are typed.
-    XYWIDGETS_EXPORT void ShowTable();
+    void ShowTable();
     /// The selected parameter, or null.
     TDBLParameter* Selected() const;
     /// Its number, or 0.
-    XYWIDGETS_EXPORT int SelectedNumber() const;
+    int SelectedNumber() const;
     /// Adds a varied parameter for each of the names; the last one is selected.
     void AddVaried(const std::vector<std::string>& names);
 

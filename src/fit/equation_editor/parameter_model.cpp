@@ -69,7 +69,10 @@ QString TParameterModel::ErrorText(int number) const {
     if (place == result->Varied.end()) return {};
     const double error = result->StandardError(static_cast<std::size_t>(place - result->Varied.begin()));
     if (std::isfinite(error)) return QString::fromStdString(FormatGeneral(error, kTableErrorDigits));
-    return fit.Parameter(number)->IsOnBound() ? QStringLiteral("on bound") : QStringLiteral("not determined");
+    const TDBLParameter& parameter = *fit.Parameter(number);
+    return !parameter.IsOnBound()                 ? QStringLiteral("not determined")
+           : parameter.Value() == parameter.Min() ? QStringLiteral("on Min")
+                                                  : QStringLiteral("on Max");
 }
 
 QString TParameterModel::TextOf(const TDBLParameter& parameter, int number, int column, bool isWhole) const {

@@ -1,4 +1,5 @@
 // How the table of parameters takes keys and shows what is typed.
+#include "controls/whole_captions.h"
 #include "fit/equation_editor/parameter_model.h"
 
 #include "controls/number_edit.h"
@@ -9,6 +10,8 @@
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolTip>
+#include <algorithm>
+#include <array>
 
 namespace lumoplot {
 namespace {
@@ -46,14 +49,36 @@ protected:
     }
 };
 
+/// Columns share the room that is more than they need; where it is less the table scrolls.
+void FitColumns(QTableView& table) {
+    static constexpr std::array<int, TParameterModel::ColumnCount> kDigits = {6, 9, 7, 0, 6, 6, 5, 6};
+    QHeaderView& header = *table.horizontalHeader();
+    const int digit = table.fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    std::array<int, TParameterModel::ColumnCount> widths{};
+    int room = table.viewport()->width();
+    for (int column = 0; column < TParameterModel::ColumnCount; ++column) {
+        const auto place = static_cast<std::size_t>(column);
+        widths[place] = std::max(header.sectionSizeHint(column), (kDigits[place] + 1) * digit);
+        room -= widths[place];
+    }
+    room = std::max(room, 0);
+    const int share = room / (TParameterModel::ColumnCount - 1);
+    widths.back() += room % (TParameterModel::ColumnCount - 1);
+    for (int column = 0; column < TParameterModel::ColumnCount; ++column)
+        header.resizeSection(column, widths[static_cast<std::size_t>(column)] +
+                                         (column == TParameterModel::Vary ? 0 : share));
+}
+
 /// Return edits a cell instead of pressing the window's button.
 class TTableKeys : public QObject {
 public:
     explicit TTableKeys(QTableView& table) : QObject(&table), m_table(table) {
         table.installEventFilter(this);
+        table.viewport()->installEventFilter(this);
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Resize && watched == m_table.viewport()) FitColumns(m_table);
         if (event->type() == QEvent::KeyPress) {
             const int key = static_cast<QKeyEvent*>(event)->key();
             const QModelIndex cell = m_table.currentIndex();
@@ -89,10 +114,10 @@ void SetUpParameterTable(QTableView& table, TParameterModel& model) {
     table.verticalHeader()->setDefaultSectionSize(table.fontMetrics().height() + 6);
     QHeaderView& header = *table.horizontalHeader();
     header.setHighlightSections(false);
+    KeepCaptionsWhole(header);
     header.setMinimumSectionSize(table.fontMetrics().horizontalAdvance(QLatin1Char('0')) * 4);
-    for (int column = 0; column < TParameterModel::ColumnCount; ++column)
-        header.setSectionResizeMode(column, column == TParameterModel::Vary ? QHeaderView::ResizeToContents
-                                                                            : QHeaderView::Stretch);
+    header.setSectionResizeMode(QHeaderView::Interactive);
+    FitColumns(table);
 }
 
 } // namespace lumoplot

@@ -144,7 +144,7 @@ void AddDoses(std::vector<TReadyFunction>& functions) {
                           {"s", 0.5, Exponent, "", "Asymmetry: 1 for none"}}});
     functions.push_back({"log_dose_response",
                          group,
-                         "Dose-response by the logarithm of the dose",
+                         "Dose-response by log dose",
                          "X is the decimal logarithm of the dose.",
                          "x",
                          "bottom + (top - bottom)/(1 + 10^(n*(lec50 - x)))",

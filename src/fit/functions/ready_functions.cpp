@@ -65,6 +65,15 @@ const TReadyFunction* ReadyFunctionOf(const TCurFit& fit) {
     return nullptr;
 }
 
+std::string UnitIn(const std::string& caption) {
+    for (const auto& [open, close] : {std::pair('[', ']'), std::pair('(', ')')}) {
+        const std::size_t from = caption.rfind(open);
+        if (from == std::string::npos || caption.find(close, from) != caption.size() - 1) continue;
+        return caption.substr(from + 1, caption.size() - from - 2);
+    }
+    return {};
+}
+
 void UseReadyFunction(const TReadyFunction& function, TCurFit& fit, const std::string& xUnit,
                       const std::string& yUnit) {
     fit.ClearTemplates();

@@ -54,6 +54,9 @@ const TReadyFunction* FindReadyFunction(std::string_view name);
 /// null when there is none.
 const TReadyFunction* ReadyFunctionOf(const TCurFit& fit);
 
+/// The unit in the caption of an axis: "s" in "Time [s]" and in "Time (s)"; empty when there is none.
+XYGRAPH_EXPORT std::string UnitIn(const std::string& caption);
+
 /// Puts equation, X variable and parameters, all varied, into the fit; its settings stay, its templates go.
 /// Units are put together of those of the axes; the parameters of an axis without a unit have none.
 XYGRAPH_EXPORT void UseReadyFunction(const TReadyFunction& function, TCurFit& fit,

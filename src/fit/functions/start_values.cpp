@@ -98,7 +98,7 @@ public:
         }
         if (!std::isfinite(m_problem.BestValue())) return m_problem.BestValue();
         m_problem.StoreBest();
-        return 2 * m_problem.BestValue() / m_problem.ResidualScale() / m_problem.ResidualScale();
+        return 2 * m_problem.BestValue();
     }
 
 private:
@@ -166,7 +166,7 @@ double Solved(TCurFit& fit, const std::vector<TDBLParameter*>& varied, const TFi
     if (problem.Size() > 0) return std::numeric_limits<double>::quiet_NaN();
     problem.Value(problem.Start());
     problem.StoreBest();
-    return 2 * problem.BestValue() / problem.ResidualScale() / problem.ResidualScale();
+    return 2 * problem.BestValue();
 }
 
 } // namespace

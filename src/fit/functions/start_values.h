@@ -13,7 +13,7 @@ enum class TStartSource {
 
 struct TStartValues {
     TStartSource Source = TStartSource::Search;
-    double Rss = 0; ///< of the curve at the start, weighted
+    double Rss = 0; ///< of the curve at the start, weighted, in units of the largest Y (a power of two)
 };
 
 /// Puts start values into the varied parameters of the fit, which becomes stale: for a ready function from

@@ -1,7 +1,9 @@
 #include "fit/many/fit_batch.h"
 
+#include "fit/run/fit_statistics.h"
 #include "support/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -42,6 +44,35 @@ std::string TableNumber(double value) {
     return std::isfinite(value) ? FormatGeneral(value, kTableDigits) : std::string();
 }
 
+bool HasError(const TBatchFit& fit, std::size_t place) {
+    if (!fit.Error.empty() || fit.Fit->Result()->End != TFitEnd::Converged) return false;
+    return std::isfinite(fit.Fit->Result()->Errors[place]) && fit.Fit->Result()->Errors[place] > 0;
+}
+
+/// Of the parameter at that place among the varied ones.
+TParameterAgreement AgreementOf(std::span<const TBatchFit* const> fits, std::size_t place) {
+    TParameterAgreement agreement;
+    double weights = 0;
+    double scatter = 0;
+    int count = 0;
+    for (const TBatchFit* fit : fits) {
+        if (!HasError(*fit, place)) continue;
+        const TDBLParameter& parameter = *fit->Fit->Parameter(fit->Fit->Result()->Varied[place]);
+        const double error = fit->Fit->Result()->Errors[place];
+        const double weight = 1 / (error * error);
+        const double offset = parameter.Value() - agreement.Mean;
+        scatter += weights / (weights + weight) * (offset / error) * (offset / error);
+        weights += weight;
+        agreement.Mean += offset * weight / weights;
+        agreement.Name = parameter.Name();
+        ++count;
+    }
+    agreement.Error = 1 / std::sqrt(weights);
+    agreement.Probability = count > 1 ? ChiSquareProbability(scatter, count - 1) : 0;
+    if (count < 2) agreement.Name.clear();
+    return agreement;
+}
+
 } // namespace
 
 std::vector<TBatchFit> FitEach(const TCurFit& definition, std::span<const TBatchData> data,
@@ -72,6 +103,30 @@ std::vector<TParameterColumn> ParameterColumns(std::span<const TBatchFit> fits) 
         columns.push_back(std::move(column));
     }
     return columns;
+}
+
+std::vector<TParameterAgreement> AgreementsOf(std::span<const TBatchFit* const> fits) {
+    std::vector<TParameterAgreement> agreements;
+    const auto fitted =
+        std::ranges::find_if(fits, [](const TBatchFit* fit) { return fit->Fit && fit->Fit->Result(); });
+    if (fitted == fits.end()) return agreements;
+    for (std::size_t place = 0; place < (*fitted)->Fit->Result()->Varied.size(); ++place)
+        if (TParameterAgreement agreement = AgreementOf(fits, place); !agreement.Name.empty())
+            agreements.push_back(std::move(agreement));
+    return agreements;
+}
+
+std::string AgreementText(std::span<const TParameterAgreement> agreements) {
+    std::vector<std::string> names;
+    for (const TParameterAgreement& agreement : agreements)
+        if (agreement.Agrees()) names.push_back(agreement.Name);
+    if (names.empty()) return {};
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    return text + (names.size() == 1 ? " is" : " are") + " the same in all data sets within " +
+           (names.size() == 1 ? "its" : "their") + " errors: " + (names.size() == 1 ? "it" : "they") +
+           " may have one value in common.";
 }
 
 std::vector<std::vector<std::string>> BatchTable(std::span<const TBatchFit> fits) {

@@ -38,15 +38,31 @@ struct TParameterColumn {
 };
 
 /// The parameters in the order of the definition; held ones only when `fits` is empty of varied ones.
-XYGRAPH_EXPORT std::vector<TParameterColumn> ParameterColumns(std::span<const TBatchFit> fits);
+std::vector<TParameterColumn> ParameterColumns(std::span<const TBatchFit> fits);
 
 /// A table whose first row is its head: data set, each parameter and its error, R², residual deviation, end.
-XYGRAPH_EXPORT std::vector<std::vector<std::string>> BatchTable(std::span<const TBatchFit> fits);
+std::vector<std::vector<std::string>> BatchTable(std::span<const TBatchFit> fits);
+
+/// Whether the values of a parameter in the fits of a batch are the same within their errors.
+struct TParameterAgreement {
+    std::string Name;
+    double Mean = 0;        ///< weighted by the errors
+    double Error = 0;       ///< of the mean
+    double Probability = 0; ///< that they scatter as much by chance (χ²)
+    bool Agrees() const { return Probability >= 0.05; }
+};
+
+/// Of each varied parameter that has an error in at least two of the fits, in the order of the definition.
+XYGRAPH_EXPORT std::vector<TParameterAgreement> AgreementsOf(std::span<const TBatchFit* const> fits);
+/// "k and c are the same in all data sets within their errors: they may have one value in common."; empty
+/// where no parameter agrees.
+XYGRAPH_EXPORT std::string AgreementText(std::span<const TParameterAgreement> agreements);
 
 /// What FitTogether found.
 struct TGlobalFit {
-    std::vector<TBatchFit> Fits; ///< one a data set, with the values and errors of its parameters
-    /// Of all points together. Varied and Covariance are of the parameters of `Names`.
+    /// One a data set, with the values and errors of its parameters; none after a cancelled run.
+    std::vector<TBatchFit> Fits;
+    /// Of all points together. Varied, Errors and Correlations are of the parameters of `Names`.
     TFitResult Result;
     /// Shared parameters first, then those of each data set: "k", "a [run 1]", "a [run 2]".
     std::vector<std::string> Names;

@@ -8,11 +8,6 @@
 #include <cmath>
 
 namespace lumoplot {
-namespace {
-
-constexpr double kManyFreedoms = 1e7; // with which t is as a normal number
-
-} // namespace
 
 TFitCopy::TFitCopy(const TFittedData& data)
     : m_isAbsolute(!data.Run.Errors.empty() && data.Run.ErrorSource == TErrorSource::Points) {
@@ -49,8 +44,8 @@ std::vector<std::size_t> OutliersOf(const TFittedData& data) {
     return places;
 }
 
-double TFitCopy::VarianceOf(double rss) const {
-    return m_isAbsolute ? 1 : rss / static_cast<double>(Points.X.size() - Varied.size());
+double TFitCopy::DeviationOf(double scaledRss, double scale) const {
+    return m_isAbsolute ? scale : std::sqrt(scaledRss / static_cast<double>(Points.X.size() - Varied.size()));
 }
 
 double TOfConfidence(const TFittedData& data) {

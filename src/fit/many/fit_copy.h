@@ -13,8 +13,9 @@ struct TFitCopy {
     TProgress& ProgressOf(const TFittedData& data) {
         return data.Run.Progress ? *data.Run.Progress : m_silent;
     }
-    /// Of weighted residuals: 1 where the errors of the points are what they say.
-    double VarianceOf(double rss) const;
+    /// The standard deviation of weighted residuals that are multiplied by `scale`, from their sum of
+    /// squares; `scale` where the errors of the points are what they say.
+    double DeviationOf(double scaledRss, double scale) const;
 
     TCurFit Fit; ///< compiled
     std::vector<TDBLParameter*> Varied;

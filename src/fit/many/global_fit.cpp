@@ -2,7 +2,8 @@
 // (Lecture Notes in Mathematics 630 (1978) 105-116) and the damping of H. B. Nielsen (IMM-REP-1999-05).
 // Parameters that are at a bound and would leave it are held for the step.
 #include "fit/many/fit_batch.h"
-#include "fit/procedures/fit_rows.h"
+#include "fit/procedures/fit_passes.h"
+#include "fit/procedures/fit_problem.h"
 #include "fit/procedures/row_qr.h"
 #include "fit/procedures/small_solve.h"
 #include "fit/run/fit_check.h"
@@ -32,20 +33,32 @@ struct TMember {
         TFitRun run;
         TakeWeighting(run, *Fit, data.YErrors);
         Points = PointsBetweenMargins(*Fit, data.X, data.Y, run.Errors);
+        Rows.emplace(*Fit, Varied, 0, Points);
+        Passes = std::make_unique<TFitPasses>(*Fit, *Rows);
     }
 
     std::string Name;
     std::unique_ptr<TCurFit> Fit = std::make_unique<TCurFit>();
     std::vector<TDBLParameter*> Varied;
     TFitPoints Points;
+    std::optional<TFitRows> Rows;
+    std::unique_ptr<TFitPasses> Passes;
     std::vector<std::size_t> Places; ///< of the varied parameters among all
 };
 
+/// Residuals are multiplied by the scale of the fitter.
 struct TGlobalModel {
     double Rss = 0;
     TMatrix Triangle;
     TVector Projected;
     TVector Gradient;
+};
+
+/// Where a descent ended.
+struct TDescent {
+    TVector Values;
+    double Rss = std::numeric_limits<double>::infinity();
+    TFitEnd End = TFitEnd::NoProgress;
 };
 
 class TGlobalFitter {
@@ -61,27 +74,29 @@ public:
             throw EFitError("There are " + std::to_string(m_names.size()) + " parameters, more than " +
                             std::to_string(kMostParameters));
         std::size_t points = 0;
-        for (const auto& member : m_members) points += member->Points.X.size();
+        for (const auto& member : m_members) {
+            points += member->Points.X.size();
+            m_scale = std::min(m_scale, member->Rows->ResidualScale());
+        }
         if (points < m_names.size()) throw EFitError("There are fewer points than varied parameters");
     }
 
     TGlobalFit Fit() {
         m_progress.Begin("Fitting Data....", 0, m_definition.IterMax());
-        std::optional<TVector> best;
-        double bestRss = std::numeric_limits<double>::infinity();
-        TFitEnd end = TFitEnd::NoProgress;
-        for (const TVector& start : {StartFromEach(), StartFromDefinition()}) {
-            TVector values = start;
-            const TFitEnd ended = Descend(values);
-            const double rss = RssAt(values);
-            if (best && !(rss < bestRss)) continue;
-            best = values;
-            bestRss = rss;
-            end = ended;
-            if (ended == TFitEnd::Cancelled) break;
+        std::optional<TDescent> best;
+        try {
+            for (const TVector& start : {StartFromEach(), StartFromDefinition()}) {
+                TDescent descent = DescentFrom(start);
+                if (!best || descent.Rss < best->Rss) best = std::move(descent);
+            }
+            if (!std::isfinite(best->Rss)) throw EFitError("The equation has no value at some of the points");
+            return Summary(best->Values, best->End);
+        } catch (const TFitCancelled&) {
+            TGlobalFit cancelled;
+            cancelled.Names = m_names;
+            cancelled.Result.End = TFitEnd::Cancelled;
+            return cancelled;
         }
-        if (!std::isfinite(bestRss)) throw EFitError("The equation has no value at some of the points");
-        return Summary(*best, end);
     }
 
 private:
@@ -168,42 +183,65 @@ private:
                 *member->Varied[i]->ValueRef() = values[member->Places[i]];
     }
 
+    void CheckCancelled() {
+        if (!m_progress.StepTo(m_iterations)) throw TFitCancelled();
+    }
+
+    /// What residuals of the member are multiplied by, to be in the scale of all.
+    double FactorOf(const TMember& member) const { return m_scale / member.Rows->ResidualScale(); }
+
     double RssAt(const TVector& values) {
         ++m_evaluations;
         Store(values);
         double rss = 0;
         for (const auto& member : m_members) {
-            const std::vector<double> residuals = ResidualsOf(*member->Fit, member->Points);
-            rss += Dot(residuals, residuals);
+            std::vector<double> sums(member->Passes->PartCount());
+            member->Passes->ForEachChunk(
+                0, [this] { CheckCancelled(); },
+                [&](TFitChunk& chunk) {
+                    sums[chunk.Part] += chunk.Rows.Residuals(chunk.Start, chunk.Residuals);
+                });
+            for (const double sum : sums) rss += sum * FactorOf(*member) * FactorOf(*member);
         }
         return std::isfinite(rss) ? rss : std::numeric_limits<double>::infinity();
     }
 
+    // Each data set is reduced to the triangle of its own parameters before it is put together with the
+    // others.
     TGlobalModel ModelAt(const TVector& values) {
         ++m_evaluations;
         Store(values);
         TGlobalModel model;
-        const auto width = m_names.size();
-        TRowQr qr(static_cast<int>(width));
-        for (const auto& member : m_members) {
-            const std::size_t count = member->Points.X.size();
-            TFitRows rows(*member->Fit, member->Varied, 0, member->Points);
-            std::vector<double> residuals(count);
-            std::vector<double> own(count * member->Varied.size());
-            rows.AllRows(0, residuals, own);
-            for (double& residual : residuals) residual /= rows.ResidualScale();
-            model.Rss += Dot(residuals, residuals);
-            std::vector<double> columns(count * width);
-            for (std::size_t j = 0; j < member->Varied.size(); ++j)
-                for (std::size_t i = 0; i < count; ++i)
-                    columns[member->Places[j] * count + i] =
-                        own[j * count + i] / (rows.ResidualScale() * rows.ScaleOf(j));
-            qr.AddRows(columns, residuals);
-        }
+        TRowQr qr(static_cast<int>(m_names.size()));
+        for (const auto& member : m_members) AddReduced(*member, qr, model);
         model.Triangle = qr.Triangle();
         model.Projected = qr.Projected();
         model.Gradient = TransposedTimes(model.Triangle, model.Projected);
         return model;
+    }
+
+    void AddReduced(TMember& member, TRowQr& qr, TGlobalModel& model) {
+        const std::size_t width = member.Varied.size();
+        const double factor = FactorOf(member);
+        std::vector<double> sums(member.Passes->PartCount());
+        std::vector<TRowQr> parts(sums.size(), TRowQr(static_cast<int>(width)));
+        member.Passes->ForEachChunk(
+            width, [this] { CheckCancelled(); },
+            [&](TFitChunk& chunk) {
+                sums[chunk.Part] += chunk.Rows.AllRows(chunk.Start, chunk.Residuals, chunk.Columns);
+                parts[chunk.Part].AddRows(chunk.Columns, chunk.Residuals);
+            });
+        for (std::size_t i = 1; i < parts.size(); ++i) parts.front().Add(parts[i]);
+        for (const double sum : sums) model.Rss += sum * factor * factor;
+        TVector right = parts.front().Projected();
+        for (double& element : right) element *= factor;
+        std::vector<double> columns(width * m_names.size());
+        for (std::size_t j = 0; j < width; ++j)
+            for (std::size_t i = 0; i <= j; ++i)
+                columns[member.Places[j] * width + i] =
+                    parts.front().Triangle()(static_cast<int>(i), static_cast<int>(j)) * factor /
+                    member.Rows->ScaleOf(j);
+        qr.AddRows(columns, right);
     }
 
     bool IsHeld(const TVector& values, const TVector& gradient, std::size_t i) const {
@@ -237,35 +275,43 @@ private:
         return true;
     }
 
-    TFitEnd Descend(TVector& values) {
-        TGlobalModel model = ModelAt(values);
-        if (!std::isfinite(model.Rss) || !std::isfinite(Norm(model.Gradient))) return TFitEnd::NoProgress;
-        TVector lengths(values.size());
+    TDescent DescentFrom(const TVector& start) {
+        TDescent at{start};
+        TGlobalModel model = ModelAt(at.Values);
+        if (!std::isfinite(model.Rss) || !std::isfinite(Norm(model.Gradient))) return at;
+        at.Rss = model.Rss;
+        at.End = TFitEnd::IterationLimit;
+        TVector lengths(start.size());
         double damping = kFirstDamping;
         double growth = 2;
         for (int iteration = 0; iteration < m_definition.IterMax(); ++iteration) {
-            if (!m_progress.StepTo(iteration)) return TFitEnd::Cancelled;
+            CheckCancelled();
             ++m_iterations;
             for (std::size_t j = 0; j < lengths.size(); ++j)
                 lengths[j] = std::max(lengths[j], Norm(model.Triangle.Column(static_cast<int>(j))));
-            TVector next = Clamped(Sum(values, StepOf(model, values, lengths, damping)));
+            TVector next = Clamped(Sum(at.Values, StepOf(model, at.Values, lengths, damping)));
             const double rss = RssAt(next);
-            if (rss <= model.Rss) {
-                const bool isDone = model.Rss - rss <= kSameSum * model.Rss || IsSmall(values, next);
-                values = std::move(next);
-                if (isDone) return TFitEnd::Converged;
-                model = ModelAt(values);
-                if (!std::isfinite(Norm(model.Gradient))) return TFitEnd::NoProgress;
+            const bool isDone =
+                IsSmall(at.Values, next) || (rss <= at.Rss && at.Rss - rss <= kSameSum * at.Rss);
+            if (rss <= at.Rss) {
+                at.Values = std::move(next);
+                at.Rss = rss;
+            }
+            if (isDone) at.End = TFitEnd::Converged;
+            if (isDone) return at;
+            if (at.Rss == rss) {
+                model = ModelAt(at.Values);
+                if (!std::isfinite(Norm(model.Gradient))) at.End = TFitEnd::NoProgress;
                 damping = std::max(damping / 3, 1e-15);
                 growth = 2;
             } else {
-                if (IsSmall(values, next)) return TFitEnd::Converged;
                 damping *= growth;
                 growth *= 2;
-                if (!(damping < kMostDamping)) return TFitEnd::NoProgress;
+                if (!(damping < kMostDamping)) at.End = TFitEnd::NoProgress;
             }
+            if (at.End == TFitEnd::NoProgress) return at;
         }
-        return TFitEnd::IterationLimit;
+        return at;
     }
 
     static TVector Sum(TVector a, const TVector& b) {
@@ -300,38 +346,45 @@ private:
         return inverse;
     }
 
+    static void TakeErrors(const TMatrix& inverse, double deviation, TFitResult& result) {
+        result.Correlations = TMatrix(inverse.Size());
+        for (int j = 0; j < inverse.Size(); ++j) {
+            result.Varied.push_back(j + 1);
+            result.Errors.push_back(std::sqrt(inverse(j, j)) * deviation);
+            for (int i = 0; i < inverse.Size(); ++i)
+                result.Correlations(i, j) = inverse(i, j) / std::sqrt(inverse(i, i) * inverse(j, j));
+        }
+    }
+
     TGlobalFit Summary(const TVector& values, TFitEnd end) {
         TGlobalFit global;
         global.Names = m_names;
         TFitResult& result = global.Result;
         const TGlobalModel model = ModelAt(values);
         bool isDetermined = false;
-        result.Covariance = InverseOf(model, values, isDetermined);
+        const TMatrix inverse = InverseOf(model, values, isDetermined);
         result.End = end == TFitEnd::Converged && !isDetermined ? TFitEnd::NotDetermined : end;
         result.Iterations = m_iterations;
         result.Evaluations = m_evaluations;
-        result.Rss = model.Rss;
+        result.Rss = model.Rss / m_scale / m_scale;
         double about = 0;
         std::vector<double> residuals;
         for (const auto& member : m_members) {
             const std::vector<double> own = ResidualsByX(*member->Fit, member->Points);
             residuals.insert(residuals.end(), own.begin(), own.end());
-            about += SumAboutLine(member->Points, 1);
+            about += SumAboutLine(member->Points, m_scale);
         }
         result.PointsUsed = residuals.size();
         const double freedom = static_cast<double>(residuals.size()) - static_cast<double>(values.size());
-        const double variance = freedom > 0 ? model.Rss / freedom : std::numeric_limits<double>::quiet_NaN();
-        result.ResidualSD = std::sqrt(variance);
+        result.ResidualSD =
+            freedom > 0 ? std::sqrt(model.Rss / freedom) / m_scale : std::numeric_limits<double>::quiet_NaN();
         result.RSquared = about > 0 ? 1 - model.Rss / about : std::numeric_limits<double>::quiet_NaN();
-        result.Quality = QualityOf(residuals, model.Rss, result.RSquared, static_cast<int>(values.size()));
+        result.Quality = QualityOf(residuals, result.Rss, result.RSquared, static_cast<int>(values.size()));
         const TFitWeighting& weighting = m_definition.Weighting();
         if (!weighting.ByYErrors)
             result.Quality.ChiSquareProbability = std::numeric_limits<double>::quiet_NaN();
         const bool isAbsolute = weighting.ByYErrors && weighting.Errors == TErrorSource::Points;
-        for (int j = 0; j < result.Covariance.Size(); ++j) {
-            result.Varied.push_back(j + 1);
-            for (double& element : result.Covariance.Column(j)) element *= isAbsolute ? 1 : variance;
-        }
+        TakeErrors(inverse, m_scale * (isAbsolute ? 1 : result.ResidualSD), result);
         for (const auto& member : m_members) global.Fits.push_back(FitOf(*member, values, result));
         return global;
     }
@@ -348,12 +401,13 @@ private:
         own.ResidualSD =
             freedom > 0 ? std::sqrt(own.Rss / freedom) : std::numeric_limits<double>::quiet_NaN();
         own.Quality = QualityOf(residuals, own.Rss, own.RSquared, static_cast<int>(member.Varied.size()));
-        own.Covariance = TMatrix(static_cast<int>(member.Varied.size()));
+        own.Correlations = TMatrix(static_cast<int>(member.Varied.size()));
         for (std::size_t i = 0; i < member.Varied.size(); ++i) {
             *member.Varied[i]->ValueRef() = values[member.Places[i]];
+            own.Errors.push_back(global.Errors[member.Places[i]]);
             for (std::size_t j = 0; j < member.Varied.size(); ++j)
-                own.Covariance(static_cast<int>(i), static_cast<int>(j)) =
-                    global.Covariance(static_cast<int>(member.Places[i]), static_cast<int>(member.Places[j]));
+                own.Correlations(static_cast<int>(i), static_cast<int>(j)) = global.Correlations(
+                    static_cast<int>(member.Places[i]), static_cast<int>(member.Places[j]));
         }
         for (int i = 1; i <= member.Fit->NParams(); ++i)
             if (member.Fit->Parameter(i)->Vary()) own.Varied.push_back(i);
@@ -363,6 +417,9 @@ private:
         }
         if (!m_definition.UsesYErrors())
             own.Quality.ChiSquareProbability = std::numeric_limits<double>::quiet_NaN();
+        if (m_definition.Weighting().Robust != TRobust::None)
+            own.Remarks.push_back(
+                "Outliers took part: a fit of several data sets at once does not hold them off.");
         member.Fit->FitDone(std::move(own));
         return {member.Name, std::move(member.Fit), {}};
     }
@@ -376,6 +433,7 @@ private:
     std::vector<std::string> m_names;
     TVector m_min;
     TVector m_max;
+    double m_scale = std::numeric_limits<double>::infinity(); ///< of residuals: that of the largest Y
     int m_iterations = 0;
     int m_evaluations = 0;
 };

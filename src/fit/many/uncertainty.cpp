@@ -48,6 +48,8 @@ public:
         const auto& varied = data.Fit.Result()->Varied;
         const double error = data.Fit.Result()->StandardError(
             static_cast<std::size_t>(std::ranges::find(varied, number) - varied.begin()));
+        m_residualScale = ResidualScaleOf(m_copy.Points);
+        m_profile.Limit = m_limit;
         m_error = error > 0 ? error : kDefaultError * (m_best != 0 ? std::abs(m_best) : 1);
     }
 
@@ -59,27 +61,31 @@ public:
             m_profile.WasCancelled = true;
             return std::move(m_profile);
         }
-        m_variance = m_copy.VarianceOf(m_least);
+        const double scale = m_residualScale;
+        m_deviation = m_copy.DeviationOf(m_least, scale);
         m_profile.Points.push_back({m_best, m_least, 0});
         m_profile.Interval.Low = EndTowards(-1);
         m_profile.Interval.High = EndTowards(1);
         std::ranges::sort(m_profile.Points, {}, &TProfilePoint::Value);
+        for (TProfilePoint& point : m_profile.Points) point.Rss = point.Rss / scale / scale;
         return std::move(m_profile);
     }
 
 private:
+    // In the scale of the residuals.
     double RssAt(double value) {
         *m_parameter.ValueRef() = value;
         if (!m_progress.StepTo(0)) throw TFitCancelled();
         if (m_others.empty()) {
-            const std::vector<double> residuals = ResidualsOf(m_copy.Fit, m_copy.Points);
+            std::vector<double> residuals = ResidualsOf(m_copy.Fit, m_copy.Points);
+            for (double& residual : residuals) residual *= m_residualScale;
             return Dot(residuals, residuals);
         }
         try {
             const TFitTask task{m_copy.Fit, m_others, m_progress, {}};
             const TLocalFit found = FitLocally(task, m_copy.Points, TFitProcedure::Newton);
             if (found.End == TFitEnd::Cancelled) throw TFitCancelled();
-            return found.Rss;
+            return found.ScaledRss;
         } catch (const EFitError&) {
             return kOpen; // no value there
         }
@@ -87,7 +93,7 @@ private:
 
     TProfilePoint PointAt(double value) {
         const double rss = RssAt(value);
-        const double rise = std::sqrt(std::max(0.0, rss - m_least) / m_variance);
+        const double rise = std::sqrt(std::max(0.0, rss - m_least)) / m_deviation;
         return {value, rss, value < m_best ? -rise : rise};
     }
 
@@ -158,7 +164,8 @@ private:
     double m_best;
     double m_limit; ///< deviation at the ends of the interval
     double m_least = 0;
-    double m_variance = 1;
+    double m_deviation = 1;
+    double m_residualScale = 1;
     double m_error = 1;
     std::vector<TDBLParameter*> m_others;
     TVector m_start;
@@ -170,7 +177,7 @@ private:
 std::vector<TInterval> AsymptoticIntervals(const TCurFit& fit, double confidence) {
     const TFitResult& result = *fit.Result();
     std::vector<TInterval> intervals;
-    const double t = StudentQuantile(confidence, result.Quality.Freedom);
+    const double t = StudentQuantile(confidence, FreedomOfErrors(fit));
     for (std::size_t i = 0; i < result.Varied.size(); ++i) {
         const double value = fit.Parameter(result.Varied[i])->Value();
         const double half = t * result.StandardError(i);
@@ -192,14 +199,17 @@ TBands BandsOf(const TCurFit& fit, std::span<const double> x, double confidence)
     std::vector<double> values(x.size());
     std::vector<double> slopes(x.size() * varied.size());
     TBlockEvaluator(copy, copy.XRef(), varied).EvaluateWithDerivatives(x, values, slopes);
-    const double t = StudentQuantile(confidence, result.Quality.Freedom);
+    const double t = StudentQuantile(confidence, FreedomOfErrors(fit));
+    const bool knowsNewPoints = !fit.UsesYErrors();
     TBands bands;
     for (std::size_t k = 0; k < x.size(); ++k) {
-        TVector slope;
-        for (std::size_t i = 0; i < varied.size(); ++i) slope.push_back(slopes[i * x.size() + k]);
-        const double variance = Dot(slope, Times(result.Covariance, slope));
-        bands.Confidence.push_back(t * std::sqrt(variance));
-        bands.Prediction.push_back(t * std::sqrt(variance + result.ResidualSD * result.ResidualSD));
+        TVector errors;
+        for (std::size_t i = 0; i < varied.size(); ++i)
+            errors.push_back(slopes[i * x.size() + k] * result.Errors[i]);
+        const double error = CombinedError(result.Correlations, errors);
+        bands.Confidence.push_back(t * error);
+        bands.Prediction.push_back(knowsNewPoints ? t * std::hypot(error, result.ResidualSD)
+                                                  : std::numeric_limits<double>::quiet_NaN());
     }
     return bands;
 }

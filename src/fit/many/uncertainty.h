@@ -25,12 +25,12 @@ struct TFittedData {
 
 /// value ± t · standard error for each varied parameter, in the order of TFitResult::Varied; not-a-number
 /// where there is no standard error.
-XYGRAPH_EXPORT std::vector<TInterval> AsymptoticIntervals(const TCurFit& fit, double confidence);
+std::vector<TInterval> AsymptoticIntervals(const TCurFit& fit, double confidence);
 
 /// The places in X of the points from which the robust weights have taken most of their influence
 /// (TFitResult::Outliers counts them); none for a fit that is not robust. Throws EFitError where the fit has
 /// not run.
-XYGRAPH_EXPORT std::vector<std::size_t> OutliersOf(const TFittedData& data);
+std::vector<std::size_t> OutliersOf(const TFittedData& data);
 
 /// A place on a profile.
 struct TProfilePoint {
@@ -46,6 +46,7 @@ struct TProfile {
     std::vector<TProfilePoint> Points; ///< by value, the best in the middle
     /// Infinite on a side where no value is excluded; a bound of the parameter ends it.
     TInterval Interval;
+    double Limit = 0;          ///< the deviation at the ends of the interval
     bool WasCancelled = false; ///< then the interval means nothing
 };
 
@@ -80,12 +81,13 @@ struct TBootstrap {
 /// degrees of freedom.
 XYGRAPH_EXPORT TBootstrap BootstrapOf(const TFittedData& data, const TBootstrapOptions& options);
 
-/// Half the widths of the bands about the curve, for each x: of the curve itself, and of a new point (weight
-/// 1); not-a-number where there is no covariance.
+/// Half the widths of the bands about the curve, for each x: of the curve itself, and of a new point;
+/// not-a-number where there are no errors, and that of a new point also where the fit weighs by the errors of
+/// the points, as that of a new one is not known.
 struct TBands {
     std::vector<double> Confidence;
     std::vector<double> Prediction;
 };
-XYGRAPH_EXPORT TBands BandsOf(const TCurFit& fit, std::span<const double> x, double confidence);
+TBands BandsOf(const TCurFit& fit, std::span<const double> x, double confidence);
 
 } // namespace lumoplot

@@ -7,7 +7,9 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kMendingStep = 6e-6; // the third root of the rounding, best for symmetric differences
+constexpr double kLargestScale = 0x1p1000;
+constexpr double kFarScales = 0x1p400; // their squares are numbers still
+constexpr double kMendingStep = 6e-6;  // the third root of the rounding, best for symmetric differences
 
 // A power of two, so that scaling rounds nothing.
 double PowerOfTwoBelow(double value) {
@@ -32,16 +34,24 @@ double DifferenceQuotient(double below, double here, double above, double step) 
 
 } // namespace
 
+double ResidualScaleOf(const TFitPoints& points) {
+    double largest = 0;
+    for (std::size_t i = 0; i < points.Y.size(); ++i)
+        largest = std::max(largest, std::abs(WeightedY(points, i)));
+    return std::min(1 / PowerOfTwoBelow(largest), kLargestScale);
+}
+
 TFitRows::TFitRows(TCurFit& fit, std::vector<TDBLParameter*> varied, std::size_t linearCount,
                    const TFitPoints& points)
     : m_varied(std::move(varied)), m_points(points), m_linearCount(linearCount),
       m_all(fit, fit.XRef(), ValuesOf(m_varied)),
       m_linear(fit, fit.XRef(), ValuesOf(std::span(m_varied).first(linearCount))) {
     for (const TDBLParameter* parameter : m_varied) m_scales.push_back(PowerOfTwoBelow(parameter->Value()));
-    double largest = 0;
-    for (std::size_t i = 0; i < m_points.Y.size(); ++i)
-        largest = std::max(largest, std::abs(WeightedY(m_points, i)));
-    m_residualScale = 1 / PowerOfTwoBelow(largest);
+    m_residualScale = ResidualScaleOf(m_points);
+    // What is linear may start anywhere; its columns must have squares all the same.
+    for (double& scale : std::span(m_scales).first(m_linearCount))
+        if (!(scale * m_residualScale < kFarScales) || !(scale * m_residualScale > 1 / kFarScales))
+            scale = 1 / m_residualScale;
     for (std::size_t i = 0; i < m_points.Y.size(); ++i) {
         const double y = WeightedY(m_points, i) * m_residualScale;
         m_roundingLevel += y * y;

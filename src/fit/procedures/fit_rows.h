@@ -16,6 +16,9 @@ struct TFitPoints {
     std::vector<double> Weights;
 };
 
+/// The power of two that residuals are multiplied by: the largest weighted Y becomes 1 to 2.
+double ResidualScaleOf(const TFitPoints& points);
+
 class TFitRows {
 public:
     /// The fit is compiled and the varied parameters have their starting values. The first `linearCount` of

@@ -7,6 +7,7 @@
 #include "fit/run/fit_remarks.h"
 #include "fit/run/fit_statistics.h"
 #include "fit/run/start_search.h"
+#include "support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,41 +22,58 @@ constexpr double kNotKnown = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMostRounds = 4;
 constexpr std::chrono::seconds kSearchTime{1};
 constexpr TSearchLimits kRescue = {8000, 60, 6};
-constexpr int kSearchShare = 10;  // times the evaluations of a run that ended well
-constexpr int kLeastPlaces = 100; // looked at all the same
+constexpr TSearchLimits kWide = {5000, 100, 1}; // where that has come to nothing
+constexpr int kSearchShare = 10;                // times the evaluations of a run that ended well
+constexpr int kLeastPlaces = 100;               // looked at all the same
 constexpr int kMostPlaces = 1000;
 constexpr int kPlacesPerRun = 50;
 constexpr int kMostFinished = 4; // of the places found
 constexpr int kMostReweightings = 100;
 constexpr double kReweighted = 1e-9; // relative change of parameters
 constexpr double kSameEnd = 1e-4;    // relative difference of sums of squares
-constexpr double kClearly = 1e-6;    // relative difference of sums of squares
-constexpr double kWorthSense = 4;    // times the sum of squares that an end with sense may have
+constexpr double kClearly = 1e-6;    // difference of logarithms of sums of squares
+constexpr double kWorthSense = 1.4;  // by which that of an end with sense may be higher
 
-/// R⁻¹R⁻ᵀ times the residual variance; not-a-number for parameters that a bound holds.
-TMatrix CovarianceOf(const TLocalFit& found, const std::vector<TDBLParameter*>& varied, double variance) {
-    TMatrix covariance(static_cast<int>(varied.size()));
-    for (int i = 0; i < covariance.Size(); ++i) std::ranges::fill(covariance.Column(i), kNotKnown);
-    if (!found.IsDetermined) return covariance;
-    const int size = found.Triangle.Size();
-    TMatrix inverse(size);
-    for (int column = 0; column < size; ++column) {
-        TVector unit(static_cast<std::size_t>(size));
-        unit[static_cast<std::size_t>(column)] = 1;
-        std::ranges::copy(BackSolved(found.Triangle, std::move(unit)), inverse.Column(column).begin());
+/// The rows of R⁻¹, each of unit length, and their lengths.
+std::vector<TVector> UnitRowsOfInverse(const TMatrix& triangle, TVector& lengths) {
+    const auto size = static_cast<std::size_t>(triangle.Size());
+    std::vector<TVector> rows(size, TVector(size));
+    for (std::size_t column = 0; column < size; ++column) {
+        TVector unit(size);
+        unit[column] = 1;
+        const TVector solved = BackSolved(triangle, std::move(unit));
+        for (std::size_t row = 0; row < size; ++row) rows[row][column] = solved[row];
     }
-    const auto placeOf = [&](int free) {
-        const auto place = std::ranges::find(varied, found.Free[static_cast<std::size_t>(free)]);
-        return static_cast<int>(place - varied.begin());
-    };
-    for (int i = 0; i < size; ++i) {
-        for (int j = 0; j < size; ++j) {
-            double sum = 0;
-            for (int k = 0; k < size; ++k) sum += inverse(i, k) * inverse(j, k);
-            covariance(placeOf(i), placeOf(j)) = sum * variance;
-        }
+    for (TVector& row : rows) {
+        double largest = 0;
+        for (const double element : row) largest = std::max(largest, std::abs(element));
+        for (double& element : row) element /= largest;
+        const double length = Norm(row);
+        for (double& element : row) element /= length;
+        lengths.push_back(length * largest);
     }
-    return covariance;
+    return rows;
+}
+
+/// From R⁻¹R⁻ᵀ times the residual variance; not-a-number for parameters that a bound holds.
+void TakeErrors(TFitResult& result, const TLocalFit& found, const std::vector<TDBLParameter*>& varied,
+                double deviation) {
+    result.Errors.assign(varied.size(), kNotKnown);
+    result.Correlations = TMatrix(static_cast<int>(varied.size()));
+    for (int i = 0; i < result.Correlations.Size(); ++i)
+        std::ranges::fill(result.Correlations.Column(i), kNotKnown);
+    if (!found.IsDetermined || found.Triangle.Size() == 0) return;
+    TVector lengths;
+    const std::vector<TVector> rows = UnitRowsOfInverse(found.Triangle, lengths);
+    std::vector<int> places;
+    for (const TDBLParameter* free : found.Free)
+        places.push_back(static_cast<int>(std::ranges::find(varied, free) - varied.begin()));
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        result.Errors[static_cast<std::size_t>(places[i])] = lengths[i] * deviation;
+        for (std::size_t j = 0; j < rows.size(); ++j)
+            result.Correlations(places[i], places[j]) =
+                i == j ? 1 : std::clamp(Dot(rows[i], rows[j]), -1.0, 1.0);
+    }
 }
 
 /// Where a run ended, and the points that took part.
@@ -104,11 +122,15 @@ public:
 
     void PutBack() { SetValues(m_given); }
 
-    void NoteWithoutError(std::size_t count) {
-        if (count > 0)
-            m_result.Remarks.push_back(std::to_string(count) +
-                                       (count == 1 ? " point has no standard error and takes no part."
-                                                   : " points have no standard error and take no part."));
+    /// `all` are the points between the margins, with and without a standard error.
+    void NoteWithoutError(const TFitPoints& all, const TFitPoints& points) {
+        m_withoutError = all.X.size() - points.X.size();
+        if (m_withoutError == 0) return;
+        m_result.Remarks.push_back(std::to_string(m_withoutError) + " of " + std::to_string(all.X.size()) +
+                                   (m_withoutError == 1 ? " points has" : " points have") +
+                                   " no standard error above 0, the first at " +
+                                   FormatShortest(FirstLeftOut(points, all)) + "; " +
+                                   (m_withoutError == 1 ? "it was" : "they were") + " left out.");
     }
 
 private:
@@ -164,9 +186,16 @@ private:
                                               : std::chrono::steady_clock::now() + kSearchTime;
         const bool hasSense = m_best && m_best->HasSense() && m_best->Points.X.size() == points.X.size();
         const bool isThorough = !hasSense || MissesCourse(m_fit, m_best->Found, points);
+        SearchFrom(points, LimitsOfSearch(isThorough), end, hasSense);
+        if (isThorough && m_run.SearchRuns == 0 && !(m_best && m_best->HasSense()))
+            SearchFrom(points, kWide, end, hasSense);
+    }
+
+    void SearchFrom(const TFitPoints& points, const TSearchLimits& limits,
+                    std::chrono::steady_clock::time_point end, bool hasSense) {
         SetValues(m_start);
-        const std::vector<TFoundStart> found = SearchStarts(Task(), points, LimitsOfSearch(isThorough),
-                                                            m_best ? m_best->Found.Values : TVector(), end);
+        const std::vector<TFoundStart> found =
+            SearchStarts(Task(), points, limits, m_best ? m_best->Found.Values : TVector(), end);
         int finished = 0;
         for (const TFoundStart& start : found) {
             if (start.IsKnown && hasSense) break;
@@ -215,12 +244,12 @@ private:
 
     bool IsBetter(const TAttempt& attempt) const {
         if (!m_best) return true;
-        const double rss = attempt.Found.Rss;
+        const double rss = attempt.Found.LogRss();
+        const double best = m_best->Found.LogRss();
         if (attempt.HasSense() && m_best->Points.X.size() < attempt.Points.X.size()) return true;
         if (attempt.HasSense() != m_best->HasSense())
-            return attempt.HasSense() ? rss <= kWorthSense * m_best->Found.Rss
-                                      : kWorthSense * rss < m_best->Found.Rss;
-        return rss < m_best->Found.Rss * (1 - kClearly);
+            return attempt.HasSense() ? rss <= best + kWorthSense : rss + kWorthSense < best;
+        return rss < best - kClearly;
     }
 
     // Iteratively reweighted least squares.
@@ -257,15 +286,16 @@ private:
         SetValues(found.Values);
         m_result.End = found.End;
         m_result.PointsUsed = m_best->Points.X.size();
-        m_result.PointsLeftOut = points.X.size() - m_result.PointsUsed;
+        m_result.PointsLeftOut = points.X.size() - m_result.PointsUsed + m_withoutError;
         m_result.Rss = found.Rss;
         const std::size_t freedom = m_result.PointsUsed - m_varied.size();
-        const double variance = freedom > 0 ? found.Rss / static_cast<double>(freedom) : kNotKnown;
-        m_result.ResidualSD = std::sqrt(variance);
+        m_result.ResidualSD =
+            freedom > 0 ? std::sqrt(found.ScaledRss / static_cast<double>(freedom)) / found.ResidualScale
+                        : kNotKnown;
         const double about = SumAboutLine(m_best->Points, found.ResidualScale);
         m_result.RSquared = about > 0 ? 1 - found.ScaledRss / about : kNotKnown;
         const bool isAbsolute = !m_run.Errors.empty() && m_run.ErrorSource == TErrorSource::Points;
-        m_result.Covariance = CovarianceOf(found, m_varied, isAbsolute ? 1 : variance);
+        TakeErrors(m_result, found, m_varied, isAbsolute ? 1 : m_result.ResidualSD);
         m_result.Quality = QualityOf(ResidualsByX(m_fit, m_best->Points), m_result.Rss, m_result.RSquared,
                                      static_cast<int>(m_varied.size()));
         if (m_run.Errors.empty()) m_result.Quality.ChiSquareProbability = kNotKnown;
@@ -295,6 +325,7 @@ private:
     TVector m_start; ///< between the bounds
     std::optional<TAttempt> m_best;
     bool m_isFromElsewhere = false;
+    std::size_t m_withoutError = 0;
     TFitResult m_result;
 };
 
@@ -304,8 +335,7 @@ TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const doubl
     TFitter fitter(fit, run);
     try {
         const TFitPoints points = PointsBetweenMargins(fit, x, y, run.Errors);
-        if (!run.Errors.empty())
-            fitter.NoteWithoutError(PointsBetweenMargins(fit, x, y, {}).X.size() - points.X.size());
+        if (!run.Errors.empty()) fitter.NoteWithoutError(PointsBetweenMargins(fit, x, y, {}), points);
         const TFitResult result = fitter.Fit(points);
         fit.FitDone(result);
         return result;

@@ -51,8 +51,8 @@ XYGRAPH_EXPORT void TakeWeighting(TFitRun& run, const TCurFit& fit, std::span<co
 ///
 /// Throws EFitError, EParserException or EConvertError for a fit that cannot be
 /// run; its parameters are then unchanged.
-XYGRAPH_EXPORT TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
-                                 const TFitRun& run = {});
+TFitResult RunFit(TCurFit& fit, std::span<const double> x, std::span<const double> y,
+                  const TFitRun& run = {});
 
 /// Puts the better minimum that the last run offers into the parameters, which
 /// makes the fit stale: the next run, from there, has its errors. Does nothing

@@ -122,10 +122,12 @@ double DurbinWatson(std::span<const double> residuals) {
 }
 
 double SumAboutLine(const TFitPoints& points, double scale) {
+    double largest = 0;
+    for (std::size_t i = 0; i < points.Y.size(); ++i) largest = std::max(largest, WeightAt(points, i));
     double weight = 0;
     double mean = 0;
     for (std::size_t i = 0; i < points.Y.size(); ++i) {
-        const double w = WeightAt(points, i) * WeightAt(points, i);
+        const double w = (WeightAt(points, i) / largest) * (WeightAt(points, i) / largest);
         weight += w;
         if (weight > 0) mean += (points.Y[i] - mean) * (w / weight);
     }
@@ -171,7 +173,7 @@ int RunawayOf(const TFitTask& task, const TFitPoints& points, const TVector& sta
         *task.Varied[i]->ValueRef() *= kFarBeyond;
         try {
             const TLocalFit beyond = FitLocally(rest, points, TFitProcedure::Newton);
-            if (beyond.End != TFitEnd::Cancelled && beyond.Rss <= found.Rss * (1 + kStillAsGood))
+            if (beyond.End != TFitEnd::Cancelled && beyond.LogRss() <= found.LogRss() + kStillAsGood)
                 runaway = static_cast<int>(i);
         } catch (const EFitError&) {
             continue; // no value there

@@ -1,6 +1,7 @@
 #include "fit/run/fit_remarks.h"
 
 #include "fit/procedures/jacobi.h"
+#include "fit/run/fit_statistics.h"
 #include "support/number_text.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@ namespace {
 constexpr double kTakesPart = 0.1; // of a direction of unit length
 constexpr double kCorrelated = 0.99;
 constexpr int kCorrelationDigits = 4;
+constexpr double kByChance = 0.05;
+constexpr int kProbabilityDigits = 2;
 
 std::string Listed(const std::vector<std::string>& names) {
     std::string text;
@@ -61,10 +64,9 @@ void AddOnBound(TFitResult& result, const TFitTask& task, const TLocalFit& found
 }
 
 void AddCorrelated(TFitResult& result, const TFitTask& task) {
-    const TMatrix& covariance = result.Covariance;
-    for (int i = 0; i < covariance.Size(); ++i) {
-        for (int j = i + 1; j < covariance.Size(); ++j) {
-            const double r = covariance(i, j) / std::sqrt(covariance(i, i) * covariance(j, j));
+    for (int i = 0; i < result.Correlations.Size(); ++i) {
+        for (int j = i + 1; j < result.Correlations.Size(); ++j) {
+            const double r = result.Correlations(i, j);
             if (!(std::abs(r) > kCorrelated)) continue;
             result.Remarks.push_back(task.Varied[static_cast<std::size_t>(i)]->Name() + " and " +
                                      task.Varied[static_cast<std::size_t>(j)]->Name() +
@@ -75,15 +77,34 @@ void AddCorrelated(TFitResult& result, const TFitTask& task) {
 }
 
 void AddLeftOut(TFitResult& result, const TFitPoints& used, const TFitPoints& points) {
-    if (result.PointsLeftOut == 0) return;
-    std::size_t first = 0;
-    while (first < used.X.size() && used.X[first] == points.X[first]) ++first;
-    result.Remarks.push_back("The equation has no value at " + std::to_string(result.PointsLeftOut) + " of " +
+    const std::size_t count = points.X.size() - used.X.size();
+    if (count == 0) return;
+    result.Remarks.push_back("The equation has no value at " + std::to_string(count) + " of " +
                              std::to_string(points.X.size()) + " points, the first at " +
-                             FormatShortest(points.X[first]) + "; they were left out.");
+                             FormatShortest(FirstLeftOut(used, points)) +
+                             (count == 1 ? "; it was left out." : "; they were left out."));
+}
+
+// Against the line that the curve may become: F of Fisher.
+void AddAgainstLine(TFitResult& result) {
+    const auto parameters = static_cast<double>(result.Varied.size());
+    const double freedom = result.Quality.Freedom;
+    if (result.End != TFitEnd::Converged || !(parameters > 1) || !(freedom > 0)) return;
+    const double f = (result.RSquared / (parameters - 1)) / ((1 - result.RSquared) / freedom);
+    const double probability = FisherProbability(f, parameters - 1, freedom);
+    if (!(probability > kByChance)) return;
+    result.Remarks.push_back("The curve is hardly better than a horizontal line: by chance alone it is as "
+                             "good with a probability of " +
+                             FormatGeneral(probability, kProbabilityDigits) + ".");
 }
 
 } // namespace
+
+double FirstLeftOut(const TFitPoints& used, const TFitPoints& points) {
+    std::size_t first = 0;
+    while (first < used.X.size() && used.X[first] == points.X[first]) ++first;
+    return points.X[first];
+}
 
 void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
                 const TFitPoints& points) {
@@ -91,6 +112,7 @@ void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found
     AddOnBound(result, task, found);
     AddCorrelated(result, task);
     AddLeftOut(result, used, points);
+    AddAgainstLine(result);
 }
 
 } // namespace lumoplot

@@ -5,9 +5,14 @@
 
 namespace lumoplot {
 
-/// Adds which parameters are not determined, on a bound or strongly correlated, and at how many of the points
-/// the model has no value. The result has its end and its covariance, the fit the parameters found.
+/// Adds which parameters are not determined, on a bound or strongly correlated, at how many of the points
+/// the model has no value, and whether a horizontal line would do as well by chance. The result has its end,
+/// its figures and its errors, the fit the parameters found.
 void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found, const TFitPoints& used,
                 const TFitPoints& points);
+
+/// The X of the first of the points that is not among those used, which are some of them in their order;
+/// there is one.
+double FirstLeftOut(const TFitPoints& used, const TFitPoints& points);
 
 } // namespace lumoplot

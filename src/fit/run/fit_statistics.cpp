@@ -98,6 +98,16 @@ double RunsDeviation(const std::vector<double>& residuals) {
     return variance > 0 ? (runs - mean) / std::sqrt(variance) : kNoFigure;
 }
 
+/// Divides by a power of two, so that squares are numbers; returns it.
+double TakeUnitOut(std::vector<double>& residuals) {
+    double largest = 0;
+    for (const double residual : residuals) largest = std::max(largest, std::abs(residual));
+    if (!(largest > 0) || !std::isfinite(largest)) return 1;
+    const double unit = std::exp2(std::ilogb(largest));
+    for (double& residual : residuals) residual /= unit;
+    return unit;
+}
+
 std::string RunsWords(const TFitQuality& quality) {
     const std::string figure =
         " (runs test, probability " + FormatGeneral(quality.RunsProbability, kWordDigits) + ").";
@@ -159,6 +169,18 @@ double StudentQuantile(double confidence, double freedom) {
     return 0.5 * (low + high);
 }
 
+double FisherProbability(double f, double above, double below) {
+    if (!(above > 0) || !(below > 0) || !(f >= 0)) return kNoFigure;
+    if (std::isinf(f)) return 0;
+    const double x = below / (below + above * f);
+    return IncompleteBeta(x, above * f / (below + above * f), 0.5 * below, 0.5 * above);
+}
+
+double FreedomOfErrors(const TCurFit& fit) {
+    const bool isAbsolute = fit.UsesYErrors() && fit.Weighting().Errors == TErrorSource::Points;
+    return isAbsolute ? kManyFreedoms : fit.Result()->Quality.Freedom;
+}
+
 double ChiSquareProbability(double chiSquare, double freedom) {
     return freedom > 0 && chiSquare >= 0 ? UpperGamma(0.5 * freedom, 0.5 * chiSquare) : kNoFigure;
 }
@@ -167,23 +189,15 @@ double NormalProbability(double z) {
     return std::erfc(std::abs(z) / std::sqrt(2));
 }
 
-TMatrix Correlations(const TFitResult& result) {
-    const TMatrix& covariance = result.Covariance;
-    TMatrix correlations(covariance.Size());
-    for (int i = 0; i < covariance.Size(); ++i)
-        for (int j = 0; j < covariance.Size(); ++j)
-            correlations(i, j) = covariance(i, j) / std::sqrt(covariance(i, i) * covariance(j, j));
-    return correlations;
-}
-
-TFitQuality QualityOf(const std::vector<double>& residuals, double rss, double rSquared, int parameters) {
+TFitQuality QualityOf(std::vector<double> residuals, double rss, double rSquared, int parameters) {
+    const double unit = TakeUnitOut(residuals);
     const auto count = static_cast<double>(residuals.size());
     const double freedom = count - parameters;
     const double estimated = parameters + 1; // with the variance
     TFitQuality quality;
     quality.Freedom = static_cast<int>(freedom);
     quality.AdjustedRSquared = freedom > 0 ? 1 - (1 - rSquared) * (count - 1) / freedom : kNoFigure;
-    const double likelihood = count * std::log(rss / count);
+    const double likelihood = count * (std::log(Dot(residuals, residuals) / count) + 2 * std::log(unit));
     quality.Aic = likelihood + 2 * estimated;
     quality.Aicc = count > estimated + 1
                        ? quality.Aic + 2 * estimated * (estimated + 1) / (count - estimated - 1)

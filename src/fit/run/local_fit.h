@@ -5,6 +5,8 @@
 #include "fit/definition/fit_result.h"
 #include "fit/procedures/polish.h"
 
+#include <cmath>
+
 namespace lumoplot {
 
 /// What a run works on; all borrowed.
@@ -23,6 +25,8 @@ struct TLocalFit {
     /// nor vanishes.
     double ResidualScale = 1;
     double ScaledRss = 0;
+    /// Of Rss, also where that is 0 or infinite only because numbers end.
+    double LogRss() const { return std::log(ScaledRss) - 2 * std::log(ResidualScale); }
     int Iterations = 0;
     int Evaluations = 0;
     /// The varied parameters that no bound holds, and R of their Jacobian in the units of the parameters and

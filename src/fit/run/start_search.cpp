@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace lumoplot {
 namespace {
@@ -16,6 +17,7 @@ constexpr int kIterationsOfRun = 25;
 constexpr double kToleranceOfRun = 1e-6;
 constexpr double kAlike = 0.05;       // relative difference of parameters
 constexpr double kSameMinimum = 1e-4; // relative difference of sums of squares
+constexpr double kFarLarger = 100;    // than the largest Y
 
 /// Every so many of the points, that a place costs the same however many there are.
 TFitPoints Thinned(const TFitPoints& points) {
@@ -108,7 +110,9 @@ private:
     TVector BestOf(const TFitProblem& problem) {
         const TFoundStart* best = nullptr;
         for (const TFoundStart& found : m_found)
-            if (m_hasScanned && (!best || found.Rss < best->Rss)) best = &found;
+            if (m_hasScanned &&
+                (!best || std::pair(found.Cancels, found.Rss) < std::pair(best->Cancels, best->Rss)))
+                best = &found;
         m_hasScanned = true;
         if (!best) return {};
         SetValues(best->Values);
@@ -142,14 +146,35 @@ private:
         TVariableMetric().Minimise(problem, problem.Start(), kToleranceOfRun);
         problem.StoreBest();
         if (!std::isfinite(problem.BestValue())) return;
-        const double rss = 2 * problem.BestValue() / problem.ResidualScale() / problem.ResidualScale();
+        const double rss = 2 * problem.BestValue();
         const auto same = std::ranges::find_if(m_found, [&](const TFoundStart& found) {
             return std::abs(found.Rss - rss) <= kSameMinimum * rss;
         });
         const int count = m_hasScanned ? 1 : 0;
-        if (same == m_found.end()) return m_found.push_back({ValuesOf(m_task.Varied), rss, false, count});
+        const TFoundStart found{ValuesOf(m_task.Varied), rss, false, count, HasCancellingTerms(problem)};
+        if (same == m_found.end()) return m_found.push_back(found);
         same->Count += count;
-        if (rss < same->Rss) *same = {ValuesOf(m_task.Varied), rss, same->IsKnown, same->Count};
+        if (rss < same->Rss) *same = {found.Values, rss, same->IsKnown, same->Count, found.Cancels};
+    }
+
+    // What a linear parameter adds to the model is what is missing without it.
+    bool HasCancellingTerms(const TFitProblem& problem) const {
+        const std::vector<TDBLParameter*> free = problem.Free();
+        TBlockEvaluator model(m_task.Fit, m_task.Fit.XRef());
+        std::vector<double> whole(m_points.X.size());
+        std::vector<double> without(whole.size());
+        model.Evaluate(m_points.X, whole);
+        double largest = 0;
+        for (const double y : m_points.Y) largest = std::max(largest, std::abs(y));
+        for (TDBLParameter* parameter : m_task.Varied) {
+            if (std::ranges::find(free, parameter) != free.end()) continue;
+            const double value = std::exchange(*parameter->ValueRef(), 0.0);
+            model.Evaluate(m_points.X, without);
+            *parameter->ValueRef() = value;
+            for (std::size_t i = 0; i < whole.size(); ++i)
+                if (std::abs(whole[i] - without[i]) > kFarLarger * largest) return true;
+        }
+        return false;
     }
 
     TFitPoints m_points;

@@ -9,9 +9,12 @@ namespace lumoplot {
 
 struct TFoundStart {
     TVector Values; ///< of the varied parameters
-    double Rss = 0; ///< over the points searched, weighted
+    double Rss = 0; ///< over the points searched, weighted, in a unit that is the same for all of them
     bool IsKnown = false;
     int Count = 0; ///< of the scattered starts that end here
+    /// Terms far larger than the data take each other away, as two equal peaks of opposite signs: it leads
+    /// nowhere.
+    bool Cancels = false;
 };
 
 /// How much a search may do.

@@ -69,8 +69,10 @@ void CheckNesting(const TxyGraph& graph, int depth, std::int64_t& count) {
 } // namespace
 
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points) {
-    WriteSection(writer, "", "Series", SeriesRows(), series);
-    series.WriteToStream(writer, points == TPoints::Include);
+    const bool withPoints = points == TPoints::Include;
+    WriteSection(writer, "", "Series", SeriesRows(), series,
+                 withPoints ? TRowOf::SectionsWithPoints : TRowOf::EverySection);
+    series.WriteToStream(writer, withPoints);
 }
 
 void ReadSeries(TxyReader& reader, TSeries& series) {
@@ -161,8 +163,11 @@ private:
 
     void LoadSeries(TxyGraph& graph) {
         TxyReader reader(m_source);
-        for (int number = 1; number <= m_seriesCount; ++number)
-            ReadSeries(reader, *graph.AddSeriesNumbered(number));
+        for (int number = 1; number <= m_seriesCount; ++number) {
+            TSeries& series = *graph.AddSeriesNumbered(number);
+            series.RestoreUseXAxisSeries(true); // unless its record says otherwise
+            ReadSeries(reader, series);
+        }
     }
 
     void LoadMarks(TxyGraph& graph) {

@@ -11,7 +11,7 @@ namespace lumoplot {
 
 /// Gives a graph the look of another one. Data sets take the look of those with their numbers; those beyond
 /// keep theirs.
-XYGRAPH_EXPORT void TakeLook(TxyGraph& graph, const TxyGraph& from);
+void TakeLook(TxyGraph& graph, const TxyGraph& from);
 /// TakeLook from a graph file or template. Throws what LoadFromFile throws; the graph is then unchanged.
 XYGRAPH_EXPORT void ApplyStyle(TxyGraph& graph, const std::string& fileName);
 /// Saves the look as a template without titles, data, sources and marks. Throws EFileError.

@@ -50,6 +50,7 @@ int AddParameterDataSets(TxyGraph& graph, std::span<const TBatchFit> fits) {
         TSeries& series = *graph.FindSeries(graph.AddSeries());
         if (first == 0) first = series.SeriesIndex();
         series.SetSeriesName(column.Name);
+        series.SetUseXAxisSeries(false); // its X are the numbers of the fits
         series.SetPointsShown(true);
         series.SetLinesShown(false);
         for (std::size_t i = 0; i < column.Values.size(); ++i)

@@ -10,8 +10,9 @@
 namespace lumoplot {
 namespace {
 
-/// A regression of so many points takes longer than a frame may.
+/// A regression of more points takes longer than a frame may.
 constexpr std::int64_t kPointsAtOnce = 20000;
+constexpr std::int64_t kPointsOfRobustLineAtOnce = 5000;
 
 bool IsPending(const TSeries& series) {
     return HasPendingResult(series) || HasLongRegression(series);
@@ -20,8 +21,10 @@ bool IsPending(const TSeries& series) {
 } // namespace
 
 bool HasLongRegression(const TSeries& series) {
-    return series.Active() && series.RegressionStale() && series.Count() > kPointsAtOnce &&
-           series.RegressionType() != TRegressionType::None;
+    const TRegressionType type = series.RegressionType();
+    const std::int64_t most = type == TRegressionType::RobustLine ? kPointsOfRobustLineAtOnce : kPointsAtOnce;
+    return series.Active() && series.RegressionStale() && series.Count() > most &&
+           type != TRegressionType::None;
 }
 
 bool TFitSchedule::RunPending() {

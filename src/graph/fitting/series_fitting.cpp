@@ -1,11 +1,13 @@
 #include "graph/fitting/series_fitting.h"
 
 #include "data/series/plotted_values.h"
+#include "data/series/regression_task.h"
 #include "fit/run/curve_fitter.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/graph.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 #include "support/progress_maker.h"
 
 #include <QElapsedTimer>
@@ -16,6 +18,7 @@ namespace lumoplot {
 namespace {
 
 constexpr int kPatienceMs = 200;
+constexpr std::size_t kLongestShownName = 60;
 
 /// Asks for the progress of the windows only when the work takes long, and stops work whose graph has gone.
 class TLateProgress final : public TProgress {
@@ -94,6 +97,39 @@ private:
     TPlottedValues m_values;
 };
 
+// The robust line of a data set, which alone of the regressions may take long. It comes from copies: while
+// the window of the progress is shown everything may happen to the data set.
+class TRegressionRun {
+public:
+    explicit TRegressionRun(TSeries& series)
+        : m_series(series), m_graph(&series.Graph()), m_stamp(series.DataStamp()), m_task(series) {}
+
+    void Run() {
+        TLateProgress progress([this] { return IsWanted(); });
+        TRegressionResult result;
+        std::string error;
+        try {
+            result = m_task.Run(&progress);
+        } catch (const std::exception& fault) {
+            error = fault.what();
+        }
+        if (!IsWanted()) return;
+        m_series.TakeRegression(std::move(result), error);
+    }
+
+private:
+    bool IsWanted() const {
+        const auto isIt = [this](const TSeries* s) { return s == &m_series; };
+        return m_graph && std::ranges::any_of(m_graph->Series(), isIt) && m_series.RegressionStale() &&
+               m_series.DataStamp() == m_stamp && m_series.RegressionType() == TRegressionType::RobustLine;
+    }
+
+    TSeries& m_series;
+    QPointer<TxyGraph> m_graph;
+    std::uint64_t m_stamp;
+    TRegressionTask m_task;
+};
+
 std::function<bool()> StillThere(const TSeries& series) {
     return [graph = QPointer<const TxyGraph>(&series.Graph()), wanted = &series] {
         return graph && std::ranges::any_of(graph->Series(), [&](const TSeries* s) { return s == wanted; });
@@ -103,8 +139,7 @@ std::function<bool()> StillThere(const TSeries& series) {
 } // namespace
 
 bool HasPendingFit(const TSeries& series) {
-    const TCurFit& fit = series.CurveFit();
-    return series.Active() && series.Count() > 0 && fit.IsStale() && fit.ShowsResult();
+    return series.Active() && series.Count() > 0 && series.CurveFit().IsPending();
 }
 
 bool HasPendingResult(const TSeries& series) {
@@ -114,8 +149,8 @@ bool HasPendingResult(const TSeries& series) {
 void ReadRowsForResults(TSeries& series) {
     if (!series.WaitsForEveryRow()) return;
     series.NoteEveryRowTried();
-    const std::string which = "Results of \"" + series.SeriesName() + "\" are worked out from what is " +
-                              RowsText(RowsOf(series)) + ": ";
+    const std::string which = "Results of \"" + ShownLine(series.SeriesName(), kLongestShownName) +
+                              "\" are worked out from what is " + RowsText(RowsOf(series)) + ": ";
     const auto isThere = StillThere(series);
     TLateProgress progress(isThere);
     try {
@@ -131,8 +166,15 @@ void RunPendingResult(TSeries& series) {
     ReadRowsForResults(series);
     if (isThere() && HasPendingFit(series)) RunPendingFit(series);
     if (!isThere() || !series.RegressionStale() || series.WaitsForEveryRow()) return;
-    series.UpdateRegression();
-    series.Graph().RequestRepaint(true);
+    UpdateRegressionOf(series);
+    if (isThere()) series.Graph().RequestRepaint(true);
+}
+
+void UpdateRegressionOf(TSeries& series) {
+    if (series.RegressionStale() && series.RegressionType() == TRegressionType::RobustLine)
+        TRegressionRun(series).Run();
+    else
+        series.UpdateRegression();
 }
 
 void RunPendingFit(TSeries& series) {

@@ -20,6 +20,11 @@ XYGRAPH_EXPORT void ReadRowsForResults(TSeries& series);
 /// is stale.
 void RunPendingResult(TSeries& series);
 
+/// Works the regression out anew where it is stale, a robust line with a progress that the user can cancel:
+/// it then has no result (RegressionError) until points or settings change. When these change meanwhile it
+/// stays stale. The data set and its graph may be destroyed meanwhile.
+XYGRAPH_EXPORT void UpdateRegressionOf(TSeries& series);
+
 /// Fits the curve to the corrected Y, of every row of its source, with a progress that the user can cancel,
 /// and puts what was found into the series' fit, which then is not pending: also after a cancelled run, and
 /// after one that is not possible (FitError says why). With status EveryStep the graph is repainted after

@@ -14,7 +14,7 @@ struct TTextFormat;
 /// and no other data set has points, the X axis shows dates, with a tick format that fits their span. A
 /// format that the user has chosen stays. Durations beyond two days stay numbers, as do dates that a formula
 /// has changed.
-XYGRAPH_EXPORT void ShowDatesOfX(TSeries& series, const TTextFormat& format);
+void ShowDatesOfX(TSeries& series, const TTextFormat& format);
 
 /// What to tell of a data set that has just got points, read as `format` says, beside others whose X are not
 /// of its kind: numbers on an axis of dates, dates on one of numbers, times of day beside dates. Empty where

@@ -7,6 +7,7 @@
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
+#include "sources/link/link_place.h"
 #include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
@@ -105,12 +106,33 @@ bool LoadTextSource(TSeries& series, TProgress& progress, const TLoadOptions& op
     return true;
 }
 
+// The newest rows, when no more of them are to be kept.
+void KeepNewest(TSeries& series) {
+    const std::int64_t most = series.DataSourceInfo().LinkLimit().rows;
+    if (most <= 0 || series.Count() <= most) return;
+    TPointChain points = series.Points();
+    const std::int32_t oldest = points.LastId() - static_cast<std::int32_t>(most);
+    for (std::int32_t id = 1; id <= oldest; ++id) points.Erase(id);
+    series.SwapPoints(std::move(points));
+}
+
+// What a line brought can not be read again: it stays. A link at work reads on by itself.
+bool LoadLink(TSeries& series, TProgress& progress, const TLoadOptions& options) {
+    const TDSInfo& info = series.DataSourceInfo();
+    const bool isAtWork = info.FeedId() != 0 && !info.NeedsReload();
+    if (isAtWork || !ParseLink(info.SourceName()).CanBeReadAgain()) return true;
+    const bool isLoaded = LoadTextSource(series, progress, options);
+    if (isLoaded) KeepNewest(series);
+    return isLoaded;
+}
+
 bool LoadPoints(TSeries& series, TProgress& progress, const TLoadOptions& options) {
     switch (series.DataSourceInfo().Kind()) {
     case TSourceKind::TextFile:
     case TSourceKind::LumoSheet:
     case TSourceKind::Database: return LoadTextSource(series, progress, options);
     case TSourceKind::DataFile: return LoadDataFile(series);
+    case TSourceKind::Link: return LoadLink(series, progress, options);
     case TSourceKind::Manual: break;
     }
     return true;

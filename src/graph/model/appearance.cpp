@@ -4,12 +4,14 @@
 #include "graph/model/holder.h"
 #include "graph/model/setting_rows.h"
 #include "support/message_sink.h"
+#include "support/message_text.h"
 
 namespace lumoplot {
 namespace {
 
 constexpr double kStepsRatio = 2.5;
 constexpr int kLargestMaxSteps = 90;
+constexpr std::size_t kLongestShownName = 60;
 
 } // namespace
 
@@ -43,14 +45,18 @@ void TAppearance::SetCurrSerIndex(int value) {
 
 void TAppearance::ApplyHeldIndices() {
     SetCurrSerIndex(m_holdCurrSerIndex);
+    std::vector<bool> wanted;
+    for (const auto& each : Graph().Series()) wanted.push_back(each->UseXAxisSeries());
     StoreXAxisSerIndex(m_holdXAxisSerIndex); // results that were filed are of these X
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        Graph().Series()[i]->RestoreUseXAxisSeries(wanted[i] && m_xAxisSerIndex > 0);
 }
 
 void TAppearance::DropUnusableXSeries() {
     const TSeries* series = Graph().FindSeries(m_xAxisSerIndex);
     if (!series || !series->DuplicatesAllowed()) return;
     SetXAxisSerIndex(0);
-    ShowMessage("\"" + series->SeriesName() +
+    ShowMessage("\"" + ShownLine(series->SeriesName(), kLongestShownName) +
                     "\" may hold points with the same X now, so it is no longer the X of the other data sets",
                 TMessageKind::Warning);
 }

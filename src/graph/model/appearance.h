@@ -9,7 +9,7 @@ namespace lumoplot {
 /// Which bands about fitted curves are drawn: where the curve lies, where a new point would lie, or both.
 enum class TFitBands { None = 0, Confidence = 1, Prediction = 2, Both = 3 };
 
-class XYGRAPH_EXPORT TAppearance : public TGraphSettings {
+class TAppearance : public TGraphSettings {
     Q_OBJECT
 
 public:
@@ -57,13 +57,13 @@ public:
     const std::string& DataDirectory() const { return m_dataDirectory; }
 
     /// Also sets the duplicates flag of every data set.
-    void SetAllowDuplicates(bool value);
+    XYGRAPH_EXPORT void SetAllowDuplicates(bool value);
     /// Number of the data set whose Y values serve as X of the others; 0 for none. A number without a data
     /// set, or of one that holds duplicates, becomes 0.
-    void SetXAxisSerIndex(int value);
+    XYGRAPH_EXPORT void SetXAxisSerIndex(int value);
     /// Number of the current data set: clamped to the series count; 0 and below become 1 where there is a
     /// data set.
-    void SetCurrSerIndex(int value);
+    XYGRAPH_EXPORT void SetCurrSerIndex(int value);
     /// Values of a graph file, applied by ApplyHeldIndices when the data sets exist.
     void SetHoldXAxisSerIndex(int value) { m_holdXAxisSerIndex = value; }
     void SetHoldCurrSerIndex(int value) { m_holdCurrSerIndex = value; }
@@ -92,11 +92,11 @@ public:
     void SetShowResiduals(bool value) { Store(m_showResiduals, value); }
     void SetFitBands(TFitBands value) { StoreEnum(m_fitBands, value, TFitBands::Both); }
     /// The holder's ID follows as the title + " DATA" unless it was given another text.
-    void SetGraphTitle(const std::string& value);
+    XYGRAPH_EXPORT void SetGraphTitle(const std::string& value);
     /// Accepted when it is above 0 and below MaxSteps / 2.5.
-    void SetMinSteps(int value);
+    XYGRAPH_EXPORT void SetMinSteps(int value);
     /// Accepted when it is above MinSteps x 2.5 and at most 90.
-    void SetMaxSteps(int value);
+    XYGRAPH_EXPORT void SetMaxSteps(int value);
     void SetTitleFont(const TFontSpec& value) { Store(m_titleFont, value); }
     void SetCaptionFont(const TFontSpec& value) { Store(m_captionFont, value); }
     void SetLabelFont(const TFontSpec& value) { Store(m_labelFont, value); }
@@ -112,7 +112,7 @@ public:
     void SetFiledMaxSteps(int value);
 
     /// Gives everything its default but CurrSerIndex, which the graph resets.
-    void ResetToDefaults();
+    XYGRAPH_EXPORT void ResetToDefaults();
 
 private:
     bool StoreXAxisSerIndex(int value);

@@ -1,5 +1,6 @@
 #include "graph/model/axis.h"
 
+#include "graph/model/axis_scale.h"
 #include "graph/model/graph.h"
 #include "graph/model/setting_rows.h"
 #include "support/errors.h"

@@ -2,14 +2,13 @@
 // labels, ticks and the axis line look. Owned by its graph.
 #pragma once
 
-#include "graph/model/axis_scale.h"
 #include "graph/model/settings.h"
 
 namespace lumoplot {
 
 enum class TAxisRole { X, Y, SecondY };
 
-class XYGRAPH_EXPORT TAxis : public TGraphSettings {
+class TAxis : public TGraphSettings {
     Q_OBJECT
 
 public:
@@ -67,16 +66,16 @@ public:
     void SetLogCycleDivisions(int value) { StoreWord(m_logCycleDivisions, value); }
     /// Switching on moves a Min that is not positive to 0.001 x Max, after a Max that is not positive
     /// became 10.
-    void SetLogScale(bool value);
+    XYGRAPH_EXPORT void SetLogScale(bool value);
     void SetLabelFormat(TLabelFormat value) { StoreEnum(m_labelFormat, value, lfAuto); }
     /// Setting Min or Max turns AutoSizing off, also for an equal value; what is not finite is ignored. No
     /// step can be found for a Min that is not below Max: then AutoSizing and AutoStepping are turned on,
     /// until the other end of the range is set. With a usable step of the user's it stays as it is.
-    void SetMax(double value);
-    void SetMin(double value);
+    XYGRAPH_EXPORT void SetMax(double value);
+    XYGRAPH_EXPORT void SetMin(double value);
     /// Turns AutoStepping off, also for an equal value; what is not finite is ignored.
-    void SetStepSize(double value);
-    void SetMinScaleLength(double value);
+    XYGRAPH_EXPORT void SetStepSize(double value);
+    XYGRAPH_EXPORT void SetMinScaleLength(double value);
     void SetShowAsTime(bool value) { Store(m_showAsTime, value); }
     void SetDateTimeFormat(const std::string& value) { Store(m_dateTimeFormat, value); }
     void SetDateTickType(Dateticks value) { StoreEnum(m_dateTickType, value, dt_custom); }
@@ -86,11 +85,11 @@ public:
     void SetOffsetType(TAxisOffsetType value) { StoreEnum(m_offsetType, value, ao_absolute); }
     void SetOffset(double value) { Store(m_offset, value); }
     void SetGridlines(bool value) { Store(m_gridlines, value); }
-    void SetAutoSizing(bool value);
-    void SetAutoStepping(bool value);
-    void SetTightRange(bool value);
+    XYGRAPH_EXPORT void SetAutoSizing(bool value);
+    XYGRAPH_EXPORT void SetAutoStepping(bool value);
+    XYGRAPH_EXPORT void SetTightRange(bool value);
 
-    void ResetToDefaults();
+    XYGRAPH_EXPORT void ResetToDefaults();
 
     // Scaling, run by the graph before it draws.
 

@@ -79,6 +79,7 @@ TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& op
 
 TAxisRange AutoLogRange(double dataMin, double dataMax) {
     constexpr double kWholeDecades = 2;
+    constexpr double kNoise = 1e-12; // powers of ten are a little off in some libraries
     const double low = std::log10(dataMin);
     const double high = std::log10(dataMax);
     TAxisRange range;
@@ -88,10 +89,10 @@ TAxisRange AutoLogRange(double dataMin, double dataMax) {
     if (high - low >= kWholeDecades || dataMin == dataMax) return range;
     const double lastDecade = std::pow(10.0, std::ceil(high) - 1);
     for (const double part : {5.0, 2.0})
-        if (part * lastDecade >= dataMax) range.max = part * lastDecade;
+        if (part * lastDecade >= dataMax * (1 - kNoise)) range.max = part * lastDecade;
     const double firstDecade = range.min;
     for (const double part : {2.0, 5.0})
-        if (part * firstDecade <= dataMin) range.min = part * firstDecade;
+        if (part * firstDecade <= dataMin * (1 + kNoise)) range.min = part * firstDecade;
     return range;
 }
 

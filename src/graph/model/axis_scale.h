@@ -32,11 +32,11 @@ std::optional<double> TickStep(double min, double max, int minSteps);
 /// The displayed range and step for data from `dataMin` to `dataMax`: multiples of the step, at least a
 /// hundredth of a step beyond the data, drawn to 0 where the data lie near it. Throws EScaleError
 /// "Impossible: oMin > oMax in SetMinMax!" or "SetMinMax failed" (also for what is not finite).
-XYGRAPH_EXPORT TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& options);
+TAxisRange AutoRange(double dataMin, double dataMax, const TAxisScaleOptions& options);
 
 /// The displayed range of a logarithmic axis for positive data: whole decades around data that span two or
 /// more, and around one value alone; else the nearest 1, 2 or 5 times a power of ten on both sides. An end
 /// beyond the range of doubles is 0 or infinite. The step is not set.
-XYGRAPH_EXPORT TAxisRange AutoLogRange(double dataMin, double dataMax);
+TAxisRange AutoLogRange(double dataMin, double dataMax);
 
 } // namespace lumoplot

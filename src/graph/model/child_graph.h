@@ -8,14 +8,14 @@
 
 namespace lumoplot {
 
-class XYGRAPH_EXPORT TxyChildGr : public TxyGraph {
+class TxyChildGr : public TxyGraph {
     Q_OBJECT
 
 public:
     /// Inside a graph, which owns it through its chain.
     explicit TxyChildGr(TxyGraph& parentGraph);
     /// Inside any other widget.
-    explicit TxyChildGr(QWidget* parent);
+    XYGRAPH_EXPORT explicit TxyChildGr(QWidget* parent);
 
     TxyGraph* ParentGraph() { return m_parentGraph; }
     const TxyGraph* ParentGraph() const { return m_parentGraph; }
@@ -23,7 +23,7 @@ public:
     /// The place inside a parent of that size that the fractions of Dimensions give, to the nearest pixel.
     QRect PlaceIn(const QSize& parentSize) const;
     /// Moves the widget to its place in the parent graph.
-    void FollowParent();
+    XYGRAPH_EXPORT void FollowParent();
     /// Takes over the fractions from where the widget lies, after a user has moved or resized it.
     void TakeFractionsFromBounds();
 

@@ -1,4 +1,4 @@
-#include "graph/model/dimensions.h"
+#include "graph/model/settings.h"
 
 #include "graph/model/child_graph.h"
 #include "graph/model/setting_rows.h"

@@ -5,10 +5,9 @@
 
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/dimensions.h"
-#include "graph/model/legend.h"
 #include "graph/model/mark.h"
 #include "graph/model/series.h"
+#include "graph/model/settings.h"
 #include "stream/items.h"
 
 #include <QImage>
@@ -48,7 +47,7 @@ auto ChainOf(const std::vector<std::unique_ptr<std::remove_const_t<T>>>& owners)
 }
 
 /// A widget with a size of its own that may lie inside another one.
-class XYGRAPH_EXPORT TReSizablePanel : public QWidget {
+class TReSizablePanel : public QWidget {
     Q_OBJECT
 
 public:
@@ -110,13 +109,13 @@ public:
     /// Appends a new data set under the next number, which is returned.
     int AddSeries();
     /// Appends a data set under a number of the caller's choice, which no data set has.
-    TSeries* AddSeriesNumbered(int number);
+    XYGRAPH_LOCAL TSeries* AddSeriesNumbered(int number);
     /// Makes the data set with that number the first one and renumbers; false when there is none.
     bool MoveSeriesToFirst(int number);
     /// Deletes the data set with that number and renumbers; false when there is none.
     bool DeleteSeries(int number);
     /// Numbers the data sets 1, 2, … in chain order. The X data set keeps its role under its new number.
-    void RenumberSeries();
+    XYGRAPH_LOCAL void RenumberSeries();
     /// Sorts by name, letter case ignored; equal names keep their order. Then renumbers; the last one is
     /// current.
     void SortSeriesByName();
@@ -157,7 +156,7 @@ public:
     /// The axes must be scaled anew before the next drawing.
     void NeedRescale();
     /// A data set has changed: rescale and repaint.
-    void SeriesChanged();
+    XYGRAPH_LOCAL void SeriesChanged();
 
     /// Brings everything that a drawing reads up to date: extents, axes, and the regressions and curve fits
     /// of the active data sets. Called before each drawing. The panel itself paints with what is there and
@@ -177,7 +176,7 @@ public:
     void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
     void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
     /// Somebody listens to OnWantDesigner.
-    bool HasDesigner() const;
+    XYGRAPH_LOCAL bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
     /// filed.
     void SetPlottedPointLimit(int value);
@@ -244,13 +243,13 @@ protected:
 private:
     using TSeriesOwners = std::vector<std::unique_ptr<TSeries>>;
 
-    TSeriesOwners::const_iterator Place(int number) const;
-    void Relink();
-    void UpdateForDrawing();
-    void RequestFullRepaint();
-    void ForgetZoomHistory();
-    void DrawPicture(QPainter& painter);
-    void RenewPicture(double pixelRatio);
+    XYGRAPH_LOCAL TSeriesOwners::const_iterator Place(int number) const;
+    XYGRAPH_LOCAL void Relink();
+    XYGRAPH_LOCAL void UpdateForDrawing();
+    XYGRAPH_LOCAL void RequestFullRepaint();
+    XYGRAPH_LOCAL void ForgetZoomHistory();
+    XYGRAPH_LOCAL void DrawPicture(QPainter& painter);
+    XYGRAPH_LOCAL void RenewPicture(double pixelRatio);
 
     // The settings below ask for repaints and scaling while they are made, so what keeps that comes first.
     bool m_repaintRequested = false;

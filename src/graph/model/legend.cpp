@@ -1,4 +1,4 @@
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 
 #include "graph/model/setting_rows.h"
 

@@ -2,8 +2,8 @@
 // knows no graph; the graph that owns it redraws and does what the chain's results ask for.
 #pragma once
 
-#include "support/color.h"
 #include "support/export.h"
+#include "support/look.h"
 
 #include <map>
 #include <string>
@@ -27,7 +27,7 @@ struct TGraphMark {
     bool operator==(const TGraphMark&) const = default;
 };
 
-class XYGRAPH_EXPORT TMarkChain {
+class TMarkChain {
 public:
     /// The marks by their IDs, in ascending order.
     const std::map<int, TGraphMark>& Marks() const { return m_marks; }
@@ -43,9 +43,9 @@ public:
     /// False when there is no such mark; the current mark is selected anew in both cases.
     bool Delete(int id);
     void Clear();
-    const TGraphMark* Find(int id) const;
+    XYGRAPH_EXPORT const TGraphMark* Find(int id) const;
     /// Makes the mark with that ID current; the one with the highest ID when there is none, 0 for no marks.
-    void Select(int id);
+    XYGRAPH_EXPORT void Select(int id);
     void SelectNone() { m_currentId = 0; }
 
 private:

@@ -53,28 +53,6 @@ bool TSeries::IsOnSecondY() const {
     return m_yAxisOfSeries == m_graph.YAxis_Second();
 }
 
-template <class TField, class TValue>
-void TSeries::Store(TField& field, const TValue& value) {
-    if (field == value) return;
-    field = value;
-    Changed(kStyleChanged);
-}
-
-void TSeries::StoreWord(int& field, int value) {
-    Store(field, std::clamp(value, 0, 65535));
-}
-
-template <class TEnum>
-void TSeries::StoreEnum(TEnum& field, TEnum value, TEnum last) {
-    if (static_cast<int>(value) >= 0 && value <= last) Store(field, value);
-}
-
-template void TSeries::Store(bool&, const bool&);
-template void TSeries::Store(TColor&, const TColor&);
-template void TSeries::Store(double&, const double&);
-template void TSeries::StoreEnum(TPenStyle&, TPenStyle, TPenStyle);
-template void TSeries::StoreEnum(TBoundsType&, TBoundsType, TBoundsType);
-
 void TSeries::SetYAxisOfSeries(TAxis* value) {
     if (value == m_graph.YAxis() || value == m_graph.YAxis_Second()) Store(m_yAxisOfSeries, value);
 }
@@ -169,8 +147,7 @@ bool TSeries::ShowsResults() const {
 }
 
 bool TSeries::WaitsForEveryRow() const {
-    const bool isFitPending = CurveFit().IsStale() && CurveFit().Status() > TFitStatus::Function;
-    return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || isFitPending) &&
+    return m_active && Count() > 0 && HoldsSomeRows() && (ShowsFigures() || CurveFit().IsPending()) &&
            m_everyRowTried != m_dataStamp;
 }
 

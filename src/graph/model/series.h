@@ -5,8 +5,9 @@
 #include "data/series/data_series.h"
 #include "data/series/ds_info.h"
 #include "graph/model/settings.h"
-#include "support/color.h"
+#include "support/look.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace lumoplot {
@@ -51,7 +52,7 @@ struct TSeriesSource {
     bool operator==(const TSeriesSource&) const = default;
 };
 
-class XYGRAPH_EXPORT TSeries : public TDataSeries {
+class TSeries : public TDataSeries {
 public:
     /// Reason of a change of the drawing style, besides those of TDataSeries.
     static constexpr int kStyleChanged = 3;
@@ -69,7 +70,7 @@ public:
 
     TAxis* YAxisOfSeries() { return m_yAxisOfSeries; }
     const TAxis* YAxisOfSeries() const { return m_yAxisOfSeries; }
-    bool IsOnSecondY() const;
+    XYGRAPH_EXPORT bool IsOnSecondY() const;
     bool Active() const { return m_active; }
     bool LinesShown() const { return m_linesShown; }
     bool PointsShown() const { return m_pointsShown; }
@@ -101,7 +102,7 @@ public:
     bool IsThinned() const { return m_isThinned; }
     /// The points are some rows of the source, left for the eye by "Auto"; what is worked out is to come from
     /// all of them.
-    bool HoldsSomeRows() const;
+    XYGRAPH_EXPORT bool HoldsSomeRows() const;
     /// Something is worked out from the points whenever they change: a curve fit, a regression, bounds.
     bool ShowsResults() const;
     /// The plot shows a regression or bounds, or is about to run a fit, and the points are only some rows,
@@ -116,7 +117,7 @@ public:
 
     // Setters store a changed value and send one change notification; enumerations outside their range are
     // ignored.
-    void SetYAxisOfSeries(TAxis* value);
+    XYGRAPH_EXPORT void SetYAxisOfSeries(TAxis* value);
     void SetActive(bool value) { Store(m_active, value); }
     void SetLinesShown(bool value) { Store(m_linesShown, value); }
     void SetPointsShown(bool value) { Store(m_pointsShown, value); }
@@ -125,8 +126,8 @@ public:
     void SetPointColor(TColor value) { Store(m_pointColor, value); }
     void SetBoundsColor(TColor value) { Store(m_boundsColor, value); }
     /// The size is made even and at least 2 unless the shape is WidePoint; the same holds for SetPointSize.
-    void SetPointShape(TPointShape value);
-    void SetPointSize(int value);
+    XYGRAPH_EXPORT void SetPointShape(TPointShape value);
+    XYGRAPH_EXPORT void SetPointSize(int value);
     void SetLineStyle(TPenStyle value) { StoreEnum(m_lineStyle, value, TPenStyle::DashDotDot); }
     void SetLineWidth(int value) { StoreWord(m_lineWidth, value); }
     void SetPointBorderWidth(int value) { StoreWord(m_pointBorderWidth, value); }
@@ -142,20 +143,20 @@ public:
     void SetRegressionLineWidth(int value) { StoreWord(m_regressionLineWidth, value); }
     /// As for any data series; the X data set that is to hold duplicates ceases to be the X data set, which
     /// the message sink is told.
-    void SetDuplicatesAllowed(bool value);
-    void SetUseXAxisSeries(bool value);
+    XYGRAPH_EXPORT void SetDuplicatesAllowed(bool value);
+    XYGRAPH_EXPORT void SetUseXAxisSeries(bool value);
     /// Puts the switch back where results are put back as well.
     void RestoreUseXAxisSeries(bool value) { m_useXAxisSeries = value; }
     const TDataSeries* XSource() const override;
     void SetThinned(bool value) { m_isThinned = value; }
     void SetSourceRows(const TSourceRows& value) { m_sourceRows = value; }
-    void SetTextWishes(const TTextWishes& value);
+    XYGRAPH_EXPORT void SetTextWishes(const TTextWishes& value);
     TSeriesSource SourceState() const;
     void SetSourceState(const TSeriesSource& state);
 
     /// An update hold as a switch: switching it on begins one, switching it off ends it.
     bool UpdateDepth() const { return m_updateDepth; }
-    void SetUpdateDepth(bool value);
+    XYGRAPH_EXPORT void SetUpdateDepth(bool value);
 
     void Changed(TChangeReasons reasons) override;
     /// Works out FittedCurve when its fit or the extent of X has changed; extents are up to date.
@@ -170,7 +171,7 @@ public:
     std::uint64_t DataStamp() const { return m_dataStamp; }
 
     /// Becomes equal to the other data set in every respect but the number, whether files hold it or not.
-    void CopyFrom(const TSeries& other);
+    XYGRAPH_EXPORT void CopyFrom(const TSeries& other);
 
 protected:
     void Tell(TChangeReasons reasons) override;
@@ -192,10 +193,16 @@ private:
     bool ShowsFigures() const;
     void TellPaired();
     template <class TField, class TValue>
-    void Store(TField& field, const TValue& value);
-    void StoreWord(int& field, int value);
+    void Store(TField& field, const TValue& value) {
+        if (field == value) return;
+        field = value;
+        Changed(kStyleChanged);
+    }
+    void StoreWord(int& field, int value) { Store(field, std::clamp(value, 0, 65535)); }
     template <class TEnum>
-    void StoreEnum(TEnum& field, TEnum value, TEnum last);
+    void StoreEnum(TEnum& field, TEnum value, TEnum last) {
+        if (static_cast<int>(value) >= 0 && value <= last) Store(field, value);
+    }
     int FittingSize(int size) const;
 
     TxyGraph& m_graph;

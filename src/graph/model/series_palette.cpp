@@ -29,4 +29,8 @@ void TakeNextStyle(TSeries& series) {
     series.SetPointShape(kSeriesShapes[place % kSeriesShapes.size()]);
 }
 
+void TakeOwnStyle(TSeries& series) {
+    if (IsTaken(series, series.LineColor()) || IsTaken(series, series.PointColor())) TakeNextStyle(series);
+}
+
 } // namespace lumoplot

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "graph/model/series.h"
-#include "support/color.h"
+#include "support/look.h"
 
 #include <array>
 
@@ -19,5 +19,7 @@ inline constexpr std::array<TPointShape, 8> kSeriesShapes = {
 /// Gives a new data set the first colour, and its shape, from that of its number on that no other data set of
 /// the graph has; that of its number where all are taken.
 XYGRAPH_EXPORT void TakeNextStyle(TSeries& series);
+/// As TakeNextStyle, for a data set that has come with a style, where another one has its colour.
+XYGRAPH_EXPORT void TakeOwnStyle(TSeries& series);
 
 } // namespace lumoplot

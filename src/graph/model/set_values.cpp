@@ -1,5 +1,6 @@
 #include "graph/model/set_values.h"
 
+#include "data/series/y_error_rule.h"
 #include "expr/blocks/block_evaluator.h"
 #include "expr/expression_parser.h"
 #include "expr/names.h"

@@ -112,6 +112,19 @@ constexpr TSectionRow<TSeries> QuotesWishRow(int key, const char* label) {
     return row;
 }
 
+// Written for a data set that has X of its own where others have those of the X data set.
+constexpr TSectionRow<TSeries> OwnXRow(int key, const char* label) {
+    constexpr auto kHasOwnX = [](const TSeries& series) {
+        return series.Graph().Appearance()->XAxisSerIndex() > 0 && !series.UseXAxisSeries();
+    };
+    auto row = Row<TSeries, kHasOwnX, [](TSeries& series, bool own) { series.RestoreUseXAxisSeries(!own); }>(
+        key, "", label, TRowOf::SectionsWithPoints);
+    row.write = [](TxyWriter& writer, const TSectionRow<TSeries>& self, const TSeries& series) {
+        if (std::get<bool>(self.get(series))) writer.WriteBoolean(self.key, self.name, true);
+    };
+    return row;
+}
+
 // A row of a plain field of a mark.
 template <auto Field>
 constexpr TSectionRow<TGraphMark> MarkRow(int key, const char* name) {
@@ -310,6 +323,7 @@ std::span<const TSectionRow<TSeries>> SeriesRows() {
         WishRow<&TTextWishes::midnight, &IsUpTo<TMidnight::RunsOn>>(64, "Midnight"),
         WishRow<&TTextWishes::columns, &IsUpTo<TColumnLayout::Aligned>>(65, "ColumnLayout"),
         QuotesWishRow(66, "Quotes"),
+        OwnXRow(67, "OwnX"),
     };
     return kRows;
 }

@@ -19,8 +19,9 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kWheelStep = 1.2; // magnification by one notch of a wheel
-constexpr double kNotch = 120;     // eighths of a degree
+constexpr double kWheelStep = 1.2;    // magnification by one notch of a wheel
+constexpr double kNotch = 120;        // eighths of a degree
+constexpr std::uint64_t kPause = 500; // ms, after which turning the wheel or pressing keys is another step
 constexpr double kKeyStep = 1.4;
 constexpr double kKeyMove = 0.1; // of the plot
 constexpr double kRing = 6;      // radius of the ring around the nearest point
@@ -149,9 +150,16 @@ void TGraphMouse::AskForSettings(TGraphPart part) {
     m_wantedPart = TGraphPart::None;
 }
 
+void TGraphMouse::BeginStep(TStepBy by, std::uint64_t now) {
+    if (by != m_stepBy || now - m_lastStep > kPause) m_zoom.EndGesture();
+    m_stepBy = by;
+    m_lastStep = now;
+}
+
 bool TGraphMouse::Wheel(const QWheelEvent& event) {
     const auto axes = Map() ? AxesAt(*Map(), event.position()) : std::nullopt;
     if (!axes || m_isDragging || event.angleDelta().y() == 0) return false;
+    BeginStep(TStepBy::Wheel, event.timestamp());
     m_zoom.Magnify(*Map(), event.position(), std::pow(kWheelStep, event.angleDelta().y() / kNotch), *axes);
     return true;
 }
@@ -187,6 +195,7 @@ void TGraphMouse::Hover(QPointF place) {
         m_coords->Clear();
     if (m_isDragging) return;
     m_mode->Hover(Map(), place);
+    m_isWalking = false;
     SetNear(NearestPoint(m_graph, *Map(), place, kReach));
 }
 
@@ -224,6 +233,7 @@ bool TGraphMouse::Key(const QKeyEvent& event) {
         return true;
     }
     if (!Map()) return false;
+    if (!m_isDragging) BeginStep(TStepBy::Key, event.timestamp());
     if (m_mode->PressKey(event)) return true;
     return !m_isDragging && (WalkPoints(event) || MoveByKey(event) || ZoomByKey(event));
 }
@@ -253,10 +263,16 @@ bool TGraphMouse::MoveByKey(const QKeyEvent& event) {
 }
 
 bool TGraphMouse::WalkPoints(const QKeyEvent& event) {
-    if (!event.modifiers().testFlag(Qt::ControlModifier)) return false;
+    m_isWalking = m_near && m_isWalking;
+    if (m_isWalking && event.key() == Qt::Key_Escape) {
+        SetNear(std::nullopt);
+        return true;
+    }
+    if (!m_isWalking && !event.modifiers().testFlag(Qt::ControlModifier)) return false;
     const auto step = PointStepOf(event.key());
     if (!step) return false;
     if (const auto hit = NextPoint(m_graph, *Map(), m_near, *step)) SetNear(hit);
+    m_isWalking = m_near.has_value();
     return true;
 }
 

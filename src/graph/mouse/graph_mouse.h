@@ -4,8 +4,8 @@
 // Left drag: the mode (the usual one zooms); beside the plot of a child graph it moves the child, at its
 // edges it resizes it. Wheel: zoom about the mouse, over the labels of an axis that axis alone. Double click
 // on the plot: the axes follow the data again; on the legend or beside the plot: OnWantDesigner. Keys: + and
-// − zoom, arrows move, Home shows all, Backspace goes back, Ctrl with arrows walks over the points, Esc ends
-// a drag.
+// − zoom, arrows move, Home shows all, Backspace goes back, Ctrl with arrows walks over the points, from then
+// on the arrows alone do so until Esc, which also ends a drag.
 #pragma once
 
 #include "graph/mouse/child_placing.h"
@@ -89,6 +89,9 @@ private:
     void TakeFocus(Qt::FocusReason reason);
     void AskForSettings(TGraphPart part);
 
+    /// What changes the view step by step; steps by the same without a pause are one.
+    enum class TStepBy { Drag, Wheel, Key };
+    void BeginStep(TStepBy by, std::uint64_t now);
     bool IsPlacing() const { return m_placing && m_placing->IsGoing(); }
     bool ZoomByKey(const QKeyEvent& event);
     bool MoveByKey(const QKeyEvent& event);
@@ -107,6 +110,9 @@ private:
     TGraphPart m_wantedPart = TGraphPart::None;
     Qt::MouseButton m_dragButton = Qt::NoButton;
     bool m_isDragging = false;
+    bool m_isWalking = false; ///< the keys have brought m_near
+    TStepBy m_stepBy = TStepBy::Drag;
+    std::uint64_t m_lastStep = 0;           ///< ms
     bool m_showsFocus = false;              ///< the keys have brought the focus here
     std::optional<TChildPlacing> m_placing; ///< of a child graph
 };

@@ -121,13 +121,26 @@ void TGraphZoom::Move(const TPlotMap& map, QPointF distance, TZoomAxes axes) {
     });
 }
 
+// The step of the user's own that made way for an automatic one while he zoomed. Where an axis followed the
+// data with an automatic step, there was none.
+std::optional<double> TGraphZoom::ReplacedStep(std::size_t axis) const {
+    if (!Axes()[axis]->AutoStepping()) return std::nullopt;
+    for (auto view = m_history.rbegin(); view != m_history.rend(); ++view) {
+        const TAxisView& former = (*view)[axis];
+        if (!former.AutoStepping) return former.StepSize;
+        if (former.AutoSizing) return std::nullopt;
+    }
+    return std::nullopt;
+}
+
 void TGraphZoom::ShowAll() {
     EndGesture();
     const TGraphView before = CurrentView();
     m_graph.ChangeByUser({"show all"}, [&] {
-        for (TAxis* axis : Axes()) {
-            axis->SetAutoSizing(true);
-            axis->SetAutoStepping(true);
+        const auto axes = Axes();
+        for (std::size_t i = 0; i < axes.size(); ++i) {
+            if (const auto step = ReplacedStep(i)) axes[i]->SetStepSize(*step);
+            axes[i]->SetAutoSizing(true);
         }
         if (CurrentView() != before) Remember(before);
     });

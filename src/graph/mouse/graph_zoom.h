@@ -6,6 +6,7 @@
 #include "graph/plotted/plot_map.h"
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace lumoplot {
@@ -41,7 +42,7 @@ public:
     void Magnify(const TPlotMap& map, QPointF place, double factor, TZoomAxes axes = TZoomAxes::All);
     /// Moves the picture by that distance in the map's units.
     void Move(const TPlotMap& map, QPointF distance, TZoomAxes axes = TZoomAxes::All);
-    /// The axes follow the data again.
+    /// The axes follow the data again; a step of the user's own stays, or comes back.
     XYGRAPH_EXPORT void ShowAll();
     /// Puts back the ranges of before the last gesture.
     void GoBack();
@@ -65,6 +66,7 @@ private:
     template <class TRangeOf>
     void Change(const TPlotMap& map, TZoomAxes axes, TRangeOf rangeOf);
     bool BeginGesture();
+    std::optional<double> ReplacedStep(std::size_t axis) const;
     void Remember(const TGraphView& view);
     void ShowLastView(const TUserChange& change);
     void Show(const TGraphView& view);

@@ -32,14 +32,26 @@ double PixelOf(const TScaleMap& map, double position) {
 
 } // namespace
 
+double RoundedToPixel(const TAxis& axis, const TScaleMap& map, double position, double value) {
+    return RoundedTo(axis, value, PixelOf(map, position));
+}
+
+double PointedAt(const TAxis& axis, const TScaleMap& map, double position) {
+    return RoundedToPixel(axis, map, position, map.Value(position));
+}
+
 TPlotPlace PlaceIn(const TxyGraph& graph, const TPlotMap& map, QPointF place, bool second, bool snaps,
                    const TSeries* except) {
+    const TAxis& yAxis = second ? *graph.YAxis_Second() : *graph.YAxis();
+    const TScaleMap& yMap = map.YOf(second);
     if (snaps)
-        if (const auto hit = SnapPoint(graph, map, place, except))
-            return {hit->Place, hit->X, map.YOf(second).Value(hit->Place.y())};
+        if (const auto hit = SnapPoint(graph, map, place, except)) {
+            const bool isOnIt = hit->Series->IsOnSecondY() == second;
+            return {hit->Place, hit->X, isOnIt ? hit->Y : PointedAt(yAxis, yMap, hit->Place.y())};
+        }
     place = {std::clamp(place.x(), map.Plot.left(), map.Plot.right()),
              std::clamp(place.y(), map.Plot.top(), map.Plot.bottom())};
-    return {place, map.X.Value(place.x()), map.YOf(second).Value(place.y())};
+    return {place, PointedAt(*graph.XAxis(), map.X, place.x()), PointedAt(yAxis, yMap, place.y())};
 }
 
 QString PlaceText(const TxyGraph& graph, const TPlotMap& map, const TPlotPlace& place, bool second) {

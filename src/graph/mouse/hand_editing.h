@@ -32,10 +32,16 @@ struct TPlotPlace {
     double Y; ///< corrected, on the Y axis that was asked for
 };
 
-/// The values at a place, which is moved into the plot; or those of the nearest drawn point of a data set
-/// other than `except` (null for any) where `snaps` and one is within the reach of the mouse.
+/// The values at a place, which is moved into the plot, with the digits that a pixel is worth; or those of
+/// the nearest drawn point of a data set other than `except` (null for any) where `snaps` and one is within
+/// the reach of the mouse.
 TPlotPlace PlaceIn(const TxyGraph& graph, const TPlotMap& map, QPointF place, bool second, bool snaps,
                    const TSeries* except);
+
+/// The value of an axis at a position of its map, with the digits that a pixel is worth.
+double PointedAt(const TAxis& axis, const TScaleMap& map, double position);
+/// A value as PointedAt would give it there.
+double RoundedToPixel(const TAxis& axis, const TScaleMap& map, double position, double value);
 
 /// "3.25, 17.1", with the digits that a pixel is worth.
 QString PlaceText(const TxyGraph& graph, const TPlotMap& map, const TPlotPlace& place, bool second);

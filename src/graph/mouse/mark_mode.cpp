@@ -117,9 +117,11 @@ void TMarkMode::Move(TDragState& drag, QPointF place) const {
         PlaceIn(m_mouse.Graph(), drag.Map, place, second, m_editing->Snaps && !isWholeLine, nullptr);
     if (isWholeLine) {
         const QPointF way = drag.Target.Place - drag.Start;
+        TxyGraph& graph = m_mouse.Graph();
         const auto shift = [&](QPointF end, double& x, double& y) {
-            x = drag.Map.X.Value(end.x() + way.x());
-            y = drag.Map.YOf(second).Value(end.y() + way.y());
+            x = PointedAt(*graph.XAxis(), drag.Map.X, end.x() + way.x());
+            y = PointedAt(second ? *graph.YAxis_Second() : *graph.YAxis(), drag.Map.YOf(second),
+                          end.y() + way.y());
         };
         shift(FirstOf(drag.Map, drag.Before), mark.X1, mark.Y1);
         shift(SecondOf(drag.Map, drag.Before), mark.X2, mark.Y2);

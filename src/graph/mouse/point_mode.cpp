@@ -19,8 +19,11 @@ constexpr double kPointArm = 6;   // of the cross over a point that goes
 constexpr double kHandleArm = 2.5;
 constexpr std::size_t kMostHandles = 2000;
 
-double RawY(const TSeries& series, double x, double corrected) {
-    return corrected + series.ZeroValue() + series.BaseLineSlope() * x;
+double RawY(const TSeries& series, const TPlotMap& map, const TPlotPlace& target) {
+    const double baseline = series.ZeroValue() + series.BaseLineSlope() * target.X;
+    if (baseline == 0) return target.Y;
+    const double raw = target.Y + baseline;
+    return RoundedToPixel(*series.YAxisOfSeries(), map.YOf(series), target.Place.y(), raw);
 }
 
 } // namespace
@@ -107,9 +110,8 @@ void TPointMode::Release(const TMouseMoment& moment) {
     TSeries* series = m_mouse.Graph().FindSeries(drag->Number);
     if (!series) return;
     if (m_action == TPointAction::Add) {
-        return Change("add point to ", *series, [&] {
-            series->AddPoint(drag->Target.X, RawY(*series, drag->Target.X, drag->Target.Y));
-        });
+        return Change("add point to ", *series,
+                      [&] { series->AddPoint(drag->Target.X, RawY(*series, drag->Map, drag->Target)); });
     }
     const auto point = series->GetPoint(drag->Point.Id);
     if (!point || point->X != drag->Point.X) return;
@@ -122,7 +124,7 @@ void TPointMode::Release(const TMouseMoment& moment) {
 void TPointMode::Carry(TSeries& series, const TDragState& drag) const {
     const QPointF way = drag.Target.Place - drag.Start;
     if (std::max(std::abs(way.x()), std::abs(way.y())) < kClickReach) return;
-    const double y = RawY(series, drag.Target.X, drag.Target.Y);
+    const double y = RawY(series, drag.Map, drag.Target);
     Change("move point of ", series, [&] {
         const TUpdateHold hold(series);
         if (drag.Target.X == drag.Point.X) {

@@ -11,7 +11,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kZoomClickReach = 4; // pixels that a click may wander
+constexpr double kZoomClickReach = 4; // pixels that a click on the legend may wander
 constexpr double kFlatBand = 8;       // pixels; a band lower than this has no height
 
 QPointF InsideOf(const QRectF& r, QPointF p) {
@@ -81,7 +81,8 @@ void TZoomMode::End() {
 
 bool TZoomMode::IsClick() const {
     const QPointF way = m_drag->Place - m_drag->Start;
-    return std::max(std::abs(way.x()), std::abs(way.y())) < kZoomClickReach;
+    const double reach = m_drag->Kind == TKind::Band ? kFlatBand : kZoomClickReach;
+    return std::max(std::abs(way.x()), std::abs(way.y())) < reach;
 }
 
 TZoomAxes TZoomMode::BandAxes() const {

@@ -28,7 +28,7 @@ struct TRange {
 
 /// From the smallest to the largest X of the points as they are plotted, whatever the axes can show; its own
 /// extents are up to date.
-XYGRAPH_EXPORT TRange PlottedXRange(const TSeries& series);
+TRange PlottedXRange(const TSeries& series);
 /// The smallest X above 0 in the plot; 0 when there is none.
 double SmallestPlottedX(const TSeries& series);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "graph/model/axis.h"
+#include "graph/model/axis_scale.h"
 #include "graph/plotted/drawn_extent.h"
 
 #include <array>

@@ -36,7 +36,9 @@ void TScaleMap::MapAll(std::span<const double> values, std::span<double> positio
         std::ranges::transform(values, positions.begin(), [this](double value) { return Position(value); });
         return;
     }
-    for (std::size_t i = 0; i < values.size(); ++i) positions[i] = m_from + (values[i] - m_start) * m_factor;
+    // Copies, since the compiler can not know that no position is one of these.
+    const double from = m_from, start = m_start, factor = m_factor;
+    for (std::size_t i = 0; i < values.size(); ++i) positions[i] = from + (values[i] - start) * factor;
 }
 
 } // namespace lumoplot

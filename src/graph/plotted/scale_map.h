@@ -14,8 +14,7 @@ enum class TScaleKind { Linear, Log };
 class TScaleMap {
 public:
     /// Maps min to `from` and max to `to` (which may lie before it). Needs min < max, and min > 0 for Log.
-    XYGRAPH_EXPORT TScaleMap(double min, double max, double from, double to,
-                             TScaleKind kind = TScaleKind::Linear);
+    TScaleMap(double min, double max, double from, double to, TScaleKind kind = TScaleKind::Linear);
 
     double Min() const { return m_min; }
     double Max() const { return m_max; }

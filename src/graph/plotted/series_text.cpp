@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <span>
 
 namespace lumoplot {
 namespace {
@@ -23,11 +25,11 @@ std::string HeaderText(const std::string& text, char divider) {
     return quoted + '"';
 }
 
-void AppendLine(std::vector<std::uint8_t>& bytes, std::string_view first, char divider,
-                std::string_view second) {
-    Append(bytes, first);
-    bytes.push_back(static_cast<std::uint8_t>(divider));
-    Append(bytes, second);
+void AppendLine(std::vector<std::uint8_t>& bytes, char divider, std::span<const std::string> cells) {
+    for (const std::string& cell : cells) {
+        if (&cell != &cells.front()) bytes.push_back(static_cast<std::uint8_t>(divider));
+        Append(bytes, cell);
+    }
     bytes.push_back('\n');
 }
 
@@ -51,20 +53,37 @@ std::pair<std::string, std::string> ColumnNames(const TSeries& series, const std
             Chosen(series.SeriesName(), "", Chosen(yTitle, "", "Y").c_str())};
 }
 
+std::string LostInText(const TSeries& series) {
+    int lost = 0;
+    for (TPointCursor point = series.First(); point; point = point.Next())
+        if (!std::isfinite(point.Y())) ++lost;
+    if (lost == 0) return {};
+    return std::to_string(lost) + " of " + std::to_string(series.Count()) +
+           " points have no finite Y: programs that read the text may pass over them, as this one does. A "
+           "data-set file (.lds) keeps them.";
+}
+
 } // namespace
 
 std::vector<std::uint8_t> SeriesAsText(const TSeries& series, const std::string& fileName) {
     const char divider = EndsWith(fileName, ".csv") ? ',' : '\t';
+    const bool hasErrors = series.HasYErrors();
     std::vector<std::uint8_t> bytes;
     const auto [x, y] = ColumnNames(series, fileName);
-    AppendLine(bytes, HeaderText(x, divider), divider, HeaderText(y, divider));
-    for (TPointCursor point = series.First(); point; point = point.Next())
-        AppendLine(bytes, FormatShortest(point.X()), divider, FormatShortest(point.Y()));
+    std::vector<std::string> cells = {HeaderText(x, divider), HeaderText(y, divider)};
+    if (hasErrors) cells.emplace_back("Error of Y");
+    AppendLine(bytes, divider, cells);
+    for (TPointCursor point = series.First(); point; point = point.Next()) {
+        cells = {FormatShortest(point.X()), FormatShortest(point.Y())};
+        if (hasErrors) cells.push_back(point.YError() > 0 ? FormatShortest(point.YError()) : std::string());
+        AppendLine(bytes, divider, cells);
+    }
     return bytes;
 }
 
-void SaveSeriesAsText(const TSeries& series, const std::string& fileName) {
+std::string SaveSeriesAsText(const TSeries& series, const std::string& fileName) {
     ReplaceFile(fileName, SeriesAsText(series, fileName));
+    return LostInText(series);
 }
 
 } // namespace lumoplot

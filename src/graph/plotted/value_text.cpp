@@ -27,7 +27,29 @@ int DigitsFor(double value, double resolution) {
     return static_cast<int>(std::clamp<double>(digits, 1, kMostDigits));
 }
 
+// To a multiple of 1/parts.
+double RoundedToPart(double value, double parts) {
+    const double rounded = std::round(value * parts) / parts;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
+double PartsOfADay(double resolution) {
+    for (const double parts : {1.0, 24.0, 1440.0, 86400.0})
+        if (resolution * parts >= 1) return parts;
+    return 86400e3;
+}
+
 } // namespace
+
+double RoundedTo(const TAxis& axis, double value, double resolution) {
+    if (!(resolution > 0) || !std::isfinite(resolution) || !std::isfinite(value)) return value;
+    if (axis.ShowAsTime()) return RoundedToPart(value, PartsOfADay(resolution));
+    // Powers of ten are exact, and so is a quotient by them to the nearest double.
+    const double digits = -std::floor(std::log10(resolution));
+    const double power = std::pow(10.0, std::abs(digits));
+    if (digits >= 0) return RoundedToPart(value, power);
+    return std::round(value / power) * power;
+}
 
 QString ValueText(const TAxis& axis, double value, double resolution) {
     if (!std::isfinite(value)) return QStringLiteral("–");

@@ -11,4 +11,8 @@ namespace lumoplot {
 /// a data set means, up to 12). Not-a-number and infinite values give "–".
 QString ValueText(const TAxis& axis, double value, double resolution = 0);
 
+/// The value to the decimal place, on a date axis to the unit of time, that is not coarser than `resolution`:
+/// what is stored of a place that was pointed at. As it is where the resolution is no number above 0.
+double RoundedTo(const TAxis& axis, double value, double resolution);
+
 } // namespace lumoplot

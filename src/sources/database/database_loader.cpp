@@ -1,9 +1,12 @@
 #include "sources/database/database_loader.h"
 
+#include "data/series/y_error_rule.h"
+#include "sources/database/connection/password_asker.h"
 #include "sources/database/row_reader.h"
 #include "sources/database/row_stream.h"
 #include "sources/database/sql_text.h"
 #include "support/errors.h"
+#include "support/update_hold.h"
 
 #include <QFileInfo>
 #include <memory>
@@ -66,24 +69,14 @@ bool TakePoints(TReadingThread& reading, TPointChain& points, const TMergeRule& 
         const auto block = reading.Stream().Take(kStep);
         if (!block) continue;
         rows = block->rowsSeen;
-        if (!points.AddAll(block->x, block->y, rule))
+        if (!points.AddAll(block->x, block->y, rule, block->yErrors))
             throw EFileError(what + ": there are more rows than a data set can have points");
     }
     return true;
 }
 
-} // namespace
-
-std::string DatabaseSourceText(const std::string& connection, const TDSInfo& info) {
-    const std::string place = WithoutPassword(connection);
-    const std::string name =
-        IsServer(connection) ? place : QFileInfo(QString::fromStdString(place)).fileName().toStdString();
-    if (!info.Database().query.empty()) return name + ", own SELECT";
-    return info.SourceName().empty() ? name : name + ", table " + info.SourceName();
-}
-
-TTextReport LoadDatabaseSeries(TDataSeries& series, const std::string& connection,
-                               const TTextLoadOptions& options, TProgress& progress) {
+TTextReport LoadOnce(TDataSeries& series, const std::string& connection, const TTextLoadOptions& options,
+                     TProgress& progress) {
     TRowRequest request;
     request.connection = connection;
     request.info = series.DataSourceInfo();
@@ -110,8 +103,33 @@ TTextReport LoadDatabaseSeries(TDataSeries& series, const std::string& connectio
     if (series.DataSourceInfo().AutoRowHitFreq())
         series.DataSourceInfo().NoteRowSamplingFrequency(report.samplingFrequency);
     series.DataSourceInfo().SetNeedsReload(false);
-    series.SwapPoints(std::move(points));
+    const TUpdateHold hold(series);
+    const bool hadErrors = series.SwapPoints(std::move(points)).HasYErrors();
+    RenewYErrors(series);
+    if (hadErrors && !series.HasYErrors())
+        report.notes.push_back("the errors of Y that were there are gone: the source has none");
     return report;
+}
+
+} // namespace
+
+std::string DatabaseSourceText(const std::string& connection, const TDSInfo& info) {
+    const std::string place = WithoutPassword(connection);
+    const std::string name =
+        IsServer(connection) ? place : QFileInfo(QString::fromStdString(place)).fileName().toStdString();
+    if (!info.Database().query.empty()) return name + ", own SELECT";
+    return info.SourceName().empty() ? name : name + ", table " + info.SourceName();
+}
+
+TTextReport LoadDatabaseSeries(TDataSeries& series, const std::string& connection,
+                               const TTextLoadOptions& options, TProgress& progress) {
+    for (;;) {
+        try {
+            return LoadOnce(series, connection, options, progress);
+        } catch (const EPasswordNeeded& error) {
+            if (!AskForPassword(connection, error.what())) throw;
+        }
+    }
 }
 
 std::vector<TSqlTable> DatabaseTables(const std::string& connection) {

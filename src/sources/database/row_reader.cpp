@@ -1,5 +1,6 @@
 #include "sources/database/row_reader.h"
 
+#include "data/points/point_block.h"
 #include "sources/database/database_loader.h"
 #include "sources/database/sql_text.h"
 #include "sources/database/value_reader.h"
@@ -48,6 +49,7 @@ TTextFormat FormatOf(const std::vector<TTableColumn>& columns, TChosenColumns ch
     }
     format.xColumn = chosen.x;
     format.yColumn = chosen.y;
+    format.yErrorColumn = chosen.yError;
     const auto isDate = [&](int place) {
         return place >= 0 && columns[static_cast<std::size_t>(place)].IsDate();
     };
@@ -71,7 +73,7 @@ public:
         const std::string source = SourceSql(*m_session, m_request.info);
         m_columns = ReadPreview(*m_session, source, CleanedSql(m_request.info.Database().where), kSampledRows)
                         .columns;
-        const TChosenColumns chosen = ChooseColumns(m_columns, m_request.info);
+        const TChosenColumns chosen = Chosen();
         m_report.readings.best.format = FormatOf(m_columns, chosen);
         m_formulas.emplace(m_request.formulas, m_report.readings.best.format);
         ChooseRead(chosen);
@@ -86,7 +88,16 @@ public:
 
 private:
     bool IsByX() const { return m_request.info.RowChoiceMode() == TRowChoice::ByX; }
+    bool HasYErrors() const { return m_errorPlace > 0; }
     bool HasFormulas() const { return m_formulas->ChangeX() || m_formulas->ChangeY(); }
+
+    TChosenColumns Chosen() const {
+        try {
+            return ChooseColumns(m_columns, m_request.info);
+        } catch (const EFileError& error) {
+            throw EFileError(DatabaseSourceText(m_request.connection, m_request.info) + ": " + error.what());
+        }
+    }
 
     void ChooseRead(TChosenColumns chosen) {
         const auto column = [this](int place) {
@@ -94,6 +105,10 @@ private:
         };
         m_read = {column(chosen.x), column(chosen.y)};
         for (const int extra : m_formulas->Columns()) m_read.push_back(column(extra));
+        if (chosen.yError >= 0) {
+            m_errorPlace = static_cast<int>(m_read.size());
+            m_read.push_back(column(chosen.yError));
+        }
         static const TTableColumn rowNumber;
         for (const TTableColumn* read : m_read) m_readers.emplace_back(read ? *read : rowNumber);
         if (m_formulas->KeepsY()) m_report.yName = m_read[1]->name;
@@ -200,7 +215,8 @@ private:
         plan = PlanEveryNthOfMany(builder, std::move(plan), static_cast<int>(every));
         NoteExtent(extent);
         const bool knowsRange = std::isfinite(extent[2]) && std::isfinite(extent[3]);
-        if (HasFormulas() || !m_read[0] || !builder.CanFindExtremes() || !knowsRange) return plan;
+        if (HasFormulas() || HasYErrors() || !m_read[0] || !builder.CanFindExtremes() || !knowsRange)
+            return plan;
         plan.select = builder.ExtremesOfParts(extent[2], extent[3], std::max(1, m_request.budget / 2 - 1));
         plan.hasNulls = false;
         m_nullRows = rows - static_cast<std::int64_t>(extent[1]);
@@ -235,7 +251,9 @@ private:
                 if (IsOverLimit()) return;
             }
         } catch (const EFileError& error) {
-            throw EFileError(std::string(error.what()) + " (behind row " +
+            const std::string& table = m_request.info.SourceName();
+            throw EFileError(std::string(error.what()) + " (" +
+                             (table.empty() ? "" : "table " + table + ", ") + "behind row " +
                              std::to_string(std::max<std::int64_t>(0, row)) + ")");
         }
         FinishBlock();
@@ -251,7 +269,7 @@ private:
         m_block.x.reserve(kBlockRows);
         m_block.y.reserve(kBlockRows);
         m_rowNumbers.clear();
-        m_extras.assign(m_read.size() - 2, {});
+        m_extras.assign(m_formulas->Columns().size(), {});
     }
 
     void TakeRow(TSqlRows& rows, std::int64_t row) {
@@ -266,6 +284,15 @@ private:
         m_block.x.push_back(x);
         m_block.y.push_back(y);
         m_rowNumbers.push_back(static_cast<double>(row));
+        if (HasYErrors()) m_block.yErrors.push_back(YErrorOf(rows));
+    }
+
+    // A row counts without its error, too.
+    double YErrorOf(TSqlRows& rows) {
+        TValueReader& reader = m_readers[static_cast<std::size_t>(m_errorPlace)];
+        const double error = UsableYError(reader.Read(rows.Cell(m_errorPlace), m_counts).value_or(0));
+        if (error == 0) ++m_report.rowsWithoutYError;
+        return error;
     }
 
     bool TakeCell(TSqlRows& rows, std::size_t place, std::int64_t row, bool isNeeded, double& value) {
@@ -312,10 +339,12 @@ private:
                 continue;
             }
             m_block.x[kept] = x;
+            if (HasYErrors()) m_block.yErrors[kept] = m_block.yErrors[i];
             m_block.y[kept++] = y;
         }
         m_block.x.resize(kept);
         m_block.y.resize(kept);
+        if (HasYErrors()) m_block.yErrors.resize(kept);
     }
 
     TTextReport Finished() {
@@ -325,6 +354,8 @@ private:
         };
         note(m_nullRows, " row has no value (NULL) and gives no point",
              " rows have no value (NULL) and give no point");
+        note(m_report.rowsWithoutYError, " row has no number above 0 as the error of Y",
+             " rows have no number above 0 as the error of Y");
         note(m_counts.rounded, " value has more digits than numbers hold here and was rounded",
              " values have more digits than numbers hold here and were rounded");
         if (m_report.rowsUsed == 0 && !m_report.isOverLimit && !m_stream.IsStopped()) ThrowNoRows();
@@ -348,6 +379,7 @@ private:
     std::optional<TRowFormulas> m_formulas;
     bool m_canThin = true;
     bool m_filtersX = false; ///< rows are chosen by X here and not by the engine
+    int m_errorPlace = 0;    ///< among m_read; 0: no column of errors was asked for
     TTextReport m_report;
     TCellCounts m_counts;
     std::int64_t m_chosenRows = 0;

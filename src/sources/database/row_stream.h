@@ -18,7 +18,8 @@ namespace lumoplot {
 struct TReadPoints {
     std::vector<double> x;
     std::vector<double> y;
-    std::int64_t rowsSeen = 0; ///< since the beginning
+    std::vector<double> yErrors; ///< empty where no column of them was asked for; 0 for none
+    std::int64_t rowsSeen = 0;   ///< since the beginning
 };
 
 /// What both threads share. It outlives the one that takes when the other one can not be stopped.

@@ -115,7 +115,10 @@ TChosenColumns ChooseColumns(const std::vector<TTableColumn>& columns, const TDS
     if (x.empty() && chosen.y == TTextFormat::kNoColumn) std::swap(chosen.x, chosen.y);
     if (chosen.x == TTextFormat::kNoColumn) chosen.x = TTextFormat::kRowNumber;
     if (chosen.y < 0) throw EFileError("no column holds numbers or dates");
-    for (const int place : {chosen.x, chosen.y})
+    const TYErrorRule& rule = info.YErrorRule();
+    if (rule.Kind == TYErrorKind::Column) chosen.yError = FindColumn(columns, rule.Column);
+    if (chosen.yError == TTextFormat::kRowNumber) chosen.yError = TTextFormat::kNoColumn;
+    for (const int place : {chosen.x, chosen.y, chosen.yError})
         if (place >= 0 && columns[static_cast<std::size_t>(place)].kind == TSqlColumnKind::Binary)
             throw EFileError("row 1: column " + columns[static_cast<std::size_t>(place)].name +
                              " holds binary data and no numbers");

@@ -38,6 +38,7 @@ TTablePreview ReadPreview(TSqlSession& session, const std::string& source, const
 struct TChosenColumns {
     int x = TTextFormat::kRowNumber;
     int y = TTextFormat::kNoColumn;
+    int yError = TTextFormat::kNoColumn; ///< the standard errors of Y, where a column of them is asked for
 };
 TChosenColumns ChooseColumns(const std::vector<TTableColumn>& columns, const TDSInfo& info);
 

@@ -36,6 +36,7 @@ std::string ColumnsText(const TTextFormat& format) {
     std::string text = "X is " + name(format.xColumn);
     if (format.timeColumn >= 0) text += " with " + name(format.timeColumn);
     text += ", Y is " + name(format.yColumn);
+    if (format.yErrorColumn >= 0) text += " with the errors in " + name(format.yErrorColumn);
     const auto isNegative = [&format](int column) {
         return column >= 0 && format.columns[static_cast<std::size_t>(column)].marks == kBracketMarks;
     };

@@ -89,7 +89,7 @@ void TColumnFormula::KeepWhatIsRead() {
 void TColumnFormula::RequireKnownNames(const TTextFormat& format) {
     const auto& records = m_parser.Selected()->Records;
     for (TExprWord* word : m_parser.Words()) {
-        if (!dynamic_cast<TGeneratedVariable*>(word)) continue;
+        if (!word->IsGenerated()) continue;
         const auto assigns = [word](const TEvalRecord& record) {
             return record.Word && record.Word->Name() == ":=" && record.Args[0] == word->ValuePointer();
         };

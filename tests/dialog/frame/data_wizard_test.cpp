@@ -19,6 +19,7 @@ TEST_F(TWizardTest, WithoutDataSetsEverythingIsInert) {
     EXPECT_FALSE(Find<QLineEdit>("e_SeriesName").isEnabled());
     EXPECT_FALSE(Find<QAbstractButton>("btnExport").isEnabled());
     EXPECT_TRUE(Wizard.Filling());
+    EXPECT_FALSE(Find<QAbstractButton>("btnDelete").isEnabled());
     Click("btnDelete");
     EXPECT_EQ(Sink.Only(), "There is no DataSet selected");
     Click("btnNew");

@@ -73,6 +73,23 @@ TEST_F(DataWizardUndo, AStepIsUndoneOnTheDataSetThatItWasMadeOn) {
     EXPECT_FALSE(CanUndo());
 }
 
+// On another page nothing is seen to change.
+TEST_F(DataWizardUndo, WhichStepWentIsSaidUntilTheNext) {
+    ShowRuns();
+    Wizard.resize(800, 600);
+    Click("cb_Active");
+    ToPage(kFilteringPage);
+    const auto& told = Find<QLabel>("lblStep");
+    EXPECT_EQ(told.text(), "");
+    Undo();
+    EXPECT_EQ(told.text(), "Undone: hide Run 1");
+    EXPECT_TRUE(told.isVisible());
+    Redo();
+    EXPECT_EQ(told.text(), "Redone: hide Run 1");
+    Click("btnReverse");
+    EXPECT_EQ(told.text(), "");
+}
+
 TEST_F(DataWizardUndo, RowsOfTheGridAreStepsBeforeAndAfterTheyBecomePoints) {
     ShowRuns(TxyDataWizard::kDataSourcePage);
     TypeCell(0, 1, "11");
@@ -327,7 +344,12 @@ TEST_F(DataWizardUndo, RandomInputIsUndoneAndRedone) {
             session.Change("points", [&] {
                 Current().SetNumericalTolerance(pick(3));
                 Current().SetDuplicatesAllowed(pick(2) == 1);
-                Current().AddPoint(pick(9), pick(4) == 0 ? kNaN : pick(4) == 0 ? kInfinity : pick(9));
+                Current().AddPoint(pick(9),
+                                   pick(4) == 0   ? kNaN
+                                   : pick(4) == 0 ? kInfinity
+                                                  : pick(9),
+                                   pick(3));
+                Current().CurveFit().SetWeighting({pick(2) == 0, TErrorSource::Points, TRobust::Tukey});
             });
             Wizard.RefillPages();
             break;

@@ -1,4 +1,5 @@
 // The data editor with the keyboard alone, and on small screens.
+#include "common/clipping.h"
 #include "common/keyboard_walk.h"
 #include "dialog/wizard_fixture.h"
 
@@ -27,6 +28,27 @@ TEST_F(TWizardTest, TheKeyboardReachesEveryControlOfEveryPage) {
     ExpectEveryControlReached(Wizard);
     ExpectKeysAreClear(Wizard);
     ExpectEveryControlNamed(Wizard);
+}
+
+// Its controls are made once, so a page is looked at in a new editor for each dress.
+TEST(WizardTexts, NoPageCutsATextInAnyDress) {
+    InEveryDress([] {
+        TRecordingSink sink;
+        TxyDataWizard wizard;
+        TSeries& series = *wizard.WorkGraph().FindSeries(wizard.WorkGraph().AddSeries());
+        for (int x = 0; x < 20; ++x) series.AddPoint(x, x % 5);
+        wizard.show();
+        for (const QSize size : {QSize(1240, 760), QSize(800, 560)}) {
+            wizard.resize(size);
+            auto& tabs = Control<QTabWidget>(wizard, "tabs");
+            for (int page = 0; page < tabs.count(); ++page) {
+                SCOPED_TRACE(tabs.tabText(page).toStdString() + " " + std::to_string(size.width()));
+                tabs.setCurrentIndex(page);
+                ExpectNothingClipped(wizard);
+                ExpectKeysAreClear(wizard);
+            }
+        }
+    });
 }
 
 TEST_F(TWizardTest, TabGoesFromTheListOverThePageToTheButtons) {

@@ -9,6 +9,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QToolButton>
+#include <algorithm>
 
 namespace lumoplot {
 
@@ -25,10 +26,13 @@ struct TWholeState {
     QStringList Cells; ///< of the manual grid
 
     bool operator==(const TWholeState&) const = default;
-    /// The same, though a fit that was pending may have been taken back and wait no more.
+    auto PendingFits() const {
+        return std::ranges::count_if(Fits, [](const TFitRunState& run) { return run.Stale && !run.Held; });
+    }
+    /// The same, though a fit that was pending may have been taken back and be held.
     TWholeState WithoutPendingFits() const {
         TWholeState state = *this;
-        for (TFitRunState& run : state.Fits) run.Stale = false;
+        for (TFitRunState& run : state.Fits) run.Stale = run.Held = false;
         return state;
     }
 };

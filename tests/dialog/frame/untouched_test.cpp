@@ -2,6 +2,7 @@
 #include "common/graph_state.h"
 #include "common/special_values.h"
 #include "dialog/wizard_fixture.h"
+#include "graph/loading/source_loading.h"
 
 #include <QTabWidget>
 
@@ -17,6 +18,19 @@ std::string Difference(TxyGraph& a, TxyGraph& b) {
 
 class Untouched : public TWizardTest {
 protected:
+    /// Rows that repeat an X, some with an error of Y.
+    void LoadFile(TSeries& series) {
+        const QString file = Write("rows.csv", "t,U,s\n1,2,0.5\n2,3,\n2,4,0.25\n3,5,1\n");
+        series.DataSourceInfo() = TDSInfo();
+        series.SetTextWishes({});
+        series.SetXColExpr("");
+        series.SetYColExpr("");
+        series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+        series.DataSourceInfo().SetSourceName(file.toStdString());
+        series.DataSourceInfo().SetYErrorRule({TYErrorKind::Column, 0, "s"});
+        TSilentProgress progress;
+        ASSERT_TRUE(LoadFromSource(series, progress));
+    }
     /// As the editor's caller does; `edit` on the first page when all has been looked at.
     void EditCopyOf(TxyGraph& host, const std::function<void()>& edit) {
         Graph.CopyFrom(host);
@@ -45,9 +59,14 @@ TEST_F(Untouched, StaysAsItIs) {
         TxyGraph host, before;
         FillRandomly(host, random);
         for (const auto& series : host.Series()) {
-            series->DataSourceInfo().SetKind(TSourceKind::Manual);
             if (random() % 2 == 0) series->SetDuplicatesAllowed(true);
-            for (const double y : {kNaN, kInfinity, 1.5, -kInfinity}) series->AddPoint(random() % 9, y);
+            if (random() % 2 == 0) {
+                LoadFile(*series);
+                continue;
+            }
+            series->DataSourceInfo().SetKind(TSourceKind::Manual);
+            for (const double y : {kNaN, kInfinity, 1.5, -kInfinity})
+                series->AddPoint(random() % 9, y, random() % 3);
         }
         if (host.Series().empty()) continue;
         host.PrepareForDrawing();

@@ -199,6 +199,31 @@ TEST(PendingRows, ComeBackFromTheirBytes) {
     EXPECT_THROW(PendingRowsOf(good, graph), EStreamError);
 }
 
+// It is lost in a crash no more than a step; Esc ends it.
+TEST_F(TManualGridTest, WhatIsTypedIntoAnOpenCellBelongsToTheSession) {
+    ShowPage();
+    TGraphSession& session = Wizard.Session();
+    int told = 0;
+    QObject::connect(&session, &TGraphSession::Typed, [&] { ++told; });
+    GoTo(2, 0);
+    EXPECT_FALSE(session.IsTyping());
+    for (const Qt::Key end : {Qt::Key_Escape, Qt::Key_Return}) {
+        TypeKeys(QStringLiteral("7x"));
+        ASSERT_TRUE(session.IsTyping() && told > 0);
+        EXPECT_TRUE(session.IsClean());
+        const auto kept = PendingRowsOf(session.Side()->ToBytes(*session.Snapshot()), Graph);
+        ASSERT_EQ(kept->Rows.Count(), 3u);
+        EXPECT_EQ(kept->Rows.Row(2).X, QStringLiteral("7x"));
+        EXPECT_TRUE(kept->Rows.Row(1).X.isNull()) << "a point";
+        told = 0;
+        Press(end);
+        EXPECT_FALSE(session.IsTyping());
+        EXPECT_GT(told, 0);
+    }
+    EXPECT_EQ(session.StepsBack(), 1);
+    EXPECT_EQ(Cell(2, 0), "7x");
+}
+
 TEST_F(TManualGridTest, TabGoesFromXToYToTheNextRow) {
     ShowPage();
     const int first = Grid().model()->rowCount() - 1;

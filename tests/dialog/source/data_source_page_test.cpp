@@ -304,6 +304,28 @@ TEST_F(TDataSourcePageTest, ANameThatIsTypedStaysWhenTheFileHasNoSuchColumn) {
     EXPECT_EQ(Ys(), (std::vector<double>{7, 8, 9}));
 }
 
+TEST_F(TDataSourcePageTest, AColumnOfErrorsIsSuggestedMarkedAndTakenBack) {
+    ShowFile(Write("run.csv", "t,U,err_U\n1,2,0.5\n2,3,0.25\n3,4,0\n"));
+    EXPECT_EQ(Shown("lblYErrorsHint"), "Suggested: 3: err_U");
+    EXPECT_EQ(Find<QComboBox>("cbx_YErrorColumn").currentText(), "None");
+    Choose("cbx_YErrorColumn", 3);
+    EXPECT_EQ(Shown("lblYErrorsHint"), "");
+    Click("btnReload");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{0.5, 0.25, 0}));
+    EXPECT_EQ(Messages(), std::vector<std::string>{
+                              "1 rows have no number above 0 in column 3 (err_U) and no error of Y"});
+    Type("cbx_YErrorColumn", QStringLiteral("2"));
+    Click("btnReload");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{2, 3, 4}));
+    Click("btnUndoStep");
+    EXPECT_EQ(Current().YErrors(), (std::vector<double>{0.5, 0.25, 0}));
+    for (int i = 0; i < 2; ++i) QTest::keyClick(&Find<QComboBox>("cbx_YErrorColumn"), Qt::Key_Up);
+    EXPECT_EQ(Find<QComboBox>("cbx_YErrorColumn").currentIndex(), 0);
+    Click("btnReload");
+    EXPECT_FALSE(Current().HasYErrors());
+    EXPECT_EQ(Ys(), (std::vector<double>{2, 3, 4}));
+}
+
 TEST_F(TDataSourcePageTest, TheEditorsBudgetIsUsedAndItsFrequencyShown) {
     ShowForTheEye(WriteRows(2000, "\t"));
     EXPECT_EQ(Current().Count(), 500);

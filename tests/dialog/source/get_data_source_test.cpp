@@ -65,7 +65,8 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
     Choose(
         [&](TxyGetDataSource& chooser) {
             EXPECT_EQ(Texts(chooser, "l_Sources"),
-                      (std::vector<std::string>{"In " + Folder.path().toStdString(), "one.csv", "two.txt"}));
+                      (std::vector<std::string>{"In " + QDir::toNativeSeparators(Folder.path()).toStdString(),
+                                                "one.csv", "two.txt"}));
             EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: volt", "4: amp"}));
             ClickItem(chooser, "l_YColumns", "4: amp");
             EXPECT_EQ(Control<QLabel>(chooser, "lblDataSets").text(), "2 data sets will be read.");

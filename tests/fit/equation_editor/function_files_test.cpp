@@ -7,6 +7,7 @@
 #include "support/replace_file.h"
 
 #include <QDir>
+#include <QStandardPaths>
 
 namespace lumoplot {
 namespace {
@@ -33,6 +34,9 @@ TEST_F(FunctionFiles, ReadyOnesAreWholeAndKeepTheirBytes) {
         EXPECT_EQ(check.Fault, "");
         EXPECT_TRUE(check.UnknownNames.empty());
         ASSERT_GT(fit.NParams(), 0);
+        std::string shouted = fit.XVarName();
+        shouted[0] = static_cast<char>(std::toupper(shouted[0]));
+        EXPECT_TRUE(ParameterNameFault(fit, shouted).ends_with("is the name of the X variable"));
         for (int i = 1; i <= fit.NParams(); ++i) {
             TDBLParameter& parameter = *fit.Parameter(i);
             EXPECT_TRUE(parameter.Vary());
@@ -52,6 +56,19 @@ TEST_F(FunctionFiles, ReadyOnesDoNotComeBetweenTheUsers) {
     Write("mine.lfn", "");
     OfferReadyFunctions(Folder.path());
     EXPECT_EQ(QDir(Folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(FunctionFiles, LieBesideTheProgramOrWithTheUser) {
+    QStandardPaths::setTestModeEnabled(true);
+    EXPECT_EQ(FunctionFolder(Folder.path()), PathOf("LFN"));
+    EXPECT_EQ(QDir(PathOf("LFN")).entryList(QDir::Files), QStringList());
+    ASSERT_TRUE(QDir().rmdir(PathOf("LFN")));
+    Write("LFN", "no folder can be made where a file is");
+    const QString own = FunctionFolder(Folder.path());
+    EXPECT_TRUE(own.endsWith(QStringLiteral("/lumoplot-tests/LFN"))) << own.toStdString();
+    EXPECT_TRUE(QDir(own).exists());
+    EXPECT_TRUE(QDir(own).removeRecursively());
+    QStandardPaths::setTestModeEnabled(false);
 }
 
 TEST_F(FunctionFiles, NamesGetTheExtension) {

@@ -5,6 +5,9 @@
 #include "common/special_values.h"
 #include "common/thrown_text.h"
 #include "expr/parser_exception.h"
+#include "fit/many/uncertainty.h"
+#include "fit/run/fit_statistics.h"
+#include "support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -93,12 +96,39 @@ TEST(CurveFitter, AStraightLineHasItsTextbookErrors) {
 }
 
 TEST(CurveFitter, SizeOfTheNumbersDoesNotMatter) {
-    for (const double size : {1e-200, 1e-12, 1.0, 1e30, 1e200}) {
-        TModel decay("a*exp(-b*x)", {{"a", size}, {"b", 0.1}});
-        decay.SetPoints(50, 0.2, [&](double x) { return size * Decay(x); });
-        EXPECT_EQ(decay.Run().End, TFitEnd::Converged) << size;
-        EXPECT_NEAR(decay.Value(1) / size, 3, 0.02) << size;
-        EXPECT_NEAR(decay.Value(2), 0.5, 0.01) << size;
+    TModel usual("a*exp(-x/t)+c", {{"a", 1}, {"t", 1}, {"c", 0}});
+    usual.SetPoints(50, 0.2, Decay);
+    const TFitResult wanted = usual.Run();
+    const TFitRun plain;
+    const TProfile wantedProfile = ProfileOf({usual.fit, usual.x, usual.y, plain}, 2);
+    for (const double height : {1e-300, 1e-200, 1e-12, 1.0, 1e30, 1e200, 1e300}) {
+        for (const double width : {1e-299, 1e-20, 1.0, 1e50}) {
+            if (height / width > 1e300 || height / width < 1e-300) continue; // slopes are no numbers
+            for (const double start : {1.0, height}) {
+                SCOPED_TRACE(FormatShortest(height) + ' ' + FormatShortest(width) + ' ' +
+                             FormatShortest(start));
+                TModel decay("a*exp(-x/t)+c", {{"a", start}, {"t", width}, {"c", 0}});
+                decay.SetPoints(50, 0.2, [&](double x) { return height * Decay(x); });
+                for (double& x : decay.x) x *= width;
+                const TFitResult result = decay.Run();
+                EXPECT_EQ(result.End, TFitEnd::Converged);
+                EXPECT_NEAR(result.RSquared, wanted.RSquared, 1e-12);
+                EXPECT_NEAR(result.ResidualSD / height, wanted.ResidualSD, 1e-9);
+                EXPECT_NEAR(result.Quality.DurbinWatson, wanted.Quality.DurbinWatson, 1e-6);
+                const double sizes[] = {height, width, height};
+                for (int i = 0; i < 3; ++i) {
+                    EXPECT_NEAR(decay.Value(i + 1) / sizes[i], usual.Value(i + 1), 1e-8);
+                    const auto place = static_cast<std::size_t>(i);
+                    EXPECT_NEAR(result.Errors[place] / sizes[i] / wanted.Errors[place], 1, 1e-6);
+                    EXPECT_NEAR(result.Correlations(0, i), wanted.Correlations(0, i), 1e-6);
+                }
+                const TProfile profile = ProfileOf({decay.fit, decay.x, decay.y, plain}, 2);
+                EXPECT_NEAR(profile.Interval.High / width, wantedProfile.Interval.High, 1e-5);
+                const TBands bands = BandsOf(decay.fit, std::span(decay.x).first(1), 0.95);
+                EXPECT_NEAR(bands.Confidence[0] / height,
+                            BandsOf(usual.fit, std::span(usual.x).first(1), 0.95).Confidence[0], 1e-8);
+            }
+        }
     }
 }
 
@@ -126,6 +156,36 @@ TEST(CurveFitter, ManyPointsHaveTheErrorsOfFew) {
         EXPECT_NEAR(line.Value(2), xy / xx, 1e-12) << equation;
         EXPECT_NEAR(result.StandardError(1) / (0.5 / std::sqrt(xx)), 1, 1e-9) << equation;
     }
+}
+
+TEST(CurveFitter, PointsWithoutAnErrorToWeighByAreCountedAndSaid) {
+    TModel line("a+b*x", {{"a", 1}, {"b", 1}});
+    line.SetPoints(6, 1, [](double x) { return x == 2 ? 1e9 : 3 + 2 * x; });
+    const std::vector<double> errors = {1, 1, 0, 1, 1, 1};
+    TFitRun run;
+    run.Errors = errors;
+    const TFitResult result = line.Run(run);
+    EXPECT_EQ(result.PointsUsed, 5u);
+    EXPECT_EQ(result.PointsLeftOut, 1u);
+    ASSERT_FALSE(result.Remarks.empty());
+    EXPECT_EQ(result.Remarks.front(),
+              "1 of 6 points has no standard error above 0, the first at 2; it was left out.");
+    EXPECT_NEAR(line.Value(2), 2, 1e-9);
+}
+
+// For two parameters F is the square of Student's t of the slope.
+TEST(CurveFitter, ACurveThatChanceWouldDoAsWellIsToldAsSuch) {
+    TModel line("a+b*x", {{"a", 1}, {"b", 1}});
+    line.x = {1, 2, 3, 4, 5, 6};
+    line.y = {1, -1, 1.2, -1, 1.1, -0.8};
+    const TFitResult result = line.Run();
+    const double probability = StudentProbability(line.Value(2) / result.Errors[1], result.Quality.Freedom);
+    ASSERT_EQ(result.Remarks.size(), 1u);
+    EXPECT_NE(result.Remarks[0].find("with a probability of " + FormatGeneral(probability, 2)),
+              std::string::npos)
+        << result.Remarks[0];
+    line.y = {1, 2.1, 2.9, 4, 5.1, 6};
+    EXPECT_TRUE(line.Run().Remarks.empty());
 }
 
 TEST(CurveFitter, OnlyPointsBetweenTheMarginsInUseCount) {

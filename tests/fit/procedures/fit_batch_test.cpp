@@ -102,6 +102,28 @@ TEST(FitBatch, SharingNothingIsFittingEach) {
     EXPECT_EQ(common.Result.Quality.Freedom, static_cast<int>(common.Result.PointsUsed) - 4);
 }
 
+// Of two values: χ² = (difference)² / (sum of the squares of the errors), with one degree of freedom.
+TEST(FitBatch, ParametersThatAgreeAreRecognised) {
+    const TRuns runs = Decays(2);
+    TCurFit fit;
+    DefineDecay(fit);
+    const std::vector<TBatchFit> fits = FitEach(fit, runs.Data, {});
+    const std::vector<const TBatchFit*> both = {&fits[0], &fits[1]};
+    const std::vector<TParameterAgreement> agreements = AgreementsOf(both);
+    ASSERT_EQ(agreements.size(), 2u);
+    for (int i = 1; i <= 2; ++i) {
+        const TDBLParameter& first = *fits[0].Fit->Parameter(i);
+        const TDBLParameter& second = *fits[1].Fit->Parameter(i);
+        const double variance = std::pow(first.FinalDeviation, 2) + std::pow(second.FinalDeviation, 2);
+        const double square = std::pow(first.Value() - second.Value(), 2) / variance;
+        EXPECT_NEAR(agreements[static_cast<std::size_t>(i - 1)].Probability, std::erfc(std::sqrt(square / 2)),
+                    1e-9);
+    }
+    EXPECT_EQ(AgreementText(agreements),
+              "k is the same in all data sets within its errors: it may have one value in common.");
+    EXPECT_TRUE(AgreementsOf(std::span(both).first(1)).empty()) << "nothing to compare with";
+}
+
 TEST(FitBatch, BoundsAndTiesHoldForAll) {
     const TRuns runs = Decays(2);
     TCurFit fit;

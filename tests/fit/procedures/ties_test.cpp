@@ -82,8 +82,9 @@ TEST(Ties, ErrorsArePropagatedWithTheCovariance) {
     EXPECT_NEAR(fit.Parameter(4)->FinalDeviation, half / b * fit.Parameter(2)->FinalDeviation, 1e-9);
     const double a = fit.Parameter(1)->Value();
     const double c = fit.Parameter(3)->Value();
-    const auto& cov = result.Covariance;
-    const double variance = (cov(0, 0) - 2 * a / c * cov(0, 2) + a * a / (c * c) * cov(2, 2)) / (c * c);
+    const double variance = (result.Covariance(0, 0) - 2 * a / c * result.Covariance(0, 2) +
+                             a * a / (c * c) * result.Covariance(2, 2)) /
+                            (c * c);
     EXPECT_NEAR(fit.Parameter(5)->FinalDeviation / std::sqrt(variance), 1, 1e-6);
 }
 

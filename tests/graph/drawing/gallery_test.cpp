@@ -1,6 +1,6 @@
 // The pictures of docs/gallery are what the graphs of examples/gallery look like.
 #include "common/places.h"
-#include "graph/drawing/picture/picture_file.h"
+#include "graph/drawing/picture/drawing.h"
 #include "graph/model/graph.h"
 
 #include <QDir>

@@ -6,8 +6,7 @@
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
 #include "graph/model/child_graph.h"
-#include "graph/model/dimensions.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,69 +4,97 @@
 #include "graph/drawing/recording_device.h"
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
-#include "graph/model/legend.h"
+#include "graph/model/child_graph.h"
+#include "graph/model/settings.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
+#include <span>
 
 namespace lumoplot {
 namespace {
 
-constexpr QRectF kPage(0, 0, 640, 480);
-
+// A graph with everything that has a text, child graphs included.
 class TRandomGraph {
 public:
     explicit TRandomGraph(unsigned seed) : m_random(seed) {
-        Graph.resize(640, 480);
+        const QSizeF sizes[] = {{640, 480}, {320, 240}, {1000, 380}};
+        Page = QRectF(QPointF(), sizes[Pick(3)]);
+        Graph.resize(Page.size().toSize());
         Graph.ResetToDefaults();
-        const int count = Pick(3) + 1;
-        for (int k = 0; k < count; ++k) AddData();
-        for (TAxis* axis : {Graph.XAxis(), Graph.YAxis(), Graph.YAxis_Second()}) SetUp(*axis);
-        Graph.YAxis_Second()->SetShowAxis(Pick(2) == 0);
-        TFontSpec font;
-        font.Size = Pick(3) == 0 ? 14 : 9;
-        Graph.Appearance()->SetLabelFont(font);
-        if (Pick(2) == 0) Graph.Appearance()->SetGraphTitle("A title of the graph x_{max}");
-        Graph.Appearance()->SetTicksInside(Pick(3) == 0);
-        if (Pick(2) == 0) AddLegend();
-        if (Pick(2) == 0) AddMarks();
+        Fill(Graph);
+        if (Pick(4) == 0) AddChild();
     }
 
+    QRectF Page;
     TxyGraph Graph;
+    QRectF Child; ///< where the child graph lies; null for none
 
 private:
+    void Fill(TxyGraph& graph) {
+        const int count = Pick(3) + 1;
+        m_isTimed = Pick(5) == 0;
+        for (int k = 0; k < count; ++k) AddData(graph);
+        for (TAxis* axis : {graph.XAxis(), graph.YAxis(), graph.YAxis_Second()}) SetUp(*axis);
+        if (m_isTimed) graph.XAxis()->SetShowAsTime(true);
+        if (m_isTimed) graph.XAxis()->SetLogScale(false);
+        graph.YAxis_Second()->SetShowAxis(Pick(2) == 0);
+        TFontSpec font;
+        font.Size = Pick(3) == 0 ? 14 : 9;
+        graph.Appearance()->SetLabelFont(font);
+        if (Pick(2) == 0) graph.Appearance()->SetGraphTitle("A title of the graph x_{max}");
+        graph.Appearance()->SetTicksInside(Pick(3) == 0);
+        graph.Appearance()->SetShowFrame(Pick(3) == 0);
+        if (Pick(2) == 0) AddLegend(graph);
+        if (Pick(2) == 0) AddMarks(graph);
+    }
+
+    void AddChild() {
+        TxyChildGr& child = *Graph.AddChildGraph();
+        TDimensions& place = *child.Dimensions();
+        place.SetHorPosition(Between(0, 0.6));
+        place.SetVerPosition(Between(0, 0.6));
+        place.SetHorSize(Between(0.3, 0.6));
+        place.SetVerSize(Between(0.3, 0.6));
+        Fill(child);
+        Child = QRectF(place.HorPosition() * Page.width(), place.VerPosition() * Page.height(),
+                       place.HorSize() * Page.width(), place.VerSize() * Page.height());
+    }
+
     int Pick(int count) { return std::uniform_int_distribution<>(0, count - 1)(m_random); }
     double Between(double low, double high) { return std::uniform_real_distribution<>(low, high)(m_random); }
 
-    void AddLegend() {
-        Graph.Legend()->Setvisible(true);
-        Graph.Legend()->SetAutoPlace(true);
-        Graph.Legend()->SetLayout(Pick(2) == 0 ? TLegend::lsDown : TLegend::lsAcross);
-        for (const auto& series : Graph.Series()) {
+    void AddLegend(TxyGraph& graph) {
+        graph.Legend()->Setvisible(true);
+        graph.Legend()->SetAutoPlace(true);
+        graph.Legend()->SetLayout(Pick(2) == 0 ? TLegend::lsDown : TLegend::lsAcross);
+        for (const auto& series : graph.Series()) {
             series->SetShowInLegend(true);
             series->SetSeriesName(Pick(2) == 0 ? "a data set" : "one with a much longer name");
         }
     }
 
-    void AddMarks() {
-        Graph.Appearance()->SetShowMarks(true);
-        Graph.PrepareForDrawing();
-        const TAxis& x = *Graph.XAxis();
-        const TAxis& y = *Graph.YAxis();
+    void AddMarks(TxyGraph& graph) {
+        graph.Appearance()->SetShowMarks(true);
+        graph.PrepareForDrawing();
+        const TAxis& x = *graph.XAxis();
+        const TAxis& y = *graph.YAxis();
         for (int k = Pick(6); k >= 0; --k) {
             const auto on = [&](const TAxis& axis) { return Between(axis.Min(), axis.Max()); };
-            Graph.AddMark(
+            graph.AddMark(
                 {0, on(x), on(y), on(x), on(y), kRed, "a caption", static_cast<TMarkType>(Pick(4))});
         }
     }
 
-    void AddData() {
-        TSeries& series = *Graph.FindSeries(Graph.AddSeries());
+    void AddData(TxyGraph& graph) {
+        TSeries& series = *graph.FindSeries(graph.AddSeries());
         const double size = std::pow(10.0, Pick(5) == 0 ? Between(-300, 290) : Between(-9, 12));
-        const double offset = Pick(3) == 0 ? size * 1e4 : 0;
-        for (int i = 0; i < 20; ++i) series.AddPoint(offset + size * i, size * Between(Pick(2) - 1, 1));
-        if (Pick(3) == 0) series.SetYAxisOfSeries(Graph.YAxis_Second());
+        const double step = m_isTimed ? std::pow(10.0, Between(-9, 4)) : size;
+        const double offset = m_isTimed ? 45000 + Between(0, 1) : Pick(3) == 0 ? size * 1e4 : 0;
+        for (int i = 0; i < 20; ++i) series.AddPoint(offset + step * i, size * Between(Pick(2) - 1, 1));
+        if (Pick(3) == 0) series.SetYErrors(std::vector<double>(20, size * Between(0, 1)));
+        if (Pick(3) == 0) series.SetYAxisOfSeries(graph.YAxis_Second());
     }
 
     void SetUp(TAxis& axis) {
@@ -84,6 +112,7 @@ private:
     }
 
     std::mt19937 m_random;
+    bool m_isTimed = false;
 };
 
 // The ink of a text: digits and capitals reach from the base line up, which is what a reader sees collide.
@@ -95,24 +124,37 @@ QRectF InkOf(const TRecordedText& text) {
     return box.adjusted(0.5, 0.5, -0.5, -0.5);
 }
 
+// In a graph as small as a few texts some have no place of their own; none is cut off at its edge.
+constexpr double kSmallestWidth = 320;
+constexpr double kSmallestHeight = 240;
+
+void ExpectApart(std::span<const TRecordedText> texts, const QRectF& page, unsigned seed) {
+    const bool hasRoom = page.width() >= kSmallestWidth && page.height() >= kSmallestHeight;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        EXPECT_TRUE(page.adjusted(-1, -1, 1, 1).contains(InkOf(texts[i])))
+            << seed << ' ' << page.width() << 'x' << page.height() << ' ' << texts[i].Text.toStdString();
+        for (std::size_t j = 0; hasRoom && j < i; ++j)
+            EXPECT_FALSE(InkOf(texts[i]).intersects(InkOf(texts[j])))
+                << seed << ' ' << page.width() << 'x' << page.height() << ' ' << texts[i].Text.toStdString()
+                << " / " << texts[j].Text.toStdString() << ' ' << texts[i].Place.x() << ' '
+                << texts[i].Place.y() << ' ' << texts[j].Place.x() << ' ' << texts[j].Place.y();
+    }
+}
+
 TEST(RandomGraphs, TextsKeepOffEachOtherAndStayInside) {
     for (unsigned seed = 0; seed < 500; ++seed) {
         TRandomGraph random(seed);
-        random.Graph.PrepareForDrawing();
-        TRecordingDevice device;
-        QPainter painter(&device);
-        DrawGraph(painter, random.Graph, kPage);
-        const auto& texts = device.Record().Texts;
-        for (std::size_t i = 0; i < texts.size(); ++i) {
-            EXPECT_TRUE(kPage.contains(InkOf(texts[i]))) << seed << ' ' << texts[i].Text.toStdString();
-            for (std::size_t j = 0; j < i; ++j)
-                EXPECT_FALSE(InkOf(texts[i]).intersects(InkOf(texts[j])))
-                    << seed << ' ' << texts[i].Text.toStdString() << " / " << texts[j].Text.toStdString()
-                    << ' ' << texts[i].Place.x() << ' ' << texts[i].Place.y() << ' ' << texts[j].Place.x()
-                    << ' ' << texts[j].Place.y();
-        }
+        PrepareWithChildGraphs(random.Graph);
+        TRecordingDevice parentAlone, device;
+        QPainter parentPainter(&parentAlone), painter(&device);
+        DrawGraph(parentPainter, random.Graph, random.Page, {.ChildGraphs = TChildGraphs::LeaveOut});
+        DrawGraph(painter, random.Graph, random.Page);
+        const std::span texts(device.Record().Texts);
+        const std::size_t ofParent = parentAlone.Record().Texts.size();
+        ExpectApart(texts.first(ofParent), random.Page, seed);
+        ExpectApart(texts.subspan(ofParent), random.Child, seed);
         const std::size_t work = device.Record().Lines.size() + texts.size() + device.Record().Shapes.size();
-        EXPECT_LE(work, 3000u) << seed;
+        EXPECT_LE(work, random.Child.isNull() ? 3000u : 6000u) << seed;
     }
 }
 

@@ -73,6 +73,22 @@ TEST_F(Legends, EntriesStayInsideTheBoxInBothLayouts) {
         }
 }
 
+// The same graph in a column of a journal.
+TEST_F(Legends, ASmallGraphHasItsLegendInThePlot) {
+    Add(2, "a data set"); // one alone would name the axis, too
+    for (const QPoint corner : {QPoint(900, 100), QPoint(100, 700), QPoint(560, 390)}) {
+        Graph.Legend()->Setleft(corner.x());
+        Graph.Legend()->Settop(corner.y());
+        const QRectF plot = Layout().Plot();
+        TRecordingDevice device;
+        QPainter painter(&device);
+        DrawGraph(painter, Graph, kLegendPanel);
+        const TRecordedText* name = device.FindText(QStringLiteral("a data set"));
+        ASSERT_TRUE(name) << corner.x();
+        EXPECT_TRUE(plot.contains(name->Place)) << corner.x();
+    }
+}
+
 TEST_F(Legends, EntriesStandInTheMiddleOfABoxThatIsTooHigh) {
     Add(1, "a data set");
     Graph.Legend()->Setheight(120);

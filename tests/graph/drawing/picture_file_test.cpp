@@ -1,4 +1,3 @@
-#include "graph/drawing/picture/picture_file.h"
 
 #include "common/cancelling_progress.h"
 #include "common/recording_sink.h"
@@ -119,18 +118,21 @@ TEST_F(TPictureFile, WhatCanNotBeSavedIsNamed) {
         std::string name;
         QSize size;
         double scale;
+        const char* why;
     };
-    const TCase cases[] = {{NameOf("old.bmp"), {10, 10}, 1},
-                           {NameOf("missing/a.png"), {10, 10}, 1},
-                           {NameOf("old.png"), {0, 10}, 1},
-                           {NameOf("old.png"), {10, 10}, 0},
-                           {NameOf("old.png"), {10, 10}, std::nan("")},
-                           {NameOf("old.png"), {30000, 30000}, 1},
-                           {NameOf("old.png"), {1000, 1000}, 1e9}};
+    const TCase cases[] = {{NameOf("old.bmp"), {10, 10}, 1, "none of .png, .svg and .pdf"},
+                           {NameOf("missing/a.png"), {10, 10}, 1, "folder"},
+                           {NameOf("old.png"), {0, 10}, 1, "no size"},
+                           {NameOf("old.png"), {10, 10}, 0, "smaller than a pixel"},
+                           {NameOf("old.png"), {10, 10}, std::nan(""), "smaller than a pixel"},
+                           {NameOf("old.png"), {30000, 20000}, 1, "30000 x 20000 pixels"},
+                           {NameOf("old.svg"), {40000, 10}, 1, "32767"},
+                           {NameOf("old.png"), {1000, 1000}, 1e9, "32767 on a side"}};
     for (const TCase& c : cases) {
-        EXPECT_TRUE(ThrownText<EFileError>([&] {
-                        SaveGraphPicture(m_graph, c.name, c.size, {.PixelsPerUnit = c.scale});
-                    }).starts_with("Can not save to file " + c.name));
+        const std::string text = ThrownText<EFileError>(
+            [&] { SaveGraphPicture(m_graph, c.name, c.size, {.PixelsPerUnit = c.scale}); });
+        EXPECT_TRUE(text.starts_with("Can not save to file " + c.name + ": ")) << text;
+        EXPECT_NE(text.find(c.why), std::string::npos) << text;
     }
     EXPECT_EQ(ReadWholeFile(NameOf("old.png")), old);
 }

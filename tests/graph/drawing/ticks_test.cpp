@@ -3,10 +3,13 @@
 #include "common/case_file.h"
 #include "graph/drawing/axes/rich_text.h"
 #include "graph/model/axis_scale.h"
+#include "graph/model/graph.h"
 #include "graph/plotted/date_text.h"
 #include "graph/plotted/scale_map.h"
 
 #include <QRegularExpression>
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -247,8 +250,16 @@ TEST(DateTicks, CustomTicksFollowTheStepOfTheAxis) {
     EXPECT_EQ(LabelsOf(rules), "15.3. 0h 17.3. 12h 20.3. 0h 22.3. 12h 25.3. 0h");
 }
 
+// What a label leaves out of the time of its tick: all that is finer than the finest unit that it names.
+double LeftOut(double value, const QString& label) {
+    const double units = label.contains(u'.')
+                             ? 86400e3
+                             : std::array{1.0, 1440.0, 86400.0}[std::min<qsizetype>(2, label.count(u':'))];
+    return std::abs(value * units - std::round(value * units)) / units;
+}
+
 // Where the format of the axis says the same at neighbouring ticks, one that tells them apart takes its
-// place.
+// place; a label says where its tick lies to half a pixel.
 TEST(DateTicks, LabelsTellTicksApartAtEverySpan) {
     const double day = ValueOfDate(QDate(2024, 2, 27));
     const double second = 1 / 86400.0;
@@ -264,6 +275,8 @@ TEST(DateTicks, LabelsTellTicksApartAtEverySpan) {
                     EXPECT_EQ(tick.Kind == TTickKind::Minor, tick.Label.IsEmpty());
                     if (tick.Label.IsEmpty()) continue;
                     EXPECT_NE(tick.Label.Base, previous) << length << ' ' << coarseness;
+                    EXPECT_LE(LeftOut(tick.Value, tick.Label.Base), std::max(length / 2000, 1e-11))
+                        << length << ' ' << tick.Label.Base.toStdString();
                     previous = tick.Label.Base;
                 }
             }

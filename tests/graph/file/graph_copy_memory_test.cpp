@@ -16,6 +16,7 @@ int g_largeLeft = -1; // that can be had; any number while below 0
 
 } // namespace
 
+// Not inlined: the compiler would see free called on what came from new.
 void* operator new(std::size_t size) {
     if (size >= kLarge && g_largeLeft >= 0 && g_largeLeft-- == 0) throw std::bad_alloc();
     if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
@@ -24,13 +25,13 @@ void* operator new(std::size_t size) {
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size > 0 ? size : 1);
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 

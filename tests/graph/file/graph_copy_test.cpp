@@ -4,7 +4,6 @@
 #include "common/thrown_text.h"
 #include "data/series/series_data.h"
 #include "fit/definition/cur_fit.h"
-#include "fit/definition/fit_result.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/child_graph.h"
@@ -60,9 +59,10 @@ void FillUnfiled(TSeries& series, TRandom& random) {
     series.DataSourceInfo().SetSamplingChosen(chance());
     series.SetUseXAxisSeries(chance());
     if (chance()) series.UpdateRegression();
-    auto result = std::make_shared<TFitResult>();
-    series.CurveFit().RestoreRunState(
-        {chance(), chance(), chance() ? result : nullptr, chance() ? "no" : ""});
+    TFitRunState run = series.CurveFit().RunState();
+    run.Modified = chance();
+    run.Stale = run.Stale || chance();
+    series.CurveFit().RestoreRunState(run);
 }
 
 void FillAll(TxyGraph& graph, TRandom& random) {

@@ -74,6 +74,33 @@ TEST_F(SeriesFitting, LongRegressionsFollowThePicture) {
     EXPECT_FALSE(m_series.RegressionStale());
 }
 
+// Shown once it takes long, and cancelled then.
+TEST_F(SeriesFitting, ALongRegressionCanBeCancelled) {
+    std::shared_ptr<TCancellingProgress> shown;
+    struct TForwarding : TProgress {
+        std::shared_ptr<TCancellingProgress> To;
+        void Begin(const std::string& caption, std::int64_t from, std::int64_t to) override {
+            To->Begin(caption, from, to);
+        }
+        bool StepTo(std::int64_t position) override { return To->StepTo(position); }
+    };
+    const TProgressMakerScope scope([&shown] {
+        auto progress = std::make_unique<TForwarding>();
+        shown = progress->To = std::make_shared<TCancellingProgress>(1);
+        return progress;
+    });
+    TPointChain points;
+    for (int i = 0; i < 500000; ++i) points.Add(i, std::sin(i * 1e-3) + i % 17, {});
+    m_series.SwapPoints(std::move(points));
+    m_series.SetRegressionType(TRegressionType::RobustLine);
+    m_graph->PrepareForDrawing();
+    ASSERT_TRUE(shown) << "this machine is very fast";
+    EXPECT_EQ(shown->Steps, 2);
+    EXPECT_FALSE(m_series.RegressionStale());
+    EXPECT_EQ(m_series.RegressionLine(), nullptr);
+    EXPECT_EQ(m_series.RegressionError(), "The regression was cancelled");
+}
+
 TEST_F(SeriesFitting, EveryChangeOfPointsBaselineOrDefinitionIsFitted) {
     Fit().SetStatus(TFitStatus::FinalResult);
     const std::function<void()> changes[] = {
@@ -232,6 +259,34 @@ TEST_F(SeriesFitting, AFitThatHasEndedIsUpToDateInEveryFileAndCopy) {
         copy.CopyFrom(*m_graph);
         ExpectSameRun(Fit(), *copy.FindSeries(1));
     }
+}
+
+TEST_F(SeriesFitting, WeightsTiesAndBoundsAreInEveryFileAndCopy) {
+    m_series.SetYErrors(std::vector<double>(static_cast<std::size_t>(m_series.Count()), 0.25));
+    Fit().SetWeighting({.ByYErrors = true, .Errors = TErrorSource::Points, .Robust = TRobust::Huber});
+    Fit().Parameter(1)->SetBounds(-2, 1e300);
+    Fit().Parameter(2)->SetTie("2*a");
+    const auto expectSame = [this](const TSeries& other) {
+        const TCurFit& fit = other.CurveFit();
+        EXPECT_EQ(fit.Weighting(), Fit().Weighting());
+        EXPECT_EQ(fit.Parameter(1)->Min(), -2);
+        EXPECT_EQ(fit.Parameter(1)->Max(), 1e300);
+        EXPECT_EQ(fit.Parameter(2)->Tie(), "2*a");
+        EXPECT_EQ(other.YErrors(), m_series.YErrors());
+    };
+    for (const bool compact : {true, false}) {
+        SetCompactStreams(compact);
+        TBytes bytes;
+        m_graph->SaveToStream(bytes, TPoints::Include);
+        SetCompactStreams(true);
+        TByteSource source(bytes);
+        TxyGraph read;
+        read.LoadFromStream(source);
+        expectSame(*read.FindSeries(1));
+    }
+    TxyGraph copy;
+    copy.CopyFrom(*m_graph);
+    expectSame(*copy.FindSeries(1));
 }
 
 TEST_F(SeriesFitting, AResultIsFiledBesideItsPointsOnly) {

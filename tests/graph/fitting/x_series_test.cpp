@@ -1,13 +1,16 @@
 // What is worked out from points whose X are the values of another data set lies on the points as they are
 // plotted.
 #include "common/fit_parameters.h"
+#include "common/random_graph.h"
 #include "common/special_values.h"
 #include "data/analysis/least_squares.h"
 #include "data/analysis/statistics.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "graph/drawing/picture/fit_picture.h"
 #include "graph/model/graph.h"
 
+#include <QPainter>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -99,6 +102,56 @@ TEST_F(XSeries, FitsTheirCurvesAndStatisticsAreOfThePlottedX) {
     EXPECT_EQ(X.XStatistics().Mean, (kCount - 1) * 0.5) << "the X data set has its own X";
 }
 
+/// What is near white is the page.
+int InkOf(const QImage& picture) {
+    int ink = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (qGray(picture.pixel(x, y)) < 250) ++ink;
+    return ink;
+}
+
+QImage PictureOf(const TFitPicture& fit) {
+    QImage picture(300, 200, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    fit.Paint(painter, QRectF(picture.rect()), {});
+    return picture;
+}
+
+TEST_F(XSeries, ThePictureOfAFitFollowsTheXDataSet) {
+    Fill(Line);
+    FitLine();
+    Graph.PrepareForDrawing();
+    const TXRange range = CurveRange(Y);
+    EXPECT_EQ(range.From, 1);
+    EXPECT_EQ(range.To, 1 + (kCount - 1) * 0.25);
+    TFitPicture kept;
+    kept.Take(Y, nullptr);
+    X.SetPointY(X.First().Id(), 500);
+    kept.Take(Y, nullptr);
+    TFitPicture anew;
+    anew.Take(Y, nullptr);
+    EXPECT_GT(InkOf(PictureOf(anew)), 0);
+    EXPECT_EQ(PictureOf(kept), PictureOf(anew));
+}
+
+TEST_F(XSeries, ADataSetWithXOfItsOwnKeepsThemInAFile) {
+    Fill(Line);
+    const int third = Graph.AddSeries();
+    Graph.FindSeries(third)->SetUseXAxisSeries(false);
+    TxyGraph loaded;
+    LoadBytes(loaded, FileOf(Graph));
+    EXPECT_TRUE(loaded.FindSeries(2)->XSource());
+    EXPECT_FALSE(loaded.FindSeries(third)->XSource());
+    TxyGraph again;
+    LoadBytes(again, FileOf(loaded));
+    EXPECT_EQ(FileOf(again), FileOf(loaded));
+    Graph.Appearance()->SetXAxisSerIndex(0);
+    LoadBytes(loaded, FileOf(Graph));
+    EXPECT_FALSE(loaded.FindSeries(2)->UseXAxisSeries());
+}
+
 TEST_F(XSeries, ResultsAreStaleWhenAnythingChangesThePlottedXAndOnlyThen) {
     Fill(Line);
     FitLine();
@@ -108,6 +161,7 @@ TEST_F(XSeries, ResultsAreStaleWhenAnythingChangesThePlottedXAndOnlyThen) {
         {true, [&] { X.SetPointY(1, 12); }},
         {true, [&] { X.DeletePoint(2); }},
         {true, [&] { X.SetZeroValue(1); }},
+        {true, [&] { Y.SetZeroValue(1); }},
         {true, [&] { Y.SetUseXAxisSeries(false); }},
         {true, [&] { Y.SetUseXAxisSeries(true); }},
         {true, [&] { appearance.SetXAxisSerIndex(0); }},

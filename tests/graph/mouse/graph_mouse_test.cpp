@@ -119,6 +119,8 @@ TEST_F(GraphMouse, EveryGestureGoesBackByItself) {
     QTest::mouseDClick(&Graph, Qt::LeftButton, {}, Map().Plot.center().toPoint());
     Repaint();
     EXPECT_TRUE(Y().AutoSizing());
+    EXPECT_FALSE(Y().AutoStepping()) << "the step of the user's own is there again";
+    EXPECT_DOUBLE_EQ(Y().StepSize(), 30);
     EXPECT_NEAR(X().Min(), -1, 1e-6);
     Press(Qt::Key_Backspace);
     EXPECT_DOUBLE_EQ(X().Max(), zoomed);
@@ -132,6 +134,34 @@ TEST_F(GraphMouse, EveryGestureGoesBackByItself) {
     Press(Qt::Key_Home);
     Press(Qt::Key_Backspace);
     EXPECT_FALSE(Graph.Mouse().Zoom().CanGoBack()) << "a second Home changed nothing";
+}
+
+TEST_F(GraphMouse, WheelAndKeysAreStepsOfTheirOwn) {
+    const QPoint middle = Map().Plot.center().toPoint();
+    std::vector<double> widths{X().Max() - X().Min()};
+    const auto look = [&] { widths.push_back(X().Max() - X().Min()); };
+    for (int i = 0; i < 2; ++i) {
+        Wheel(middle, 1);
+        Wheel(middle, 1);
+        look();
+        Press(Qt::Key_Plus);
+        look();
+    }
+    while (widths.size() > 1) {
+        widths.pop_back();
+        Press(Qt::Key_Backspace);
+        EXPECT_DOUBLE_EQ(X().Max() - X().Min(), widths.back()) << widths.size();
+    }
+}
+
+TEST_F(GraphMouse, AJitterZoomsNothing) {
+    const auto range = std::pair(X().Min(), X().Max());
+    for (const QPoint way : {QPoint(3, 0), QPoint(5, 5), QPoint(7, -7)}) {
+        const QPoint middle = Map().Plot.center().toPoint();
+        DragAndDrop(middle, middle + way);
+        EXPECT_EQ(std::pair(X().Min(), X().Max()), range) << way.x();
+        EXPECT_FALSE(Graph.Mouse().Zoom().CanGoBack()) << way.x();
+    }
 }
 
 TEST_F(GraphMouse, KeysZoomAndMove) {
@@ -185,6 +215,14 @@ TEST_F(GraphMouse, KeysWalkOverThePoints) {
     EXPECT_EQ(near(), std::pair(2.2, 50.0));
     QTest::keyClick(&Graph, Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(near(), std::pair(2.2, 50.0)) << "the first point has none before it";
+    const double left = X().Min();
+    QTest::keyClick(&Graph, Qt::Key_Right);
+    EXPECT_EQ(near(), std::pair(9.0, 50.0)) << "the arrows alone go on";
+    EXPECT_EQ(X().Min(), left);
+    QTest::keyClick(&Graph, Qt::Key_Escape);
+    EXPECT_FALSE(Graph.Mouse().NearPoint());
+    QTest::keyClick(&Graph, Qt::Key_Right);
+    EXPECT_GT(X().Min(), left) << "they move the picture again";
 }
 
 TEST_F(GraphMouse, TheReadOutShowsTheCoordinates) {

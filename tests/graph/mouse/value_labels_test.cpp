@@ -36,6 +36,27 @@ TEST(ValueLabels, DigitsEndOneBehindTheResolution) {
     }
 }
 
+TEST(ValueLabels, WhatIsPointedAtHasTheDigitsOfAPixel) {
+    struct TCase {
+        bool date;
+        double value, resolution, rounded;
+    };
+    const TCase cases[] = {{false, 2.4039459459459462, 0.00676, 2.404},
+                           {false, 2.4039459459459462, 0.01, 2.4},
+                           {false, 123456.7, 30, 123460},
+                           {false, -0.123456, 1e-3, -0.123},
+                           {false, 1.25e-7, 3e-9, 1.25e-7},
+                           {false, 4.2, 0, 4.2},
+                           {true, 45000.26, 0.02, 45000.25 + 1.0 / 1440 * 14},
+                           {true, 45000.26, 0.05, 45000.25},
+                           {true, 45000.6, 3, 45001}};
+    TxyGraph graph;
+    for (const TCase& c : cases) {
+        graph.XAxis()->SetShowAsTime(c.date);
+        EXPECT_DOUBLE_EQ(RoundedTo(*graph.XAxis(), c.value, c.resolution), c.rounded) << c.value;
+    }
+}
+
 TEST(ValueLabels, TheLabelOfADragStaysInThePlot) {
     const QRectF plot(50, 40, 400, 300);
     const TScaleMap xMap(0, 1, plot.left(), plot.right());

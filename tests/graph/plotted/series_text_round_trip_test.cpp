@@ -7,6 +7,7 @@
 #include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 namespace lumoplot {
@@ -65,6 +66,26 @@ TEST(SeriesText, ComesBackEqual) {
         for (TPointCursor point = series.First(); point; point = point.Next(), other = other.Next())
             ASSERT_TRUE(point.X() == other.X() && point.Y() == other.Y()) << seed << ' ' << name;
     }
+}
+
+TEST(SeriesText, HoldsErrorsAndSaysWhatReadersPassOver) {
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath(QStringLiteral("a.csv")).toStdString();
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    series.AddPoint(1, 2, 0.25);
+    series.AddPoint(2, 3);
+    EXPECT_EQ(SaveSeriesAsText(series, file), "");
+    TSeries& read = *graph.FindSeries(graph.AddSeries());
+    read.DataSourceInfo().SetKind(TSourceKind::TextFile);
+    read.DataSourceInfo().SetSourceName(file);
+    read.DataSourceInfo().SetYErrorRule({TYErrorKind::Column, 0, "3"});
+    TSilentProgress progress;
+    ASSERT_TRUE(LoadFromSource(read, progress));
+    EXPECT_EQ(read.YErrors(), (std::vector<double>{0.25, 0}));
+    series.AddPoint(3, std::numeric_limits<double>::infinity());
+    series.AddPoint(4, std::nan(""));
+    EXPECT_EQ(SaveSeriesAsText(series, file).find("2 of 4 points have no finite Y"), 0u);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Databases behind the toolkit's drivers: a PostgreSQL server of the test's own, and ODBC over a file.
 #include "common/cancelling_progress.h"
 #include "common/thrown_text.h"
+#include "sources/database/connection/password_asker.h"
 #include "sources/database/connection/qt_session.h"
 #include "sources/database/database_files.h"
 
@@ -23,6 +24,8 @@ namespace {
 
 constexpr const char* kSecret = "pa:ss@w%rd";
 
+#if defined(Q_OS_UNIX)
+
 bool Run(const QString& program, const QStringList& arguments, const QByteArray& input = {}) {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
@@ -32,8 +35,6 @@ bool Run(const QString& program, const QStringList& arguments, const QByteArray&
     process.closeWriteChannel();
     return process.waitForFinished(60'000) && process.exitCode() == 0;
 }
-
-#if defined(Q_OS_UNIX)
 
 int FreePort() {
     const int probe = socket(AF_INET, SOCK_STREAM, 0);
@@ -184,6 +185,29 @@ TEST_F(PostgresTest, APasswordIsNeverShown) {
     EXPECT_EQ(Series.Count(), 1);
     Info().SetDatabase({s_server->Url("guest", "p@ss"), "", "", ""});
     EXPECT_EQ(Info().Database().connection, s_server->Url("guest"));
+}
+
+TEST_F(PostgresTest, AMissingPasswordIsAskedFor) {
+    ASSERT_TRUE(s_server->Sql(QByteArray("create role visitor login password '") + kSecret +
+                              "';"
+                              "create table shown(t int, v int); insert into shown values(1,2); grant select "
+                              "on shown to visitor;"));
+    std::vector<std::string> answers = {"wrong_secret", kSecret};
+    int asked = 0;
+    {
+        const TPasswordAskerScope nobody(
+            [&](const std::string&, const std::string&) { return std::nullopt; });
+        ThrownText<EFileError>([&] { Load(s_server->Url("visitor"), "shown"); });
+    }
+    const TPasswordAskerScope user([&](const std::string& connection, const std::string& reason) {
+        EXPECT_EQ(connection, s_server->Url("visitor"));
+        EXPECT_EQ(reason.find("secret"), std::string::npos) << reason;
+        return std::optional(answers.at(static_cast<std::size_t>(asked++)));
+    });
+    EXPECT_EQ((Load(s_server->Url("visitor"), "shown"), Series.Count()), 1);
+    EXPECT_EQ(asked, 2);
+    Load(s_server->Url("visitor"), "shown"); // it is kept
+    EXPECT_EQ(asked, 2);
 }
 
 TEST_F(PostgresTest, ARenamedTableIsToldOf) {

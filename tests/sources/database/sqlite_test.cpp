@@ -95,6 +95,31 @@ TEST_F(SqliteTest, RowsAreChosenOrderedAndSampledByTheEngine) {
     EXPECT_EQ((Load(file, "m", "0", "v"), X()), (std::vector<double>{1, 3}));
 }
 
+TEST_F(SqliteTest, ErrorsOfYComeFromTheirColumn) {
+    const std::string file =
+        Sqlite("a.db", "create table m(t integer, v integer, s real);"
+                       "insert into m values(1,10,0.5),(2,20,null),(3,null,9),(4,40,-1),(5,50,'0.25');");
+    LUMOPLOT_NEED(!file.empty(), "the program sqlite3 is missing");
+    Info().SetYErrorRule({TYErrorKind::Column, 0, "s"});
+    const std::vector<double> errors = {0.5, 0, 0, 0.25};
+    const TTextReport report = Load(file, "m", "t", "v");
+    EXPECT_EQ(Y(), (std::vector<double>{10, 20, 40, 50}));
+    EXPECT_EQ(Series.YErrors(), errors);
+    EXPECT_EQ(report.rowsWithoutYError, 2);
+    Series.SetYColExpr("v/10");
+    Info().SetAutoRowHitFreq(true);
+    Options.budget = 2;
+    Load(file, "m", "t", "v"); // thinned, without losing whose error it is
+    EXPECT_EQ(Y(), (std::vector<double>{1, 4}));
+    EXPECT_EQ(Series.YErrors(), (std::vector<double>{0.5, 0}));
+    Info().SetYErrorRule({TYErrorKind::Column, 0, "none"});
+    EXPECT_THROW(Load(file, "m", "t", "v"), EFileError);
+    EXPECT_EQ(Series.YErrors(), (std::vector<double>{0.5, 0}));
+    Info().SetYErrorRule({TYErrorKind::Constant, 2, {}});
+    Load(file, "m", "t", "v");
+    EXPECT_EQ(Series.YErrors(), (std::vector<double>{2, 2})); // by its rule
+}
+
 TEST_F(SqliteTest, AutomaticSamplingKeepsEveryPeak) {
     const std::string file = Peaks();
     LUMOPLOT_NEED(!file.empty(), "the program sqlite3 is missing");

@@ -1,8 +1,8 @@
 #include "graph/drawing/axes/axis_layout.h"
 
 #include "graph/model/appearance.h"
-#include "graph/model/dimensions.h"
 #include "graph/model/graph.h"
+#include "graph/model/settings.h"
 
 #include <algorithm>
 #include <cmath>

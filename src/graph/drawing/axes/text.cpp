@@ -23,12 +23,17 @@ TTextStyle::TTextStyle(const TFontSpec& font)
 }
 
 double TTextStyle::Width(const TLabelText& label) const {
-    const double base = Width(label.Base);
-    return label.Exponent.isEmpty() ? base : base + m_exponentMetrics.horizontalAdvance(label.Exponent);
+    const double base = WidthOf(TTextRun{label.Base, TTextLevel::Base});
+    return label.Exponent.isEmpty() ? base : base + WidthOf(TTextRun{label.Exponent, TTextLevel::Raised});
 }
 
 double TTextStyle::WidthOf(const TTextRun& run) const {
-    return (run.Level == TTextLevel::Base ? m_metrics : m_exponentMetrics).horizontalAdvance(run.Text);
+    const bool isBase = run.Level == TTextLevel::Base;
+    TWidths& known = isBase ? m_baseWidths : m_exponentWidths;
+    if (const auto found = known.constFind(run.Text); found != known.cend()) return *found;
+    const double width = (isBase ? m_metrics : m_exponentMetrics).horizontalAdvance(run.Text);
+    known.insert(run.Text, width);
+    return width;
 }
 
 double TTextStyle::WidthOf(const TTextLine& line) const {
@@ -38,8 +43,10 @@ double TTextStyle::WidthOf(const TTextLine& line) const {
 }
 
 double TTextStyle::Width(const QString& text) const {
+    if (const auto found = m_widths.constFind(text); found != m_widths.cend()) return *found;
     double width = 0;
     for (const TTextLine& line : RichLines(text)) width = std::max(width, WidthOf(line));
+    m_widths.insert(text, width);
     return width;
 }
 
@@ -57,7 +64,21 @@ QString TTextStyle::Fitted(const QString& text, double width) const {
     return m_metrics.elidedText(plain, Qt::ElideRight, width);
 }
 
+// What would be cut off at the edge of a graph is left out: a part of a number says another one, and not
+// every vector format cuts texts off.
+bool TTextStyle::Shows(const QPainter& painter, QPointF baseline, const TTextLine& line) const {
+    constexpr double kBeyond = 1; // units
+    if (!painter.hasClipping()) return true;
+    double high = CapHeight();
+    for (const TTextRun& run : line)
+        if (run.Level == TTextLevel::Raised)
+            high = std::max(high, kExponentRise * m_font.pixelSize() + m_exponentMetrics.capHeight());
+    const QRectF letters(baseline.x(), baseline.y() - high, WidthOf(line), high);
+    return painter.clipBoundingRect().adjusted(-kBeyond, -kBeyond, kBeyond, kBeyond).contains(letters);
+}
+
 void TTextStyle::DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const {
+    if (!Shows(painter, baseline, line)) return;
     painter.setPen(m_color);
     for (const TTextRun& run : line) {
         const double rise = run.Level == TTextLevel::Raised    ? kExponentRise

@@ -7,6 +7,7 @@
 #include "graph/drawing/lines/canvas.h"
 
 #include <QFontMetricsF>
+#include <QHash>
 
 namespace lumoplot {
 
@@ -38,13 +39,20 @@ public:
 private:
     double WidthOf(const TTextRun& run) const;
     double WidthOf(const TTextLine& line) const;
+    bool Shows(const QPainter& painter, QPointF baseline, const TTextLine& line) const;
     void DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const;
+
+    // What has been measured: a layout asks for the same few texts again and again.
+    using TWidths = QHash<QString, double>;
 
     QFont m_font;
     QFont m_exponentFont;
     QFontMetricsF m_metrics;
     QFontMetricsF m_exponentMetrics;
     QColor m_color;
+    mutable TWidths m_widths;     ///< of texts
+    mutable TWidths m_baseWidths; ///< of runs
+    mutable TWidths m_exponentWidths;
 };
 
 /// Lightens what lies behind a text in a picture, so that it can be read.

@@ -1,6 +1,7 @@
 #include "graph/drawing/axes/ticks.h"
 
 #include "graph/model/appearance.h"
+#include "graph/model/axis_scale.h"
 #include "graph/model/graph.h"
 #include "graph/plotted/date_text.h"
 

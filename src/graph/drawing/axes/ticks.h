@@ -41,7 +41,7 @@ struct TTicks {
     QString Common;
 };
 
-XYGRAPH_EXPORT TTickRules TickRulesOf(const TAxis& axis);
+TTickRules TickRulesOf(const TAxis& axis);
 
 /// No coarseness beyond this leaves more than a few labels.
 inline constexpr int kCoarsest = 30;
@@ -49,7 +49,7 @@ inline constexpr int kCoarsest = 30;
 /// Ticks for an axis that is `length` units long. A coarseness of 1, 2, … labels fewer and
 /// fewer of them, for labels that would overlap; those left out become minor ticks. Never more ticks than
 /// fit, empty for a range that is none.
-XYGRAPH_EXPORT TTicks ChooseTicks(const TTickRules& rules, double length, int coarseness);
+TTicks ChooseTicks(const TTickRules& rules, double length, int coarseness);
 
 // The three kinds of axis behind ChooseTicks.
 TTicks LinearTicks(const TTickRules& rules, double length, int coarseness);

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "graph/model/settings.h"
-#include "support/color.h"
-#include "support/font_spec.h"
+#include "support/look.h"
 
 #include <QColor>
 #include <QFont>

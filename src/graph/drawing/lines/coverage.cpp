@@ -27,6 +27,18 @@ std::uint64_t HiddenBits(const std::uint8_t* clear) {
     return bits;
 }
 
+// A byte for each of 8 bits, 255 where it is set.
+std::uint64_t BytesOfBits(std::uint8_t bits) {
+    static const auto table = [] {
+        std::array<std::uint64_t, 256> bytes{};
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            for (std::size_t bit = 0; bit < 8; ++bit)
+                if (i >> bit & 1) bytes[i] |= std::uint64_t(255) << (8 * bit);
+        return bytes;
+    }();
+    return table[bits];
+}
+
 QRect InkOf(const QImage& picture) {
     QRect ink(0, 0, 1, 1);
     bool isFirst = true;
@@ -71,6 +83,21 @@ TStampMask::TStampMask(const QImage& stamp)
             m_rows[static_cast<std::size_t>(y) * m_stride + static_cast<std::size_t>(x)] =
                 static_cast<std::uint16_t>(clear + (clear >> 7));
         }
+    FindWholeRuns();
+}
+
+void TStampMask::FindWholeRuns() {
+    for (std::size_t y = 0; y < Height(); ++y) {
+        TRun longest{y, 0, 0};
+        for (std::size_t x = 0; x < Width(); ++x) {
+            std::size_t end = x;
+            while (end < Width() && Row(y)[end] == 0) ++end;
+            if (end - x > longest.Length) longest = {y, x, end - x};
+            x = std::max(x, end);
+        }
+        if (longest.Length > 0) m_wholeRuns.push_back(longest);
+    }
+    std::ranges::sort(m_wholeRuns, {}, &TRun::Length);
 }
 
 TCoverage::TCoverage(std::int64_t width, std::int64_t height)
@@ -89,6 +116,47 @@ void TCoverage::Take(const TStampMask& mask, std::int64_t x, std::int64_t y) {
     for (std::size_t row = 0; row < mask.Height(); ++row, target += m_stride)
         for (std::size_t start = 0; start < mask.Stride(); start += kStep)
             LetThrough(target + start, mask.Row(row) + start);
+}
+
+void TCoverage::TakeWholeRuns(const TStampMask& mask, std::span<const std::uint64_t> places, std::int64_t y) {
+    const auto stride = static_cast<std::size_t>(m_stride / kWord);
+    m_whole.resize(stride * static_cast<std::size_t>(m_height));
+    std::vector<std::uint64_t> line(places.begin(), places.end()); // each place and those behind it
+    line.resize(stride);
+    std::size_t length = 1;
+    for (const TStampMask::TRun& run : mask.WholeRuns()) {
+        while (length < run.Length) {
+            const std::size_t shift = std::min({length, run.Length - length, std::size_t(63)});
+            for (std::size_t i = stride; i-- > 1;) line[i] |= line[i] << shift | line[i - 1] >> (64 - shift);
+            line[0] |= line[0] << shift;
+            length += shift;
+        }
+        const auto row = static_cast<std::size_t>(y + mask.Offset().y()) + run.Row;
+        std::uint64_t* target = m_whole.data() + row * stride;
+        const std::size_t right = static_cast<std::size_t>(mask.Offset().x()) + run.First;
+        const std::size_t words = right / 64, shift = right % 64;
+        for (std::size_t i = 0; i + words < stride; ++i) {
+            target[i + words] |= line[i] << shift;
+            if (shift > 0 && i + words + 1 < stride) target[i + words + 1] |= line[i] >> (64 - shift);
+        }
+    }
+}
+
+void TCoverage::CoverWholeRuns() {
+    for (std::size_t i = 0; i < m_whole.size(); ++i) {
+        if (m_whole[i] == 0) continue;
+        const auto row = static_cast<std::int64_t>(i) / (m_stride / kWord);
+        m_top = std::min(m_top, row);
+        m_bottom = std::max(m_bottom, row);
+        std::uint8_t* clear = m_clear.data() + i * static_cast<std::size_t>(kWord);
+        for (int byte = 0; byte < 8; ++byte) {
+            std::uint64_t eight;
+            std::memcpy(&eight, clear + 8 * byte, 8);
+            eight &= ~BytesOfBits(static_cast<std::uint8_t>(m_whole[i] >> (8 * byte)));
+            std::memcpy(clear + 8 * byte, &eight, 8);
+        }
+    }
+    m_whole.clear();
 }
 
 void TCoveredPlaces::KeepRunsAcross(std::size_t length) {

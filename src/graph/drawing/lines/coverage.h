@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace lumoplot {
@@ -24,10 +25,22 @@ public:
     std::size_t Stride() const { return m_stride; }
     const std::uint16_t* Row(std::size_t y) const { return m_rows.data() + y * m_stride; }
 
+    /// Neighbouring pixels of a row that let nothing through.
+    struct TRun {
+        std::size_t Row;
+        std::size_t First;
+        std::size_t Length;
+    };
+    /// The longest of each row that has any, the shortest first.
+    const std::vector<TRun>& WholeRuns() const { return m_wholeRuns; }
+
 private:
+    void FindWholeRuns();
+
     QRect m_place;
     std::size_t m_stride;
     std::vector<std::uint16_t> m_rows;
+    std::vector<TRun> m_wholeRuns;
 };
 
 /// Where a mask that is taken would change nothing; nowhere at first.
@@ -62,6 +75,10 @@ public:
     /// Covers the pixels under the mask for a picture with its top left corner at that place; all of the
     /// picture must lie inside.
     void Take(const TStampMask& mask, std::int64_t x, std::int64_t y);
+    /// Of pictures at all places of a row, given as bits, covers what the mask covers whole, at once.
+    void TakeWholeRuns(const TStampMask& mask, std::span<const std::uint64_t> places, std::int64_t y);
+    /// Ends the rows of TakeWholeRuns.
+    void CoverWholeRuns();
     /// The places where Take would change nothing that can be seen.
     TCoveredPlaces PlacesCovered(const TStampMask& mask) const;
     /// Draws what is covered in that colour; the painter's units are pixels.
@@ -73,7 +90,8 @@ private:
     std::int64_t m_stride;
     std::int64_t m_top; ///< first and last row that is covered
     std::int64_t m_bottom = -1;
-    std::vector<std::uint8_t> m_clear; ///< 255 where nothing was taken, 0 where nothing shines through
+    std::vector<std::uint64_t> m_whole; ///< a bit each, for CoverWholeRuns
+    std::vector<std::uint8_t> m_clear;  ///< 255 where nothing was taken, 0 where nothing shines through
 };
 
 } // namespace lumoplot

@@ -18,6 +18,7 @@ constexpr double kThinLine = 1.5;  // pixels; wider ones fill with fewer corners
 constexpr double kPieceWidth = 32; // columns that are judged together
 constexpr std::size_t kMostCorners = 400;
 constexpr double kCloudRuns = 30; // times that a cloud runs through its width, one way or the other
+constexpr double kThinPen = 3;    // pixels; below, no pixel need be covered whole by a line that crosses it
 constexpr double kClose = 0.35;   // pixels; corners nearer to each other than this are one
 
 double LengthOf(QPointF a, QPointF b) {
@@ -130,8 +131,7 @@ struct TExtent {
     double Top = HUGE_VAL;
     double Right = -HUGE_VAL;
     double Bottom = -HUGE_VAL;
-    double AlongX = 0;
-    double AlongY = 0;
+    TLineRun Run;
 
     bool IsEmpty() const { return !(Left <= Right); }
     QRectF Rectangle() const { return {QPointF(Left, Top), QPointF(Right, Bottom)}; }
@@ -146,19 +146,11 @@ TExtent ExtentOf(const TPolylines& lines) {
             extent.Top = std::min(extent.Top, corner.y());
             extent.Right = std::max(extent.Right, corner.x());
             extent.Bottom = std::max(extent.Bottom, corner.y());
-            extent.AlongX += std::abs(corner.x() - before.x());
-            extent.AlongY += std::abs(corner.y() - before.y());
+            extent.Run.Take(before, corner);
             before = corner;
         }
     }
     return extent;
-}
-
-// Lines that run to and fro over their area again and again, so that the pen covers as many pixels as it has.
-bool IsCloud(const TExtent& extent, const QRect& area, double width) {
-    const double pixels = static_cast<double>(area.width()) * area.height();
-    return std::max(extent.AlongX, extent.AlongY) * width > pixels &&
-           extent.AlongX > kCloudRuns * area.width();
 }
 
 // The pixels that the lines may cover, as far as they can be seen.
@@ -169,13 +161,6 @@ QRect AreaOf(const QPainter& painter, const TExtent& extent, double width) {
                             : QRectF(0, 0, painter.device()->width(), painter.device()->height());
     const double beyond = width / 2 + 1;
     return (extent.Rectangle().adjusted(-beyond, -beyond, beyond, beyond) & clip).toAlignedRect();
-}
-
-std::vector<double> DashesOf(const QPen& pen, double width) {
-    if (pen.style() == Qt::SolidLine) return {};
-    std::vector<double> dashes;
-    for (const double part : pen.dashPattern()) dashes.push_back(part * width);
-    return dashes;
 }
 
 void CoverAsLines(TStrokeMask& mask, const TPolylines& lines, double width, std::span<const double> dashes) {
@@ -190,13 +175,16 @@ void CoverAsCloud(TStrokeMask& mask, const TPolylines& lines, double width, std:
 
 void DrawOnRaster(const TCanvas& canvas, const TPolylines& lines, const QPen& pen) {
     const TCanvas::TDeviceUnits deviceUnits(canvas);
-    const double width = std::max(1.0, std::round(pen.widthF() * canvas.PixelsPerUnit()));
+    const double width = PixelsOf(canvas, pen);
     const TExtent extent = ExtentOf(lines);
     const QRect area = AreaOf(canvas.Painter(), extent, width);
     if (area.isEmpty()) return;
     const std::vector<double> dashes = DashesOf(pen, width);
-    const bool isCloud = IsCloud(extent, area, width);
-    TStrokeMask mask(area, isCloud ? 0 : width);
+    const bool isCloud = CoversAsCloud(extent.Run, area, width);
+    const bool isThin = width < kThinPen;
+    TStrokeMask mask(area, isCloud  ? TStrokeMask::kByCloud
+                           : isThin ? TStrokeMask::kByThinLines
+                                    : TStrokeMask::kAllOfIt);
     if (isCloud)
         CoverAsCloud(mask, lines, width, dashes);
     else
@@ -222,6 +210,23 @@ void DrawAsVectors(const TCanvas& canvas, const TPolylines& lines, QPen pen) {
 }
 
 } // namespace
+
+double PixelsOf(const TCanvas& canvas, const QPen& pen) {
+    return std::max(1.0, std::round(pen.widthF() * canvas.PixelsPerUnit()));
+}
+
+std::vector<double> DashesOf(const QPen& pen, double width) {
+    if (pen.style() == Qt::SolidLine) return {};
+    std::vector<double> dashes;
+    for (const double part : pen.dashPattern()) dashes.push_back(part * width);
+    return dashes;
+}
+
+bool CoversAsCloud(const TLineRun& run, const QRect& area, double width) {
+    const double pixels = static_cast<double>(area.width()) * area.height();
+    return width <= TCloudStroker::kWidestPen && std::max(run.AlongX, run.AlongY) * width > pixels &&
+           run.AlongX > kCloudRuns * area.width();
+}
 
 void DrawPolylines(const TCanvas& canvas, const TPolylines& lines, const QPen& pen) {
     if (canvas.IsRaster())

@@ -35,6 +35,15 @@ void TSeriesPositions::ForEachRun(const TTakeRun& take) const {
     TDrawnPoints(m_series).ForEachRun([&](const TDrawnRun& run) { MapOneRun(run.X, run.Y, take); });
 }
 
+void TSeriesPositions::ForEachPlainRun(const TTakeRun& take) const {
+    TRunBuffer xPlaces, yPlaces;
+    TDrawnPoints(m_series).ForEachRun([&](const TDrawnRun& run) {
+        m_xMap.MapAll(run.X, xPlaces);
+        m_yMap.MapAll(run.Y, yPlaces);
+        take({xPlaces.data(), run.X.size()}, {yPlaces.data(), run.Y.size()});
+    });
+}
+
 TPolylines TSeriesPositions::Reduced(double firstX, double lastX) const {
     const auto summary = XSeriesOf(m_series) ? nullptr : SummaryOf(m_series);
     if (summary) return TSummaryReducer(m_series, m_xMap, m_yMap, firstX, lastX).Reduced(*summary);

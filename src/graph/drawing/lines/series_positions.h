@@ -24,6 +24,9 @@ public:
     /// infinite value, one that is not above 0 on a logarithmic axis) is not-a-number; no place is further
     /// away than FarthestPlace. With an X data set, points beyond its count are left out.
     void ForEachRun(const TTakeRun& take) const;
+    /// As ForEachRun for those who leave out what lies beyond the plot: places that do not exist may be
+    /// infinite, too, and others lie as far away as they do.
+    void ForEachPlainRun(const TTakeRun& take) const;
     /// The line through all places. Large data sets are read through their summary.
     /// Points left of `firstX` count as one pixel column, as do those right of `lastX`.
     TPolylines Reduced(double firstX, double lastX) const;

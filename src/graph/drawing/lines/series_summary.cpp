@@ -9,6 +9,9 @@ namespace {
 
 constexpr int kWorthSummarising = 8192; // points
 constexpr std::size_t kMostBytes = 64 << 20;
+// A pixel column holds few points of a data set of less than these many: their groups are smaller.
+constexpr std::int64_t kMany = 300000;
+constexpr std::size_t kSmallGroup = 16;
 
 TPointGroup GroupOf(const TSeries& series, std::span<const double> x, std::span<const double> y) {
     TPointGroup group{};
@@ -64,12 +67,13 @@ void DropTheOldest() {
 TSeriesSummary::TSeriesSummary(const TSeries& series) {
     const TPointChain& points = series.Points();
     m_starts.reserve(points.BlockCount() + 1);
-    m_groups.reserve(static_cast<std::size_t>(points.Count()) / kGroupSize + points.BlockCount());
+    const std::size_t groupSize = points.Count() < kMany ? kSmallGroup : kGroupSize;
+    m_groups.reserve(static_cast<std::size_t>(points.Count()) / groupSize + points.BlockCount());
     for (std::size_t block = 0; block < points.BlockCount(); ++block) {
         m_starts.push_back(m_groups.size());
         const TPointSpans spans = points.Block(block);
-        for (std::size_t place = 0; place < spans.X.size(); place += kGroupSize) {
-            const std::size_t count = std::min(kGroupSize, spans.X.size() - place);
+        for (std::size_t place = 0; place < spans.X.size(); place += groupSize) {
+            const std::size_t count = std::min(groupSize, spans.X.size() - place);
             m_groups.push_back(GroupOf(series, spans.X.subspan(place, count), spans.Y.subspan(place, count)));
         }
     }

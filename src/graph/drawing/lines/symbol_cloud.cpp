@@ -141,13 +141,16 @@ void TSymbolCloud::DrawStamps(const QImage& stamp, QPoint middle) const {
 }
 
 // Very many symbols of one colour: what they leave visible of each pixel is collected in bytes, and they are
-// drawn as one picture. They are taken in rounds, spread evenly, so that most of a dense crowd finds itself
+// drawn as one picture. What they cover whole is covered first, with 64 of them at once; then those whose
+// rims are still to be seen follow in rounds, spread evenly, so that most of a dense crowd finds itself
 // covered by the rounds before and is left out.
 void TSymbolCloud::DrawMerged(const QImage& stamp, QPoint middle) const {
     const auto [first, end] = m_taken.Rows();
     TCoverage coverage(m_taken.Width() + stamp.width(), end - first + stamp.height());
     const TStampMask mask(stamp);
-    TCoveredPlaces covered;
+    for (std::int64_t y = first; y < end; ++y) coverage.TakeWholeRuns(mask, m_taken.Row(y), y - first);
+    coverage.CoverWholeRuns();
+    TCoveredPlaces covered = coverage.PlacesCovered(mask);
     for (int round = 0; round < kRounds; ++round) {
         for (std::int64_t y = first; y < end; ++y) {
             const std::int64_t row = y - first;

@@ -34,6 +34,11 @@ public:
     /// The first row with a taken pixel and the one behind the last; equal when there is none. Needs the
     /// bitmap.
     std::pair<std::int64_t, std::int64_t> Rows() const;
+    /// A row, a bit each pixel. Needs the bitmap.
+    std::span<const std::uint64_t> Row(std::int64_t y) const {
+        return std::span(m_bitmap).subspan(static_cast<std::size_t>(y * m_wordsPerRow),
+                                           static_cast<std::size_t>(m_wordsPerRow));
+    }
     /// Calls `visit(x)` for the pixels of a row that are taken, from left to right; of 64 at once, from the
     /// x that is given on, only for those whose bit is set in `chosen(x)`. Needs the bitmap.
     template <class TChosen, class TVisit>
@@ -59,8 +64,7 @@ inline bool TPixelSet::Take(std::int64_t x, std::int64_t y) {
 
 template <class TChosen, class TVisit>
 void TPixelSet::VisitRow(std::int64_t y, TChosen chosen, TVisit visit) const {
-    const auto row = std::span(m_bitmap).subspan(static_cast<std::size_t>(y * m_wordsPerRow),
-                                                 static_cast<std::size_t>(m_wordsPerRow));
+    const auto row = Row(y);
     for (std::size_t i = 0; i < row.size(); ++i) {
         if (row[i] == 0) continue;
         const auto first = static_cast<std::int64_t>(i * 64);
@@ -74,7 +78,7 @@ public:
     /// Centres outside `area` (device pixels) are not drawn.
     TSymbolCloud(const TCanvas& canvas, const TSymbol& symbol, const QRectF& area);
 
-    /// Adds points in device pixels; not-a-number is passed over.
+    /// Adds points in device pixels; not-a-number and infinite ones are passed over.
     void Add(std::span<const double> x, std::span<const double> y);
     /// Draws what was added.
     void Draw();

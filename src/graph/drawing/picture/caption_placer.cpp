@@ -7,11 +7,18 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kOnCaption = 1e6; // what a caption on another text costs; covering a place of the data is 1
+constexpr double kOnData = 5;      // what a caption costs on each place of the data,
+constexpr double kOnCaption = 1e6; // on another text
 constexpr double kOnLine = 30;
-constexpr double kLaterPlace = 0.25; // what it costs to go on to the next place
+constexpr double kLeaderOnText = 300;
+constexpr double kLeaderOnLeader = 100;
 constexpr double kAway = 3;
-constexpr double kInset = 3; // units between a caption and the sides of the plot
+constexpr double kLaterPlace = 0.05;     // to go on to the next place
+constexpr double kPerUnit = 0.05;        // of a leader
+constexpr double kInset = 3;             // units between a caption and the sides of the plot
+constexpr double kRoomForLeaders = 2;    // units
+constexpr std::size_t kFewCaptions = 40; // that each look again for a better place, this often
+constexpr int kLooks = 3;
 
 bool Crosses(const QLineF& line, const QRectF& box) {
     if (box.contains(line.p1()) || box.contains(line.p2())) return true;
@@ -23,6 +30,10 @@ bool Crosses(const QLineF& line, const QRectF& box) {
     });
 }
 
+bool Cross(const QLineF& a, const QLineF& b) {
+    return a.intersects(b, nullptr) == QLineF::BoundedIntersection;
+}
+
 } // namespace
 
 QPointF TCaptionPlacer::Inside(QPointF corner, QSizeF size) const {
@@ -31,28 +42,61 @@ QPointF TCaptionPlacer::Inside(QPointF corner, QSizeF size) const {
             std::max(room.top(), std::min(corner.y(), room.bottom() - size.height()))};
 }
 
-double TCaptionPlacer::CostOf(const QRectF& box) const {
-    double cost = m_crowd.In(box);
-    for (const QRectF& taken : m_taken)
-        if (taken.intersects(box)) cost += kOnCaption;
-    for (const QLineF& line : m_lines)
-        if (Crosses(line, box)) cost += kOnLine;
-    return cost;
+TPlacedCaption TCaptionPlacer::At(const TCaptionPlace& place, const TCaption& caption) const {
+    TPlacedCaption placed{QRectF(Inside(place.Corner, caption.Size), caption.Size), {}};
+    if (!place.IsAway) return placed;
+    const QRectF& box = placed.Box;
+    const QPointF from = caption.LeaderStart(box);
+    placed.Leader = QLineF(
+        from, {std::clamp(from.x(), box.left(), box.right()), std::clamp(from.y(), box.top(), box.bottom())});
+    return placed;
 }
 
-TCaptionPlace TCaptionPlacer::Take(std::span<const TCaptionPlace> places, QSizeF size) {
-    TCaptionPlace best{Inside(places.front().Corner, size)};
+double TCaptionPlacer::CostOf(const TPlacedCaption& caption) const {
+    double cost = kOnData * m_crowd.In(caption.Box);
+    for (const QRectF& taken : m_taken) {
+        if (taken.intersects(caption.Box)) cost += kOnCaption;
+        if (caption.Leader && Crosses(*caption.Leader, taken)) cost += kLeaderOnText;
+    }
+    for (const QLineF& line : m_lines)
+        if (Crosses(line, caption.Box)) cost += kOnLine;
+    for (const TPlacedCaption& other : m_others) {
+        if (other.Box.intersects(caption.Box)) cost += kOnCaption;
+        const QRectF wide = other.Box.adjusted(-kRoomForLeaders, 0, kRoomForLeaders, 0);
+        if (caption.Leader && Crosses(*caption.Leader, wide)) cost += kLeaderOnText;
+        if (other.Leader && Crosses(*other.Leader, caption.Box)) cost += kLeaderOnText;
+        if (caption.Leader && other.Leader && Cross(*caption.Leader, *other.Leader)) cost += kLeaderOnLeader;
+    }
+    return caption.Leader ? cost + kAway + kPerUnit * caption.Leader->length() : cost;
+}
+
+TPlacedCaption TCaptionPlacer::BestOf(const TCaption& caption) const {
+    TPlacedCaption best;
     double least = HUGE_VAL;
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        const QPointF corner = Inside(places[i].Corner, size);
-        const double cost = CostOf(QRectF(corner, size)) + static_cast<double>(i) * kLaterPlace +
-                            (places[i].IsAway ? kAway : 0);
+    for (std::size_t i = 0; i < caption.Places.size(); ++i) {
+        const double later = static_cast<double>(i) * kLaterPlace;
+        if (later >= least) break;
+        const TPlacedCaption placed = At(caption.Places[i], caption);
+        const double cost = CostOf(placed) + later;
         if (cost >= least) continue;
         least = cost;
-        best = {corner, places[i].IsAway};
+        best = placed;
     }
-    m_taken.emplace_back(best.Corner, size);
     return best;
+}
+
+// One after the other, then each again among all others: the first ones did not know of the leaders of the
+// last.
+std::vector<TPlacedCaption> TCaptionPlacer::Place(std::span<const TCaption> captions) {
+    m_others.clear();
+    for (const TCaption& caption : captions) m_others.push_back(BestOf(caption));
+    const int looks = captions.size() <= kFewCaptions ? kLooks : 0;
+    for (int look = 0; look < looks; ++look)
+        for (std::size_t i = 0; i < captions.size(); ++i) {
+            m_others.erase(m_others.begin() + static_cast<std::ptrdiff_t>(i));
+            m_others.insert(m_others.begin() + static_cast<std::ptrdiff_t>(i), BestOf(captions[i]));
+        }
+    return std::move(m_others);
 }
 
 } // namespace lumoplot

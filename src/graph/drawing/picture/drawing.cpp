@@ -9,8 +9,7 @@
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
 #include "graph/model/child_graph.h"
-#include "graph/model/dimensions.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 #include "graph/mouse/drawing_hook.h"
 #include "support/progress.h"
 
@@ -20,6 +19,8 @@
 
 namespace lumoplot {
 namespace {
+
+constexpr double kNoteOnLabel = 10; // what a note costs there; the line of an axis costs 1
 
 /// The steps of a drawing, one a data set, over all graphs that are drawn.
 class TSeriesSteps {
@@ -48,12 +49,15 @@ public:
 
     /// Returns where the plot lies; nothing when there is none.
     std::optional<TPlotMap> Draw() const {
-        DrawMargins();
         if (!m_graph.HasContent()) return DrawWaiting();
         if (m_graph.ScaleFailed() || !HasRanges())
             return DrawNotice(QString::fromStdString(m_appearance.ErrorCaption()));
         const TGraphLayout layout(m_canvas, m_graph, m_rectangle);
-        if (!layout.HasPlot()) return std::nullopt;
+        if (!layout.HasPlot()) {
+            DrawMargins();
+            return std::nullopt;
+        }
+        DrawMargins(BehindPlot(layout));
         const TLegendLayout legend = LegendFor(layout);
         DrawPlot(layout, legend.Box);
         DrawAxes(m_canvas, m_graph, layout);
@@ -85,8 +89,22 @@ private:
                (!m_canvas.IsPrinting() || m_appearance.PrintBkgndColor());
     }
 
-    void DrawMargins() const {
-        if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+    // On a screen only around the plot: filling both would take most of the time of a small graph.
+    void DrawMargins(const QRectF& plot = {}) const {
+        if (plot.isNull() || !FillsPlot() || !m_canvas.IsRaster()) {
+            if (FillsBackground()) m_canvas.FillRect(m_rectangle, m_appearance.MarginColor());
+        } else {
+            const QRectF all = m_rectangle;
+            const double left = std::max(all.left(), plot.left()),
+                         right = std::min(all.right(), plot.right());
+            const double top = std::max(all.top(), plot.top()),
+                         bottom = std::min(all.bottom(), plot.bottom());
+            for (const QRectF& part : {QRectF(all.topLeft(), QPointF(all.right(), top)),
+                                       QRectF(QPointF(all.left(), bottom), all.bottomRight()),
+                                       QRectF(QPointF(all.left(), top), QPointF(left, bottom)),
+                                       QRectF(QPointF(right, top), QPointF(all.right(), bottom))})
+                m_canvas.FillRect(part, m_appearance.MarginColor());
+        }
         const QImage picture = BackgroundPicture(m_appearance.bkgdImageFile());
         if (picture.isNull()) return;
         QPainter& painter = m_canvas.Painter();
@@ -98,6 +116,7 @@ private:
     }
 
     std::optional<TPlotMap> DrawNotice(const QString& text) const {
+        DrawMargins();
         TFontSpec font = m_appearance.CaptionFont();
         font.Size = std::max(font.Size, 12);
         TTextStyle(font).DrawCentred(m_canvas, m_rectangle, text);
@@ -106,8 +125,9 @@ private:
 
     // A graph that only holds others waits for nothing.
     std::optional<TPlotMap> DrawWaiting() const {
-        if (m_graph.ChildGraphCount() > 0) return std::nullopt;
-        return DrawNotice(QStringLiteral("Waiting for the data..."));
+        if (m_graph.ChildGraphCount() == 0) return DrawNotice(QStringLiteral("Waiting for the data..."));
+        DrawMargins();
+        return std::nullopt;
     }
 
     bool HasRanges() const {
@@ -120,15 +140,31 @@ private:
     TLegendLayout LegendFor(const TGraphLayout& layout) const {
         const TLegend& legend = *m_graph.Legend();
         if (!legend.visible()) return {};
-        if (!legend.AutoPlace()) return LayOutLegend(m_graph, m_rectangle);
-        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NotePlace(layout));
+        if (!legend.AutoPlace() && HasRoomForLegend(m_graph, m_rectangle.size()))
+            return LegendOffResiduals(layout);
+        return LayOutLegendInCorner(m_graph, layout, TCrowd(m_graph, layout), NoteIn(layout).Place);
+    }
+
+    // A legend that stands in the plot stays in it when residuals take the upper part of its place.
+    TLegendLayout LegendOffResiduals(const TGraphLayout& layout) const {
+        TLegendLayout legend = LayOutLegend(m_graph, m_rectangle);
+        const QRectF panel = layout.ResidualPlace();
+        if (legend.Box.intersects(panel) && legend.Box.top() >= panel.top())
+            legend.Move({0, layout.Plot().top() - panel.top()});
+        return legend;
+    }
+
+    QRectF BehindPlot(const TGraphLayout& layout) const {
+        const double half = 0.5 / m_canvas.PixelsPerUnit();
+        return layout.Plot().adjusted(-half, -half, half, half);
+    }
+    bool FillsPlot() const {
+        return FillsBackground() && BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
     }
 
     void DrawPlot(const TGraphLayout& layout, const QRectF& legend) const {
-        const double half = 0.5 / m_canvas.PixelsPerUnit();
-        const QRectF plot = layout.Plot().adjusted(-half, -half, half, half);
-        const bool hasPicture = !BackgroundPicture(m_appearance.bkgdImageFile()).isNull();
-        if (FillsBackground() && !hasPicture) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
+        const QRectF plot = BehindPlot(layout);
+        if (FillsPlot()) m_canvas.FillRect(plot, m_appearance.BackgroundColor());
         DrawGrid(m_canvas, m_graph, layout);
         const QRectF visible = m_appearance.PlotOffGraph() ? m_rectangle : plot;
         for (const auto& series : m_graph.Series())
@@ -138,44 +174,71 @@ private:
         TellLostPoints(layout);
         std::vector<QRectF> taken = layout.AxisPlacesInPlot();
         taken.push_back(legend);
-        taken.push_back(NotePlace(layout));
+        taken.push_back(NoteIn(layout).Place);
         DrawCaptions(m_canvas, m_graph, layout, taken);
     }
 
-    // A logarithmic axis has no place for some points; the picture says so, away from labels inside the plot.
-    QString LostPoints() const {
+    // A logarithmic axis has no place for some points; the picture says so, in fewer words where there is
+    // little room.
+    std::vector<QString> LostPoints() const {
         std::int64_t lost = 0;
         for (const auto& series : m_graph.Series()) lost += series->LogErrors();
         if (lost == 0) return {};
-        return lost == 1 ? QStringLiteral("1 point is not above 0 and left out")
-                         : QStringLiteral("%1 points are not above 0 and left out").arg(lost);
+        if (lost == 1)
+            return {QStringLiteral("1 point is not above 0 and left out"),
+                    QStringLiteral("1 point left out")};
+        return {QStringLiteral("%1 points are not above 0 and left out").arg(lost),
+                QStringLiteral("%1 points left out").arg(lost)};
     }
 
-    // At the foot of the plot or its top, where no labels stand.
-    QRectF NotePlace(const TGraphLayout& layout) const {
-        const QString text = LostPoints();
-        if (text.isEmpty()) return {};
+    struct TNote {
+        QString Text;
+        QRectF Place; ///< null for no note
+        double Cost = HUGE_VAL;
+    };
+
+    // At the foot of the plot or its top, or as low as no labels stand; on the line of an axis where one
+    // stands in the way everywhere. None where labels fill the plot.
+    TNote NoteIn(const TGraphLayout& layout) const {
         const TTextStyle style(m_appearance.LabelFont());
         const double gap = style.Em() / 2;
         const QRectF room = layout.Plot().adjusted(gap, gap, -gap, -gap);
-        const QSizeF size(style.Width(text), style.Height());
-        const std::vector<QRectF> labels = layout.AxisPlacesInPlot();
-        const double middle = room.center().x() - size.width() / 2;
-        for (const double y : {room.bottom() - size.height(), room.top()})
-            for (const double x : {middle, room.left(), room.right() - size.width()}) {
-                const QRectF place(QPointF(x, y), size);
-                const auto isOn = [&](const QRectF& label) { return label.intersects(place); };
-                if (std::ranges::none_of(labels, isOn)) return place;
-            }
-        return {QPointF(middle, room.bottom() - size.height()), size};
+        const std::vector<QRectF> places = layout.AxisPlacesInPlot();
+        TNote best;
+        for (const QString& text : LostPoints()) {
+            const QSizeF size(style.Width(text), style.Height());
+            if (size.width() > room.width() || size.height() > room.height()) continue;
+            const double middle = room.center().x() - size.width() / 2;
+            std::vector<double> rows{room.bottom() - size.height(), room.top()};
+            for (double y = rows[0] - gap; y > rows[1]; y -= gap) rows.push_back(y);
+            for (const double y : rows)
+                for (const double x : {middle, room.left(), room.right() - size.width()}) {
+                    const QRectF place(QPointF(x, y), size);
+                    const double cost = CostOfNote(place, places);
+                    if (cost < best.Cost) best = {text, place, cost};
+                }
+            if (best.Cost < kNoteOnLabel) return best;
+        }
+        return {};
+    }
+
+    static double CostOfNote(const QRectF& note, const std::vector<QRectF>& places) {
+        constexpr double kLongAsALine = 8; // times its width
+        double cost = 0;
+        for (const QRectF& place : places) {
+            const bool isLine = std::max(place.width(), place.height()) >
+                                kLongAsALine * std::min(place.width(), place.height());
+            if (place.intersects(note)) cost += isLine ? 1 : kNoteOnLabel;
+        }
+        return cost;
     }
 
     void TellLostPoints(const TGraphLayout& layout) const {
-        const QRectF place = NotePlace(layout);
-        if (place.isNull()) return;
+        const TNote note = NoteIn(layout);
+        if (note.Place.isNull()) return;
         const TTextStyle style(m_appearance.LabelFont());
-        DrawBehindText(m_canvas, place, m_appearance.BackgroundColor());
-        style.Draw(m_canvas, {place.left(), place.top() + style.Ascent()}, LostPoints());
+        DrawBehindText(m_canvas, note.Place, m_appearance.BackgroundColor());
+        style.Draw(m_canvas, {note.Place.left(), note.Place.top() + style.Ascent()}, note.Text);
     }
 
     TSeriesSteps& m_steps;

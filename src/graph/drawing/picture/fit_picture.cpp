@@ -8,6 +8,7 @@
 #include "graph/drawing/lines/canvas.h"
 #include "graph/model/axis.h"
 #include "graph/model/graph.h"
+#include "graph/plotted/drawn_extent.h"
 #include "graph/plotted/scale_map.h"
 
 #include <QPainter>
@@ -75,6 +76,11 @@ std::vector<TTick> LabelledTicks(const TTickRules& rules, double length, const a
     return {};
 }
 
+std::pair<std::uint64_t, std::uint64_t> StampsOf(const TSeries& series) {
+    const auto* x = static_cast<const TSeries*>(series.XSource()); // of the same graph
+    return {series.DataStamp(), x ? x->DataStamp() : 0};
+}
+
 double Limited(double position) {
     return std::clamp(position, -kFarthest, kFarthest);
 }
@@ -84,13 +90,9 @@ double Limited(double position) {
 TXRange CurveRange(const TSeries& series) {
     const TCurFit& fit = series.CurveFit();
     const TAxis& axis = *series.Graph().XAxis();
-    const bool hasPoints = series.Count() > 0;
-    return {fit.UseLeftMargin() ? fit.LeftMargin()
-            : hasPoints         ? series.MinX()
-                                : axis.Min(),
-            fit.UseRightMargin() ? fit.RightMargin()
-            : hasPoints          ? series.MaxX()
-                                 : axis.Max()};
+    const TRange data = series.Count() > 0 ? PlottedXRange(series) : TRange{axis.Min(), axis.Max()};
+    return {fit.UseLeftMargin() ? fit.LeftMargin() : data.Min,
+            fit.UseRightMargin() ? fit.RightMargin() : data.Max};
 }
 
 void TFitPicture::Take(const TSeries& series, TCurFit* model) {
@@ -112,19 +114,14 @@ void TFitPicture::Take(const TSeries& series, TCurFit* model) {
 
 // Of very many points every so many, so that what is drawn is as dense as the data are.
 void TFitPicture::TakeData(const TSeries& series) {
-    if (m_dataStamp == series.DataStamp()) return;
-    m_dataStamp = series.DataStamp();
+    if (m_dataStamps == StampsOf(series)) return;
+    m_dataStamps = StampsOf(series);
     m_points.clear();
-    const std::size_t step = static_cast<std::size_t>(series.Count()) / kMostPoints + 1;
-    std::size_t number = 0;
-    for (std::size_t block = 0; block < series.Points().BlockCount(); ++block) {
-        const TPointSpans spans = series.Points().Block(block);
-        for (std::size_t i = 0; i < spans.X.size(); ++i) {
-            if (number++ % step != 0) continue;
-            const QPointF point(spans.X[i], series.CorrectedY(spans.X[i], spans.Y[i]));
-            if (std::isfinite(point.x()) && std::isfinite(point.y())) m_points.push_back(point);
-        }
-    }
+    const TPlottedValues values = PlottedValues(series);
+    const std::size_t step = values.X.size() / kMostPoints + 1;
+    for (std::size_t i = 0; i < values.X.size(); i += step)
+        if (std::isfinite(values.X[i]) && std::isfinite(values.Y[i]))
+            m_points.emplace_back(values.X[i], values.Y[i]);
 }
 
 void TFitPicture::ChooseRanges(const TSeries& series) {

@@ -85,7 +85,7 @@ private:
     void PaintNote(QPainter& painter, const QRectF& plot, const TFitPictureOptions& options) const;
 
     bool m_isEmpty = true;
-    std::uint64_t m_dataStamp = 0;
+    std::pair<std::uint64_t, std::uint64_t> m_dataStamps; ///< of the data set, and of the one that is its X
     std::vector<QPointF> m_points;
     std::vector<QPointF> m_curve; ///< not-a-number in Y where it has a gap
     std::vector<TBand> m_bands;   ///< half their widths at the places of the curve; may be empty

@@ -2,8 +2,9 @@
 
 #include "graph/drawing/picture/legend_painter.h"
 #include "graph/model/appearance.h"
-#include "graph/model/dimensions.h"
 #include "graph/model/graph.h"
+#include "graph/model/settings.h"
+#include "graph/plotted/panel_place.h"
 
 #include <algorithm>
 #include <array>
@@ -48,12 +49,12 @@ QRectF PlotInsideMargins(const TxyGraph& graph, const QRectF& rectangle) {
 }
 
 TGraphLayout::TGraphLayout(const TCanvas& canvas, const TxyGraph& graph, const QRectF& rectangle)
-    : m_graph(graph), m_bounds(rectangle), m_plot(PlotInsideMargins(graph, rectangle)),
+    : m_graph(graph), m_bounds(BesidePanels(graph, rectangle)), m_plot(PlotInsideMargins(graph, m_bounds)),
       m_titleStyle(graph.Appearance()->CaptionFont()), m_fonts(graph), m_axes(LayOutAxes()),
       m_residuals(graph) {
     if (!HasPlot()) return;
+    m_header = LegendAbovePlot(graph, m_bounds, m_plot);
     MakeRoomForResiduals();
-    m_header = LegendAbovePlot(graph, rectangle, m_plot);
     PlaceTitle();
     for (int round = 0; round < kMostRounds && GrowMargins(); ++round) {
         m_axes = LayOutAxes();

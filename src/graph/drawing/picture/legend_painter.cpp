@@ -4,7 +4,7 @@
 #include "graph/drawing/picture/crowd.h"
 #include "graph/model/appearance.h"
 #include "graph/model/graph.h"
-#include "graph/model/legend.h"
+#include "graph/model/settings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +17,7 @@ constexpr double kSymbolGap = 5; // units between symbol and text
 constexpr double kEntryGap = 14; // units between entries of a row
 constexpr double kRowGap = 3;
 constexpr double kEdgeGap = 3;        // units between the box and the edge of the graph
+constexpr double kFewLetters = 4;     // ems of a name that say something
 constexpr double kCornerGap = 8;      // units between the box and the sides of the plot
 constexpr double kOnText = 1e6;       // of points, that a box on a label or on an axis counts for
 constexpr double kLargestSymbol = 16; // units; larger points are drawn so large
@@ -144,15 +145,11 @@ void DrawBorder(const TCanvas& canvas, const TLegend& legend, const QRectF& box,
 
 // Moves what was laid out from (0, 0) on into a box, in the middle of the height that it has to spare.
 TLegendLayout InBox(TLegendLayout layout, const TLegend& legend, const QRectF& box, QSizeF used) {
-    layout.Box = box;
     const double spare = box.height() - 2 * legend.YMargin() - used.height();
     const QPointF origin =
         box.topLeft() + QPointF(legend.XMargin(), legend.YMargin() + std::max(spare, 0.0) / 2);
-    layout.MorePlace.translate(origin);
-    for (TLegendEntry& entry : layout.Entries) {
-        entry.Symbol.translate(origin);
-        entry.Text.translate(origin);
-    }
+    layout.Move(origin);
+    layout.Box = box;
     return layout;
 }
 
@@ -192,6 +189,15 @@ QRectF BestPlace(const QRectF& room, QSizeF size, TCost costOf) {
 
 } // namespace
 
+void TLegendLayout::Move(QPointF by) {
+    Box.translate(by);
+    MorePlace.translate(by);
+    for (TLegendEntry& entry : Entries) {
+        entry.Symbol.translate(by);
+        entry.Text.translate(by);
+    }
+}
+
 TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& layout, const TCrowd& crowd,
                                    const QRectF& taken) {
     const TLegend& legend = *graph.Legend();
@@ -205,6 +211,14 @@ TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& la
     const QRectF best = BestPlace(room, flow.Used + margins,
                                   [&](const QRectF& box) { return CostOf(box, layout, crowd, taken); });
     return InBox(std::move(flow.Layout), legend, best, flow.Used);
+}
+
+bool HasRoomForLegend(const TxyGraph& graph, QSizeF size) {
+    const TLegend& legend = *graph.Legend();
+    const TTextStyle style(legend.font());
+    const double useful = legend.SymbolSpace() + kSymbolGap + kFewLetters * style.Em();
+    return legend.left() + useful + 2 * legend.XMargin() <= size.width() &&
+           legend.top() + style.Height() + 2 * legend.YMargin() <= size.height();
 }
 
 TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle) {

@@ -27,6 +27,7 @@ struct TLegendLayout {
     QRectF MorePlace;
 
     bool IsEmpty() const { return Entries.empty() && More.isEmpty(); }
+    void Move(QPointF by);
 };
 
 /// Lays the legend out in the rectangle of its graph. Across, entries follow each other and go on in a new
@@ -34,6 +35,9 @@ struct TLegendLayout {
 /// A width or height that is not above 0 fits the entries; the box grows in height for its entries as far as
 /// the graph reaches.
 TLegendLayout LayOutLegend(const TxyGraph& graph, const QRectF& rectangle);
+
+/// The place of the legend lies so far inside a graph of that size that an entry can be read there.
+bool HasRoomForLegend(const TxyGraph& graph, QSizeF size);
 
 /// The legend in the corner of the plot where it covers the fewest points and neither labels nor lines of
 /// axes that run through the plot, nor `taken`. It is as wide as its texts, at most half the plot.

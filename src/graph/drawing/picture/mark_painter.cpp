@@ -51,12 +51,17 @@ public:
         }
     }
 
-    /// Those beside the mark, then those all over the plot.
+    /// Those beside the mark, then those all over the plot, the nearest first.
     std::vector<TCaptionPlace> PlacesFor(QSizeF size) const {
         std::vector<TCaptionPlace> places = PlacesBeside(size);
+        const auto beside = static_cast<std::ptrdiff_t>(places.size());
         for (double y = m_plot.top(); y + size.height() < m_plot.bottom(); y += size.height())
             for (double x = m_plot.left(); x + size.width() < m_plot.right(); x += size.width() / 2)
                 places.push_back({{x, y}, true});
+        std::ranges::sort(places.begin() + beside, places.end(), {}, [&](const TCaptionPlace& place) {
+            const QRectF box(place.Corner, size);
+            return QLineF(StartOfLeader(box), box.center()).length();
+        });
         return places;
     }
 
@@ -178,12 +183,9 @@ TTextStyle CaptionStyle(const TxyGraph& graph, const TGraphMark& mark) {
     return TTextStyle(font);
 }
 
-// From the arm of a point mark to the nearest side of its caption.
-void DrawLeader(const TCanvas& canvas, QPointF from, const QRectF& box, TColor color) {
-    const QPointF to(std::clamp(from.x(), box.left(), box.right()),
-                     std::clamp(from.y(), box.top(), box.bottom()));
+void DrawLeader(const TCanvas& canvas, const QLineF& leader, TColor color) {
     canvas.Painter().setPen(QPen(ToQColor(color), std::max(kLeaderWidth, 1 / canvas.PixelsPerUnit())));
-    canvas.Painter().drawLine(from, to);
+    canvas.Painter().drawLine(leader);
 }
 
 } // namespace
@@ -210,16 +212,25 @@ void DrawCaptions(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayo
     TCaptionPlacer placer(crowd, layout.Plot(), taken);
     for (const TPlacedMark& mark : marks)
         for (const QLineF& line : mark.Lines) placer.AddLine(line);
+    std::vector<const TPlacedMark*> named;
+    std::vector<TCaption> captions;
     for (const TPlacedMark& mark : marks) {
+        if (mark.Mark().Caption.empty()) continue;
         const QString text = QString::fromStdString(mark.Mark().Caption);
-        if (text.isEmpty()) continue;
         const TTextStyle style = CaptionStyle(graph, mark.Mark());
         const QSizeF size(style.Width(text), style.Height(text));
-        const TCaptionPlace place = placer.Take(mark.PlacesFor(size), size);
-        const QRectF box(place.Corner, size);
-        if (place.IsAway) DrawLeader(canvas, mark.StartOfLeader(box), box, mark.Mark().Color);
-        DrawBehindText(canvas, box, graph.Appearance()->BackgroundColor());
-        style.Draw(canvas, box.topLeft() + QPointF(0, style.Ascent()), text);
+        named.push_back(&mark);
+        captions.push_back(
+            {size, mark.PlacesFor(size), [&mark](const QRectF& box) { return mark.StartOfLeader(box); }});
+    }
+    const std::vector<TPlacedCaption> placed = placer.Place(captions);
+    for (std::size_t i = 0; i < placed.size(); ++i)
+        if (placed[i].Leader) DrawLeader(canvas, *placed[i].Leader, named[i]->Mark().Color);
+    for (std::size_t i = 0; i < placed.size(); ++i) {
+        const TTextStyle style = CaptionStyle(graph, named[i]->Mark());
+        DrawBehindText(canvas, placed[i].Box, graph.Appearance()->BackgroundColor());
+        style.Draw(canvas, placed[i].Box.topLeft() + QPointF(0, style.Ascent()),
+                   QString::fromStdString(named[i]->Mark().Caption));
     }
 }
 

@@ -1,9 +1,9 @@
-#include "graph/drawing/picture/picture_file.h"
 
 #include "graph/drawing/picture/background_picture.h"
 #include "graph/drawing/picture/drawing.h"
 #include "graph/model/appearance.h"
 #include "support/errors.h"
+#include "support/number_text.h"
 #include "support/progress_maker.h"
 #include "support/replace_file.h"
 
@@ -38,15 +38,37 @@ void DrawAll(QPaintDevice& device, const TxyGraph& graph, QSize size, double sca
     if (!DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(size)), options)) throw TCancelled();
 }
 
-bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
+std::string SizeText(double width, double height) {
+    return FormatGeneral(width, 15) + " x " + FormatGeneral(height, 15);
+}
+
+// Why no picture can be so large; empty when one can.
+std::string FaultOfPixels(double width, double height) {
+    if (!(width >= 1 && height >= 1)) return "it would be smaller than a pixel";
+    if (width <= kLargestSide && height <= kLargestSide && width * height <= kLargestArea) return {};
+    return "it would have " + SizeText(width, height) + " pixels, and a picture can have " +
+           std::to_string(kLargestSide) + " on a side and 400 million in all";
+}
+
+std::string FaultOfLayout(QSize size) {
+    if (size.isEmpty()) return "it has no size";
+    if (size.width() <= kLargestSide && size.height() <= kLargestSide) return {};
+    return "its layout is " + SizeText(size.width(), size.height()) + ", and it can be " +
+           std::to_string(kLargestSide) + " on a side";
+}
+
+void Save(QBuffer& buffer, const QImage& image) {
+    if (!image.save(&buffer, "PNG")) throw EFileError("there is not enough memory for it");
+}
+
+void SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     const double scale = options.PixelsPerUnit;
     const double width = std::round(size.width() * scale);
     const double height = std::round(size.height() * scale);
-    const bool fits = width >= 1 && height >= 1 && width <= kLargestSide && height <= kLargestSide &&
-                      width * height <= kLargestArea;
-    if (!fits) return false;
+    if (const std::string fault = FaultOfPixels(width, height); !fault.empty()) throw EFileError(fault);
     QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull()) return false;
+    if (image.isNull())
+        throw EFileError("there is not enough memory for " + SizeText(width, height) + " pixels");
     const bool isFilled = options.Background == TBackground::Fill;
     image.fill(isFilled ? Qt::white : Qt::transparent);
     DrawAll(image, graph, size, scale, options.Background);
@@ -54,12 +76,11 @@ bool SavePng(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureO
     const int dotsPerMeter = static_cast<int>(std::lround(dotsPerInch / 0.0254));
     image.setDotsPerMeterX(dotsPerMeter);
     image.setDotsPerMeterY(dotsPerMeter);
-    return image.convertToFormat(isFilled ? QImage::Format_RGB32 : QImage::Format_ARGB32)
-        .save(&buffer, "PNG");
+    Save(buffer, image.convertToFormat(isFilled ? QImage::Format_RGB32 : QImage::Format_ARGB32));
 }
 
 #if defined(QT_SVG_LIB)
-bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
+void SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
     generator.setResolution(kSvgDotsPerInch);
@@ -67,15 +88,14 @@ bool SaveSvg(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureO
     generator.setViewBox(QRect(QPoint(), size));
     generator.setTitle(QString::fromStdString(graph.Appearance()->GraphTitle()));
     DrawAll(generator, graph, size, 1, options.Background);
-    return true;
 }
 #else
-bool SaveSvg(QBuffer&, const TxyGraph&, QSize, const TPictureOptions&) {
+void SaveSvg(QBuffer&, const TxyGraph&, QSize, const TPictureOptions&) {
     throw EFileError("This program was built without what saves SVG files. Choose PNG or PDF");
 }
 #endif
 
-bool SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
+void SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureOptions& options) {
     QPdfWriter writer(&buffer);
     writer.setResolution(kPdfDotsPerInch);
     writer.setTitle(QString::fromStdString(graph.Appearance()->GraphTitle()));
@@ -84,19 +104,18 @@ bool SavePdf(QBuffer& buffer, const TxyGraph& graph, QSize size, const TPictureO
     writer.setPageMargins(QMarginsF());
     const double scale = options.PaperScale * kPdfDotsPerInch / kUnitsPerInch;
     DrawAll(writer, graph, size, scale, options.Background);
-    return true;
 }
 
-bool SaveAs(const QString& name, QBuffer& buffer, const TxyGraph& graph, QSize size,
+void SaveAs(const QString& name, QBuffer& buffer, const TxyGraph& graph, QSize size,
             const TPictureOptions& options) {
-    const bool isDrawable = !size.isEmpty() && size.width() <= kLargestSide && size.height() <= kLargestSide;
-    if (!isDrawable) return false;
+    if (const std::string fault = FaultOfLayout(size); !fault.empty()) throw EFileError(fault);
     const auto endsWith = [&name](const char* ending) {
         return name.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
     };
     if (endsWith(".png")) return SavePng(buffer, graph, size, options);
     if (endsWith(".svg")) return SaveSvg(buffer, graph, size, options);
-    return endsWith(".pdf") && SavePdf(buffer, graph, size, options);
+    if (endsWith(".pdf")) return SavePdf(buffer, graph, size, options);
+    throw EFileError("its name ends with none of .png, .svg and .pdf");
 }
 
 } // namespace
@@ -107,10 +126,11 @@ bool SaveGraphPicture(TxyGraph& graph, const std::string& fileName, QSize size,
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     try {
-        if (!SaveAs(QString::fromStdString(fileName), buffer, graph, size, options))
-            throw EFileError("Can not save to file " + fileName);
+        SaveAs(QString::fromStdString(fileName), buffer, graph, size, options);
     } catch (const TCancelled&) {
         return false;
+    } catch (const EFileError& error) {
+        throw EFileError("Can not save to file " + fileName + ": " + error.what());
     }
     const QByteArray& bytes = buffer.data();
     ReplaceFile(fileName, {reinterpret_cast<const std::uint8_t*>(bytes.constData()),

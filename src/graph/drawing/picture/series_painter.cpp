@@ -1,5 +1,6 @@
 #include "graph/drawing/picture/series_painter.h"
 
+#include "graph/drawing/lines/cloud_line.h"
 #include "graph/drawing/lines/line_painter.h"
 #include "graph/drawing/lines/series_pen.h"
 #include "graph/drawing/lines/series_positions.h"
@@ -16,17 +17,17 @@ void DrawLine(const TCanvas& canvas, const TSeries& series, const TSeriesPositio
               const QRectF& visible) {
     const QPen pen = SeriesPen(canvas, series, series.LineColor(), series.LineStyle(), series.LineWidth());
     const QRectF reach = ReachOfPen(canvas, pen, visible);
-    TPolylines line = positions.Reduced(reach.left(), reach.right());
     canvas.Painter().save();
     canvas.Painter().setClipRect(visible, Qt::IntersectClip);
-    DrawPolylines(canvas, Clipped(std::move(line), reach), pen);
+    if (!DrawAsCloud(canvas, series, positions, pen))
+        DrawPolylines(canvas, Clipped(positions.Reduced(reach.left(), reach.right()), reach), pen);
     canvas.Painter().restore();
 }
 
 void DrawPoints(const TCanvas& canvas, const TSeries& series, const TSeriesPositions& positions,
                 const QRectF& visible) {
     TSymbolCloud cloud(canvas, SymbolOf(series), canvas.ToDevice(visible));
-    positions.ForEachRun([&](std::span<const double> x, std::span<const double> y) { cloud.Add(x, y); });
+    positions.ForEachPlainRun([&](std::span<const double> x, std::span<const double> y) { cloud.Add(x, y); });
     cloud.Draw();
 }
 

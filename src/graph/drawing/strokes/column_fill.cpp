@@ -1,16 +1,21 @@
 #include "graph/drawing/strokes/column_fill.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
+#include <tuple>
 
 namespace lumoplot {
 namespace {
 
-// The rows from First to before End.
-struct TRows {
-    int First;
-    int End;
+constexpr int kGroup = TStrokeMask::kTileWidth; // columns that are filled at once
+constexpr int kBand = TStrokeMask::kTileHeight;
+
+/// Sixteen columns: the rows that each covers whole, from First to before End.
+struct TWholeRows {
+    std::array<int, kGroup> First{};
+    std::array<int, kGroup> End{};
 };
 
 class TColumnFiller {
@@ -19,55 +24,70 @@ public:
         : m_mask(mask), m_first(first), m_spans(spans) {}
 
     void Fill() {
-        double outerLow = m_mask.Height(), outerHigh = 0, innerLow = 0, innerHigh = m_mask.Height();
-        for (const TColumnSpan& span : m_spans) {
-            outerLow = std::min(outerLow, span.Low);
-            outerHigh = std::max(outerHigh, span.High);
-            innerLow = std::max(innerLow, span.Low);
-            innerHigh = std::min(innerHigh, span.High);
+        TWholeRows rows;
+        m_top = m_mask.Height();
+        for (std::size_t i = 0; i < m_spans.size(); ++i)
+            std::tie(rows.First[i], rows.End[i]) = CoverEnds(m_spans[i], m_first + static_cast<int>(i));
+        for (int y = m_top; y < m_bottom;) {
+            const int band = y / kBand;
+            const int end = std::min(m_bottom, (band + 1) * kBand);
+            FillBand(rows, y, end);
+            m_mask.Touch(band, m_first, m_first + static_cast<int>(m_spans.size()) - 1, kBand);
+            y = end;
         }
-        const TRows rows{Row(std::floor(outerLow)), Row(std::ceil(outerHigh))};
-        // Rows that all columns cover are filled at once.
-        const int innerFirst = std::max(rows.First, Row(std::ceil(innerLow)));
-        const int innerEnd = std::max(innerFirst, std::min(rows.End, Row(std::floor(innerHigh))));
-        for (int y = innerFirst; y < innerEnd; ++y) std::memset(m_mask.Row(y) + m_first, 255, m_spans.size());
-        for (std::size_t i = 0; i < m_spans.size(); ++i) {
-            FillColumn(i, {rows.First, innerFirst});
-            FillColumn(i, {innerEnd, rows.End});
-        }
-        Touch(rows);
     }
 
 private:
     int Row(double y) const { return static_cast<int>(std::clamp<double>(y, 0, m_mask.Height())); }
 
-    void Touch(TRows rows) {
-        const int right = m_first + static_cast<int>(m_spans.size()) - 1;
-        constexpr int kHeight = TStrokeMask::kTileHeight;
-        for (int y = rows.First; y < rows.End; y = (y / kHeight + 1) * kHeight)
-            m_mask.Touch(y / kHeight, m_first, right, kHeight);
+    void Cover(int x, int y, double part) {
+        if (y < 0 || y >= m_mask.Height()) return;
+        std::uint8_t& pixel = m_mask.Row(y)[x];
+        pixel = std::max(pixel, static_cast<std::uint8_t>(part * 255 + 0.5));
     }
 
-    void FillColumn(std::size_t column, TRows rows) {
-        const double low = std::max<double>(m_spans[column].Low, rows.First);
-        const double high = std::min<double>(m_spans[column].High, rows.End);
-        if (!(low < high)) return;
-        const int first = static_cast<int>(std::floor(low));
-        const int last = static_cast<int>(std::ceil(high)) - 1;
-        const auto cover = [&](int row, double part) {
-            std::uint8_t& pixel = m_mask.Row(row)[static_cast<std::size_t>(m_first) + column];
-            pixel = std::max(pixel, static_cast<std::uint8_t>(part * 255 + 0.5));
-        };
-        if (first == last) return cover(first, high - low);
-        cover(first, first + 1 - low);
-        for (int row = first + 1; row < last; ++row)
-            m_mask.Row(row)[static_cast<std::size_t>(m_first) + column] = 255;
-        cover(last, high - last);
+    // Covers the pixels at both ends and tells the rows between them.
+    std::pair<int, int> CoverEnds(const TColumnSpan& span, int x) {
+        if (!(span.Low < span.High)) return {0, 0};
+        const int top = Row(std::floor(span.Low));
+        const int bottom = Row(std::ceil(span.High));
+        m_top = std::min(m_top, top);
+        m_bottom = std::max(m_bottom, bottom);
+        const double below = std::floor(span.Low);
+        if (span.High <= below + 1) {
+            if (bottom > top) Cover(x, top, span.High - span.Low);
+            return {0, 0};
+        }
+        if (span.Low >= 0 && span.Low < m_mask.Height()) Cover(x, top, below + 1 - span.Low);
+        const double last = std::ceil(span.High) - 1;
+        if (span.High > 0 && last < m_mask.Height()) Cover(x, bottom - 1, span.High - last);
+        return {Row(below + 1), Row(last)};
+    }
+
+    // Rows of one band; written so that the compiler sees sixteen columns at once.
+    void FillBand(const TWholeRows& rows, int from, int end) {
+        std::array<std::uint8_t, kGroup> first, last;
+        for (std::size_t i = 0; i < kGroup; ++i) {
+            first[i] = static_cast<std::uint8_t>(std::clamp(rows.First[i] - from, 0, kBand));
+            last[i] = static_cast<std::uint8_t>(std::clamp(rows.End[i] - from, 0, kBand));
+        }
+        for (int y = from; y < end; ++y) {
+            const auto row = static_cast<std::uint8_t>(y - from);
+            std::uint8_t* target = m_mask.Row(y) + m_first;
+            std::array<std::uint8_t, kGroup> pixels;
+            std::memcpy(pixels.data(), target, kGroup);
+            for (std::size_t i = 0; i < kGroup; ++i)
+                pixels[i] =
+                    static_cast<std::uint8_t>(pixels[i] | (row >= first[i] && row < last[i] ? 255 : 0));
+            std::memcpy(target, pixels.data(), kGroup);
+        }
     }
 
     TStrokeMask& m_mask;
     int m_first;
     std::span<const TColumnSpan> m_spans;
+    int m_top = 0; ///< rows that the columns reach
+    int m_bottom = 0;
 };
 
 } // namespace
@@ -76,9 +96,11 @@ void CoverColumns(TStrokeMask& mask, int first, std::span<const TColumnSpan> spa
     const int from = std::max(first, 0);
     const int to = std::min(first + static_cast<int>(spans.size()), mask.Width());
     if (from >= to) return;
-    TColumnFiller(mask, from,
-                  spans.subspan(static_cast<std::size_t>(from - first), static_cast<std::size_t>(to - from)))
-        .Fill();
+    for (int x = from; x < to; x += kGroup)
+        TColumnFiller(mask, x,
+                      spans.subspan(static_cast<std::size_t>(x - first),
+                                    static_cast<std::size_t>(std::min(kGroup, to - x))))
+            .Fill();
 }
 
 } // namespace lumoplot

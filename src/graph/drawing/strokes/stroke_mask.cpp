@@ -8,11 +8,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kTouchesBeforeLook = 48; // rows added to a tile before it is looked at whether it is whole
-constexpr std::uint8_t kNearlyWhole = 190;
-constexpr int kSumEvery = 64; // new whole tiles before they are summed up again, and
-constexpr int kSumPart = 32;  // at least such a part of all tiles
-
 std::array<QRgb, 256> ShadesOfPen(const QColor& color) {
     std::array<QRgb, 256> shades;
     for (std::size_t i = 0; i < shades.size(); ++i)
@@ -23,8 +18,8 @@ std::array<QRgb, 256> ShadesOfPen(const QColor& color) {
 
 } // namespace
 
-TStrokeMask::TStrokeMask(const QRect& area, double penWidth)
-    : m_area(area), m_nearlyWhole(penWidth < kThinPen ? kNearlyWhole : 255),
+TStrokeMask::TStrokeMask(const QRect& area, TWholeness whole)
+    : m_area(area), m_whole(whole),
       m_stride(static_cast<std::size_t>((area.width() + kTileWidth - 1) / kTileWidth + 1) * kTileWidth),
       m_tileColumns((area.width() + kTileWidth - 1) / kTileWidth),
       m_tileRows((area.height() + kTileHeight - 1) / kTileHeight),
@@ -39,11 +34,16 @@ void TStrokeMask::Touch(int tileRow, int x0, int x1, int times) {
         tile.IsDirty = true;
         if (tile.IsWhole) continue;
         tile.Touched = static_cast<std::uint16_t>(tile.Touched + times);
-        if (tile.Touched < kTouchesBeforeLook) continue;
-        tile.Touched = 0;
-        tile.IsWhole = BecomesWhole(tileRow, column);
-        m_wholeCount += tile.IsWhole;
+        if (tile.Touched >= kTouchesBeforeLook) Look(tileRow, column);
     }
+}
+
+void TStrokeMask::Look(int tileRow, int tileColumn) {
+    TTile& tile = m_tiles[TileIndex(tileRow, tileColumn)];
+    tile.Touched = 0;
+    if (tile.IsWhole) return;
+    tile.IsWhole = BecomesWhole(tileRow, tileColumn);
+    m_wholeCount += tile.IsWhole;
 }
 
 bool TStrokeMask::BecomesWhole(int tileRow, int tileColumn) {
@@ -51,12 +51,17 @@ bool TStrokeMask::BecomesWhole(int tileRow, int tileColumn) {
     const int width = std::min(kTileWidth, Width() - x0);
     const int y0 = tileRow * kTileHeight;
     const int y1 = std::min(y0 + kTileHeight, Height());
+    int sum = 0;
     for (int y = y0; y < y1; ++y) {
         const std::uint8_t* row = Row(y) + x0;
         std::uint8_t least = 255;
-        for (int x = 0; x < width; ++x) least = std::min(least, row[x]);
-        if (least < m_nearlyWhole) return false;
+        for (int x = 0; x < width; ++x) {
+            least = std::min(least, row[x]);
+            sum += row[x];
+        }
+        if (least < m_whole.Least) return false;
     }
+    if (sum < m_whole.Mean * width * (y1 - y0)) return false;
     for (int y = y0; y < y1; ++y) std::fill_n(Row(y) + x0, width, std::uint8_t(255));
     return true;
 }
@@ -81,20 +86,39 @@ void TStrokeMask::SumUp() {
         }
     }
     m_summedCount = m_wholeCount;
+    m_misses = 0;
 }
 
 bool TStrokeMask::IsWholeIn(double left, double top, double right, double bottom) {
-    const int news = m_wholeCount - m_summedCount;
-    if (news >= kSumEvery && news * kSumPart >= m_tileColumns * m_tileRows) SumUp();
-    if (m_summedCount == 0) return false;
-    const int x0 = static_cast<int>(std::clamp<double>(left, 0, Width() - 1)) / kTileWidth;
-    const int x1 = static_cast<int>(std::clamp<double>(right, 0, Width() - 1)) / kTileWidth + 1;
-    const int y0 = static_cast<int>(std::clamp<double>(top, 0, Height() - 1)) / kTileHeight;
-    const int y1 = static_cast<int>(std::clamp<double>(bottom, 0, Height() - 1)) / kTileHeight + 1;
-    const auto sum = [&](int row, int column) {
-        return m_sums[static_cast<std::size_t>(row * (m_tileColumns + 1) + column)];
-    };
-    return sum(y1, x1) - sum(y0, x1) - sum(y1, x0) + sum(y0, x0) == (x1 - x0) * (y1 - y0);
+    const auto column = [this](double x) { return static_cast<int>(std::clamp<double>(x, 0, Width() - 1)); };
+    const auto row = [this](double y) { return static_cast<int>(std::clamp<double>(y, 0, Height() - 1)); };
+    return IsWholeBetween(column(left), row(top), column(right), row(bottom));
+}
+
+// By the heights of the whole tiles above each tile of a row: each rectangle is as high as its lowest column.
+QRect TStrokeMask::LargestWhole() const {
+    std::vector<int> heights(static_cast<std::size_t>(m_tileColumns) + 1,
+                             0); // the last one ends every rectangle
+    std::vector<int> open;       // columns of growing height
+    QRect best;
+    for (int row = 0; row < m_tileRows; ++row) {
+        open.clear();
+        for (int column = 0; column <= m_tileColumns; ++column) {
+            int& height = heights[static_cast<std::size_t>(column)];
+            if (column < m_tileColumns) height = m_tiles[TileIndex(row, column)].IsWhole ? height + 1 : 0;
+            while (!open.empty() && heights[static_cast<std::size_t>(open.back())] >= height) {
+                const int high = heights[static_cast<std::size_t>(open.back())];
+                open.pop_back();
+                const int left = open.empty() ? 0 : open.back() + 1;
+                if (high * (column - left) > best.width() * best.height())
+                    best = QRect(left, row - high + 1, column - left, high);
+            }
+            open.push_back(column);
+        }
+    }
+    return QRect(best.left() * kTileWidth, best.top() * kTileHeight, best.width() * kTileWidth,
+                 best.height() * kTileHeight) &
+           QRect(0, 0, Width(), Height());
 }
 
 void TStrokeMask::Draw(QPainter& painter, const QColor& color) const {

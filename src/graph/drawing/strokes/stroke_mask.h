@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QPainter>
 #include <QRect>
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -16,12 +17,19 @@ public:
     /// A tile is as wide as the pixels that a processor takes at once.
     static constexpr int kTileWidth = 16;
     static constexpr int kTileHeight = 8;
-    /// Pixels from which on a line may cover all of a pixel wherever it crosses it.
-    static constexpr double kThinPen = 3;
+    /// What of a tile must be covered for it to count as whole; it is covered whole then.
+    struct TWholeness {
+        int Least; ///< of each pixel, 0 to 255
+        int Mean;  ///< of all its pixels
+    };
+    static constexpr TWholeness kAllOfIt{255, 255};
+    /// Where thin lines have covered every pixel nearly whole, so many cross it that nothing shines through.
+    static constexpr TWholeness kByThinLines{190, 190};
+    /// Where lines run to and fro.
+    static constexpr TWholeness kByCloud{0, 247};
 
-    /// Nothing is covered. Places below count from the area's top left corner. Where thin lines have covered
-    /// every pixel of a tile nearly whole, so many of them cross it that nothing shines through.
-    explicit TStrokeMask(const QRect& area, double penWidth = kThinPen);
+    /// Nothing is covered. Places below count from the area's top left corner.
+    explicit TStrokeMask(const QRect& area, TWholeness whole = kAllOfIt);
 
     const QRect& Area() const { return m_area; }
     int Width() const { return m_area.width(); }
@@ -36,11 +44,30 @@ public:
     void Touch(int tileRow, int x0, int x1, int times);
     /// All pixels of the tiles from column x0 to x1 of a row of tiles are covered whole.
     bool IsWhole(int tileRow, int x0, int x1) const;
-    /// False as long as IsWholeIn knows of none.
-    bool HasWholeTiles() const { return m_summedCount > 0; }
     /// As IsWhole for the tiles under a rectangle in pixels, of which only the part inside counts. May be
     /// false for a while after the last of them became whole.
     bool IsWholeIn(double left, double top, double right, double bottom);
+    /// The same for columns and rows that lie inside, the last ones included.
+    bool IsWholeBetween(int left, int top, int right, int bottom) {
+        if (m_misses >= kMissesBeforeSum && m_wholeCount != m_summedCount) SumUp();
+        if (m_summedCount == 0) {
+            ++m_misses;
+            return false;
+        }
+        const int x0 = left / kTileWidth, x1 = right / kTileWidth + 1;
+        const int y0 = top / kTileHeight, y1 = bottom / kTileHeight + 1;
+        const auto sum = [this](int row, int column) {
+            return m_sums[static_cast<std::size_t>(row * (m_tileColumns + 1) + column)];
+        };
+        const bool isWhole = sum(y1, x1) - sum(y0, x1) - sum(y1, x0) + sum(y0, x0) == (x1 - x0) * (y1 - y0);
+        m_misses += !isWhole;
+        return isWhole;
+    }
+
+    /// The largest rectangle of whole tiles, in pixels; null for none.
+    QRect LargestWhole() const;
+    /// How many tiles are whole.
+    int WholeCount() const { return m_wholeCount; }
 
     /// Draws what is covered in that colour; the painter's units are pixels.
     void Draw(QPainter& painter, const QColor& color) const;
@@ -52,14 +79,19 @@ private:
         bool IsDirty = false;
     };
 
+    static constexpr int kTouchesBeforeLook = 48; ///< rows added to a tile before it is looked at
+    /// What is not known to be whole costs as much, so often, as to sum up anew which tiles are.
+    static constexpr int kMissesBeforeSum = 512;
+
     bool BecomesWhole(int tileRow, int tileColumn);
+    void Look(int tileRow, int tileColumn);
     void SumUp();
     std::size_t TileIndex(int row, int column) const {
         return static_cast<std::size_t>(row * m_tileColumns + column);
     }
 
     QRect m_area;
-    std::uint8_t m_nearlyWhole;
+    TWholeness m_whole;
     std::size_t m_stride;
     int m_tileColumns;
     int m_tileRows;
@@ -67,6 +99,7 @@ private:
     std::vector<TTile> m_tiles;
     int m_wholeCount = 0;
     int m_summedCount = 0;            ///< whole tiles when they were summed up last
+    int m_misses = 0;                 ///< since then
     std::vector<std::int32_t> m_sums; ///< whole tiles above and left of each tile's corner
 };
 

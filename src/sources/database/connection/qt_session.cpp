@@ -154,7 +154,7 @@ public:
                                                QString::fromStdString(m_name));
         try {
             Describe(connection);
-            if (!m_database.open()) Fail(m_database.lastError().text().toStdString() + HintFor(connection));
+            if (!m_database.open()) FailToOpen(connection);
             MakeReadOnly();
         } catch (...) {
             Close();
@@ -209,9 +209,15 @@ public:
     }
 
 private:
-    static std::string HintFor(const TConnection& connection) {
-        if (connection.IsFile() || connection.user.empty() || !connection.password.empty()) return {};
-        return " (where a password is needed, choose the connection again and enter it)";
+    // What PostgreSQL, MariaDB and drivers of ODBC say of a password that is missing or wrong.
+    [[noreturn]] void FailToOpen(const TConnection& connection) const {
+        const QSqlError error = m_database.lastError();
+        const QString text = error.text();
+        const QString code = error.nativeErrorCode();
+        const bool isRefused = text.contains(QStringLiteral("password"), Qt::CaseInsensitive) ||
+                               code == QLatin1String("1045") || code.startsWith(QLatin1String("28"));
+        if (isRefused && !connection.IsFile()) FailForPassword(text.toStdString());
+        Fail(text.toStdString());
     }
 
     void Describe(const TConnection& connection) {

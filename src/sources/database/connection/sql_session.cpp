@@ -1,5 +1,6 @@
 #include "sources/database/connection/sql_session.h"
 
+#include "sources/database/connection/password_asker.h"
 #include "sources/database/connection/qt_session.h"
 #include "sources/database/connection/sqlite_session.h"
 #include "support/errors.h"
@@ -8,7 +9,7 @@
 
 namespace lumoplot {
 
-void TSqlSession::Fail(const std::string& reason) const {
+std::string TSqlSession::CleanText(const std::string& reason) const {
     std::string text = reason;
     const std::string& password = m_connection.password;
     for (std::size_t at; !password.empty() && (at = text.find(password)) != std::string::npos;)
@@ -16,7 +17,15 @@ void TSqlSession::Fail(const std::string& reason) const {
     for (char& c : text)
         if (static_cast<unsigned char>(c) < ' ') c = ' ';
     while (!text.empty() && text.back() == ' ') text.pop_back();
-    throw EFileError(m_connection.shown + ": " + text);
+    return m_connection.shown + ": " + text;
+}
+
+void TSqlSession::Fail(const std::string& reason) const {
+    throw EFileError(CleanText(reason));
+}
+
+void TSqlSession::FailForPassword(const std::string& reason) const {
+    throw EPasswordNeeded(CleanText(reason));
 }
 
 std::unique_ptr<TSqlSession> OpenSession(const TConnection& connection) {

@@ -71,8 +71,12 @@ public:
 protected:
     /// "CONNECTION: REASON", without a password and line ends that an engine may have put into it.
     [[noreturn]] void Fail(const std::string& reason) const;
+    /// As Fail, for a server that has refused the password: an EPasswordNeeded.
+    [[noreturn]] void FailForPassword(const std::string& reason) const;
 
 private:
+    std::string CleanText(const std::string& reason) const;
+
     TConnection m_connection;
 };
 

@@ -1,6 +1,7 @@
 #include "sources/text/loading/series_supplier.h"
 
 #include "data/series/ds_info.h"
+#include "data/series/y_error_rule.h"
 #include "support/errors.h"
 #include "support/update_hold.h"
 

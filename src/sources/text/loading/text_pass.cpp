@@ -27,10 +27,14 @@ const char* BehindLineEnd(const char* lineEnd) {
 } // namespace
 
 TTextPass::TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas)
-    : m_file(file), m_format(format), m_formulas(formulas),
-      m_changes(formulas.ChangeX() || formulas.ChangeY()), m_splitter(format), m_values(format),
-      m_fastRows(format, m_splitter), m_firstRow(format.headerRows + std::int64_t{1}),
-      m_timeRun(format.midnight) {
+    : TTextPass(format, info, formulas) {
+    m_file = &file;
+}
+
+TTextPass::TTextPass(const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas)
+    : m_format(format), m_formulas(formulas), m_changes(formulas.ChangeX() || formulas.ChangeY()),
+      m_splitter(format), m_values(format), m_fastRows(format, m_splitter),
+      m_firstRow(format.headerRows + std::int64_t{1}), m_timeRun(format.midnight) {
     if (info.RowChoiceMode() == TRowChoice::ByNumber) {
         m_firstRow = std::max(m_firstRow, RowBound(std::ceil(info.RowChoiceValue1())));
         if (info.RowChoiceValue2() >= 1) m_lastRow = RowBound(info.RowChoiceValue2());
@@ -66,17 +70,26 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
 
 void TTextPass::Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report) {
     Start(samplingFrequency, sink, report);
-    TTextWindow window(m_file, m_format.encoding);
+    TTextWindow window(*m_file, m_format.encoding);
     for (;;) {
         const char* rest = TakeRows(window);
         const bool done = m_row > m_lastRow || window.TextEnd() == TTextEnd::File;
-        if (!progress.StepTo(m_file.Position())) {
+        if (!progress.StepTo(m_file->Position())) {
             report.cancelled = true;
             return;
         }
         if (done) break;
         window.Slide(rest, m_row);
     }
+    Flush();
+}
+
+void TTextPass::Continue(std::string_view rows, int samplingFrequency, const TPointSink& sink,
+                         TTextReport& report) {
+    if (!m_report) Start(samplingFrequency, sink, report);
+    m_sink = &sink;
+    m_report = &report;
+    TakeRows(TTextWindow(rows));
     Flush();
 }
 

@@ -22,11 +22,17 @@ public:
     /// Everything is borrowed.
     TTextPass(TTextFile& file, const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas);
 
+    /// For rows that come in pieces: Continue.
+    TTextPass(const TTextFormat& format, const TDSInfo& info, TRowFormulas& formulas);
+
     /// The row choice needs the values of each row.
     bool ReadsEachRow() const { return m_byX; }
 
     /// Runs over the whole file; adds to the counts and messages of `report`.
     void Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report);
+
+    /// Reads whole rows that follow those of the calls before, every n-th; adds to `report`.
+    void Continue(std::string_view rows, int samplingFrequency, const TPointSink& sink, TTextReport& report);
 
 private:
     static constexpr std::size_t kBlockRows = 2048;
@@ -54,7 +60,7 @@ private:
     bool Keep(std::size_t index);
     void Skip(std::int64_t row, const std::string& text);
 
-    TTextFile& m_file;
+    TTextFile* m_file = nullptr; ///< null for rows that come in pieces
     const TTextFormat& m_format;
     TRowFormulas& m_formulas;
     bool m_changes; ///< there are formulas
