@@ -2,7 +2,7 @@
 
 #include "data/series/ds_info.h"
 #include "graph/loading/source_loading.h"
-#include "graph/model/graph.h"
+#include "graph/model/child_graph.h"
 #include "graph/model/holder.h"
 #include "session/graph_session.h"
 #include "sources/sheet/sheet_text.h"
@@ -40,9 +40,19 @@ QString FileBeside(const QString& graphFile, const std::string& sheet) {
     return QFileInfo(graphFile).absoluteDir().filePath(StemOf(graphFile) + FileNameOf(sheet) + kSuffix);
 }
 
-bool ComesFrom(const TSeries& series, const std::string& sheet) {
-    const TDSInfo& source = series.DataSourceInfo();
-    return source.Kind() == TSourceKind::LumoSheet && source.SourceName() == sheet;
+// With those of its panels.
+void AddSeriesOf(TxyGraph& graph, const std::string& sheet, std::vector<TSeries*>& found) {
+    for (TSeries* series : graph.Series()) {
+        const TDSInfo& source = series->DataSourceInfo();
+        if (source.Kind() == TSourceKind::LumoSheet && source.SourceName() == sheet) found.push_back(series);
+    }
+    for (TxyChildGr* child : graph.ChildGraphs()) AddSeriesOf(*child, sheet, found);
+}
+
+std::vector<TSeries*> SeriesOf(TxyGraph& graph, const std::string& sheet) {
+    std::vector<TSeries*> found;
+    AddSeriesOf(graph, sheet, found);
+    return found;
 }
 
 } // namespace
@@ -153,8 +163,8 @@ void TSheetBook::Rename(int sheet, const QString& wanted) {
     renamed = renamed.Named(name.toStdString());
     m_session.Change("rename sheet " + before, [&] {
         Become(std::move(sheets));
-        for (TSeries* series : m_session.Graph().Series())
-            if (ComesFrom(*series, before)) series->DataSourceInfo().SetSourceName(name.toStdString());
+        for (TSeries* series : SeriesOf(m_session.Graph(), before))
+            series->DataSourceInfo().SetSourceName(name.toStdString());
     });
     Q_EMIT Changed();
 }
@@ -169,8 +179,7 @@ void TSheetBook::Delete(int sheet) {
 
 void TSheetBook::Follow(const std::string& name) {
     m_problem.clear();
-    for (TSeries* series : m_session.Graph().Series()) {
-        if (!ComesFrom(*series, name)) continue;
+    for (TSeries* series : SeriesOf(m_session.Graph(), name)) {
         try {
             TSilentProgress progress;
             LoadFromSource(*series, progress, {.Name = TLoadedName::Kept});

@@ -1,9 +1,11 @@
 // Following files in the window, and its sheets.
 #include "data/series/ds_info.h"
+#include "graph/model/child_graph.h"
 #include "host/window_fixture.h"
 #include "session/recovery_writer.h"
 
 #include <QInputDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTableView>
@@ -137,6 +139,22 @@ TEST_F(SheetWindowTest, DataSetsFollowWhatIsTyped) {
     Go(sheets, 2, 1);
     Do(sheets, "a_DeleteRows");
     EXPECT_EQ(First().Count(), 2);
+}
+
+TEST_F(SheetWindowTest, PanelsFollowAsWell) {
+    QWidget& sheets = Sheets();
+    Paste(sheets, "t\tU\tI\n1\t10\t3\n2\t20\t4\n");
+    Table(sheets).selectAll();
+    Do(sheets, "a_Plot");
+    ASSERT_EQ(Graph().Series().size(), 2u);
+    auto& stack = Control<QAction>(*Window, "a_StackBelow");
+    Q_EMIT qobject_cast<QMenu*>(stack.parent())->aboutToShow();
+    stack.trigger();
+    ASSERT_EQ(Graph().ChildGraphs().size(), 1u);
+    Type(sheets, 2, 2, QStringLiteral("5"));
+    EXPECT_EQ((*Graph().ChildGraphs().begin())->FirstSeries()->MaxY(), 5);
+    Do(sheets, "a_Undo");
+    EXPECT_EQ((*Graph().ChildGraphs().begin())->FirstSeries()->MaxY(), 4);
 }
 
 TEST_F(SheetWindowTest, SheetsLieBesideTheGraph) {

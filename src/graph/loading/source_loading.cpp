@@ -5,6 +5,7 @@
 #include "graph/loading/date_axis.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_rows.h"
+#include "graph/model/child_graph.h"
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
 #include "sources/link/link_place.h"
@@ -38,8 +39,13 @@ bool LoadDataFile(TSeries& series) {
     return true;
 }
 
+const TxyGraph& Outermost(const TxyGraph& graph) {
+    const auto* child = dynamic_cast<const TxyChildGr*>(&graph);
+    return child && child->ParentGraph() ? Outermost(*child->ParentGraph()) : graph;
+}
+
 TTextSource SheetOf(const TSeries& series) {
-    const TSheetOffer& sheets = series.Graph().Holder()->Sheets();
+    const TSheetOffer& sheets = Outermost(series.Graph()).Holder()->Sheets();
     if (!sheets) throw EFileError("No sheet is offered by the application that holds this graph");
     const std::string& name = series.DataSourceInfo().SourceName();
     return {name, sheets.Text(name)};
