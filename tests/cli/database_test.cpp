@@ -54,7 +54,7 @@ TEST_F(CliDatabase, InfoListsTablesAndColumns) {
 }
 
 TEST_F(CliDatabase, TablesAndSelectsAreData) {
-    const auto mean = [](const TArguments& arguments) {
+    const auto mean = [](const TArguments& arguments) -> QJsonValue {
         return RunForJson(arguments)["y"].toObject()["mean"];
     };
     EXPECT_EQ(mean({"stats", m_file, "--table", "runs", "--columns", "t,amp"}), 2.5);

@@ -123,10 +123,9 @@ void TDataSetList::Delete() {
     });
 }
 
-/// A click on Delete says why it is off.
+/// A click on Delete says why it is off. The window's controls outlive what knows their names.
 bool TDataSetList::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_ui.btnDelete && !m_ui.btnDelete->isEnabled() &&
-        event->type() == QEvent::MouseButtonRelease)
+    if (event->type() == QEvent::MouseButtonRelease && !static_cast<QWidget*>(watched)->isEnabled())
         Guarded([this] { Delete(); });
     return QObject::eventFilter(watched, event);
 }
