@@ -82,6 +82,7 @@ bool TMainWindow::SaveTo(const QString& fileName) {
     if (CountPoints(Graph()) > kManyPoints) wait = ShowWait(this, tr("Saving…"));
     m_sheets->SaveBeside(fileName);
     m_document->SaveTo(fileName);
+    m_sheets->RemoveOthersBeside(fileName);
     wait.reset();
     m_recentFiles->Add(fileName);
     m_ui->statusBar->showMessage(Shown(tr("Saved %1").arg(QDir::toNativeSeparators(fileName))), 5000);

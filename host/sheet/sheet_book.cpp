@@ -19,6 +19,12 @@ namespace lumoplot {
 namespace {
 
 const QString kSuffix = QStringLiteral(".sheet.csv");
+constexpr int kMaxName = 60;
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity kFileCase = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity kFileCase = Qt::CaseSensitive;
+#endif
 
 // A name that any file system takes.
 QString FileNameOf(const std::string& sheet) {
@@ -28,6 +34,15 @@ QString FileNameOf(const std::string& sheet) {
 
 QString StemOf(const QString& graphFile) {
     return QFileInfo(graphFile).completeBaseName() + QLatin1Char('.');
+}
+
+QString FileBeside(const QString& graphFile, const std::string& sheet) {
+    return QFileInfo(graphFile).absoluteDir().filePath(StemOf(graphFile) + FileNameOf(sheet) + kSuffix);
+}
+
+bool ComesFrom(const TSeries& series, const std::string& sheet) {
+    const TDSInfo& source = series.DataSourceInfo();
+    return source.Kind() == TSourceKind::LumoSheet && source.SourceName() == sheet;
 }
 
 } // namespace
@@ -115,11 +130,47 @@ void TSheetBook::Change(int sheet, const QString& step, const std::function<void
     Q_EMIT Changed();
 }
 
+void TSheetBook::CheckName(int sheet, const QString& name) const {
+    if (name.isEmpty()) throw EFileError("A sheet needs a name");
+    if (name.size() > kMaxName)
+        throw EFileError("The name of a sheet has at most " + std::to_string(kMaxName) + " characters");
+    if (FileNameOf(name.toStdString()) != name)
+        throw EFileError(
+            "The name of a sheet is a part of its file's: it can not have any of \\ / : * ? \" < > |");
+    for (std::size_t i = 0; i < Sheets().size(); ++i)
+        if (static_cast<int>(i) != sheet &&
+            name.compare(QString::fromStdString(Sheets()[i].Name()), Qt::CaseInsensitive) == 0)
+            throw EFileError("There is a sheet " + Sheets()[i].Name() + " already");
+}
+
+void TSheetBook::Rename(int sheet, const QString& wanted) {
+    const QString name = wanted.trimmed();
+    CheckName(sheet, name);
+    std::vector<TSheet> sheets = Sheets();
+    TSheet& renamed = sheets.at(static_cast<std::size_t>(sheet));
+    const std::string before = renamed.Name();
+    if (name.toStdString() == before) return;
+    renamed = renamed.Named(name.toStdString());
+    m_session.Change("rename sheet " + before, [&] {
+        Become(std::move(sheets));
+        for (TSeries* series : m_session.Graph().Series())
+            if (ComesFrom(*series, before)) series->DataSourceInfo().SetSourceName(name.toStdString());
+    });
+    Q_EMIT Changed();
+}
+
+void TSheetBook::Delete(int sheet) {
+    std::vector<TSheet> sheets = Sheets();
+    const std::string name = sheets.at(static_cast<std::size_t>(sheet)).Name();
+    sheets.erase(sheets.begin() + sheet);
+    m_session.Change("delete sheet " + name, [&] { Become(std::move(sheets)); });
+    Q_EMIT Changed();
+}
+
 void TSheetBook::Follow(const std::string& name) {
     m_problem.clear();
     for (TSeries* series : m_session.Graph().Series()) {
-        const TDSInfo& source = series->DataSourceInfo();
-        if (source.Kind() != TSourceKind::LumoSheet || source.SourceName() != name) continue;
+        if (!ComesFrom(*series, name)) continue;
         try {
             TSilentProgress progress;
             LoadFromSource(*series, progress, {.Name = TLoadedName::Kept});
@@ -131,12 +182,14 @@ void TSheetBook::Follow(const std::string& name) {
 
 void TSheetBook::LoadBeside(const QString& graphFile) {
     std::vector<TSheet> sheets;
+    m_filed.clear();
     const QDir folder = QFileInfo(graphFile).absoluteDir();
     const QString stem = StemOf(graphFile);
     for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
         if (!name.startsWith(stem) || !name.endsWith(kSuffix)) continue;
         QFile file(folder.filePath(name));
         if (!file.open(QIODevice::ReadOnly)) continue;
+        m_filed += QFileInfo(file).absoluteFilePath();
         const QByteArray text = file.readAll();
         const QString sheet = name.mid(stem.size(), name.size() - stem.size() - kSuffix.size());
         sheets.push_back(SheetOf(sheet.toStdString(), CellsOf(text.toStdString(), ','), TSheetTop::Titles));
@@ -146,23 +199,33 @@ void TSheetBook::LoadBeside(const QString& graphFile) {
 }
 
 void TSheetBook::Restore(std::span<const std::uint8_t> bytes) {
+    m_filed.clear();
     Become(SheetsOf(bytes));
     Q_EMIT Changed();
 }
 
 void TSheetBook::Clear() {
+    m_filed.clear();
     Become({});
     Q_EMIT Changed();
 }
 
-/// Files of sheets that are no more are left: nothing of a person's is removed without being asked for.
 void TSheetBook::SaveBeside(const QString& graphFile) const {
     for (const TSheet& sheet : Sheets()) {
-        const QString name = StemOf(graphFile) + FileNameOf(sheet.Name()) + kSuffix;
         const std::string text = TextOf(CellsOf(sheet, TSheetTitles::AsTyped), ',');
-        ReplaceFile(QFileInfo(graphFile).absoluteDir().filePath(name).toStdString(),
+        ReplaceFile(FileBeside(graphFile, sheet.Name()).toStdString(),
                     std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
     }
+}
+
+/// Another file of that kind may be a person's own: it stays.
+void TSheetBook::RemoveOthersBeside(const QString& graphFile) {
+    QStringList written;
+    for (const TSheet& sheet : Sheets()) written += FileBeside(graphFile, sheet.Name());
+    const QString beside = FileBeside(graphFile, {}).chopped(kSuffix.size());
+    for (const QString& name : std::as_const(m_filed))
+        if (name.startsWith(beside) && !written.contains(name, kFileCase)) QFile::remove(name);
+    m_filed = written;
 }
 
 } // namespace lumoplot

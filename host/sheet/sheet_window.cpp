@@ -14,6 +14,7 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QTabBar>
 #include <algorithm>
 
@@ -56,12 +57,14 @@ void TSheetWindow::ConnectActions() {
     const std::pair<QAction*, TSlot> actions[] = {
         {m_ui->a_NewSheet, &TSheetWindow::NewSheet},   {m_ui->a_ImportCsv, &TSheetWindow::ImportCsv},
         {m_ui->a_ExportCsv, &TSheetWindow::ExportCsv}, {m_ui->a_Plot, &TSheetWindow::Plot},
+        {m_ui->a_Rename, &TSheetWindow::RenameSheet},  {m_ui->a_Delete, &TSheetWindow::DeleteSheet},
         {m_ui->a_Copy, &TSheetWindow::Copy},           {m_ui->a_Cut, &TSheetWindow::Cut},
         {m_ui->a_Paste, &TSheetWindow::Paste},         {m_ui->a_Clear, &TSheetWindow::ClearCells},
     };
     for (const auto& [action, slot] : actions)
         connect(action, &QAction::triggered, this,
                 [this, slot = slot] { Guarded([&] { (this->*slot)(); }); });
+    connect(m_ui->tabs, &QTabBar::tabBarDoubleClicked, m_ui->a_Rename, &QAction::trigger);
     connect(m_ui->a_Undo, &QAction::triggered, &m_session, &TGraphSession::Undo);
     connect(m_ui->a_Redo, &QAction::triggered, &m_session, &TGraphSession::Redo);
     connect(m_ui->a_Close, &QAction::triggered, this, &TSheetWindow::close);
@@ -112,6 +115,7 @@ void TSheetWindow::ListSheets() {
 }
 
 void TSheetWindow::ShowState() {
+    for (QAction* action : {m_ui->a_Rename, m_ui->a_Delete}) action->setEnabled(m_model->Sheet() != nullptr);
     m_ui->a_Undo->setEnabled(m_session.CanUndo());
     m_ui->a_Redo->setEnabled(m_session.CanRedo());
     const QString problem = m_book.Problem();
@@ -136,6 +140,20 @@ QRect TSheetWindow::Chosen() const {
 void TSheetWindow::NewSheet() {
     const int number = m_book.Add();
     m_ui->tabs->setCurrentIndex(number);
+}
+
+void TSheetWindow::RenameSheet() {
+    if (!m_model->Sheet()) return;
+    bool isTaken = false;
+    const QString before = QString::fromStdString(m_model->Sheet()->Name());
+    const QString name = QInputDialog::getText(this, tr("Rename Sheet"), tr("Name of the sheet:"),
+                                               QLineEdit::Normal, before, &isTaken);
+    if (isTaken) m_book.Rename(m_model->Number(), name);
+}
+
+/// No question: it is a step that can be taken back.
+void TSheetWindow::DeleteSheet() {
+    if (m_model->Sheet()) m_book.Delete(m_model->Number());
 }
 
 void TSheetWindow::ImportCsv() {

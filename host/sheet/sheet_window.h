@@ -40,6 +40,8 @@ private:
     void Change(const QString& step, const std::function<void(TSheet&)>& action);
     QRect Chosen() const;
     void NewSheet();
+    void RenameSheet();
+    void DeleteSheet();
     void ImportCsv();
     void ExportCsv();
     void Plot();

@@ -3,6 +3,8 @@
 #include "host/window_fixture.h"
 #include "session/recovery_writer.h"
 
+#include <QInputDialog>
+#include <QMessageBox>
 #include <QTabBar>
 #include <QTableView>
 
@@ -158,6 +160,57 @@ TEST_F(SheetWindowTest, SheetsLieBesideTheGraph) {
     Control<QTabBar>(sheets, "tabs").setCurrentIndex(1);
     Type(sheets, 3, 0, QStringLiteral("9"));
     EXPECT_EQ(First().Count(), 3);
+}
+
+TEST_F(SheetWindowTest, RenamingAndDeletingAreStepsThatFilesFollow) {
+    const auto rename = [&](QWidget& sheets, const char* name, const char* refused = nullptr) {
+        WhenModal<QInputDialog>([name, refused](QInputDialog& dialog) {
+            dialog.setTextValue(QString::fromUtf8(name));
+            if (refused)
+                WhenModal<QMessageBox>([refused](QMessageBox& box) {
+                    EXPECT_TRUE(box.text().contains(QLatin1String(refused))) << box.text().toStdString();
+                    box.accept();
+                });
+            dialog.accept();
+        });
+        Do(sheets, "a_Rename");
+    };
+    const auto files = [&] {
+        return QDir(PathOf({})).entryList({QStringLiteral("plot.*.csv")}, QDir::Files);
+    };
+    QWidget& sheets = Sheets();
+    Paste(sheets, "t\tU\n1\t10\n2\t20\n");
+    Go(sheets, 1, 1);
+    Do(sheets, "a_Plot");
+    Do(sheets, "a_NewSheet");
+    WhenModal<QFileDialog>([this](QFileDialog& dialog) { EnterPath(dialog, PathOf("plot.ltp")); });
+    Control<QAction>(*Window, "a_SaveAs").trigger();
+    EXPECT_EQ(files().size(), 2);
+    auto& tabs = Control<QTabBar>(sheets, "tabs");
+    tabs.setCurrentIndex(0);
+    for (const auto& [name, refused] :
+         {std::pair{"sheet 2", "There is a sheet"}, {"a/b", "can not have"}, {" ", "needs"}}) {
+        rename(sheets, name, refused);
+        EXPECT_EQ(tabs.tabText(0), QStringLiteral("Sheet 1"));
+    }
+    rename(sheets, " run 7 ");
+    EXPECT_EQ(tabs.tabText(0), QStringLiteral("run 7"));
+    EXPECT_EQ(First().DataSourceInfo().SourceName(), "run 7");
+    Type(sheets, 2, 1, QStringLiteral("25"));
+    EXPECT_EQ(First().MaxY(), 25);
+    EXPECT_EQ(Table(sheets).currentIndex().row(), 3) << "Enter goes down";
+    tabs.setCurrentIndex(1);
+    Do(sheets, "a_Delete");
+    EXPECT_EQ(tabs.count(), 1);
+    Control<QAction>(*Window, "a_Save").trigger();
+    EXPECT_EQ(files(), QStringList{QStringLiteral("plot.run 7.sheet.csv")});
+    for (int i = 0; i < 3; ++i) Do(sheets, "a_Undo");
+    EXPECT_EQ(tabs.count(), 2);
+    EXPECT_EQ(First().DataSourceInfo().SourceName(), "Sheet 1");
+    Do(sheets, "a_Delete");
+    Do(sheets, "a_Delete");
+    EXPECT_FALSE(Control<QAction>(sheets, "a_Rename").isEnabled());
+    EXPECT_EQ(First().Count(), 2) << "its points stay";
 }
 
 TEST_F(SheetWindowTest, SheetsAreRecovered) {
