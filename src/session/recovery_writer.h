@@ -50,7 +50,7 @@ public:
     /// clean or ends.
     void Continue(std::unique_ptr<TLeftSession> left);
     /// Waits until all that was handed over is on the disk; for tests and measurements.
-    XYGRAPH_LOCAL void Flush();
+    void Flush();
 
 Q_SIGNALS:
     /// A state of the session is on the disk.
