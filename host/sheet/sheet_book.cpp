@@ -4,8 +4,8 @@
 #include "graph/loading/source_loading.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/holder.h"
+#include "host/sheet/sheet_text.h"
 #include "session/graph_session.h"
-#include "sources/sheet/sheet_text.h"
 #include "support/errors.h"
 #include "support/replace_file.h"
 

@@ -2,8 +2,8 @@
 // steps of its session, and lie as CSV files beside its file: "plot.ltp" has "plot.Sheet 1.sheet.csv".
 #pragma once
 
+#include "host/sheet/sheet.h"
 #include "session/side_state.h"
-#include "sources/sheet/sheet.h"
 
 #include <QObject>
 #include <QStringList>

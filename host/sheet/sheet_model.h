@@ -2,7 +2,7 @@
 // and columns more than there are. What is typed goes to the book.
 #pragma once
 
-#include "sources/sheet/sheet_values.h"
+#include "host/sheet/sheet_values.h"
 
 #include <QAbstractTableModel>
 

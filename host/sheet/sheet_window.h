@@ -2,7 +2,7 @@
 // session.
 #pragma once
 
-#include "sources/sheet/sheet.h"
+#include "host/sheet/sheet.h"
 
 #include <QMainWindow>
 #include <memory>

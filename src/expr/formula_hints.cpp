@@ -230,12 +230,6 @@ std::optional<TSignHint> FindSignHint(std::string_view formula) {
     return first;
 }
 
-std::string TNameHint::Text() const {
-    std::string text = Name + " at " + std::to_string(Column) + ": not known";
-    for (std::size_t i = 0; i < Nearest.size(); ++i) text += (i == 0 ? "; " : ", ") + Nearest[i];
-    return Nearest.empty() ? text : text + '?';
-}
-
 std::optional<TNameHint> FindNameHint(std::string_view formula, TExpressionParser& parser) {
     const TWalker walker(formula);
     std::size_t column = 1;

@@ -32,7 +32,11 @@ struct TNameHint {
     std::vector<std::string> Nearest; ///< functions that may be meant, the nearest first; may be empty
 
     /// "log at 7: not known; ln, log10?"
-    XYGRAPH_EXPORT std::string Text() const;
+    std::string Text() const {
+        std::string text = Name + " at " + std::to_string(Column) + ": not known";
+        for (std::size_t i = 0; i < Nearest.size(); ++i) text += (i == 0 ? "; " : ", ") + Nearest[i];
+        return Nearest.empty() ? text : text + '?';
+    }
 };
 
 /// The first one that the parser does not know.

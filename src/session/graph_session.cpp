@@ -46,10 +46,6 @@ void TGraphSession::Stop() {
     Q_EMIT Changed();
 }
 
-bool TGraphSession::Change(const std::string& name, const std::function<void()>& action) {
-    return Change(name, {}, action);
-}
-
 bool TGraphSession::Change(const std::string& name, TMergeKey key, const std::function<void()>& action) {
     TOpenStep step(*this, name, key);
     action();
@@ -69,10 +65,6 @@ void TGraphSession::Fed(TFedRows rows) {
     const bool isNew = isGone && !std::exchange(m_hasUnrecorded, true);
     if (isNew) Q_EMIT Changed();
     Q_EMIT Grown();
-}
-
-void TGraphSession::NameStep(const std::string& name) {
-    m_stepName = name;
 }
 
 void TGraphSession::EndMerging() {
@@ -104,24 +96,17 @@ void TGraphSession::GiveUp() {
     Q_EMIT PutBack();
 }
 
-bool TGraphSession::CanUndo() const {
-    return !IsStepOpen() && m_history->CanUndo();
-}
-
-bool TGraphSession::CanRedo() const {
-    return !IsStepOpen() && m_history->CanRedo();
-}
-
-int TGraphSession::StepsBack() const {
-    return CanUndo() ? m_history->StepsBack() : 0;
-}
-
-std::string TGraphSession::UndoName() const {
-    return CanUndo() ? m_history->UndoName() : std::string();
-}
-
-std::string TGraphSession::RedoName() const {
-    return CanRedo() ? m_history->RedoName() : std::string();
+TSessionState TGraphSession::State() const {
+    TSessionState state;
+    state.CanUndo = !IsStepOpen() && m_history->CanUndo();
+    state.CanRedo = !IsStepOpen() && m_history->CanRedo();
+    if (state.CanUndo) {
+        state.StepsBack = m_history->StepsBack();
+        state.UndoName = m_history->UndoName();
+    }
+    if (state.CanRedo) state.RedoName = m_history->RedoName();
+    state.IsClean = !m_hasUnrecorded && m_history->PresentId() == m_cleanId;
+    return state;
 }
 
 void TGraphSession::Undo() {
@@ -136,10 +121,6 @@ void TGraphSession::Redo() {
     m_history->Redo();
     Q_EMIT PutBack();
     Q_EMIT Changed();
-}
-
-bool TGraphSession::IsClean() const {
-    return !m_hasUnrecorded && m_history->PresentId() == m_cleanId;
 }
 
 // A step that has been saved must be reached again by undo.

@@ -24,6 +24,17 @@ class TxyGraph;
 /// What is lost of rows that a link has fed when nobody saves them.
 enum class TFedRows { CanBeReadAgain, GoneUnlessSaved };
 
+/// Where a session stands.
+struct TSessionState {
+    int StepsBack = 0;    ///< that can be undone
+    std::string UndoName; ///< of the step that Undo takes back; empty when there is none
+    std::string RedoName; ///< of the one that Redo does again; the same
+    bool CanUndo = false;
+    bool CanRedo = false;
+    /// The graph is as it was at Start or at the last MarkClean (it was saved), or by undo and redo again.
+    bool IsClean = false;
+};
+
 class XYGRAPH_EXPORT TGraphSession : public QObject {
     Q_OBJECT
 
@@ -49,7 +60,9 @@ public:
     /// Change belongs to the outer one. When `action` throws, the graph is put back to what it was before,
     /// and the exception goes on (a session that
     /// records nothing leaves it as it is then). True when there is a step.
-    bool Change(const std::string& name, const std::function<void()>& action);
+    bool Change(const std::string& name, const std::function<void()>& action) {
+        return Change(name, {}, action);
+    }
     /// The same for what is done little by little: it joins the step before it when that has the same key and
     /// nothing was undone or done between. A step that ends where it began disappears.
     bool Change(const std::string& name, TMergeKey key, const std::function<void()>& action);
@@ -57,29 +70,27 @@ public:
     void FollowUp(const std::function<void()>& action);
     /// A link has fed points to data sets of the graph (those with a FeedId). That is no step, undo and redo
     /// leave these points in, and a snapshot has them.
-    void Fed(TFedRows rows);
+    XYGRAPH_LOCAL void Fed(TFedRows rows);
     /// The open step gets another name, as only its action knew it. Without an open step nothing happens.
-    void NameStep(const std::string& name);
+    void NameStep(const std::string& name) { m_stepName = name; }
     /// The next Change joins no step before it: the edit was left.
     void EndMerging();
     bool IsStepOpen() const { return m_openSteps > 0; }
 
-    // Not while a step is open: then these say that there is none, and do nothing.
+    /// While a step is open there is none that can be undone or redone.
+    TSessionState State() const;
+    bool CanUndo() const { return State().CanUndo; }
+    bool CanRedo() const { return State().CanRedo; }
+    int StepsBack() const { return State().StepsBack; }
+    std::string UndoName() const { return State().UndoName; }
+    std::string RedoName() const { return State().RedoName; }
+    bool IsClean() const { return State().IsClean; }
 
-    bool CanUndo() const;
-    bool CanRedo() const;
-    /// How many steps can be undone.
-    int StepsBack() const;
-    /// The name of the step that Undo takes back, or Redo does again; empty when there is none.
-    std::string UndoName() const;
-    std::string RedoName() const;
     /// Puts back the state that the graph had before the last step, filed or not, with the data set current
-    /// that the step was made on. Data sets may be other objects afterwards.
+    /// that the step was made on. Data sets may be other objects afterwards. Nothing while a step is open.
     void Undo();
     void Redo();
 
-    /// The graph is as it was at Start or at the last MarkClean (it was saved), or by undo and redo again.
-    bool IsClean() const;
     void MarkClean();
     /// The steps that lead from the clean state to the present one; at least 0.
     XYGRAPH_LOCAL int UnsavedSteps() const;
@@ -89,7 +100,7 @@ public:
     /// What belongs to that beside the graph, with what is being typed; null while nothing is recorded.
     XYGRAPH_LOCAL TSideStatePtr Side() const;
     /// Something is being typed that will be a step when its edit is left.
-    bool IsTyping() const;
+    XYGRAPH_LOCAL bool IsTyping() const;
 
 Q_SIGNALS:
     /// There may be other steps now, or another IsClean.

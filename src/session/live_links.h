@@ -26,13 +26,13 @@ public:
     static constexpr int kWorkMs = 10;
 
     explicit TLiveLinks(TGraphSession& session, QObject* parent = nullptr);
-    ~TLiveLinks() override;
+    XYGRAPH_LOCAL ~TLiveLinks() override;
 
     /// Begins to feed a data set of the kind Link, from the front of what it follows. Where that can be read
     /// again it takes the place of the points that are there. Tells when that is not possible at all.
     void Start(TSeries& series);
     /// The same for each of them.
-    void StartAll();
+    XYGRAPH_LOCAL void StartAll();
     /// Begins anew with what is to be read in another way than it was when its link began.
     void Renew();
     /// Ends all links; their data sets keep their points.
@@ -44,7 +44,7 @@ public:
     bool IsPaused() const { return m_isPaused; }
     /// One line for a status bar; empty when nothing is followed.
     const std::string& Status() const { return m_status; }
-    bool HasTrouble() const;
+    XYGRAPH_LOCAL bool HasTrouble() const;
 
     /// A frame; called by a timer.
     XYGRAPH_LOCAL void Poll();

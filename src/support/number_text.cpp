@@ -99,11 +99,6 @@ std::optional<double> TryParseFloat(std::string_view text) {
     return error == std::errc::result_out_of_range ? OutOfRangeValue(text) : value;
 }
 
-double ParseFloat(std::string_view text) {
-    if (const auto value = TryParseFloat(text)) return *value;
-    throw EConvertError("'" + std::string(text) + "' is not a valid floating point value");
-}
-
 std::optional<int> TryParseInteger(std::string_view text) {
     text = Trimmed(text);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
@@ -112,11 +107,6 @@ std::optional<int> TryParseInteger(std::string_view text) {
     const auto [stop, error] = std::from_chars(text.data(), end, value);
     if (stop != end || error != std::errc()) return std::nullopt;
     return value;
-}
-
-int ParseInteger(std::string_view text) {
-    if (const auto value = TryParseInteger(text)) return *value;
-    throw EConvertError("'" + std::string(text) + "' is not a valid integer value");
 }
 
 } // namespace lumoplot

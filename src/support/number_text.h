@@ -2,6 +2,7 @@
 // that is not wholly a number is ever taken for one.
 #pragma once
 
+#include "support/errors.h"
 #include "support/export.h"
 
 #include <optional>
@@ -27,15 +28,22 @@ XYGRAPH_EXPORT std::string FormatFixed(double value, int decimals);
 
 /// The number that the whole text (blanks around it allowed) stands for, or nothing. A lone "," is accepted
 /// as the decimal sign; "nan", "inf" and "-inf" are numbers. Values beyond the range become infinite or 0.
-std::optional<double> TryParseFloat(std::string_view text);
+XYGRAPH_EXPORT std::optional<double> TryParseFloat(std::string_view text);
 
 /// As TryParseFloat. Throws EConvertError "'TEXT' is not a valid floating point value".
-XYGRAPH_EXPORT double ParseFloat(std::string_view text);
+inline double ParseFloat(std::string_view text) {
+    if (const auto value = TryParseFloat(text)) return *value;
+    throw EConvertError("'" + std::string(text) + "' is not a valid floating point value");
+}
 
-/// A decimal 32-bit integer, blanks around it allowed. Throws EConvertError "'TEXT' is not a valid integer
-/// value".
-XYGRAPH_EXPORT int ParseInteger(std::string_view text);
+/// The decimal 32-bit integer that the whole text (blanks around it allowed) stands for, or nothing.
 XYGRAPH_EXPORT std::optional<int> TryParseInteger(std::string_view text);
+
+/// As TryParseInteger. Throws EConvertError "'TEXT' is not a valid integer value".
+inline int ParseInteger(std::string_view text) {
+    if (const auto value = TryParseInteger(text)) return *value;
+    throw EConvertError("'" + std::string(text) + "' is not a valid integer value");
+}
 
 /// The text without leading and trailing blanks, tabs and control characters.
 XYGRAPH_EXPORT std::string_view Trimmed(std::string_view text);

@@ -1,12 +1,12 @@
 #include "common/random_graph.h"
 
-#include "graph/file/graph_file.h"
+#include "graph/model/graph.h"
 
 namespace lumoplot {
 
 TBytes FileOf(const TxyGraph& graph, TPoints points) {
     TBytes bytes;
-    WriteGraph(bytes, graph, points);
+    graph.SaveToStream(bytes, points);
     return bytes;
 }
 

@@ -26,11 +26,6 @@ void RelinkAll(TPointIdIndex& ids, TPointBlock* block) {
 
 } // namespace
 
-TPointCursor TPointCursor::Next() const {
-    if (m_place + 1 < (*m_block)->Count()) return {m_block, m_end, m_place + 1};
-    return {m_block + 1, m_end, 0};
-}
-
 TPointChain::TPointChain(std::span<const TPointSpans> runs, std::int32_t lastId) {
     m_ids.StartBehind(lastId);
     m_blocks.reserve(runs.size());
@@ -69,19 +64,10 @@ void TPointChain::Swap(TPointChain& other) noexcept {
     std::swap(m_mayHaveYErrors, other.m_mayHaveYErrors);
 }
 
-TPointCursor TPointChain::First() const {
-    return {m_blocks.data(), m_blocks.data() + m_blocks.size(), 0};
-}
-
 std::optional<TSeriesPoint> TPointChain::Find(std::int32_t id) const {
     const TPointBlock* block = m_ids.BlockOf(id);
     if (!block) return std::nullopt;
     return block->Point(block->PlaceOf(id));
-}
-
-TPointSpans TPointChain::Block(std::size_t index) const {
-    const TPointBlock& block = *m_blocks[index];
-    return {block.Ids(), block.X(), block.Y(), block.Derived(), block.YErrors()};
 }
 
 bool TPointChain::Add(double x, double y, const TMergeRule& rule, double yError) {

@@ -40,7 +40,10 @@ public:
     double Derived() const { return (*m_block)->Point(m_place).Derived; }
     double YError() const { return (*m_block)->Point(m_place).YError; }
     TSeriesPoint Point() const { return (*m_block)->Point(m_place); }
-    XYGRAPH_EXPORT TPointCursor Next() const;
+    TPointCursor Next() const {
+        if (m_place + 1 < (*m_block)->Count()) return {m_block, m_end, m_place + 1};
+        return {m_block + 1, m_end, 0};
+    }
 
 private:
     friend class TPointChain;
@@ -74,7 +77,7 @@ public:
     /// The last Id handed out; a new chain starts with Id 1, and no Id is used twice.
     std::int32_t LastId() const { return m_ids.LastId(); }
 
-    XYGRAPH_EXPORT TPointCursor First() const;
+    TPointCursor First() const { return {m_blocks.data(), m_blocks.data() + m_blocks.size(), 0}; }
     /// The last point's X; the chain is not empty.
     double LastX() const { return m_blocks.back()->X().back(); }
     /// The point with that Id.
@@ -82,7 +85,10 @@ public:
 
     /// The chain in order as runs of neighbouring points, none of them empty.
     std::size_t BlockCount() const { return m_blocks.size(); }
-    XYGRAPH_EXPORT TPointSpans Block(std::size_t index) const;
+    TPointSpans Block(std::size_t index) const {
+        const TPointBlock& block = *m_blocks[index];
+        return {block.Ids(), block.X(), block.Y(), block.Derived(), block.YErrors()};
+    }
 
     /// Places a point. At or behind the last one it overwrites that when duplicates are not allowed and
     /// x − tolerance <= its X, and is appended otherwise. In front of the last one it meets the first point

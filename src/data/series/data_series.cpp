@@ -196,14 +196,6 @@ void TDataSeries::MarkFitStale() {
     if (m_curveFit) m_curveFit->MarkStale(); // none while the series is being destroyed
 }
 
-void TDataSeries::SetZeroValue(double value) {
-    SetBaseline(value, m_baseLineSlope);
-}
-
-void TDataSeries::SetBaseLineSlope(double value) {
-    SetBaseline(m_zeroValue, value);
-}
-
 void TDataSeries::SetBaseline(double zeroValue, double slope) {
     if (zeroValue == m_zeroValue && slope == m_baseLineSlope) return;
     if (!std::isfinite(zeroValue) || !std::isfinite(slope)) return;
@@ -222,24 +214,9 @@ void TDataSeries::SetAutoZero(bool value) {
     Changed(kBaselineChanged);
 }
 
-template <class TValue>
-void TDataSeries::StoreRegressionSetting(TValue& field, TValue value) {
-    if (value == field || value != value) return;
-    field = value;
+void TDataSeries::RegressionSettingChanged() {
     MarkRegressionStale(); // the fit does not depend on it, and its result stays
     Changed(kRegressionChanged);
-}
-
-void TDataSeries::SetRegressionType(TRegressionType value) {
-    StoreRegressionSetting(m_regressionType, value);
-}
-
-void TDataSeries::SetRegressionControlValue1(int value) {
-    StoreRegressionSetting(m_regressionControlValue1, value);
-}
-
-void TDataSeries::SetRegressionControlValue2(double value) {
-    StoreRegressionSetting(m_regressionControlValue2, value);
 }
 
 void TDataSeries::SetDuplicatesAllowed(bool value) {

@@ -203,13 +203,15 @@ public:
     void SetYColExpr(std::string value) { m_yColExpr = std::move(value); }
     // Each does nothing for an equal value, and otherwise stores, marks what is stale now and notifies once.
     // A baseline that is infinite or not a number is ignored.
-    XYGRAPH_EXPORT void SetZeroValue(double value);
+    void SetZeroValue(double value) { SetBaseline(value, m_baseLineSlope); }
     XYGRAPH_EXPORT void SetBaseline(double zeroValue, double slope);
-    XYGRAPH_EXPORT void SetBaseLineSlope(double value);
+    void SetBaseLineSlope(double value) { SetBaseline(m_zeroValue, value); }
     XYGRAPH_EXPORT void SetAutoZero(bool value);
-    XYGRAPH_EXPORT void SetRegressionType(TRegressionType value);
-    XYGRAPH_EXPORT void SetRegressionControlValue1(int value);
-    XYGRAPH_EXPORT void SetRegressionControlValue2(double value);
+    void SetRegressionType(TRegressionType value) { StoreRegressionSetting(m_regressionType, value); }
+    void SetRegressionControlValue1(int value) { StoreRegressionSetting(m_regressionControlValue1, value); }
+    void SetRegressionControlValue2(double value) {
+        StoreRegressionSetting(m_regressionControlValue2, value);
+    }
     /// Switching it off runs RemoveDuplicates; switching it on changes nothing else.
     XYGRAPH_EXPORT void SetDuplicatesAllowed(bool value);
 
@@ -220,7 +222,7 @@ public:
     XYGRAPH_EXPORT TStatistics XStatistics() const;
     XYGRAPH_EXPORT TStatistics YStatistics() const;
     /// Mean and standard deviation of the corrected Y; nothing with fewer than two finite ones.
-    XYGRAPH_EXPORT std::optional<TSpread> CorrectedSpread() const;
+    std::optional<TSpread> CorrectedSpread() const;
 
     bool RegressionStale() const { return m_regressionStale; }
     /// The next request works the regression out anew. No notification.
@@ -276,7 +278,12 @@ private:
     void SampleCurveFit();
     TRegressionResult ComputeOwnRegression() const;
     template <class TValue>
-    void StoreRegressionSetting(TValue& field, TValue value);
+    void StoreRegressionSetting(TValue& field, TValue value) {
+        if (value == field || value != value) return;
+        field = value;
+        RegressionSettingChanged();
+    }
+    XYGRAPH_EXPORT void RegressionSettingChanged();
     void TellMerged(int merged, int filed) const;
     void YErrorsChanged();
     void StartExtents(double x, double y);

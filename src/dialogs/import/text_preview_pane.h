@@ -23,7 +23,7 @@ class XYWIDGETS_EXPORT TTextPreviewPane : public QWidget {
 
 public:
     explicit TTextPreviewPane(QWidget* parent = nullptr);
-    ~TTextPreviewPane() override;
+    XYWIDGETS_LOCAL ~TTextPreviewPane() override;
 
     /// Its wrapped texts take their height from the table, never from what stands above the pane.
     bool hasHeightForWidth() const override { return false; }

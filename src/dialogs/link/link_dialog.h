@@ -27,7 +27,7 @@ public:
     /// The description: that which it began with, of what was chosen.
     XYWIDGETS_EXPORT TDSInfo Source() const;
 
-    XYWIDGETS_EXPORT void accept() override;
+    void accept() override;
 
 private:
     void Fill(const TDSInfo& current);

@@ -25,36 +25,21 @@ void TDBLParameter::SetName(const std::string& name) {
     if (name.empty() || name == m_name) return;
     if (m_owner && m_owner->IsParameter(name)) return TellAlreadyDefined(name);
     m_name = name;
-    if (m_owner) m_owner->Changed(true);
-}
-
-void TDBLParameter::SetValue(double value) {
-    if (value == m_value) return;
-    m_value = value;
-    if (m_owner) m_owner->Changed(true);
-}
-
-void TDBLParameter::SetVary(bool vary) {
-    if (vary == m_vary) return;
-    m_vary = vary;
-    if (m_owner) m_owner->Changed(true);
+    TellOwner();
 }
 
 void TDBLParameter::SetTie(const std::string& formula) {
     const std::string tie(Trimmed(formula));
     if (tie == m_tie) return;
     m_tie = tie;
-    if (m_owner) m_owner->Changed(true);
+    TellOwner();
 }
 
 bool TDBLParameter::IsBounded() const {
     return std::isfinite(m_min) || std::isfinite(m_max);
 }
 
-void TDBLParameter::SetBounds(double min, double max) {
-    if (!(min < max) || (min == m_min && max == m_max)) return;
-    m_min = min;
-    m_max = max;
+void TDBLParameter::TellOwner() {
     if (m_owner) m_owner->Changed(true);
 }
 
@@ -126,16 +111,6 @@ void TCurFit::RestoreRunState(const TFitRunState& state) {
     m_fitError = state.Error;
 }
 
-void TCurFit::NotifyDisplay() {
-    ++m_revision;
-    if (OnChange) OnChange(*this);
-}
-
-TDBLParameter* TCurFit::Parameter(int number) const {
-    return number >= 1 && number <= NParams() ? m_parameters[static_cast<std::size_t>(number - 1)].get()
-                                              : nullptr;
-}
-
 bool TCurFit::IsParameter(std::string_view name) const {
     return std::ranges::any_of(m_parameters, [&](const auto& p) { return EqualNames(p->Name(), name); });
 }
@@ -167,10 +142,6 @@ void TCurFit::CopyParameterValues(const TCurFit& other) {
     Changed(true);
 }
 
-TDBLFunction* TCurFit::Template(int number) const {
-    return IsTemplate(number) ? m_templates[static_cast<std::size_t>(number - 1)].get() : nullptr;
-}
-
 void TCurFit::AddTemplate(std::unique_ptr<TDBLFunction> function) {
     m_templates.push_back(std::move(function));
     MarkTemplatesChanged();
@@ -193,10 +164,6 @@ void TCurFit::TemplateUp(int number) {
     std::swap(m_templates[static_cast<std::size_t>(number - 2)],
               m_templates[static_cast<std::size_t>(number - 1)]);
     Changed(true);
-}
-
-void TCurFit::TemplateDown(int number) {
-    if (IsTemplate(number)) TemplateUp(number + 1);
 }
 
 void TCurFit::ClearTemplates() {

@@ -56,10 +56,23 @@ public:
     bool IsOnBound() const { return m_value == m_min || m_value == m_max; }
     /// Ignores an empty text. A name that the owner already has is refused with a message.
     XYGRAPH_EXPORT void SetName(const std::string& name);
-    XYGRAPH_EXPORT void SetValue(double value);
-    XYGRAPH_EXPORT void SetVary(bool vary);
+    void SetValue(double value) {
+        if (value == m_value) return;
+        m_value = value;
+        TellOwner();
+    }
+    void SetVary(bool vary) {
+        if (vary == m_vary) return;
+        m_vary = vary;
+        TellOwner();
+    }
     /// The value stays as it is; a fit moves it between the bounds when it starts. Ignored unless min < max.
-    XYGRAPH_EXPORT void SetBounds(double min, double max);
+    void SetBounds(double min, double max) {
+        if (!(min < max) || (min == m_min && max == m_max)) return;
+        m_min = min;
+        m_max = max;
+        TellOwner();
+    }
     /// Any text; without blanks around it. A formula that can not be used is told where it is compiled.
     XYGRAPH_EXPORT void SetTie(const std::string& formula);
     /// Where the value is, for the formulas that are compiled with it.
@@ -67,6 +80,8 @@ public:
 
 private:
     friend class TCurFit;
+
+    XYGRAPH_EXPORT void TellOwner();
 
     TCurFit* m_owner = nullptr;
     std::string m_name = "P";
@@ -219,7 +234,10 @@ public:
 
     // Parameters are numbered from 1; numbers outside are ignored or give null.
     int NParams() const { return static_cast<int>(m_parameters.size()); }
-    XYGRAPH_EXPORT TDBLParameter* Parameter(int number) const;
+    TDBLParameter* Parameter(int number) const {
+        const bool isThere = number >= 1 && number <= NParams();
+        return isThere ? m_parameters[static_cast<std::size_t>(number - 1)].get() : nullptr;
+    }
     XYGRAPH_EXPORT bool IsParameter(std::string_view name) const;
     /// Takes the parameter; one whose name is already defined (letter case ignored) is refused with a
     /// message.
@@ -231,13 +249,17 @@ public:
 
     // Templates are numbered from 1 in their order; numbers outside are ignored or give null.
     int NTemplates() const { return static_cast<int>(m_templates.size()); }
-    XYGRAPH_EXPORT TDBLFunction* Template(int number) const;
+    TDBLFunction* Template(int number) const {
+        return IsTemplate(number) ? m_templates[static_cast<std::size_t>(number - 1)].get() : nullptr;
+    }
     /// The fit becomes stale; nothing is announced.
     XYGRAPH_EXPORT void AddTemplate(std::unique_ptr<TDBLFunction> function);
     XYGRAPH_EXPORT void DeleteTemplate(int number);
     XYGRAPH_EXPORT void TemplateToTop(int number);
     XYGRAPH_EXPORT void TemplateUp(int number);
-    XYGRAPH_EXPORT void TemplateDown(int number);
+    void TemplateDown(int number) {
+        if (IsTemplate(number)) TemplateUp(number + 1);
+    }
     /// As AddTemplate.
     void ClearTemplates();
 
@@ -330,7 +352,10 @@ private:
         field = value;
         return true;
     }
-    XYGRAPH_EXPORT void NotifyDisplay();
+    void NotifyDisplay() {
+        ++m_revision;
+        if (OnChange) OnChange(*this);
+    }
     bool IsTemplate(int number) const { return number >= 1 && number <= NTemplates(); }
 
     void SetStale(bool stale) {

@@ -1,13 +1,6 @@
 #include "fit/definition/fit_result.h"
 
-#include <limits>
-
 namespace lumoplot {
-
-double TFitResult::StandardError(std::size_t place) const {
-    if (End == TFitEnd::Cancelled) return std::numeric_limits<double>::quiet_NaN();
-    return Errors[place];
-}
 
 std::string TextOf(TFitEnd end) {
     switch (end) {

@@ -5,6 +5,7 @@
 #include "support/errors.h"
 #include "support/export.h"
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -79,7 +80,9 @@ struct TFitResult {
 
     /// The standard error of a varied parameter, by its place in Varied; not-a-number after a cancelled run,
     /// which has not come to where it means something.
-    XYGRAPH_EXPORT double StandardError(std::size_t place) const;
+    double StandardError(std::size_t place) const {
+        return End == TFitEnd::Cancelled ? std::numeric_limits<double>::quiet_NaN() : Errors[place];
+    }
     /// Of two varied parameters, by their places.
     double Covariance(int i, int j) const {
         return Errors[static_cast<std::size_t>(i)] * Correlations(i, j) * Errors[static_cast<std::size_t>(j)];

@@ -87,10 +87,6 @@ TBytes SeriesBytes(const TSeries& series) {
     return bytes;
 }
 
-void SaveSeriesToFile(const TSeries& series, const std::string& name) {
-    ReplaceFile(name, SeriesBytes(series));
-}
-
 void LoadSeriesFromFile(TSeries& series, const std::string& name) {
     LoadSeriesFromBytes(series, ReadWholeFile(name), name);
 }

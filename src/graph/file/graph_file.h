@@ -4,11 +4,12 @@
 
 #include "graph/model/graph.h"
 #include "graph/model/setting_rows.h"
+#include "support/replace_file.h"
 
 namespace lumoplot {
 
 /// What TxyGraph::SaveToStream writes.
-XYGRAPH_EXPORT void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points);
+void WriteGraph(TBytes& bytes, const TxyGraph& graph, TPoints points);
 /// A data set's Series section, its record and its point block.
 void WriteSeries(TxyWriter& writer, const TSeries& series, TPoints points);
 /// Reads what WriteSeries wrote; the points are added to those that the data set has.
@@ -21,7 +22,9 @@ XYGRAPH_EXPORT TBytes SeriesBytes(const TSeries& series);
 XYGRAPH_EXPORT void LoadSeriesFromBytes(TSeries& series, const TBytes& bytes, const std::string& name);
 
 /// A data-set file (.lds): exactly what WriteSeries writes, with points. The file is replaced whole.
-XYGRAPH_EXPORT void SaveSeriesToFile(const TSeries& series, const std::string& name);
+inline void SaveSeriesToFile(const TSeries& series, const std::string& name) {
+    ReplaceFile(name, SeriesBytes(series));
+}
 /// Replaces the points and settings of the data set by the file's. Throws EFileError, or EStreamError
 /// "NAME is not a data-set file. ADVICE"; the data set is then unchanged.
 XYGRAPH_EXPORT void LoadSeriesFromFile(TSeries& series, const std::string& name);

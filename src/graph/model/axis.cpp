@@ -57,18 +57,6 @@ void TAxis::SetMinScaleLength(double value) {
     if (!alreadyLongEnough) Redraw();
 }
 
-void TAxis::SetAutoSizing(bool value) {
-    if (Store(m_autoSizing, value)) Graph().NeedRescale();
-}
-
-void TAxis::SetAutoStepping(bool value) {
-    if (Store(m_autoStepping, value)) Graph().NeedRescale();
-}
-
-void TAxis::SetTightRange(bool value) {
-    if (Store(m_tightRange, value)) Graph().NeedRescale();
-}
-
 void TAxis::SetDataExtent(double min, double max) {
     m_dataMin = min;
     m_dataMax = max;

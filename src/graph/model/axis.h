@@ -85,9 +85,15 @@ public:
     void SetOffsetType(TAxisOffsetType value) { StoreEnum(m_offsetType, value, ao_absolute); }
     void SetOffset(double value) { Store(m_offset, value); }
     void SetGridlines(bool value) { Store(m_gridlines, value); }
-    XYGRAPH_EXPORT void SetAutoSizing(bool value);
-    XYGRAPH_EXPORT void SetAutoStepping(bool value);
-    XYGRAPH_EXPORT void SetTightRange(bool value);
+    void SetAutoSizing(bool value) {
+        if (Store(m_autoSizing, value)) AskForScaling();
+    }
+    void SetAutoStepping(bool value) {
+        if (Store(m_autoStepping, value)) AskForScaling();
+    }
+    void SetTightRange(bool value) {
+        if (Store(m_tightRange, value)) AskForScaling();
+    }
 
     XYGRAPH_EXPORT void ResetToDefaults();
 

@@ -17,26 +17,26 @@ std::vector<TBoundSetting> Bound(std::span<const TSectionRow<T>> rows, T& object
     return settings;
 }
 
+auto SettingRows(const TAppearance*) {
+    return AppearanceRows();
+}
+auto SettingRows(const TDimensions*) {
+    return DimensionsRows();
+}
+auto SettingRows(const TAxis*) {
+    return AxisRows();
+}
+auto SettingRows(const TLegend*) {
+    return LegendRows();
+}
+auto SettingRows(const TGraphMark*) {
+    return MarkRows();
+}
+
 } // namespace
 
-std::vector<TBoundSetting> SettingsOf(TAppearance& object) {
-    return Bound(AppearanceRows(), object);
-}
-
-std::vector<TBoundSetting> SettingsOf(TDimensions& object) {
-    return Bound(DimensionsRows(), object);
-}
-
-std::vector<TBoundSetting> SettingsOf(TAxis& object) {
-    return Bound(AxisRows(), object);
-}
-
-std::vector<TBoundSetting> SettingsOf(TLegend& object) {
-    return Bound(LegendRows(), object);
-}
-
-std::vector<TBoundSetting> SettingsOf(TGraphMark& object) {
-    return Bound(MarkRows(), object);
+std::vector<TBoundSetting> BoundSettings(TSettingsOwner owner) {
+    return std::visit([](auto* object) { return Bound(SettingRows(object), *object); }, owner);
 }
 
 } // namespace lumoplot

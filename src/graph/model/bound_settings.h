@@ -5,6 +5,7 @@
 #include "graph/model/setting_rows.h"
 
 #include <functional>
+#include <variant>
 #include <vector>
 
 namespace lumoplot {
@@ -18,11 +19,14 @@ struct TBoundSetting {
     std::function<void(const TFieldValue&)> Set;
 };
 
-// Those that are filed, in the order of the file.
-XYGRAPH_EXPORT std::vector<TBoundSetting> SettingsOf(TAppearance& object);
-XYGRAPH_EXPORT std::vector<TBoundSetting> SettingsOf(TDimensions& object);
-XYGRAPH_EXPORT std::vector<TBoundSetting> SettingsOf(TAxis& object);
-XYGRAPH_EXPORT std::vector<TBoundSetting> SettingsOf(TLegend& object);
-XYGRAPH_EXPORT std::vector<TBoundSetting> SettingsOf(TGraphMark& object);
+/// An object that has settings; borrowed.
+using TSettingsOwner = std::variant<TAppearance*, TDimensions*, TAxis*, TLegend*, TGraphMark*>;
+
+/// Those that are filed, in the order of the file.
+XYGRAPH_EXPORT std::vector<TBoundSetting> BoundSettings(TSettingsOwner owner);
+template <class T>
+std::vector<TBoundSetting> SettingsOf(T& owner) {
+    return BoundSettings(&owner);
+}
 
 } // namespace lumoplot

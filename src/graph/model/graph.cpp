@@ -16,12 +16,12 @@ void TGraphSettings::Redraw() {
     m_graph.RequestRepaint(true);
 }
 
-void TxyGraph::SetHolderID(const std::string& id) {
-    m_holder->SetID(id);
+void TGraphSettings::AskForScaling() {
+    m_graph.NeedRescale();
 }
 
-void TxyGraph::SetPointBudget(int value) {
-    m_pointBudget = std::max(1, value);
+void TxyGraph::SetHolderID(const std::string& id) {
+    m_holder->SetID(id);
 }
 
 void TxyGraph::ResetToDefaults() {
@@ -39,29 +39,19 @@ void TxyGraph::ResetToDefaults() {
 
 void TxyGraph::SetMark(const TGraphMark& mark) {
     m_marks.Set(mark);
-    RequestFullRepaint();
+    RequestRepaint(true);
 }
 
 int TxyGraph::AddMark(const TGraphMark& mark) {
     const int id = m_marks.Add(mark);
-    RequestFullRepaint();
+    RequestRepaint(true);
     return id;
 }
 
 bool TxyGraph::DeleteMark(int id) {
     const bool deleted = m_marks.Delete(id);
-    if (deleted) RequestFullRepaint();
+    if (deleted) RequestRepaint(true);
     return deleted;
-}
-
-void TxyGraph::ClearMarks() {
-    m_marks.Clear();
-    RequestFullRepaint();
-}
-
-void TxyGraph::SetMarks(const TMarkChain& marks) {
-    m_marks = marks;
-    RequestFullRepaint();
 }
 
 TxyChildGr* TxyGraph::AddChildGraph() {
@@ -78,21 +68,7 @@ TxyChildGr* TxyGraph::AddChildGraph() {
 
 void TxyGraph::ClearChildGraphs() {
     m_children.clear();
-    RequestFullRepaint();
-}
-
-void TxyGraph::RequestRepaint(bool repaint) {
-    if (repaint == m_repaintRequested) return;
-    m_repaintRequested = repaint;
-    if (repaint && m_holds == 0) update();
-}
-
-void TxyGraph::RequestFullRepaint() {
     RequestRepaint(true);
-}
-
-void TxyGraph::EndUpdate() {
-    if (--m_holds == 0 && m_repaintRequested) update();
 }
 
 void TxyGraph::SeriesChanged() {
@@ -100,16 +76,8 @@ void TxyGraph::SeriesChanged() {
     RequestRepaint(true);
 }
 
-void TxyGraph::ChangeByUser(const TUserChange& change, const std::function<void()>& action) {
-    m_changeHook ? m_changeHook(change, action) : action();
-}
-
 bool TxyGraph::HasDesigner() const {
     return isSignalConnected(QMetaMethod::fromSignal(&TxyGraph::OnWantDesigner));
-}
-
-void TxyGraph::Assign(const QObject* source) {
-    if (const auto* graph = qobject_cast<const TxyGraph*>(source)) CopyFrom(*graph);
 }
 
 } // namespace lumoplot

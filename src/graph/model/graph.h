@@ -13,6 +13,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QWidget>
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -102,7 +103,11 @@ public:
     TSeries* FirstSeries() { return m_series.empty() ? nullptr : m_series.front().get(); }
     const TSeries* FirstSeries() const { return m_series.empty() ? nullptr : m_series.front().get(); }
     /// How many of the numbers 1, 2, 3, … have a data set, up to the first gap.
-    int SeriesCount() const;
+    int SeriesCount() const {
+        int count = 0;
+        while (FindSeries(count + 1)) ++count;
+        return count;
+    }
     /// The data set with that number, or null.
     TSeries* FindSeries(int number);
     const TSeries* FindSeries(int number) const;
@@ -128,10 +133,16 @@ public:
     void SetMark(const TGraphMark& mark);
     int AddMark(const TGraphMark& mark);
     bool DeleteMark(int id);
-    void ClearMarks();
+    void ClearMarks() {
+        m_marks.Clear();
+        RequestRepaint(true);
+    }
     void SelectMark(int id) { m_marks.Select(id); }
     /// Takes over all marks of a chain and which one is current.
-    void SetMarks(const TMarkChain& marks);
+    void SetMarks(const TMarkChain& marks) {
+        m_marks = marks;
+        RequestRepaint(true);
+    }
     /// Takes the baseline of a data set from a mark; tells through the message sink why it cannot.
     void SetBaselineFromMark(int markId, int seriesNumber);
 
@@ -147,12 +158,18 @@ public:
     // Repaints.
 
     /// Asks for a repaint (true) or withdraws the request (false); requests coalesce.
-    void RequestRepaint(bool repaint);
+    void RequestRepaint(bool repaint) {
+        if (repaint == m_repaintRequested) return;
+        m_repaintRequested = repaint;
+        if (repaint && m_holds == 0) update();
+    }
     bool RepaintRequested() const { return m_repaintRequested; }
     /// Between these calls, which may be nested (TUpdateHold), nothing is repainted; the last EndUpdate
     /// repaints when somebody asked for it meanwhile.
     void BeginUpdate() { ++m_holds; }
-    void EndUpdate();
+    void EndUpdate() {
+        if (--m_holds == 0 && m_repaintRequested) update();
+    }
     /// The axes must be scaled anew before the next drawing.
     void NeedRescale();
     /// A data set has changed: rescale and repaint.
@@ -174,7 +191,9 @@ public:
     const TGraphMouse& Mouse() const { return *m_mouse; }
     /// What the user changes is made through `hook` from now on; an empty one makes it directly.
     void SetChangeHook(TChangeHook hook) { m_changeHook = std::move(hook); }
-    void ChangeByUser(const TUserChange& change, const std::function<void()>& action);
+    void ChangeByUser(const TUserChange& change, const std::function<void()>& action) {
+        m_changeHook ? m_changeHook(change, action) : action();
+    }
     /// Somebody listens to OnWantDesigner.
     XYGRAPH_LOCAL bool HasDesigner() const;
     /// OnTooManyPoints tells of data sets with more points. They are drawn all the same. At least 1; not
@@ -190,7 +209,7 @@ public:
     int PointBudget() const { return m_editorMode ? kEditorPointBudget : m_pointBudget; }
     /// The same for a plot, whether it is being edited or not.
     int PlotBudget() const { return m_pointBudget; }
-    void SetPointBudget(int value);
+    void SetPointBudget(int value) { m_pointBudget = std::max(1, value); }
 
     // Files and copies.
 
@@ -208,7 +227,9 @@ public:
     /// listeners, holder) stays.
     void CopyFrom(const TxyGraph& source);
     /// As CopyFrom when `source` is a graph; does nothing otherwise.
-    void Assign(const QObject* source);
+    void Assign(const QObject* source) {
+        if (const auto* graph = qobject_cast<const TxyGraph*>(source)) CopyFrom(*graph);
+    }
     /// Gives all settings their defaults; data sets, marks and child graphs stay.
     void ResetToDefaults();
 
@@ -246,7 +267,6 @@ private:
     XYGRAPH_LOCAL TSeriesOwners::const_iterator Place(int number) const;
     XYGRAPH_LOCAL void Relink();
     XYGRAPH_LOCAL void UpdateForDrawing();
-    XYGRAPH_LOCAL void RequestFullRepaint();
     XYGRAPH_LOCAL void ForgetZoomHistory();
     XYGRAPH_LOCAL void DrawPicture(QPainter& painter);
     XYGRAPH_LOCAL void RenewPicture(double pixelRatio);

@@ -16,12 +16,6 @@ QString SortKey(const TSeries& series) {
 
 } // namespace
 
-int TxyGraph::SeriesCount() const {
-    int count = 0;
-    while (FindSeries(count + 1)) ++count;
-    return count;
-}
-
 TSeries* TxyGraph::FindSeries(int number) {
     const auto found = Place(number);
     return found != m_series.end() ? found->get() : nullptr;

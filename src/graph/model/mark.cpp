@@ -22,18 +22,4 @@ bool TMarkChain::Delete(int id) {
     return found;
 }
 
-void TMarkChain::Clear() {
-    m_marks.clear();
-    m_currentId = 0;
-}
-
-const TGraphMark* TMarkChain::Find(int id) const {
-    const auto place = m_marks.find(id);
-    return place != m_marks.end() ? &place->second : nullptr;
-}
-
-void TMarkChain::Select(int id) {
-    m_currentId = m_marks.contains(id) ? id : m_marks.empty() ? 0 : m_marks.rbegin()->first;
-}
-
 } // namespace lumoplot

@@ -2,7 +2,6 @@
 // knows no graph; the graph that owns it redraws and does what the chain's results ask for.
 #pragma once
 
-#include "support/export.h"
 #include "support/look.h"
 
 #include <map>
@@ -42,10 +41,18 @@ public:
     int Add(TGraphMark mark);
     /// False when there is no such mark; the current mark is selected anew in both cases.
     bool Delete(int id);
-    void Clear();
-    XYGRAPH_EXPORT const TGraphMark* Find(int id) const;
+    void Clear() {
+        m_marks.clear();
+        m_currentId = 0;
+    }
+    const TGraphMark* Find(int id) const {
+        const auto place = m_marks.find(id);
+        return place != m_marks.end() ? &place->second : nullptr;
+    }
     /// Makes the mark with that ID current; the one with the highest ID when there is none, 0 for no marks.
-    XYGRAPH_EXPORT void Select(int id);
+    void Select(int id) {
+        m_currentId = m_marks.contains(id) ? id : m_marks.empty() ? 0 : m_marks.rbegin()->first;
+    }
     void SelectNone() { m_currentId = 0; }
 
 private:

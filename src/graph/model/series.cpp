@@ -85,12 +85,6 @@ std::vector<double> TSeries::BoundLevels() const {
     return levels;
 }
 
-void TSeries::SetUpdateDepth(bool value) {
-    if (value == m_updateDepth) return;
-    m_updateDepth = value;
-    value ? BeginUpdate() : EndUpdate();
-}
-
 const TDataSeries* TSeries::XSource() const {
     const int number = m_graph.Appearance()->XAxisSerIndex();
     return m_useXAxisSeries && number != m_seriesIndex ? m_graph.FindSeries(number) : nullptr;

@@ -156,7 +156,11 @@ public:
 
     /// An update hold as a switch: switching it on begins one, switching it off ends it.
     bool UpdateDepth() const { return m_updateDepth; }
-    XYGRAPH_EXPORT void SetUpdateDepth(bool value);
+    void SetUpdateDepth(bool value) {
+        if (value == m_updateDepth) return;
+        m_updateDepth = value;
+        value ? BeginUpdate() : EndUpdate();
+    }
 
     void Changed(TChangeReasons reasons) override;
     /// Works out FittedCurve when its fit or the extent of X has changed; extents are up to date.

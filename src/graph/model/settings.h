@@ -27,6 +27,8 @@ protected:
     explicit TGraphSettings(TxyGraph& graph) : m_graph(graph) {}
 
     XYGRAPH_EXPORT void Redraw();
+    /// The axes of the graph are scaled anew before the next drawing.
+    XYGRAPH_EXPORT void AskForScaling();
 
     /// Stores a value and redraws; does nothing for an equal one. True when it was stored.
     template <class TField, class TValue>

@@ -58,6 +58,8 @@ TColumnFormula::TColumnFormula(std::string_view text, const TTextFormat* format)
             std::make_unique<TBlockEvaluator>(m_parser, m_variables.empty() ? nullptr : m_variables.front());
 }
 
+TColumnFormula::~TColumnFormula() = default;
+
 bool TColumnFormula::Reads(int input) const {
     return std::ranges::find(m_inputs, input) != m_inputs.end();
 }

@@ -27,16 +27,17 @@ public:
     /// Compiles the text for a file of that format; without one (null) any name may turn out to be a column.
     /// Throws EParserException and EConvertError with the parser's texts, "there is no column 7, only 3" and
     /// "no column is named 'volt' (its columns are time, current)".
-    TColumnFormula(std::string_view text, const TTextFormat* format);
+    XYGRAPH_EXPORT TColumnFormula(std::string_view text, const TTextFormat* format);
     TColumnFormula(const TColumnFormula&) = delete;
     TColumnFormula& operator=(const TColumnFormula&) = delete;
+    XYGRAPH_EXPORT ~TColumnFormula();
 
     /// What the names in the formula stand for. The columns of X and Y count as X and Y where those are
     /// single cells.
     const std::vector<int>& Inputs() const { return m_inputs; }
     bool Reads(int input) const;
     /// The values of a block of rows; inputs[i] holds those of Inputs()[i].
-    void Evaluate(std::span<const std::span<const double>> inputs, std::span<double> values);
+    XYGRAPH_EXPORT void Evaluate(std::span<const std::span<const double>> inputs, std::span<double> values);
 
 private:
     void Bind(const std::string& name, const TTextFormat* format);

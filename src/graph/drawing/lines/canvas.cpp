@@ -36,14 +36,6 @@ Qt::PenStyle ToQt(TPenStyle style) {
 
 } // namespace
 
-QColor ToQColor(TColor color) {
-    return {RedOf(color), GreenOf(color), BlueOf(color)};
-}
-
-TColor ToColor(const QColor& color) {
-    return MakeColor(color.red(), color.green(), color.blue());
-}
-
 QFont ToQFont(const TFontSpec& settings) {
     QFont font(QString::fromStdString(settings.Name));
     font.setPixelSize(std::clamp(settings.Size, 1, kLargestFont));

@@ -12,8 +12,12 @@
 
 namespace lumoplot {
 
-XYGRAPH_EXPORT QColor ToQColor(TColor color);
-XYGRAPH_EXPORT TColor ToColor(const QColor& color);
+inline QColor ToQColor(TColor color) {
+    return {RedOf(color), GreenOf(color), BlueOf(color)};
+}
+inline TColor ToColor(const QColor& color) {
+    return MakeColor(color.red(), color.green(), color.blue());
+}
 /// The font with its size in units, laid out alike at every scale.
 QFont ToQFont(const TFontSpec& settings);
 

@@ -11,7 +11,7 @@
 namespace lumoplot {
 
 /// A server wants a password, or another one.
-class XYGRAPH_EXPORT EPasswordNeeded : public EFileError {
+class EPasswordNeeded : public EFileError {
 public:
     using EFileError::EFileError;
 };

@@ -3,8 +3,6 @@
 // alike.
 #pragma once
 
-#include "support/export.h"
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,7 +16,7 @@ struct TSheetColumn {
     /// "P" of the title "P = U*I" and of "P".
     std::string Name() const;
     /// "U*I"; empty for a column that is typed.
-    XYGRAPH_EXPORT std::string Formula() const;
+    std::string Formula() const;
 
     bool operator==(const TSheetColumn&) const = default;
 };
@@ -26,7 +24,7 @@ struct TSheetColumn {
 /// Rows of cells, of any number in each row.
 using TSheetCells = std::vector<std::vector<std::string>>;
 
-class XYGRAPH_EXPORT TSheet {
+class TSheet {
 public:
     static constexpr int kMostColumns = 1000;
     static constexpr int kMostRows = 10'000'000;

@@ -1,7 +1,7 @@
 // What the formulas of a sheet's columns work out.
 #pragma once
 
-#include "sources/sheet/sheet.h"
+#include "host/sheet/sheet.h"
 
 #include <optional>
 
@@ -16,9 +16,9 @@ struct TSheetResult {
 /// One a column; nothing for a column that is typed. The names in a formula are those of columns, c1, c2, …
 /// by their number, and row, which counts from 1; columns that are worked out may be used in others, in any
 /// order, but not in a ring.
-XYGRAPH_EXPORT std::vector<std::optional<TSheetResult>> SheetResults(const TSheet& sheet);
+std::vector<std::optional<TSheetResult>> SheetResults(const TSheet& sheet);
 
 /// A cell as a number, with decimal point or comma; not-a-number for another one.
-XYGRAPH_EXPORT double SheetNumber(const std::string& text);
+double SheetNumber(const std::string& text);
 
 } // namespace lumoplot

@@ -1,4 +1,4 @@
-#include "sources/sheet/sheet.h"
+#include "host/sheet/sheet.h"
 
 #include "support/errors.h"
 #include "support/number_text.h"

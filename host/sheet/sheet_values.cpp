@@ -1,4 +1,4 @@
-#include "sources/sheet/sheet_values.h"
+#include "host/sheet/sheet_values.h"
 
 #include "sources/text/column_formula.h"
 #include "support/errors.h"

@@ -1,5 +1,5 @@
-#include "sources/sheet/sheet_text.h"
-#include "sources/sheet/sheet_values.h"
+#include "host/sheet/sheet_text.h"
+#include "host/sheet/sheet_values.h"
 #include "support/errors.h"
 
 #include <cmath>
