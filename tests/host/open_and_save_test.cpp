@@ -1,6 +1,5 @@
 // Files come into the window and go out of it, and what is broken or not saved is never lost in silence.
 #include "data/series/ds_info.h"
-#include "dialogs/import/get_data_source.h"
 #include "host/window_fixture.h"
 
 #include "graph/model/child_graph.h"
@@ -235,7 +234,7 @@ TEST_F(OpenAndSave, OpenDataShowsHowAFileIsReadAndTakesSeveralColumns) {
 
 TEST_F(OpenAndSave, OpenDataTakesTheErrorsThatItShows) {
     AnswerPath(Write("run.csv", "t,U,U_err\n1,2,0.5\n2,3,0.25\n3,4,0.5\n"));
-    WhenModal<TxyGetDataSource>([](TxyGetDataSource& chooser) { Click(chooser, "btnOk"); });
+    WhenModal<QDialog>([](QDialog& chooser) { Click(chooser, "btnOk"); }, "TxyGetDataSource");
     Control<QAction>(*Window, "a_OpenData").trigger();
     ASSERT_EQ(Graph().Series().size(), 1u);
     EXPECT_EQ(First().YErrors(), (std::vector<double>{0.5, 0.25, 0.5}));
