@@ -6,6 +6,7 @@
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "sources/report/text_explanation.h"
+#include "sources/text/error_columns.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 #include "support/message_text.h"
@@ -58,6 +59,15 @@ bool NeedsDuplicates(const TSeries& series) {
     return series.DataSourceInfo().RowSamplingFrequency() > 1 || RepeatsX(series);
 }
 
+// As the chooser does by itself. What can not be read has none: loading says why.
+TYErrorRule FoundErrorsOf(const TSeries& series) {
+    try {
+        return FoundYErrorRule(PreviewSource(series, 1).readings.best.format);
+    } catch (const ELumoError&) {
+        return {};
+    }
+}
+
 QString SkippedRows(const std::string& fileName, const TTextReport& report) {
     constexpr std::size_t kMostShown = 5;
     const QString name = QFileInfo(QString::fromStdString(fileName)).fileName();
@@ -104,6 +114,8 @@ bool TDataFiles::AddColumn(const TDataChoice& choice, std::size_t column, TProgr
     if (!choice.YErrors.empty()) series.DataSourceInfo().SetYErrorRule(choice.YErrors[column]);
     if (column > 0) name += " " + choice.YColumns[column];
     series.SetSeriesName(name);
+    if (choice.YColumns.empty() && choice.Source.Kind() == TSourceKind::TextFile)
+        series.DataSourceInfo().SetYErrorRule(FoundErrorsOf(series));
     series.DataSourceInfo().SetNeedsReload(true);
     if (!Load(series, progress)) return false;
     if (!isDataSet) {
@@ -179,11 +191,11 @@ QString TDataFiles::Summary() const {
     if (all.empty()) return Translated("No data");
     TShownRows rows;
     for (const TSeries* series : all) rows += RowsOf(*series);
-    const bool isByHand = std::ranges::all_of(
-        all, [](const TSeries* series) { return series->DataSourceInfo().Kind() == TSourceKind::Manual; });
+    const bool areMade =
+        std::ranges::all_of(all, [](const TSeries* series) { return ArePointsMade(*series); });
     const QString sets =
         all.size() == 1 ? Translated("1 data set") : Translated("%1 data sets").arg(all.size());
-    if (isByHand) return Translated("%1, %2 points").arg(sets, QString::fromStdString(Grouped(rows.Shown)));
+    if (areMade) return Translated("%1, %2 points").arg(sets, QString::fromStdString(Grouped(rows.Shown)));
     return sets + QStringLiteral(", ") + QString::fromStdString(RowsText(rows));
 }
 

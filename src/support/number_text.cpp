@@ -15,6 +15,15 @@ std::string NotFiniteText(double value) {
     return std::isnan(value) ? "nan" : value < 0 ? "-inf" : "inf";
 }
 
+constexpr std::string_view kInfinitySign = "\xE2\x88\x9E";
+
+std::optional<double> SignedInfinity(std::string_view text) {
+    text.remove_suffix(kInfinitySign.size());
+    if (!text.empty() && text != "-") return std::nullopt;
+    const double infinity = std::numeric_limits<double>::infinity();
+    return text.empty() ? infinity : -infinity;
+}
+
 std::string WithoutTrailingZeros(std::string digits) {
     if (digits.find('.') == std::string::npos) return digits;
     digits.erase(digits.find_last_not_of('0') + 1);
@@ -94,6 +103,7 @@ std::optional<double> TryParseFloat(std::string_view text) {
     }
     double value = 0;
     const char* end = text.data() + text.size();
+    if (text.ends_with(kInfinitySign)) return SignedInfinity(text);
     const auto [stop, error] = std::from_chars(text.data(), end, value);
     if (stop != end || error == std::errc::invalid_argument) return std::nullopt;
     return error == std::errc::result_out_of_range ? OutOfRangeValue(text) : value;

@@ -240,6 +240,8 @@ TEST_F(OpenAndSave, OpenDataTakesTheErrorsThatItShows) {
     EXPECT_EQ(First().YErrors(), (std::vector<double>{0.5, 0.25, 0.5}));
     Press(Qt::Key_Z);
     EXPECT_EQ(Graph().Series().size(), 0u);
+    Open(PathOf("run.csv")); // at once
+    EXPECT_EQ(First().YErrors(), (std::vector<double>{0.5, 0.25, 0.5}));
 }
 
 TEST_F(OpenAndSave, AFileWithTwoReadingsIsOfferedInTheOther) {

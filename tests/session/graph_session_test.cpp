@@ -3,6 +3,7 @@
 #include "common/fit_parameters.h"
 #include "common/graph_state.h"
 #include "common/recording_sink.h"
+#include "common/seeds.h"
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "fit/definition/cur_fit.h"
@@ -157,7 +158,7 @@ void LookOnce(TxyGraph& graph, TRandom& random) {
 
 TEST(TGraphSessionTest, AStateThatIsPutBackEqualsTheStateAsItWasFiledOrNot) {
     const TRecordingSink sink; // of data sets that are X no longer, and of sources that are not there
-    for (unsigned seed = 0; seed < 100; ++seed) {
+    for (unsigned seed = 0; seed < Seeds(100); ++seed) {
         TRandom random(seed);
         TxyGraph graph;
         FillRandomly(graph, random);

@@ -1,5 +1,6 @@
 // Recovery files: what is kept comes back as it was, what is broken is refused, what lives is left alone.
 #include "common/graph_state.h"
+#include "common/seeds.h"
 #include "common/special_values.h"
 #include "data/series/ds_info.h"
 #include "session/recovery_writer.h"
@@ -54,7 +55,7 @@ std::string ErrorOf(std::span<const std::uint8_t> bytes) {
 
 TEST(RecoveryFileTest, AGraphComesBackAsItWas) {
     TRandom random(5);
-    for (int i = 0; i < 40; ++i) {
+    for (unsigned i = 0; i < Seeds(40); ++i) {
         TxyGraph graph;
         FillRandomly(graph, random, 2);
         for (const auto& series : graph.Series()) {

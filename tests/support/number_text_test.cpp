@@ -75,6 +75,8 @@ TEST(NumberText, OnlyAWholeNumberIsANumber) {
     EXPECT_EQ(TryParseFloat("0." + zeros + "1e800"), std::numeric_limits<double>::infinity());
     EXPECT_EQ(TryParseFloat("1" + zeros + "E-800"), 0.0);
     EXPECT_TRUE(std::isnan(*TryParseFloat("nan")));
+    EXPECT_EQ(TryParseFloat(" -\xE2\x88\x9E"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(TryParseFloat("--\xE2\x88\x9E"), std::nullopt);
 }
 
 TEST(NumberText, ConversionErrorsNameTheText) {

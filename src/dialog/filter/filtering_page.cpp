@@ -187,7 +187,7 @@ void TFilteringPage::Filter(TSeries& series) {
         if (series.XSource()) series.SetUseXAxisSeries(false); // the points have X of their own now
         series.SwapPoints(std::move(result.Points));
         series.DataSourceInfo().SetYErrorRule({});
-        series.SetThinned(false);
+        NotePointsAreMade(series);
     }
     if (hadErrors && !series.HasYErrors()) ShowMessage(kErrorsDropped);
     Context().RefillPages();

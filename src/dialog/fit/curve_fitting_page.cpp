@@ -13,6 +13,7 @@
 #include "dialog/fit/generate_points.h"
 #include "dialog/fit/template_group.h"
 #include "dialogs/edit_script.h"
+#include "dialogs/hand_edit.h"
 #include "dialogs/messages/progress_window.h"
 #include "fit/equation_editor/equation_editor.h"
 #include "fit/equation_editor/fit_settings_group.h"
@@ -276,6 +277,7 @@ void TCurveFittingPage::Generate() {
         const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
         if (isManual && series.Count() > 0 && !AskYesNo("Data from Current DataSet Will be lost, Continue?"))
             return;
+        if (!ReadEveryRow(series, window())) return; // for the range of X
         const bool hadErrors = series.HasYErrors();
         GeneratePoints(series);
         Context().Session().NameStep("generate " + std::to_string(series.Count()) + " points");

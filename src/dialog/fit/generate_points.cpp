@@ -4,6 +4,7 @@
 #include "dialog/common/wizard_page.h"
 #include "expr/blocks/block_evaluator.h"
 #include "fit/definition/cur_fit.h"
+#include "graph/loading/rows_text.h"
 #include "support/errors.h"
 #include "support/number_text.h"
 #include "support/update_hold.h"
@@ -60,6 +61,7 @@ void GeneratePoints(TSeries& series) {
     if (series.XSource()) series.SetUseXAxisSeries(false); // the points have X of their own now
     series.SwapPoints(std::move(points));
     series.DataSourceInfo().SetYErrorRule({}); // a curve has no errors
+    NotePointsAreMade(series);
 }
 
 } // namespace lumoplot

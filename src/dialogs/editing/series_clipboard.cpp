@@ -4,6 +4,7 @@
 #include "graph/loading/default_look.h"
 #include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
+#include "sources/text/error_columns.h"
 #include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
 #include "support/number_text.h"
@@ -22,17 +23,17 @@ const QString kTextForm = QStringLiteral("text/plain");
 const QString kTableForm = QStringLiteral("text/html");
 constexpr const char* kName = "The clipboard";
 
-QString HtmlRow(const QString& first, const QString& second) {
-    return QStringLiteral("<tr><td>%1</td><td>%2</td></tr>\n").arg(first, second);
+QString HtmlRow(const QString& line) {
+    QString cells;
+    for (const QString& cell : line.split(QLatin1Char('\t')))
+        cells += QStringLiteral("<td>%1</td>").arg(cell.toHtmlEscaped());
+    return QStringLiteral("<tr>%1</tr>\n").arg(cells);
 }
 
 QString HtmlTable(const std::string& text) {
     QString rows;
     const QStringList lines = QString::fromStdString(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& line : lines) {
-        const qsizetype tab = line.indexOf(QLatin1Char('\t'));
-        rows += HtmlRow(line.left(tab).toHtmlEscaped(), line.mid(tab + 1).toHtmlEscaped());
-    }
+    for (const QString& line : lines) rows += HtmlRow(line);
     return QStringLiteral("<table>\n") + rows + QStringLiteral("</table>");
 }
 
@@ -88,7 +89,13 @@ void ReadText(TSeries& series, const std::string& text) {
     series.SetDuplicatesAllowed(true);
     series.SetSeriesFlag(true);
     series.SetSeriesName("Pasted data");
-    LoadTextSeries(series, TTextSource(kName, text), {}, progress);
+    const TTextSource source(kName, text);
+    const TTextReport report = LoadTextSeries(series, source, {}, progress);
+    const TYErrorRule errors = FoundYErrorRule(report.readings.best.format);
+    if (errors.Kind == TYErrorKind::Column) {
+        series.DataSourceInfo().SetYErrorRule(errors);
+        LoadTextSeries(series, source, {}, progress);
+    }
     series.DataSourceInfo() = TDSInfo(); // it stands alone
     ApplyDefaultStyle(series);
 }

@@ -1,10 +1,14 @@
 #include "graph/loading/rows_text.h"
 
+#include "data/series/ds_info.h"
+
 #include <QLocale>
 #include <algorithm>
 
 namespace lumoplot {
 namespace {
+
+constexpr TSourceRows kMade{-1, 0};
 
 std::string CountText(std::int64_t count) {
     return Grouped(count) + (count == 1 ? " row" : " rows");
@@ -14,11 +18,22 @@ std::string CountText(std::int64_t count) {
 
 TShownRows RowsOf(const TSeries& series) {
     const TSourceRows& rows = series.SourceRows();
-    const bool isManual = series.DataSourceInfo().Kind() == TSourceKind::Manual;
     const std::int64_t count = series.Count(); // fewer than were read when points were deleted or merged
-    if (!isManual && rows.Chosen > 0) return {std::min(rows.Used, count), rows.Chosen};
-    const int every = isManual ? 1 : series.DataSourceInfo().RowSamplingFrequency();
+    if (ArePointsMade(series)) return {count, count};
+    if (rows.Chosen > 0) return {std::min(rows.Used, count), rows.Chosen};
+    const int every = series.DataSourceInfo().RowSamplingFrequency();
     return {count, count * every, every > 1};
+}
+
+void NotePointsAreMade(TSeries& series) {
+    series.SetSourceRows(kMade);
+    series.SetThinned(false);
+    TDSInfo& source = series.DataSourceInfo();
+    if (source.AutoRowHitFreq()) source.NoteRowSamplingFrequency(1); // there are no more rows to read
+}
+
+bool ArePointsMade(const TSeries& series) {
+    return series.DataSourceInfo().Kind() == TSourceKind::Manual || series.SourceRows() == kMade;
 }
 
 std::string RowsText(const TShownRows& rows) {

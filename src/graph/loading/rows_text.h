@@ -21,8 +21,15 @@ struct TShownRows {
     }
 };
 
-/// Those of a data set. Points that were made by hand count as rows that are all there.
+/// Those of a data set. Points that no source gave count as rows that are all there.
 XYGRAPH_EXPORT TShownRows RowsOf(const TSeries& series);
+
+/// Says of a data set with a source that its points are none of the source's rows but worked out, until they
+/// are loaded again.
+XYGRAPH_EXPORT void NotePointsAreMade(TSeries& series);
+
+/// The points were typed, drawn or worked out.
+XYGRAPH_EXPORT bool ArePointsMade(const TSeries& series);
 
 /// "all 2,000 rows", "drawn from 500 of 2,000 rows", "drawn from 500 of about 2,000 rows"; digits in groups
 /// as the locale has them.

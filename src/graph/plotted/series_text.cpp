@@ -53,14 +53,19 @@ std::pair<std::string, std::string> ColumnNames(const TSeries& series, const std
             Chosen(series.SeriesName(), "", Chosen(yTitle, "", "Y").c_str())};
 }
 
+// "nan" alone would be read as the mark of a value that is missing.
+std::string YText(double y) {
+    return std::isnan(y) ? "-nan" : FormatShortest(y);
+}
+
 std::string LostInText(const TSeries& series) {
     int lost = 0;
     for (TPointCursor point = series.First(); point; point = point.Next())
         if (!std::isfinite(point.Y())) ++lost;
     if (lost == 0) return {};
     return std::to_string(lost) + " of " + std::to_string(series.Count()) +
-           " points have no finite Y: programs that read the text may pass over them, as this one does. A "
-           "data-set file (.lds) keeps them.";
+           " points have no finite Y (inf, -inf, -nan): other programs that read the text may pass over "
+           "them.";
 }
 
 } // namespace
@@ -74,7 +79,7 @@ std::vector<std::uint8_t> SeriesAsText(const TSeries& series, const std::string&
     if (hasErrors) cells.emplace_back("Error of Y");
     AppendLine(bytes, divider, cells);
     for (TPointCursor point = series.First(); point; point = point.Next()) {
-        cells = {FormatShortest(point.X()), FormatShortest(point.Y())};
+        cells = {FormatShortest(point.X()), YText(point.Y())};
         if (hasErrors) cells.push_back(point.YError() > 0 ? FormatShortest(point.YError()) : std::string());
         AppendLine(bytes, divider, cells);
     }

@@ -9,6 +9,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -235,6 +236,20 @@ TNumberReading ParseWithUnit(std::string_view cell, char decimalSign, TUnitMarks
         return {};
     if (isBracketed) number.insert(0, 1, '-');
     return ParseNumber(number, decimalSign);
+}
+
+std::optional<double> ParseNotFinite(std::string_view cell) {
+    cell = WithoutBlanks(Trimmed(cell));
+    constexpr std::size_t kLongest = 12; // a dash and a word
+    if (cell.empty() || cell.size() > kLongest) return std::nullopt;
+    const std::size_t minus = MinusLength(cell, false);
+    std::string word(cell.substr(minus > 0 ? minus : cell.starts_with('+') ? 1 : 0));
+    for (char& c : word)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+    if (word == "nan" && minus > 0) return std::numeric_limits<double>::quiet_NaN();
+    if (word != "inf" && word != "infinity" && word != "\xE2\x88\x9E") return std::nullopt;
+    const double infinity = std::numeric_limits<double>::infinity();
+    return minus > 0 ? -infinity : infinity;
 }
 
 bool IsMissingMark(std::string_view cell) {

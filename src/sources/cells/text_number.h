@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,11 @@ struct TNumberReading {
 /// (1.5-101). "nan", "inf" and their like are NotFinite; a number that is not zero but would become zero is
 /// TooSmall.
 TNumberReading ParseNumber(std::string_view cell, char decimalSign);
+
+/// The infinity of a cell like "inf", "-Infinity", "+∞", letter case ignored; not-a-number for "-nan", as
+/// which this program writes it where others write "nan" for a value that is missing. Nothing for any other
+/// cell.
+std::optional<double> ParseNotFinite(std::string_view cell);
 
 /// What stands around the number in a cell: a currency in front, a unit behind.
 struct TUnitMarks {

@@ -13,4 +13,7 @@ XYGRAPH_EXPORT std::vector<int> ErrorOwners(const TTextFormat& format);
 /// The column (from 0) with the errors of that one; kNoColumn where no name says so.
 XYGRAPH_EXPORT int ErrorColumnOf(const TTextFormat& format, int column);
 
+/// The rule that takes the errors of the format's Y from their column; none where no name says so.
+XYGRAPH_EXPORT TYErrorRule FoundYErrorRule(const TTextFormat& format);
+
 } // namespace lumoplot

@@ -36,7 +36,17 @@ bool TRowValues::ReadX(std::span<const TTextCell> cells, std::int64_t dataRow, d
 }
 
 bool TRowValues::ReadY(std::span<const TTextCell> cells, double& y, TRowProblem& problem) const {
-    return ReadCell(cells, m_format.yColumn, m_format.yFormat, y, problem);
+    if (ReadCell(cells, m_format.yColumn, m_format.yFormat, y, problem)) return true;
+    const auto index = static_cast<std::size_t>(m_format.yColumn);
+    const TTextColumn& column = Column(m_format.yColumn);
+    const bool isOfNumbers = m_format.yFormat == TColumnFormat::Number && column.kind == TCellKind::Number;
+    const bool mayBeInfinite =
+        isOfNumbers && !column.hasMarks && cells.size() >= m_least && index < cells.size();
+    const auto value = mayBeInfinite ? ParseNotFinite(cells[index].text) : std::nullopt;
+    if (!value) return false;
+    y = *value;
+    problem = {};
+    return true;
 }
 
 bool TRowValues::ReadColumn(std::span<const TTextCell> cells, int column, double& value,

@@ -23,7 +23,7 @@ public:
     /// X of the row; `dataRow` is its number among the data rows, from 1. False with a problem when a cell is
     /// missing, empty, no number or date, or beyond the range of doubles: nothing becomes 0.
     bool ReadX(std::span<const TTextCell> cells, std::int64_t dataRow, double& x, TRowProblem& problem) const;
-    /// The same for Y.
+    /// The same for Y, which may be infinite, or not a number as ParseNotFinite says.
     bool ReadY(std::span<const TTextCell> cells, double& y, TRowProblem& problem) const;
     /// The same for any column, by what it holds.
     bool ReadColumn(std::span<const TTextCell> cells, int column, double& value, TRowProblem& problem) const;

@@ -7,9 +7,12 @@
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_plot.h"
 #include "dialog/fit/generate_points.h"
+#include "dialogs/hand_edit.h"
 #include "fit/definition/cur_fit.h"
 #include "fit/equation_editor/formula_edit.h"
 #include "fit/equation_editor/frm_calc.h"
+#include "graph/loading/rows_text.h"
+#include "graph/loading/source_loading.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -280,6 +283,33 @@ TEST_F(CurveFittingPage, GenerateFillsTheDataSetAndAsksFirst) {
     Current().DataSourceInfo().SetKind(TSourceKind::TextFile);
     Click("btnGenerate");
     EXPECT_TRUE(Sink.Texts.empty()) << "data of a file are not asked for";
+}
+
+TEST_F(CurveFittingPage, PointsAreGeneratedOverEveryRowAndStayWhenTheFileIsRead) {
+    const QString file = WriteRows(1503, ",");
+    Graph.SetEditorMode(true);
+    Choose("cbx_Status", 1); // draws the function and fits nothing
+    TSeries& series = Current();
+    series.DataSourceInfo().SetKind(TSourceKind::TextFile);
+    series.DataSourceInfo().SetSourceName(file.toStdString());
+    series.DataSourceInfo().SetAutoRowHitFreq(true);
+    TSilentProgress progress;
+    ASSERT_TRUE(LoadFromSource(series, progress));
+    ASSERT_TRUE(series.HoldsSomeRows());
+    const double lastX = 1502;
+    ASSERT_LT(series.MaxX(), lastX);
+    Type("m_Equation", QStringLiteral("x"));
+    Type("e_NPoints", QStringLiteral("5"));
+    Click("btnGenerate");
+    EXPECT_EQ(series.MaxX(), lastX);
+    EXPECT_EQ(RowsText(RowsOf(series)), "all 5 rows");
+    series.SetRegressionType(TRegressionType::Linear);
+    ReadEveryRow(series, nullptr);
+    EXPECT_EQ(series.Count(), 5);
+    TxyGraph host;
+    host.CopyFrom(Graph);
+    LoadThinnedAgain(host, Graph, progress);
+    EXPECT_EQ(host.FindSeries(series.SeriesIndex())->Count(), 5);
 }
 
 TEST_F(CurveFittingPage, PointsAreGeneratedOverWhatIsLeftOfTheData) {

@@ -48,6 +48,20 @@ TEST_F(SeriesClipboardTest, TextAndTableKeepEveryDigit) {
     }
 }
 
+TEST_F(SeriesClipboardTest, ATableHasACellForEachError) {
+    From.Clear();
+    From.AddPoint(1, 2, 0.25);
+    From.AddPoint(2, std::numeric_limits<double>::infinity(), 0.5);
+    From.AddPoint(3, 4);
+    const std::unique_ptr<QMimeData> data(SeriesToMime(From));
+    EXPECT_EQ(data->html().count(QStringLiteral("</td>")), 4 * 3);
+    QMimeData table;
+    table.setHtml(data->html());
+    const TSeries& pasted = Paste(table);
+    EXPECT_EQ(YsOf(pasted), YsOf(From));
+    EXPECT_EQ(pasted.YErrors(), From.YErrors());
+}
+
 TEST_F(SeriesClipboardTest, PastedTwiceItHasANameAndAStyleOfItsOwn) {
     const std::unique_ptr<QMimeData> data(SeriesToMime(From));
     const TSeries& first = Paste(*data);

@@ -2,6 +2,7 @@
 
 #include "common/random_graph.h"
 #include "common/recording_sink.h"
+#include "common/seeds.h"
 #include "graph/model/child_graph.h"
 #include "support/errors.h"
 
@@ -47,7 +48,7 @@ TEST(GraphFile, RandomGraphsComeBackEqualInEveryKey) {
     for (const TEncoding encoding : {TEncoding::Compact, TEncoding::Text}) {
         const TEncodingScope scope(encoding);
         TRandom random(11);
-        for (int round = 0; round < 150; ++round) {
+        for (unsigned round = 0; round < Seeds(150); ++round) {
             TxyGraph graph, back;
             FillRandomly(graph, random);
             FillRandomly(back, random); // what the target holds must not matter

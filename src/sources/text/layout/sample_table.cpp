@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <set>
 
@@ -231,7 +232,7 @@ TCellKind TSampleTable::FindKind(std::size_t column) {
         ++counts[static_cast<std::size_t>(kind)];
         ++cells;
     }
-    if (cells == 0) return TCellKind::Empty;
+    if (cells == 0) return IsInfinite(column) ? TCellKind::Number : TCellKind::Empty;
     const auto count = [&counts](TCellKind kind) { return counts[static_cast<std::size_t>(kind)]; };
     if (count(TCellKind::Number) * 2 >= cells) {
         TakeDigitsForDates(column);
@@ -242,6 +243,25 @@ TCellKind TSampleTable::FindKind(std::size_t column) {
     for (const TCellKind kind : {TCellKind::Date, TCellKind::TimeOfDay})
         if (count(kind) * 2 >= cells) return kind;
     return FindUnits(column) ? TCellKind::Number : TCellKind::Text;
+}
+
+bool TSampleTable::HasMarks(std::size_t column) const {
+    const auto isMark = [this, column](const TSampleRow* row) {
+        if (column >= row->cells.size() || row->KindAt(column) != TCellKind::Empty) return false;
+        const std::string_view text = row->cells[column].text;
+        return !text.empty() && !ParseNotFinite(text) &&
+               ParseNumber(text, m_decimalSign).state != TNumberState::NotFinite;
+    };
+    return std::ranges::any_of(m_voters, isMark);
+}
+
+// A column of nothing but infinities, in half of the rows or more.
+bool TSampleTable::IsInfinite(std::size_t column) const {
+    const auto isInfinite = [column](const TSampleRow* row) {
+        return column < row->cells.size() && ParseNotFinite(row->cells[column].text);
+    };
+    const auto count = static_cast<std::size_t>(std::ranges::count_if(m_voters, isInfinite));
+    return count > 0 && count * 2 >= m_voters.size() && !HasMarks(column);
 }
 
 // Numbers of eight, twelve or fourteen digits that are dates of our time throughout are dates. So are shorter
@@ -414,8 +434,10 @@ TSamplePoints TSampleTable::Points(const TTextFormat& format) const {
         double x = 0;
         double y = 0;
         TRowProblem problem;
-        if (values.ReadX(row.cells, ++dataRow, x, problem) && values.ReadY(row.cells, y, problem))
-            points.emplace_back(run.Next(x), y);
+        if (!values.ReadX(row.cells, ++dataRow, x, problem) || !values.ReadY(row.cells, y, problem)) return;
+        x = run.Next(x);
+        // What is not a number would differ from itself.
+        if (std::isfinite(y)) points.emplace_back(x, y);
     };
     for (std::size_t i = static_cast<std::size_t>(format.headerRows); i < m_rows.size(); ++i) add(m_rows[i]);
     for (const TSampleRow& row : m_behind) add(row);

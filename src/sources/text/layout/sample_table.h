@@ -47,6 +47,8 @@ public:
     const std::vector<TCellKind>& Columns() const { return m_columns; }
     /// What stands around the numbers of a column.
     const std::vector<TUnitMarks>& Units() const { return m_units; }
+    /// Some cells of a column hold marks of a missing value, other than for what is not a number.
+    bool HasMarks(std::size_t column) const;
     /// Which share of a column's cells is not empty.
     double Fill(std::size_t column) const { return m_fill[column]; }
     /// Adds columns that only the names have.
@@ -72,6 +74,7 @@ private:
     TCellKind FindKind(std::size_t column);
     double FindFill(std::size_t column) const;
     bool FindUnits(std::size_t column);
+    bool IsInfinite(std::size_t column) const;
     void FindBrackets(std::size_t column);
     void TakeDigitsForDates(std::size_t column);
 

@@ -154,6 +154,7 @@ void TakeNames(TSampleTable& table, TTextFormat& format, std::size_t headerRows)
         TTextColumn column;
         column.kind = table.Columns()[i];
         column.marks = table.Units()[i];
+        column.hasMarks = table.HasMarks(i);
         if (i < names.names.size()) column.name = DisplayText(names.names[i], format);
         if (i < names.units.size()) column.unit = WithoutBrackets(DisplayText(names.units[i], format));
         const std::string mark = column.marks.behind.empty() ? column.marks.front : column.marks.behind;

@@ -288,7 +288,9 @@ void TTextPass::Add(double x, double y) {
 
 // Whether the row of the block becomes a point, behind the formulas.
 bool TTextPass::Keep(std::size_t index) {
-    const std::string problem = m_changes ? NoValueText(m_x[index], m_y[index]) : std::string();
+    // An infinite Y is one of the file's where no expression has made it.
+    const double made = m_formulas.ChangeY() ? m_y[index] : 0;
+    const std::string problem = m_changes ? NoValueText(m_x[index], made) : std::string();
     if (!problem.empty()) {
         Skip(m_rows[index], problem);
         return false;

@@ -67,7 +67,7 @@ private:
             isRead = m_values.ReadColumn(cells, m_formulas->Columns()[i], columns[i], problem);
         if (!isRead) return Reject(row, problem);
         ApplyFormulas(x, y, columns);
-        problem.text = NoValueText(x, y);
+        problem.text = NoValueText(m_formulas->ChangeX() ? x : 0, m_formulas->ChangeY() ? y : 0);
         if (!problem.text.empty()) return Reject(row, problem);
         if (m_formulas->ChangeX()) row.x = x;
         if (m_formulas->ChangeY()) row.y = y;

@@ -67,6 +67,36 @@ TEST_F(TextLoader, EveryBadRowIsNamedAndNoneBecomesZero) {
                                }));
 }
 
+// Infinities are values of Y where the column is one of numbers, beside marks for missing values marks like
+// these, and words among words.
+TEST_F(TextLoader, AnInfiniteYIsAValueInAColumnOfNumbers) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const std::tuple<const char*, std::string, TPoints> files[] = {
+        {"every form",
+         "x,y\n1,2.5\n2,inf\n3,-INF\n4,+Infinity\n5,\xE2\x88\x9E\n6,\xE2\x88\x92\xE2\x88\x9E\n7,3\n",
+         {{1, 2.5}, {2, infinity}, {3, -infinity}, {4, infinity}, {5, infinity}, {6, -infinity}, {7, 3}}},
+        {"in front and alone", "x;y\n1;-inf\n2;inf\n", {{1, -infinity}, {2, infinity}}},
+        {"without names", "1 inf\n2 5\n3 6\n", {{1, infinity}, {2, 5}, {3, 6}}},
+        {"beside values that are missing",
+         "x,y\n1,2\n2,nan\n3,inf\n4,\n5,6\n",
+         {{1, 2}, {3, infinity}, {5, 6}}},
+        {"beside marks", "x,y\n1,2\n2,NA\n3,Inf\n4,5\n", {{1, 2}, {4, 5}}},
+        {"in X", "x,y\n1,2\ninf,3\n4,5\n", {{1, 2}, {4, 5}}},
+        {"in another column", "x,y,z\n1,2,inf\n2,3,inf\n4,5,1\n", {{1, 2}, {2, 3}, {4, 5}}},
+        {"among words", "who,x,y\nInf,1,2\nKim,2,3\nInf,4,5\n", {{1, 2}, {2, 3}, {4, 5}}},
+    };
+    for (const auto& [what, text, expected] : files) {
+        SCOPED_TRACE(what);
+        LoadThis(text);
+        EXPECT_EQ(points, expected);
+    }
+    options.formulas = {"X*10", ""};
+    LoadThis("x,y\n1,2\n2,inf\n");
+    EXPECT_EQ(points, (TPoints{{10, 2}, {20, infinity}}));
+    options.formulas = {"", "Y*10"};
+    EXPECT_EQ(LoadThis("x,y\n1,2\n2,inf\n").rowsSkipped, 1);
+}
+
 TEST_F(TextLoader, OnlyTheFirstMessagesAreKeptButAllSkippedRowsAreCounted) {
     std::string text = Ramp(200);
     for (int i = 0; i < 100; ++i) text += "x,y\n";
