@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
 #include <numbers>
 #include <numeric>
 
@@ -13,40 +14,31 @@ constexpr int kMostPeaks = 4;
 constexpr int kEvenPlaces = 7;
 constexpr int kMostFrequencies = 3;
 constexpr int kFrequencySteps = 6; // for each that the range tells apart
-constexpr int kMostSearched = 600;
+constexpr int kMostSearched = 2000;
 constexpr std::size_t kMostLookedAt = 2000;
+constexpr std::size_t kMostNarrowWidths = 2;
+constexpr double kWidthInPeak = 0.35; // the standard deviation, in what stands out of a Gaussian peak
 
 struct TCourse {
     std::vector<double> X;
     std::vector<double> Y;
 };
 
-TCourse InOrder(const TFitPoints& points) {
-    std::vector<std::size_t> order(points.X.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, {}, [&](std::size_t i) { return points.X[i]; });
-    TCourse course;
-    for (const std::size_t i : order) {
-        course.X.push_back(points.X[i]);
-        course.Y.push_back(points.Y[i]);
-    }
-    return course;
+// Of very many points the means of neighbours: what follows takes time by the square of their number.
+TCourse CourseOf(const TFitPoints& ordered) {
+    TFitPoints few = Condensed(ordered, {}, kMostLookedAt, TNeighbours::Mean);
+    return {std::move(few.X), std::move(few.Y)};
 }
 
-// Of very many points the means of neighbours: what follows takes time by the square of their number.
-TCourse Condensed(const TCourse& course) {
-    const std::size_t block = (course.X.size() + kMostLookedAt - 1) / kMostLookedAt;
-    if (block < 2) return course;
-    TCourse means;
-    for (std::size_t start = 0; start < course.X.size(); start += block) {
-        const std::size_t end = std::min(start + block, course.X.size());
-        double x = 0;
-        double y = 0;
-        for (std::size_t i = start; i < end; ++i) x += course.X[i], y += course.Y[i];
-        means.X.push_back(x / static_cast<double>(end - start));
-        means.Y.push_back(y / static_cast<double>(end - start));
+// What is narrower than the smoothed course can show.
+void AddNarrowPeaks(const TFitPoints& ordered, const std::vector<TNarrowPeak>& peaks, TDataShape& shape) {
+    for (const TNarrowPeak& peak : peaks) {
+        shape.Places.push_back(ordered.X[peak.Center]);
+        const std::size_t first = peak.Center - std::min(peak.Center, (peak.Count + 1) / 2);
+        const std::size_t last = std::min(peak.Center + (peak.Count + 1) / 2, ordered.X.size() - 1);
+        if (shape.Widths.size() < kMostNarrowWidths)
+            shape.Widths.push_back(kWidthInPeak * (ordered.X[last] - ordered.X[first]));
     }
-    return means;
 }
 
 // The mean of a few neighbours.
@@ -136,16 +128,20 @@ std::vector<double> StrongestFrequencies(const TCourse& course) {
     if (!(span > 0) || course.X.size() < 4) return {};
     const std::vector<double> rest = WithoutLine(course);
     const int steps = kFrequencySteps * std::min(static_cast<int>(course.X.size() / 2), kMostSearched / 2);
+    // Each frequency turns the points a little further.
+    std::vector<std::complex<double>> step;
+    for (const double x : course.X)
+        step.push_back(
+            std::polar(1.0, 2 * std::numbers::pi * (x - course.X.front()) / (kFrequencySteps * span)));
+    std::vector<std::complex<double>> turned(step.size(), 1.0);
     std::vector<double> power;
     for (int i = 1; i <= steps; ++i) {
-        const double turn = 2 * std::numbers::pi * i / (kFrequencySteps * span);
-        double cosine = 0;
-        double sine = 0;
+        std::complex<double> sum = 0;
         for (std::size_t k = 0; k < rest.size(); ++k) {
-            cosine += rest[k] * std::cos(turn * course.X[k]);
-            sine += rest[k] * std::sin(turn * course.X[k]);
+            turned[k] *= step[k];
+            sum += rest[k] * turned[k];
         }
-        power.push_back(cosine * cosine + sine * sine);
+        power.push_back(std::norm(sum));
     }
     std::vector<std::pair<double, double>> maxima;
     for (std::size_t i = 0; i < power.size(); ++i) {
@@ -163,15 +159,15 @@ std::vector<double> StrongestFrequencies(const TCourse& course) {
 
 } // namespace
 
-TDataShape ShapeOf(const TFitPoints& points) {
-    const TCourse all = InOrder(points);
-    const TCourse course = Condensed(all);
+TDataShape ShapeOf(const TFitPoints& ordered, const std::vector<TNarrowPeak>& peaks) {
+    const TCourse course = CourseOf(ordered);
     const TCourse smooth = Smoothed(course);
     TDataShape shape;
-    shape.Left = all.X.front();
-    shape.Right = all.X.back();
-    for (const double x : all.X)
-        if (x > 0 && shape.SmallestPositive == 0) shape.SmallestPositive = x;
+    shape.Left = ordered.X.front();
+    shape.Right = ordered.X.back();
+    const auto positive = std::ranges::upper_bound(ordered.X, 0.0);
+    if (positive != ordered.X.end()) shape.SmallestPositive = *positive;
+    AddNarrowPeaks(ordered, peaks, shape);
     for (const double side : {1.0, -1.0}) {
         const std::vector<std::size_t> extremes = Extremes(smooth.Y, side);
         for (const std::size_t place : extremes) shape.Places.push_back(course.X[place]);

@@ -56,16 +56,12 @@ std::vector<double> CandidatesFor(TParameterRole role, const TDataShape& shape) 
     }
 }
 
-TFitPoints Sampled(const TFitPoints& points) {
-    if (points.X.size() <= kMostEstimated) return points;
-    TFitPoints few;
-    for (std::size_t k = 0; k < kMostEstimated; ++k) {
-        const std::size_t i = k * points.X.size() / kMostEstimated;
-        few.X.push_back(points.X[i]);
-        few.Y.push_back(points.Y[i]);
-        if (!points.Weights.empty()) few.Weights.push_back(points.Weights[i]);
-    }
-    return few;
+// Means have less noise, but no fast oscillation.
+TNeighbours NeighboursFor(const TReadyFunction& function) {
+    const bool oscillates = std::ranges::any_of(function.Parameters, [](const TReadyParameter& parameter) {
+        return parameter.Role == TParameterRole::Frequency;
+    });
+    return oscillates ? TNeighbours::Middle : TNeighbours::Mean;
 }
 
 /// Tries all combinations of candidates, what the equation is linear in being put to its best.
@@ -73,10 +69,11 @@ class TEstimate {
 public:
     TEstimate(TCurFit& fit, const std::vector<TDBLParameter*>& varied, const TReadyFunction& function,
               const TFitPoints& points, TProgress& progress)
-        : m_points(Sampled(points)), m_progress(progress),
-          m_problem(fit, varied, m_points, TLinearPart::Project, progress, {}) {
+        : m_ordered(InOrderOfX(points)), m_peaks(NarrowPeaksOf(m_ordered)),
+          m_points(Condensed(m_ordered, m_peaks, kMostEstimated, NeighboursFor(function))),
+          m_progress(progress), m_problem(fit, varied, m_points, TLinearPart::Project, progress, {}) {
         m_problem.UseOneThread();
-        const TDataShape shape = ShapeOf(points);
+        const TDataShape shape = ShapeOf(m_ordered, m_peaks);
         std::size_t combinations = 1;
         for (const TDBLParameter* parameter : m_problem.Free()) {
             m_candidates.push_back({parameter->Value()});
@@ -127,6 +124,8 @@ private:
         }
     }
 
+    TFitPoints m_ordered;
+    std::vector<TNarrowPeak> m_peaks;
     TFitPoints m_points;
     TProgress& m_progress;
     TFitProblem m_problem;

@@ -21,6 +21,7 @@ namespace {
 constexpr char kResamplesCaption[] = "Fitting Resamples....";
 constexpr double kResampleTolerance = 1e-7;
 constexpr int kMostResampleIterations = 100;
+constexpr std::chrono::milliseconds kFirstPicture{100};
 constexpr std::chrono::milliseconds kPictureTime{200};
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
@@ -213,7 +214,7 @@ private:
     std::unique_ptr<std::atomic<bool>[]> m_isDone;
     std::atomic<int> m_done = 0;
     std::atomic<bool> m_isOver = false;
-    std::chrono::steady_clock::time_point m_nextPicture = std::chrono::steady_clock::now() + kPictureTime;
+    std::chrono::steady_clock::time_point m_nextPicture = std::chrono::steady_clock::now() + kFirstPicture;
 };
 
 } // namespace

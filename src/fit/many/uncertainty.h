@@ -64,7 +64,7 @@ struct TBootstrapOptions {
     int Resamples = 1000;
     TResampling Resampling = TResampling::Residuals;
     std::uint64_t Seed = 1; ///< the same numbers for the same seed on every machine
-    /// Called in the calling thread about every 0.2 s, with what there is.
+    /// Called in the calling thread about every 0.2 s, at first after 0.1 s, with what there is.
     std::function<void(const struct TBootstrap&)> OnProgress;
 };
 

@@ -1,9 +1,13 @@
 #include "fit/procedures/row_qr.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
 namespace {
+
+constexpr double kSmallestSquare = 1e-280;
+constexpr int kLargestExponent = 1000;
 
 /// The reflection that maps a column (head on top of tail) onto its head.
 struct TReflection {
@@ -17,6 +21,19 @@ struct TReflection {
         AddTimes(otherTail, -factor, tail);
     }
 };
+
+/// Far down the flank of a peak there are numbers whose squares vanish: the tail is then multiplied by a
+/// power of two, which changes no reflection. Returns it.
+double UnitFor(double head, std::span<double> tail) {
+    const double square = head * head + Dot(tail, tail);
+    if (square > kSmallestSquare && std::isfinite(square)) return 1;
+    double largest = std::abs(head);
+    for (const double element : tail) largest = std::max(largest, std::abs(element));
+    if (!(largest > 0) || !std::isfinite(largest)) return 1;
+    const double unit = std::ldexp(1.0, std::min(-std::ilogb(largest), kLargestExponent));
+    for (double& element : tail) element *= unit;
+    return unit;
+}
 
 } // namespace
 
@@ -36,13 +53,15 @@ void TRowQr::AddRows(std::span<double> columns, std::span<double> right) {
     const auto columnOf = [&](int j) { return columns.subspan(static_cast<std::size_t>(j) * rows, rows); };
     for (int j = 0; j < m_triangle.Size(); ++j) {
         const std::span<double> tail = columnOf(j);
+        double& diagonal = m_triangle(j, j);
+        const double unit = UnitFor(diagonal, tail);
+        const double top = diagonal * unit;
         const double tailSquare = Dot(tail, tail);
         if (tailSquare == 0) continue;
-        double& diagonal = m_triangle(j, j);
-        const double norm = -std::copysign(std::sqrt(diagonal * diagonal + tailSquare), diagonal);
-        const double head = diagonal - norm;
+        const double norm = -std::copysign(std::sqrt(top * top + tailSquare), top);
+        const double head = top - norm;
         const TReflection reflection{head, 2 / (head * head + tailSquare), tail};
-        diagonal = norm;
+        diagonal = norm / unit;
         for (int k = j + 1; k < m_triangle.Size(); ++k) reflection.Apply(m_triangle(j, k), columnOf(k));
         reflection.Apply(m_projected[static_cast<std::size_t>(j)], right);
     }

@@ -22,17 +22,18 @@ constexpr double kNotKnown = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMostRounds = 4;
 constexpr std::chrono::seconds kSearchTime{1};
 constexpr TSearchLimits kRescue = {8000, 60, 6};
-constexpr TSearchLimits kWide = {5000, 100, 1}; // where that has come to nothing
+constexpr TSearchLimits kWide = {5000, 100, 1}; // where the end is doubtful after that, too
 constexpr int kSearchShare = 10;                // times the evaluations of a run that ended well
 constexpr int kLeastPlaces = 100;               // looked at all the same
 constexpr int kMostPlaces = 1000;
 constexpr int kPlacesPerRun = 50;
 constexpr int kMostFinished = 4; // of the places found
 constexpr int kMostReweightings = 100;
-constexpr double kReweighted = 1e-9; // relative change of parameters
-constexpr double kSameEnd = 1e-4;    // relative difference of sums of squares
-constexpr double kClearly = 1e-6;    // difference of logarithms of sums of squares
-constexpr double kWorthSense = 1.4;  // by which that of an end with sense may be higher
+constexpr double kReweighted = 1e-9;         // relative change of parameters
+constexpr std::size_t kMostMirrored = 20000; // points
+constexpr double kSameEnd = 1e-4;            // relative difference of sums of squares
+constexpr double kClearly = 1e-6;            // difference of logarithms of sums of squares
+constexpr double kWorthSense = 1.4;          // by which that of an end with sense may be higher
 
 /// The rows of R⁻¹, each of unit length, and their lengths.
 std::vector<TVector> UnitRowsOfInverse(const TMatrix& triangle, TVector& lengths) {
@@ -109,10 +110,12 @@ public:
             if (m_run.Starts == TFitStarts::Given) throw;
             trouble = error;
         }
+        TryMirrored(points);
         const bool wasCancelled = m_best && m_best->Found.End == TFitEnd::Cancelled;
         std::optional<TAttempt> own;
         if (m_run.Starts == TFitStarts::Offered && m_best && m_best->HasSense()) own = m_best;
         if (m_run.Starts != TFitStarts::Given && !wasCancelled) LookElsewhere(points);
+        if (m_isFromElsewhere) TryMirrored(points);
         if (own && m_isFromElsewhere) Offer(*own);
         if (!m_best) throw *trouble;
         if (m_run.Robust != TRobust::None && m_best->Found.End != TFitEnd::Cancelled) FitRobustly();
@@ -185,10 +188,14 @@ private:
         const auto end = m_run.SearchRuns > 0 ? std::chrono::steady_clock::time_point::max()
                                               : std::chrono::steady_clock::now() + kSearchTime;
         const bool hasSense = m_best && m_best->HasSense() && m_best->Points.X.size() == points.X.size();
-        const bool isThorough = !hasSense || MissesCourse(m_fit, m_best->Found, points);
+        const bool isThorough = !hasSense || IsDoubtful(points);
         SearchFrom(points, LimitsOfSearch(isThorough), end, hasSense);
-        if (isThorough && m_run.SearchRuns == 0 && !(m_best && m_best->HasSense()))
+        if (isThorough && m_run.SearchRuns == 0 && IsDoubtful(points))
             SearchFrom(points, kWide, end, hasSense);
+    }
+
+    bool IsDoubtful(const TFitPoints& points) {
+        return !(m_best && m_best->HasSense()) || MissesCourse(m_fit, m_best->Found, points);
     }
 
     void SearchFrom(const TFitPoints& points, const TSearchLimits& limits,
@@ -242,14 +249,56 @@ private:
         return m_best->HasSense();
     }
 
-    bool IsBetter(const TAttempt& attempt) const {
+    bool IsBetter(const TAttempt& attempt) {
         if (!m_best) return true;
         const double rss = attempt.Found.LogRss();
         const double best = m_best->Found.LogRss();
         if (attempt.HasSense() && m_best->Points.X.size() < attempt.Points.X.size()) return true;
         if (attempt.HasSense() != m_best->HasSense())
             return attempt.HasSense() ? rss <= best + kWorthSense : rss + kWorthSense < best;
-        return rss < best - kClearly;
+        return rss < best - kClearly || (rss <= best + kClearly && IsSmoother(attempt));
+    }
+
+    bool IsSmoother(const TAttempt& attempt) {
+        if (m_run.Starts == TFitStarts::Offered) return false;
+        SetValues(m_best->Found.Values);
+        const double variation = VariationBetween(m_fit, attempt.Points);
+        SetValues(attempt.Found.Values);
+        return VariationBetween(m_fit, attempt.Points) < kSmoother * variation;
+    }
+
+    // Two places may be one and the same curve, as a width that is only squared: that with the signs of the
+    // start is what the user means.
+    void TryMirrored(const TFitPoints& points) {
+        if (m_run.Starts == TFitStarts::Given || !m_best || !m_best->HasSense()) return;
+        const TVector values = m_best->Found.Values;
+        const std::vector<std::size_t> turned = TurnedSigns(values);
+        if (turned.empty() || points.X.size() > kMostMirrored) return;
+        TVector mirrored = values;
+        for (const std::size_t i : turned) mirrored[i] = -values[i];
+        SetValues(mirrored);
+        if (PointsWithValue(m_fit, points).X.size() == points.X.size()) {
+            TAttempt attempt = AttemptWith(points);
+            if (attempt.HasSense() && attempt.Found.LogRss() <= m_best->Found.LogRss() + kClearly &&
+                TurnedSigns(attempt.Found.Values).size() < turned.size())
+                m_best = std::move(attempt);
+        }
+        SetValues(m_best->Found.Values);
+    }
+
+    // The parameters that have another sign than at the start; those that the model is linear in may.
+    std::vector<std::size_t> TurnedSigns(const TVector& values) {
+        std::vector<std::size_t> turned;
+        for (std::size_t i = 0; i < values.size(); ++i)
+            if (values[i] * m_start[i] < 0 && -values[i] >= m_varied[i]->Min() &&
+                -values[i] <= m_varied[i]->Max())
+                turned.push_back(i);
+        if (turned.empty()) return turned;
+        const TFitPoints few{{m_best->Points.X.front()}, {m_best->Points.Y.front()}, {}};
+        const auto free = TFitProblem(m_fit, m_varied, few, TLinearPart::Project, m_progress, {}).Free();
+        std::erase_if(turned,
+                      [&](std::size_t i) { return std::ranges::find(free, m_varied[i]) == free.end(); });
+        return turned;
     }
 
     // Iteratively reweighted least squares.

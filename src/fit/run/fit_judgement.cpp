@@ -143,6 +143,21 @@ bool HasPoleBetween(TCurFit& fit, const TFitPoints& points) {
     return TPoleFinder(fit, points).Run();
 }
 
+double VariationBetween(TCurFit& fit, const TFitPoints& points) {
+    std::vector<double> x = points.X;
+    if (!std::ranges::is_sorted(x)) std::ranges::sort(x);
+    const std::size_t step = std::max<std::size_t>(1, x.size() / kMostGaps);
+    std::vector<double> places;
+    for (std::size_t i = 0; i + 1 < x.size(); i += step)
+        for (std::size_t k = 0; k <= kBetween; ++k)
+            places.push_back(std::lerp(x[i], x[i + 1], static_cast<double>(k) / (kBetween + 1)));
+    std::vector<double> y(places.size());
+    TBlockEvaluator(fit, fit.XRef()).Evaluate(places, y);
+    double variation = 0;
+    for (std::size_t i = 1; i < y.size(); ++i) variation += std::abs(y[i] - y[i - 1]);
+    return variation;
+}
+
 bool MissesCourse(TCurFit& fit, const TLocalFit& found, const TFitPoints& points) {
     if (found.ScaledRss > kTellsLittle * SumAboutLine(points, found.ResidualScale)) return true;
     return DurbinWatson(ResidualsByX(fit, points)) < kGoTogether;

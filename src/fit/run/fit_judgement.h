@@ -22,6 +22,12 @@ double DurbinWatson(std::span<const double> residuals);
 /// two points.
 bool HasPoleBetween(TCurFit& fit, const TFitPoints& points);
 
+/// Of two curves that fit equally well the one that varies less than this part of the other is preferred.
+inline constexpr double kSmoother = 0.7;
+
+/// How far the model, with its parameters as they are, goes up and down between the first and the last point.
+double VariationBetween(TCurFit& fit, const TFitPoints& points);
+
 /// Neighbouring residuals go together so much that the curve seems to miss the
 /// points' course, or it tells little of it: another minimum may be better. The
 /// fit has the parameters found.

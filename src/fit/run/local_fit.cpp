@@ -13,6 +13,7 @@ namespace {
 constexpr double kLargestOffset = 1e-6;
 constexpr double kRoundingFactor = 1000;
 constexpr double kFewRoundings = 10;
+constexpr double kFarFromRounding = 1e5;
 
 class TLocalRun {
 public:
@@ -90,7 +91,8 @@ private:
             for (double& element : m_result.Triangle.Column(j))
                 element /= whole.ScaleOf(j) * whole.ResidualScale();
         Take(whole, polished.Model.Value);
-        m_result.IsDetermined = polished.IsDetermined && AllHaveInfluence(whole, polished.Model.Triangle);
+        m_result.IsDetermined =
+            polished.IsDetermined && AllHaveInfluence(whole, polished.Model.Triangle, polished.Model.Value);
         m_result.End = EndOf(whole, stop, polished);
         if (!m_result.IsDetermined) m_result.End = TFitEnd::NotDetermined;
     }
@@ -118,8 +120,11 @@ private:
 
     // A parameter of which the whole value changes the curve by no more than rounding is not determined.
     // Those that the model is linear in may be 0 at their best.
-    bool AllHaveInfluence(const TFitProblem& whole, const TMatrix& triangle) const {
-        const double rounding = kFewRoundings * std::sqrt(2 * whole.RoundingLevel());
+    bool AllHaveInfluence(const TFitProblem& whole, const TMatrix& triangle, double value) const {
+        // Residuals that are rounding themselves tell nothing of what is near it.
+        const bool isExact = value <= kRoundingFactor * kRoundingFactor * whole.RoundingLevel();
+        const double rounding =
+            (isExact ? kFarFromRounding : 1) * kFewRoundings * std::sqrt(2 * whole.RoundingLevel());
         for (const TDBLParameter* parameter : m_problem->Free()) {
             const auto free = std::ranges::find(m_result.Free, parameter);
             if (free == m_result.Free.end()) continue;

@@ -9,14 +9,17 @@
 namespace lumoplot {
 namespace {
 
-constexpr double kFromStart = 0.2; // share of the draws that keep to the start value
-constexpr double kNewShare = 0.4;  // of the values, in places like others
-constexpr double kReach = 10;      // of lengths, beyond those of the points
+constexpr double kFromStart = 0.2;   // share of the draws that keep to the start value
+constexpr double kNewShare = 0.4;    // of the values, in places like others
+constexpr double kNarrowShare = 0.2; // of places and lengths, where there are narrow peaks
+constexpr double kFinest = 0.2;      // of the width of one
+constexpr double kReach = 10;        // of lengths, beyond those of the points
 
 } // namespace
 
 TScatteredStarts::TScatteredStarts(TCurFit& fit, const std::vector<TDBLParameter*>& parameters,
-                                   const TFitPoints& points) {
+                                   const TFitPoints& points, std::vector<TNarrowRange> narrow)
+    : m_narrow(std::move(narrow)) {
     std::vector<double*> values;
     for (TDBLParameter* parameter : parameters) {
         m_starts.push_back(parameter->Value());
@@ -66,11 +69,15 @@ TVector TScatteredStarts::NextLike(const TVector& values) {
 }
 
 double TScatteredStarts::Length() {
+    if (!m_narrow.empty() && Uniform(0, 1) < kNarrowShare)
+        return LogUniform(kFinest, 1) * m_narrow[m_random() % m_narrow.size()].Width;
     return LogUniform(m_shortest, kReach * m_longest);
 }
 
 // Mostly among the points, sometimes to their left or right.
 double TScatteredStarts::Place() {
+    if (!m_narrow.empty() && Uniform(0, 1) < kNarrowShare)
+        return m_narrow[m_random() % m_narrow.size()].Middle;
     const double range = m_right - m_left;
     return Uniform(0, 1) < 0.85 ? Uniform(m_left, m_right) : Uniform(m_left - range, m_right + range);
 }

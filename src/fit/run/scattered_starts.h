@@ -8,13 +8,21 @@
 
 namespace lumoplot {
 
+/// Where points stand out narrowly.
+struct TNarrowRange {
+    double Middle = 0;
+    double Width = 0; ///< above 0
+};
+
 /// An endless sequence of places, the same in every run. How a parameter scales with x says where to look:
 /// places and widths among the points, rates as their inverse, phases and exponents near 1; some draws are
 /// the start value times a power of ten.
 class TScatteredStarts {
 public:
-    /// The fit is compiled; `parameters` have their start values.
-    TScatteredStarts(TCurFit& fit, const std::vector<TDBLParameter*>& parameters, const TFitPoints& points);
+    /// The fit is compiled; `parameters` have their start values. Narrow peaks of the points are looked at
+    /// more often than chance would.
+    TScatteredStarts(TCurFit& fit, const std::vector<TDBLParameter*>& parameters, const TFitPoints& points,
+                     std::vector<TNarrowRange> narrow = {});
 
     /// The values of the next place.
     TVector Next();
@@ -32,6 +40,7 @@ private:
     double Shape();
 
     std::mt19937_64 m_random{1};
+    std::vector<TNarrowRange> m_narrow;
     TVector m_starts;
     TVector m_min;
     TVector m_max;

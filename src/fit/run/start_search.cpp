@@ -1,6 +1,8 @@
 #include "fit/run/start_search.h"
 
 #include "fit/procedures/variable_metric.h"
+#include "fit/run/condensed_points.h"
+#include "fit/run/fit_judgement.h"
 #include "fit/run/scattered_starts.h"
 
 #include <algorithm>
@@ -17,18 +19,18 @@ constexpr int kIterationsOfRun = 25;
 constexpr double kToleranceOfRun = 1e-6;
 constexpr double kAlike = 0.05;       // relative difference of parameters
 constexpr double kSameMinimum = 1e-4; // relative difference of sums of squares
-constexpr double kFarLarger = 100;    // than the largest Y
+constexpr double kEqual = 1e-6;
+constexpr double kFarLarger = 100; // than the largest Y
 
-/// Every so many of the points, that a place costs the same however many there are.
-TFitPoints Thinned(const TFitPoints& points) {
-    const std::size_t step = (points.X.size() + kMostPoints - 1) / kMostPoints;
-    TFitPoints thin;
-    for (std::size_t i = 0; i < points.X.size(); i += step) {
-        thin.X.push_back(points.X[i]);
-        thin.Y.push_back(points.Y[i]);
-        if (!points.Weights.empty()) thin.Weights.push_back(points.Weights[i]);
+std::vector<TNarrowRange> RangesOf(const TFitPoints& ordered, const std::vector<TNarrowPeak>& peaks) {
+    std::vector<TNarrowRange> ranges;
+    for (const TNarrowPeak& peak : peaks) {
+        const std::size_t half = (peak.Count + 1) / 2;
+        const std::size_t last = std::min(peak.Center + half, ordered.X.size() - 1);
+        const double width = ordered.X[last] - ordered.X[peak.Center - std::min(peak.Center, half)];
+        if (width > 0) ranges.push_back({ordered.X[peak.Center], width});
     }
-    return thin;
+    return ranges;
 }
 
 /// Shows the position of the search whatever the runs within it report, and ends them when the time is up.
@@ -52,9 +54,14 @@ private:
 class TSearch {
 public:
     TSearch(const TFitTask& task, const TFitPoints& points, std::chrono::steady_clock::time_point end)
-        : m_points(Thinned(points)),
-          m_progress(task.Progress, end), m_task{task.Fit, task.Varied, m_progress, {}},
-          m_start(ValuesOf(task.Varied)) {}
+        : m_progress(task.Progress, end), m_task{task.Fit, task.Varied, m_progress, {}},
+          m_start(ValuesOf(task.Varied)) {
+        // Few points, that a place costs the same however many there are.
+        const TFitPoints ordered = InOrderOfX(points);
+        const std::vector<TNarrowPeak> peaks = NarrowPeaksOf(ordered);
+        m_points = Condensed(ordered, peaks, kMostPoints, TNeighbours::Middle);
+        m_narrow = RangesOf(ordered, peaks);
+    }
 
     std::vector<TFoundStart> Run(const TSearchLimits& limits, const TVector& known) {
         try {
@@ -90,7 +97,7 @@ private:
         SetValues(m_start);
         TFitProblem problem(m_task.Fit, m_task.Varied, m_points, TLinearPart::Project, m_progress, {});
         if (problem.Size() == 0) return; // the one minimum is found already
-        if (!m_starts) m_starts.emplace(m_task.Fit, problem.Free(), m_points);
+        if (!m_starts) m_starts.emplace(m_task.Fit, problem.Free(), m_points, m_narrow);
         const TVector best = BestOf(problem);
         m_free.clear();
         for (const TDBLParameter* parameter : problem.Free())
@@ -154,7 +161,21 @@ private:
         const TFoundStart found{ValuesOf(m_task.Varied), rss, false, count, HasCancellingTerms(problem)};
         if (same == m_found.end()) return m_found.push_back(found);
         same->Count += count;
-        if (rss < same->Rss) *same = {found.Values, rss, same->IsKnown, same->Count, found.Cancels};
+        if (IsSmoother(found, *same))
+            *same = {found.Values, rss, false, same->Count, found.Cancels};
+        else if (rss < same->Rss && !IsSmoother(*same, found))
+            *same = {found.Values, rss, same->IsKnown, same->Count, found.Cancels};
+        SetValues(found.Values);
+    }
+
+    // As good, and without wiggles between the points: a sine may be of many frequencies.
+    bool IsSmoother(const TFoundStart& one, const TFoundStart& other) {
+        if (std::abs(one.Rss - other.Rss) > kEqual * other.Rss || IsAlike(one.Values, other.Values))
+            return false;
+        SetValues(other.Values);
+        const double variation = VariationBetween(m_task.Fit, m_points);
+        SetValues(one.Values);
+        return VariationBetween(m_task.Fit, m_points) < kSmoother * variation;
     }
 
     // What a linear parameter adds to the model is what is missing without it.
@@ -178,6 +199,7 @@ private:
     }
 
     TFitPoints m_points;
+    std::vector<TNarrowRange> m_narrow;
     TSearchProgress m_progress;
     TFitTask m_task;
     TVector m_start;

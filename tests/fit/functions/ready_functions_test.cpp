@@ -133,6 +133,41 @@ TEST(StartValues, AreFoundInVeryManyPoints) {
     EXPECT_NEAR(fit.Parameter(1)->Value(), 5, 1);
 }
 
+// Narrower than what an even choice of points shows.
+TEST(StartValues, SeeNarrowPeaksInManyPoints) {
+    constexpr int kPoints = 250000;
+    constexpr double kPlace = 0.73204;
+    for (const double width : {3e-5, 2e-4, 3e-3}) {
+        SCOPED_TRACE(width);
+        std::vector<double> x;
+        std::vector<double> y;
+        for (int i = 0; i < kPoints; ++i) {
+            x.push_back(i / (kPoints - 1.0));
+            y.push_back(2 + x.back() + 5 * std::exp(-std::pow((x.back() - kPlace) / width, 2) / 2) +
+                        (i * 7919LL % 13 - 6) * 0.05);
+        }
+        for (const char* equation :
+             {"h*exp(-sqr((x - m)/s)/2) + b0 + b1*x", "p + q*x + u*exp(-sqr((x - v)/w))"}) {
+            SCOPED_TRACE(equation);
+            TCurFit fit;
+            UseReadyFunction(*FindReadyFunction("gaussian_on_line"), fit);
+            int number = 0;
+            if (*equation == 'p')
+                for (const char* name : {"u", "v", "w", "p", "q"}) fit.Parameter(++number)->SetName(name);
+            fit.SetExpression(equation);
+            for (int i = 1; i <= fit.NParams(); ++i) fit.Parameter(i)->SetValue(1);
+            FindStartValues(fit, x, y);
+            EXPECT_NEAR(fit.Parameter(2)->Value(), kPlace, 2 * width);
+            EXPECT_NEAR(fit.Parameter(1)->Value(), 5, 2.5);
+            fit.SetProcType(TFitProcedure::Newton);
+            TFitRun run;
+            run.Starts = TFitStarts::Given;
+            EXPECT_EQ(RunFit(fit, x, y, run).End, TFitEnd::Converged);
+            EXPECT_NEAR(fit.Parameter(2)->Value(), kPlace, width / 10);
+        }
+    }
+}
+
 // An equation of which nothing but the formula is known, far from its start.
 TEST(StartValues, AreSearchedForOtherEquations) {
     TCurFit fit;

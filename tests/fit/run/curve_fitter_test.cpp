@@ -285,6 +285,23 @@ TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
     }
 }
 
+// Places that no point tells apart: the signs of the start hold, and no wiggles between the points.
+TEST(CurveFitter, OfEqualMinimaTheNaturalOneIsTaken) {
+    TModel binding("a*((c+x+k)-sqrt(sqr(c+x+k)-4*c*x))/(2*c)+b", {{"a", 1}, {"c", 1}, {"k", 1}, {"b", 0}});
+    binding.SetPointsOfModel(30, {340, 0.5, 0.08, 15}, 2);
+    binding.RunFromManyStarts();
+    EXPECT_NEAR(binding.Value(2), 0.5, 0.1);
+    EXPECT_NEAR(binding.Value(3), 0.08, 0.04);
+    TModel resonance("b+h/(1+sqr((x-m)/w))", {{"b", 1}, {"h", 1}, {"m", 3}, {"w", 5}});
+    resonance.SetPointsOfModel(60, {2, 7, 9, -0.8}, 0.01);
+    resonance.RunFromManyStarts();
+    EXPECT_NEAR(resonance.Value(4), 0.8, 0.02);
+    TModel wave("a*sin(2*pi*x/t+p)+c", {{"a", 1}, {"t", 0.25}, {"p", 0}, {"c", 0}});
+    wave.SetPointsOfModel(100, {3, 7.1, 1, 5}, 0.1);
+    wave.RunFromManyStarts();
+    EXPECT_NEAR(wave.Value(2), 7.1, 0.01);
+}
+
 struct TNonsense {
     const char* equation;
     std::initializer_list<TStart> starts;
@@ -326,6 +343,15 @@ TEST(CurveFitter, NonsenseIsToldInItsOwnWords) {
         std::string remarks;
         for (const std::string& remark : result.Remarks) remarks += remark;
         EXPECT_NE(remarks.find(c.remark), std::string::npos) << c.equation << ": " << remarks;
+    }
+}
+
+// Every width below the distance of two points fits to the last digit.
+TEST(CurveFitter, AnExactStepHasNoWidth) {
+    for (const double place : {3.1, 4.4, 9.4}) {
+        TModel step("a+b/(1+exp(-(x-m)/s))", {{"a", 0}, {"b", 1}, {"m", 5}, {"s", 1}});
+        step.SetPoints(39, 0.25, [&](double x) { return x < place ? 2.0 : 7.0; });
+        EXPECT_NE(step.RunFromManyStarts().End, TFitEnd::Converged);
     }
 }
 
