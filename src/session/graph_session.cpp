@@ -120,6 +120,10 @@ std::string TGraphSession::UndoName() const {
     return CanUndo() ? m_history->UndoName() : std::string();
 }
 
+std::string TGraphSession::LastStepName() const {
+    return m_history->UndoName();
+}
+
 std::string TGraphSession::RedoName() const {
     return CanRedo() ? m_history->RedoName() : std::string();
 }
