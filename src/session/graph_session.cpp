@@ -109,6 +109,10 @@ TSessionState TGraphSession::State() const {
     return state;
 }
 
+std::string TGraphSession::LastStepName() const {
+    return m_history->UndoName();
+}
+
 void TGraphSession::Undo() {
     if (!CanUndo()) return;
     m_history->Undo();

@@ -94,6 +94,8 @@ public:
     void MarkClean();
     /// The steps that lead from the clean state to the present one; at least 0.
     XYGRAPH_LOCAL int UnsavedSteps() const;
+    /// The name of the last step, while another is open, too; empty without one.
+    XYGRAPH_LOCAL std::string LastStepName() const;
     /// The graph after the last step, to be read in any thread; shared with the steps, where they are
     /// recorded.
     XYGRAPH_LOCAL std::shared_ptr<const TGraphSnapshot> Snapshot() const;

@@ -190,7 +190,7 @@ TRecoveryInfo TRecoveryWriter::Info(const TGraphSnapshot& graph) const {
     info.DocumentName = m_options.DocumentName;
     info.Written = QDateTime::currentDateTime();
     info.StepCount = m_session.UnsavedSteps();
-    info.LastStep = QString::fromStdString(m_session.UndoName());
+    info.LastStep = QString::fromStdString(m_session.LastStepName());
     for (const TSeriesState& series : graph.Series())
         info.DataSets.append(tr("%1 (%2 points)")
                                  .arg(QString::fromStdString(series.Name),

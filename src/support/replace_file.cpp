@@ -206,9 +206,9 @@ std::string ReasonNotOpened(const fs::path& path) {
 [[noreturn]] void ThrowNotSaved(const std::string& name) {
     const fs::path target = name.empty() ? fs::path() : SystemPath(name);
     const bool isRefused = !name.empty() && target.empty();
-    throw EFileError(
-        "Can not save to file " + name + ": " +
-        (isRefused ? "the system takes no file of this name. Choose another one" : ReasonNotSaved(target)));
+    throw EFileError("Can not save to file " + name + ": " +
+                     (isRefused ? "the system takes no file of this name. Choose another one"
+                                : ReasonNotSaved(Followed(target))));
 }
 
 } // namespace

@@ -203,6 +203,7 @@ TEST_F(RecoveryWriterTest, StepsOfOneIntervalAreWrittenTogether) {
     for (int i = 0; i < 5; ++i) Step();
     QTest::qWait(20);
     EXPECT_EQ(written.size(), 1);
+    const TOpenStep editor(m_session, "edit data"); // its window is still shown
     writer.Flush();
     LeaveCopy();
     TxyGraph read;

@@ -43,6 +43,14 @@ TEST_F(ReplaceFileTest, ALinkKeepsPointingAtItsFile) {
     EXPECT_EQ(ReadWholeFile(NameOf("real")), BytesOf("new"));
 }
 
+TEST_F(ReplaceFileTest, ALinkThatLeadsNowhereIsSaidToDoSo) {
+    std::error_code error;
+    std::filesystem::create_symlink("no folder/file", NameOf("link"), error);
+    if (error) GTEST_SKIP() << "no links on this file system";
+    const std::string text = ThrownText<EFileError>([&] { ReplaceFile(NameOf("link"), BytesOf("new")); });
+    EXPECT_NE(text.find("its folder does not exist"), std::string::npos) << text;
+}
+
 TEST_F(ReplaceFileTest, ALinkMayNameAFileThatIsNotThereYetAndAFileMayHaveTwoNames) {
     std::error_code error;
     std::filesystem::create_symlink("later", NameOf("link"), error);

@@ -53,9 +53,37 @@ std::pair<std::string, std::string> ColumnNames(const TSeries& series, const std
             Chosen(series.SeriesName(), "", Chosen(yTitle, "", "Y").c_str())};
 }
 
+using TValueOf = double (TPointCursor::*)() const;
+
+// The only decimals of the column are three digits each, beside whole numbers below 1000: "6.125" and "18"
+// would be read as groups of digits.
+bool LooksGrouped(const TSeries& series, TValueOf value) {
+    constexpr std::size_t kGroup = 3;
+    bool hasGroup = false;
+    bool hasWhole = false;
+    for (TPointCursor point = series.First(); point; point = point.Next()) {
+        if (!std::isfinite((point.*value)())) continue;
+        const std::string text = FormatShortest(std::abs((point.*value)()));
+        const std::size_t sign = text.find_first_not_of("0123456789");
+        if (std::min(sign, text.size()) > kGroup) return false;
+        const bool isWhole = sign == std::string::npos;
+        const bool isGroup = !isWhole && text[sign] == '.' && text.front() != '0' &&
+                             text.size() - sign - 1 == kGroup &&
+                             text.find_first_not_of("0123456789", sign + 1) == std::string::npos;
+        if (!isWhole && !isGroup) return false;
+        hasWhole |= isWhole;
+        hasGroup |= isGroup;
+    }
+    return hasWhole && hasGroup;
+}
+
 // "nan" alone would be read as the mark of a value that is missing.
 std::string YText(double y) {
     return std::isnan(y) ? "-nan" : FormatShortest(y);
+}
+
+std::string NumberCell(std::string text, bool looksGrouped) {
+    return looksGrouped && text.find('.') != std::string::npos ? text + '0' : text;
 }
 
 std::string LostInText(const TSeries& series) {
@@ -78,9 +106,15 @@ std::vector<std::uint8_t> SeriesAsText(const TSeries& series, const std::string&
     std::vector<std::string> cells = {HeaderText(x, divider), HeaderText(y, divider)};
     if (hasErrors) cells.emplace_back("Error of Y");
     AppendLine(bytes, divider, cells);
+    const auto looksGrouped = [&](TValueOf value) { return divider == '\t' && LooksGrouped(series, value); };
+    const bool groupedX = looksGrouped(&TPointCursor::X);
+    const bool groupedY = looksGrouped(&TPointCursor::Y);
+    const bool groupedError = hasErrors && looksGrouped(&TPointCursor::YError);
     for (TPointCursor point = series.First(); point; point = point.Next()) {
-        cells = {FormatShortest(point.X()), YText(point.Y())};
-        if (hasErrors) cells.push_back(point.YError() > 0 ? FormatShortest(point.YError()) : std::string());
+        cells = {NumberCell(FormatShortest(point.X()), groupedX), NumberCell(YText(point.Y()), groupedY)};
+        if (hasErrors)
+            cells.push_back(point.YError() > 0 ? NumberCell(FormatShortest(point.YError()), groupedError)
+                                               : std::string());
         AppendLine(bytes, divider, cells);
     }
     return bytes;

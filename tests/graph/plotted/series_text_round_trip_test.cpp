@@ -75,8 +75,26 @@ TEST(SeriesText, ComesBackEqual) {
         ASSERT_EQ(read.Count(), series.Count()) << seed << ' ' << name;
         TPointCursor other = read.First();
         for (TPointCursor point = series.First(); point; point = point.Next(), other = other.Next())
-            ASSERT_TRUE(point.X() == other.X() && AreSame(point.Y(), other.Y())) << seed << ' ' << name;
+            ASSERT_TRUE(point.X() == other.X() && AreSame(point.Y(), other.Y()))
+                << seed << ' ' << name << ": " << point.X() << ' ' << point.Y() << ", not " << other.X()
+                << ' ' << other.Y();
     }
+}
+
+// "6.125" beside "18" is six thousand and more for who does not know the writer.
+TEST(SeriesText, NoDecimalsLookLikeGroups) {
+    TxyGraph graph;
+    TSeries& series = *graph.FindSeries(graph.AddSeries());
+    const auto text = [&] {
+        const std::vector<std::uint8_t> bytes = SeriesAsText(series, "a.dat");
+        const std::string all(bytes.begin(), bytes.end());
+        return all.substr(all.find('\n') + 1);
+    };
+    series.AddPoint(6.125, -976);
+    series.AddPoint(18, 2.375);
+    EXPECT_EQ(text(), "6.1250\t-976\n18\t2.3750\n");
+    series.AddPoint(19.5, 1000);
+    EXPECT_EQ(text(), "6.125\t-976\n18\t2.375\n19.5\t1000\n") << "these are clear";
 }
 
 TEST(SeriesText, HoldsErrorsAndSaysWhatReadersPassOver) {
