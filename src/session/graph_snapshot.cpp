@@ -278,11 +278,8 @@ void TGraphSnapshot::RestoreChildren(TxyGraph& graph) const {
         graph.ClearChildGraphs();
         for (std::size_t i = 0; i < m_children.size(); ++i) graph.AddChildGraph();
     }
-    for (std::size_t i = 0; i < m_children.size(); ++i) {
-        TxyChildGr& child = *graph.ChildGraphs()[i];
-        m_children[i].Restore(child, m_children[i].m_currSerIndex);
-        child.FollowParent();
-    }
+    for (std::size_t i = 0; i < m_children.size(); ++i)
+        m_children[i].Restore(*graph.ChildGraphs()[i], m_children[i].m_currSerIndex);
 }
 
 } // namespace lumoplot

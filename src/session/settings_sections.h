@@ -6,7 +6,6 @@
 #include "stream/reader.h"
 
 #include <span>
-#include <type_traits>
 
 namespace lumoplot {
 
@@ -21,7 +20,6 @@ void VisitSections(TGraph& graph, TVisitor visit) {
 /// Gives the object what the bytes of its section say.
 template <class T>
 void ReadSection(std::span<const TSectionRow<T>> rows, std::span<const std::uint8_t> bytes, T& object) {
-    if constexpr (std::is_same_v<T, TAxis>) object.ResetToDefaults();
     TByteSource source(bytes);
     TxyReader reader(source);
     ReadEntries(reader, rows, object);

@@ -1,5 +1,5 @@
-// Edits a graph in the editor, which a timer answers with OK, draws it into a picture, and ends while the
-// editor is shown, without deleting it.
+// Edits a graph of a class of its own in the editor, which a timer answers with OK, draws it into a picture,
+// and ends while the editor is shown, without deleting it.
 #include <lumoplot/drawing.h>
 #include <lumoplot/editxydata.h>
 #include <lumoplot/graph.h>
@@ -12,11 +12,17 @@
 #include <QPainter>
 #include <QTimer>
 
+class TOwnGraph : public lumoplot::TxyGraph {
+protected:
+    void paintEvent(QPaintEvent* event) override { TxyGraph::paintEvent(event); }
+};
+
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const lumoplot::TMessageBoxScope messages;
-    lumoplot::TxyGraph graph;
+    TOwnGraph graph;
     lumoplot::TGraphEditBar bar(graph);
+    delete new lumoplot::TGraphEditBar(graph);
     lumoplot::TSeries* series = graph.FindSeries(graph.AddSeries());
     for (int i = 0; i < 100; ++i) series->AddPoint(i, i * i);
     QTimer::singleShot(200, [] { static_cast<QDialog*>(QApplication::activeModalWidget())->done(1); });

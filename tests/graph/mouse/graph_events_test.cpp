@@ -112,6 +112,15 @@ TEST_F(TExtentTest, AnXDataSetGivesXAtTheSamePlaceAndIsNotDrawn) {
     EXPECT_EQ(Graph.XAxis()->DataMin(), -8);
 }
 
+TEST_F(TExtentTest, AnAxisHoldsEveryDataSetOnIt) {
+    for (const auto& [x, y] : {std::pair(-3.0, 50.0), {4.0, 170.0}, {5.0, -20.0}}) Add().AddPoint(x, y);
+    Prepare();
+    EXPECT_EQ(Graph.XAxis()->DataMin(), -3);
+    EXPECT_EQ(Graph.XAxis()->DataMax(), 10);
+    EXPECT_EQ(Graph.YAxis()->DataMin(), -20);
+    EXPECT_EQ(Graph.YAxis()->DataMax(), 170);
+}
+
 TEST_F(TExtentTest, OnlyWhatCanBeShownCounts) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     First.Clear();
