@@ -112,7 +112,7 @@ def copy_tree(tree, mutated):
 
 
 def build(tree, targets, jobs):
-    output = tree / "build"
+    output = tree / "build" / "faults"  # as deep as other builds, where the host looks for its examples
     subprocess.run(["cmake", "-S", tree, "-B", output, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
                     "-DCMAKE_CXX_FLAGS=-O1", "-DLUMOPLOT_UNITY=ON",
                     "--log-level=ERROR"], check=True,
