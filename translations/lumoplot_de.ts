@@ -1190,6 +1190,10 @@
         <source>Run Editor</source>
         <translation>Editor starten</translation>
     </message>
+    <message>
+        <source>&amp;Weights</source>
+        <translation>Ge&amp;wichte</translation>
+    </message>
 </context>
 <context>
     <name>TDataSourcePage</name>
@@ -1502,6 +1506,14 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Take &amp;in Common</source>
+        <translation>&amp;Gemeinsam</translation>
+    </message>
+    <message>
+        <source>Put these parameters into the list of those in common</source>
+        <translation>Diese Parameter in die Liste der gemeinsamen aufnehmen</translation>
+    </message>
 </context>
 <context>
     <name>TFitResultWindow</name>
@@ -1578,15 +1590,15 @@
         <translation>Intervalle der Parameter</translation>
     </message>
     <message>
-        <source>95 % intervals. The asymptotic one takes the model for linear near its minimum; the profile needs no such trust, the bootstrap no model of the scatter. Where they differ, believe the latter.</source>
-        <translation>95-%-Intervalle. Das asymptotische hält das Modell nahe seinem Minimum für linear; das Profil braucht dieses Vertrauen nicht, der Bootstrap kein Modell der Streuung. Wo sie sich unterscheiden, gelten die letzteren.</translation>
+        <source>95 % intervals. The asymptotic one takes the model for linear near its minimum; the profile needs no such trust, the bootstrap no model of the scatter. Where they differ, believe these two.</source>
+        <translation>95-%-Intervalle. Das asymptotische hält das Modell nahe seinem Minimum für linear; das Profil braucht dieses Vertrauen nicht, der Bootstrap kein Modell der Streuung. Wo sie sich unterscheiden, gelten diese beiden.</translation>
     </message>
     <message>
         <source>Profile and resamples of the chosen parameter</source>
         <translation>Profil und Ziehungen des gewählten Parameters</translation>
     </message>
     <message>
-        <source>&amp;Report</source>
+        <source>Rep&amp;ort</source>
         <translation>Be&amp;richt</translation>
     </message>
     <message>
@@ -4835,6 +4847,22 @@ Die Datei: %2</translation>
     <message>
         <source> The whole integral is %1.</source>
         <translation> Das ganze Integral ist %1.</translation>
+    </message>
+    <message>
+        <source>Shape of the peaks</source>
+        <translation>Form der Peaks</translation>
+    </message>
+    <message>
+        <source>Gaussian</source>
+        <translation>Gauß</translation>
+    </message>
+    <message>
+        <source>Lorentzian</source>
+        <translation>Lorentz</translation>
+    </message>
+    <message>
+        <source>Fit a sum of the selected peaks, or of all, on a baseline</source>
+        <translation>Die Summe der gewählten oder aller Peaks auf einer Basislinie anpassen</translation>
     </message>
 </context>
 <context>

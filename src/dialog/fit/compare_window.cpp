@@ -2,6 +2,7 @@
 
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/messages/window_place.h"
 #include "support/guard.h"
 #include "support/number_text.h"
 #include "ui_compare_window.h"
@@ -45,6 +46,7 @@ std::string TimeText(double seconds) {
 TCompareWindow::TCompareWindow(const TSeries& series, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TCompareWindow>()), m_fitted(series) {
     m_ui->setupUi(this);
+    resize(size().boundedTo(RoomOnScreen(*this)));
     setWindowTitle(QStringLiteral("Compare Procedures for ") + QString::fromStdString(series.SeriesName()));
     connect(m_ui->btnRun, &QPushButton::clicked, this, [this] { Guarded([&] { Run(); }); });
     connect(m_ui->btnTake, &QPushButton::clicked, this, &TCompareWindow::Take);

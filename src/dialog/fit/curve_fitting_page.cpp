@@ -4,6 +4,7 @@
 #include "data/series/ds_info.h"
 #include "data/series/plotted_values.h"
 #include "dialog/common/color_button.h"
+#include "dialog/common/narrow_button.h"
 #include "dialog/common/typing_key.h"
 #include "dialog/fit/compare_window.h"
 #include "dialog/fit/fit_all_window.h"
@@ -38,12 +39,16 @@ constexpr int kResultDigits = 6;
 constexpr int kCopiedDigits = 12;
 
 } // namespace
+
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
     MakeGroups();
     ConnectCurve();
     ConnectActions();
+    for (QPushButton* button : {m_ui->btnFunctions, m_ui->btnFindStart, m_ui->btnFit, m_ui->btnCompare,
+                                m_ui->btnFitAll, m_ui->btnGenerate, m_ui->btnMore})
+        AllowNarrow(*button);
 }
 
 // An edit that loses the focus while the page's base destroys it must not reach the groups.

@@ -2,6 +2,7 @@
 
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/messages/window_place.h"
 #include "fit/definition/fit_result.h"
 #include "fit/functions/start_values.h"
 #include "graph/fitting/fit_all.h"
@@ -39,6 +40,7 @@ private:
 TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
     : QDialog(parent), m_graph(graph), m_ui(std::make_unique<Ui::TFitAllWindow>()) {
     m_ui->setupUi(this);
+    resize(size().boundedTo(RoomOnScreen(*this)));
     m_pattern.Assign(&pattern.CurveFit());
     for (TSeries* series : graph.Series()) m_sets.push_back({series, series->Count() > 0});
     m_ui->lblAbout->setText(QStringLiteral("y = %1, from the start values of %2.")

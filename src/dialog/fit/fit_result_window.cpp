@@ -2,6 +2,7 @@
 
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/messages/window_place.h"
 #include "graph/drawing/picture/fit_picture.h"
 #include "support/guard.h"
 #include "support/number_text.h"
@@ -37,6 +38,7 @@ TFitResultWindow::TFitResultWindow(const TSeries& series, QWidget* parent)
       m_dataName(QString::fromStdString(series.SeriesName())),
       m_picture(FitPictureOf(series, kReportPicture, kReportPixels)) {
     m_ui->setupUi(this);
+    resize(size().boundedTo(RoomOnScreen(*this)));
     setWindowTitle(QStringLiteral("Fit Result of ") + m_dataName);
     m_sections = ReportSections();
     ShowFigures();

@@ -1,5 +1,6 @@
 #include "dialog/fit/function_chooser.h"
 
+#include "dialogs/messages/window_place.h"
 #include "ui_function_chooser.h"
 
 #include <QKeyEvent>
@@ -62,6 +63,7 @@ QPixmap FunctionPicture(const TReadyFunction& function, QSize size, double pixel
 TFunctionChooser::TFunctionChooser(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TFunctionChooser>()) {
     m_ui->setupUi(this);
+    resize(size().boundedTo(RoomOnScreen(*this)));
     FillGroups();
     FillFunctions();
     connect(m_ui->e_Search, &QLineEdit::textChanged, this, &TFunctionChooser::FillFunctions);

@@ -12,6 +12,7 @@ namespace {
 constexpr int kFewestBars = 8;
 constexpr int kMostBars = 60;
 constexpr int kLabelDigits = 4;
+constexpr double kFarOutside = 100;  // times what is drawn: no number for a painter beyond that
 constexpr double kTailShare = 0.002; // of the resamples, beyond each end of what is drawn
 
 } // namespace
@@ -85,7 +86,8 @@ void TUncertaintyPlot::PaintProfile(QPainter& painter, const QRectF& room) const
     const double reach = 1.4 * m_profile->Limit;
     const auto at = [&](double value, double deviation) {
         return QPointF(plot.left() + plot.width() * (value - low) / (high - low),
-                       plot.center().y() - plot.height() / 2 * std::clamp(deviation / reach, -1.0, 1.0));
+                       plot.center().y() -
+                           plot.height() / 2 * std::clamp(deviation / reach, -kFarOutside, kFarOutside));
     };
     painter.setPen(QPen(palette().color(QPalette::Mid), 1, Qt::DashLine));
     for (const double level : {-m_profile->Limit, 0.0, m_profile->Limit})
@@ -98,7 +100,10 @@ void TUncertaintyPlot::PaintProfile(QPainter& painter, const QRectF& room) const
     for (const TProfilePoint& point : m_profile->Points)
         if (std::isfinite(point.Deviation)) line << at(point.Value, point.Deviation);
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.save();
+    painter.setClipRect(plot);
     painter.drawPolyline(line);
+    painter.restore();
 }
 
 void TUncertaintyPlot::PaintSample(QPainter& painter, const QRectF& room) const {

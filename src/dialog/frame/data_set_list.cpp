@@ -2,6 +2,7 @@
 
 #include "controls/file_filter.h"
 #include "controls/texts.h"
+#include "dialog/common/narrow_button.h"
 #include "dialog/common/wizard_page.h"
 #include "dialogs/editing/series_list.h"
 #include "dialogs/hand_edit.h"
@@ -18,12 +19,6 @@
 
 namespace lumoplot {
 namespace {
-
-/// Buttons of few letters may be narrower than the style would have them.
-void AllowNarrow(QPushButton& button) {
-    const int icon = button.icon().isNull() ? 0 : button.iconSize().width() + 4;
-    button.setMinimumWidth(button.fontMetrics().horizontalAdvance(button.text().remove(u'&')) + icon + 18);
-}
 
 /// Of columns of numbers; other files hold the whole data set.
 bool IsNameOfText(const QString& file) {

@@ -29,6 +29,7 @@ namespace {
 
 /// From this width on the window shows the plot beside the settings.
 constexpr int kWidthForPlot = 1080;
+constexpr int kLeastEditBar = 600;
 constexpr QSize kLargestStart(1240, 760);
 
 /// Wide enough for the plot where the screen is, and never larger than the screen.
@@ -74,6 +75,7 @@ void TxyDataWizard::SetUpPreview() {
     m_workGraph = new TxyChildGr(m_ui->pagePreview);
     m_workGraph->setAccessibleName(TTexts::tr("Graph"));
     m_editBar = new TGraphEditBar(*m_workGraph, m_ui->pagePreview);
+    m_editBar->setMinimumWidth(kLeastEditBar); // its lists get narrower before the window is cut off
     m_ui->previewLayout->addWidget(m_editBar);
     m_ui->previewLayout->addWidget(m_workGraph, 1);
     connect(m_editBar, &TGraphEditBar::SeriesPicked, this, &TxyDataWizard::FillList);

@@ -11,11 +11,14 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QScrollArea>
 
 namespace lumoplot {
 namespace {
 
 constexpr int kResultDigits = 15;
+constexpr QSize kWindowFrame(8, 36);
+constexpr int kLeastFormula = 40;
 
 // A list to choose from: the edits beside it show the rest.
 void ShowNamesOnly(QTableView& table) {
@@ -41,6 +44,27 @@ TfrmCalc::TfrmCalc(TCurFit& fit, QWidget* parent)
     ConnectClosing();
     Guarded([&] { PrepareFolder(); });
     Fill();
+    FitOnScreen(screen()->availableSize() - kWindowFrame);
+}
+
+// Where the screen is too small keys and parameters scroll; the formula and the buttons stay.
+void TfrmCalc::FitOnScreen(const QSize& room) {
+    resize(size().boundedTo(room));
+    const QSize least = layout()->minimumSize();
+    if (least.width() <= room.width() && least.height() <= room.height()) return;
+    auto* area = new QScrollArea(this);
+    auto* pieces = new QWidget(this);
+    const int place = m_ui->dialogLayout->indexOf(m_ui->middleLayout);
+    m_ui->dialogLayout->removeItem(m_ui->middleLayout);
+    pieces->setLayout(m_ui->middleLayout);
+    m_ui->middleLayout->setContentsMargins(0, 0, 0, 0);
+    area->setWidget(pieces);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // its controls have the focus, and bring themselves into view
+    m_ui->dialogLayout->insertWidget(place, area, 4);
+    m_ui->m_Equation->setMinimumHeight(kLeastFormula);
+    resize(size().boundedTo(room));
 }
 
 // An edit that loses the focus while the dialog's base destroys it must not reach the groups.

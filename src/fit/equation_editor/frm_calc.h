@@ -41,6 +41,7 @@ private:
     TCurFit* FitToEdit() override { return &m_fit; }
     void FitEdited() override;
 
+    void FitOnScreen(const QSize& room);
     void MakeGroups();
     void ConnectEvaluation();
     void ConnectPieces();

@@ -87,7 +87,7 @@ TFitReportSection EndOf(const TFitResult& result) {
     TFitReportSection section{"How it ended", {}, {}};
     section.Sentences.push_back(result.End == TFitEnd::Converged
                                     ? "The fit has converged after " + std::to_string(result.Iterations) +
-                                          " iterations."
+                                          (result.Iterations == 1 ? " iteration." : " iterations.")
                                     : "The fit has not converged: " + TextOf(result.End) + ".");
     section.Sentences.insert(section.Sentences.end(), result.Remarks.begin(), result.Remarks.end());
     return section;
@@ -233,9 +233,9 @@ std::string HtmlTable(const TRows& table) {
         html += "<tr>";
         for (const std::string& cell : table[i]) {
             const bool isOneWord = cell.find(' ') == std::string::npos || cell.find("…") != std::string::npos;
-            const char* const style =
-                isOneWord && cell.size() < kLongCell ? " style=\"white-space: nowrap\"" : "";
-            html += '<' + tag + style + '>' + Escaped(cell) + "</" + tag + '>';
+            // A class, as some readers take a style of its own for all that a cell has.
+            const bool isOneLine = i == 0 || (isOneWord && cell.size() < kLongCell);
+            html += '<' + tag + (isOneLine ? " class=\"line\">" : ">") + Escaped(cell) + "</" + tag + '>';
         }
         html += "</tr>\n";
     }
@@ -311,9 +311,10 @@ std::string TableText(const std::vector<std::vector<std::string>>& table) {
 std::string ReportHtml(const std::string& title, const std::vector<TFitReportSection>& sections,
                        const std::string& picture) {
     std::string html = "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + Escaped(title) +
-                       "</title>\n<style>\nbody { font-family: sans-serif; margin: 2em; }\n"
+                       "</title>\n<style>\nbody { font-family: sans-serif; margin: 1em; }\n"
                        "table { border-collapse: collapse; }\n"
                        "th, td { border-bottom: 1px solid #ccc; padding: 2px 6px; text-align: left; }\n"
+                       ".line { white-space: nowrap; }\n"
                        "img { max-width: 100%; }\n</style>\n</head>\n<body>\n<h1>" +
                        Escaped(title) + "</h1>\n";
     if (!picture.empty())

@@ -9,7 +9,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr QSize kSmallScreen(760, 440);
+constexpr QSize kSmallScreen(675, 360);
 
 TEST_F(TWizardTest, TheKeyboardReachesEveryControlOfEveryPage) {
     Show({"Run", "Other"});
