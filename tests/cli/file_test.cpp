@@ -165,8 +165,8 @@ TEST_F(Files, TheTextFormHasOneHeaderLineWithQuotesWhereNeeded) {
     graph.SaveTemplate(NameOf("a.ltp"), TPoints::Include);
     Convert(NameOf("a.ltp"), NameOf("a.dat"));
     Convert(NameOf("a.ltp"), NameOf("a.CSV"));
-    EXPECT_EQ(ContentOf(NameOf("a.dat")), "\"the \"\"first\"\"\"\tVoltage, V\n1\t1e-07\n2\tnan\n");
-    EXPECT_EQ(ContentOf(NameOf("a.CSV")), "X,\"the \"\"first\"\"\"\n1,1e-07\n2,nan\n");
+    EXPECT_EQ(ContentOf(NameOf("a.dat")), "\"the \"\"first\"\"\"\tVoltage, V\n1\t1e-07\n2\t-nan\n");
+    EXPECT_EQ(ContentOf(NameOf("a.CSV")), "X,\"the \"\"first\"\"\"\n1,1e-07\n2,-nan\n");
 }
 
 TEST_F(Files, ColumnsThatWereWrittenAreReadUnderTheirNames) {
