@@ -170,8 +170,7 @@ void TDataFiles::TakeXTitle(const TTextReport& report) {
 bool TDataFiles::ReloadAll(TProgress& progress) {
     for (const auto& series : m_graph.Series()) {
         // What is followed is read as it comes.
-        if (series->DataSourceInfo().Kind() == TSourceKind::Manual || series->DataSourceInfo().FeedId() != 0)
-            continue;
+        if (ArePointsMade(*series) || series->DataSourceInfo().FeedId() != 0) continue;
         try {
             if (!Load(*series, progress)) return false;
         } catch (const ELumoError& error) {

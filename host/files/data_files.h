@@ -47,7 +47,8 @@ public:
     /// It could be read in another way as well.
     bool IsReadingOpen() const { return m_isReadingOpen; }
 
-    /// Reads every data set that has a source again, with the graph's budget. False when the user cancelled.
+    /// Reads every data set again that has a source, and points from there, with the graph's budget. False
+    /// when the user cancelled.
     /// Data sets that can not be read keep the points that they have.
     bool ReloadAll(TProgress& progress);
 

@@ -2,6 +2,7 @@
 #include "data/series/ds_info.h"
 #include "host/window_fixture.h"
 
+#include "graph/loading/rows_text.h"
 #include "graph/model/child_graph.h"
 #include "host/files/recent_files.h"
 
@@ -182,6 +183,9 @@ TEST_F(OpenAndSave, EveryRowIsLoadedAndThoseThatAreThinnedForTheEyeWhenItIsWante
         EXPECT_EQ(First().Count(), 5000);
         EXPECT_EQ(Rows(), "1 data set, drawn from 5000 of 20000 rows");
     }
+    NotePointsAreMade(First());
+    everyRow.trigger();
+    EXPECT_EQ(Rows(), "1 data set, 5000 points") << "what was worked out is not read again";
 }
 
 TEST_F(OpenAndSave, ALoadingThatIsCancelledLeavesTheGraphAsItWas) {

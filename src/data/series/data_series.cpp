@@ -199,8 +199,8 @@ void TDataSeries::MarkFitStale() {
 void TDataSeries::SetBaseline(double zeroValue, double slope) {
     if (zeroValue == m_zeroValue && slope == m_baseLineSlope) return;
     if (!std::isfinite(zeroValue) || !std::isfinite(slope)) return;
-    m_zeroValue = zeroValue;
-    m_baseLineSlope = slope;
+    m_zeroValue = zeroValue + 0.0; // never -0, which a file would bring back as 0
+    m_baseLineSlope = slope + 0.0;
     m_extentsStale = true;
     if (XSource()) MarkRegressionStale(); // it is of what is plotted
     MarkFitStale();

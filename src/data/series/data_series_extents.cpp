@@ -79,7 +79,7 @@ void TDataSeries::RestoreExtents(const TSeriesExtents& extents) {
 
 void TDataSeries::StartExtents(double x, double y) {
     if (m_autoZero && std::isfinite(y)) {
-        m_zeroValue = y;
+        m_zeroValue = y + 0.0; // as SetBaseline does
         m_baseLineSlope = 0;
     }
     m_minX = m_maxX = x;

@@ -32,10 +32,6 @@ void NotePointsAreMade(TSeries& series) {
     if (source.AutoRowHitFreq()) source.NoteRowSamplingFrequency(1); // there are no more rows to read
 }
 
-bool ArePointsMade(const TSeries& series) {
-    return series.DataSourceInfo().Kind() == TSourceKind::Manual || series.SourceRows() == kMade;
-}
-
 std::string RowsText(const TShownRows& rows) {
     if (rows.Shown == rows.InSource) return "all " + CountText(rows.InSource);
     return "drawn from " + Grouped(rows.Shown) + (rows.IsEstimated ? " of about " : " of ") +

@@ -1,6 +1,7 @@
 // How many rows of its source a data set shows, as every window says it.
 #pragma once
 
+#include "data/series/ds_info.h"
 #include "graph/model/series.h"
 
 #include <cstdint>
@@ -29,7 +30,10 @@ XYGRAPH_EXPORT TShownRows RowsOf(const TSeries& series);
 XYGRAPH_EXPORT void NotePointsAreMade(TSeries& series);
 
 /// The points were typed, drawn or worked out.
-XYGRAPH_EXPORT bool ArePointsMade(const TSeries& series);
+inline bool ArePointsMade(const TSeries& series) {
+    constexpr TSourceRows kMade{-1, 0}; // as NotePointsAreMade has it
+    return series.DataSourceInfo().Kind() == TSourceKind::Manual || series.SourceRows() == kMade;
+}
 
 /// "all 2,000 rows", "drawn from 500 of 2,000 rows", "drawn from 500 of about 2,000 rows"; digits in groups
 /// as the locale has them.

@@ -179,10 +179,4 @@ int ErrorColumnOf(const TTextFormat& format, int column) {
     return found == owners.end() ? TTextFormat::kNoColumn : static_cast<int>(found - owners.begin());
 }
 
-TYErrorRule FoundYErrorRule(const TTextFormat& format) {
-    const int column = format.yColumn >= 0 ? ErrorColumnOf(format, format.yColumn) : TTextFormat::kNoColumn;
-    if (column < 0) return {};
-    return {TYErrorKind::Column, 0, std::to_string(column + 1)};
-}
-
 } // namespace lumoplot

@@ -14,6 +14,9 @@ XYGRAPH_EXPORT std::vector<int> ErrorOwners(const TTextFormat& format);
 XYGRAPH_EXPORT int ErrorColumnOf(const TTextFormat& format, int column);
 
 /// The rule that takes the errors of the format's Y from their column; none where no name says so.
-XYGRAPH_EXPORT TYErrorRule FoundYErrorRule(const TTextFormat& format);
+inline TYErrorRule FoundYErrorRule(const TTextFormat& format) {
+    const int column = ErrorColumnOf(format, format.yColumn);
+    return column < 0 ? TYErrorRule() : TYErrorRule{TYErrorKind::Column, 0, std::to_string(column + 1)};
+}
 
 } // namespace lumoplot

@@ -269,5 +269,18 @@ TEST(DataSeries, LegendNamesTheShownParameters) {
     EXPECT_EQ(series.LegendText(), "Run 1 (k=0.1235 1/s; N=6.022E0023 ; h=-6.626E-0034 Js)");
 }
 
+// A file would bring it back as 0, and the graph differ from itself.
+TEST(DataSeriesBaseline, IsNeverNegativeZero) {
+    TDataSeries series;
+    series.SetAutoZero(true);
+    series.AddPoint(1, -0.0);
+    EXPECT_FALSE(std::signbit(series.ZeroValue()));
+    series.SetAutoZero(false);
+    series.SetBaseline(-5, 1);
+    series.SetBaseline(-0.0, -0.0);
+    EXPECT_FALSE(std::signbit(series.ZeroValue()));
+    EXPECT_FALSE(std::signbit(series.BaseLineSlope()));
+}
+
 } // namespace
 } // namespace lumoplot

@@ -14,11 +14,10 @@ namespace {
 /// read, as the page of the filter does.
 std::string Difference(TxyGraph& a, TxyGraph& b) {
     TSilentProgress progress;
-    for (TxyGraph* graph : {&a, &b})
-        for (TSeries* series : graph->Series()) {
-            LoadEveryRow(*series, progress);
-            series->UpdateRegression();
-        }
+    for (TxyGraph* graph : {&a, &b}) {
+        for (TSeries* series : graph->Series()) LoadEveryRow(*series, progress);
+        for (TSeries* series : graph->Series()) series->UpdateRegression(); // X may be another's
+    }
     return TGraphState::Difference(TGraphState(a), TGraphState(b));
 }
 
