@@ -104,6 +104,12 @@ TEST_F(GraphWork, TemplatesCarryTheLookWithoutPoints) {
     AnswerPath(PathOf("winds.ltp"));
     Control<QAction>(*Window, "a_SaveAsTemplate").trigger();
     EXPECT_EQ(Window->Document().FileName(), PathOf("graph.ltp"));
+    {
+        TxyGraph kept;
+        kept.LoadFromFile(PathOf("winds.ltp").toStdString());
+        ASSERT_EQ(kept.Series().size(), 1u);
+        EXPECT_EQ(kept.FirstSeries()->Count(), 0);
+    }
     AnswerPath(PathOf("winds.ltp"));
     QString offered;
     auto* asking = new QTimer(qApp); // until the question comes behind the file dialog
@@ -120,6 +126,19 @@ TEST_F(GraphWork, TemplatesCarryTheLookWithoutPoints) {
     EXPECT_EQ(Graph().Appearance()->GraphTitle(), "Trade winds");
     EXPECT_EQ(First().Count(), 168) << "data sets are read from their sources again";
     EXPECT_TRUE(Window->Document().FileName().isEmpty());
+}
+
+TEST_F(GraphWork, TheLegendKeepsWhatIsNotToBeInIt) {
+    Open(Write("b.csv", "t,p\n0,1\n1,2\n"));
+    const auto toggle = [&] { Control<QAction>(*Window, "a_ShowLegend").trigger(); };
+    if (Graph().Legend()->visible()) toggle();
+    First().SetShowInLegend(false);
+    toggle();
+    EXPECT_FALSE(First().ShowInLegend());
+    toggle();
+    for (TSeries* series : Graph().Series()) series->SetShowInLegend(false);
+    toggle();
+    EXPECT_TRUE(First().ShowInLegend()) << "a legend without anything is none";
 }
 
 TEST_F(GraphWork, SettingsSetTheRangeAndResetScaleTakesItBack) {

@@ -186,6 +186,18 @@ TEST_F(OpenAndSave, EveryRowIsLoadedAndThoseThatAreThinnedForTheEyeWhenItIsWante
     NotePointsAreMade(First());
     everyRow.trigger();
     EXPECT_EQ(Rows(), "1 data set, 5000 points") << "what was worked out is not read again";
+    Window->Document().New();
+    const int budget = TxyGraph::kHostPointBudget;
+    EXPECT_EQ(Graph().PointBudget(), budget) << "the wish was for the graph before";
+}
+
+TEST_F(OpenAndSave, ATitleOfTheXAxisThatSomebodyWroteStays) {
+    for (const char* title : {"elapsed", "X axis"}) {
+        Window->Document().New();
+        Graph().XAxis()->SetTitle(title);
+        Open(Write("a.csv", "hours,v\n1,2\n2,3\n"));
+        EXPECT_EQ(Graph().XAxis()->Title(), title == std::string("elapsed") ? "elapsed" : "hours");
+    }
 }
 
 TEST_F(OpenAndSave, ALoadingThatIsCancelledLeavesTheGraphAsItWas) {
