@@ -13,6 +13,7 @@
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "sources/report/text_explanation.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "support/errors.h"
 
 #include <QFileInfo>
@@ -65,6 +66,14 @@ TDSInfo SourceInfo(const TTextOptions& options) {
     if (!options.yErrorColumn.empty()) info.SetYErrorRule({TYErrorKind::Column, 0, options.yErrorColumn});
     if (options.every) info.SetRowSamplingFrequency(*options.every);
     return info;
+}
+
+std::string WithSheetOf(const std::string& file, const TTextOptions& options) {
+    if (options.sheet.empty()) return file;
+    const std::string name = WithSheet(file, options.sheet);
+    if (SheetPlaceOf(name).sheet.empty())
+        throw EUsage("--sheet: " + file + " is no spreadsheet (.xlsx, .ods)");
+    return name;
 }
 
 bool HasEqualNeighbours(const TDataSeries& series) {
@@ -123,10 +132,11 @@ void LoadDatabaseInto(TxyGraph& graph, TSeries& series, const TDataOptions& opti
 // What a person sees who opens the file in the host application.
 void LoadSingleSeries(TxyGraph& graph, TFileKind kind, const TDataOptions& options) {
     ApplyDefaultLook(graph);
-    graph.Appearance()->SetGraphTitle(
-        kind == TFileKind::Database
-            ? DatabaseTitle(options)
-            : QFileInfo(QString::fromStdString(options.file)).completeBaseName().toStdString());
+    graph.Appearance()->SetGraphTitle(kind == TFileKind::Database
+                                          ? DatabaseTitle(options)
+                                          : QFileInfo(QString::fromStdString(SheetPlaceOf(options.file).file))
+                                                .completeBaseName()
+                                                .toStdString());
     TSeries& series = *graph.FindSeries(graph.AddSeries());
     if (kind == TFileKind::Text)
         LoadTextSeriesInto(graph, series, options);
@@ -151,6 +161,11 @@ void AddTextOptions(CLI::App& command, TTextOptions& options, TYColumns yColumns
         .add_option_function<std::string>("--columns", setColumns,
                                           "Columns by number from 1 or by header name")
         ->type_name("X,Y")
+        ->group(group);
+    command
+        .add_option("--sheet", options.sheet,
+                    "Sheet of a spreadsheet (the first one that is not hidden and has numbers)")
+        ->type_name("NAME")
         ->group(group);
     command.add_option("--y-error", options.yErrorColumn, "Column with the standard errors of Y")
         ->type_name("COLUMN")
@@ -194,7 +209,8 @@ void AddDataSet(TxyGraph& graph, const TDataOptions& options) {
     });
 }
 
-TTextReport LoadTextData(TDataSeries& series, const std::string& file, const TTextOptions& options) {
+TTextReport LoadTextData(TDataSeries& series, const std::string& name, const TTextOptions& options) {
+    const std::string file = WithSheetOf(name, options);
     series.DataSourceInfo() = SourceInfo(options);
     series.SetDuplicatesAllowed(!options.merge);
     TTextLoadOptions load;

@@ -25,6 +25,7 @@ struct TTextOptions {
     std::vector<std::string> moreYColumns; ///< of further data sets with the same X, where there may be some
     std::string yErrorColumn;              ///< of the standard errors of Y; empty: none
     std::optional<int> every;
+    std::string sheet;    ///< of a spreadsheet; empty: the first one with rows of numbers
     std::string readAs;   ///< "other", or parts of a description; empty: as it is found
     bool explain = false; ///< one line on standard error tells how the file is read
     bool merge = false;   ///< rows with equal X become one point

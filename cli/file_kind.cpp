@@ -2,6 +2,7 @@
 
 #include "cli/database_input.h"
 #include "sources/database/connection/connection.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "support/errors.h"
 
 #include <QFile>
@@ -54,10 +55,11 @@ TFileKind KindOfFile(const std::string& name) {
     const auto kind = KindByExtension(name);
     if (kind && kind != TFileKind::Text) return *kind;
     if (IsConnection(name)) return TFileKind::Database;
-    const std::string bytes = FirstBytes(name);
+    const std::string file = SheetPlaceOf(name).file;
+    const std::string bytes = FirstBytes(file);
     for (const auto& [beginning, found] : kBeginnings)
         if (bytes.starts_with(beginning)) return found;
-    return IsDatabaseFile(name) ? TFileKind::Database : TFileKind::Text;
+    return IsDatabaseFile(file) ? TFileKind::Database : TFileKind::Text;
 }
 
 } // namespace lumoplot

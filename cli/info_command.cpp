@@ -5,6 +5,7 @@
 #include "cli/file_document.h"
 #include "cli/text_document.h"
 #include "fit/definition/cur_fit.h"
+#include "sources/spreadsheet/sheet_place.h"
 
 #include <memory>
 
@@ -33,6 +34,8 @@ private:
     TDocument TextFileDocument() const {
         TDataSeries series;
         TDocument document = TextDocument(LoadTextData(series, data.file, data.text));
+        for (const TBookSheet& sheet : SheetsOf(SheetPlaceOf(data.file).file))
+            document["Sheets"].push_back(sheet.name + (sheet.isHidden ? " (hidden)" : ""));
         AppendPoints(document, series);
         return document;
     }

@@ -46,6 +46,7 @@ TDocument TextDocument(const TTextReport& report) {
                           {"Messages", report.messages},
                           {"LeftOut", explanation.leftOut},
                           {"Notes", explanation.notes}};
+    if (format.sheet) document["Sheet"] = *format.sheet;
     if (format.timeColumn >= 0) document["TimeColumn"] = ColumnNumber(format.timeColumn);
     if (report.readings.runnerUp) document["OtherReading"] = Describe(report.readings.runnerUp->format);
     return document;

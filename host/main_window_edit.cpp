@@ -8,6 +8,7 @@
 #include "host/files/recent_files.h"
 #include "host/files/shown_text.h"
 #include "host/main_window.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "support/guard.h"
 #include "ui_main_window.h"
 
@@ -52,7 +53,7 @@ void TMainWindow::AddData(const TDataChoice& choice) {
     });
     m_dataFiles->TellNotes();
     if (!added) return;
-    m_recentFiles->Add(fileName);
+    m_recentFiles->Add(QString::fromStdString(SheetPlaceOf(fileName.toStdString()).file));
     TellReading(fileName);
 }
 

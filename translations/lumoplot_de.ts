@@ -47,8 +47,8 @@
         <translation>Diagramme (*.ltp);;Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;All files (*)</source>
-        <translation>Daten (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;Datenbanken (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;Alle Dateien (*)</translation>
+        <source>Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.xlsx *.xlsm *.ods *.gz *.zst *.lds);;Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;All files (*)</source>
+        <translation>Daten (*.csv *.txt *.dat *.tsv *.asc *.prn *.xlsx *.xlsm *.ods *.gz *.zst *.lds);;Datenbanken (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>

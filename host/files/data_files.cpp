@@ -1,6 +1,7 @@
 #include "host/files/data_files.h"
 
 #include "data/series/ds_info.h"
+#include "dialogs/import/source_files.h"
 #include "graph/loading/date_axis.h"
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
@@ -102,14 +103,14 @@ bool TDataFiles::Add(const TDataChoice& choice, TProgress& progress) {
 }
 
 bool TDataFiles::AddColumn(const TDataChoice& choice, std::size_t column, TProgress& progress) {
-    const QFileInfo file(QString::fromStdString(choice.Source.SourceName()));
+    const QFileInfo file(QString::fromStdString(SheetPlaceOf(choice.Source.SourceName()).file));
     const bool isDataSet = choice.Source.Kind() == TSourceKind::DataFile;
     TNewSeries added(m_graph);
     TSeries& series = added.Series();
     series.SetDuplicatesAllowed(true);
     series.DataSourceInfo() = choice.Source;
     series.SetTextWishes(choice.Wishes);
-    std::string name = file.completeBaseName().toStdString();
+    std::string name = BaseNameOf(choice.Source.SourceName());
     if (!choice.YColumns.empty()) series.DataSourceInfo().SetYDataColumn(choice.YColumns[column]);
     if (!choice.YErrors.empty()) series.DataSourceInfo().SetYErrorRule(choice.YErrors[column]);
     if (column > 0) name += " " + choice.YColumns[column];

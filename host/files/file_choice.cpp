@@ -51,7 +51,7 @@ QString GraphFilters() {
 
 QString DataFilters() {
     return QCoreApplication::translate(
-        "Files", "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.gz *.zst *.lds);;"
+        "Files", "Data (*.csv *.txt *.dat *.tsv *.asc *.prn *.xlsx *.xlsm *.ods *.gz *.zst *.lds);;"
                  "Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb);;All files (*)");
 }
 

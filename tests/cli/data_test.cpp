@@ -1,4 +1,5 @@
 #include "cli/program.h"
+#include "common/places.h"
 #include "data/series/ds_info.h"
 #include "graph/loading/source_loading.h"
 
@@ -75,6 +76,19 @@ TEST_F(Data, TextOptionsChooseRowsAndColumns) {
     const std::string tabs = WithText("tabs.txt", "1\t2,5\n2\t3,5\n");
     EXPECT_EQ(RunForJson({"stats", tabs, "--separators", "\\t"})["y"].toObject()["sum"].toDouble(), 6);
     EXPECT_EQ(RunForJson({"stats", tabs, "--separators", "\\t,"})["y"].toObject()["sum"].toDouble(), 5);
+}
+
+TEST_F(Data, ASheetIsReadOfASpreadsheet) {
+    const std::string file = SourceFile("tests/data_files/levels.xlsx");
+    EXPECT_EQ(RunForJson({"stats", file})["y"].toObject()["sum"].toDouble(), 88);
+    for (const TArguments& arguments :
+         {TArguments{"stats", file, "--sheet", "Runs"}, {"stats", file + "#Runs"}})
+        EXPECT_EQ(RunForJson(arguments)["y"].toObject()["sum"].toDouble(), 27.5);
+    const QJsonObject info = RunForJson({"info", file});
+    EXPECT_EQ(info["Sheet"].toString(), "Days");
+    EXPECT_EQ(info["Sheets"].toArray().size(), 3);
+    EXPECT_NE(RunProgram({"stats", file, "--sheet", "None"}).error.find("has no sheet \"None\""),
+              std::string::npos);
 }
 
 TEST_F(Data, SkippedRowsAreToldAndTheRestIsUsed) {

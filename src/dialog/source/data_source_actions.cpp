@@ -8,6 +8,7 @@
 #include "dialogs/import/text_preview_pane.h"
 #include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
 #include "ui_data_source_page.h"
@@ -77,7 +78,7 @@ void TDataSourcePage::Browse() {
     dialog.setNameFilter(SourceFilter());
     if (series->DataSourceInfo().Kind() == TSourceKind::DataFile)
         dialog.selectNameFilter(dialog.nameFilters().value(1));
-    const QFileInfo present(QString::fromStdString(SourceFileOf(*series)));
+    const QFileInfo present(QString::fromStdString(SheetPlaceOf(SourceFileOf(*series)).file));
     if (present.exists()) dialog.setDirectory(present.absolutePath());
     if (dialog.exec() != QDialog::Accepted) return;
     const QString file = dialog.selectedFiles().value(0);
@@ -153,7 +154,7 @@ void TDataSourcePage::AttachFile(const std::string& fileName) {
     if (KindOfFile(name) == TSourceKind::Database) return ChooseDatabase(series, name);
     ChangeKind(series, KindOfFile(name));
     series.DataSourceInfo().SetSourceName(fileName);
-    series.SetSeriesName(QFileInfo(name).completeBaseName().toStdString());
+    series.SetSeriesName(BaseNameOf(fileName));
     Context().ShowSeriesName(QString::fromStdString(series.SeriesName()));
     m_failureTold = false;
     // The file's name is the better name for a data set that is new.
@@ -206,8 +207,9 @@ bool TDataSourcePage::LoadShowingErrors(TSeries& series) {
 void TDataSourcePage::LoadAsStep(TSeries& series) {
     m_failureTold = false;
     if (!LoadShowingErrors(series)) return;
-    const QString source = QString::fromStdString(series.DataSourceInfo().SourceName());
-    Context().Session().NameStep("load " + QFileInfo(source).fileName().toStdString());
+    const TSheetPlace place = SheetPlaceOf(series.DataSourceInfo().SourceName());
+    const std::string file = QFileInfo(QString::fromStdString(place.file)).fileName().toStdString();
+    Context().Session().NameStep("load " + WithSheet(file, place.sheet));
 }
 
 } // namespace lumoplot

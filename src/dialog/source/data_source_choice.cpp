@@ -2,6 +2,7 @@
 #include "dialog/source/data_source_page.h"
 #include "dialogs/import/database_chooser.h"
 #include "dialogs/import/get_data_source.h"
+#include "dialogs/import/source_files.h"
 #include "dialogs/link/link_dialog.h"
 #include "dialogs/messages/progress_window.h"
 #include "graph/loading/source_loading.h"
@@ -9,16 +10,13 @@
 #include "support/message_text.h"
 #include "ui_data_source_page.h"
 
-#include <QFileInfo>
-
 namespace lumoplot {
 namespace {
 
 /// The name of a data set whose column has none.
 std::string NameOfSource(const TDSInfo& info, std::size_t place) {
-    const QString name = QString::fromStdString(info.SourceName());
-    const bool isSheet = info.Kind() == TSourceKind::LumoSheet;
-    const std::string base = (isSheet ? name : QFileInfo(name).completeBaseName()).toStdString();
+    const std::string& name = info.SourceName();
+    const std::string base = info.Kind() == TSourceKind::LumoSheet ? name : BaseNameOf(name);
     return place == 0 ? base : base + " " + info.YDataColumn();
 }
 

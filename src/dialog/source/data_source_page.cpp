@@ -7,6 +7,7 @@
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "sources/text/loading/text_loader.h"
 #include "support/errors.h"
 #include "support/message_text.h"
@@ -62,7 +63,7 @@ void TDataSourcePage::ConnectControls() {
     });
     connect(m_ui->cbx_Sheet, &QComboBox::activated, this, [this] {
         Edit("source of ", [&](TSeries& series) {
-            series.DataSourceInfo().SetSourceName(m_ui->cbx_Sheet->currentText().toStdString());
+            TakeSheet(series);
             LoadAsStep(series);
         });
     });
@@ -157,8 +158,7 @@ void TDataSourcePage::ShowNameControls(TSourceKind kind) {
           static_cast<QWidget*>(m_ui->btnBrowse)})
         control->setVisible(IsFile(kind));
     const bool isSheet = kind == TSourceKind::LumoSheet && IsSheetOffered();
-    m_ui->lblSheet->setVisible(isSheet);
-    m_ui->cbx_Sheet->setVisible(isSheet);
+    ShowSheetList(isSheet);
     m_ui->btnReload->setVisible(IsFile(kind) || isSheet || kind == TSourceKind::Database ||
                                 kind == TSourceKind::Link);
     CheckDirectory();
@@ -173,6 +173,7 @@ void TDataSourcePage::ShowKind(TSeries& series) {
     else
         m_manual->Clear();
     if (kind == TSourceKind::LumoSheet) FillSheets(series);
+    if (kind == TSourceKind::TextFile) FillSheetsOfFile(series);
     const bool isText = IsText(series);
     ShowPart(*(kind == TSourceKind::Manual ? m_ui->pageManual : isText ? m_ui->pageText : m_ui->pageNotes));
     if (IsDatabase(series)) return ShowDatabase(series);
@@ -219,6 +220,29 @@ void TDataSourcePage::FillSheets(const TSeries& series) {
     const QString chosen = QString::fromStdString(series.DataSourceInfo().SourceName());
     if (!chosen.isEmpty() && m_ui->cbx_Sheet->findText(chosen) < 0) m_ui->cbx_Sheet->addItem(chosen);
     m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(chosen));
+}
+
+/// Of a spreadsheet with several.
+void TDataSourcePage::FillSheetsOfFile(const TSeries& series) {
+    m_ui->cbx_Sheet->clear();
+    const TSheetPlace place = SheetPlaceOf(SourceFileOf(series));
+    for (const TBookSheet& sheet : SheetsOf(place.file))
+        m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(place.sheet)));
+    ShowSheetList(m_ui->cbx_Sheet->count() > 1);
+}
+
+void TDataSourcePage::ShowSheetList(bool isShown) {
+    m_ui->lblSheet->setVisible(isShown);
+    m_ui->cbx_Sheet->setVisible(isShown);
+}
+
+/// One that the host offers, or one of the spreadsheet file.
+void TDataSourcePage::TakeSheet(TSeries& series) {
+    TDSInfo& info = series.DataSourceInfo();
+    const std::string sheet = m_ui->cbx_Sheet->currentText().toStdString();
+    info.SetSourceName(info.Kind() == TSourceKind::LumoSheet ? sheet : WithSheet(info.SourceName(), sheet));
+    m_ui->e_SourceName->setText(QString::fromStdString(info.SourceName()));
 }
 
 void TDataSourcePage::ShowNotes(const TSeries& series) {
@@ -268,6 +292,9 @@ void TDataSourcePage::ShowText(const TSeries& series) {
     try {
         TTextPreview preview = PreviewSource(series, kPreviewRows);
         m_options->FillFrom(series, &preview.readings.best.format);
+        // Which sheet is read while none is chosen.
+        if (const auto& sheet = preview.readings.best.format.sheet)
+            m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(*sheet)));
         m_preview->ShowPreview(std::move(preview), HasFixedReading(series));
     } catch (const ELumoError& error) {
         m_options->FillFrom(series, nullptr);
@@ -287,7 +314,8 @@ void TDataSourcePage::DescriptionChanged() {
 /// A relative name of a file that is not there is looked up in the graph's data directory.
 void TDataSourcePage::CheckDirectory() {
     const QString name = m_ui->e_SourceName->text();
-    const bool found = name.isEmpty() || QFileInfo::exists(QDir(QDir::rootPath()).filePath(name));
+    const QString file = QString::fromStdString(SheetPlaceOf(name.toStdString()).file);
+    const bool found = name.isEmpty() || QFileInfo::exists(QDir(QDir::rootPath()).filePath(file));
     const bool isRelative = !name.contains(QStringLiteral(":\\")) && QFileInfo(name).isRelative();
     const bool isShown = !found && isRelative && m_ui->e_SourceName->isVisibleTo(this);
     m_ui->lblDirectory->setVisible(isShown);

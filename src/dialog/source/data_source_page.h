@@ -73,6 +73,9 @@ private:
     void ShowKind(TSeries& series);
     void ShowNotes(const TSeries& series);
     void FillSheets(const TSeries& series);
+    void FillSheetsOfFile(const TSeries& series);
+    void ShowSheetList(bool isShown);
+    void TakeSheet(TSeries& series);
     static bool IsFile(TSourceKind kind);
     bool IsSheetOffered() const;
     bool IsText(const TSeries& series) const;

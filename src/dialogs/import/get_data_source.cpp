@@ -9,6 +9,7 @@
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
 #include "graph/model/holder.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "sources/text/error_columns.h"
 #include "support/errors.h"
 #include "support/guard.h"
@@ -77,10 +78,10 @@ TxyGetDataSource::~TxyGetDataSource() = default;
 
 /// As they are read: from the left to the right side, there from top to bottom.
 void TxyGetDataSource::OrderTabs() {
-    const char* const kNames[] = {"btnBrowse",    "cbx_Separator", "cbx_DecimalSign", "cbx_DateOrder",
-                                  "cbx_Encoding", "se_HeaderRows", "cbx_XColumn",     "l_YColumns",
-                                  "btnAllY",      "cbx_YErrors",   "btnRunnerUp",     "btnFindAgain",
-                                  "t_Preview",    "l_Messages",    "btnOk",           "btnCancel"};
+    const char* const kNames[] = {
+        "btnBrowse",     "cbx_Sheet",   "cbx_Separator", "cbx_DecimalSign", "cbx_DateOrder", "cbx_Encoding",
+        "se_HeaderRows", "cbx_XColumn", "l_YColumns",    "btnAllY",         "cbx_YErrors",   "btnRunnerUp",
+        "btnFindAgain",  "t_Preview",   "l_Messages",    "btnOk",           "btnCancel"};
     QWidget* last = m_ui->l_Sources;
     for (const char* name : kNames)
         if (auto* next = findChild<QWidget*>(QLatin1String(name))) {
@@ -119,6 +120,7 @@ void TxyGetDataSource::ConnectReading() {
             ShowSource();
         });
     });
+    connect(m_reading, &TReadingOptions::SheetPicked, this, [this] { Guarded([&] { PickSheet(); }); });
     connect(m_preview, &TTextPreviewPane::RowWanted, this, [this](qlonglong row) {
         Guarded([&] {
             const qlonglong first = std::max<qlonglong>(1, row - kChooserPreviewRows / 2);
@@ -168,6 +170,18 @@ void TxyGetDataSource::SourcePicked(const QListWidgetItem* item) {
     m_yErrors = rule.Kind == TYErrorKind::Column            ? QString::fromStdString(rule.Column)
                 : isGiven && !m_given.XDataColumn().empty() ? kNoErrors
                                                             : kAutoErrors;
+    m_ui->l_YColumns->clear();
+    ShowSource();
+}
+
+/// Another sheet is another source: nothing of the reading is known of it.
+void TxyGetDataSource::PickSheet() {
+    TDSInfo info;
+    info.SetKind(Source().Kind());
+    info.SetSourceName(WithSheet(Source().SourceName(), m_reading->Sheet()));
+    m_series->DataSourceInfo() = info;
+    m_series->SetTextWishes({});
+    m_yErrors = kAutoErrors;
     m_ui->l_YColumns->clear();
     ShowSource();
 }

@@ -64,6 +64,7 @@ private:
 
     void SourcePicked(const QListWidgetItem* item);
     void Browse();
+    void PickSheet();
     void ShowSource();
     void ShowText();
     std::optional<TTextFormat> ShowPreview();

@@ -4,6 +4,7 @@
 #include "dialogs/import/text_preview_pane.h"
 #include "graph/loading/source_loading.h"
 #include "graph/model/holder.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "ui_get_data_source.h"
 
 #include <QDir>
@@ -19,12 +20,20 @@ constexpr int kNameRole = Qt::UserRole + 1;
 constexpr int kMostFiles = 500;
 
 QStringList Patterns() {
-    return {QStringLiteral("*.dat"), QStringLiteral("*.txt"), QStringLiteral("*.csv"),
-            QStringLiteral("*.tsv"), QStringLiteral("*.lds")};
+    return {QStringLiteral("*.dat"), QStringLiteral("*.txt"),  QStringLiteral("*.csv"),
+            QStringLiteral("*.tsv"), QStringLiteral("*.xlsx"), QStringLiteral("*.xlsm"),
+            QStringLiteral("*.ods"), QStringLiteral("*.lds")};
 }
 
 QString Shown(TSourceKind kind, const QString& name) {
-    return kind == TSourceKind::LumoSheet ? name : QFileInfo(name).fileName();
+    if (kind == TSourceKind::LumoSheet) return name;
+    const TSheetPlace place = SheetPlaceOf(name.toStdString());
+    const std::string file = QFileInfo(QString::fromStdString(place.file)).fileName().toStdString();
+    return QString::fromStdString(WithSheet(file, place.sheet));
+}
+
+QString FileOf(const TSeries& series) {
+    return QString::fromStdString(SheetPlaceOf(SourceFileOf(series)).file);
 }
 
 } // namespace
@@ -59,7 +68,7 @@ void TxyGetDataSource::ListSheets() {
 void TxyGetDataSource::ListFiles() {
     const TSourceKind kind = Source().Kind();
     const bool isFile = kind == TSourceKind::TextFile || kind == TSourceKind::DataFile;
-    const QFileInfo present(isFile ? QString::fromStdString(SourceFileOf(*m_series)) : QString());
+    const QFileInfo present(isFile ? FileOf(*m_series) : QString());
     const QString inGraph = QString::fromStdString(m_graph->Appearance()->DataDirectory());
     const QString path = present.exists() ? present.absolutePath() : inGraph;
     const QDir directory(path);
@@ -107,7 +116,7 @@ void TxyGetDataSource::Browse() {
     dialog.setOption(QFileDialog::ReadOnly);
     dialog.setNameFilters({QStringLiteral("Data Files (%1)").arg(Patterns().join(QLatin1Char(' '))),
                            QStringLiteral("All Files (*)")});
-    const QFileInfo present(QString::fromStdString(SourceFileOf(*m_series)));
+    const QFileInfo present(FileOf(*m_series));
     if (present.exists()) dialog.setDirectory(present.absolutePath());
     if (dialog.exec() != QDialog::Accepted) return;
     const QString file = dialog.selectedFiles().value(0);

@@ -2,6 +2,8 @@
 
 #include "data/series/ds_info.h"
 #include "dialogs/import/auto_list.h"
+#include "graph/loading/source_loading.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "ui_reading_options.h"
 
 #include <array>
@@ -38,6 +40,7 @@ std::optional<TTextEncoding> EncodingFound(const TTextFormat* found) {
 TReadingOptions::TReadingOptions(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::TReadingOptions>()) {
     m_ui->setupUi(this);
+    connect(m_ui->cbx_Sheet, &QComboBox::activated, this, &TReadingOptions::SheetPicked);
     for (QComboBox* box :
          {m_ui->cbx_Separator, m_ui->cbx_DecimalSign, m_ui->cbx_DateOrder, m_ui->cbx_Encoding})
         connect(box, &QComboBox::activated, this, &TReadingOptions::Picked);
@@ -46,7 +49,31 @@ TReadingOptions::TReadingOptions(QWidget* parent)
 
 TReadingOptions::~TReadingOptions() = default;
 
+// The sheets are listed once for a file.
+void TReadingOptions::ShowSheets(const std::string& fileName, const std::string& chosen) {
+    if (m_sheetsOf != fileName) {
+        m_ui->cbx_Sheet->clear();
+        for (const TBookSheet& sheet : SheetsOf(fileName))
+            m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
+    }
+    m_sheetsOf = fileName;
+    const bool isBook = m_ui->cbx_Sheet->count() > 0;
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(chosen)));
+    m_ui->lblSheet->setVisible(isBook);
+    m_ui->cbx_Sheet->setVisible(isBook);
+    m_ui->lblSeparator->setVisible(!isBook);
+    m_ui->cbx_Separator->setVisible(!isBook);
+    m_ui->cbx_Encoding->setEnabled(!isBook);
+}
+
+std::string TReadingOptions::Sheet() const {
+    return m_ui->cbx_Sheet->currentText().toStdString();
+}
+
 void TReadingOptions::Show(const TSeries& series, const TTextFormat* found) {
+    const bool isFile = series.DataSourceInfo().Kind() == TSourceKind::TextFile;
+    const TSheetPlace place = isFile ? SheetPlaceOf(SourceFileOf(series)) : TSheetPlace();
+    ShowSheets(place.file, found && found->sheet ? *found->sheet : place.sheet);
     const TDSInfo& info = series.DataSourceInfo();
     const TTextWishes& wishes = series.TextWishes();
     const auto separator =

@@ -7,6 +7,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <string>
 
 namespace Ui {
 class TReadingOptions;
@@ -24,15 +25,22 @@ public:
     /// Shows what the data set's description fixes, and what was found of the rest; null where the source can
     /// not be read.
     void Show(const TSeries& series, const TTextFormat* found);
+    /// The sheet of a spreadsheet that is chosen.
+    std::string Sheet() const;
     /// Fixes in the description what is chosen, and leaves the rest to be found.
     void Store(TSeries& series) const;
 
 Q_SIGNALS:
     /// The user has chosen something.
     void Picked();
+    /// The user has chosen another sheet of the file.
+    void SheetPicked();
 
 private:
+    void ShowSheets(const std::string& fileName, const std::string& chosen);
+
     std::unique_ptr<Ui::TReadingOptions> m_ui;
+    std::string m_sheetsOf; ///< the file whose sheets are listed
 };
 
 } // namespace lumoplot

@@ -9,6 +9,7 @@
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
 #include "sources/link/link_place.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "sources/text/loading/series_supplier.h"
 #include "support/errors.h"
 #include "support/message_sink.h"
@@ -23,7 +24,8 @@ namespace {
 std::string FileFor(const TSeries& series, const std::string& file) {
     const QString name = QString::fromStdString(file);
     const QString directory = QString::fromStdString(series.Graph().Appearance()->DataDirectory());
-    if (name.isEmpty() || directory.isEmpty() || QFileInfo::exists(name)) return name.toStdString();
+    const bool exists = QFileInfo::exists(QString::fromStdString(SheetPlaceOf(file).file));
+    if (name.isEmpty() || directory.isEmpty() || exists) return file;
     return QDir(directory).filePath(name).toStdString(); // an absolute name stays
 }
 

@@ -50,7 +50,8 @@ XYGRAPH_EXPORT TTextPreview PreviewSource(const TSeries& series, int maxRows);
 /// and keeps the points that it has, as does what the user cancels.
 XYGRAPH_EXPORT void LoadThinnedAgain(TxyGraph& graph, const TxyGraph& edited, TProgress& progress);
 
-/// The source's file: its name as it is when it is absolute or exists, else in the graph's data directory.
+/// The source's file, with its sheet where one is named ("book.xlsx#Sheet"): its name as it is when it is
+/// absolute or exists, else in the graph's data directory.
 XYGRAPH_EXPORT std::string SourceFileOf(const TSeries& series);
 
 /// The connection of a data set that a database feeds; a file's name is completed as SourceFileOf does.

@@ -2,8 +2,9 @@
 // front again. Holds a piece of the file and the state of the decompression, whatever the size.
 #pragma once
 
+#include "sources/packed/packed_text.h"
+
 #include <QFile>
-#include <QIODevice>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -25,22 +26,19 @@ public:
     virtual TStep Step(const char* input, std::size_t size, char* output, std::size_t capacity) = 0;
 };
 
-class TCompressedFile final : public QIODevice {
+class TCompressedFile final : public TPackedText {
 public:
     /// The file as what is in it when its first bytes are those of a compressed file, else null. The file is
     /// open; it is taken in the first case only.
     static std::unique_ptr<TCompressedFile> Open(std::unique_ptr<QFile>& file);
 
-    bool isSequential() const override { return true; }
-    /// Bytes of the file that have been read, and that it has.
-    qint64 RawPosition() const { return m_isAtEnd ? RawSize() : m_file->pos(); }
-    qint64 RawSize() const { return m_file->size(); }
+    qint64 RawPosition() const override { return m_isAtEnd ? RawSize() : m_file->pos(); }
+    qint64 RawSize() const override { return m_file->size(); }
     /// Anywhere, by reading on from the front.
     bool seek(qint64 position) override;
 
 protected:
     qint64 readData(char* data, qint64 capacity) override;
-    qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
     TCompressedFile(std::unique_ptr<QFile> file, std::unique_ptr<TDecompressor> decompressor);

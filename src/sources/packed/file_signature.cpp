@@ -12,14 +12,15 @@ struct TSignature {
     const char* what;
 };
 
-constexpr const char* kSheet = "save the sheet as CSV and open that";
+constexpr const char* kOtherSheet =
+    "a spreadsheet of an unknown kind: save it as .xlsx or .ods and open that";
 
 constexpr const char* kUtf32 = "text in UTF-32: save it as UTF-8 and open that";
 constexpr const char* kMarkup = "marked up (XML, HTML): export its table as CSV and open that";
 
 constexpr TSignature kSignatures[] = {
     {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"sv,
-     "a document of an office program (.xls, .doc): save its table as CSV and open that"},
+     "a document of an office program (.xls, .doc): save its table as .xlsx, .ods or CSV and open that"},
     {"SQLite format 3\0"sv, "a database (SQLite): open it as one"},
     {"\0\1\0\0Standard "sv, "a database (.mdb, .accdb): open it as one"},
     {"%PDF-"sv, "a document (PDF): copy its table into a text file and open that"},
@@ -55,8 +56,7 @@ constexpr TSignature kSignatures[] = {
 
 std::string KindOfZip(std::string_view bytes) {
     const auto holds = [bytes](std::string_view name) { return bytes.find(name) != std::string_view::npos; };
-    if (holds("opendocument.spreadsheet")) return std::string("a spreadsheet (.ods): ") + kSheet;
-    if (holds("xl/")) return std::string("a spreadsheet (.xlsx): ") + kSheet;
+    if (holds("opendocument.spreadsheet") || holds("xl/")) return kOtherSheet;
     if (holds("word/") || holds("opendocument.text"))
         return "a text document: copy its table into a text file and open that";
     return "an archive (zip): unpack it and open what is in it";

@@ -1,11 +1,12 @@
 #include "sources/text/text_file.h"
 
+#include "sources/packed/compressed_file.h"
 #include "sources/packed/file_signature.h"
+#include "sources/spreadsheet/spreadsheet_text.h"
 #include "support/code_page.h"
 #include "support/errors.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -92,17 +93,19 @@ void TTextFile::Open(const TTextSource& source) {
         memory->setData(QByteArray::fromStdString(*source.Text));
         m_file = std::move(memory);
     } else {
-        const QFileInfo info(QString::fromStdString(m_name));
+        const TSheetPlace place = SheetPlaceOf(m_name);
+        const QFileInfo info(QString::fromStdString(place.file));
         if (!info.exists()) refuse("there is no such file. Check its name and folder");
         if (info.isDir()) refuse("it is a folder. Choose a file");
         if (!info.isFile()) refuse("it is no regular file. Choose another one");
         auto file = std::make_unique<QFile>(info.filePath());
         if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             refuse(file->errorString().toStdString() + ". Check its permissions");
-        auto compressed = TCompressedFile::Open(file);
-        m_compressed = compressed.get();
-        if (compressed)
-            m_file = std::move(compressed);
+        std::unique_ptr<TPackedText> packed = OpenSheet(file, place.sheet);
+        if (!packed) packed = TCompressedFile::Open(file);
+        m_packed = packed.get();
+        if (packed)
+            m_file = std::move(packed);
         else
             m_file = std::move(file);
         return;
@@ -111,30 +114,50 @@ void TTextFile::Open(const TTextSource& source) {
         refuse(m_file->errorString().toStdString());
 }
 
+std::unique_ptr<TPackedText> TTextFile::OpenSheet(std::unique_ptr<QFile>& file, const std::string& sheet) {
+    try {
+        auto text = TSpreadsheetText::Open(file, sheet);
+        m_sheet = text.get();
+        if (text) m_sheetName = text->SheetName();
+        return text;
+    } catch (const EFileError& error) {
+        throw EFileError("File " + SheetPlaceOf(m_name).file + " " + error.what());
+    }
+}
+
+bool TTextFile::HasSheetPoint() const {
+    return m_sheet && m_sheet->HasDecimalPoint();
+}
+
 std::int64_t TTextFile::Position() const {
-    return m_compressed ? m_compressed->RawPosition() : m_position;
+    return m_packed ? m_packed->RawPosition() : m_position;
 }
 
 std::size_t TTextFile::AtMost(std::size_t wanted) const {
     constexpr std::size_t kLeast = 64;
     // Two bytes of UTF-16 become three, and what is compressed more.
     const auto size = static_cast<std::size_t>(m_size);
-    return m_compressed || size > wanted ? wanted : std::min(wanted, 2 * size + kLeast);
+    return m_packed || size > wanted ? wanted : std::min(wanted, 2 * size + kLeast);
 }
 
 TTextFile::TTextFile(const TTextSource& source) : m_name(source.Name) {
     Open(source);
-    m_size = m_compressed ? m_compressed->RawSize() : m_file->size();
-    if (m_size == 0) throw EFileError("File " + m_name + " is empty. Choose another one");
+    m_size = m_packed ? m_packed->RawSize() : m_file->size();
+    const auto refuseEmpty = [this] {
+        throw EFileError(m_sheet ? "File " + m_name + ": the sheet \"" + *m_sheetName + "\" is empty"
+                                 : "File " + m_name + " is empty. Choose another one");
+    };
+    if (m_size == 0) refuseEmpty();
     std::string first(AtMost(kFirstBytes), '\0');
     first.resize(ReadBytes(first.data(), first.size()));
-    if (first.empty()) throw EFileError("File " + m_name + " is empty. Choose another one");
-    if (const auto kind = KnownBinary(first); !kind.empty())
+    if (first.empty()) refuseEmpty();
+    if (const auto kind = m_sheet ? std::string() : KnownBinary(first); !kind.empty())
         throw EFileError("File " + m_name + " is no text file but " + kind);
     Restart(FindEncoding(first));
 }
 
 void TTextFile::Restart(TTextEncoding encoding) {
+    if (m_sheet) encoding = TTextEncoding::Utf8;
     m_encoding = encoding;
     m_heldByte = -1;
     m_heldUnit = 0;

@@ -3,16 +3,19 @@
 // who reads it, not a crash.
 #pragma once
 
-#include "sources/packed/compressed_file.h"
+#include "sources/packed/packed_text.h"
 #include "sources/text/text_format.h"
 
-#include <QIODevice>
+#include <QFile>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace lumoplot {
+
+class TSpreadsheetText;
 
 /// The encoding that the first bytes of a file show: by its mark, by zeros at every other place, by being
 /// UTF-8.
@@ -20,7 +23,7 @@ TTextEncoding FindEncoding(std::string_view firstBytes);
 
 /// Where a text comes from: a file, or memory.
 struct TTextSource {
-    /// A file by its name (UTF-8).
+    /// A file by its name (UTF-8); a sheet of a spreadsheet file as "book.xlsx#Sheet".
     TTextSource(std::string fileName) : Name(std::move(fileName)) {}
     /// A text in memory, under the name that messages give it.
     TTextSource(std::string name, std::string text) : Name(std::move(name)), Text(std::move(text)) {}
@@ -31,12 +34,18 @@ struct TTextSource {
 
 class TTextFile {
 public:
-    /// Opens the source and finds its encoding; of a gzip or Zstandard file what is in it is read. Throws
-    /// EFileError "Can not open file NAME: …", "File NAME is empty" and "File NAME is no text file but …".
+    /// Opens the source and finds its encoding; of a gzip or Zstandard file what is in it is read, of a
+    /// spreadsheet file its sheet, with tabs between the cells. Throws EFileError "Can not open file NAME:
+    /// …", "File NAME is empty", "File NAME is no text file but …" and what a spreadsheet file is refused
+    /// with.
     explicit TTextFile(const TTextSource& source);
 
     const std::string& Name() const { return m_name; }
     TTextEncoding Encoding() const { return m_encoding; }
+    /// The name of the sheet that is read; none of a text.
+    const std::optional<std::string>& Sheet() const { return m_sheetName; }
+    /// A sheet has numbers with a decimal point in what has been read of it.
+    bool HasSheetPoint() const;
     /// Bytes in the file when it was opened, and how many of them have been read; compressed ones where it
     /// is.
     std::int64_t Size() const { return m_size; }
@@ -57,13 +66,16 @@ public:
 
 private:
     void Open(const TTextSource& source);
+    std::unique_ptr<TPackedText> OpenSheet(std::unique_ptr<QFile>& file, const std::string& sheet);
     std::size_t ReadBytes(char* bytes, std::size_t capacity);
     std::size_t ReadUtf16(char* text, std::size_t capacity);
     char* TakeUnit(char16_t unit, char* text);
 
     std::string m_name;
     std::unique_ptr<QIODevice> m_file;
-    const TCompressedFile* m_compressed = nullptr; ///< that file when it is compressed
+    const TPackedText* m_packed = nullptr; ///< that file when it is another kind of file with text in it
+    const TSpreadsheetText* m_sheet = nullptr;
+    std::optional<std::string> m_sheetName;
     TTextEncoding m_encoding = TTextEncoding::Utf8;
     std::int64_t m_size = 0;
     std::int64_t m_position = 0;

@@ -17,6 +17,7 @@ std::string SeparatorName(char separator) {
 }
 
 std::string SeparatorText(const TTextFormat& format) {
+    if (format.sheet) return "sheet \"" + *format.sheet + '"';
     if (format.columnWidth > 0) return "columns of " + std::to_string(format.columnWidth) + " characters";
     if (format.separators.empty() || format.separators == "\n") return "one column";
     if (!format.fields.empty()) return "aligned columns";
@@ -61,7 +62,8 @@ std::string TTextColumn::Title() const {
 
 std::string Describe(const TTextFormat& format) {
     std::string text = SeparatorText(format);
-    text += format.decimalSign == ',' ? ", decimal comma" : ", decimal point";
+    if (!format.sheet || format.decimalSign == ',')
+        text += format.decimalSign == ',' ? ", decimal comma" : ", decimal point";
     if (HasDates(format)) text.append(", dates ").append(DateOrderName(format.dateOrder));
     if (format.quotes == "'") text += ", text in '";
     if (format.shortTimes == TShortTimes::MinutesAndSeconds) text += ", times in minutes:seconds";
@@ -69,7 +71,7 @@ std::string Describe(const TTextFormat& format) {
     text += format.headerRows == 0   ? std::string(", no header rows")
             : format.headerRows == 1 ? std::string(", 1 header row")
                                      : ", " + std::to_string(format.headerRows) + " header rows";
-    return text.append(", ").append(EncodingName(format.encoding));
+    return format.sheet ? text : text.append(", ").append(EncodingName(format.encoding));
 }
 
 std::string ColumnText(const TTextFormat& format, int column) {

@@ -53,6 +53,8 @@ struct TTextFormat {
     static constexpr int kRowNumber = -1;
     static constexpr int kNoColumn = -2;
 
+    /// The sheet of a spreadsheet file that is read; none of a text.
+    std::optional<std::string> sheet;
     TTextEncoding encoding = TTextEncoding::Utf8;
     /// Any of these characters ends a cell; a run of blanks or tabs counts as one when a blank is among them.
     /// Empty: the row is one cell.

@@ -1,6 +1,7 @@
 // The chooser of data sources, driven from the page for sources.
 #include "dialog/wizard_fixture.h"
 
+#include "common/places.h"
 #include "common/values_of.h"
 #include "data/series/ds_info.h"
 #include "dialogs/import/get_data_source.h"
@@ -80,6 +81,28 @@ TEST_F(TGetDataSourceTest, EveryCheckedColumnBecomesADataSet) {
     EXPECT_EQ(YsOf(*Graph.FindSeries(3)), (std::vector<double>{100, 200, 300}));
     EXPECT_EQ(Graph.FindSeries(3)->DataSourceInfo().YDataColumn(), "amp");
     EXPECT_EQ(Find<QComboBox>("cbx_SourceKind").currentText(), "Text File");
+}
+
+TEST_F(TGetDataSourceTest, ASheetOfAFileIsChosen) {
+    QFile::copy(QString::fromStdString(SourceFile("tests/data_files/levels.xlsx")), PathOf("levels.xlsx"));
+    Choose(
+        [&](TxyGetDataSource& chooser) {
+            const auto& sheets = Control<QComboBox>(chooser, "cbx_Sheet");
+            ClickItem(chooser, "l_Sources", "one.csv");
+            EXPECT_FALSE(sheets.isVisibleTo(&chooser));
+            ClickItem(chooser, "l_Sources", "levels.xlsx");
+            EXPECT_EQ(sheets.currentText(), "Days") << "the first one with numbers";
+            EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: Level (cm)", "3: Flow"}));
+            lumoplot::Choose(chooser, "cbx_Sheet", 2);
+            EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: Volt"}));
+        },
+        "btnOk");
+    EXPECT_EQ(YsOf(Current()), (std::vector<double>{0.5, 2, 4.5, 8, 12.5}));
+    EXPECT_EQ(Current().DataSourceInfo().SourceName(), PathOf("levels.xlsx#Runs").toStdString());
+    // The page shows the sheet and chooses among them, too.
+    EXPECT_EQ(Find<QComboBox>("cbx_Sheet").currentText(), "Runs");
+    lumoplot::Choose(Wizard, "cbx_Sheet", 1);
+    EXPECT_EQ(Current().Count(), 8);
 }
 
 TEST_F(TGetDataSourceTest, ThePreviewAndTheColumnsFollowTheChoice) {

@@ -86,18 +86,19 @@ private:
     std::array<bool, 256> m_occurs{};
 };
 
-// "sep=;" in the first row names the separator.
+// "sep=;" in the first row names the separator; one that is in no other row is none.
 std::string NamedSeparator(std::string_view text) {
     const bool isNamed = text.size() > 5 && (text[0] | 0x20) == 's' && (text[1] | 0x20) == 'e' &&
                          (text[2] | 0x20) == 'p' && text[3] == '=' && (text[5] == '\r' || text[5] == '\n');
-    return isNamed ? std::string(1, text[4]) : std::string();
+    return isNamed && text.find(text[4], 5) != std::string_view::npos ? std::string(1, text[4]) : std::string();
 }
 
 std::vector<std::string> SeparatorsToTry(const TTextSample& sample, const TCharactersIn& characters,
                                          const TDSInfo& info) {
     if (info.DivideTextByWidth()) return {""};
     if (!info.TextSeparators().empty()) return {info.TextSeparators()};
-    if (auto named = NamedSeparator(sample.text); !named.empty()) return {named};
+    // It may divide nothing.
+    if (auto named = NamedSeparator(sample.text); !named.empty()) return {named, ""};
     std::vector<std::string> found;
     for (const char* separators : {"\t", ";", ",", "|", " \t"})
         if (characters.HasAny(separators)) found.emplace_back(separators);
@@ -334,11 +335,26 @@ TTextReadings TFormatFinder::Find() {
     return found;
 }
 
+// How the cells of a sheet are divided is known.
+TTextReadings FindSheetFormat(const TTextSample& sample, TDSInfo info, TTextWishes wishes) {
+    info.SetDivideTextByWidth(false);
+    info.SetTextSeparators("\t");
+    info.SetTextMarkers("\"");
+    wishes.encoding = TTextEncoding::Utf8;
+    wishes.quotes = "\"";
+    wishes.columns = TColumnLayout::InTurn;
+    if (!wishes.decimalSign && sample.hasSheetPoint) wishes.decimalSign = '.';
+    TTextReadings readings = TFormatFinder(sample, info, wishes).Find();
+    readings.best.format.sheet = sample.sheet;
+    if (readings.runnerUp) readings.runnerUp->format.sheet = sample.sheet;
+    return readings;
+}
+
 } // namespace
 
 TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& wishes) {
     TTextSample sample;
-    sample.encoding = wishes.encoding.value_or(file.Encoding());
+    sample.encoding = file.Sheet() ? TTextEncoding::Utf8 : wishes.encoding.value_or(file.Encoding());
     file.Restart(sample.encoding);
     std::int64_t lineEnds = 0;
     std::size_t rows = 0;
@@ -363,11 +379,14 @@ TTextSample TakeSample(TTextFile& file, const TDSInfo& info, const TTextWishes& 
     RequireText(file, sample.text);
     for (int i = 1; i <= kPieces && !sample.whole; ++i)
         sample.behind += file.LinesAt(file.Size() / (kPieces + 1) * i, kPieceLength);
+    sample.sheet = file.Sheet();
+    sample.hasSheetPoint = file.HasSheetPoint();
     file.Restart(sample.encoding);
     return sample;
 }
 
 TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, const TTextWishes& wishes) {
+    if (sample.sheet) return FindSheetFormat(sample, info, wishes);
     return TFormatFinder(sample, info, wishes).Find();
 }
 

@@ -14,9 +14,11 @@ namespace lumoplot {
 struct TTextSample {
     std::string text;
     TTextEncoding encoding = TTextEncoding::Utf8;
-    bool whole = false; ///< the text is all of the file
-    std::string behind; ///< rows from places behind the text, in their order
-    std::string odd;    ///< rows that a reading of all the file did not understand
+    std::optional<std::string> sheet; ///< of a spreadsheet file; its cells are divided by tabs
+    bool hasSheetPoint = false;       ///< numbers of the sheet have a decimal point
+    bool whole = false;               ///< the text is all of the file
+    std::string behind;               ///< rows from places behind the text, in their order
+    std::string odd;                  ///< rows that a reading of all the file did not understand
     /// Behind so many rows of numbers in the text that no reading needs more of its front.
     std::size_t enough = std::string::npos;
 };
