@@ -4,6 +4,7 @@
 #include "dialog/wizard_fixture.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 
 namespace lumoplot {
@@ -81,6 +82,29 @@ TEST_F(TWizardTest, OnASmallScreenThePagesScrollAndTheButtonsStay) {
         QTest::keyClick(&Find<QWidget>("btnPreview"), Qt::Key_Backtab, Qt::ShiftModifier);
         QWidget* last = Wizard.focusWidget();
         EXPECT_FALSE(last->visibleRegion().isEmpty()) << last->objectName().toStdString();
+    }
+}
+
+TEST_F(TWizardTest, NoPageScrollsSidewaysWhere800PixelsAreThere) {
+    Show({"Run"});
+    Wizard.resize(780, 540);
+    auto& tabs = Find<QTabWidget>("tabs");
+    auto& kinds = Find<QComboBox>("cbx_SourceKind");
+    const auto expectNone = [&](const std::string& what) {
+        QApplication::processEvents();
+        for (const QScrollArea* area : tabs.currentWidget()->findChildren<QScrollArea*>())
+            if (area->isVisible()) EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << what;
+        if (const auto* page = qobject_cast<QScrollArea*>(tabs.currentWidget()))
+            EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << what;
+    };
+    for (int page = 0; page < tabs.count(); ++page) {
+        tabs.setCurrentIndex(page);
+        expectNone(tabs.tabText(page).toStdString());
+        if (!kinds.isVisible()) continue;
+        for (int kind = 0; kind < kinds.count(); ++kind) {
+            lumoplot::Choose(Wizard, "cbx_SourceKind", kind);
+            expectNone(kinds.currentText().toStdString());
+        }
     }
 }
 
