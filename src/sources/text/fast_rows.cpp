@@ -60,6 +60,9 @@ TFastRows::TFastRows(const TTextFormat& format, const TRowSplitter& splitter)
     m_possible = isPlain && !isPartOfNumbers(format.separators) && !isPartOfNumbers(format.quotes) &&
                  format.columnWidth == 0 && plainSeparators && numbers && format.xColumn != format.yColumn &&
                  format.timeColumn == TTextFormat::kNoColumn && !splitter.IsSeparator(format.decimalSign);
+    if (format.separators.size() == 1 && !m_blanksSeparate) m_separator = format.separators.front();
+    const int rest = static_cast<int>(format.columns.size()) - 1 - std::max(format.xColumn, format.yColumn);
+    if (m_separator != 0 || rest == 0) m_restCells = rest;
 }
 
 // Over whole cells; null when the row ends before, or has a quote.
@@ -93,13 +96,21 @@ const char* TFastRows::ReadAnyCell(const char* text, double& value) const {
     return m_splitter.EndsCell(*end) ? end : nullptr;
 }
 
-// The line end of the row; null when there is a quote before it.
+// Whether more cells stand behind the two than the table has columns.
+bool TFastRows::HasMoreCells(const char* text, const char* lineEnd) const {
+    if (m_restCells < 0) return false;
+    if (m_separator == 0) return std::any_of(text, lineEnd, [](char c) { return !IsBlank(c); });
+    const auto cells = std::count(text, lineEnd, m_separator);
+    return cells > m_restCells;
+}
+
+// The line end of the row; null when there is a quote before it, or when the row is wider than the table.
 [[gnu::always_inline]] inline const char* TFastRows::SkipRest(const char* text, const char* end) const {
     if (IsLineEnd(*text)) return text;
     const char* lineEnd = FindLineEnd(text, end);
     for (const char quote : m_splitter.Quotes())
         if (std::memchr(text, quote, static_cast<std::size_t>(lineEnd - text)) != nullptr) return nullptr;
-    return lineEnd;
+    return HasMoreCells(text, lineEnd) ? nullptr : lineEnd;
 }
 
 [[gnu::always_inline]] inline const char* TFastRows::ReadRow(const char* text, const char* end, double& x,

@@ -27,6 +27,7 @@ private:
     const char* ReadCell(const char* text, double& value) const;
     const char* ReadAnyCell(const char* text, double& value) const;
     const char* SkipRest(const char* text, const char* end) const;
+    bool HasMoreCells(const char* text, const char* lineEnd) const;
 
     const TRowSplitter& m_splitter;
     bool m_possible = false;
@@ -36,6 +37,8 @@ private:
     bool m_hasX = true;
     int m_firstColumn = 0;  ///< the lower of the two
     int m_betweenCells = 0; ///< cells between the two
+    int m_restCells = -1;   ///< columns behind both; below 0 where any number of cells may follow
+    char m_separator = 0;   ///< the only one there is; 0 for several
 };
 
 } // namespace lumoplot

@@ -53,6 +53,13 @@ std::optional<std::int64_t> CountRows(TTextPass& pass, TProgress& progress) {
     return report.cancelled ? std::nullopt : std::optional(report.rowsChosen);
 }
 
+std::string WiderText(const TTextReport& report) {
+    const bool isOne = report.rowsWider == 1;
+    return std::to_string(report.rowsWider) + (isOne ? " row has" : " rows have") +
+           " more cells than there are columns" + (isOne ? ": row " : ", the first: row ") +
+           std::to_string(report.firstWider);
+}
+
 class TTextLoad {
 public:
     TTextLoad(TTextFile& file, const TDSInfo& info, const TTextLoadOptions& options, const TPointSink& sink,
@@ -102,6 +109,7 @@ private:
             report.notes.push_back(
                 std::to_string(report.rowsWithoutYError) + " rows have no number above 0 in column " +
                 ColumnText(reading.format, reading.format.yErrorColumn) + " and no error of Y");
+        if (report.rowsWider > 0) report.notes.push_back(WiderText(report));
         if (formulas.KeepsY())
             report.yName = reading.format.columns[static_cast<std::size_t>(reading.format.yColumn)].name;
         return report;

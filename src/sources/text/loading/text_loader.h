@@ -37,6 +37,8 @@ struct TTextReport {
     std::int64_t rowsUsed = 0;          ///< of them, those that became points
     std::int64_t rowsSkipped = 0;       ///< rows that were looked at and give no point
     std::int64_t rowsWithoutYError = 0; ///< used rows whose standard error of Y is none that can be used
+    std::int64_t rowsWider = 0;         ///< rows that were read and have more cells than there are columns
+    std::int64_t firstWider = 0;        ///< the first of them
     std::int64_t rowsMerged = 0; ///< used rows that share a point with another because their X are the same
     /// "row 7: 'abc' in column 2 (Voltage) is not a number" for the first kMaxMessages skipped rows.
     std::vector<std::string> messages;

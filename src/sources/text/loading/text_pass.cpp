@@ -203,6 +203,7 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
     const TTextRow row = m_splitter.Split(text, end, textEnd, m_cells);
     if (row.kind != TRowKind::Data) return row.next;
     ++m_dataRow;
+    NoteWidth();
     double x = 0;
     double y = 0;
     TRowProblem problem;
@@ -216,6 +217,14 @@ const char* TTextPass::TakeSplitRow(const char* text, const char* end, TTextEnd 
         KeepOddRow(text, row);
     }
     return row.next;
+}
+
+// An empty cell behind the last column is none.
+void TTextPass::NoteWidth() {
+    if (m_format.columns.empty() || m_cells.size() <= m_format.columns.size()) return;
+    const auto more = std::span(m_cells).subspan(m_format.columns.size());
+    if (std::ranges::all_of(more, [](const TTextCell& cell) { return cell.text.empty(); })) return;
+    if (++m_report->rowsWider == 1) m_report->firstWider = m_row;
 }
 
 // Rows that give no point may show that the file is to be read in another way.

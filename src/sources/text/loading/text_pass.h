@@ -51,6 +51,7 @@ private:
     const char* PassRow(const char* text, const char* end, TTextEnd textEnd);
     bool UsesRow() const { return m_byX || (m_untilHit == 0 && m_frequency != kCountOnly); }
     bool IsHit();
+    void NoteWidth();
     void KeepOddRow(const char* text, const TTextRow& row);
     bool ReadRow(double& x, double& y, TRowProblem& problem);
     double ReadYError();

@@ -97,6 +97,26 @@ TEST_F(TextLoader, AnInfiniteYIsAValueInAColumnOfNumbers) {
     EXPECT_EQ(LoadThis("x,y\n1,2\n2,inf\n").rowsSkipped, 1);
 }
 
+TEST_F(TextLoader, RowsWithMoreCellsThanColumnsAreTold) {
+    const auto notes = [&](int wide, const std::string& row, int columns, int every) {
+        std::string text = columns == 2 ? "a,b\n" : "a,b,c,d\n";
+        for (int i = 0; i < 2000; ++i) {
+            text += std::to_string(i) + ",7" + (columns == 2 ? "" : ",8,9");
+            text += (i >= 500 && i % every == wide ? row : "") + "\n";
+        }
+        const TTextReport report = LoadThis(text);
+        EXPECT_EQ(report.rowsUsed, 2000);
+        return report.notes.empty() ? std::string() : report.notes.front();
+    };
+    for (const int columns : {2, 4}) {
+        EXPECT_EQ(notes(3, ",5", columns, 2000), "") << "before row 500";
+        EXPECT_EQ(notes(600, ",5", columns, 2000), "1 row has more cells than there are columns: row 602");
+        EXPECT_EQ(notes(0, ",,oops", columns, 100),
+                  "15 rows have more cells than there are columns, the first: row 502");
+        EXPECT_EQ(notes(0, ", ", columns, 100), "") << "an empty cell is none";
+    }
+}
+
 TEST_F(TextLoader, OnlyTheFirstMessagesAreKeptButAllSkippedRowsAreCounted) {
     std::string text = Ramp(200);
     for (int i = 0; i < 100; ++i) text += "x,y\n";
