@@ -1,6 +1,7 @@
 #include "dialog/fit/fit_result_window.h"
 
 #include "dialog/fit/bar_progress.h"
+#include "dialog/fit/print_whole.h"
 #include "dialog/fit/result_tables.h"
 #include "dialogs/messages/window_place.h"
 #include "graph/drawing/picture/fit_picture.h"
@@ -183,7 +184,7 @@ void TFitResultWindow::SaveReport() {
 void TFitResultWindow::PrintReport() {
     QPrinter printer(QPrinter::HighResolution);
     QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted) m_ui->m_Report->print(&printer);
+    if (dialog.exec() == QDialog::Accepted) PrintWhole(*m_ui->m_Report->document(), printer);
 }
 
 } // namespace lumoplot

@@ -11,6 +11,7 @@
 #include "fit/definition/fit_result.h"
 #include "fit/functions/peak_sum.h"
 #include "fit/functions/ready_functions.h"
+#include "fit/run/fit_statistics.h"
 #include "graph/fitting/series_fitting.h"
 #include "graph/model/axis.h"
 #include "graph/model/graph.h"
@@ -43,8 +44,26 @@ constexpr QSize kUsualSize(820, 420);
 constexpr TColor kCurveGray = MakeColor(130, 130, 130);
 constexpr TColor kPeakRed = MakeColor(210, 50, 40);
 
+constexpr double kPlacesPerWidth = 15;
+constexpr double kMostPeakPlaces = 5000;
+constexpr double kUnlikelyRuns = 0.05;
+
 std::array<double, 4> CellsOf(const TPeak& peak) {
     return {peak.Position, peak.Height, peak.Width, peak.Area};
+}
+
+/// So many that the narrowest peak is drawn round, and as many as the fit has.
+int PlacesToDraw(const std::vector<TPeakStart>& peaks, const TCurveValues& curve, const TCurFit& fit) {
+    const auto [left, right] = std::minmax_element(curve.X.begin(), curve.X.end());
+    double places = fit.NPoints();
+    for (const TPeakStart& peak : peaks)
+        places = std::max(places, kPlacesPerWidth * (*right - *left) / peak.Width);
+    return static_cast<int>(std::max(std::min(places, kMostPeakPlaces), 1.0 * fit.NPoints()));
+}
+
+/// What the test of the residuals says where they are not random, else nothing.
+std::string TrendWords(const TFitResult& result) {
+    return result.Quality.RunsProbability < kUnlikelyRuns ? " " + ResidualWords(result).front() : "";
 }
 
 } // namespace
@@ -198,6 +217,7 @@ void TPeaksDialog::FitPeaks() {
             const TUpdateHold hold(m_series);
             UsePeakSum(starts, static_cast<TPeakShape>(m_shape->currentIndex()), fit,
                        UnitIn(m_series.Graph().XAxis()->Title()), UnitIn(m_series.YAxisOfSeries()->Title()));
+            fit.SetNPoints(PlacesToDraw(starts, m_curve, fit));
             fit.SetStatus(TFitStatus::FinalResult);
         }
         RunPendingFit(m_series);
@@ -206,12 +226,13 @@ void TPeaksDialog::FitPeaks() {
             return m_state->setText(QString::fromStdString(fit.FitError().empty() ? "The fit was cancelled."
                                                                                   : fit.FitError() + "."));
         m_state->setText(
-            QStringLiteral("%1 fitted: %2, R² = %3. The figures are on the page Curve Fitting of "
+            QStringLiteral("%1 fitted: %2, R² = %3.%4 The figures are on the page Curve Fitting of "
                            "the data editor.")
                 .arg(starts.size() == 1 ? QStringLiteral("1 peak")
                                         : QStringLiteral("%1 peaks").arg(starts.size()),
                      QString::fromStdString(TextOf(result->End)),
-                     QString::fromStdString(FormatGeneral(result->RSquared, kPeakDigits))));
+                     QString::fromStdString(FormatGeneral(result->RSquared, kPeakDigits)),
+                     QString::fromStdString(TrendWords(*result))));
     });
 }
 

@@ -62,6 +62,22 @@ void TakeSignHint(const std::string& formula, TFormulaCheck& check) {
     check.Spans.push_back({hint->Place, hint->Length});
 }
 
+// "y =" in front, as people write an equation: it would be compared with a name that is not known.
+void TakeLeftSideHint(const TCurFit& fit, TFormulaCheck& check) {
+    const std::string& formula = fit.Expression();
+    const std::size_t name = formula.find_first_not_of(' ');
+    const std::size_t equals = formula.find_first_not_of(' ', name + 1);
+    const bool isY = name != std::string::npos && (formula[name] == 'y' || formula[name] == 'Y');
+    if (!isY || equals == std::string::npos || formula[equals] != '=') return;
+    if (fit.IsParameter("y") || LowerCased(fit.XVarName()) == "y") return;
+    const std::size_t right = formula.find_first_not_of(' ', equals + 1);
+    if (right == std::string::npos) return;
+    check.Fault = "Only the right side of the equation is needed, without \"y =\"";
+    check.Rewritten = formula.substr(right);
+    check.RewriteCaption = "Rewrite";
+    check.Spans = {{name, equals + 1 - name}};
+}
+
 bool IsInName(const std::string& formula, std::size_t place) {
     return place < formula.size() && (IsNamePart(formula[place]) || formula[place] == '.');
 }
@@ -104,6 +120,7 @@ TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed) {
     }
     FindPlaces(fit.Expression(), check);
     TakeNameHint(fit, check);
+    TakeLeftSideHint(fit, check);
     if (check.Fault.empty()) TakeSignHint(fit.Expression(), check);
     if (typed.empty()) check.Fault = "An empty expression is not stored; the last one stays";
     return check;

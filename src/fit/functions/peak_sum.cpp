@@ -9,6 +9,8 @@ namespace lumoplot {
 namespace {
 
 constexpr const char* kPeakX = "x";
+/// A peak stays where it was found, rather than take the place of one that is not fitted.
+constexpr double kWidthsToMove = 2;
 
 /// The width at half height of a Gaussian peak, in standard deviations.
 double HalfHeightOfGaussian() {
@@ -21,15 +23,17 @@ std::string TermOf(TPeakShape shape, const std::string& number) {
     return "h" + number + "/(1 + sqr((x - m" + number + ")/w" + number + "))";
 }
 
-void AddPeakParameter(TCurFit& fit, const std::string& name, double value, const std::string& meaning,
-                      const std::string& unit) {
+TDBLParameter& AddPeakParameter(TCurFit& fit, const std::string& name, double value,
+                                const std::string& meaning, const std::string& unit) {
     auto parameter = std::make_unique<TDBLParameter>();
     parameter->SetName(name);
     parameter->SetValue(value);
     parameter->SetVary(true);
     parameter->Description = meaning;
     parameter->Units = unit;
+    TDBLParameter& added = *parameter;
     fit.AddParameter(std::move(parameter));
+    return added;
 }
 
 } // namespace
@@ -48,7 +52,9 @@ void UsePeakSum(std::span<const TPeakStart> peaks, TPeakShape shape, TCurFit& fi
         const std::string number = std::to_string(i + 1);
         equation += TermOf(shape, number) + " + ";
         AddPeakParameter(fit, "h" + number, peaks[i].Height, "Height of peak " + number, yUnit);
-        AddPeakParameter(fit, "m" + number, peaks[i].Position, "Position of peak " + number, xUnit);
+        AddPeakParameter(fit, "m" + number, peaks[i].Position, "Position of peak " + number, xUnit)
+            .SetBounds(peaks[i].Position - kWidthsToMove * peaks[i].Width,
+                       peaks[i].Position + kWidthsToMove * peaks[i].Width);
         if (isGaussian)
             AddPeakParameter(fit, "s" + number, peaks[i].Width / HalfHeightOfGaussian(),
                              "Standard deviation of peak " + number, xUnit);
@@ -56,8 +62,9 @@ void UsePeakSum(std::span<const TPeakStart> peaks, TPeakShape shape, TCurFit& fi
             AddPeakParameter(fit, "w" + number, peaks[i].Width / 2,
                              "Half of the width at half height of peak " + number, xUnit);
     }
-    AddPeakParameter(fit, "b", 0, "Baseline", yUnit);
-    fit.SetExpression(equation + "b");
+    AddPeakParameter(fit, "b", 0, "Baseline at X = 0", yUnit);
+    AddPeakParameter(fit, "c", 0, "Slope of the baseline", {});
+    fit.SetExpression(equation + "b + c*x");
 }
 
 } // namespace lumoplot

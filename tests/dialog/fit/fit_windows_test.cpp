@@ -6,6 +6,7 @@
 #include "dialog/fit/fit_all_window.h"
 #include "dialog/fit/fit_result_window.h"
 #include "dialog/fit/function_chooser.h"
+#include "dialog/fit/print_whole.h"
 #include "fit/definition/fit_result.h"
 
 #include <QClipboard>
@@ -16,6 +17,7 @@
 #include <QTableView>
 #include <QTableWidget>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <cmath>
 
 namespace lumoplot {
@@ -105,6 +107,18 @@ TEST_F(FitWindows, TheResultHasItsFiguresUncertaintiesAndReport) {
     });
     Click("btnResult");
     EXPECT_TRUE(Sink.Texts.empty());
+}
+
+TEST(PrintedReport, WideTablesFitOnThePage) {
+    const QSizeF paper(600, 800);
+    QTextDocument document;
+    document.setHtml("<p>Some words that go on in the next line.</p>");
+    EXPECT_EQ(PageThatHolds(document, paper), paper);
+    const QString cells = QStringLiteral("<td class=\"line\">-0.123456</td>").repeated(20);
+    document.setHtml("<style>.line { white-space: nowrap; }</style><table><tr>" + cells + "</tr></table>");
+    const QSizeF page = PageThatHolds(document, paper);
+    EXPECT_GT(page.width(), 20 * QFontMetricsF(document.defaultFont()).horizontalAdvance("-0.123456"));
+    EXPECT_NEAR(page.width() / page.height(), 0.75, 1e-9);
 }
 
 TEST_F(FitWindows, AMinimumOfTheComparisonIsTaken) {

@@ -184,22 +184,34 @@ TEST_F(TransformDialog, PeaksAreListedAndMarked) {
     EXPECT_EQ(Graph.Marks().Find(1)->X1, 2);
 }
 
-TEST_F(TransformDialog, PeaksAreFitted) {
-    for (int i = 5; i <= 60; ++i)
+TEST_F(TransformDialog, SelectedPeaksAreFittedWhereTheyWereFound) {
+    Series.Clear();
+    for (int i = 0; i <= 100; ++i)
         Series.AddPoint(i, 4 * std::exp(-std::pow((i - 20) / 3.0, 2) / 2) +
-                               2 * std::exp(-std::pow((i - 45) / 5.0, 2) / 2));
+                               2 * std::exp(-std::pow((i - 45) / 5.0, 2) / 2) +
+                               3 * std::exp(-std::pow((i - 80) / 2.0, 2) / 2) + 0.05 * i);
     TPeaksDialog dialog(Series);
     Await(dialog);
     auto& table = Control<QTableWidget>(dialog, "t_Peaks");
-    ASSERT_EQ(table.rowCount(), 4);
-    table.setRangeSelected({2, 0, 3, 3}, true);
+    ASSERT_EQ(table.rowCount(), 3);
+    table.setRangeSelected({0, 0, 1, 3}, true);
     Click(dialog, "btnFit");
     const TCurFit& fit = Series.CurveFit();
-    EXPECT_EQ(fit.Expression(), "h1*exp(-sqr((x - m1)/s1)/2) + h2*exp(-sqr((x - m2)/s2)/2) + b");
+    EXPECT_EQ(fit.Expression(), "h1*exp(-sqr((x - m1)/s1)/2) + h2*exp(-sqr((x - m2)/s2)/2) + b + c*x");
     ASSERT_TRUE(fit.Result());
     EXPECT_NEAR(fit.Parameter(2)->Value(), 20, 0.5);
     EXPECT_NEAR(fit.Parameter(5)->Value(), 45, 0.5);
     EXPECT_TRUE(Control<QLabel>(dialog, "lblPeaks").text().startsWith("2 peaks fitted: converged"));
+}
+
+TEST_F(TransformDialog, NarrowFittedPeaksAreDrawnRoundAndAMissedTrendIsSaid) {
+    for (int i = 5; i <= 400; ++i)
+        Series.AddPoint(i, 4 * std::exp(-std::pow((i - 200) / 2.0, 2) / 2) + 1e-5 * i * i);
+    TPeaksDialog dialog(Series);
+    Await(dialog);
+    Click(dialog, "btnFit");
+    EXPECT_GT(Series.CurveFit().NPoints(), 1000);
+    EXPECT_TRUE(Control<QLabel>(dialog, "lblPeaks").text().contains("the model misses a trend"));
 }
 
 TEST_F(TransformDialog, ItIsSaidWhatBecomesOfTheErrorsOfY) {

@@ -13,11 +13,12 @@ namespace {
 // Peaks that are read off a curve lead a fit of their sum to what the curve was made of.
 TEST(PeakSum, PeaksOfACurveAreStartValues) {
     for (const TPeakShape shape : {TPeakShape::Gaussian, TPeakShape::Lorentzian}) {
-        const double made[] = {5, 20, 2, 9, 31, 3, 4, 60, 5, 1.5}; // height, position, width; …; baseline
+        const double made[] = {5, 20, 2, 9,   31, 3,
+                               4, 60, 5, 1.5, 0.2}; // height, position, width; …; baseline and its slope
         TCurveValues curve;
         for (int i = 0; i <= 400; ++i) {
             const double x = 0.25 * i;
-            double y = made[9] + 0.01 * std::cos(37.0 * i);
+            double y = made[9] + made[10] * x + 0.01 * std::cos(37.0 * i);
             for (int k = 0; k < 9; k += 3) {
                 const double from = (x - made[k + 1]) / made[k + 2];
                 y += made[k] *
@@ -35,7 +36,7 @@ TEST(PeakSum, PeaksOfACurveAreStartValues) {
         TFitRun run;
         run.Starts = TFitStarts::Given;
         EXPECT_EQ(RunFit(fit, curve.X, curve.Y, run).End, TFitEnd::Converged);
-        for (int i = 0; i < 10; ++i)
+        for (int i = 0; i < 11; ++i)
             EXPECT_NEAR(std::abs(fit.Parameter(i + 1)->Value()), made[i], 0.02)
                 << fit.Parameter(i + 1)->Name();
         EXPECT_EQ(fit.Parameter(2)->Units, "nm");
