@@ -41,8 +41,13 @@ std::string ParameterText(const TDBLParameter& parameter, const TFitResult& resu
         const double error = result.StandardError(static_cast<std::size_t>(varied - result.Varied.begin()));
         text += std::isfinite(error) ? " ± " + FormatGeneral(error, kErrorDigits) : WithoutError(parameter);
     }
+    if (parameter.IsTied() && parameter.FinalDeviation > 0)
+        text += " ± " + FormatGeneral(parameter.FinalDeviation, kErrorDigits);
     if (!parameter.Units.empty()) text += " " + parameter.Units;
-    if (varied == result.Varied.end()) text += " (fixed)";
+    if (parameter.IsTied())
+        text += " (tied to " + parameter.Tie() + ")";
+    else if (varied == result.Varied.end())
+        text += " (fixed)";
     return text + "\n";
 }
 

@@ -61,10 +61,14 @@ TDBLParameter* TParameterModel::ParameterOf(const QModelIndex& index) const {
 
 QString TParameterModel::ErrorText(int number) const {
     const TCurFit& fit = *m_access.Fit();
-    if (fit.Parameter(number)->IsTied()) return QStringLiteral("tied");
-    if (!fit.Parameter(number)->Vary()) return QStringLiteral("held");
     const TFitResult* result = fit.Result();
-    if (!result || fit.IsStale() || !fit.FitError().empty()) return {};
+    const bool isKnown = result && !fit.IsStale() && fit.FitError().empty();
+    if (const TDBLParameter& tied = *fit.Parameter(number); tied.IsTied())
+        return isKnown && tied.FinalDeviation > 0
+                   ? QString::fromStdString(FormatGeneral(tied.FinalDeviation, kTableErrorDigits))
+                   : QStringLiteral("tied");
+    if (!fit.Parameter(number)->Vary()) return QStringLiteral("held");
+    if (!isKnown) return {};
     const auto place = std::ranges::find(result->Varied, number);
     if (place == result->Varied.end()) return {};
     const double error = result->StandardError(static_cast<std::size_t>(place - result->Varied.begin()));

@@ -11,6 +11,7 @@
 namespace lumoplot {
 namespace {
 
+constexpr std::size_t kMostHtmlColumns = 10;
 constexpr int kValueDigits = 8;
 constexpr int kFigureDigits = 4;
 constexpr int kIntervalDigits = 6;
@@ -242,6 +243,22 @@ std::string HtmlTable(const TRows& table) {
     return html + "</table>\n";
 }
 
+/// Tables that fit on a page, one below the other, each with the first column of the whole.
+std::vector<TRows> PageWide(const TRows& table) {
+    const std::size_t columns = table.front().size();
+    if (columns <= kMostHtmlColumns) return {table};
+    std::vector<TRows> parts;
+    for (std::size_t from = 1; from < columns; from += kMostHtmlColumns - 1) {
+        const std::size_t end = std::min(columns, from + kMostHtmlColumns - 1);
+        TRows& part = parts.emplace_back();
+        for (const auto& row : table) {
+            part.push_back({row.front()});
+            for (std::size_t i = from; i < std::min(end, row.size()); ++i) part.back().push_back(row[i]);
+        }
+    }
+    return parts;
+}
+
 } // namespace
 
 std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName) {
@@ -322,7 +339,8 @@ std::string ReportHtml(const std::string& title, const std::vector<TFitReportSec
     for (const TFitReportSection& section : sections) {
         html += "<h2>" + Escaped(section.Heading) + "</h2>\n";
         for (const std::string& sentence : section.Sentences) html += "<p>" + Escaped(sentence) + "</p>\n";
-        if (!section.Table.empty()) html += HtmlTable(section.Table);
+        if (section.Table.empty()) continue;
+        for (const TRows& part : PageWide(section.Table)) html += HtmlTable(part) + "<br>\n";
     }
     return html + "</body>\n</html>\n";
 }

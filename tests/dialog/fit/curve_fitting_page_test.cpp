@@ -6,6 +6,7 @@
 #include "data/series/ds_info.h"
 #include "dialog/common/color_button.h"
 #include "dialog/fit/fit_plot.h"
+#include "dialog/fit/fit_result_text.h"
 #include "dialog/fit/generate_points.h"
 #include "dialogs/hand_edit.h"
 #include "fit/definition/cur_fit.h"
@@ -17,6 +18,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -158,6 +160,12 @@ TEST_F(CurveFittingPage, TheTableShowsStandardErrorsUntilSomethingChanges) {
     EXPECT_EQ(CellText(1, 2), QStringLiteral("held"));
     TypeInCell(0, 1, QStringLiteral("3"));
     EXPECT_EQ(CellText(0, 2), QString());
+    Fit().Parameter(2)->SetTie("a/10");
+    Click("btnFit");
+    EXPECT_GT(CellText(1, 2).toDouble(), 0);
+    EXPECT_NEAR(10 * CellText(1, 2).toDouble(), CellText(0, 2).toDouble(), 1e-4);
+    EXPECT_TRUE(QString::fromStdString(FitResultText(Fit(), 3))
+                    .contains(QRegularExpression("b = [0-9.]+ ± [0-9.]+ \\(tied to a/10\\)")));
 }
 
 TEST_F(CurveFittingPage, WhatIsProbablyMeantIsTakenByOneClick) {
