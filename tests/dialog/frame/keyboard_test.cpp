@@ -4,6 +4,7 @@
 #include "dialog/wizard_fixture.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTabWidget>
 
 namespace lumoplot {
@@ -49,6 +50,19 @@ TEST(WizardTexts, NoPageCutsATextInAnyDress) {
             }
         }
     });
+}
+
+TEST_F(TWizardTest, AScreenOfEightHundredShowsTheWholeWidthOfTheDataSource) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
+    Show({"Run"});
+    Wizard.AttachSource(
+        Write("days.csv", "day of the run,load of the cell\n1/2/2024,1\n2/3/2024,2\n").toStdString());
+    Wizard.resize(784, 552);
+    QApplication::processEvents();
+    for (QWidget* widget = &Find<QWidget>("btnReload"); widget; widget = widget->parentWidget())
+        if (const auto* area = qobject_cast<QScrollArea*>(widget)) {
+            EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
+        }
 }
 
 TEST_F(TWizardTest, TabGoesFromTheListOverThePageToTheButtons) {
