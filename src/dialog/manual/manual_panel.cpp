@@ -105,6 +105,7 @@ bool TManualPanel::Commit(TEqualX equalX) {
         return done;
     } catch (const EManualCell& error) {
         m_ui->grid->GoTo(static_cast<int>(error.Row), error.Column);
+        m_ui->grid->setFocus(); // what is typed next mends the cell
         throw;
     }
 }

@@ -86,7 +86,10 @@ TEST_F(TWizardTest, OnASmallScreenThePagesScrollAndTheButtonsStay) {
 }
 
 TEST_F(TWizardTest, NoPageScrollsSidewaysWhere800PixelsAreThere) {
+    Wizard.SetStartPage(TxyDataWizard::kDataSourcePage);
     Show({"Run"});
+    Wizard.AttachSource(
+        Write("days.csv", "day of the run,load of the cell\n1/2/2024,1\n2/3/2024,2\n").toStdString());
     Wizard.resize(780, 540);
     auto& tabs = Find<QTabWidget>("tabs");
     auto& kinds = Find<QComboBox>("cbx_SourceKind");
@@ -97,6 +100,7 @@ TEST_F(TWizardTest, NoPageScrollsSidewaysWhere800PixelsAreThere) {
         if (const auto* page = qobject_cast<QScrollArea*>(tabs.currentWidget()))
             EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << what;
     };
+    expectNone("a file");
     for (int page = 0; page < tabs.count(); ++page) {
         tabs.setCurrentIndex(page);
         expectNone(tabs.tabText(page).toStdString());

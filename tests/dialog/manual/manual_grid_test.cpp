@@ -421,10 +421,12 @@ TEST_F(TManualGridTest, HalfARowIsNamedAndMarked) {
     ShowPage();
     TypeCell(2, 0, QStringLiteral("3"));
     EXPECT_FALSE(IsMarked(2, 1)) << "its Y is still to come";
+    Find<QWidget>("btnOk").setFocus();
     Click("btnOk");
     EXPECT_EQ(Sink.Only(), "Row 3: Y is empty");
     EXPECT_TRUE(IsMarked(2, 1));
     EXPECT_EQ(Grid().currentIndex(), Grid().model()->index(2, 1));
+    EXPECT_EQ(Wizard.focusWidget(), &Grid()) << "typing mends it";
     Sink.Texts.clear();
     TypeCell(2, 0, QStringLiteral("inf"));
     TypeCell(2, 1, QStringLiteral("1"));
