@@ -177,14 +177,15 @@ TEST_F(TDataSourcePageTest, ExpressionsAreShownInThePreviewAndMarkedWhenTheyAreN
 TEST_F(TDataSourcePageTest, RejectedRowsAreMarkedNamedAndCounted) {
     ShowFile(TextFile("bad_rows.csv"));
     const auto messages = Messages();
-    ASSERT_FALSE(messages.empty());
-    EXPECT_EQ(messages.front().substr(0, 6), "row 3:");
+    ASSERT_GE(messages.size(), 3u);
+    EXPECT_NE(messages.front().find("more cells than there are columns"), std::string::npos);
+    EXPECT_EQ(messages[1].substr(0, 6), "row 3:");
     EXPECT_NE(Shown("lblResult").find("rows skipped"), std::string::npos) << Shown("lblResult");
     const QModelIndex oops = Find<QTableView>("t_Preview").model()->index(3, 1);
     EXPECT_EQ(oops.data().toString(), "oops");
     EXPECT_TRUE(oops.data(Qt::ToolTipRole).toString().startsWith(QStringLiteral("row 4: 'oops'")));
     auto& list = Find<QListWidget>("l_Messages");
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(2)).center());
     EXPECT_TRUE(Find<QTableView>("t_Preview").selectionModel()->isRowSelected(3))
         << "a message leads to its row";
 }

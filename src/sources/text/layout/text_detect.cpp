@@ -90,7 +90,8 @@ private:
 std::string NamedSeparator(std::string_view text) {
     const bool isNamed = text.size() > 5 && (text[0] | 0x20) == 's' && (text[1] | 0x20) == 'e' &&
                          (text[2] | 0x20) == 'p' && text[3] == '=' && (text[5] == '\r' || text[5] == '\n');
-    return isNamed && text.find(text[4], 5) != std::string_view::npos ? std::string(1, text[4]) : std::string();
+    return isNamed && text.find(text[4], 5) != std::string_view::npos ? std::string(1, text[4])
+                                                                      : std::string();
 }
 
 std::vector<std::string> SeparatorsToTry(const TTextSample& sample, const TCharactersIn& characters,

@@ -54,10 +54,11 @@ std::optional<std::int64_t> CountRows(TTextPass& pass, TProgress& progress) {
 }
 
 std::string WiderText(const TTextReport& report) {
-    const bool isOne = report.rowsWider == 1;
-    return std::to_string(report.rowsWider) + (isOne ? " row has" : " rows have") +
-           " more cells than there are columns" + (isOne ? ": row " : ", the first: row ") +
-           std::to_string(report.firstWider);
+    const std::string text =
+        "row " + std::to_string(report.firstWider) + ": more cells than there are columns";
+    if (report.rowsWider == 1) return text;
+    const std::string others = std::to_string(report.rowsWider - 1);
+    return text + ", as in " + others + (report.rowsWider == 2 ? " other row" : " other rows");
 }
 
 class TTextLoad {

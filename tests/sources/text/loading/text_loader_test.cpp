@@ -110,9 +110,9 @@ TEST_F(TextLoader, RowsWithMoreCellsThanColumnsAreTold) {
     };
     for (const int columns : {2, 4}) {
         EXPECT_EQ(notes(3, ",5", columns, 2000), "") << "before row 500";
-        EXPECT_EQ(notes(600, ",5", columns, 2000), "1 row has more cells than there are columns: row 602");
+        EXPECT_EQ(notes(600, ",5", columns, 2000), "row 602: more cells than there are columns");
         EXPECT_EQ(notes(0, ",,oops", columns, 100),
-                  "15 rows have more cells than there are columns, the first: row 502");
+                  "row 502: more cells than there are columns, as in 14 other rows");
         EXPECT_EQ(notes(0, ", ", columns, 100), "") << "an empty cell is none";
     }
 }
