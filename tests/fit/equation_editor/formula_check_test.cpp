@@ -21,7 +21,8 @@ TEST(FormulaCheck, ALeftSideIsTakenOff) {
         fit.SetExpression(row.Formula);
         const TFormulaCheck check = CheckFormula(fit, row.Formula);
         EXPECT_EQ(check.Rewritten, row.Rewritten) << row.Formula;
-        if (*row.Rewritten) EXPECT_NE(check.Text().find("right side"), std::string::npos);
+        const bool isTold = check.Text().find("right side") != std::string::npos;
+        EXPECT_TRUE(isTold || *row.Rewritten == '\0') << row.Formula;
     }
     TCurFit fit;
     fit.SetXVarName("y");
