@@ -32,8 +32,7 @@ TTextReport Load(const TTextSource& source, const TDSInfo& info, const TTextWish
     options.wishes = wishes;
     options.budget = budget;
     options.restart = [&points] { points = 0; };
-    const auto sink = [&points](std::span<const double> x, std::span<const double> y,
-                                std::span<const double>) {
+    const auto sink = [&points](std::span<const double> x, std::span<const double>, std::span<const double>) {
         for (std::size_t i = 0; i < x.size(); ++i) Require(std::isfinite(x[i]));
         points += static_cast<std::int64_t>(x.size());
     };
