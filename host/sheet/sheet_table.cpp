@@ -1,12 +1,14 @@
 #include "host/sheet/sheet_table.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 namespace lumoplot {
 
 void TSheetTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     QTableView::closeEditor(editor, hint);
-    if (hint == QAbstractItemDelegate::SubmitModelCache) GoDown(1);
+    const bool isShifted = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    if (hint == QAbstractItemDelegate::SubmitModelCache) GoDown(isShifted ? -1 : 1);
 }
 
 void TSheetTable::keyPressEvent(QKeyEvent* event) {
