@@ -132,7 +132,7 @@ private:
                 ++depth;
                 if (ofParagraph > 0) {
                     ++ofParagraph;
-                    text += Spacing();
+                    TXmlPart::Append(text, Spacing());
                 } else if (m_xml.Name() == u"p") {
                     if (hasParagraph) text += '\n';
                     hasParagraph = true;
@@ -142,7 +142,7 @@ private:
                 --depth;
                 if (ofParagraph > 0) --ofParagraph;
             } else if (token == TToken::Characters && ofParagraph > 0) {
-                text += m_xml.Text().toUtf8().toStdString();
+                TXmlPart::Append(text, m_xml.Text());
             }
         }
         return text;

@@ -97,7 +97,7 @@ std::string RichText(TXmlPart& xml) {
         if (token == TToken::StartElement && xml.Name() == u"rPh")
             xml.SkipElement();
         else if (token == TToken::StartElement && xml.Name() == u"t")
-            text += xml.ElementText();
+            TXmlPart::Append(text, xml.ElementText());
         else if (token == TToken::StartElement)
             ++depth;
         else if (token == TToken::EndElement)

@@ -3,6 +3,11 @@
 #include "support/errors.h"
 
 namespace lumoplot {
+namespace {
+
+constexpr const char* kLongCell = "holds a cell of more than 16 MB";
+
+} // namespace
 
 /// Counts what is read of the part, and what of it since the last token.
 class TXmlPart::TMeter final : public QIODevice {
@@ -22,7 +27,7 @@ protected:
         if (count < 0) m_problem = m_part->errorString().toStdString();
         m_count += std::max<qint64>(count, 0);
         m_ofToken += std::max<qint64>(count, 0);
-        if (m_ofToken > kMostToken) m_problem = "holds a cell of more than 16 MB";
+        if (m_ofToken > kMostToken) m_problem = kLongCell;
         return m_problem.empty() ? count : -1;
     }
     qint64 writeData(const char*, qint64) override { return -1; }
@@ -73,13 +78,18 @@ std::int64_t TXmlPart::Number(QLatin1String name, std::int64_t other) const {
     return isNumber && number >= 0 ? number : other;
 }
 
+void TXmlPart::Append(std::string& text, std::string_view more) {
+    if (text.size() + more.size() > kMostToken) throw EFileError(kLongCell);
+    text += more;
+}
+
 std::string TXmlPart::ElementText() {
     std::string text;
     for (int depth = 1; depth > 0;) {
         const auto token = Next();
         if (token == QXmlStreamReader::StartElement) ++depth;
         if (token == QXmlStreamReader::EndElement) --depth;
-        if (token == QXmlStreamReader::Characters) text += m_reader.text().toUtf8().toStdString();
+        if (token == QXmlStreamReader::Characters) Append(text, Text());
     }
     return text;
 }

@@ -13,8 +13,10 @@ namespace lumoplot {
 
 class TXmlPart {
 public:
-    /// One token, such as the text of a cell, is at most that long.
+    /// One token, and the text of a cell out of many, is at most that long.
     static constexpr std::int64_t kMostToken = 16 << 20;
+    /// Puts more of a cell behind its text. Throws "holds a cell of more than 16 MB".
+    static void Append(std::string& text, std::string_view more);
 
     /// Throws "is damaged: it has no NAME" and as TZipArchive::Open.
     TXmlPart(const TZipArchive& archive, const std::string& name);
@@ -29,7 +31,7 @@ public:
     bool IsEnd() const { return m_reader.isEndElement(); }
     QStringView Name() const { return m_reader.name(); }
     QStringView Namespace() const { return m_reader.namespaceUri(); }
-    QStringView Text() const { return m_reader.text(); }
+    std::string Text() const { return m_reader.text().toUtf8().toStdString(); }
     /// Empty without it.
     std::string Attribute(QLatin1String name) const;
     /// The whole number, or `other` where there is none of 0 to 2^31 - 1.

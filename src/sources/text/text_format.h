@@ -30,8 +30,8 @@ struct TTextColumn {
     std::string unit; ///< from a row of units below the names, or from the cells; UTF-8
     TUnitMarks marks; ///< what stands around the number in each cell, as in the file
     TColumnRole role = TColumnRole::Values;
-    bool hasMarks =
-        false; ///< for values that are missing ("NA", "---"): beside these an infinity is one, too
+    /// Some cells are marks for values that are missing ("NA", "---"): beside these an infinity is one, too.
+    bool hasMarks = false;
 
     /// "Absorbance (AU)": for an axis.
     std::string Title() const;

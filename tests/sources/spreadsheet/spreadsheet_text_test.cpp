@@ -234,6 +234,8 @@ TEST_F(Spreadsheet, HostileFilesAreRefusedInLittleMemory) {
     const std::string long1000 = "<si><t>" + std::string(1000, 'y') + "</t></si>";
     std::string cells;
     for (int i = 0; i < 5000; ++i) cells += "<c t=\"s\"><v>0</v></c>";
+    std::string pieces; // each far shorter
+    for (int i = 0; i < 17; ++i) pieces += std::string(1 << 20, 'z') + "<!---->";
     std::string deep;
     for (int i = 0; i < 100000; ++i) deep += "<a>";
     const std::pair<std::string, const char*> kCases[] = {
@@ -241,6 +243,7 @@ TEST_F(Spreadsheet, HostileFilesAreRefusedInLittleMemory) {
         {Xlsx("<row>" + cells + "</row>", long1000), "holds a row of more than 4 MB"},
         {Xlsx("<row><c t=\"str\"><v>" + std::string(17 << 20, 'z') + "</v></c></row>"),
          "holds a cell of more than 16 MB"},
+        {Xlsx("<row><c t=\"str\"><v>" + pieces + "</v></c></row>"), "holds a cell of more than 16 MB"},
         {Xlsx("<row r=\"2000000\"><c><v>1</v></c></row>"), "is damaged: it has more rows than a sheet"},
         {Xlsx("<row><c r=\"ZZZZ1\"><v>1</v></c></row>"), "is damaged: it has more columns than a sheet"},
         {Xlsx("<row><c t=\"s\"><v>4294967295</v></c></row>"), "is damaged: a text of a cell is missing"},
