@@ -9,6 +9,9 @@
 
 namespace lumoplot {
 
+inline constexpr TFitProcedure kEveryProcedure[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
+                                                    TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
+
 /// Adds a parameter, which is not varied, and returns the last one of the fit.
 inline TDBLParameter& AddParameter(TCurFit& fit, const std::string& name, double value) {
     auto parameter = std::make_unique<TDBLParameter>();

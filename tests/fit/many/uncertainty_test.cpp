@@ -1,6 +1,7 @@
 // The three uncertainties, against closed formulas and against each other.
 #include "fit/many/uncertainty.h"
 
+#include "common/fit_parameters.h"
 #include "fit/run/fit_statistics.h"
 
 #include <cmath>
@@ -24,13 +25,7 @@ struct TFitted {
     TFitted(const char* equation, std::initializer_list<std::pair<const char*, double>> starts) {
         fit.SetExpression(equation);
         fit.SetProcType(TFitProcedure::Newton);
-        for (const auto& [name, value] : starts) {
-            auto parameter = std::make_unique<TDBLParameter>();
-            parameter->SetName(name);
-            parameter->SetValue(value);
-            parameter->SetVary(true);
-            fit.AddParameter(std::move(parameter));
-        }
+        for (const auto& [name, value] : starts) AddParameter(fit, name, value).SetVary(true);
     }
 
     template <class TFunction>

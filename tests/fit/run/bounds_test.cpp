@@ -1,6 +1,8 @@
 // Fits whose parameters have bounds, by each procedure.
 #include "fit/run/curve_fitter.h"
 
+#include "common/fit_parameters.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -10,8 +12,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr TFitProcedure kEveryProcedure[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
-                                             TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
 constexpr double kNone = std::numeric_limits<double>::infinity();
 
 struct TBounded {
@@ -27,12 +27,9 @@ void Define(TCurFit& fit, const char* equation, const std::vector<TBounded>& par
     fit.SetProcType(procType);
     fit.SetIterMax(2000);
     for (const TBounded& bounded : parameters) {
-        auto parameter = std::make_unique<TDBLParameter>();
-        parameter->SetName(bounded.name);
-        parameter->SetValue(bounded.start);
-        parameter->SetBounds(bounded.min, bounded.max);
-        parameter->SetVary(true);
-        fit.AddParameter(std::move(parameter));
+        TDBLParameter& parameter = AddParameter(fit, bounded.name, bounded.start);
+        parameter.SetBounds(bounded.min, bounded.max);
+        parameter.SetVary(true);
     }
 }
 

@@ -1,11 +1,11 @@
 #include "fit/run/curve_fitter.h"
 
 #include "common/cancelling_progress.h"
-#include "common/fit_parameters.h"
 #include "common/special_values.h"
 #include "common/thrown_text.h"
 #include "expr/parser_exception.h"
 #include "fit/many/uncertainty.h"
+#include "fit/run/fit_model.h"
 #include "fit/run/fit_statistics.h"
 #include "support/number_text.h"
 
@@ -17,62 +17,13 @@
 namespace lumoplot {
 namespace {
 
-constexpr TFitProcedure kProcedures[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
-                                         TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
-
-struct TStart {
-    const char* name;
-    double value;
-    bool vary = true;
-};
-
-/// A model with its parameters, and points.
-struct TModel {
-    TCurFit fit;
-    std::vector<double> x;
-    std::vector<double> y;
-
-    TModel(const char* equation, std::initializer_list<TStart> starts,
-           TFitProcedure procType = TFitProcedure::Newton) {
-        fit.SetExpression(equation);
-        fit.SetProcType(procType);
-        fit.SetIterMax(2000);
-        for (const TStart& start : starts) AddParameter(fit, start.name, start.value).SetVary(start.vary);
-    }
-
-    template <class TFunction>
-    void SetPoints(int count, double step, TFunction&& function) {
-        for (int i = 0; i < count; ++i) {
-            x.push_back(step * i);
-            y.push_back(function(x.back()));
-        }
-    }
-
-    /// The values of the model itself with these parameters, and a ripple; the parameters then start anew.
-    void SetPointsOfModel(int count, const std::vector<double>& values, double ripple = 0) {
-        TVector starts;
-        for (int i = 1; i <= fit.NParams(); ++i) {
-            starts.push_back(Value(i));
-            *fit.Parameter(i)->ValueRef() = values[static_cast<std::size_t>(i - 1)];
-        }
-        fit.Compile();
-        SetPoints(count, 0.25, [&](double at) { return fit.EvaluateAt(at) + ripple * std::cos(28 * at); });
-        for (int i = 1; i <= fit.NParams(); ++i)
-            fit.Parameter(i)->SetValue(starts[static_cast<std::size_t>(i - 1)]);
-    }
-
-    TFitResult Run(const TFitRun& run = {nullptr, {}, TFitStarts::Given}) { return RunFit(fit, x, y, run); }
-    TFitResult RunFromManyStarts() { return RunFit(fit, x, y, {}); }
-    double Value(int number) const { return fit.Parameter(number)->Value(); }
-};
-
 double Decay(double x) {
     return 3 * std::exp(-0.5 * x) + 0.02 * std::sin(40 * x);
 }
 
 // Slope and intercept with their errors, by the closed formulas.
 TEST(CurveFitter, AStraightLineHasItsTextbookErrors) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TModel line("a+b*t", {{"a", 1}, {"b", 1}}, procType);
         line.fit.SetXVarName("t");
         line.x = {1, 2, 3, 4};
@@ -222,136 +173,11 @@ TEST(CurveFitter, PointsThatGainAValueTakePart) {
 }
 
 TEST(CurveFitter, StepsBackFromPlacesWithoutAValue) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TModel power("a*ln(b*x+1)", {{"a", 40}, {"b", 0.01}}, procType);
         power.SetPoints(30, 1, [](double x) { return 2 * std::log(5 * x + 1); });
         EXPECT_EQ(power.Run().End, TFitEnd::Converged) << static_cast<int>(procType);
         EXPECT_NEAR(power.Value(2), 5, 1e-6) << static_cast<int>(procType);
-    }
-}
-
-struct TFarStart {
-    const char* equation;
-    std::initializer_list<TStart> starts;
-    std::vector<double> expected;
-};
-
-// Only what the model is not linear in needs a start, and a point whose derivative has only a limit (the
-// first of each, at x = 0) does not stop a fit.
-TEST(CurveFitter, LinearParametersNeedNoStart) {
-    const TFarStart cases[] = {
-        {"a*exp(-b*x)+c", {{"a", 1e9}, {"b", 0.1}, {"c", -1e7}}, {3, 0.5, -2}},
-        {"a*x/(k+x)", {{"a", 1}, {"k", 1}}, {300, 0.05}},
-        {"a*exp(-((x/t)^b))", {{"a", 1}, {"t", 50}, {"b", 1}}, {3, 2, 0.6}},
-        {"a*x^n+c", {{"a", 0}, {"n", 1.5}, {"c", 0}}, {2, 0.5, 1}},
-        {"a+b*x+c*x^2", {{"a", 0}, {"b", 0}, {"c", 0}}, {5e5, -1e3, 0.5}},
-    };
-    for (const TFitProcedure procType : kProcedures) {
-        for (const TFarStart& c : cases) {
-            TModel model(c.equation, c.starts, procType);
-            model.SetPointsOfModel(40, c.expected);
-            EXPECT_EQ(model.Run().End, TFitEnd::Converged)
-                << c.equation << " by " << static_cast<int>(procType);
-            int number = 0;
-            for (const double value : c.expected)
-                EXPECT_NEAR(model.Value(++number), value, 1e-6 * std::abs(value)) << c.equation;
-        }
-    }
-}
-
-TEST(CurveFitter, ScatteredStartsFindWhatTheGivenOneMisses) {
-    const TFarStart cases[] = {
-        {"a*sin(2*pi*x/t+p)+c", {{"a", 1}, {"t", 3}, {"p", 0}, {"c", 0}}, {0.8, 0.7, 0.5, 2}},
-        {"h/(1+sqr((x-m)/w))+b", {{"h", 1}, {"m", 500}, {"w", 1}, {"b", 0}}, {70, 6, 0.2, 5}},
-        {"k/(1+exp(-r*(x-c)))", {{"k", 1}, {"r", 0.01}, {"c", 1950}}, {50, 2, 4}},
-        {"a*(c-x)^b", {{"a", 1}, {"c", 4}, {"b", 1}}, {4, 10, 0.4}}, // at the start points have no value
-    };
-    for (const TFarStart& c : cases) {
-        TModel model(c.equation, c.starts);
-        model.SetPointsOfModel(39, c.expected, 0.01);
-        const TFitResult result = model.RunFromManyStarts();
-        EXPECT_EQ(result.End, TFitEnd::Converged) << c.equation;
-        EXPECT_EQ(result.PointsLeftOut, 0u) << c.equation;
-        EXPECT_GT(result.RSquared, 0.99) << c.equation;
-        // The user may take what is offered, or not.
-        int number = 0;
-        for (const TStart& start : c.starts) model.fit.Parameter(++number)->SetValue(start.value);
-        const TFitResult offer = model.Run({nullptr, {}, TFitStarts::Offered});
-        if (!offer.BetterValues.empty()) {
-            EXPECT_NEAR(offer.BetterRss / result.Rss, 1, 1e-6) << c.equation;
-        }
-        TakeBetterMinimum(model.fit);
-        EXPECT_NEAR(model.Run().Rss / result.Rss, 1, 1e-6) << c.equation;
-    }
-}
-
-// Places that no point tells apart: the signs of the start hold, and no wiggles between the points.
-TEST(CurveFitter, OfEqualMinimaTheNaturalOneIsTaken) {
-    TModel binding("a*((c+x+k)-sqrt(sqr(c+x+k)-4*c*x))/(2*c)+b", {{"a", 1}, {"c", 1}, {"k", 1}, {"b", 0}});
-    binding.SetPointsOfModel(30, {340, 0.5, 0.08, 15}, 2);
-    binding.RunFromManyStarts();
-    EXPECT_NEAR(binding.Value(2), 0.5, 0.1);
-    EXPECT_NEAR(binding.Value(3), 0.08, 0.04);
-    TModel resonance("b+h/(1+sqr((x-m)/w))", {{"b", 1}, {"h", 1}, {"m", 3}, {"w", 5}});
-    resonance.SetPointsOfModel(60, {2, 7, 9, -0.8}, 0.01);
-    resonance.RunFromManyStarts();
-    EXPECT_NEAR(resonance.Value(4), 0.8, 0.02);
-    TModel wave("a*sin(2*pi*x/t+p)+c", {{"a", 1}, {"t", 0.25}, {"p", 0}, {"c", 0}});
-    wave.SetPointsOfModel(100, {3, 7.1, 1, 5}, 0.1);
-    wave.RunFromManyStarts();
-    EXPECT_NEAR(wave.Value(2), 7.1, 0.01);
-}
-
-struct TNonsense {
-    const char* equation;
-    std::initializer_list<TStart> starts;
-    double (*points)(double);
-    TFitEnd end;
-    const char* remark; ///< a part of one
-};
-
-TEST(CurveFitter, NonsenseIsToldInItsOwnWords) {
-    const TNonsense cases[] = {
-        {"a*x", {{"a", 1}}, [](double x) { return 9 - 0.1 * x; }, TFitEnd::WorseThanLine, ""},
-        {"b+a*c*x",
-         {{"a", 1}, {"b", 0}, {"c", 1}},
-         [](double x) { return 2 * x + std::cos(9 * x); },
-         TFitEnd::NotDetermined,
-         "do not determine a and c"},
-        {"a*exp(-k*x)+c",
-         {{"a", 1}, {"k", 1}, {"c", 1}},
-         [](double) { return 7.25; },
-         TFitEnd::NotDetermined,
-         "determine"},
-        {"k/(1+exp(-r*(x-c)))",
-         {{"k", 10}, {"r", 1}, {"c", 5}},
-         [](double x) { return std::exp(0.3 * x + 0.02 * x * x); },
-         TFitEnd::RunsAway,
-         "has no best value"},
-        {"a/(x-c)", {{"a", 1}, {"c", 3.1}}, [](double x) { return 2 / (x - 3.12); }, TFitEnd::Pole, ""},
-        {"a*ln(x-2)+b",
-         {{"a", 1}, {"b", 1}},
-         [](double x) { return x + std::cos(9 * x); },
-         TFitEnd::Converged,
-         "no value at 9 of 39 points, the first at 0;"},
-    };
-    for (const TNonsense& c : cases) {
-        TModel model(c.equation, c.starts);
-        model.SetPoints(39, 0.25, c.points);
-        const TFitResult result = model.RunFromManyStarts();
-        EXPECT_EQ(TextOf(result.End), TextOf(c.end)) << c.equation;
-        std::string remarks;
-        for (const std::string& remark : result.Remarks) remarks += remark;
-        EXPECT_NE(remarks.find(c.remark), std::string::npos) << c.equation << ": " << remarks;
-    }
-}
-
-// Every width below the distance of two points fits to the last digit.
-TEST(CurveFitter, AnExactStepHasNoWidth) {
-    for (const double place : {3.1, 4.4, 9.4}) {
-        TModel step("a+b/(1+exp(-(x-m)/s))", {{"a", 0}, {"b", 1}, {"m", 5}, {"s", 1}});
-        step.SetPoints(39, 0.25, [&](double x) { return x < place ? 2.0 : 7.0; });
-        EXPECT_NE(step.RunFromManyStarts().End, TFitEnd::Converged);
     }
 }
 
@@ -460,7 +286,7 @@ TEST(CurveFitter, AtMostFiftyParametersAreVaried) {
 }
 
 TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         double start = 0;
         double reached = 0;
         for (const int steps : {5, 15}) {
@@ -481,7 +307,7 @@ TEST(CurveFitter, ACancelledRunKeepsTheBestParametersReached) {
 }
 
 TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         for (const int steps : {0, 1}) {
             TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
             decay.SetPoints(50, 0.2, Decay);
@@ -493,7 +319,7 @@ TEST(CurveFitter, ARunCancelledAtOnceKeepsItsStart) {
 }
 
 TEST(CurveFitter, EachIterationShowsTheBestParameters) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TModel decay("a*exp(-b*x)", {{"a", 1}, {"b", 0.01}}, procType);
         decay.SetPoints(50, 0.2, Decay);
         std::vector<double> sums;
@@ -515,7 +341,7 @@ TEST(CurveFitter, EachIterationShowsTheBestParameters) {
 // Places far from any start, hostile tolerances, constant data, a wildly oscillating model: no hang, no false
 // claim.
 TEST(CurveFitter, HopelessRunsEnd) {
-    for (const TFitProcedure procType : kProcedures) {
+    for (const TFitProcedure procType : kEveryProcedure) {
         TModel wild("a*sin(1e9*b*x)+exp(c*x)", {{"a", 1e-30}, {"b", -1e30}, {"c", 20}}, procType);
         wild.SetPoints(40, 0.3, [](double x) { return std::fmod(x * 7, 3); });
         EXPECT_NO_THROW(wild.Run()) << static_cast<int>(procType);

@@ -10,9 +10,6 @@
 namespace lumoplot {
 namespace {
 
-constexpr TFitProcedure kTiedProcedures[] = {TFitProcedure::Powell, TFitProcedure::Simplex,
-                                             TFitProcedure::ConjugateGradient, TFitProcedure::Newton};
-
 struct TTied {
     const char* name;
     double start;
@@ -46,7 +43,7 @@ std::vector<double> TwoDecays(const std::vector<double>& x) {
 TEST(Ties, AFitIsThatOfTheEquationWithTheFormulaInIt) {
     const std::vector<double> x = TiePlaces();
     const std::vector<double> y = TwoDecays(x);
-    for (const TFitProcedure procedure : kTiedProcedures) {
+    for (const TFitProcedure procedure : kEveryProcedure) {
         TCurFit tied;
         Define(tied, "a*exp(-b1*x)+c*exp(-B2*x)",
                {{"a", 1}, {"b1", 0.3}, {"c", 1}, {"b2", 7, "2*h"}, {"h", 1, "(b1)"}});
@@ -90,7 +87,7 @@ TEST(Ties, ErrorsArePropagatedWithTheCovariance) {
 
 TEST(Ties, BoundsOfTheOthersHold) {
     const std::vector<double> x = TiePlaces();
-    for (const TFitProcedure procedure : kTiedProcedures) {
+    for (const TFitProcedure procedure : kEveryProcedure) {
         TCurFit fit;
         Define(fit, "a*exp(-b1*x)+c*exp(-b2*x)", {{"a", 1}, {"b1", 0.3}, {"c", 1}, {"b2", 0, "2*b1"}});
         fit.Parameter(2)->SetBounds(0, 0.35);

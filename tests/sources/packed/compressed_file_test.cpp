@@ -1,7 +1,7 @@
 #include "common/thrown_text.h"
+#include "sources/packed/deflated.h"
 #include "sources/text/text_fixture.h"
 
-#include <zlib.h>
 #if __has_include(<zstd.h>)
 #include <zstd.h>
 #endif
@@ -14,18 +14,7 @@ class CompressedText : public TTextFiles {};
 using TCompress = std::string (*)(const std::string&);
 
 std::string Gzip(const std::string& text) {
-    z_stream stream{};
-    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, text.size()) + 64, '\0');
-    std::string input = text;
-    stream.next_in = reinterpret_cast<Bytef*>(input.data());
-    stream.avail_in = static_cast<uInt>(input.size());
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = static_cast<uInt>(packed.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
+    return Deflated(text, 15 + 16);
 }
 
 #if __has_include(<zstd.h>)

@@ -1,8 +1,8 @@
 #include "sources/spreadsheet/spreadsheet_files.h"
 
+#include "sources/packed/deflated.h"
+
 #include <cstdint>
-#include <gtest/gtest.h>
-#include <zlib.h>
 
 namespace lumoplot {
 namespace {
@@ -11,20 +11,6 @@ std::string Bytes(std::uint64_t number, int count) {
     std::string bytes;
     for (int i = 0; i < count; ++i) bytes += static_cast<char>(number >> (8 * i) & 0xFF);
     return bytes;
-}
-
-std::string Deflated(std::string text) {
-    z_stream stream{};
-    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    std::string packed(deflateBound(&stream, text.size()) + 64, '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(text.data());
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = static_cast<uInt>(packed.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
 }
 
 // What the entry and its line in the directory have in common.
@@ -49,7 +35,7 @@ std::string Zip(const TZipParts& parts) {
     std::string archive;
     std::string directory;
     for (const auto& [name, text] : parts) {
-        const std::string packed = Deflated(text);
+        const std::string packed = Deflated(text, -15);
         const std::string description = Description(name, text, packed);
         directory += "PK\1\2" + Bytes(20, 2) + description + Bytes(0, 2) + Bytes(0, 2) + Bytes(0, 2) +
                      Bytes(0, 4) + Bytes(archive.size(), 4) + name;
