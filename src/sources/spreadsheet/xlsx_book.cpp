@@ -168,6 +168,7 @@ public:
 
     bool Next(std::vector<TSheetCell>& cells, std::int64_t& number, std::int64_t& repeats) override {
         cells.clear();
+        m_nextColumn = 0;
         m_ofText = 0;
         repeats = 1;
         bool isInRow = false;
@@ -194,7 +195,8 @@ public:
 
 private:
     void ReadCell(std::vector<TSheetCell>& cells) {
-        const std::size_t column = ColumnOf(m_xml.Attribute(QLatin1String("r")), cells.size());
+        const std::size_t column = ColumnOf(m_xml.Attribute(QLatin1String("r")), m_nextColumn);
+        m_nextColumn = column + 1;
         const std::string type = m_xml.Attribute(QLatin1String("t"));
         const std::int64_t style = m_xml.Number(QLatin1String("s"), 0);
         std::string value;
@@ -248,6 +250,7 @@ private:
     TXmlPart m_xml;
     TXlsxCells& m_shared;
     std::int64_t m_row = 0;
+    std::size_t m_nextColumn = 0; ///< of a cell that does not name its own
     std::size_t m_ofText = 0;
     bool m_isAtEnd = false;
 };

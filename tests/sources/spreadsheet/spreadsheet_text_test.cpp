@@ -113,6 +113,9 @@ TEST_F(Spreadsheet, HolesRepeatsAndMergedCellsStayInTheirPlaces) {
                     "<row r=\"5\"><c r=\"A5\" s=\"1\"/></row><row r=\"6\"><c r=\"A6\"><v>4</v></c></row>"
                     "<row r=\"7\"><c r=\"A7\" s=\"1\"/></row>")),
         "1\t\t2\n\t3\t\n\n\n\n4\t\t\n");
+    // Cells without a name follow each other.
+    EXPECT_EQ(TextOf(Xlsx("<row><c><v>1</v></c><c/><c><v>3</v></c><c r=\"E1\"/><c><v>6</v></c></row>")),
+              "1\t\t3\t\t\t6\n");
     const std::string one = "<table:table-cell office:value-type=\"float\" office:value=\"1\"/>";
     EXPECT_EQ(
         TextOf(Ods("<table:table-header-rows><table:table-row>" + one +
