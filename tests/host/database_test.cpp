@@ -114,6 +114,50 @@ TEST_F(OpenDatabaseTest, AServerThatDoesNotAnswerHoldsUpNobody) {
     EXPECT_TRUE(Graph().Series().empty());
 }
 
+// The address goes into the connection's field, and from there into the window again.
+TEST_F(OpenDatabaseTest, AServersAddressIsMadeOfItsParts) {
+    struct TCase {
+        int kind;
+        const char *host, *port, *database, *user, *address;
+    };
+    const TCase cases[] = {
+        {0, "127.0.0.1", "1", "lab", "me", "postgresql://me@127.0.0.1:1/lab"},
+        {0, "", "1", "lab", "", "postgresql://localhost:1/lab"},
+        {1, "::1", "1", "a b/c", "a@b:c", "mysql://a%40b%3Ac@[::1]:1/a%20b/c"},
+        {2, "", "", "none such", "me", "odbc:DSN=none such;UID=me"},
+        {2, "", "", "DRIVER=None;HOST=x", "", "odbc:DRIVER=None;HOST=x"},
+    };
+    for (const TCase& wanted : cases) {
+        SCOPED_TRACE(wanted.address);
+        InChooser([&wanted](QDialog& chooser) {
+            WhenModal<QDialog>([&wanted](QDialog& dialog) {
+                auto& connect = *Control<QDialogButtonBox>(dialog, "buttons").button(QDialogButtonBox::Ok);
+                EXPECT_FALSE(connect.isEnabled());
+                Control<QComboBox>(dialog, "cbx_Kind").setCurrentIndex(wanted.kind);
+                Control<QLineEdit>(dialog, "e_Host").setText(QLatin1String(wanted.host));
+                Control<QLineEdit>(dialog, "e_Port").setText(QLatin1String(wanted.port));
+                Control<QLineEdit>(dialog, "e_User").setText(QLatin1String(wanted.user));
+                Control<QLineEdit>(dialog, "e_Database").setText(QLatin1String(wanted.database));
+                QTest::mouseClick(&connect, Qt::LeftButton);
+            });
+            Control<QComboBox>(chooser, "cbx_Connection").setEditText({});
+            Click(chooser, "btnServer");
+            EXPECT_EQ(Control<QComboBox>(chooser, "cbx_Connection").currentText().toStdString(),
+                      wanted.address);
+            EXPECT_FALSE(Control<QLabel>(chooser, "lblMessage").text().isEmpty());
+            WhenModal<QDialog>([&wanted](QDialog& dialog) {
+                EXPECT_EQ(Control<QComboBox>(dialog, "cbx_Kind").currentIndex(), wanted.kind);
+                EXPECT_EQ(Control<QLineEdit>(dialog, "e_Database").text(), QLatin1String(wanted.database));
+                EXPECT_EQ(Control<QLineEdit>(dialog, "e_User").text(), QLatin1String(wanted.user));
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            });
+            Click(chooser, "btnServer");
+            QTest::keyClick(&chooser, Qt::Key_Escape);
+        });
+        Open(File());
+    }
+}
+
 TEST_F(OpenDatabaseTest, ErrorsAreChosenToo) {
     InChooser([](QDialog& dialog) {
         QTest::keyClick(&Control<QListWidget>(dialog, "lst_Tables"), Qt::Key_Down);

@@ -1,5 +1,6 @@
 #include "dialogs/import/database_chooser.h"
 
+#include "dialogs/import/server_dialog.h"
 #include "sources/database/connection/saved_connections.h"
 #include "sources/database/database_loader.h"
 #include "support/errors.h"
@@ -122,6 +123,7 @@ void TDatabaseChooser::ConnectControls() {
     connect(m_ui->cbx_Connection, &QComboBox::activated, this, [this] { ConnectionPicked(); });
     connect(m_ui->cbx_Connection->lineEdit(), &QLineEdit::textEdited, this, [this] { EnableControls(); });
     connect(m_ui->btnFile, &QPushButton::clicked, this, [this] { ChooseFile(); });
+    connect(m_ui->btnServer, &QPushButton::clicked, this, [this] { ChooseServer(); });
     connect(m_ui->btnSave, &QPushButton::clicked, this, [this] { SaveAs(); });
     connect(m_ui->btnForget, &QPushButton::clicked, this, [this] { Forget(); });
     connect(m_ui->btnConnect, &QPushButton::clicked, this, [this] { Connect(); });
@@ -178,6 +180,14 @@ void TDatabaseChooser::ChooseFile() {
     if (present.exists()) dialog.setDirectory(present.absolutePath());
     if (dialog.exec() != QDialog::Accepted) return;
     m_ui->cbx_Connection->setEditText(dialog.selectedFiles().value(0));
+    ConnectionPicked();
+}
+
+void TDatabaseChooser::ChooseServer() {
+    TServerDialog dialog(Connection(), this);
+    if (dialog.exec() != QDialog::Accepted) return;
+    m_ui->cbx_Connection->setEditText(dialog.Address());
+    m_ui->e_Password->setText(dialog.Password());
     ConnectionPicked();
 }
 
@@ -358,7 +368,8 @@ void TDatabaseChooser::EnableControls() {
     m_stop->setVisible(m_isWaiting);
     for (QWidget* control :
          {static_cast<QWidget*>(m_ui->splitter), static_cast<QWidget*>(m_ui->cbx_Connection),
-          static_cast<QWidget*>(m_ui->btnFile), static_cast<QWidget*>(m_ui->e_Password)})
+          static_cast<QWidget*>(m_ui->btnFile), static_cast<QWidget*>(m_ui->btnServer),
+          static_cast<QWidget*>(m_ui->e_Password)})
         control->setEnabled(!m_isWaiting);
     if (m_isWaiting)
         for (QPushButton* button : {m_ui->btnConnect, m_ui->btnSave, m_ui->btnForget})

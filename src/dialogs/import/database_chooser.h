@@ -47,6 +47,7 @@ private:
     void ListConnections();
     void ConnectionPicked();
     void ChooseFile();
+    void ChooseServer();
     void SaveAs();
     void Forget();
     void Connect();
