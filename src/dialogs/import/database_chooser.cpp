@@ -17,6 +17,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <thread>
@@ -27,8 +28,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kRowsShown = 100;
-constexpr int kLookMs = 20;       // whether the database has answered
-constexpr auto kUnnoticed = 60ms; // what is done within needs no telling
+constexpr int kMostColumnWidth = 200; // pixels
+constexpr int kLookMs = 20;           // whether the database has answered
+constexpr auto kUnnoticed = 60ms;     // what is done within needs no telling
 const QString kNoErrorsItem = QStringLiteral("(none)");
 const QString kRowNumberItem = QStringLiteral("(row number)");
 
@@ -334,12 +336,16 @@ void TDatabaseChooser::FillRows(const TDatabasePreview& preview) {
         auto* header = new QTableWidgetItem(Shown(shown.name));
         header->setToolTip(QString::fromStdString(KindText(shown.kind)));
         table.setHorizontalHeaderItem(column, header);
-        for (int row = 0; row < table.rowCount(); ++row)
-            table.setItem(
-                row, column,
-                new QTableWidgetItem(Shown(
-                    preview.table.rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)])));
+        for (int row = 0; row < table.rowCount(); ++row) {
+            const auto& cells = preview.table.rows[static_cast<std::size_t>(row)];
+            auto* item = new QTableWidgetItem(Shown(cells[static_cast<std::size_t>(column)]));
+            if (shown.HasValues()) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            table.setItem(row, column, item);
+        }
+        table.resizeColumnToContents(column);
+        table.setColumnWidth(column, std::min(table.columnWidth(column), kMostColumnWidth));
     }
+    table.resizeRowsToContents();
 }
 
 void TDatabaseChooser::ShowProblem(const QString& problem) {
