@@ -6,6 +6,7 @@
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
+#include "graph/loading/x_axis_title.h"
 #include "sources/report/text_explanation.h"
 #include "sources/text/error_columns.h"
 #include "support/errors.h"
@@ -19,8 +20,6 @@
 
 namespace lumoplot {
 namespace {
-
-constexpr const char* kUntouchedTitle = "X axis";
 
 QString Translated(const char* text) {
     return QCoreApplication::translate("DataFiles", text);
@@ -141,7 +140,7 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
         for (const std::string& line : Explain(report).Lines())
             m_explanation += (m_explanation.isEmpty() ? QString() : QStringLiteral("; ")) +
                              QString::fromStdString(ShownLine(line));
-    if (m_graph.Series().size() == 1) TakeXTitle(report);
+    TakeXTitle(series, report.readings.best.format);
     if (isNew && series.DataSourceInfo().Kind() != TSourceKind::DataFile) TakeMixedX(series, report);
     if (series.DataSourceInfo().Kind() == TSourceKind::Database)
         TakeDatabaseReport(series, report);
@@ -158,14 +157,6 @@ void TDataFiles::TakeMixedX(const TSeries& series, const TTextReport& report) {
     if (!mixed.empty())
         m_notes.append(QString::fromStdString(ShownLine(name.toStdString() + ": " + mixed)) +
                        QLatin1Char('.'));
-}
-
-// Only where nobody has written one yet. The drawing names the Y axis after its data set by itself.
-void TDataFiles::TakeXTitle(const TTextReport& report) {
-    const TTextFormat& format = report.readings.best.format;
-    const auto column = static_cast<std::size_t>(std::max(format.xColumn, 0));
-    if (format.xColumn < 0 || column >= format.columns.size() || format.columns[column].name.empty()) return;
-    if (m_graph.XAxis()->Title() == kUntouchedTitle) m_graph.XAxis()->SetTitle(format.columns[column].name);
 }
 
 bool TDataFiles::ReloadAll(TProgress& progress) {

@@ -63,7 +63,6 @@ private:
     bool AddColumn(const TDataChoice& choice, std::size_t column, TProgress& progress);
     bool Load(TSeries& series, TProgress& progress);
     void TakeDatabaseReport(const TSeries& series, const TTextReport& report);
-    void TakeXTitle(const TTextReport& report);
     void TakeMixedX(const TSeries& series, const TTextReport& report);
 
     TxyGraph& m_graph;

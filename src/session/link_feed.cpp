@@ -3,6 +3,7 @@
 #include "graph/loading/date_axis.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
+#include "graph/loading/x_axis_title.h"
 #include "support/update_hold.h"
 
 #include <algorithm>
@@ -132,6 +133,7 @@ void TLinkFeed::Note(TSeries& series) {
     m_isShown = true;
     if (series.SeriesFlag() && !report.yName.empty()) series.SetSeriesName(report.yName);
     ShowDatesOfX(series, report.readings.best.format);
+    TakeXTitle(series, report.readings.best.format);
 }
 
 std::string TLinkFeed::Status() const {

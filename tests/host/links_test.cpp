@@ -38,6 +38,7 @@ TEST_F(FollowTest, ThePlotFollowsAndStops) {
     Follow();
     ASSERT_TRUE(WaitForCount(2));
     EXPECT_EQ(First().SeriesName(), "U");
+    EXPECT_EQ(Graph().XAxis()->Title(), "t");
     Append("3,30\n");
     EXPECT_TRUE(WaitForCount(3));
     EXPECT_TRUE(QTest::qWaitFor([&] {
