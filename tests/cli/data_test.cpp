@@ -55,6 +55,26 @@ TEST_F(Data, FiguresOfAThinnedGraphAreOfEveryRow) {
         << result.error;
 }
 
+TEST_F(Data, AReadingIsTakenByTheWordsThatDescribeIt) {
+    const std::pair<const char*, double> cases[] = {
+        {"1,5\n2,5\n3,5\n", 2.5 * 3},                                 // one column with decimal commas
+        {"x\ty\n1\t8,689\n2\t7,221\n", 8689 + 7221},                  // groups
+        {"1;2\n0.10;2.50\n0.75;1.50\n1.00;0.25\n1.25;3.75\n", 2 + 8}, // no header rows
+        {"0;1\n0.1;1.5\n0.2;2.5\n0.3;3.75\n0.4;4.5\n", 12.25},        // 1 header row
+    };
+    for (const auto& [text, sum] : cases) {
+        const std::string file = WithText("a.txt", text);
+        const QString other = RunForJson({"info", file})["OtherReading"].toString();
+        for (const std::string& words : {std::string("other"), other.toStdString()})
+            EXPECT_DOUBLE_EQ(
+                RunForJson({"stats", file, "--read-as", words})["y"].toObject()["sum"].toDouble(), sum)
+                << text << words;
+    }
+    const TRunResult wrong = RunProgram({"stats", WithText("a.txt", "1;2\n"), "--read-as", "0 header rows"});
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_TRUE(IsOneMessage(wrong.error)) << wrong.error;
+}
+
 // The sum of Y tells which rows and columns were read.
 TEST_F(Data, TextOptionsChooseRowsAndColumns) {
     const std::string file = WithText("a.txt", "t;u;v\n1;10;100\n1;20;200\n2;30;300\n3;40;400\n");

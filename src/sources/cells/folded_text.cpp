@@ -25,12 +25,30 @@ unsigned AccentedLetter(std::string_view text, std::size_t& length) {
     return first >= 0xC0 && !IsContinuation(Byte(text, 1)) ? first : 0;
 }
 
+// The first of two bytes of a Cyrillic letter.
+bool IsCyrillic(std::string_view text) {
+    return (Byte(text, 0) == 0xD0 || Byte(text, 0) == 0xD1) && IsContinuation(Byte(text, 1));
+}
+
+// The letters from U+0410 to U+042F in small.
+void AppendSmallCyrillic(std::string_view letter, std::string& folded) {
+    const unsigned code = (Byte(letter, 0) & 0x1F) << 6 | (Byte(letter, 1) & 0x3F);
+    const unsigned small = code >= 0x410 && code <= 0x42F ? code + 0x20 : code;
+    folded += static_cast<char>(0xC0 | small >> 6);
+    folded += static_cast<char>(0x80 | (small & 0x3F));
+}
+
 } // namespace
 
 std::string FoldText(std::string_view text) {
     std::string folded;
     for (std::size_t length = 1; !text.empty(); text.remove_prefix(length)) {
         const unsigned letter = AccentedLetter(text, length);
+        if (IsCyrillic(text)) {
+            length = 2;
+            AppendSmallCyrillic(text, folded);
+            continue;
+        }
         const char base = letter == 0 ? text[0] : kBases[letter - 0xC0];
         if (letter != 0 && base == '*')
             folded.append(text.substr(0, length));
@@ -43,6 +61,7 @@ std::string FoldText(std::string_view text) {
 std::size_t LetterLength(std::string_view text) {
     const unsigned first = Byte(text, 0);
     if (first < 0x80) return (first | 0x20) >= 'a' && (first | 0x20) <= 'z' ? 1 : 0;
+    if (IsCyrillic(text)) return 2;
     std::size_t length = 1;
     return AccentedLetter(text, length) != 0 ? length : 0;
 }

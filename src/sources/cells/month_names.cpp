@@ -8,20 +8,28 @@ namespace lumoplot {
 namespace {
 
 /// For each month its names: English, German, French, Spanish, Italian, Portuguese, Dutch, Scandinavian,
-/// Polish, Czech, Hungarian, and abbreviations that do not begin them.
+/// Polish, Czech, Hungarian, Finnish, Romanian, Turkish, Russian, and abbreviations that do not begin them.
 constexpr std::array<std::string_view, 12> kMonths = {
-    "january januar janner janvier enero gennaio janeiro januari stycznia styczen ledna leden",
-    "february februar feber fevrier febrero febbraio fevereiro februari lutego luty unora unor",
-    "march marz mars marzo marco maart marts marca marzec brezna brezen marcius mrz mrt",
-    "april avril abril aprile kwietnia kwiecien dubna duben aprilis",
-    "may mai mayo maggio maio mei maj maja kvetna kveten majus",
-    "june juni juin junio giugno junho czerwca czerwiec cervna cerven junius",
-    "july juli juillet julio luglio julho lipca lipiec cervence cervenec julius",
-    "august aout agosto augustus augusti sierpnia sierpien srpna srpen augusztus",
-    "september septembre septiembre settembre setembro wrzesnia wrzesien zari szeptember",
-    "october oktober octobre octubre ottobre outubro oktobar pazdziernika pazdziernik rijna rijen",
-    "november novembre noviembre novembro listopada listopad",
-    "december dezember decembre diciembre dicembre dezembro desember grudnia grudzien prosince prosinec"};
+    "january januar janner janvier enero gennaio janeiro januari stycznia styczen ledna leden tammikuuta "
+    "ianuarie ocak января январь",
+    "february februar feber fevrier febrero febbraio fevereiro februari lutego luty unora unor helmikuuta "
+    "subat февраля февраль",
+    "march marz mars marzo marco maart marts marca marzec brezna brezen marcius mrz mrt mar maaliskuuta "
+    "martie март марта",
+    "april avril abril aprile kwietnia kwiecien dubna duben aprilis huhtikuuta nisan апреля апрель",
+    "may mai mayo maggio maio mei maj maja kvetna kveten majus toukokuuta mayis мая май",
+    "june juni juin junio giugno junho czerwca czerwiec cervna cerven junius kesakuuta iunie haziran июня "
+    "июнь",
+    "july juli juillet julio luglio julho lipca lipiec cervence cervenec julius heinakuuta iulie temmuz июля "
+    "июль",
+    "august aout agosto augustus augusti sierpnia sierpien srpna srpen augusztus elokuuta agustos августа",
+    "september septembre septiembre settembre setembro wrzesnia wrzesien zari szeptember syyskuuta "
+    "septembrie eylul сентября",
+    "october oktober octobre octubre ottobre outubro oktobar pazdziernika pazdziernik rijna rijen lokakuuta "
+    "octombrie ekim октября",
+    "november novembre noviembre novembro listopadu listopada listopad marraskuuta noiembrie kasim ноября",
+    "december dezember decembre diciembre dicembre dezembro desember grudnia grudzien prosince prosinec "
+    "joulukuuta decembrie aralik декабря"};
 
 constexpr std::string_view kWeekdays =
     "monday tuesday wednesday thursday friday saturday sunday montag dienstag mittwoch donnerstag freitag "

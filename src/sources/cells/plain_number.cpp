@@ -21,7 +21,8 @@ constexpr std::array<std::string_view, 7> kBlanks = {
 template <std::size_t Count>
 std::size_t LengthOfAny(const std::array<std::string_view, Count>& texts, std::string_view text) {
     for (const auto candidate : texts)
-        if (text.starts_with(candidate)) return candidate.size();
+        if (!text.empty() && text.front() == candidate.front() && text.starts_with(candidate))
+            return candidate.size();
     return 0;
 }
 
@@ -118,15 +119,20 @@ bool HasDigit(std::string_view text) {
 } // namespace
 
 std::size_t MinusLength(std::string_view text, bool atEnd) {
+    if (text.empty()) return 0;
+    const char near = atEnd ? text.back() : text.front();
+    if (near != '-' && static_cast<unsigned char>(near) < 0x80) return 0;
     for (const auto minus : kMinuses)
         if (atEnd ? text.ends_with(minus) : text.starts_with(minus)) return minus.size();
     return 0;
 }
 
 std::string_view WithoutBlanks(std::string_view text) {
+    const auto isOther = [](char c) { return c > ' ' && static_cast<unsigned char>(c) < 0x80; };
     while (const std::size_t length = LengthOfAny(kBlanks, text)) text.remove_prefix(length);
     for (bool isBlank = true; isBlank;) {
         isBlank = false;
+        if (text.empty() || isOther(text.back())) break;
         for (const auto blank : kBlanks)
             if (text.ends_with(blank)) {
                 text.remove_suffix(blank.size());

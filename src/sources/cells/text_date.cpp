@@ -278,6 +278,7 @@ public:
         if (!days) days = DayOfNamedParts();
         if (!days) return std::nullopt;
         m_reading.days += *days;
+        if (m_scan.Rest() == ".") m_scan.Drop(1);
         if (m_scan.AtEnd()) return m_reading;
         return m_reading.hasTime ? std::nullopt : WithTime();
     }
@@ -380,6 +381,18 @@ std::string WithDashes(std::string_view text) {
     return scan.AtEnd() ? plain : plain.append(1, ' ').append(scan.Rest());
 }
 
+// "2024:031:12:30:00", with the day of the year, as "2024-031 12:30:00"; empty for any other text.
+std::string WithDayOfYear(std::string_view text) {
+    constexpr std::size_t kYear = 4;
+    constexpr std::size_t kDay = 8;
+    if (text.size() <= kDay || text[kYear] != ':' || text[kDay] != ':') return {};
+    if (TTextScanner(text).Digits() != kYear || TTextScanner(text.substr(kYear + 1)).Digits() != 3) return {};
+    std::string plain(text);
+    plain[kYear] = '-';
+    plain[kDay] = ' ';
+    return plain;
+}
+
 // Most cells are no dates, which a quick look at their characters tells: whole rows that are not divided are
 // looked at, too.
 bool MayBeDate(std::string_view text) {
@@ -403,6 +416,8 @@ std::optional<TDateReading> ParseDate(std::string_view text, TDateOrder order, T
     text = Trimmed(text);
     if (!MayBeDate(text)) return std::nullopt;
     if (const std::string plain = WithDashes(text); !plain.empty())
+        return ParseDate(plain, order, shortTimes);
+    if (const std::string plain = WithDayOfYear(text); !plain.empty())
         return ParseDate(plain, order, shortTimes);
     if (text.starts_with('[') && text.ends_with(']')) text = text.substr(1, text.size() - 2);
     if (text.find(':') != std::string_view::npos || text.find('P') != std::string_view::npos)

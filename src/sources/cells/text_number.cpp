@@ -215,7 +215,7 @@ TNumberReading ParseWithUnit(std::string_view cell, char decimalSign, TUnitMarks
     std::string number(cell.substr(0, minus));
     std::string_view rest = WithoutBlanks(cell.substr(minus));
     for (const auto currency : kCurrencies)
-        if (rest.starts_with(currency)) {
+        if (!rest.empty() && rest.front() == currency.front() && rest.starts_with(currency)) {
             marks.front = currency;
             rest = WithoutBlanks(rest.substr(currency.size()));
             break;

@@ -16,9 +16,14 @@ const char* NextLine(const char* text, const char* end) {
 void TSharedRows::ReadPiece(TRowsPiece& piece) const {
     constexpr std::size_t kShortestRow = 4; // "1,2" and its end
     const std::size_t most = static_cast<std::size_t>(piece.end - piece.begin) / kShortestRow + 1;
-    if (piece.x.size() < most) piece.x.resize(most);
-    if (piece.y.size() < most) piece.y.resize(most);
-    piece.rest = m_rows.Read(piece.begin, piece.end, std::span(piece.x), std::span(piece.y), 0, piece.count);
+    // Memory that is never used costs nothing.
+    if (piece.room < most) {
+        piece.x = std::make_unique_for_overwrite<double[]>(most);
+        piece.y = std::make_unique_for_overwrite<double[]>(most);
+        piece.room = most;
+    }
+    piece.rest = m_rows.Read(piece.begin, piece.end, std::span(piece.x.get(), most),
+                             std::span(piece.y.get(), most), 0, piece.count);
 }
 
 TSharedRows::TPieces& TSharedRows::Read(const char* text, const char* end,

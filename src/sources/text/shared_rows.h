@@ -6,7 +6,8 @@
 
 #include <array>
 #include <functional>
-#include <vector>
+#include <memory>
+#include <span>
 
 namespace lumoplot {
 
@@ -16,13 +17,17 @@ struct TRowsPiece {
     const char* end = nullptr;  ///< of the piece's text, behind a line end
     const char* rest = nullptr; ///< the first row that needs the long way, or the end
     std::size_t count = 0;
-    std::vector<double> x; ///< the first `count` of them
-    std::vector<double> y;
+    std::size_t room = 0;
+    std::unique_ptr<double[]> x; ///< `room`, of which the first `count` are set
+    std::unique_ptr<double[]> y;
+
+    std::span<const double> X() const { return {x.get(), count}; }
+    std::span<const double> Y() const { return {y.get(), count}; }
 };
 
 class TSharedRows {
 public:
-    static constexpr std::size_t kPieces = 4;
+    static constexpr std::size_t kPieces = 8;
     using TPieces = std::array<TRowsPiece, kPieces>;
 
     /// Shorter texts are not worth sharing.

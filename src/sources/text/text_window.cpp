@@ -2,39 +2,69 @@
 
 #include "sources/cells/text_number.h"
 #include "support/errors.h"
+#include "support/workers.h"
 
 #include <cstring>
 
 namespace lumoplot {
 namespace {
 
-// Stays in the second-level cache together with the points made of it.
 constexpr std::size_t kPieceSize = 262144;
+/// Threads that share a piece wait for each other at its end.
+constexpr std::size_t kPieceToShare = 1048576;
 
 } // namespace
 
-TTextWindow::TTextWindow(TTextFile& file, TTextEncoding encoding)
-    : m_file(&file), m_text(file.AtMost(kPieceSize) + kNumberPadding) {
+TTextWindow::TTextWindow(TTextFile& file, TTextEncoding encoding, std::string quotes)
+    : m_file(&file), m_quotes(std::move(quotes)), m_size(file.AtMost(kPieceSize)) {
     file.Restart(encoding);
+    m_piece.text.resize(m_begin);
     Slide(Begin(), 1);
 }
 
-TTextWindow::TTextWindow(std::string_view rows)
-    : m_file(nullptr), m_text(rows.begin(), rows.end()), m_end(rows.size()), m_textEnd(TTextEnd::File) {
-    m_text.resize(m_end + kNumberPadding);
+TTextWindow::TTextWindow(std::string_view rows, const std::string& quotes)
+    : m_file(nullptr), m_size(rows.size()), m_begin(0), m_textEnd(TTextEnd::File),
+      m_hasQuotes(rows.find_first_of(quotes) != std::string_view::npos) {
+    m_piece.text.assign(rows.begin(), rows.end());
+    m_piece.end = rows.size();
+    m_piece.text.resize(rows.size() + kNumberPadding);
+}
+
+void TTextWindow::ReadAhead() {
+    const bool isWhole = m_piece.Size() < m_size / 2;
+    if (m_textEnd == TTextEnd::File || isWhole || ProcessorCount() == 1) return;
+    // A sheet is read slower, and is to be cancelled as soon.
+    if (!m_file->Sheet()) m_size = m_file->AtMost(kPieceToShare);
+    m_ahead = std::make_unique<TReadAhead>(*m_file, m_size, m_quotes);
+}
+
+// In its room, or in one of its own for a long row.
+void TTextWindow::PutInFront(std::string_view rest) {
+    m_begin = TTextPiece::kRoom;
+    if (rest.size() > TTextPiece::kRoom) {
+        m_piece.text.insert(m_piece.text.begin(), rest.size() - TTextPiece::kRoom, '\0');
+        m_piece.end += rest.size() - TTextPiece::kRoom;
+        m_begin = rest.size();
+    }
+    m_begin -= rest.size();
+    std::memcpy(m_piece.text.data() + m_begin, rest.data(), rest.size());
 }
 
 void TTextWindow::Slide(const char* rest, std::int64_t row) {
-    const auto kept = static_cast<std::size_t>(End() - rest);
-    if (kept > kMaxRowLength)
+    const std::string_view kept(rest, static_cast<std::size_t>(End() - rest));
+    if (kept.size() > kMaxRowLength)
         throw EFileError("File " + m_file->Name() + ": row " + std::to_string(row) + " is longer than 4 MB");
-    std::memmove(m_text.data(), rest, kept);
-    if (m_text.size() - kNumberPadding < kept * 2) m_text.resize(kept * 2 + kPieceSize + kNumberPadding);
-    const std::size_t count = m_file->Read(m_text.data() + kept, m_text.size() - kNumberPadding - kept);
-    m_end = kept + count;
-    std::memset(m_text.data() + m_end, 0, kNumberPadding);
-    if (count > 0) return;
-    if (m_file->Position() < m_file->Size())
+    std::swap(m_piece, m_next); // which `kept` is in now
+    if (m_ahead)
+        m_ahead->Exchange(m_piece);
+    else
+        ReadPiece(*m_file, m_size, m_quotes, m_piece);
+    const bool isAtEnd = m_piece.Size() == 0;
+    const bool isQuoted = m_hasQuotes && kept.find_first_of(m_quotes) != std::string_view::npos;
+    m_hasQuotes = m_piece.hasQuotes || isQuoted;
+    PutInFront(kept);
+    if (!isAtEnd) return;
+    if (m_piece.position < m_file->Size())
         throw EFileError("File " + m_file->Name() + " became shorter while row " + std::to_string(row) +
                          " was read");
     m_textEnd = TTextEnd::File;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace lumoplot {
 namespace {
@@ -80,7 +81,27 @@ bool IsCounterName(std::string_view name) {
     while (folded.ends_with('.') || folded.ends_with(':')) folded.pop_back();
     return folded.empty() || std::ranges::find(kCounterNames, folded) != std::end(kCounterNames) ||
            folded.ends_with("_id") || folded.ends_with(" id") || folded.ends_with(" no") ||
-           folded.ends_with(" nr");
+           folded.ends_with(" nr") || folded.ends_with('#') || folded.ends_with("-nr") ||
+           folded.ends_with("-no") || folded.ends_with("_nr") || folded.ends_with("_no");
+}
+
+bool BeginsWithOneOf(std::string_view name, std::initializer_list<std::string_view> words) {
+    const std::string folded = FoldText(name);
+    return std::ranges::any_of(words, [&folded](auto word) {
+        return folded.starts_with(word) && LetterLength(std::string_view(folded).substr(word.size())) == 0;
+    });
+}
+
+// What is counted, where no other column could be X.
+bool IsNameOfCounted(std::string_view name) {
+    return BeginsWithOneOf(name, {"sample", "point", "data point", "pt", "scan", "reading", "measurement",
+                                  "meas", "shot", "messung", "messpunkt", "punkt", "probe", "mesure", "punto",
+                                  "medida", "misura", "meting", "meetpunt"});
+}
+
+bool IsNameOfTime(std::string_view name) {
+    return BeginsWithOneOf(name, {"t", "time", "timestamp", "elapsed", "elapsed time", "sec", "seconds",
+                                  "zeit", "temps", "tiempo", "tempo", "tijd", "tid", "date", "datum"});
 }
 
 struct TColumnFacts {
@@ -88,8 +109,9 @@ struct TColumnFacts {
     std::size_t texts = 0;
     std::size_t last = 0; ///< number of the last voter with a value, from 1
     bool isConstant = true;
-    bool isRising = true;   ///< whole numbers, each above the one before
-    bool isCounting = true; ///< by 1, from 0 or 1
+    bool isRising = true;     ///< whole numbers, each above the one before
+    bool isCounting = true;   ///< by 1, from 0 or 1
+    bool isIncreasing = true; ///< each above the one before
 };
 
 TColumnFacts FactsOf(const TSampleTable& table, std::size_t column) {
@@ -110,11 +132,23 @@ TColumnFacts FactsOf(const TSampleTable& table, std::size_t column) {
         facts.isConstant = facts.isConstant && value == first;
         if (place > front) continue;
         const bool isFirst = facts.filled == 1;
+        facts.isIncreasing = facts.isIncreasing && (isFirst || value > previous);
         facts.isRising = facts.isRising && value == std::floor(value) && (isFirst || value > previous);
         facts.isCounting = facts.isCounting && (isFirst ? value == 0 || value == 1 : value == previous + 1);
         previous = value;
     }
     return facts;
+}
+
+// Beside a column that could be X as well, with others for Y.
+bool IsBesideX(const TSampleTable& table, const TTextFormat& format, std::size_t column) {
+    constexpr std::ptrdiff_t kFewest = 3;
+    const auto isNumber = [](const auto& c) { return c.kind == TCellKind::Number; };
+    if (column + 1 >= format.columns.size() || !isNumber(format.columns[column + 1])) return false;
+    if (std::ranges::count_if(format.columns, isNumber) < kFewest) return false;
+    const bool isCounted =
+        IsNameOfCounted(format.columns[column].name) || IsNameOfTime(format.columns[column + 1].name);
+    return isCounted && FactsOf(table, column + 1).isIncreasing;
 }
 
 TColumnRole RoleOf(const TSampleTable& table, const TTextFormat& format, std::size_t column, bool hasNames) {
@@ -128,7 +162,8 @@ TColumnRole RoleOf(const TSampleTable& table, const TTextFormat& format, std::si
     // Beside dates a count is a count, whatever it is called.
     const bool isBesideDates =
         column + 1 < format.columns.size() && format.columns[column + 1].kind == TCellKind::Date;
-    if (facts.isCounting && facts.isRising && isBesideDates && facts.filled >= 3) return TColumnRole::Counter;
+    const bool isCounting = facts.isCounting && facts.isRising && facts.filled >= 3;
+    if (isCounting && (isBesideDates || IsBesideX(table, format, column))) return TColumnRole::Counter;
     return facts.isConstant && facts.filled >= kFewest ? TColumnRole::Constant : TColumnRole::Values;
 }
 

@@ -2,93 +2,13 @@
 
 #include "sources/cells/folded_text.h"
 #include "sources/cells/unit_names.h"
-#include "support/ranges.h"
+#include "sources/text/layout/number_names.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace lumoplot {
 namespace {
-
-// The numbers of the row where they are whole: from `first` on, without the empty ones.
-std::vector<double> WholeNumbers(const TSampleRow& row, std::size_t first) {
-    std::vector<double> numbers;
-    for (std::size_t i = first; i < row.kinds.size(); ++i) {
-        if (row.kinds[i] == TCellKind::Empty) continue;
-        const double value = row.numbers[i].value;
-        if (row.kinds[i] != TCellKind::Number || value != std::floor(value)) return {};
-        numbers.push_back(value);
-    }
-    return numbers;
-}
-
-// Years or channels in a row: whole numbers with the same step between them, or a year alone.
-bool AreNumberNames(const TSampleRow& row) {
-    const bool hasCorner = !row.kinds.empty() && row.kinds[0] != TCellKind::Number;
-    const auto numbers = WholeNumbers(row, 1);
-    if (!hasCorner || numbers.empty()) return false;
-    if (numbers.size() == 1) return numbers[0] >= 1900 && numbers[0] <= 2100;
-    const double step = numbers[1] - numbers[0];
-    for (std::size_t i = 2; i < numbers.size(); ++i)
-        if (numbers[i] - numbers[i - 1] != step) return false;
-    return numbers.size() > 2 ? step > 0 : step == 1;
-}
-
-bool AreYears(const TSampleRow& row) {
-    const auto numbers = WholeNumbers(row, 1);
-    return std::ranges::all_of(numbers, [](double year) { return year >= 1900 && year <= 2100; });
-}
-
-// The data row in front of that one, or null.
-const TSampleRow* RowBefore(const TSampleTable& table, std::size_t index) {
-    while (index > 0)
-        if (const TSampleRow& row = table.Rows()[--index]; row.kind == TRowKind::Data) return &row;
-    return nullptr;
-}
-
-// Whole numbers in all columns above decimals, each outside what its column holds: wavelengths, channels.
-bool AreNamesOfDecimals(const TSampleTable& table, std::size_t index) {
-    constexpr std::size_t kFewest = 4;
-    const TSampleRow& row = table.Rows()[index];
-    const std::size_t columns = table.Columns().size();
-    if (row.kind != TRowKind::Data || columns < 2 || row.cells.size() != columns) return false;
-    if (RowBefore(table, index) != nullptr || WholeNumbers(row, 0).size() != columns) return false;
-    for (std::size_t column = 0; column < columns; ++column) {
-        const double name = row.numbers[column].value;
-        TExtent range;
-        std::size_t count = 0;
-        for (const TSampleRow* voter : table.Voters()) {
-            if (voter->text.data() == row.text.data() || voter->KindAt(column) != TCellKind::Number) continue;
-            if (!voter->numbers[column].hasDecimals) return false;
-            range.Take(voter->numbers[column].value);
-            ++count;
-        }
-        if (count < kFewest || row.numbers[column].hasDecimals || (name >= range.Min && name <= range.Max))
-            return false;
-    }
-    return true;
-}
-
-// The first of the rows has numbers for names: those behind it are not like it.
-bool IsNamedByNumbers(const TSampleTable& table, std::size_t index) {
-    const auto& rows = table.Rows();
-    if (AreNamesOfDecimals(table, index)) return true;
-    if (rows[index].kind != TRowKind::Data || !AreNumberNames(rows[index])) return false;
-    // Below such names others would be the first row of data.
-    const TSampleRow* before = RowBefore(table, index);
-    if (before && before->cells.size() >= rows[index].cells.size() && AreNumberNames(*before)) return false;
-    std::size_t others = 0;
-    std::size_t alike = 0;
-    const bool areYears = AreYears(rows[index]);
-    for (std::size_t i = index + 1; i < rows.size() && others < 20; ++i) {
-        if (rows[i].kind != TRowKind::Data) continue;
-        ++others;
-        if (AreNumberNames(rows[i]) && AreYears(rows[i]) == areYears) ++alike;
-    }
-    // An empty corner is a name only above cells that are not.
-    const bool hasCorner = rows[index].kinds[0] == TCellKind::Text || table.Fill(0) > 0.5;
-    return others > 0 && alike * 4 <= others && hasCorner;
-}
 
 // A row that is narrower than the table, with a row of names for all columns soon behind it.
 bool IsInFrontOfNames(const TSampleTable& table, std::size_t index) {
@@ -165,7 +85,12 @@ std::size_t CountColumns(const TSampleTable& table, TPredicate isKind) {
 // left out; with one cell less the first column has the names of the rows.
 std::vector<TTextCell> NameCells(const TSampleTable& table, std::size_t index, bool hasRowNames) {
     const TSampleRow& row = table.Rows()[index];
-    if (AreNamesOfDecimals(table, index)) return row.cells;
+    const TNumberNames numberNames = NamesAboveDecimals(table, index);
+    if (numberNames != TNumberNames::None) {
+        std::vector<TTextCell> names = row.cells;
+        if (names.size() < table.Columns().size()) names.insert(names.begin(), TTextCell());
+        return names;
+    }
     const std::size_t columns = CountColumns(table, [](TCellKind kind) { return kind != TCellKind::Empty; });
     const std::size_t valueColumns = CountColumns(table, IsValue);
     std::vector<TTextCell> cells = row.cells;

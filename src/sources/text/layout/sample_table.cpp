@@ -125,6 +125,7 @@ void TSampleTable::ReadFront(const TTextSample& sample, const TRowSplitter& spli
     std::size_t withValues = 0;
     while (text < enough && withValues < kMaxRows && m_rows.size() < kMostRows) {
         TSampleRow row;
+        if (!m_rows.empty()) row.cells.reserve(m_rows.back().cells.size());
         const TTextRow read = splitter.Split(text, end, textEnd, row.cells);
         if (read.kind == TRowKind::Incomplete) break;
         row.kind = read.kind;
@@ -148,6 +149,7 @@ void TSampleTable::ReadBehind(std::string_view text, TTextEnd textEnd, const TRo
     const char* end = text.data() + text.size();
     for (const char* at = text.data(); at < end;) {
         TSampleRow row;
+        if (!m_behind.empty()) row.cells.reserve(m_behind.back().cells.size());
         const TTextRow read = splitter.Split(at, end, textEnd, row.cells);
         if (read.kind == TRowKind::Incomplete) break;
         row.kind = read.kind;
@@ -297,13 +299,16 @@ void TSampleTable::TakeDigitsForDates(std::size_t column) {
 bool TSampleTable::FindUnits(std::size_t column) {
     std::vector<std::pair<TUnitMarks, std::size_t>> found;
     std::size_t cells = 0;
+    std::size_t others = 0;
     for (const TSampleRow* row : m_voters) {
         if (row->KindAt(column) == TCellKind::Empty) continue;
         ++cells;
         TUnitMarks marks;
         if (ParseWithUnit(row->cells[column].text, m_decimalSign, marks).state != TNumberState::Number ||
-            marks == kBracketMarks)
+            marks == kBracketMarks) {
+            if (++others * 2 > m_voters.size()) return false;
             continue;
+        }
         const auto same = std::ranges::find(found, marks, [](const auto& entry) { return entry.first; });
         if (same == found.end())
             found.emplace_back(marks, 1);

@@ -7,6 +7,7 @@
 #include "sources/text/layout/date_evidence.h"
 #include "sources/text/layout/header_rows.h"
 #include "sources/text/layout/number_evidence.h"
+#include "sources/text/layout/number_names.h"
 #include "sources/text/text_columns.h"
 #include "sources/text/text_window.h"
 #include "support/errors.h"
@@ -27,6 +28,8 @@ constexpr int kPieces = 12;
 constexpr std::size_t kPieceLength = 3000;
 /// A reading that turns less than this share of the rows into values is not offered.
 constexpr double kFits = 0.5;
+/// What the score of a reading is lowered by that differs from a likelier one in a single matter.
+constexpr double kOther = 0.9;
 /// Below it the text is prose with some numbers in it, unless the user has said how to read it.
 constexpr double kProse = 0.05;
 
@@ -179,6 +182,7 @@ private:
     void Try(const std::string& separators, char decimalSign);
     void TryFormat(const TTextFormat& format);
     void TryTable(TTextReading reading, TSampleTable& table);
+    void TryHeader(TTextReading reading, TSampleTable& table, std::size_t headerRows, double share);
     void AddWithOthers(TTextReading reading, const TSampleTable& table);
     void Add(TTextReading reading);
     bool DiffersFrom(const TTextReading& best, const TTextReading& other) const;
@@ -234,8 +238,16 @@ void TFormatFinder::TryFormat(const TTextFormat& format) {
 }
 
 void TFormatFinder::TryTable(TTextReading reading, TSampleTable& table) {
-    TTextFormat& format = reading.format;
     const std::size_t headerRows = FindHeaderRows(table);
+    const auto otherRows = OtherHeaderRows(table, headerRows);
+    // With few rows one more or less changes the score.
+    if (otherRows) TryHeader(reading, table, *otherRows, kOther * kOther);
+    TryHeader(std::move(reading), table, headerRows, 1);
+}
+
+void TFormatFinder::TryHeader(TTextReading reading, TSampleTable& table, std::size_t headerRows,
+                              double share) {
+    TTextFormat& format = reading.format;
     format.headerRows = static_cast<int>(headerRows);
     TakeNames(table, format, headerRows);
     FindColumnRoles(table, format);
@@ -246,7 +258,7 @@ void TFormatFinder::TryTable(TTextReading reading, TSampleTable& table) {
     reading.problem = ChooseColumns(format, m_info);
     const double readable = m_wishes.dateOrder ? 1 : 0.5 + 0.5 * dates.readShare;
     reading.score = table.Score(headerRows) * Preference(format) * NumberEvidence(table) * readable *
-                    (reading.problem.empty() ? 1 : 0.1);
+                    (reading.problem.empty() ? 1 : 0.1) * share;
     // A comma among the names divides them, and the values too.
     const bool isDivided = format.separators.empty() && format.decimalSign == ',' &&
                            !format.columns.empty() && format.columns[0].name.find(',') != std::string::npos;
@@ -256,11 +268,10 @@ void TFormatFinder::TryTable(TTextReading reading, TSampleTable& table) {
 
 // Beside the reading those that differ from it in what its dates and times mean only.
 void TFormatFinder::AddWithOthers(TTextReading reading, const TSampleTable& table) {
-    constexpr double kLess = 0.9;
     const auto add = [&](auto change) {
         TTextReading other = reading;
         change(other.format);
-        other.score *= kLess;
+        other.score *= kOther;
         Add(std::move(other));
     };
     const auto& columns = reading.format.columns;
@@ -393,6 +404,7 @@ TTextReadings FindTextFormat(const TTextSample& sample, const TDSInfo& info, con
 
 void KeepReading(const TTextFormat& format, TDSInfo& info, TTextWishes& wishes) {
     if (format.columnWidth == 0) info.SetTextSeparators(format.separators.empty() ? "\n" : format.separators);
+    info.SetFileHasHeaders(format.headerRows);
     wishes.encoding = format.encoding;
     wishes.decimalSign = format.decimalSign;
     wishes.dateOrder = format.dateOrder;

@@ -70,11 +70,12 @@ void TTextPass::Start(int samplingFrequency, const TPointSink& sink, TTextReport
 
 void TTextPass::Run(int samplingFrequency, const TPointSink& sink, TProgress& progress, TTextReport& report) {
     Start(samplingFrequency, sink, report);
-    TTextWindow window(*m_file, m_format.encoding);
+    TTextWindow window(*m_file, m_format.encoding, m_splitter.Quotes());
+    window.ReadAhead();
     for (;;) {
         const char* rest = TakeRows(window);
         const bool done = m_row > m_lastRow || window.TextEnd() == TTextEnd::File;
-        if (!progress.StepTo(m_file->Position())) {
+        if (!progress.StepTo(window.Position())) {
             report.cancelled = true;
             return;
         }
@@ -89,7 +90,7 @@ void TTextPass::Continue(std::string_view rows, int samplingFrequency, const TPo
     if (!m_report) Start(samplingFrequency, sink, report);
     m_sink = &sink;
     m_report = &report;
-    TakeRows(TTextWindow(rows));
+    TakeRows(TTextWindow(rows, m_splitter.Quotes()));
     Flush();
 }
 
@@ -101,9 +102,7 @@ const char* TTextPass::TakeRows(const TTextWindow& window) {
     // Half of a CRLF may follow.
     if (m_linesEnd == end && m_linesEnd > text && end[-1] == '\r')
         m_linesEnd = BehindLastLineEnd(text, end - 1);
-    const std::string_view whole(text, static_cast<std::size_t>(end - text));
-    m_hasQuotes = std::any_of(m_splitter.Quotes().begin(), m_splitter.Quotes().end(),
-                              [whole](char quote) { return whole.find(quote) != std::string_view::npos; });
+    m_hasQuotes = window.HasQuotes();
     ShareRows(window, text);
     while (text < end && m_row <= m_lastRow) {
         const TRowsPiece* piece = NextPiece(text);
@@ -158,7 +157,7 @@ void TTextPass::SinkPieces() {
     for (const TRowsPiece* piece : m_unsunk) {
         if (piece->count == 0) continue;
         m_report->rowsUsed += static_cast<std::int64_t>(piece->count);
-        (*m_sink)(std::span(piece->x).first(piece->count), std::span(piece->y).first(piece->count), {});
+        (*m_sink)(piece->X(), piece->Y(), {});
     }
     m_unsunk.clear();
 }

@@ -285,7 +285,7 @@ private:
 };
 
 TEST_F(TextLoader, FileThatShrinksWhileItIsReadIsAnError) {
-    const std::string file = Write(Ramp(100000));
+    const std::string file = Write(Ramp(500000));
     TCuttingProgress progress(file);
     EXPECT_NE(
         ThrownText<std::exception>([&] { Load(file, &progress); }).find("data.txt became shorter while row "),
