@@ -1143,16 +1143,16 @@
         <translation>Eine fertige Funktion wählen</translation>
     </message>
     <message>
-        <source>Find Start</source>
-        <translation>Start finden</translation>
+        <source>Find &amp;Start</source>
+        <translation>&amp;Start finden</translation>
     </message>
     <message>
         <source>Find start values for the parameters from the data</source>
         <translation>Startwerte der Parameter aus den Daten finden</translation>
     </message>
     <message>
-        <source>Fit the function to the data now</source>
-        <translation>Die Funktion jetzt an die Daten anpassen</translation>
+        <source>Fit the function to the data now (F5)</source>
+        <translation>Die Funktion jetzt an die Daten anpassen (F5)</translation>
     </message>
     <message>
         <source>Fit</source>
@@ -1167,7 +1167,7 @@
         <translation>Die Verfahren von gestreuten Starts aus vergleichen</translation>
     </message>
     <message>
-        <source>Fit All...</source>
+        <source>Fit A&amp;ll...</source>
         <translation>Alle...</translation>
     </message>
     <message>
@@ -4475,6 +4475,10 @@ Die Datei: %2</translation>
     <message>
         <source>&amp;Colours</source>
         <translation>&amp;Farben</translation>
+    </message>
+    <message>
+        <source>Page Data Source: a column, or single ones in its grid</source>
+        <translation>Seite Datenquelle: eine Spalte, oder einzelne in der Tabelle</translation>
     </message>
     <message>
         <source>%1 of %2 points have one</source>

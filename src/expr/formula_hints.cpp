@@ -2,6 +2,7 @@
 
 #include "expr/built_in_words.h"
 #include "expr/names.h"
+#include "support/number_text.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int kMostRewritings = 100;
 constexpr std::size_t kMostNearest = 3;
+constexpr std::size_t kLongestQuantity = 2; ///< bytes of a name that is taken for a parameter, not a function
 
 /// Names that are used elsewhere.
 struct TOtherName {
@@ -36,7 +38,7 @@ bool IsContinuation(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-/// Walks through a formula as the tokeniser does.
+/// Walks through a formula as the tokeniser does, but that an exponent has digits.
 class TWalker {
 public:
     explicit TWalker(std::string_view text) : m_text(text) {}
@@ -60,7 +62,7 @@ public:
     std::size_t EndOfToken(std::size_t place) const {
         const char first = At(place);
         if (first == '\'') return EndOfString(m_text, place);
-        if (IsDigitByte(first) || first == '.') return std::max(EndOfNumber(m_text, place), place + 1);
+        if (IsDigitByte(first) || first == '.') return std::max(EndOfWrittenNumber(place), place + 1);
         if (IsNameStart(first)) return EndOfName(m_text, place);
         std::size_t end = place + 1;
         while (IsContinuation(At(end))) ++end;
@@ -75,6 +77,13 @@ private:
     bool IsOperatorAt(std::size_t place) const {
         static constexpr std::string_view kSigns = "+-*/^%!=<>:,;()";
         return kSigns.find(At(place)) != std::string_view::npos;
+    }
+
+    // "2exp(x)" is no number with an exponent, though the tokeniser begins to read one.
+    std::size_t EndOfWrittenNumber(std::size_t place) const {
+        const std::size_t end = EndOfNumber(m_text, place);
+        const bool isCut = end > place && (m_text[end - 1] == 'e' || m_text[end - 1] == 'E');
+        return isCut && IsNameStart(At(end)) ? end - 1 : end;
     }
 
     std::size_t EndOfPlainValue(std::size_t place) const {
@@ -114,7 +123,7 @@ class TSignFinder {
 public:
     explicit TSignFinder(std::string_view formula) : m_formula(formula), m_walker(formula) {}
 
-    std::optional<TSignHint> Run() const {
+    std::optional<TRewriteHint> Run() const {
         bool mayBeSign = true; // no value stands in front
         bool isExponent = false;
         for (std::size_t i = m_walker.SkipBlanks(0); i < m_formula.size();) {
@@ -148,7 +157,7 @@ private:
         return isMinus;
     }
 
-    std::optional<TSignHint> HintAt(std::size_t sign, std::size_t base) const {
+    std::optional<TRewriteHint> HintAt(std::size_t sign, std::size_t base) const {
         std::size_t end = m_walker.EndOfValue(base);
         bool makesDifference = false;
         while (end > base && m_walker.At(m_walker.SkipBlanks(end)) == '^') {
@@ -162,8 +171,9 @@ private:
         }
         if (!makesDifference) return std::nullopt;
         const std::string power = "-(" + std::string(m_walker.Text(base, end)) + ')';
-        return TSignHint{sign, end - sign, "a sign binds tighter than ^: write " + power,
-                         std::string(m_formula.substr(0, sign)) + power + std::string(m_formula.substr(end))};
+        return TRewriteHint{sign, end - sign, "a sign binds tighter than ^: write " + power,
+                            std::string(m_formula.substr(0, sign)) + power +
+                                std::string(m_formula.substr(end))};
     }
 
     std::string_view m_formula;
@@ -217,17 +227,106 @@ std::vector<std::string> NearestTo(const std::string& name) {
     return nearest;
 }
 
-} // namespace
+/// Looks for values with nothing between them.
+class TProductFinder {
+public:
+    TProductFinder(std::string_view formula, TExpressionParser& parser)
+        : m_formula(formula), m_walker(formula), m_parser(parser) {}
 
-std::optional<TSignHint> FindSignHint(std::string_view formula) {
-    std::optional<TSignHint> first = TSignFinder(formula).Run();
+    std::optional<TRewriteHint> Run() {
+        for (std::size_t i = m_walker.SkipBlanks(0); i < m_formula.size(); i = m_walker.SkipBlanks(i)) {
+            const std::size_t end = m_walker.EndOfToken(i);
+            if (m_isBehindValue && StartsValue(i, end) && !(m_isBehindNumber && IsNumber(i)))
+                return HintAt(i, end);
+            Pass(i, end);
+            i = end;
+        }
+        return std::nullopt;
+    }
+
+private:
+    bool IsWord(std::size_t place, std::size_t end) const {
+        const char first = m_walker.At(place);
+        const bool isName = IsNameStart(first) || (static_cast<unsigned char>(first) & 0x80) != 0;
+        return isName && !IsWordOperator(m_walker.Text(place, end));
+    }
+
+    bool IsNumber(std::size_t place) const {
+        const char first = m_walker.At(place);
+        return IsDigitByte(first) || (first == '.' && IsDigitByte(m_walker.At(place + 1)));
+    }
+
+    bool StartsValue(std::size_t place, std::size_t end) const {
+        return m_walker.At(place) == '(' || IsNumber(place) || IsWord(place, end);
+    }
+
+    // A name in front of a bracket has arguments unless it is known to have none or is that of a quantity.
+    bool TakesArguments(std::size_t place, std::size_t end) const {
+        if (m_walker.At(m_walker.SkipBlanks(end)) != '(') return false;
+        const std::string name = LowerCased(m_walker.Text(place, end));
+        if (const TExprWord* word = m_parser.FindWord(name)) return !word->IsValue();
+        return name.size() > kLongestQuantity || !NearestTo(name).empty();
+    }
+
+    // Notes what the token is for the next one.
+    void Pass(std::size_t place, std::size_t end) {
+        const char first = m_walker.At(place);
+        if (first == '(') m_open.push_back(m_nameOfCall.value_or(place));
+        m_nameOfCall.reset();
+        m_isBehindValue = false;
+        m_isBehindNumber = IsNumber(place);
+        if (first == ')') {
+            m_valueStart = m_open.empty() ? 0 : m_open.back();
+            if (!m_open.empty()) m_open.pop_back();
+            m_isBehindValue = true;
+        } else if (IsWord(place, end) && TakesArguments(place, end)) {
+            m_nameOfCall = place;
+        } else if (IsNumber(place) || IsWord(place, end)) {
+            m_valueStart = place;
+            m_isBehindValue = true;
+        }
+    }
+
+    TRewriteHint HintAt(std::size_t place, std::size_t end) const {
+        const std::size_t behind = std::max(m_walker.EndOfValue(place), end);
+        const std::string left(Trimmed(m_formula.substr(m_valueStart, place - m_valueStart)));
+        const std::string product = left + '*' + std::string(m_walker.Text(place, behind));
+        return {m_valueStart, behind - m_valueStart, "a product needs its sign: write " + product,
+                std::string(m_formula.substr(0, m_valueStart)) + product +
+                    std::string(m_formula.substr(behind))};
+    }
+
+    std::string_view m_formula;
+    TWalker m_walker;
+    TExpressionParser& m_parser;
+    std::vector<std::size_t> m_open;         ///< where the values start whose brackets are open
+    std::optional<std::size_t> m_nameOfCall; ///< of the function whose bracket comes next
+    std::size_t m_valueStart = 0;            ///< of the value that has just ended
+    bool m_isBehindValue = false;
+    bool m_isBehindNumber = false;
+};
+
+template <class TFind>
+std::optional<TRewriteHint> FirstWithAllRewritten(std::string_view formula, TFind find) {
+    std::optional<TRewriteHint> first = find(formula);
     if (!first) return first;
     for (int i = 0; i < kMostRewritings; ++i) {
-        const auto next = TSignFinder(first->Rewritten).Run();
+        const std::optional<TRewriteHint> next = find(first->Rewritten);
         if (!next) break;
         first->Rewritten = next->Rewritten;
     }
     return first;
+}
+
+} // namespace
+
+std::optional<TRewriteHint> FindSignHint(std::string_view formula) {
+    return FirstWithAllRewritten(formula, [](std::string_view text) { return TSignFinder(text).Run(); });
+}
+
+std::optional<TRewriteHint> FindProductHint(std::string_view formula, TExpressionParser& parser) {
+    return FirstWithAllRewritten(formula,
+                                 [&](std::string_view text) { return TProductFinder(text, parser).Run(); });
 }
 
 std::optional<TNameHint> FindNameHint(std::string_view formula, TExpressionParser& parser) {
@@ -246,8 +345,13 @@ std::optional<TNameHint> FindNameHint(std::string_view formula, TExpressionParse
 }
 
 std::string WithNameHint(const std::string& error, std::string_view formula, TExpressionParser& parser) {
-    const auto hint = FindNameHint(formula, parser);
-    return hint ? error + ": " + hint->Text() : error;
+    std::string text = error;
+    if (const auto name = FindNameHint(formula, parser)) {
+        text += ": " + name->Text();
+        if (!name->Nearest.empty()) return text;
+    }
+    const auto product = FindProductHint(formula, parser);
+    return product ? text + ": " + product->Text : text;
 }
 
 } // namespace lumoplot

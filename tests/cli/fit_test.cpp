@@ -124,6 +124,8 @@ TEST_F(Fit, WhatIsMeantByAFormulaIsAsked) {
     EXPECT_EQ(power.error, "xydata: a*exp(-x^2)+b: a sign binds tighter than ^: write -(x^2)\n");
     const TRunResult name = RunProgram({"fit", Decay(), "--equation", "a*log(x)", "--param", "a=1"});
     EXPECT_EQ(name.error, "xydata: Syntax error in expression a*log(x): log at 3: not known; ln, log10?\n");
+    const TRunResult product = RunProgram({"fit", Decay(), "--equation", "a x", "--param", "a=1"});
+    EXPECT_EQ(product.error, "xydata: Syntax error in expression a x: a product needs its sign: write a*x\n");
     EXPECT_EQ(RunProgram({"eval", "-2^2"}).error,
               "xydata: -2^2: a sign binds tighter than ^: write -(2^2)\n");
 }

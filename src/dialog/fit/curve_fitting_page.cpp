@@ -1,6 +1,7 @@
 #include "dialog/fit/curve_fitting_page.h"
 
 #include "controls/number_edit.h"
+#include "controls/tab_focus.h"
 #include "data/series/ds_info.h"
 #include "data/series/plotted_values.h"
 #include "dialog/common/color_button.h"
@@ -30,6 +31,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QTabBar>
 #include <sstream>
 
 namespace lumoplot {
@@ -43,6 +45,7 @@ constexpr int kCopiedDigits = 12;
 TCurveFittingPage::TCurveFittingPage(TWizardContext& context, QWidget* parent)
     : TWizardPage(context, parent), m_ui(std::make_unique<Ui::TCurveFittingPage>()) {
     m_ui->setupUi(this);
+    FocusByItsKeys(*m_ui->lists->tabBar());
     MakeGroups();
     ConnectCurve();
     ConnectActions();
@@ -141,6 +144,7 @@ void TCurveFittingPage::ConnectCurve() {
 }
 
 void TCurveFittingPage::ConnectActions() {
+    m_ui->btnFit->setShortcut(Qt::Key_F5);
     connect(m_ui->btnFit, &QPushButton::clicked, this, &TCurveFittingPage::RunFit);
     connect(m_ui->btnTakeBetter, &QPushButton::clicked, this, &TCurveFittingPage::TakeBetter);
     connect(m_ui->btnCopyResult, &QPushButton::clicked, this, [this] {

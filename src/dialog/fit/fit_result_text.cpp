@@ -2,6 +2,7 @@
 
 #include "fit/definition/cur_fit.h"
 #include "fit/definition/fit_result.h"
+#include "fit/many/fit_report.h"
 #include "fit/run/fit_statistics.h"
 #include "support/message_text.h"
 #include "support/number_text.h"
@@ -71,6 +72,7 @@ std::string FitResultText(const TCurFit& fit, int digits) {
     text += EndText(result);
     for (const std::string& remark : result.Remarks) text += remark + "\n";
     text += StatisticsText(result, digits);
+    if (fit.UsesYErrors()) text += ErrorSourceText(fit.Weighting()) + "\n";
     if (result.Quality.RunsProbability < kUnlikely)
         for (const std::string& words : ResidualWords(result)) text += words + "\n";
     for (int number = 1; number <= fit.NParams() && !fit.IsStale(); ++number)

@@ -2,6 +2,7 @@
 
 #include "controls/reading_order.h"
 #include "controls/return_key.h"
+#include "controls/tab_focus.h"
 #include "controls/texts.h"
 #include "dialog/filter/filtering_page.h"
 #include "dialog/fit/curve_fitting_page.h"
@@ -21,6 +22,7 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QScreen>
+#include <QTabBar>
 #include <QTimer>
 #include <utility>
 
@@ -101,6 +103,7 @@ void TxyDataWizard::AddPage(TWizardPage* page, const QString& caption, const QSt
 // Where captions share a letter the tabs have it. Cancel has Esc, and its letter where there are no tabs.
 void TxyDataWizard::OrderKeys() {
     KeepOpenOnReturn(*this);
+    FocusByItsKeys(*m_ui->tabs->tabBar());
     m_ui->btnSetDefault->SetKeyedCaption(TTexts::tr("Set as Default and Cl&ose"));
     GiveWayToFrame();
     OrderKeysAsRead(*this);

@@ -85,8 +85,9 @@ void TYErrorGroup::ShowState(const TSeries& series) {
     const std::vector<double> errors = series.YErrors();
     const auto count = static_cast<int>(std::ranges::count_if(errors, [](double e) { return e > 0; }));
     const QLocale locale;
-    m_ui->lblYErrorState->setText(count == 0
-                                      ? QString()
+    const bool hasRule = m_ui->cbx_YErrors->currentIndex() != kNone;
+    m_ui->lblYErrorState->setText(count == 0 && !hasRule
+                                      ? TTexts::tr("Page Data Source: a column, or single ones in its grid")
                                       : TTexts::tr("%1 of %2 points have one")
                                             .arg(locale.toString(count), locale.toString(series.Count())));
 }

@@ -74,6 +74,34 @@ QString CountText(const TSeries& series, const TNewValues& values) {
     return values.YErrors.empty() ? text : text + TTexts::tr(" The errors of Y follow the new Y.");
 }
 
+/// What to tell beside a formula and to rewrite by a click of that caption; empty for nothing.
+struct THintOffer {
+    std::string Text;
+    std::string Caption;
+    std::string Rewritten;
+};
+
+// The name of a function that is called otherwise here, a product without its sign, or a sign that takes part
+// in a power.
+THintOffer OfferFor(const std::string& formula, bool compiles) {
+    TCurFit words; // none but those of the language
+    THintOffer offer;
+    const auto name = FindNameHint(formula, words);
+    if (name) offer.Text = name->Text();
+    if (name && !name->Nearest.empty()) {
+        offer.Caption = "Use " + name->Nearest.front();
+        offer.Rewritten = formula;
+        offer.Rewritten.replace(name->Place, name->Name.size(), name->Nearest.front());
+        return offer;
+    }
+    const auto hint = compiles ? FindSignHint(formula) : FindProductHint(formula, words);
+    if (!hint) return offer;
+    offer.Text += (name ? ": " : "") + hint->Text;
+    offer.Caption = "Rewrite";
+    offer.Rewritten = hint->Rewritten;
+    return offer;
+}
+
 } // namespace
 
 Txy_SetValues::Txy_SetValues(TSeries& series, QWidget* parent)
@@ -171,26 +199,13 @@ void Txy_SetValues::ShowValuesOf(const std::string& formula) {
     }
 }
 
-// A sign that takes part in a power, or the name of a function that is called otherwise here.
 void Txy_SetValues::ShowHint(const std::string& formula) {
-    OfferRewriting({}, {});
-    TCurFit words; // none but those of the language
-    const auto add = [this](const std::string& text) {
-        const QString told = m_ui->lblFormulaError->text();
+    const QString told = m_ui->lblFormulaError->text();
+    const THintOffer offer = OfferFor(formula, told.isEmpty());
+    if (!offer.Text.empty())
         m_ui->lblFormulaError->setText((told.isEmpty() ? told : told + QStringLiteral(": ")) +
-                                       QString::fromStdString(text));
-    };
-    if (const auto name = FindNameHint(formula, words)) {
-        add(name->Text());
-        if (name->Nearest.empty()) return;
-        std::string rewritten = formula;
-        rewritten.replace(name->Place, name->Name.size(), name->Nearest.front());
-        return OfferRewriting("Use " + name->Nearest.front(), rewritten);
-    }
-    const auto sign = FindSignHint(formula);
-    if (!sign || !m_ui->lblFormulaError->text().isEmpty()) return;
-    add(sign->Text);
-    OfferRewriting("Rewrite", sign->Rewritten);
+                                       QString::fromStdString(offer.Text));
+    OfferRewriting(offer.Caption, offer.Rewritten);
 }
 
 void Txy_SetValues::OfferRewriting(const std::string& caption, const std::string& formula) {

@@ -53,6 +53,16 @@ void TakeNameHint(const TCurFit& fit, TFormulaCheck& check) {
     check.RewriteCaption = "Use " + hint->Nearest.front();
 }
 
+// Values with nothing between them; names of the fit count as values.
+void TakeProductHint(TCurFit& fit, TFormulaCheck& check) {
+    const auto hint = FindProductHint(fit.Expression(), fit);
+    if (!hint) return;
+    check.Fault += ": " + hint->Text;
+    check.Rewritten = hint->Rewritten;
+    check.RewriteCaption = "Rewrite";
+    check.Spans = {{hint->Place, hint->Length}};
+}
+
 void TakeSignHint(const std::string& formula, TFormulaCheck& check) {
     const auto hint = FindSignHint(formula);
     if (!hint) return;
@@ -114,13 +124,15 @@ TFormulaCheck CheckFormula(const TCurFit& fit, const std::string& typed) {
     try {
         model->Compile();
         check.UnknownNames = UnknownNames(*model);
-        check.Model = std::move(model);
     } catch (const ELumoError& error) {
         check.Fault = error.what();
     }
+    const bool compiles = check.Fault.empty();
     FindPlaces(fit.Expression(), check);
     TakeNameHint(fit, check);
+    if (!compiles && check.Rewritten.empty()) TakeProductHint(*model, check);
     TakeLeftSideHint(fit, check);
+    if (compiles) check.Model = std::move(model);
     if (check.Fault.empty()) TakeSignHint(fit.Expression(), check);
     if (typed.empty()) check.Fault = "An empty expression is not stored; the last one stays";
     return check;

@@ -161,18 +161,26 @@ bool TFormulaEdit::TakeCompletionKey(QKeyEvent& event) {
     if (!list->isVisible()) return false;
     const QModelIndex chosen = list->currentIndex();
     switch (event.key()) {
-    case Qt::Key_Tab:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!chosen.isValid() && event.key() != Qt::Key_Tab) {
+        if (!chosen.isValid()) {
             list->hide();
             return false;
         }
-        Complete(chosen.isValid() ? chosen.data().toString() : m_completer->currentCompletion());
+        Complete(chosen.data().toString());
         return true;
     case Qt::Key_Escape: list->hide(); return true;
     default: return false;
     }
+}
+
+// Tab takes the chosen name, else the first one. It would move the focus before it came to be a key.
+bool TFormulaEdit::focusNextPrevChild(bool next) {
+    const QAbstractItemView* list = m_completer->popup();
+    if (!next || !list->isVisible()) return QPlainTextEdit::focusNextPrevChild(next);
+    const QModelIndex chosen = list->currentIndex();
+    Complete(chosen.isValid() ? chosen.data().toString() : m_completer->currentCompletion());
+    return true;
 }
 
 void TFormulaEdit::focusOutEvent(QFocusEvent* event) {

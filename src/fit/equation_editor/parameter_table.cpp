@@ -69,7 +69,13 @@ void FitColumns(QTableView& table) {
                                          (column == TParameterModel::Vary ? 0 : share));
 }
 
-/// Return edits a cell instead of pressing the window's button.
+/// Cells whose empty text means that there is none.
+bool MayBeEmpty(int column) {
+    return column == TParameterModel::Min || column == TParameterModel::Max ||
+           column == TParameterModel::Units || column == TParameterModel::Tie;
+}
+
+/// Return edits a cell instead of pressing the window's button; Delete and Backspace empty it.
 class TTableKeys : public QObject {
 public:
     explicit TTableKeys(QTableView& table) : QObject(&table), m_table(table) {
@@ -79,24 +85,34 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Resize && watched == m_table.viewport()) FitColumns(m_table);
-        if (event->type() == QEvent::KeyPress) {
-            const int key = static_cast<QKeyEvent*>(event)->key();
-            const QModelIndex cell = m_table.currentIndex();
-            if ((key == Qt::Key_Return || key == Qt::Key_Enter) && cell.isValid()) {
-                if (cell.column() == TParameterModel::Vary)
-                    m_table.model()->setData(
-                        cell,
-                        cell.data(Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked,
-                        Qt::CheckStateRole);
-                else if (cell.flags() & Qt::ItemIsEditable)
-                    m_table.edit(cell);
-                return true;
-            }
-        }
-        return QObject::eventFilter(watched, event);
+        const bool isTaken = event->type() == QEvent::KeyPress &&
+                             TakeKey(static_cast<QKeyEvent*>(event)->key(), m_table.currentIndex());
+        return isTaken || QObject::eventFilter(watched, event);
     }
 
 private:
+    bool TakeKey(int key, const QModelIndex& cell) {
+        if (!cell.isValid()) return false;
+        switch (key) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter: Open(cell); return true;
+        case Qt::Key_Delete:
+        case Qt::Key_Backspace:
+            if (MayBeEmpty(cell.column())) m_table.model()->setData(cell, QString());
+            return true;
+        default: return false;
+        }
+    }
+
+    void Open(const QModelIndex& cell) {
+        if (cell.column() == TParameterModel::Vary)
+            m_table.model()->setData(
+                cell, cell.data(Qt::CheckStateRole).toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked,
+                Qt::CheckStateRole);
+        else if (cell.flags() & Qt::ItemIsEditable)
+            m_table.edit(cell);
+    }
+
     QTableView& m_table;
 };
 

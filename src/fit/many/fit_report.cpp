@@ -57,12 +57,7 @@ std::string BoundsOf(const TDBLParameter& parameter) {
 }
 
 void AddWeighting(TRows& rows, const TFitWeighting& weighting) {
-    if (weighting.ByYErrors) {
-        const bool isAbsolute = weighting.Errors == TErrorSource::Points;
-        rows.push_back({"Weights", "1/σ², from the errors of the points"});
-        rows.push_back({"Standard errors", isAbsolute ? "absolute: the errors of the points are what they say"
-                                                      : "scaled by the residual deviation"});
-    }
+    if (weighting.ByYErrors) rows.push_back({"Weights", "1/σ², from the errors of the points"});
     if (weighting.Robust != TRobust::None) rows.push_back({"Robust", RobustText(weighting.Robust)});
 }
 
@@ -84,13 +79,14 @@ TFitReportSection ModelOf(const TCurFit& fit, const std::string& dataName) {
     return section;
 }
 
-TFitReportSection EndOf(const TFitResult& result) {
+TFitReportSection EndOf(const TFitResult& result, const TFitWeighting& weighting) {
     TFitReportSection section{"How it ended", {}, {}};
     section.Sentences.push_back(result.End == TFitEnd::Converged
                                     ? "The fit has converged after " + std::to_string(result.Iterations) +
                                           (result.Iterations == 1 ? " iteration." : " iterations.")
                                     : "The fit has not converged: " + TextOf(result.End) + ".");
     section.Sentences.insert(section.Sentences.end(), result.Remarks.begin(), result.Remarks.end());
+    if (weighting.ByYErrors) section.Sentences.push_back(ErrorSourceText(weighting));
     return section;
 }
 
@@ -261,10 +257,18 @@ std::vector<TRows> PageWide(const TRows& table) {
 
 } // namespace
 
+std::string ErrorSourceText(const TFitWeighting& weighting) {
+    if (!weighting.ByYErrors) return {};
+    return weighting.Errors == TErrorSource::Points
+               ? "Standard errors are absolute: the errors of the points are what they say."
+               : "Standard errors are scaled by the residual deviation.";
+}
+
 std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName) {
     const TFitResult& result = *fit.Result();
-    std::vector<TFitReportSection> sections = {ModelOf(fit, dataName), EndOf(result), ParametersOf(fit),
-                                               CorrelationsOf(fit, result), QualitySection(result)};
+    std::vector<TFitReportSection> sections = {ModelOf(fit, dataName), EndOf(result, fit.Weighting()),
+                                               ParametersOf(fit), CorrelationsOf(fit, result),
+                                               QualitySection(result)};
     std::erase_if(sections, [](const TFitReportSection& section) {
         return section.Table.empty() && section.Sentences.empty();
     });

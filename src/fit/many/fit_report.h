@@ -17,6 +17,10 @@ struct TFitReportSection {
     std::vector<std::vector<std::string>> Table;
 };
 
+/// How the standard errors of a fit that weighs by the errors of the points come about, as a sentence; empty
+/// for one that does not.
+XYGRAPH_EXPORT std::string ErrorSourceText(const TFitWeighting& weighting);
+
 /// What was fitted to what (`dataName`), how it ended, the parameters with all their figures, their
 /// correlations, how good the fit is, and what the residuals say. The fit has run.
 std::vector<TFitReportSection> FitReport(const TCurFit& fit, const std::string& dataName);

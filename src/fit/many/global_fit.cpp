@@ -392,6 +392,8 @@ private:
     TBatchFit FitOf(TMember& member, const TVector& values, const TFitResult& global) {
         TFitResult own;
         own.End = global.End;
+        own.Iterations = global.Iterations;
+        own.Evaluations = global.Evaluations;
         const std::vector<double> residuals = ResidualsByX(*member.Fit, member.Points);
         own.PointsUsed = residuals.size();
         own.Rss = Dot(residuals, residuals);

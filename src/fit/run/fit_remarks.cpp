@@ -86,7 +86,9 @@ void AddLeftOut(TFitResult& result, const TFitPoints& used, const TFitPoints& po
 }
 
 // Against the line that the curve may become: F of Fisher.
-void AddAgainstLine(TFitResult& result) {
+void AddAgainstLine(TFitResult& result, const TFitPoints& used) {
+    if (std::ranges::all_of(used.Y, [&](double y) { return y == used.Y.front(); }) && used.Y.size() > 1)
+        return result.Remarks.push_back("All values of Y are equal: a horizontal line is as good.");
     const auto parameters = static_cast<double>(result.Varied.size());
     const double freedom = result.Quality.Freedom;
     if (result.End != TFitEnd::Converged || !(parameters > 1) || !(freedom > 0)) return;
@@ -112,7 +114,7 @@ void AddRemarks(TFitResult& result, const TFitTask& task, const TLocalFit& found
     AddOnBound(result, task, found);
     AddCorrelated(result, task);
     AddLeftOut(result, used, points);
-    AddAgainstLine(result);
+    AddAgainstLine(result, used);
 }
 
 } // namespace lumoplot

@@ -19,6 +19,8 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -98,6 +100,47 @@ TEST_F(CurveFittingPage, EveryGroupWritesIntoTheFitOfTheDataSet) {
     Click("btnDeleteParam");
     EXPECT_EQ(Fit().NParams(), 0);
     EXPECT_FALSE(Find<QLineEdit>("e_ParamValue").isEnabled());
+}
+
+TEST_F(CurveFittingPage, DeleteEmptiesTheCellsThatMayBeEmpty) {
+    Click("btnAddParam");
+    TypeInCell(0, 5, QStringLiteral("10"));
+    TypeInCell(0, 4, QStringLiteral("1"));
+    auto& table = Find<QTableView>("t_Parameters");
+    for (const int column : {0, 1, 5, 4}) {
+        table.setCurrentIndex(table.model()->index(0, column));
+        QTest::keyClick(&table, column == 5 ? Qt::Key_Backspace : Qt::Key_Delete);
+    }
+    EXPECT_FALSE(Fit().Parameter(1)->IsBounded());
+    EXPECT_EQ(Fit().Parameter(1)->Name(), "P1");
+    EXPECT_EQ(Fit().Parameter(1)->Value(), 1.2);
+    Click("btnUndoStep");
+    EXPECT_EQ(Fit().Parameter(1)->Min(), 1) << "it is a step";
+}
+
+// A sentence below the equation and the result of a fit take room from what can give some.
+TEST_F(CurveFittingPage, NothingScrollsInASmallWindow) {
+    Wizard.resize(784, 545);
+    const auto scrolls = [&](const QString& when) {
+        QCoreApplication::processEvents();
+        const auto& area = Find<QScrollArea>("scroll");
+        EXPECT_FALSE(area.verticalScrollBar()->isVisible()) << when.toStdString();
+        EXPECT_FALSE(area.horizontalScrollBar()->isVisible()) << when.toStdString();
+    };
+    scrolls("empty");
+    Type("m_Equation", QStringLiteral("amplitude*exp(-rate*x)+offset"));
+    EXPECT_TRUE(Find<QWidget>("btnAddUnknown").isVisible());
+    scrolls("unknown names");
+    Type("m_Equation", QStringLiteral("3x+1"));
+    EXPECT_TRUE(Find<QWidget>("btnRewrite").isVisible());
+    scrolls("a fault");
+    Type("m_Equation", QStringLiteral("p*x"));
+    Click("btnAddUnknown");
+    Click("btnFit");
+    EXPECT_TRUE(Find<QWidget>("m_FitResult").isVisible());
+    scrolls("a result");
+    const auto& list = Find<QComboBox>("cbx_Procedure");
+    EXPECT_GE(list.width(), list.fontMetrics().horizontalAdvance(list.itemText(3)) + 24);
 }
 
 TEST_F(CurveFittingPage, ParametersAreEditedInTheTable) {

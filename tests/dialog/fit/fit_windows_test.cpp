@@ -192,8 +192,13 @@ TEST_F(FitWindows, PointsAreWeighedWhereThatIsChosen) {
     Click("cb_ByYErrors");
     EXPECT_TRUE(Fit().UsesYErrors());
     EXPECT_TRUE(Find<QWidget>("cbx_ErrorSource").isEnabled());
-    Click("btnUndoStep");
-    EXPECT_FALSE(Fit().UsesYErrors());
+    for (const auto& [item, told] : {std::pair{1, "errors are absolute"}, {0, "errors are scaled"}}) {
+        Choose("cbx_ErrorSource", item);
+        Current().SetYErrors(std::vector<double>(30, 0.01));
+        Click("btnFit");
+        EXPECT_TRUE(Find<QPlainTextEdit>("m_FitResult").toPlainText().contains(QLatin1String(told)));
+    }
+    while (Fit().UsesYErrors()) Click("btnUndoStep");
     EXPECT_FALSE(Find<QWidget>("cbx_ErrorSource").isEnabled());
     Choose("cbx_Robust", 3);
     EXPECT_EQ(Fit().Weighting().Robust, TRobust::Tukey);

@@ -63,6 +63,19 @@ TEST_F(TWizardTest, TabGoesFromTheListOverThePageToTheButtons) {
     EXPECT_TRUE(std::ranges::is_sorted(places));
 }
 
+TEST_F(TWizardTest, TheKeyOfATabLeadsToItsPage) {
+    Show({"Run"});
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        return QApplication::focusWidget()->objectName().toStdString();
+    };
+    press(Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(Find<QTabWidget>("tabs").currentIndex(), TxyDataWizard::kCurveFittingPage);
+    EXPECT_EQ(press(Qt::Key_Tab), "cbx_Status");
+    press(Qt::Key_W, Qt::AltModifier);
+    EXPECT_EQ(press(Qt::Key_Tab), "cb_ByYErrors");
+}
+
 TEST_F(TWizardTest, OnASmallScreenThePagesScrollAndTheButtonsStay) {
     Show({"Run"});
     Wizard.resize(kSmallScreen);

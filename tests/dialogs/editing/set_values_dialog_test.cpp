@@ -76,6 +76,11 @@ TEST_F(SetValuesDialog, WhatIsProbablyMeantIsTakenByOneClick) {
     EXPECT_TRUE(Text("lblFormulaError").ends_with("square at 1: not known; sqr?")) << Text("lblFormulaError");
     Click(*Dialog, "btnRewrite");
     EXPECT_EQ(NewYs(), "1;4;9;");
+    Type(*Dialog, "e_Formula", "2x(x+1)");
+    EXPECT_TRUE(Text("lblFormulaError").ends_with("a product needs its sign: write 2*x(x+1)"))
+        << Text("lblFormulaError");
+    Click(*Dialog, "btnRewrite");
+    EXPECT_EQ(NewYs(), "4;12;24;");
 }
 
 TEST_F(SetValuesDialog, ARangeLimitsThePointsAndMissingValuesAreCounted) {

@@ -57,6 +57,32 @@ TEST_F(EquationFormula, NamesAreInsertedAsTheyAre) {
     EXPECT_EQ(Text(), "Rate * t ");
 }
 
+TEST_F(EquationFormula, NamesAreCompletedByKeys) {
+    AddParameter(Fit, "amplitude", 2);
+    Show();
+    const auto press = [](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys) {
+            QWidget* list = QApplication::activePopupWidget();
+            ASSERT_TRUE(list);
+            QTest::keyClick(list, key);
+        }
+    };
+    Formula().setFocus();
+    QTest::keyClicks(&Formula(), QStringLiteral("am"));
+    press({Qt::Key_Tab});
+    QTest::keyClicks(&Formula(), QStringLiteral("*cos"));
+    press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return});
+    QTest::keyClicks(&Formula(), QStringLiteral("x"));
+    EXPECT_EQ(Text(), "amplitude*cosh(x)");
+    EXPECT_EQ(Fit.Expression(), "amplitude*cosh(x)");
+    EXPECT_TRUE(Formula().hasFocus());
+    QTest::keyClicks(&Formula(), QStringLiteral("+si"));
+    press({Qt::Key_Escape});
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    QTest::keyClick(&Formula(), Qt::Key_Tab);
+    EXPECT_FALSE(Formula().hasFocus()) << "without a list Tab goes on";
+}
+
 TEST_F(EquationFormula, FaultsAreToldBesideTheFormula) {
     struct TCase {
         const char* formula;

@@ -72,6 +72,8 @@ TEST(FitBatch, ASharedSlopeIsThatOfTheFormulas) {
     for (std::size_t i = 0; i < x2.size(); ++i)
         rss += std::pow(y2[i] - means[1][1] - b * (x2[i] - means[1][0]), 2);
     EXPECT_EQ(global.Result.End, TFitEnd::Converged);
+    EXPECT_GT(global.Result.Iterations, 0);
+    EXPECT_EQ(global.Fits[1].Fit->Result()->Iterations, global.Result.Iterations);
     EXPECT_EQ(global.Names, (std::vector<std::string>{"b", "a [first]", "a [second]"}));
     EXPECT_NEAR(global.Result.Rss, rss, 1e-10);
     for (int k = 0; k < 2; ++k) {

@@ -137,6 +137,9 @@ TEST(CurveFitter, ACurveThatChanceWouldDoAsWellIsToldAsSuch) {
         << result.Remarks[0];
     line.y = {1, 2.1, 2.9, 4, 5.1, 6};
     EXPECT_TRUE(line.Run().Remarks.empty());
+    std::ranges::fill(line.y, 7);
+    ASSERT_EQ(line.Run().Remarks.size(), 1u);
+    EXPECT_EQ(line.Run().Remarks[0], "All values of Y are equal: a horizontal line is as good.");
 }
 
 TEST(CurveFitter, OnlyPointsBetweenTheMarginsInUseCount) {
