@@ -48,6 +48,7 @@ void TMainWindow::FollowNew(const std::vector<std::string>& before) {
 void TMainWindow::AddLinks() {
     m_links = std::make_unique<TLiveLinks>(m_document->Session());
     connect(m_links.get(), &TLiveLinks::StatusChanged, this, &TMainWindow::ShowLinks);
+    connect(m_document.get(), &TGraphDocument::StateChanged, m_links.get(), &TLiveLinks::Renew);
     connect(m_links.get(), &TLiveLinks::Fed, this, [this] { m_rows->setText(m_dataFiles->Summary()); });
     ShowLinks();
 }

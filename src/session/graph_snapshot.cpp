@@ -129,9 +129,21 @@ void RestoreResults(TSeries& series, const TSeriesState& state) {
     series.DataSourceInfo().SetFeedId(state.FeedId);
 }
 
-const TSeriesState* FedState(const std::vector<TSeriesState>& states, std::uint64_t feedId) {
-    const auto found = std::ranges::find(states, feedId, &TSeriesState::FeedId);
-    return feedId == 0 || found == states.end() ? nullptr : &*found;
+/// Of the graph or of one of its child graphs.
+const TSeriesState* FedState(const TGraphSnapshot& whole, std::uint64_t feedId) {
+    if (feedId == 0) return nullptr;
+    const auto found = std::ranges::find(whole.Series(), feedId, &TSeriesState::FeedId);
+    if (found != whole.Series().end()) return &*found;
+    for (const TGraphSnapshot& child : whole.Children())
+        if (const TSeriesState* state = FedState(child, feedId)) return state;
+    return nullptr;
+}
+
+void AddFed(const TGraphSnapshot& part, const TGraphSnapshot& before, std::vector<TFedAtStep>& fed) {
+    for (const TSeriesState& state : part.Series())
+        if (const TSeriesState* earlier = FedState(before, state.FeedId))
+            fed.push_back({state.FeedId, state.Points->LastId(), !SamePoints(*earlier, state)});
+    for (const TGraphSnapshot& child : part.Children()) AddFed(child, before, fed);
 }
 
 // The points of `edited` that were there at the step, and those of `present` that came behind it.
@@ -189,17 +201,13 @@ TGraphSnapshot::TGraphSnapshot(const TxyGraph& graph, const TGraphSnapshot* earl
 
 std::vector<TFedAtStep> TGraphSnapshot::FedSince(const TGraphSnapshot& before) const {
     std::vector<TFedAtStep> fed;
-    for (const TSeriesState& state : m_series) {
-        const TSeriesState* earlier = FedState(before.m_series, state.FeedId);
-        if (!earlier) continue;
-        fed.push_back({state.FeedId, state.Points->LastId(), !SamePoints(*earlier, state)});
-    }
+    AddFed(*this, before, fed);
     return fed;
 }
 
 void TGraphSnapshot::TakeFed(const TGraphSnapshot& present, const std::vector<TFedAtStep>& step) {
     for (TSeriesState& state : m_series) {
-        const TSeriesState* now = FedState(present.m_series, state.FeedId);
+        const TSeriesState* now = FedState(present, state.FeedId);
         const auto fed = std::ranges::find(step, state.FeedId, &TFedAtStep::FeedId);
         if (!now || fed == step.end() || SamePoints(state, *now)) continue;
         state.RegressionStale = true;
@@ -215,6 +223,7 @@ void TGraphSnapshot::TakeFed(const TGraphSnapshot& present, const std::vector<TF
         state.Extents.Stale = true;
         state.DataStamp = 0;
     }
+    for (TGraphSnapshot& child : m_children) child.TakeFed(present, step);
 }
 
 bool TGraphSnapshot::SameSettings(const TGraphSnapshot& other) const {

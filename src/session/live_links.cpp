@@ -1,5 +1,6 @@
 #include "session/live_links.h"
 
+#include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
 #include "session/graph_session.h"
 #include "session/link_feed.h"
@@ -13,9 +14,19 @@ namespace lumoplot {
 
 using namespace std::chrono_literals;
 
+namespace {
+
+void AddSeriesOf(TxyGraph& graph, std::vector<TSeries*>& all) {
+    for (TSeries* series : graph.Series()) all.push_back(series);
+    for (TxyChildGr* panel : graph.ChildGraphs()) AddSeriesOf(*panel, all);
+}
+
+} // namespace
+
 class TLiveLinks::TFeed : public TLinkFeed {
 public:
     using TLinkFeed::TLinkFeed;
+    bool IsOfPanel = false; ///< begins anew whenever the panel comes back
 };
 
 TLiveLinks::TLiveLinks(TGraphSession& session, QObject* parent) : QObject(parent), m_session(session) {
@@ -43,7 +54,13 @@ void TLiveLinks::Start(TSeries& series) {
 }
 
 void TLiveLinks::StartAll() {
-    for (TSeries* series : m_session.Graph().Series()) Start(*series);
+    for (TSeries* series : AllSeries()) Start(*series);
+}
+
+std::vector<TSeries*> TLiveLinks::AllSeries() const {
+    std::vector<TSeries*> all;
+    AddSeriesOf(m_session.Graph(), all);
+    return all;
 }
 
 void TLiveLinks::Stop() {
@@ -61,14 +78,10 @@ void TLiveLinks::SetPaused(bool value) {
 }
 
 TSeries* TLiveLinks::SeriesOf(const TFeed& feed) const {
-    const auto all = m_session.Graph().Series();
+    const auto all = AllSeries();
     const auto found = std::ranges::find_if(
         all, [&](const TSeries* series) { return series->DataSourceInfo().FeedId() == feed.Id(); });
     return found == all.end() ? nullptr : *found;
-}
-
-bool TLiveLinks::IsFed(const TSeries& series) const {
-    return std::ranges::any_of(m_feeds, [&](const auto& feed) { return SeriesOf(*feed) == &series; });
 }
 
 void TLiveLinks::Drop(TSeries& series) {
@@ -78,11 +91,36 @@ void TLiveLinks::Drop(TSeries& series) {
 
 /// A data set that is gone may come back by undo or redo, so its link waits.
 void TLiveLinks::Renew() {
-    for (TSeries* series : m_session.Graph().Series()) {
-        if (!IsFed(*series)) series->DataSourceInfo().SetFeedId(0);
-        const auto other = std::ranges::find_if(
-            m_feeds, [&](const auto& feed) { return SeriesOf(*feed) == series && !feed->IsFor(*series); });
-        if (other != m_feeds.end()) Start(*series);
+    for (TSeries* series : AllSeries()) {
+        const std::uint64_t id = series->DataSourceInfo().FeedId();
+        const auto feed =
+            std::ranges::find_if(m_feeds, [id](const auto& other) { return other->Id() == id; });
+        if (feed == m_feeds.end())
+            series->DataSourceInfo().SetFeedId(0);
+        else if (!(*feed)->IsFor(*series))
+            Start(*series);
+    }
+    std::erase_if(m_feeds, [this](const auto& feed) { return feed->IsOfPanel && !SeriesOf(*feed); });
+    for (TxyChildGr* panel : m_session.Graph().ChildGraphs()) FollowIn(*panel);
+    ShowStatus();
+}
+
+/// A panel has copies of what is followed, or has taken it over.
+void TLiveLinks::FollowIn(TxyGraph& panel) {
+    std::vector<TSeries*> all;
+    AddSeriesOf(panel, all);
+    for (TSeries* series : all) {
+        if (series->DataSourceInfo().FeedId() != 0) continue;
+        const auto alike =
+            std::ranges::find_if(m_feeds, [&](const auto& feed) { return feed->IsFor(*series); });
+        if (alike == m_feeds.end()) continue;
+        if ((*alike)->Link().Place().CanBeReadAgain()) {
+            Start(*series);
+            m_feeds.back()->IsOfPanel = m_feeds.back()->Id() == series->DataSourceInfo().FeedId();
+        } else if (!SeriesOf(**alike)) {
+            series->DataSourceInfo().SetFeedId((*alike)->Id());
+            (*alike)->PointsPutBack();
+        }
     }
 }
 

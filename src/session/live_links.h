@@ -33,7 +33,8 @@ public:
     void Start(TSeries& series);
     /// The same for each of them.
     XYGRAPH_LOCAL void StartAll();
-    /// Begins anew with what is to be read in another way than it was when its link began.
+    /// Begins anew with what is to be read in another way than it was when its link began, and with what
+    /// panels have of what is followed.
     void Renew();
     /// Ends all links; their data sets keep their points.
     void Stop();
@@ -57,8 +58,10 @@ Q_SIGNALS:
 private:
     class TFeed;
 
-    XYGRAPH_LOCAL bool IsFed(const TSeries& series) const;
+    /// Those of panels, too.
+    XYGRAPH_LOCAL std::vector<TSeries*> AllSeries() const;
     XYGRAPH_LOCAL void Drop(TSeries& series);
+    XYGRAPH_LOCAL void FollowIn(TxyGraph& panel);
     XYGRAPH_LOCAL TSeries* SeriesOf(const TFeed& feed) const;
     XYGRAPH_LOCAL void ShowStatus();
 

@@ -2,6 +2,7 @@
 
 #include "common/recording_sink.h"
 #include "data/series/ds_info.h"
+#include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
 #include "session/graph_session.h"
 #include "session/graph_snapshot.h"
@@ -184,6 +185,35 @@ TEST_F(LiveLinksTest, DataSetThatComesBackGoesOn) {
     Feed(20, 30);
     EXPECT_EQ(Xs(), Range(0, 20));
     EXPECT_FALSE(m_links.IsFollowing());
+}
+
+TEST_F(LiveLinksTest, PanelsFollowAsTheirGraphDoes) {
+    m_links.Start(Series());
+    Feed(0, 10);
+    m_session.Change("panel", [&] {
+        TxyChildGr& panel = *m_graph.AddChildGraph();
+        panel.FindSeries(panel.AddSeries())->CopyFrom(Series());
+    });
+    const auto inPanel = [&] { return (*m_graph.ChildGraphs().begin())->FirstSeries(); };
+    m_links.Renew();
+    Feed(10, 20);
+    EXPECT_EQ(Xs(), Range(0, 20));
+    EXPECT_EQ(inPanel()->Count(), 20);
+
+    m_session.Change("color", [&] { inPanel()->SetLineWidth(7); });
+    Feed(20, 30);
+    m_session.Undo();
+    EXPECT_NE(inPanel()->LineWidth(), 7);
+    m_links.Poll();
+    EXPECT_EQ(inPanel()->Count(), 30);
+
+    m_session.Undo();
+    EXPECT_EQ(m_links.Status(), "Following log.txt: 30 rows");
+    m_session.Redo();
+    Feed(30, 40);
+    EXPECT_EQ(inPanel()->Count(), 40);
+    EXPECT_EQ(Xs(), Range(0, 40));
+    EXPECT_EQ(m_links.Status(), "Following log.txt: 40 rows (2 links)");
 }
 
 TEST_F(LiveLinksTest, WhatFollowsNothingIsTold) {
