@@ -20,7 +20,8 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kMostNames = 200; // data sets whose names the page of the legend lists
+constexpr QSize kWanted(980, 560); // where the screen has room
+constexpr int kMostNames = 200;    // data sets whose names the page of the legend lists
 
 /// A title that the user has typed is not replaced by a data set's name.
 std::vector<TBoundSetting> SettingsOfAxis(TAxis& axis) {
@@ -100,6 +101,7 @@ bool TakeNames(TxyGraph& from, TxyGraph& to) {
 TGraphSettingsDialog::TGraphSettingsDialog(TxyGraph& graph, TGraphPart part, QWidget* parent)
     : QDialog(parent), m_graph(graph), m_ui(std::make_unique<Ui::GraphSettings>()) {
     m_ui->setupUi(this);
+    resize(kWanted.boundedTo(RoomOnScreen(*this)));
     m_copy.resize(graph.size());
     m_copy.CopyFrom(graph);
     m_ui->picture->SetGraph(&m_copy);

@@ -11,10 +11,13 @@ namespace lumoplot {
 namespace {
 
 constexpr double kLabelGapX = 0.7; // between neighbouring labels, in ems
-constexpr double kLabelGapY = 0.25;
+constexpr double kLabelGapY = 0.4;
 constexpr double kOffLine = 3;      // units between a label and a line that crosses its axis
 constexpr double kBareHeight = 0.2; // of a line of text, above and below its digits
-constexpr double kRaised = 0.3;     // ems by which an exponent stands higher than the digits
+constexpr double kInsideGap = 3;    // units between an axis whose ticks point inside and its labels
+constexpr double kBetweenX = 2;     // units between labels of different axes
+constexpr double kBetweenY = 1;
+constexpr double kRaised = 0.3; // ems by which an exponent stands higher than the digits
 
 double CrossingPlace(const TAxis& axis, const TScaleMap& crossing) {
     const double span = crossing.Position(crossing.Max()) - crossing.Position(crossing.Min());
@@ -90,7 +93,7 @@ TAxisLayout::TAxisLayout(const TAxis& axis, const QRectF& bounds, const QRectF& 
     m_showsLabels = axis.ShowAxis() && appearance.ShowGraphLabels();
     if (m_showsLabels) m_title = TitleOf(axis);
     FitTicks(IsHorizontal() ? plot.width() : plot.height(), fonts);
-    DropLabelsOnLines(plot);
+    DropLabelsOnLines(plot, fonts);
     PlaceTexts(bounds, plot, fonts);
 }
 
@@ -140,7 +143,7 @@ QRectF TAxisLayout::LabelPlace(const TTick& tick, const TAxisFonts& fonts) const
     double place = m_map.Position(tick.Value);
     for (const double line : m_crossings)
         if (std::abs(line - place) < width / 2 + kOffLine) place = line - kOffLine - width / 2;
-    const double distance = (m_ticksInside ? 0 : m_tickLength) + m_labelOffset;
+    const double distance = (m_ticksInside ? kInsideGap : m_tickLength) + m_labelOffset;
     switch (m_side) {
     case TAxisSide::Below: return {place - width / 2, m_line + distance, width, height};
     case TAxisSide::Above: return {place - width / 2, m_line - distance - height, width, height};
@@ -155,6 +158,12 @@ bool TAxisLayout::IsInside(const QRectF& plot) const {
                           : m_line > plot.left() + 1 && m_line < plot.right() - 1;
 }
 
+bool TAxisLayout::HasLabelsInside(const QRectF& plot) const {
+    if (IsInside(plot)) return true;
+    const bool isAtRight = m_line > plot.center().x();
+    return (m_side == TAxisSide::Left && isAtRight) || (m_side == TAxisSide::Right && !isAtRight);
+}
+
 QRectF TAxisLayout::LinePlace(const QRectF& plot) const {
     const double reach = m_tickLength + 1;
     return IsHorizontal() ? QRectF(plot.left(), m_line - reach, plot.width(), 2 * reach)
@@ -162,7 +171,8 @@ QRectF TAxisLayout::LinePlace(const QRectF& plot) const {
 }
 
 void TAxisLayout::KeepLabelsOff(const TAxisLayout& crossing, const QRectF& plot, const TAxisFonts& fonts) {
-    if (!m_showsLabels || !crossing.Axis().ShowAxis() || !IsInside(plot) || !crossing.IsInside(plot)) return;
+    if (!m_showsLabels || !crossing.Axis().ShowAxis() || !HasLabelsInside(plot) || !crossing.IsInside(plot))
+        return;
     if (IsHorizontal()) return m_crossings.push_back(crossing.Line());
     for (TTick& tick : m_ticks) {
         const QRectF place = LabelPlace(tick, fonts);
@@ -170,13 +180,17 @@ void TAxisLayout::KeepLabelsOff(const TAxisLayout& crossing, const QRectF& plot,
     }
 }
 
-// Beside an axis that runs through the plot, the labels at its two ends would lie on the lines of other axes.
-void TAxisLayout::DropLabelsOnLines(const QRectF& plot) {
-    if (!IsInside(plot)) return;
-    const double reach = 1 / (IsHorizontal() ? plot.width() : plot.height());
+// Of labels in the plot those that reach over its edges would lie on the lines of other axes.
+void TAxisLayout::DropLabelsOnLines(const QRectF& plot, const TAxisFonts& fonts) {
+    if (!HasLabelsInside(plot)) return;
+    const double high = fonts.Labels.CapHeight() / 2;
     for (TTick& tick : m_ticks) {
-        const double fraction = m_map.Fraction(tick.Value);
-        if (fraction < reach || fraction > 1 - reach) tick.Label = {};
+        if (tick.Label.IsEmpty()) continue;
+        const QRectF place = LabelPlace(tick, fonts);
+        const bool isOver = IsHorizontal() ? place.left() <= plot.left() || place.right() >= plot.right()
+                                           : place.center().y() - high <= plot.top() ||
+                                                 place.center().y() + high >= plot.bottom();
+        if (isOver) tick.Label = {};
     }
 }
 
@@ -274,7 +288,8 @@ void TAxisLayout::KeepLabelsOffTexts(std::vector<QRectF>& texts, const TAxisFont
     for (TTick& tick : m_ticks) {
         if (tick.Label.IsEmpty()) continue;
         const QRectF letters = LettersIn(LabelPlace(tick, fonts), !tick.Label.Exponent.isEmpty());
-        if (std::ranges::any_of(texts, [&](const QRectF& text) { return text.intersects(letters); }))
+        const QRectF wide = letters.adjusted(-kBetweenX, -kBetweenY, kBetweenX, kBetweenY);
+        if (std::ranges::any_of(texts, [&](const QRectF& text) { return text.intersects(wide); }))
             tick.Label = {};
         else
             texts.push_back(letters);

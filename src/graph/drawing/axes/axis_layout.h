@@ -38,6 +38,8 @@ public:
     double Line() const { return m_line; }
     /// The line runs through the plot and not along its edge.
     bool IsInside(const QRectF& plot) const;
+    /// The labels lie in the plot.
+    bool HasLabelsInside(const QRectF& plot) const;
     /// The line with its ticks.
     QRectF LinePlace(const QRectF& plot) const;
     const std::vector<TTick>& Ticks() const { return m_ticks; }
@@ -70,7 +72,7 @@ private:
     void ChooseSide(const QRectF& plot, const TScaleMap& crossing);
     void FitTicks(double length, const TAxisFonts& fonts);
     bool LabelsOverlap(const TAxisFonts& fonts) const;
-    void DropLabelsOnLines(const QRectF& plot);
+    void DropLabelsOnLines(const QRectF& plot, const TAxisFonts& fonts);
     void PlaceCommon(const QRectF& plot, const QRectF& labels, const TAxisFonts& fonts);
     void KeepTitleOffCommon(const TAxisFonts& fonts);
     void PlaceTexts(const QRectF& bounds, const QRectF& plot, const TAxisFonts& fonts);

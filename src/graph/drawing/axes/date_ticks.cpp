@@ -32,20 +32,28 @@ struct TCalendarStep {
 
 constexpr int kYear = 12;
 constexpr std::array kLadder = {TCalendarStep{TCalendarUnit::Millisecond, 1},
+                                TCalendarStep{TCalendarUnit::Millisecond, 2},
                                 TCalendarStep{TCalendarUnit::Millisecond, 5},
                                 TCalendarStep{TCalendarUnit::Millisecond, 10},
+                                TCalendarStep{TCalendarUnit::Millisecond, 20},
                                 TCalendarStep{TCalendarUnit::Millisecond, 50},
                                 TCalendarStep{TCalendarUnit::Millisecond, 100},
+                                TCalendarStep{TCalendarUnit::Millisecond, 200},
                                 TCalendarStep{TCalendarUnit::Millisecond, 500},
                                 TCalendarStep{TCalendarUnit::Millisecond, 1000},
+                                TCalendarStep{TCalendarUnit::Millisecond, 2000},
                                 TCalendarStep{TCalendarUnit::Millisecond, 5000},
+                                TCalendarStep{TCalendarUnit::Millisecond, 10000},
                                 TCalendarStep{TCalendarUnit::Millisecond, 15000},
                                 TCalendarStep{TCalendarUnit::Millisecond, 30000},
                                 TCalendarStep{TCalendarUnit::Minute, 1},
+                                TCalendarStep{TCalendarUnit::Minute, 2},
                                 TCalendarStep{TCalendarUnit::Minute, 5},
+                                TCalendarStep{TCalendarUnit::Minute, 10},
                                 TCalendarStep{TCalendarUnit::Minute, 15},
                                 TCalendarStep{TCalendarUnit::Minute, 30},
                                 TCalendarStep{TCalendarUnit::Minute, 60},
+                                TCalendarStep{TCalendarUnit::Minute, 120},
                                 TCalendarStep{TCalendarUnit::Minute, 180},
                                 TCalendarStep{TCalendarUnit::Minute, 360},
                                 TCalendarStep{TCalendarUnit::Minute, 720},
@@ -141,16 +149,23 @@ std::size_t FirstFittingRung(const TTickRules& rules, double length, double spac
     return static_cast<std::size_t>(std::min(found, kLadder.end() - 1) - kLadder.begin());
 }
 
-// The coarsest rung below whose ticks divide those of a rung and have room; the rung itself for none.
-std::size_t MinorRung(std::size_t rung, const TTickRules& rules, double length) {
+bool Divides(const TCalendarStep& step, const TCalendarStep& major) {
+    if (step.Unit == major.Unit) return major.Count % step.Count == 0;
+    return major.Unit == TCalendarUnit::Month || step.Unit != TCalendarUnit::Week;
+}
+
+// The coarsest rung below whose ticks divide those of the finest rung with labels and have room, or the
+// finest one that divides those of a coarser rung; the rung itself for none.
+std::size_t MinorRung(std::size_t rung, std::size_t finest, const TTickRules& rules, double length) {
     constexpr double kMinorSpacing = 6;
     const TCalendarStep& major = kLadder[rung];
-    for (std::size_t finer = rung; finer-- > 0;) {
+    for (std::size_t minor = finest; minor < rung; ++minor)
+        if (Divides(kLadder[minor], major)) return minor;
+    for (std::size_t finer = rung; rung == finest && finer-- > 0;) {
         const TCalendarStep& step = kLadder[finer];
-        const bool isMonth = major.Unit == TCalendarUnit::Month;
-        const bool divides = step.Unit == major.Unit ? major.Count % step.Count == 0
-                                                     : !isMonth && step.Unit != TCalendarUnit::Week;
-        if (divides && step.Days() * length / (rules.Max - rules.Min) >= kMinorSpacing) return finer;
+        const bool hasRoom = step.Days() * length / (rules.Max - rules.Min) >= kMinorSpacing;
+        const bool isWeekOfMonths = major.Unit == TCalendarUnit::Month && step.Unit != TCalendarUnit::Month;
+        if (Divides(step, major) && hasRoom && !isWeekOfMonths) return finer;
     }
     return rung;
 }
@@ -232,7 +247,7 @@ TTicks DateTicks(const TTickRules& rules, double length, int coarseness) {
         for (const double value : ValuesOf(kLadder[rung], rules))
             ticks.All.push_back({value, TTickKind::Major, {}});
     LabelDates(ticks.All, rules.DateTimeFormat);
-    const std::size_t minor = rung == finest ? MinorRung(rung, rules, length) : finest;
+    const std::size_t minor = rung < kLadder.size() ? MinorRung(rung, finest, rules, length) : finest;
     if (minor == rung) return ticks;
     const std::size_t majors = ticks.All.size();
     for (const double value : ValuesOf(kLadder[minor], rules)) {

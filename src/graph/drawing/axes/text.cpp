@@ -18,8 +18,8 @@ QFont SmallerFont(QFont font) {
 } // namespace
 
 TTextStyle::TTextStyle(const TFontSpec& font)
-    : m_font(ToQFont(font)), m_exponentFont(SmallerFont(m_font)), m_metrics(m_font),
-      m_exponentMetrics(m_exponentFont), m_color(ToQColor(font.Color)) {
+    : m_base(TKnownTexts::Of(ToQFont(font))), m_exponent(TKnownTexts::Of(SmallerFont(m_base->Font()))),
+      m_color(ToQColor(font.Color)) {
 }
 
 double TTextStyle::Width(const TLabelText& label) const {
@@ -28,12 +28,7 @@ double TTextStyle::Width(const TLabelText& label) const {
 }
 
 double TTextStyle::WidthOf(const TTextRun& run) const {
-    const bool isBase = run.Level == TTextLevel::Base;
-    TWidths& known = isBase ? m_baseWidths : m_exponentWidths;
-    if (const auto found = known.constFind(run.Text); found != known.cend()) return *found;
-    const double width = (isBase ? m_metrics : m_exponentMetrics).horizontalAdvance(run.Text);
-    known.insert(run.Text, width);
-    return width;
+    return KnownOf(run).Width(run.Text);
 }
 
 double TTextStyle::WidthOf(const TTextLine& line) const {
@@ -43,11 +38,11 @@ double TTextStyle::WidthOf(const TTextLine& line) const {
 }
 
 double TTextStyle::Width(const QString& text) const {
-    if (const auto found = m_widths.constFind(text); found != m_widths.cend()) return *found;
-    double width = 0;
-    for (const TTextLine& line : RichLines(text)) width = std::max(width, WidthOf(line));
-    m_widths.insert(text, width);
-    return width;
+    return m_base->RichWidth(text, [&] {
+        double width = 0;
+        for (const TTextLine& line : RichLines(text)) width = std::max(width, WidthOf(line));
+        return width;
+    });
 }
 
 double TTextStyle::Height(const QString& text) const {
@@ -61,7 +56,7 @@ QString TTextStyle::Fitted(const QString& text, double width) const {
         if (!plain.isEmpty()) plain += u' ';
         for (const TTextRun& run : line) plain += run.Text;
     }
-    return m_metrics.elidedText(plain, Qt::ElideRight, width);
+    return Metrics().elidedText(plain, Qt::ElideRight, width);
 }
 
 // What would be cut off at the edge of a graph is left out: a part of a number says another one, and not
@@ -72,27 +67,35 @@ bool TTextStyle::Shows(const QPainter& painter, QPointF baseline, const TTextLin
     double high = CapHeight();
     for (const TTextRun& run : line)
         if (run.Level == TTextLevel::Raised)
-            high = std::max(high, kExponentRise * m_font.pixelSize() + m_exponentMetrics.capHeight());
+            high = std::max(high, kExponentRise * Em() + m_exponent->CapHeight());
     const QRectF letters(baseline.x(), baseline.y() - high, WidthOf(line), high);
     return painter.clipBoundingRect().adjusted(-kBeyond, -kBeyond, kBeyond, kBeyond).contains(letters);
 }
 
-void TTextStyle::DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const {
+// On pixels by glyphs that are known already; elsewhere as a text, which files keep as one.
+void TTextStyle::DrawLine(const TCanvas& canvas, QPointF baseline, const TTextLine& line) const {
+    QPainter& painter = canvas.Painter();
     if (!Shows(painter, baseline, line)) return;
     painter.setPen(m_color);
     for (const TTextRun& run : line) {
         const double rise = run.Level == TTextLevel::Raised    ? kExponentRise
                             : run.Level == TTextLevel::Lowered ? -kIndexDrop
                                                                : 0;
-        painter.setFont(run.Level == TTextLevel::Base ? m_font : m_exponentFont);
-        painter.drawText(baseline - QPointF(0, rise * m_font.pixelSize()), run.Text);
-        baseline.rx() += WidthOf(run);
+        TKnownTexts& known = KnownOf(run);
+        const QPointF at = baseline - QPointF(0, rise * Em());
+        if (canvas.IsRaster()) {
+            for (const QGlyphRun& glyphs : known.Glyphs(run.Text)) painter.drawGlyphRun(at, glyphs);
+        } else {
+            painter.setFont(known.Font());
+            painter.drawText(at, run.Text);
+        }
+        baseline.rx() += known.Width(run.Text);
     }
 }
 
 void TTextStyle::Draw(const TCanvas& canvas, QPointF baseline, const QString& text) const {
     for (const TTextLine& line : RichLines(text)) {
-        DrawLine(canvas.Painter(), {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
+        DrawLine(canvas, {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
         baseline.ry() += Height();
     }
 }
@@ -100,7 +103,7 @@ void TTextStyle::Draw(const TCanvas& canvas, QPointF baseline, const QString& te
 void TTextStyle::Draw(const TCanvas& canvas, QPointF baseline, const TLabelText& label) const {
     TTextLine line{{label.Base, TTextLevel::Base}};
     if (!label.Exponent.isEmpty()) line.push_back({label.Exponent, TTextLevel::Raised});
-    if (!label.IsEmpty()) DrawLine(canvas.Painter(), {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
+    if (!label.IsEmpty()) DrawLine(canvas, {baseline.x(), canvas.AlignY(baseline.y(), 0)}, line);
 }
 
 void TTextStyle::DrawCentred(const TCanvas& canvas, const QRectF& rectangle, const QString& text,
@@ -110,17 +113,17 @@ void TTextStyle::DrawCentred(const TCanvas& canvas, const QRectF& rectangle, con
     const std::vector<TTextLine> lines = RichLines(fitted);
     const QPointF centre = rectangle.center();
     const double above = static_cast<double>(lines.size() - 1) * Height() / 2;
-    double down = (m_metrics.ascent() - m_metrics.descent()) / 2 - above;
+    double down = (Metrics().ascent() - Metrics().descent()) / 2 - above;
     QPainter& painter = canvas.Painter();
     for (const TTextLine& line : lines) {
         const double left = -WidthOf(line) / 2;
         if (!isVertical) {
-            DrawLine(painter, {centre.x() + left, canvas.AlignY(centre.y() + down, 0)}, line);
+            DrawLine(canvas, {centre.x() + left, canvas.AlignY(centre.y() + down, 0)}, line);
         } else {
             painter.save();
             painter.translate(canvas.AlignX(centre.x() + down, 0), centre.y());
             painter.rotate(-90);
-            DrawLine(painter, {left, 0}, line);
+            DrawLine(canvas, {left, 0}, line);
             painter.restore();
         }
         down += Height();

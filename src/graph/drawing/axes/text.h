@@ -2,12 +2,12 @@
 // the same on every device.
 #pragma once
 
+#include "graph/drawing/axes/known_texts.h"
 #include "graph/drawing/axes/label_text.h"
 #include "graph/drawing/axes/rich_text.h"
 #include "graph/drawing/lines/canvas.h"
 
-#include <QFontMetricsF>
-#include <QHash>
+#include <memory>
 
 namespace lumoplot {
 
@@ -19,12 +19,12 @@ public:
     /// Of the longest line of a text as RichLines reads it; so for all texts below.
     double Width(const QString& text) const;
     /// From the top of accents to the foot of descenders.
-    double Height() const { return m_metrics.ascent() + m_metrics.descent(); }
+    double Height() const { return Metrics().ascent() + Metrics().descent(); }
     double Height(const QString& text) const;
-    double Ascent() const { return m_metrics.ascent(); }
-    double CapHeight() const { return m_metrics.capHeight(); }
+    double Ascent() const { return Metrics().ascent(); }
+    double CapHeight() const { return m_base->CapHeight(); }
     /// The width of an M: what distances between texts are measured by.
-    double Em() const { return m_font.pixelSize(); }
+    double Em() const { return m_base->Font().pixelSize(); }
     /// The text, shortened by "…" at its end where it is wider; then it is one line without raised parts.
     QString Fitted(const QString& text, double width) const;
 
@@ -40,19 +40,15 @@ private:
     double WidthOf(const TTextRun& run) const;
     double WidthOf(const TTextLine& line) const;
     bool Shows(const QPainter& painter, QPointF baseline, const TTextLine& line) const;
-    void DrawLine(QPainter& painter, QPointF baseline, const TTextLine& line) const;
+    void DrawLine(const TCanvas& canvas, QPointF baseline, const TTextLine& line) const;
+    TKnownTexts& KnownOf(const TTextRun& run) const {
+        return run.Level == TTextLevel::Base ? *m_base : *m_exponent;
+    }
+    const QFontMetricsF& Metrics() const { return m_base->Metrics(); }
 
-    // What has been measured: a layout asks for the same few texts again and again.
-    using TWidths = QHash<QString, double>;
-
-    QFont m_font;
-    QFont m_exponentFont;
-    QFontMetricsF m_metrics;
-    QFontMetricsF m_exponentMetrics;
+    std::shared_ptr<TKnownTexts> m_base;
+    std::shared_ptr<TKnownTexts> m_exponent;
     QColor m_color;
-    mutable TWidths m_widths;     ///< of texts
-    mutable TWidths m_baseWidths; ///< of runs
-    mutable TWidths m_exponentWidths;
 };
 
 /// Lightens what lies behind a text in a picture, so that it can be read.

@@ -85,12 +85,26 @@ void TCanvas::DrawStraight(QPointF from, QPointF to, const QPen& pen) const {
         from.rx() = to.rx() = AlignX(from.x(), width);
     else
         from.ry() = to.ry() = AlignY(from.y(), width);
+    if (m_isRaster && pen.style() == Qt::SolidLine) return FillLine(from, to, pen);
     m_painter.setPen(pen);
     m_painter.drawLine(from, to);
 }
 
+// Whole pixels at its ends, too.
+void TCanvas::FillLine(QPointF from, QPointF to, const QPen& pen) const {
+    const double half = pen.widthF() / 2;
+    const QPointF across = from.x() == to.x() ? QPointF(half, 0) : QPointF(0, half);
+    m_painter.fillRect(Align(QRectF(from - across, to + across).normalized()), pen.color());
+}
+
 void TCanvas::FillRect(const QRectF& rectangle, TColor color) const {
+    const TCrispEdges crisp(*this);
     m_painter.fillRect(Align(rectangle), ToQColor(color));
+}
+
+TCanvas::TCrispEdges::TCrispEdges(const TCanvas& canvas)
+    : m_painter(canvas.Painter()), m_wasSmooth(m_painter.testRenderHint(QPainter::Antialiasing)) {
+    if (canvas.IsRaster()) m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
 TCanvas::TDeviceUnits::TDeviceUnits(const TCanvas& canvas) : m_painter(canvas.Painter()) {

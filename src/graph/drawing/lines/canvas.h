@@ -56,6 +56,19 @@ public:
     void DrawStraight(QPointF from, QPointF to, const QPen& pen) const;
     void FillRect(const QRectF& rectangle, TColor color) const;
 
+    /// While it lives, edges lie between pixels, for what is aligned to them: that is drawn alike and faster.
+    class TCrispEdges {
+    public:
+        explicit TCrispEdges(const TCanvas& canvas);
+        ~TCrispEdges() { m_painter.setRenderHint(QPainter::Antialiasing, m_wasSmooth); }
+        TCrispEdges(const TCrispEdges&) = delete;
+        TCrispEdges& operator=(const TCrispEdges&) = delete;
+
+    private:
+        QPainter& m_painter;
+        bool m_wasSmooth;
+    };
+
     /// While it lives, the painter's units are device pixels. Only for raster devices.
     class TDeviceUnits {
     public:
@@ -69,6 +82,8 @@ public:
     };
 
 private:
+    void FillLine(QPointF from, QPointF to, const QPen& pen) const;
+
     QPainter& m_painter;
     TDrawPurpose m_purpose;
     bool m_isRaster;

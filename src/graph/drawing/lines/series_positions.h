@@ -20,6 +20,8 @@ public:
     TSeriesPositions(const TSeries& series, const TScaleMap& xMap, const TScaleMap& yMap)
         : m_series(series), m_xMap(xMap), m_yMap(yMap) {}
 
+    const TScaleMap& XMap() const { return m_xMap; }
+    const TScaleMap& YMap() const { return m_yMap; }
     /// Hands over all points in their order, in runs of contiguous values. A place that does not exist (an
     /// infinite value, one that is not above 0 on a logarithmic axis) is not-a-number; no place is further
     /// away than FarthestPlace. With an X data set, points beyond its count are left out.

@@ -3,6 +3,8 @@
 #include "graph/model/appearance.h"
 #include "graph/model/graph.h"
 
+#include <array>
+
 namespace lumoplot {
 namespace {
 
@@ -86,8 +88,8 @@ void DrawLabels(const TCanvas& canvas, const TAxisLayout& axis, const TAxisFonts
         const QRectF place = axis.LabelPlace(tick, fonts);
         // Lines run through the plot, not through the labels in it.
         const double high = style.Height() - style.CapHeight();
-        if (plot.contains(place))
-            DrawBehindText(canvas, place.adjusted(-1, high / 4, 1, -high / 4), background);
+        if (const QRectF inPlot = place & plot.adjusted(-1, -1, 1, 1); plot.intersects(place))
+            DrawBehindText(canvas, inPlot.adjusted(-1, high / 4, 1, -high / 4), background);
         // Beside a vertical axis the digits, not the whole line of text, are centred on the tick.
         const double baseline =
             axis.IsHorizontal() ? place.top() + style.Ascent() : place.center().y() + style.CapHeight() / 2;
@@ -106,6 +108,7 @@ void DrawGrid(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& 
     const TAppearance& appearance = *graph.Appearance();
     const TPenStyle style = LinesPrintedPlain(canvas, appearance) ? TPenStyle::Solid : appearance.GridStyle();
     const QPen pen = canvas.Pen(appearance.GridColor(), style, kLineWidth);
+    const TCanvas::TCrispEdges crisp(canvas);
     for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY})
         if (axis->Axis().Gridlines()) DrawGridOf(canvas, *axis, layout.Plot(), pen);
 }
@@ -113,14 +116,19 @@ void DrawGrid(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& 
 void DrawAxes(const TCanvas& canvas, const TxyGraph& graph, const TGraphLayout& layout) {
     const TAppearance& appearance = *graph.Appearance();
     const QPen pen = canvas.Pen(appearance.AxesColor(), TPenStyle::Solid, kLineWidth);
+    const std::array all = {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY};
     if (appearance.ShowFrame()) DrawFrame(canvas, layout.Plot(), pen);
-    for (const TAxisLayout* axis : {&layout.Axes().X, &layout.Axes().Y, &layout.Axes().SecondY}) {
+    for (const TAxisLayout* axis : all) {
         if (!axis->Axis().ShowAxis()) continue;
+        const TCanvas::TCrispEdges crisp(canvas);
         DrawLineAndTicks(canvas, *axis, layout.Plot(), pen);
         if (appearance.ShowFrame() && axis->TicksInside())
             DrawFarTicks(canvas, *axis, layout.Axes(), layout.Plot(), pen);
-        if (appearance.ShowGraphLabels()) DrawLabels(canvas, *axis, layout.Fonts(), layout.Plot());
     }
+    // Above the lines of all axes: they are faint behind labels.
+    for (const TAxisLayout* axis : all)
+        if (axis->Axis().ShowAxis() && appearance.ShowGraphLabels())
+            DrawLabels(canvas, *axis, layout.Fonts(), layout.Plot());
 }
 
 } // namespace lumoplot

@@ -15,6 +15,7 @@ constexpr double kLeaderOnLeader = 100;
 constexpr double kAway = 3;
 constexpr double kLaterPlace = 0.05;     // to go on to the next place
 constexpr double kPerUnit = 0.05;        // of a leader
+constexpr double kOffLines = 1.5;        // units between a caption and the lines of marks
 constexpr double kInset = 3;             // units between a caption and the sides of the plot
 constexpr double kRoomForLeaders = 2;    // units
 constexpr std::size_t kFewCaptions = 40; // that each look again for a better place, this often
@@ -58,8 +59,9 @@ double TCaptionPlacer::CostOf(const TPlacedCaption& caption) const {
         if (taken.intersects(caption.Box)) cost += kOnCaption;
         if (caption.Leader && Crosses(*caption.Leader, taken)) cost += kLeaderOnText;
     }
+    const QRectF offLines = caption.Box.adjusted(-kOffLines, -kOffLines, kOffLines, kOffLines);
     for (const QLineF& line : m_lines)
-        if (Crosses(line, caption.Box)) cost += kOnLine;
+        if (Crosses(line, offLines)) cost += kOnLine;
     for (const TPlacedCaption& other : m_others) {
         if (other.Box.intersects(caption.Box)) cost += kOnCaption;
         const QRectF wide = other.Box.adjusted(-kRoomForLeaders, 0, kRoomForLeaders, 0);

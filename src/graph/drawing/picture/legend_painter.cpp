@@ -204,13 +204,24 @@ TLegendLayout LayOutLegendInCorner(const TxyGraph& graph, const TGraphLayout& la
     const TTextStyle style(legend.font());
     const QSizeF margins(2 * legend.XMargin(), 2 * legend.YMargin());
     const QRectF room = layout.Plot().adjusted(kCornerGap, kCornerGap, -kCornerGap, -kCornerGap);
-    TLegendFlow flow(legend, style,
-                     {std::max(room.width() / 2 - margins.width(), 0.0), room.height() - margins.height()});
-    AddEntries(flow, graph);
-    flow.Arrange();
-    const QRectF best = BestPlace(room, flow.Used + margins,
-                                  [&](const QRectF& box) { return CostOf(box, layout, crowd, taken); });
-    return InBox(std::move(flow.Layout), legend, best, flow.Used);
+    // Where labels in the plot leave no place for half of its width, names are cut shorter.
+    TLegendLayout best;
+    double least = HUGE_VAL;
+    for (const double share : {0.5, 0.35, 0.25}) {
+        TLegendFlow flow(
+            legend, style,
+            {std::max(room.width() * share - margins.width(), 0.0), room.height() - margins.height()});
+        AddEntries(flow, graph);
+        flow.Arrange();
+        const auto costOf = [&](const QRectF& box) { return CostOf(box, layout, crowd, taken); };
+        const QRectF box = BestPlace(room, flow.Used + margins, costOf);
+        const double cost = costOf(box);
+        if (cost >= least) continue;
+        least = cost;
+        best = InBox(std::move(flow.Layout), legend, box, flow.Used);
+        if (cost < kOnText) break;
+    }
+    return best;
 }
 
 bool HasRoomForLegend(const TxyGraph& graph, QSizeF size) {

@@ -47,8 +47,10 @@ public:
         switch (m_mark.TypeOfMark) {
         case TMarkType::VerticalLine: return {Lines[0].x1(), caption.center().y()};
         case TMarkType::HorizontalLine: return {caption.center().x(), Lines[0].y1()};
-        default: return Middle();
+        case TMarkType::Line: return NearestOnLine(caption.center());
+        case TMarkType::Point: break;
         }
+        return Middle();
     }
 
     /// Those beside the mark, then those all over the plot, the nearest first.
@@ -79,6 +81,13 @@ private:
     }
 
     QPointF Middle() const { return (Lines[0].p1() + Lines[0].p2()) / 2; }
+
+    QPointF NearestOnLine(QPointF place) const {
+        const QPointF along = Lines[0].p2() - Lines[0].p1();
+        const double part =
+            QPointF::dotProduct(place - Lines[0].p1(), along) / QPointF::dotProduct(along, along);
+        return Lines[0].pointAt(std::clamp(part, 0.0, 1.0));
+    }
 
     void AddCross(QPointF at) {
         Lines.push_back({at - QPointF(kPointArm, 0), at + QPointF(kPointArm, 0)});

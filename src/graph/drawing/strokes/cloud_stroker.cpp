@@ -165,9 +165,11 @@ void TCloudStroker::TakeSegment(QPointF from, QPointF to) {
     const double beyond = m_width + 2;
     const QRectF reach =
         QRectF(0, 0, m_mask.Width(), m_mask.Height()).adjusted(-beyond, -beyond, beyond, beyond);
-    const auto part = ClippedSegment(from, to, reach);
-    if (!part) return;
-    std::tie(from, to) = *part;
+    if (!reach.contains(from) || !reach.contains(to)) {
+        const auto part = ClippedSegment(from, to, reach);
+        if (!part) return;
+        std::tie(from, to) = *part;
+    }
     const QPointF along = to - from;
     const double length = std::sqrt(QPointF::dotProduct(along, along));
     if (length < kNoLength) return;
@@ -176,13 +178,15 @@ void TCloudStroker::TakeSegment(QPointF from, QPointF to) {
     const double longer = isLevel ? along.x() : along.y();
     const double perStep = length / std::abs(longer);
     const TSlant slant{(isLevel ? along.y() : along.x()) / longer, m_width * perStep,
-                       static_cast<std::uint32_t>(std::fmod(perStep * m_phasePerPixel, kTurn))};
+                       m_isSolid ? 0
+                                 : static_cast<std::uint32_t>(std::fmod(perStep * m_phasePerPixel, kTurn))};
     const bool isBackwards = longer < 0;
     if (isLevel)
         TakeLevel(isBackwards ? to : from, isBackwards ? from : to, slant);
     else
         TakeSteep(isBackwards ? to : from, isBackwards ? from : to, slant);
-    m_phase += static_cast<std::uint32_t>(static_cast<std::int64_t>(length * m_phasePerPixel));
+    if (!m_isSolid)
+        m_phase += static_cast<std::uint32_t>(static_cast<std::int64_t>(length * m_phasePerPixel));
 }
 
 // Columns whose middle lies between the two places.

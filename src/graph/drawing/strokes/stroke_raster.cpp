@@ -168,8 +168,38 @@ private:
         return m_mask.IsWhole(tileRow, static_cast<int>(left), static_cast<int>(right));
     }
 
+    // Rows between the ends of the piece, whose two sides move on by the same step from row to row.
+    void TakePlainBand(int tileRow, int first, int last) {
+        const bool isFirstLeft = m_edges[0].Side > 0;
+        const TEdge& left = m_edges[isFirstLeft ? 0 : 1];
+        const TEdge& right = m_edges[isFirstLeft ? 1 : 0];
+        const double end = m_mask.Width() - 1.0;
+        double from = left.ZeroAt(first);
+        double to = right.ZeroAt(first);
+        int outerLeft = m_mask.Width();
+        int outerRight = -1;
+        std::uint8_t* row = m_mask.Row(first);
+        for (int y = first; y <= last;
+             ++y, from += left.ZeroStep, to += right.ZeroStep, row += m_mask.Stride()) {
+            if (to < 0 || from > end) continue;
+            int x = static_cast<int>(std::max(from, 0.0));
+            const int stop = static_cast<int>(std::min(to, end));
+            outerLeft = std::min(outerLeft, x);
+            outerRight = std::max(outerRight, stop);
+            for (; x <= stop; x += kLanes)
+                CoverBetween(row + x, Rising(left, x - from), left.Lanes, Rising(right, x - to), right.Lanes);
+        }
+        if (outerLeft <= outerRight) m_mask.Touch(tileRow, outerLeft, outerRight, last - first + 1);
+    }
+
+    static std::int16_t Rising(const TEdge& edge, double columns) {
+        return static_cast<std::int16_t>(std::clamp(columns * edge.Across, -kFarInside, kFarInside));
+    }
+
     void TakeBand(int tileRow, int first, int last) {
         if (IsWhole(tileRow, first, last)) return;
+        if (m_edges[0].Side != 0 && IsPlain(first) && IsPlain(last))
+            return TakePlainBand(tileRow, first, last);
         int left = m_mask.Width();
         int right = -1;
         for (int y = first; y <= last; ++y) {

@@ -282,6 +282,26 @@ TEST(DateTicks, LabelsTellTicksApartAtEverySpan) {
             }
 }
 
+TEST(DateTicks, MinorTicksDivideWhatLiesBetweenLabels) {
+    const double minute = 1 / 1440.0;
+    for (const double length : {0.0001, 0.02, 0.7, 3.0, 14.0, 70.0, 300.0})
+        for (int coarseness = 0; coarseness < 8; ++coarseness) {
+            TTickRules rules = Linear(45000, 45000 + length * minute, minute);
+            rules.ShowAsTime = true;
+            rules.DateTickType = TAxis::dt_minute;
+            std::vector<double> since; // the last label
+            for (const TTick& tick : ChooseTicks(rules, 600, coarseness).All) {
+                if (tick.Kind == TTickKind::Minor && since.empty()) continue;
+                since.push_back(tick.Value);
+                if (tick.Kind == TTickKind::Minor) continue;
+                const double part = (since.back() - since.front()) / static_cast<double>(since.size() - 1);
+                for (std::size_t i = 1; i < since.size(); ++i)
+                    EXPECT_NEAR(since[i] - since[i - 1], part, 1e-10) << length << ' ' << coarseness;
+                since = {tick.Value};
+            }
+        }
+}
+
 TEST(DateTicks, MinutesOverDecadesBecomeYears) {
     TTickRules rules = Linear(20000, 45000, 5000);
     rules.ShowAsTime = true;

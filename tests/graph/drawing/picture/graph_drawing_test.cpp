@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -243,6 +244,39 @@ TEST_F(TGraphDrawing, SummariesChangeNothing) {
     EXPECT_EQ(SummaryOf(series), before);
     series.SetPointY(17, 5);
     EXPECT_NE(SummaryOf(series), before);
+}
+
+// What a line covers is kept from picture to picture, and only as long as it is so.
+TEST_F(TGraphDrawing, AKeptCloudIsThatOfItsPointsAxesAndPen) {
+    const auto fill = [](TSeries& series, int factor) {
+        TPointChain points;
+        for (int i = 0; i < 20000; ++i) points.Add(i, i * factor % 10007, {});
+        series.SwapPoints(std::move(points));
+    };
+    TSeries& x = Add({});
+    TSeries& y = Add({});
+    fill(x, 7919);
+    fill(y, 104729);
+    m_graph.Appearance()->SetXAxisSerIndex(1);
+    const auto picture = [&] {
+        m_graph.PrepareForDrawing();
+        QImage image(kPanel.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        DrawGraph(painter, m_graph, kPanel);
+        return image;
+    };
+    const QImage first = picture();
+    EXPECT_EQ(picture(), first);
+    const std::function<void()> changes[] = {
+        [&] { y.SetPointY(5, 60000); }, [&] { x.SetPointY(5, 30000); }, [&] { y.SetLineWidth(4); },
+        [&] { m_graph.XAxis()->SetMax(5000); }, [&] { y.SetLineStyle(TPenStyle::Dot); }};
+    QImage before = first;
+    for (const auto& change : changes) {
+        change();
+        const QImage after = picture();
+        EXPECT_NE(after, before);
+        before = after;
+    }
 }
 
 TEST_F(TGraphDrawing, TheLegendNamesTheDataSetsThatAskForIt) {

@@ -1,6 +1,7 @@
 // What holds for every picture, over random graphs: texts keep off each other and stay inside, and the work
 // of a frame has a limit.
 #include "graph/drawing/picture/drawing.h"
+#include "graph/drawing/picture/graph_layout.h"
 #include "graph/drawing/recording_device.h"
 #include "graph/model/appearance.h"
 #include "graph/model/axis.h"
@@ -11,9 +12,12 @@
 #include <gtest/gtest.h>
 #include <random>
 #include <span>
+#include <vector>
 
 namespace lumoplot {
 namespace {
+
+constexpr TColor kAxes = MakeColor(1, 2, 3); // of axes alone
 
 // A graph with everything that has a text, child graphs included.
 class TRandomGraph {
@@ -40,6 +44,7 @@ private:
         if (m_isTimed) graph.XAxis()->SetShowAsTime(true);
         if (m_isTimed) graph.XAxis()->SetLogScale(false);
         graph.YAxis_Second()->SetShowAxis(Pick(2) == 0);
+        graph.Appearance()->SetAxesColor(kAxes);
         TFontSpec font;
         font.Size = Pick(3) == 0 ? 14 : 9;
         graph.Appearance()->SetLabelFont(font);
@@ -141,17 +146,47 @@ void ExpectApart(std::span<const TRecordedText> texts, const QRectF& page, unsig
     }
 }
 
+bool Crosses(const QRectF& box, const TRecordedLine& line) {
+    const QRectF place = QRectF(line.Points.front(), line.Points.back()).normalized();
+    return place.right() > box.left() && place.left() < box.right() && place.bottom() > box.top() &&
+           place.top() < box.bottom();
+}
+
+// Labels are crossed by no axis, but in the plot, where they have a background as names, captions and notes
+// do.
+void ExpectOffAxes(const TRecordingDevice& device, const QRectF& plot, unsigned seed) {
+    constexpr double kLongerThanATick = 20;
+    for (const TRecordedLine& line : device.LinesIn(ToQColor(kAxes))) {
+        if (QLineF(line.Points.front(), line.Points.back()).length() < kLongerThanATick) continue;
+        for (const TRecordedText& text : device.Record().Texts) {
+            const bool isLabel = text.IsUpright && (text.Text[0].isDigit() || text.Text[0] == QChar(0x2212));
+            const bool isNote = text.Text.contains(QLatin1String("left out"));
+            // What stands beside an upright axis may reach over another one.
+            const bool isLevel = line.Points.front().y() == line.Points.back().y();
+            const QRectF ink = InkOf(text);
+            const bool isInPlot = isLevel ? plot.contains(ink) : plot.intersects(ink);
+            const bool isCrossed = isLabel && !isNote && !isInPlot && Crosses(ink, line);
+            EXPECT_FALSE(isCrossed) << seed << ' ' << text.Text.toStdString();
+        }
+    }
+}
+
 TEST(RandomGraphs, TextsKeepOffEachOtherAndStayInside) {
-    for (unsigned seed = 0; seed < 500; ++seed) {
+    std::vector<unsigned> seeds{10840, 12510, 12882, 13519, 14306, 14867}; // that have shown faults
+    for (unsigned seed = 0; seed < 500; ++seed) seeds.push_back(seed);
+    for (const unsigned seed : seeds) {
         TRandomGraph random(seed);
         PrepareWithChildGraphs(random.Graph);
-        TRecordingDevice parentAlone, device;
+        TRecordingDevice parentAlone, device, layoutDevice;
         QPainter parentPainter(&parentAlone), painter(&device);
         DrawGraph(parentPainter, random.Graph, random.Page, {.ChildGraphs = TChildGraphs::LeaveOut});
         DrawGraph(painter, random.Graph, random.Page);
         const std::span texts(device.Record().Texts);
         const std::size_t ofParent = parentAlone.Record().Texts.size();
         ExpectApart(texts.first(ofParent), random.Page, seed);
+        QPainter layoutPainter(&layoutDevice);
+        const TGraphLayout layout(TCanvas(layoutPainter, TDrawPurpose::Show), random.Graph, random.Page);
+        ExpectOffAxes(parentAlone, layout.Plot(), seed);
         ExpectApart(texts.subspan(ofParent), random.Child, seed);
         const std::size_t work = device.Record().Lines.size() + texts.size() + device.Record().Shapes.size();
         EXPECT_LE(work, random.Child.isNull() ? 3000u : 6000u) << seed;
