@@ -2,6 +2,7 @@
 #include "dialogs/messages/message_box_sink.h"
 #include "dialogs/messages/password_question.h"
 #include "dialogs/messages/progress_window.h"
+#include "host/contrast_style.h"
 #include "host/files/example_file.h"
 #include "host/language.h"
 #include "host/main_window.h"
@@ -116,6 +117,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName(QStringLiteral("Lumoplot"));
     QApplication::setApplicationVersion(QStringLiteral(LUMOPLOT_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/host/icons/lumoplot.svg")));
+    UseContrastStyle();
     const TArguments arguments = ReadArguments(application);
     UseLanguage(arguments.language.isEmpty() ? WantedLanguage() : arguments.language);
     return arguments.shotFolder.isEmpty() ? RunWindow(arguments) : RunShots(arguments);

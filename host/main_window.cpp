@@ -1,5 +1,6 @@
 #include "host/main_window.h"
 
+#include "controls/model_texts.h"
 #include "dialogs/editing/graph_edit_bar.h"
 #include "dialogs/messages/window_place.h"
 #include "host/files/recent_files.h"
@@ -42,7 +43,7 @@ QStringList LocalFiles(const QMimeData& data) {
 /// "Undo load enso.csv"; an ampersand of a name is no key.
 QString WithStep(const QString& verb, const std::string& name) {
     if (name.empty()) return verb;
-    return verb + QLatin1Char(' ') + QString::fromStdString(name).replace(u'&', QStringLiteral("&&"));
+    return verb + QLatin1Char(' ') + InLanguage(name).replace(u'&', QStringLiteral("&&"));
 }
 
 } // namespace
@@ -144,6 +145,9 @@ void TMainWindow::ConnectGraph() {
     connect(m_document.get(), &TGraphDocument::StateChanged, this, &TMainWindow::ShowState);
     // What was said of the state before is not true any more.
     connect(m_document.get(), &TGraphDocument::StateChanged, m_ui->statusBar, &QStatusBar::clearMessage);
+    connect(m_ui->statusBar, &QStatusBar::messageChanged, this, [this](const QString& text) {
+        if (text.isEmpty()) m_ui->statusBar->setToolTip({});
+    });
     connect(m_document.get(), &TGraphDocument::StateChanged, m_readOtherwise, &QToolButton::hide);
     connect(m_readOtherwise, &QToolButton::clicked, this, [this] {
         Guarded([this] { OnReadOtherwise(); });
@@ -171,7 +175,7 @@ void TMainWindow::ShowNoticeSoon() {
 void TMainWindow::ShowNotice() {
     m_noticeIsDue = false;
     QStringList notices;
-    if (m_links->IsFollowing()) notices += QString::fromStdString(m_links->Status());
+    if (m_links->IsFollowing()) notices += InLanguage(m_links->Status());
     if (!m_document->KeepingProblem().isEmpty())
         notices += Shown(tr("Unsaved changes are not kept: %1").arg(m_document->KeepingProblem()));
     for (const auto& series : Graph().Series()) {

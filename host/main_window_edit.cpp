@@ -14,8 +14,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QToolButton>
 
 namespace lumoplot {
@@ -69,10 +71,16 @@ void TMainWindow::TellReading(const QString& fileName) {
     const QString& explanation = m_dataFiles->Explanation();
     if (explanation.isEmpty()) return;
     constexpr int kLongEnoughMs = 15000;
-    m_ui->statusBar->showMessage(explanation, kLongEnoughMs);
     m_openFile = fileName;
     m_readOtherwise->setToolTip(Qt::convertFromPlainText(explanation));
     m_readOtherwise->setVisible(m_dataFiles->IsReadingOpen());
+    QStatusBar& bar = *m_ui->statusBar;
+    const int edges = 3 * fontMetrics().height();
+    const int taken = m_rows->sizeHint().width() +
+                      (m_readOtherwise->isHidden() ? 0 : m_readOtherwise->sizeHint().width()) + edges;
+    bar.showMessage(bar.fontMetrics().elidedText(explanation, Qt::ElideRight, bar.width() - taken),
+                    kLongEnoughMs);
+    bar.setToolTip(Qt::convertFromPlainText(explanation));
 }
 
 /// In the place of what the last step has read.

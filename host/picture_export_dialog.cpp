@@ -1,5 +1,7 @@
 #include "host/picture_export_dialog.h"
 
+#include "controls/return_key.h"
+#include "dialogs/manual_window.h"
 #include "graph/drawing/picture/drawing.h"
 #include "ui_picture_export_dialog.h"
 
@@ -56,6 +58,8 @@ TPictureExportDialog::TPictureExportDialog(QSize size, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::PictureExportDialog>()),
       m_shown(Clamped(size.width()), Clamped(size.height())), m_size(m_shown), m_shape(Shape(m_size)) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("drawing.md"); });
     m_ui->buttons->button(QDialogButtonBox::Save)->setText(tr("&Save…"));
     Recall();
     connect(m_ui->cbx_Place, &QComboBox::currentIndexChanged, this, &TPictureExportDialog::TakePlace);

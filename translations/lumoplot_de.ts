@@ -2,45 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
-    <name />
-    <message>
-        <source>, last: %1</source>
-        <translation>, zuletzt: %1</translation>
-    </message>
-    <message>
-        <source>never saved</source>
-        <translation>nie gespeichert</translation>
-    </message>
-    <message>
-        <source>Left in the data editor, which OK had not closed yet</source>
-        <translation>Aus dem Dateneditor, den noch kein OK geschlossen hatte</translation>
-    </message>
-    <message>
-        <source>File: %1</source>
-        <translation>Datei: %1</translation>
-    </message>
-    <message>
-        <source>Kept: %1 by %2</source>
-        <translation>Gesichert: %1 von %2</translation>
-    </message>
-    <message>
-        <source>Changes: </source>
-        <translation>Änderungen: </translation>
-    </message>
-    <message>
-        <source>With rows of the grid that are no points yet</source>
-        <translation>Mit Zeilen der Tabelle, die noch keine Punkte sind</translation>
-    </message>
-    <message>
-        <source>No data sets</source>
-        <translation>Keine Datensätze</translation>
-    </message>
-    <message>
-        <source>Data sets:</source>
-        <translation>Datensätze:</translation>
-    </message>
-</context>
-<context>
     <name>Files</name>
     <message>
         <source>Graphs (*.ltp);;All files (*)</source>
@@ -460,6 +421,14 @@
         <source>Keep the points that have come and read no more</source>
         <translation>Die gekommenen Punkte behalten und nicht weiterlesen</translation>
     </message>
+    <message>
+        <source>S&amp;heets…</source>
+        <translation>T&amp;abellen…</translation>
+    </message>
+    <message>
+        <source>Type, paste and work out data in a table that data sets follow</source>
+        <translation>Daten in einer Tabelle eingeben, einfügen und berechnen; Datensätze folgen ihr</translation>
+    </message>
 </context>
 <context>
     <name>PictureExportDialog</name>
@@ -606,6 +575,18 @@
         <source>Choose</source>
         <translation>Wählen</translation>
     </message>
+    <message>
+        <source>no points</source>
+        <translation>keine Punkte</translation>
+    </message>
+    <message>
+        <source>%1 points, X from %2 to %3</source>
+        <translation>%1 Punkte, X von %2 bis %3</translation>
+    </message>
+    <message>
+        <source>Graph with %1 data sets</source>
+        <translation>Diagramm mit %1 Datensätzen</translation>
+    </message>
 </context>
 <context>
     <name>RecoveryDialog</name>
@@ -660,6 +641,217 @@
     <message>
         <source>Goes on with the graph as it is shown</source>
         <translation>Macht mit dem gezeigten Diagramm weiter</translation>
+    </message>
+</context>
+<context>
+    <name>SheetWindow</name>
+    <message>
+        <source>Sheets</source>
+        <translation>Tabellen</translation>
+    </message>
+    <message>
+        <source>Cells</source>
+        <translation>Zellen</translation>
+    </message>
+    <message>
+        <source>&amp;Sheet</source>
+        <translation>&amp;Tabelle</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Tool Bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>&amp;New Sheet</source>
+        <translation>&amp;Neue Tabelle</translation>
+    </message>
+    <message>
+        <source>Add an empty sheet</source>
+        <translation>Eine leere Tabelle hinzufügen</translation>
+    </message>
+    <message>
+        <source>Ctrl+N</source>
+        <translation>Ctrl+N</translation>
+    </message>
+    <message>
+        <source>&amp;Rename Sheet…</source>
+        <translation>Tabelle &amp;umbenennen…</translation>
+    </message>
+    <message>
+        <source>Give the sheet another name; data sets that come from it go with it</source>
+        <translation>Der Tabelle einen anderen Namen geben; ihre Datensätze gehen mit</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Sheet</source>
+        <translation>Tabelle &amp;löschen</translation>
+    </message>
+    <message>
+        <source>Delete the sheet; data sets that come from it keep their points</source>
+        <translation>Die Tabelle löschen; ihre Datensätze behalten die Punkte</translation>
+    </message>
+    <message>
+        <source>&amp;Import CSV…</source>
+        <translation>CSV &amp;importieren…</translation>
+    </message>
+    <message>
+        <source>Read a file into a sheet</source>
+        <translation>Eine Datei in eine Tabelle lesen</translation>
+    </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Ctrl+O</translation>
+    </message>
+    <message>
+        <source>&amp;Export CSV…</source>
+        <translation>CSV &amp;exportieren…</translation>
+    </message>
+    <message>
+        <source>Write the sheet as a CSV file</source>
+        <translation>Die Tabelle als CSV-Datei schreiben</translation>
+    </message>
+    <message>
+        <source>Ctrl+E</source>
+        <translation>Ctrl+E</translation>
+    </message>
+    <message>
+        <source>&amp;Plot</source>
+        <translation>&amp;Zeichnen</translation>
+    </message>
+    <message>
+        <source>Plot the chosen columns over the first one; the plot follows the sheet</source>
+        <translation>Die gewählten Spalten über der ersten zeichnen; das Diagramm folgt der Tabelle</translation>
+    </message>
+    <message>
+        <source>Ctrl+P</source>
+        <translation>Ctrl+P</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+    <message>
+        <source>Close the window; the sheets stay</source>
+        <translation>Das Fenster schließen; die Tabellen bleiben</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Take the last step back</source>
+        <translation>Den letzten Schritt zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z</source>
+        <translation>Ctrl+Z</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Do the step again that was taken back last</source>
+        <translation>Den zuletzt zurückgenommenen Schritt wiederholen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+Z</source>
+        <translation>Ctrl+Shift+Z</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy the chosen cells and clear them</source>
+        <translation>Die gewählten Zellen kopieren und leeren</translation>
+    </message>
+    <message>
+        <source>Ctrl+X</source>
+        <translation>Ctrl+X</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the chosen cells</source>
+        <translation>Die gewählten Zellen kopieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation>Ctrl+C</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Put the copied cells here</source>
+        <translation>Die kopierten Zellen hier einfügen</translation>
+    </message>
+    <message>
+        <source>Ctrl+V</source>
+        <translation>Ctrl+V</translation>
+    </message>
+    <message>
+        <source>C&amp;lear</source>
+        <translation>&amp;Leeren</translation>
+    </message>
+    <message>
+        <source>Clear the chosen cells</source>
+        <translation>Die gewählten Zellen leeren</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>Del</translation>
+    </message>
+    <message>
+        <source>&amp;Insert Rows</source>
+        <translation>&amp;Zeilen einfügen</translation>
+    </message>
+    <message>
+        <source>Insert as many rows as are chosen</source>
+        <translation>So viele Zeilen einfügen, wie gewählt sind</translation>
+    </message>
+    <message>
+        <source>Ctrl++</source>
+        <translation>Ctrl++</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Rows</source>
+        <translation>Zeilen l&amp;öschen</translation>
+    </message>
+    <message>
+        <source>Delete the chosen rows</source>
+        <translation>Die gewählten Zeilen löschen</translation>
+    </message>
+    <message>
+        <source>Ctrl+-</source>
+        <translation>Ctrl+-</translation>
+    </message>
+    <message>
+        <source>In&amp;sert Column</source>
+        <translation>&amp;Spalte einfügen</translation>
+    </message>
+    <message>
+        <source>Insert a column</source>
+        <translation>Eine Spalte einfügen</translation>
+    </message>
+    <message>
+        <source>Delete C&amp;olumns</source>
+        <translation>S&amp;palten löschen</translation>
+    </message>
+    <message>
+        <source>Delete the chosen columns</source>
+        <translation>Die gewählten Spalten löschen</translation>
     </message>
 </context>
 <context>
@@ -957,10 +1149,6 @@
     <message>
         <source>Replace with:</source>
         <translation>Ersetzen durch:</translation>
-    </message>
-    <message>
-        <source>Weights</source>
-        <translation>Gewichte</translation>
     </message>
     <message>
         <source>Weigh the points by their errors (1/σ²)</source>
@@ -1355,6 +1543,10 @@
     <message>
         <source>First rows</source>
         <translation>Erste Zeilen</translation>
+    </message>
+    <message>
+        <source>E&amp;rrors:</source>
+        <translation>&amp;Fehler:</translation>
     </message>
 </context>
 <context>
@@ -2145,7 +2337,7 @@
     </message>
     <message>
         <source>D&amp;ates:</source>
-        <translation>D&amp;aten:</translation>
+        <translation>Date&amp;n:</translation>
     </message>
     <message>
         <source>The order of the parts of dates</source>
@@ -2189,11 +2381,19 @@
     </message>
     <message>
         <source>&amp;Header rows:</source>
-        <translation>&amp;Kopfzeilen:</translation>
+        <translation>Kopf&amp;zeilen:</translation>
     </message>
     <message>
         <source>Rows in front of the data</source>
         <translation>Zeilen vor den Daten</translation>
+    </message>
+    <message>
+        <source>Shee&amp;t:</source>
+        <translation>Ta&amp;belle:</translation>
+    </message>
+    <message>
+        <source>The sheet of the file that is read</source>
+        <translation>Die Tabelle der Datei, die gelesen wird</translation>
     </message>
 </context>
 <context>
@@ -2560,6 +2760,18 @@
     <message>
         <source>As many rows as the number of points in the plot asks for</source>
         <translation>So viele Zeilen, wie die Zahl der Punkte im Bild verlangt</translation>
+    </message>
+    <message>
+        <source>Errors:</source>
+        <translation>Fehler:</translation>
+    </message>
+    <message>
+        <source>Errors of Y</source>
+        <translation>Fehler von Y</translation>
+    </message>
+    <message>
+        <source>The column with the standard errors of Y, which are drawn as error bars</source>
+        <translation>Die Spalte mit den Standardfehlern von Y, die als Fehlerbalken gezeichnet werden</translation>
     </message>
 </context>
 <context>
@@ -2974,8 +3186,8 @@
         <translation>Prozent</translation>
     </message>
     <message>
-        <source>'</source>
-        <translation>'</translation>
+        <source>&apos;</source>
+        <translation>&apos;</translation>
     </message>
     <message>
         <source>delimiter for string constants</source>
@@ -3427,6 +3639,14 @@
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
     </message>
+    <message>
+        <source>E&amp;rrors of Y:</source>
+        <translation>&amp;Fehler von Y:</translation>
+    </message>
+    <message>
+        <source>The column with the standard errors of Y, which are drawn as error bars; Auto takes for each Y column the one that is named after it</source>
+        <translation>Die Spalte mit den Standardfehlern von Y, die als Fehlerbalken gezeichnet werden; Auto nimmt für jede Y-Spalte die nach ihr benannte</translation>
+    </message>
 </context>
 <context>
     <name>TxyMark</name>
@@ -3654,7 +3874,10 @@
     </message>
     <message numerus="yes">
         <source>The baseline goes through %n places.</source>
-        <translation><numerusform>Die Basislinie geht durch %n Stellen.</numerusform><numerusform>Die Basislinie geht durch %n Stellen.</numerusform></translation>
+        <translation>
+            <numerusform>Die Basislinie geht durch %n Stellen.</numerusform>
+            <numerusform>Die Basislinie geht durch %n Stellen.</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 baseline</source>
@@ -3991,10 +4214,6 @@
         <translation>&amp;Peaks…</translation>
     </message>
     <message>
-        <source>List the peaks of the current data set</source>
-        <translation>Die Peaks des aktuellen Datensatzes auflisten</translation>
-    </message>
-    <message>
         <source>P&amp;anels</source>
         <translation>&amp;Teilbilder</translation>
     </message>
@@ -4014,6 +4233,14 @@
         <source>follow %1</source>
         <translation>%1 verfolgen</translation>
     </message>
+    <message>
+        <source>plot %1</source>
+        <translation>%1 zeichnen</translation>
+    </message>
+    <message>
+        <source>List the peaks of the current data set, mark and fit them</source>
+        <translation>Die Peaks des aktuellen Datensatzes auflisten, markieren und anpassen</translation>
+    </message>
 </context>
 <context>
     <name>lumoplot::TMarksSheet</name>
@@ -4032,6 +4259,573 @@
     <message>
         <source>&amp;Delete Mark</source>
         <translation>Marke &amp;löschen</translation>
+    </message>
+</context>
+<context>
+    <name>lumoplot::TModelTexts</name>
+    <message>
+        <source>errors of Y of %1</source>
+        <translation>Fehler von Y von %1</translation>
+    </message>
+    <message>
+        <source>rename to %1</source>
+        <translation>Umbenennen in %1</translation>
+    </message>
+    <message>
+        <source>load %1</source>
+        <translation>%1 laden</translation>
+    </message>
+    <message>
+        <source>recover</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>add data set</source>
+        <translation>Datensatz hinzufügen</translation>
+    </message>
+    <message>
+        <source>delete data set %1</source>
+        <translation>Datensatz %1 löschen</translation>
+    </message>
+    <message>
+        <source>duplicate %1</source>
+        <translation>%1 duplizieren</translation>
+    </message>
+    <message>
+        <source>move %1 to the front</source>
+        <translation>%1 nach vorn</translation>
+    </message>
+    <message>
+        <source>sort data sets</source>
+        <translation>Datensätze sortieren</translation>
+    </message>
+    <message>
+        <source>reverse data sets</source>
+        <translation>Datensätze umkehren</translation>
+    </message>
+    <message>
+        <source>fit of %1: %2</source>
+        <translation>Anpassung von %1: %2</translation>
+    </message>
+    <message>
+        <source>generate %1 points</source>
+        <translation>%1 Punkte erzeugen</translation>
+    </message>
+    <message>
+        <source>function of %1: %2</source>
+        <translation>Funktion von %1: %2</translation>
+    </message>
+    <message>
+        <source>function of %1</source>
+        <translation>Funktion von %1</translation>
+    </message>
+    <message>
+        <source>X format of %1</source>
+        <translation>X-Format von %1</translation>
+    </message>
+    <message>
+        <source>set values of %1</source>
+        <translation>Werte setzen von %1</translation>
+    </message>
+    <message>
+        <source>edit points</source>
+        <translation>Punkte bearbeiten</translation>
+    </message>
+    <message>
+        <source>paste points</source>
+        <translation>Punkte einfügen</translation>
+    </message>
+    <message>
+        <source>insert rows</source>
+        <translation>Zeilen einfügen</translation>
+    </message>
+    <message>
+        <source>delete rows</source>
+        <translation>Zeilen löschen</translation>
+    </message>
+    <message>
+        <source>clear cells</source>
+        <translation>Zellen leeren</translation>
+    </message>
+    <message>
+        <source>apply filter to %1</source>
+        <translation>%1 filtern</translation>
+    </message>
+    <message>
+        <source>new sheet</source>
+        <translation>neue Tabelle</translation>
+    </message>
+    <message>
+        <source>rename sheet %1</source>
+        <translation>Tabelle %1 umbenennen</translation>
+    </message>
+    <message>
+        <source>delete sheet %1</source>
+        <translation>Tabelle %1 löschen</translation>
+    </message>
+    <message>
+        <source>add point to %1</source>
+        <translation>Punkt zu %1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>move point of %1</source>
+        <translation>Punkt von %1 verschieben</translation>
+    </message>
+    <message>
+        <source>delete point of %1</source>
+        <translation>Punkt von %1 löschen</translation>
+    </message>
+    <message>
+        <source>regression of %1</source>
+        <translation>Regression von %1</translation>
+    </message>
+    <message>
+        <source>regression line of %1</source>
+        <translation>Regressionslinie von %1</translation>
+    </message>
+    <message>
+        <source>regression colour of %1</source>
+        <translation>Regressionsfarbe von %1</translation>
+    </message>
+    <message>
+        <source>bounds of %1</source>
+        <translation>Grenzen von %1</translation>
+    </message>
+    <message>
+        <source>bounds colour of %1</source>
+        <translation>Grenzenfarbe von %1</translation>
+    </message>
+    <message>
+        <source>automatic name of %1</source>
+        <translation>automatischer Name von %1</translation>
+    </message>
+    <message>
+        <source>show all data sets with %1</source>
+        <translation>alle Datensätze mit %1 zeigen</translation>
+    </message>
+    <message>
+        <source>hide others than %1</source>
+        <translation>andere als %1 verbergen</translation>
+    </message>
+    <message>
+        <source>show %1</source>
+        <translation>%1 zeigen</translation>
+    </message>
+    <message>
+        <source>hide %1</source>
+        <translation>%1 verbergen</translation>
+    </message>
+    <message>
+        <source>Y axis of %1</source>
+        <translation>Y-Achse von %1</translation>
+    </message>
+    <message>
+        <source>automatic baseline of %1</source>
+        <translation>automatische Basislinie von %1</translation>
+    </message>
+    <message>
+        <source>baseline of %1</source>
+        <translation>Basislinie von %1</translation>
+    </message>
+    <message>
+        <source>slope of %1</source>
+        <translation>Steigung von %1</translation>
+    </message>
+    <message>
+        <source>baseline from mark of %1</source>
+        <translation>Basislinie aus Marke von %1</translation>
+    </message>
+    <message>
+        <source>point shape of %1</source>
+        <translation>Punktform von %1</translation>
+    </message>
+    <message>
+        <source>line style of %1</source>
+        <translation>Linienart von %1</translation>
+    </message>
+    <message>
+        <source>filling of points of %1</source>
+        <translation>Füllung der Punkte von %1</translation>
+    </message>
+    <message>
+        <source>point size of %1</source>
+        <translation>Punktgröße von %1</translation>
+    </message>
+    <message>
+        <source>point border of %1</source>
+        <translation>Punktrand von %1</translation>
+    </message>
+    <message>
+        <source>line width of %1</source>
+        <translation>Linienbreite von %1</translation>
+    </message>
+    <message>
+        <source>point colour of %1</source>
+        <translation>Punktfarbe von %1</translation>
+    </message>
+    <message>
+        <source>line colour of %1</source>
+        <translation>Linienfarbe von %1</translation>
+    </message>
+    <message>
+        <source>style of %1 data sets from %2</source>
+        <translation>Stil von %1 Datensätzen nach %2</translation>
+    </message>
+    <message>
+        <source>kind of source of %1</source>
+        <translation>Art der Quelle von %1</translation>
+    </message>
+    <message>
+        <source>source of %1</source>
+        <translation>Quelle von %1</translation>
+    </message>
+    <message>
+        <source>data directory of %1</source>
+        <translation>Datenordner von %1</translation>
+    </message>
+    <message>
+        <source>choose source of %1</source>
+        <translation>Quelle wählen von %1</translation>
+    </message>
+    <message>
+        <source>reload %1</source>
+        <translation>%1 neu laden</translation>
+    </message>
+    <message>
+        <source>reading of %1</source>
+        <translation>Lesart von %1</translation>
+    </message>
+    <message>
+        <source>keep all points of %1</source>
+        <translation>alle Punkte behalten von %1</translation>
+    </message>
+    <message>
+        <source>text options of %1</source>
+        <translation>Textoptionen von %1</translation>
+    </message>
+    <message>
+        <source>fit of %1</source>
+        <translation>Anpassung von %1</translation>
+    </message>
+    <message>
+        <source>fit %1</source>
+        <translation>%1 anpassen</translation>
+    </message>
+    <message>
+        <source>curve of %1</source>
+        <translation>Kurve von %1</translation>
+    </message>
+    <message>
+        <source>curve width</source>
+        <translation>Kurvenbreite</translation>
+    </message>
+    <message>
+        <source>curve colour</source>
+        <translation>Kurvenfarbe</translation>
+    </message>
+    <message>
+        <source>better minimum of %1</source>
+        <translation>besseres Minimum von %1</translation>
+    </message>
+    <message>
+        <source>generate points of %1</source>
+        <translation>Punkte erzeugen von %1</translation>
+    </message>
+    <message>
+        <source>start values of %1</source>
+        <translation>Startwerte von %1</translation>
+    </message>
+    <message>
+        <source>minimum of %1</source>
+        <translation>Minimum von %1</translation>
+    </message>
+    <message>
+        <source>data sets of parameters</source>
+        <translation>Datensätze von Parametern</translation>
+    </message>
+    <message>
+        <source>fits of data sets</source>
+        <translation>Anpassungen von Datensätzen</translation>
+    </message>
+    <message>
+        <source>edit fit of %1</source>
+        <translation>Anpassung bearbeiten von %1</translation>
+    </message>
+    <message>
+        <source>make %1 manual</source>
+        <translation>%1 von Hand bearbeiten</translation>
+    </message>
+    <message>
+        <source>Undone: %1</source>
+        <translation>Zurückgenommen: %1</translation>
+    </message>
+    <message>
+        <source>Redone: %1</source>
+        <translation>Wiederholt: %1</translation>
+    </message>
+    <message>
+        <source>Discard the changes?</source>
+        <translation>Die Änderungen verwerfen?</translation>
+    </message>
+    <message>
+        <source>Discard the changes?
+%1 step: %2</source>
+        <translation>Die Änderungen verwerfen?
+%1 Schritt: %2</translation>
+    </message>
+    <message>
+        <source>Discard the changes?
+%1 steps, last: %2</source>
+        <translation>Die Änderungen verwerfen?
+%1 Schritte, zuletzt: %2</translation>
+    </message>
+    <message>
+        <source>There is no DataSet selected</source>
+        <translation>Kein Datensatz ist gewählt</translation>
+    </message>
+    <message>
+        <source>Delete DataSet  &quot;%1&quot;  permanently?</source>
+        <translation>Datensatz „%1“ endgültig löschen?</translation>
+    </message>
+    <message>
+        <source>File &quot;%1&quot; exists. Overwrite?</source>
+        <translation>Die Datei „%1“ gibt es schon. Überschreiben?</translation>
+    </message>
+    <message>
+        <source>Data from Current DataSet Will be lost, Continue?</source>
+        <translation>Die Daten des aktuellen Datensatzes gehen verloren. Fortfahren?</translation>
+    </message>
+    <message>
+        <source>Clear All Marks?</source>
+        <translation>Alle Marken löschen?</translation>
+    </message>
+    <message>
+        <source>Fail to Apply Filter</source>
+        <translation>Der Filter konnte nicht angewandt werden</translation>
+    </message>
+    <message>
+        <source>The points are those of the curve now: their errors of Y are gone.</source>
+        <translation>Die Punkte sind jetzt die der Kurve: ihre Fehler von Y sind weg.</translation>
+    </message>
+    <message>
+        <source>The points are others now: their errors of Y are gone.</source>
+        <translation>Die Punkte sind jetzt andere: ihre Fehler von Y sind weg.</translation>
+    </message>
+    <message>
+        <source>Can not read file %1</source>
+        <translation>Die Datei %1 kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>Can not save to file %1</source>
+        <translation>In die Datei %1 kann nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>Can not open file %1</source>
+        <translation>Die Datei %1 kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Stream read Error</source>
+        <translation>Lesefehler im Datenstrom</translation>
+    </message>
+    <message>
+        <source>The recovery file is damaged</source>
+        <translation>Die Wiederherstellungsdatei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>Not a valid graph file</source>
+        <translation>Keine gültige Diagrammdatei</translation>
+    </message>
+    <message>
+        <source>Not a valid graph file: %1</source>
+        <translation>Keine gültige Diagrammdatei: %1</translation>
+    </message>
+    <message>
+        <source>Wrong Graph version</source>
+        <translation>Falsche Version des Diagramms</translation>
+    </message>
+    <message>
+        <source>Wrong File Format!</source>
+        <translation>Falsches Dateiformat!</translation>
+    </message>
+    <message>
+        <source>%1 is not a data-set file. Choose one that was exported as .lds</source>
+        <translation>%1 ist keine Datensatzdatei. Eine wählen, die als .lds exportiert wurde</translation>
+    </message>
+    <message>
+        <source>%1 is not a function file. Choose one that was saved as .lfn</source>
+        <translation>%1 ist keine Funktionsdatei. Eine wählen, die als .lfn gespeichert wurde</translation>
+    </message>
+    <message>
+        <source>There are no points</source>
+        <translation>Es gibt keine Punkte</translation>
+    </message>
+    <message>
+        <source>There are no points to fit</source>
+        <translation>Es gibt keine Punkte zum Anpassen</translation>
+    </message>
+    <message>
+        <source>There are no points between the margins</source>
+        <translation>Zwischen den Rändern liegen keine Punkte</translation>
+    </message>
+    <message>
+        <source>There is no equation to fit</source>
+        <translation>Es gibt keine Gleichung zum Anpassen</translation>
+    </message>
+    <message>
+        <source>There is no equation to generate points from</source>
+        <translation>Es gibt keine Gleichung, um Punkte zu erzeugen</translation>
+    </message>
+    <message>
+        <source>There are fewer points than varied parameters</source>
+        <translation>Es gibt weniger Punkte als freie Parameter</translation>
+    </message>
+    <message>
+        <source>No parameter is varied</source>
+        <translation>Kein Parameter ist frei</translation>
+    </message>
+    <message>
+        <source>All X are equal</source>
+        <translation>Alle X sind gleich</translation>
+    </message>
+    <message>
+        <source>All Y are equal</source>
+        <translation>Alle Y sind gleich</translation>
+    </message>
+    <message>
+        <source>There is no formula</source>
+        <translation>Es gibt keine Formel</translation>
+    </message>
+    <message>
+        <source>Unequal brackets</source>
+        <translation>Ungleiche Klammern</translation>
+    </message>
+    <message>
+        <source>Unknown name %1</source>
+        <translation>Unbekannter Name %1</translation>
+    </message>
+    <message>
+        <source>Syntax error in expression %1</source>
+        <translation>Syntaxfehler im Ausdruck %1</translation>
+    </message>
+    <message>
+        <source>Too many arguments</source>
+        <translation>Zu viele Argumente</translation>
+    </message>
+    <message>
+        <source>Can not find operand/function</source>
+        <translation>Operand oder Funktion nicht gefunden</translation>
+    </message>
+    <message>
+        <source>The printer can not be used</source>
+        <translation>Der Drucker kann nicht benutzt werden</translation>
+    </message>
+    <message>
+        <source>No point lies in the range</source>
+        <translation>Kein Punkt liegt im Bereich</translation>
+    </message>
+    <message>
+        <source>The range ends before it begins</source>
+        <translation>Der Bereich endet, bevor er beginnt</translation>
+    </message>
+    <message>
+        <source>Both numbers are needed</source>
+        <translation>Beide Zahlen werden gebraucht</translation>
+    </message>
+    <message>
+        <source>A factor must not be 0</source>
+        <translation>Ein Faktor darf nicht 0 sein</translation>
+    </message>
+    <message>
+        <source>A baseline needs two points or more</source>
+        <translation>Eine Basislinie braucht zwei oder mehr Punkte</translation>
+    </message>
+    <message>
+        <source>Two points of the baseline have the same X</source>
+        <translation>Zwei Punkte der Basislinie haben dasselbe X</translation>
+    </message>
+    <message>
+        <source>The number of neighbours must be odd</source>
+        <translation>Die Zahl der Nachbarn muss ungerade sein</translation>
+    </message>
+    <message>
+        <source>The degree must be below the number of neighbours</source>
+        <translation>Der Grad muss unter der Zahl der Nachbarn liegen</translation>
+    </message>
+    <message>
+        <source>There is no data set on the clipboard</source>
+        <translation>In der Zwischenablage ist kein Datensatz</translation>
+    </message>
+    <message>
+        <source>There is no peak to fit</source>
+        <translation>Es gibt keinen Peak zum Anpassen</translation>
+    </message>
+    <message>
+        <source>A panel of its own needs a second data set in the graph</source>
+        <translation>Ein eigenes Feld braucht einen zweiten Datensatz im Diagramm</translation>
+    </message>
+    <message>
+        <source>The standard error of Y must be a number above 0</source>
+        <translation>Der Standardfehler von Y muss eine Zahl über 0 sein</translation>
+    </message>
+    <message>
+        <source>The percentage of Y must be a number above 0</source>
+        <translation>Der Prozentsatz von Y muss eine Zahl über 0 sein</translation>
+    </message>
+    <message>
+        <source>There is nothing to follow: name a file, a pipe or a line</source>
+        <translation>Es gibt nichts zu verfolgen: eine Datei, eine Pipe oder eine Leitung nennen</translation>
+    </message>
+    <message>
+        <source>Following %1: %2 rows</source>
+        <translation>Folgt %1: %2 Zeilen</translation>
+    </message>
+    <message>
+        <source>Following %1: no rows with numbers yet</source>
+        <translation>Folgt %1: noch keine Zeilen mit Zahlen</translation>
+    </message>
+    <message>
+        <source>Ended: %1</source>
+        <translation>Beendet: %1</translation>
+    </message>
+    <message>
+        <source>Paused: %1</source>
+        <translation>Angehalten: %1</translation>
+    </message>
+    <message>
+        <source>%1. Trying again in %2 s</source>
+        <translation>%1. Neuer Versuch in %2 s</translation>
+    </message>
+    <message>
+        <source>%1 is not a valid floating point value</source>
+        <translation>%1 ist keine gültige Zahl</translation>
+    </message>
+    <message>
+        <source>X is empty</source>
+        <translation>X ist leer</translation>
+    </message>
+    <message>
+        <source>Y is empty</source>
+        <translation>Y ist leer</translation>
+    </message>
+    <message>
+        <source>X must be a finite number</source>
+        <translation>X muss eine endliche Zahl sein</translation>
+    </message>
+    <message>
+        <source>The error of Y must be a number above 0</source>
+        <translation>Der Fehler von Y muss eine Zahl über 0 sein</translation>
+    </message>
+    <message>
+        <source>Row %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>row %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>No sheet is offered by the application that holds this graph</source>
+        <translation>Das Programm mit diesem Diagramm bietet keine Tabelle an</translation>
     </message>
 </context>
 <context>
@@ -4164,12 +4958,110 @@ Die Datei: %2</translation>
         <source>%1 steps</source>
         <translation>%1 Schritte</translation>
     </message>
+    <message>
+        <source>, last: %1</source>
+        <translation>, zuletzt: %1</translation>
+    </message>
+    <message>
+        <source>never saved</source>
+        <translation>nie gespeichert</translation>
+    </message>
+    <message>
+        <source>Left in the data editor, which OK had not closed yet</source>
+        <translation>Aus dem Dateneditor, den noch kein OK geschlossen hatte</translation>
+    </message>
+    <message>
+        <source>File: %1</source>
+        <translation>Datei: %1</translation>
+    </message>
+    <message>
+        <source>Kept: %1 by %2</source>
+        <translation>Gesichert: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Changes: </source>
+        <translation>Änderungen: </translation>
+    </message>
+    <message>
+        <source>With rows of the grid that are no points yet</source>
+        <translation>Mit Zeilen der Tabelle, die noch keine Punkte sind</translation>
+    </message>
+    <message>
+        <source>No data sets</source>
+        <translation>Keine Datensätze</translation>
+    </message>
+    <message>
+        <source>Data sets:</source>
+        <translation>Datensätze:</translation>
+    </message>
 </context>
 <context>
     <name>lumoplot::TRecoveryWriter</name>
     <message>
         <source>%1 (%2 points)</source>
         <translation>%1 (%2 Punkte)</translation>
+    </message>
+</context>
+<context>
+    <name>lumoplot::TSheetModel</name>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>edit sheet</source>
+        <translation>Tabelle bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>lumoplot::TSheetWindow</name>
+    <message>
+        <source>insert rows</source>
+        <translation>Zeilen einfügen</translation>
+    </message>
+    <message>
+        <source>delete rows</source>
+        <translation>Zeilen löschen</translation>
+    </message>
+    <message>
+        <source>insert column</source>
+        <translation>Spalte einfügen</translation>
+    </message>
+    <message>
+        <source>delete columns</source>
+        <translation>Spalten löschen</translation>
+    </message>
+    <message>
+        <source>Rename Sheet</source>
+        <translation>Tabelle umbenennen</translation>
+    </message>
+    <message>
+        <source>Name of the sheet:</source>
+        <translation>Name der Tabelle:</translation>
+    </message>
+    <message>
+        <source>Import CSV</source>
+        <translation>CSV importieren</translation>
+    </message>
+    <message>
+        <source>import %1</source>
+        <translation>%1 importieren</translation>
+    </message>
+    <message>
+        <source>Export CSV</source>
+        <translation>CSV exportieren</translation>
+    </message>
+    <message>
+        <source>paste cells</source>
+        <translation>Zellen einfügen</translation>
+    </message>
+    <message>
+        <source>clear cells</source>
+        <translation>Zellen leeren</translation>
+    </message>
+    <message>
+        <source>CSV and text (*.csv *.txt *.tsv);;All files (*)</source>
+        <translation>CSV und Text (*.csv *.txt *.tsv);;Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -4241,7 +5133,7 @@ Die Datei: %2</translation>
         <translation>Das Band liegt über jeder Frequenz der Abtastwerte.</translation>
     </message>
     <message>
-        <source> Warning: that is no signal any more; switch "Normalize Output" off.</source>
+        <source> Warning: that is no signal any more; switch &quot;Normalize Output&quot; off.</source>
         <translation> Warnung: Das ist kein Signal mehr; schalten Sie „Ausgabe normieren“ aus.</translation>
     </message>
     <message>
@@ -4867,6 +5759,1022 @@ Die Datei: %2</translation>
     <message>
         <source>Fit a sum of the selected peaks, or of all, on a baseline</source>
         <translation>Die Summe der gewählten oder aller Peaks auf einer Basislinie anpassen</translation>
+    </message>
+    <message>
+        <source>Compare Procedures for %1</source>
+        <translation>Verfahren vergleichen für %1</translation>
+    </message>
+    <message>
+        <source>All four procedures run from the values as they are and from scattered starts.</source>
+        <translation>Alle vier Verfahren laufen von den jetzigen Werten und von gestreuten Startwerten aus.</translation>
+    </message>
+    <message>
+        <source>No run has converged.</source>
+        <translation>Kein Lauf ist konvergiert.</translation>
+    </message>
+    <message>
+        <source>The points have no standard errors. A column, a constant, a percentage or counting statistics give them some: page General, Errors of Y.</source>
+        <translation>Die Punkte haben keine Standardfehler. Eine Spalte, eine Konstante, ein Prozentsatz oder die Zählstatistik geben ihnen welche: Seite Allgemein, Fehler von Y.</translation>
+    </message>
+    <message>
+        <source>Points without a standard error above 0 are left out and counted.</source>
+        <translation>Punkte ohne einen Standardfehler über 0 werden ausgelassen und gezählt.</translation>
+    </message>
+    <message>
+        <source>Points far off the curve lose weight; those that count for little are ringed in the plot.</source>
+        <translation>Punkte weit neben der Kurve verlieren Gewicht; die, die wenig zählen, sind im Bild eingekreist.</translation>
+    </message>
+    <message>
+        <source>Choose a Curve Fitting Status to draw a function</source>
+        <translation>Einen Anpassungsstatus wählen, um eine Funktion zu zeichnen</translation>
+    </message>
+    <message>
+        <source>The function has names without a value</source>
+        <translation>Die Funktion hat Namen ohne Wert</translation>
+    </message>
+    <message>
+        <source>LumoPlot Curve Fitting Settings</source>
+        <translation>LumoPlot-Einstellungen der Kurvenanpassung</translation>
+    </message>
+    <message>
+        <source>y = %1, from the start values of %2.</source>
+        <translation>y = %1, von den Startwerten von %2 aus.</translation>
+    </message>
+    <message>
+        <source>Fit Result of %1</source>
+        <translation>Ergebnis der Anpassung von %1</translation>
+    </message>
+    <message>
+        <source>Save Report</source>
+        <translation>Bericht speichern</translation>
+    </message>
+    <message>
+        <source>Page (*.html)</source>
+        <translation>Seite (*.html)</translation>
+    </message>
+    <message>
+        <source>Text (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>No function has all of these words.</source>
+        <translation>Keine Funktion hat alle diese Wörter.</translation>
+    </message>
+    <message>
+        <source>Profile: deviation by value</source>
+        <translation>Profil: Abweichung über dem Wert</translation>
+    </message>
+    <message>
+        <source>Press Profiles</source>
+        <translation>„Profile“ drücken</translation>
+    </message>
+    <message>
+        <source>Bootstrap: resamples by value</source>
+        <translation>Bootstrap: Ziehungen über dem Wert</translation>
+    </message>
+    <message>
+        <source>Bootstrap: %1 resamples by value</source>
+        <translation>Bootstrap: %1 Ziehungen über dem Wert</translation>
+    </message>
+    <message>
+        <source>Press Bootstrap</source>
+        <translation>„Bootstrap“ drücken</translation>
+    </message>
+    <message>
+        <source>DataSet Files (*.lds)|*.lds; *.LDS</source>
+        <translation>Datensatzdateien (*.lds)|*.lds; *.LDS</translation>
+    </message>
+    <message>
+        <source>LumoPlot DataSet (*.lds)|*.lds;*.LDS|ASCII Data File (*.dat)|*.dat;*.DAT</source>
+        <translation>LumoPlot-Datensatz (*.lds)|*.lds;*.LDS|ASCII-Datendatei (*.dat)|*.dat;*.DAT</translation>
+    </message>
+    <message>
+        <source>Choose the source file</source>
+        <translation>Die Quelldatei wählen</translation>
+    </message>
+    <message>
+        <source>Follows %1</source>
+        <translation>Folgt %1</translation>
+    </message>
+    <message>
+        <source>Keeps the last %L1 rows</source>
+        <translation>Behält die letzten %L1 Zeilen</translation>
+    </message>
+    <message>
+        <source>Keeps the rows of the last %L1 seconds</source>
+        <translation>Behält die Zeilen der letzten %L1 Sekunden</translation>
+    </message>
+    <message>
+        <source>Rows go on to come when the editor has closed. Choose… changes what is followed.</source>
+        <translation>Zeilen kommen weiter, wenn der Editor geschlossen ist. Wählen… ändert, was verfolgt wird.</translation>
+    </message>
+    <message>
+        <source>%1 points so far.</source>
+        <translation>Bisher %1 Punkte.</translation>
+    </message>
+    <message>
+        <source>A data-set file (.lds) brings all its points and all settings of its data set: name, style, baseline, regression and fit.</source>
+        <translation>Eine Datensatzdatei (.lds) bringt alle Punkte und alle Einstellungen ihres Datensatzes mit: Name, Stil, Basislinie, Regression und Anpassung.</translation>
+    </message>
+    <message>
+        <source>No sheet is offered by the application that has opened this editor.</source>
+        <translation>Das Programm, das diesen Editor geöffnet hat, bietet keine Tabelle an.</translation>
+    </message>
+    <message>
+        <source>%1 points loaded.</source>
+        <translation>%1 Punkte geladen.</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Tabelle: %1</translation>
+    </message>
+    <message>
+        <source>row number</source>
+        <translation>Zeilennummer</translation>
+    </message>
+    <message>
+        <source>Choose a table of a database.</source>
+        <translation>Eine Tabelle einer Datenbank wählen.</translation>
+    </message>
+    <message>
+        <source>Choose a sheet.</source>
+        <translation>Eine Tabelle wählen.</translation>
+    </message>
+    <message>
+        <source>Choose a text file, or drop one here.</source>
+        <translation>Eine Textdatei wählen oder hier ablegen.</translation>
+    </message>
+    <message>
+        <source>Auto (%1)</source>
+        <translation>Auto (%1)</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Row number</source>
+        <translation>Zeilennummer</translation>
+    </message>
+    <message>
+        <source>By rule</source>
+        <translation>Nach Regel</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Suggested: </source>
+        <translation>Vorschlag: </translation>
+    </message>
+    <message>
+        <source>Auto: </source>
+        <translation>Auto: </translation>
+    </message>
+    <message>
+        <source>(none)</source>
+        <translation>(keine)</translation>
+    </message>
+    <message>
+        <source>(row number)</source>
+        <translation>(Zeilennummer)</translation>
+    </message>
+    <message>
+        <source>S&amp;top</source>
+        <translation>&amp;Unterbrechen</translation>
+    </message>
+    <message>
+        <source>Waiting for the database…</source>
+        <translation>Warten auf die Datenbank…</translation>
+    </message>
+    <message>
+        <source>Stopped: nothing was read.</source>
+        <translation>Unterbrochen: nichts wurde gelesen.</translation>
+    </message>
+    <message>
+        <source>Choose a database file</source>
+        <translation>Eine Datenbankdatei wählen</translation>
+    </message>
+    <message>
+        <source>Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb)</source>
+        <translation>Datenbanken (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Save Connection</source>
+        <translation>Verbindung speichern</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>No column of it holds numbers or dates.</source>
+        <translation>Keine ihrer Spalten enthält Zahlen oder Daten.</translation>
+    </message>
+    <message>
+        <source>Data set &quot;%1&quot; with %2 points.
+
+It brings all settings of its data set: name, style, baseline, regression and fit.</source>
+        <translation>Datensatz „%1“ mit %2 Punkten.
+
+Er bringt alle Einstellungen seines Datensatzes mit: Name, Stil, Basislinie, Regression und Anpassung.</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Check the Y columns to read.</source>
+        <translation>Die Y-Spalten ankreuzen, die gelesen werden.</translation>
+    </message>
+    <message>
+        <source>%1 data sets will be read.</source>
+        <translation>%1 Datensätze werden gelesen.</translation>
+    </message>
+    <message>
+        <source>In this graph</source>
+        <translation>In diesem Diagramm</translation>
+    </message>
+    <message>
+        <source>Sheets</source>
+        <translation>Tabellen</translation>
+    </message>
+    <message>
+        <source>In %1</source>
+        <translation>In %1</translation>
+    </message>
+    <message>
+        <source>Data Files (%1)</source>
+        <translation>Datendateien (%1)</translation>
+    </message>
+    <message>
+        <source>All Files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Browse for a file, or drop one here.</source>
+        <translation>Eine Datei suchen oder hier ablegen.</translation>
+    </message>
+    <message>
+        <source>Auto: %1</source>
+        <translation>Auto: %1</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>Zahl</translation>
+    </message>
+    <message>
+        <source>date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source> as read</source>
+        <translation> wie gelesen</translation>
+    </message>
+    <message>
+        <source>beyond the columns of the table</source>
+        <translation>hinter den Spalten der Tabelle</translation>
+    </message>
+    <message>
+        <source>1 point</source>
+        <translation>1 Punkt</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 Punkte</translation>
+    </message>
+    <message>
+        <source>%1 from %2</source>
+        <translation>%1 aus %2</translation>
+    </message>
+    <message>
+        <source>one of every %1</source>
+        <translation>eine von je %1</translation>
+    </message>
+    <message>
+        <source>%1 skipped</source>
+        <translation>%1 übersprungen</translation>
+    </message>
+    <message>
+        <source>%1 merged into others with the same X</source>
+        <translation>%1 mit anderen gleichen X vereint</translation>
+    </message>
+    <message>
+        <source>Read as %1. The file %2.</source>
+        <translation>Gelesen als %1. Die Datei %2.</translation>
+    </message>
+    <message>
+        <source>Also fits: %1</source>
+        <translation>Passt auch: %1</translation>
+    </message>
+    <message>
+        <source>Read the file as %1</source>
+        <translation>Die Datei lesen als %1</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Changed since the points were loaded: they are loaded again by Reload, Preview and OK.</source>
+        <translation>Seit dem Laden der Punkte geändert: Neu laden, Vorschau und OK laden sie wieder.</translation>
+    </message>
+    <message>
+        <source>&amp;File:</source>
+        <translation>&amp;Datei:</translation>
+    </message>
+    <message>
+        <source>a text file that grows or is written anew</source>
+        <translation>eine Textdatei, die wächst oder neu geschrieben wird</translation>
+    </message>
+    <message>
+        <source>&amp;Pipe:</source>
+        <translation>&amp;Pipe:</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>%1
+
+The password of %2 (it is not saved):</source>
+        <translation>%1
+
+Das Passwort von %2 (es wird nicht gespeichert):</translation>
+    </message>
+    <message>
+        <source>Solid</source>
+        <translation>Durchgezogen</translation>
+    </message>
+    <message>
+        <source>Dashes</source>
+        <translation>Striche</translation>
+    </message>
+    <message>
+        <source>Dots</source>
+        <translation>Punkte</translation>
+    </message>
+    <message>
+        <source>Dashes and dots</source>
+        <translation>Striche und Punkte</translation>
+    </message>
+    <message>
+        <source>Dashes and two dots</source>
+        <translation>Striche und zwei Punkte</translation>
+    </message>
+    <message>
+        <source>Fixed decimals</source>
+        <translation>Feste Dezimalen</translation>
+    </message>
+    <message>
+        <source>Exponent</source>
+        <translation>Exponent</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>Minutes</source>
+        <translation>Minuten</translation>
+    </message>
+    <message>
+        <source>5 minutes</source>
+        <translation>5 Minuten</translation>
+    </message>
+    <message>
+        <source>Half hours</source>
+        <translation>Halbe Stunden</translation>
+    </message>
+    <message>
+        <source>Hours</source>
+        <translation>Stunden</translation>
+    </message>
+    <message>
+        <source>Days</source>
+        <translation>Tage</translation>
+    </message>
+    <message>
+        <source>Weeks</source>
+        <translation>Wochen</translation>
+    </message>
+    <message>
+        <source>Months</source>
+        <translation>Monate</translation>
+    </message>
+    <message>
+        <source>2 months</source>
+        <translation>2 Monate</translation>
+    </message>
+    <message>
+        <source>Quarters</source>
+        <translation>Quartale</translation>
+    </message>
+    <message>
+        <source>Years</source>
+        <translation>Jahre</translation>
+    </message>
+    <message>
+        <source>Decades</source>
+        <translation>Jahrzehnte</translation>
+    </message>
+    <message>
+        <source>Centuries</source>
+        <translation>Jahrhunderte</translation>
+    </message>
+    <message>
+        <source>By the step</source>
+        <translation>Nach dem Schritt</translation>
+    </message>
+    <message>
+        <source>At the minimum</source>
+        <translation>Am Minimum</translation>
+    </message>
+    <message>
+        <source>At the maximum</source>
+        <translation>Am Maximum</translation>
+    </message>
+    <message>
+        <source>At a percentage</source>
+        <translation>Bei einem Prozentsatz</translation>
+    </message>
+    <message>
+        <source>At a value</source>
+        <translation>Bei einem Wert</translation>
+    </message>
+    <message>
+        <source>Of the curve (95 %)</source>
+        <translation>Der Kurve (95 %)</translation>
+    </message>
+    <message>
+        <source>Of new points (95 %)</source>
+        <translation>Neuer Punkte (95 %)</translation>
+    </message>
+    <message>
+        <source>Both</source>
+        <translation>Beide</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Linie</translation>
+    </message>
+    <message>
+        <source>Across</source>
+        <translation>Nebeneinander</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Untereinander</translation>
+    </message>
+    <message>
+        <source>Vertical line</source>
+        <translation>Senkrechte Linie</translation>
+    </message>
+    <message>
+        <source>Horizontal line</source>
+        <translation>Waagrechte Linie</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <translation>Punkt</translation>
+    </message>
+    <message>
+        <source>With X and Y</source>
+        <translation>Mit X und Y</translation>
+    </message>
+    <message>
+        <source>With X and second Y</source>
+        <translation>Mit X und zweitem Y</translation>
+    </message>
+    <message>
+        <source>Not drawn</source>
+        <translation>Nicht gezeichnet</translation>
+    </message>
+    <message>
+        <source>Title of the graph</source>
+        <translation>Titel des Diagramms</translation>
+    </message>
+    <message>
+        <source>Font of the title</source>
+        <translation>Schrift des Titels</translation>
+    </message>
+    <message>
+        <source>Colour of the plot</source>
+        <translation>Farbe der Zeichenfläche</translation>
+    </message>
+    <message>
+        <source>Colour of the margins</source>
+        <translation>Farbe der Ränder</translation>
+    </message>
+    <message>
+        <source>Background picture</source>
+        <translation>Hintergrundbild</translation>
+    </message>
+    <message>
+        <source>Stretch the picture over the graph</source>
+        <translation>Das Bild über das Diagramm dehnen</translation>
+    </message>
+    <message>
+        <source>Colour of axes and frame</source>
+        <translation>Farbe der Achsen und des Rahmens</translation>
+    </message>
+    <message>
+        <source>Frame on all four sides</source>
+        <translation>Rahmen an allen vier Seiten</translation>
+    </message>
+    <message>
+        <source>Show ticks</source>
+        <translation>Teilstriche zeigen</translation>
+    </message>
+    <message>
+        <source>Ticks point inwards</source>
+        <translation>Teilstriche nach innen</translation>
+    </message>
+    <message>
+        <source>Show labels and titles</source>
+        <translation>Beschriftung und Titel zeigen</translation>
+    </message>
+    <message>
+        <source>Font of the labels</source>
+        <translation>Schrift der Beschriftung</translation>
+    </message>
+    <message>
+        <source>Font of the axis titles</source>
+        <translation>Schrift der Achsentitel</translation>
+    </message>
+    <message>
+        <source>Colour of the grid</source>
+        <translation>Farbe des Gitters</translation>
+    </message>
+    <message>
+        <source>Line style of the grid</source>
+        <translation>Linienart des Gitters</translation>
+    </message>
+    <message>
+        <source>Fewest steps of an automatic axis</source>
+        <translation>Wenigste Schritte einer automatischen Achse</translation>
+    </message>
+    <message>
+        <source>Most steps of an automatic axis</source>
+        <translation>Meiste Schritte einer automatischen Achse</translation>
+    </message>
+    <message>
+        <source>Cross at zero</source>
+        <translation>Kreuz bei null</translation>
+    </message>
+    <message>
+        <source>Colour of the cross</source>
+        <translation>Farbe des Kreuzes</translation>
+    </message>
+    <message>
+        <source>Length of the cross</source>
+        <translation>Länge des Kreuzes</translation>
+    </message>
+    <message>
+        <source>Draw points beyond the axes, too</source>
+        <translation>Auch Punkte außerhalb der Achsen zeichnen</translation>
+    </message>
+    <message>
+        <source>Keep points with equal X</source>
+        <translation>Punkte mit gleichem X behalten</translation>
+    </message>
+    <message>
+        <source>Folder of the data files</source>
+        <translation>Ordner der Datendateien</translation>
+    </message>
+    <message>
+        <source>Print the background colours</source>
+        <translation>Hintergrundfarben drucken</translation>
+    </message>
+    <message>
+        <source>Print lines in their styles</source>
+        <translation>Linien in ihrer Art drucken</translation>
+    </message>
+    <message>
+        <source>Bands about fitted curves</source>
+        <translation>Bänder um angepasste Kurven</translation>
+    </message>
+    <message>
+        <source>Residuals above the plot</source>
+        <translation>Residuen über dem Bild</translation>
+    </message>
+    <message>
+        <source>Show marks</source>
+        <translation>Marken zeigen</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Title from the data set&apos;s name</source>
+        <translation>Titel aus dem Namen des Datensatzes</translation>
+    </message>
+    <message>
+        <source>Show the axis</source>
+        <translation>Die Achse zeigen</translation>
+    </message>
+    <message>
+        <source>Range follows the data</source>
+        <translation>Bereich folgt den Daten</translation>
+    </message>
+    <message>
+        <source>Range, from and to</source>
+        <translation>Bereich, von und bis</translation>
+    </message>
+    <message>
+        <source>Range ends at the data</source>
+        <translation>Bereich endet an den Daten</translation>
+    </message>
+    <message>
+        <source>Automatic step</source>
+        <translation>Automatischer Schritt</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Shortest range</source>
+        <translation>Kürzester Bereich</translation>
+    </message>
+    <message>
+        <source>Logarithmic</source>
+        <translation>Logarithmisch</translation>
+    </message>
+    <message>
+        <source>Divisions of a decade</source>
+        <translation>Teilungen einer Dekade</translation>
+    </message>
+    <message>
+        <source>Grid lines</source>
+        <translation>Gitterlinien</translation>
+    </message>
+    <message>
+        <source>Format of the labels</source>
+        <translation>Format der Beschriftung</translation>
+    </message>
+    <message>
+        <source>Decimals follow the step</source>
+        <translation>Dezimalen folgen dem Schritt</translation>
+    </message>
+    <message>
+        <source>Decimals</source>
+        <translation>Dezimalen</translation>
+    </message>
+    <message>
+        <source>Dates and times</source>
+        <translation>Daten und Zeiten</translation>
+    </message>
+    <message>
+        <source>Ticks of dates</source>
+        <translation>Teilstriche der Daten</translation>
+    </message>
+    <message>
+        <source>Format of dates</source>
+        <translation>Format der Daten</translation>
+    </message>
+    <message>
+        <source>Reversed</source>
+        <translation>Umgekehrt</translation>
+    </message>
+    <message>
+        <source>Crosses the other axis</source>
+        <translation>Kreuzt die andere Achse</translation>
+    </message>
+    <message>
+        <source>Percentage or value of the crossing</source>
+        <translation>Prozentsatz oder Wert der Kreuzung</translation>
+    </message>
+    <message>
+        <source>Show the legend</source>
+        <translation>Die Legende zeigen</translation>
+    </message>
+    <message>
+        <source>In the corner with the fewest points</source>
+        <translation>In der Ecke mit den wenigsten Punkten</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>Width, 0 to fit</source>
+        <translation>Breite, 0 passend</translation>
+    </message>
+    <message>
+        <source>Height, 0 to fit</source>
+        <translation>Höhe, 0 passend</translation>
+    </message>
+    <message>
+        <source>Order of the entries</source>
+        <translation>Anordnung der Einträge</translation>
+    </message>
+    <message>
+        <source>Font of the names</source>
+        <translation>Schrift der Namen</translation>
+    </message>
+    <message>
+        <source>Colour of the background</source>
+        <translation>Farbe des Hintergrunds</translation>
+    </message>
+    <message>
+        <source>Border</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Room for symbols</source>
+        <translation>Platz für Symbole</translation>
+    </message>
+    <message>
+        <source>Margin left and right</source>
+        <translation>Rand links und rechts</translation>
+    </message>
+    <message>
+        <source>Margin above and below</source>
+        <translation>Rand oben und unten</translation>
+    </message>
+    <message>
+        <source>Caption</source>
+        <translation>Beschriftung</translation>
+    </message>
+    <message>
+        <source>Kind of mark</source>
+        <translation>Art der Marke</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>X of the end, or width of the point</source>
+        <translation>X des Endes oder Breite des Punkts</translation>
+    </message>
+    <message>
+        <source>Y of the end</source>
+        <translation>Y des Endes</translation>
+    </message>
+    <message>
+        <source>Colour of the mark</source>
+        <translation>Farbe der Marke</translation>
+    </message>
+    <message>
+        <source>Drawn</source>
+        <translation>Gezeichnet</translation>
+    </message>
+    <message>
+        <source>Left margin</source>
+        <translation>Linker Rand</translation>
+    </message>
+    <message>
+        <source>Right margin</source>
+        <translation>Rechter Rand</translation>
+    </message>
+    <message>
+        <source>Top margin</source>
+        <translation>Oberer Rand</translation>
+    </message>
+    <message>
+        <source>Bottom margin</source>
+        <translation>Unterer Rand</translation>
+    </message>
+    <message>
+        <source>Length of the ticks</source>
+        <translation>Länge der Teilstriche</translation>
+    </message>
+    <message>
+        <source>Distance of the graph&apos;s title</source>
+        <translation>Abstand des Diagrammtitels</translation>
+    </message>
+    <message>
+        <source>Distance of the X axis title</source>
+        <translation>Abstand des X-Achsentitels</translation>
+    </message>
+    <message>
+        <source>Distance of the X axis labels</source>
+        <translation>Abstand der X-Beschriftung</translation>
+    </message>
+    <message>
+        <source>Distance of the Y axis titles</source>
+        <translation>Abstand der Y-Achsentitel</translation>
+    </message>
+    <message>
+        <source>Distance of the Y axis labels</source>
+        <translation>Abstand der Y-Beschriftung</translation>
+    </message>
+    <message>
+        <source>Place across the page, in percent</source>
+        <translation>Lage quer auf der Seite, in Prozent</translation>
+    </message>
+    <message>
+        <source>Place down the page, in percent</source>
+        <translation>Lage längs auf der Seite, in Prozent</translation>
+    </message>
+    <message>
+        <source>Width on the page, in percent</source>
+        <translation>Breite auf der Seite, in Prozent</translation>
+    </message>
+    <message>
+        <source>&amp;Fit Peaks</source>
+        <translation>An&amp;passen</translation>
+    </message>
+    <message>
+        <source>At most %1 peaks can be fitted together: select their rows, or ask for a larger rise.</source>
+        <translation>Höchstens %1 Peaks können zusammen angepasst werden: ihre Zeilen wählen oder einen größeren Anstieg verlangen.</translation>
+    </message>
+    <message>
+        <source>%1 fitted: %2, R² = %3.%4 The figures are on the page Curve Fitting of the data editor.</source>
+        <translation>%1 angepasst: %2, R² = %3.%4 Die Zahlen stehen auf der Seite Kurvenanpassung des Dateneditors.</translation>
+    </message>
+    <message>
+        <source> They have no errors of Y any more.</source>
+        <translation> Sie haben keine Fehler von Y mehr.</translation>
+    </message>
+    <message>
+        <source> Their errors of Y go along.</source>
+        <translation> Ihre Fehler von Y gehen mit.</translation>
+    </message>
+    <message>
+        <source>Save Current Expression</source>
+        <translation>Aktuellen Ausdruck speichern</translation>
+    </message>
+    <message>
+        <source>LumoPlot Function File  (*.lfn)|*.lfn;*.LFN</source>
+        <translation>LumoPlot-Funktionsdatei  (*.lfn)|*.lfn;*.LFN</translation>
+    </message>
+    <message>
+        <source>Load Expression</source>
+        <translation>Ausdruck laden</translation>
+    </message>
+    <message>
+        <source>LumoPlot Function Files  (*.lfn)|*.lfn;*.LFN</source>
+        <translation>LumoPlot-Funktionsdateien  (*.lfn)|*.lfn;*.LFN</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Std. Error</source>
+        <translation>Std.-Fehler</translation>
+    </message>
+    <message>
+        <source>Vary</source>
+        <translation>Frei</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>Min</translation>
+    </message>
+    <message>
+        <source>Max</source>
+        <translation>Max</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>Einheit</translation>
+    </message>
+    <message>
+        <source>Tied To</source>
+        <translation>Gebunden an</translation>
+    </message>
+    <message>
+        <source>The name of the parameter in the equation</source>
+        <translation>Der Name des Parameters in der Gleichung</translation>
+    </message>
+    <message>
+        <source>Its value: the start of the next fit, the end of the last one</source>
+        <translation>Sein Wert: der Start der nächsten Anpassung, das Ende der letzten</translation>
+    </message>
+    <message>
+        <source>The standard error that the last fit found</source>
+        <translation>Der Standardfehler, den die letzte Anpassung fand</translation>
+    </message>
+    <message>
+        <source>The fit may change the value</source>
+        <translation>Die Anpassung darf den Wert ändern</translation>
+    </message>
+    <message>
+        <source>The fit keeps the value from here on up; empty for no bound</source>
+        <translation>Die Anpassung hält den Wert von hier an aufwärts; leer für keine Schranke</translation>
+    </message>
+    <message>
+        <source>The fit keeps the value up to here; empty for no bound</source>
+        <translation>Die Anpassung hält den Wert bis hierher; leer für keine Schranke</translation>
+    </message>
+    <message>
+        <source>A text behind the value</source>
+        <translation>Ein Text hinter dem Wert</translation>
+    </message>
+    <message>
+        <source>A formula of other parameters that gives the value, as 2*b1; empty for none</source>
+        <translation>Eine Formel anderer Parameter für den Wert, wie 2*b1; leer für keine</translation>
+    </message>
+    <message>
+        <source>not determined</source>
+        <translation>nicht bestimmt</translation>
+    </message>
+    <message>
+        <source>on Min</source>
+        <translation>auf Min</translation>
+    </message>
+    <message>
+        <source>on Max</source>
+        <translation>auf Max</translation>
+    </message>
+    <message>
+        <source>A value is a number</source>
+        <translation>Ein Wert ist eine Zahl</translation>
+    </message>
+    <message>
+        <source>The lower bound is not below the upper one</source>
+        <translation>Die untere Schranke liegt nicht unter der oberen</translation>
+    </message>
+    <message>
+        <source>The upper bound is not above the lower one</source>
+        <translation>Die obere Schranke liegt nicht über der unteren</translation>
+    </message>
+    <message>
+        <source>Runs that have converged</source>
+        <translation>Läufe, die konvergiert sind</translation>
+    </message>
+    <message>
+        <source>Runs that end in the best minimum</source>
+        <translation>Läufe, die im besten Minimum enden</translation>
+    </message>
+    <message>
+        <source>Median of the runs</source>
+        <translation>Median der Läufe</translation>
+    </message>
+    <message>
+        <source>Of the equation over all points, median of the runs</source>
+        <translation>Der Gleichung über alle Punkte, Median der Läufe</translation>
+    </message>
+    <message>
+        <source>Runs that were not possible from their start</source>
+        <translation>Läufe, die von ihrem Start aus nicht möglich waren</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig:</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen:</translation>
+    </message>
+    <message>
+        <source>&amp;Server:</source>
+        <translation>S&amp;erver:</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>&amp;Port:</translation>
+    </message>
+    <message>
+        <source>5000 for this machine alone, or address:5000</source>
+        <translation>5000 nur für diesen Rechner, oder Adresse:5000</translation>
+    </message>
+    <message>
+        <source>&amp;Line:</source>
+        <translation>Le&amp;itung:</translation>
+    </message>
+    <message>
+        <source>On the right side</source>
+        <translation>Auf der rechten Seite</translation>
     </message>
 </context>
 <context>

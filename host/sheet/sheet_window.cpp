@@ -1,5 +1,6 @@
 #include "host/sheet/sheet_window.h"
 
+#include "dialogs/manual_window.h"
 #include "host/files/file_choice.h"
 #include "host/sheet/sheet_book.h"
 #include "host/sheet/sheet_model.h"
@@ -22,7 +23,7 @@ namespace lumoplot {
 namespace {
 
 QString CsvFilters() {
-    return QStringLiteral("CSV and text (*.csv *.txt *.tsv);;All files (*)");
+    return TSheetWindow::tr("CSV and text (*.csv *.txt *.tsv);;All files (*)");
 }
 
 std::vector<int> ColumnsWithValues(const TSheet& sheet) {
@@ -42,6 +43,7 @@ TSheetWindow::TSheetWindow(TSheetBook& book, TGraphSession& session, QWidget* pa
     : QMainWindow(parent), m_ui(std::make_unique<Ui::SheetWindow>()), m_book(book), m_session(session),
       m_model(new TSheetModel(book, this)) {
     m_ui->setupUi(this);
+    OfferManual(*this, [] { return QStringLiteral("sheets.md"); });
     m_ui->table->setModel(m_model);
     ConnectActions();
     connect(&m_book, &TSheetBook::Changed, this, &TSheetWindow::ListSheets);

@@ -69,6 +69,10 @@ private:
 
 void KeepOpenOnReturn(QDialog& dialog, TSecondReturn second) {
     dialog.installEventFilter(new TReturnFilter(dialog, second));
+    CloseOnCtrlReturn(dialog);
+}
+
+void CloseOnCtrlReturn(QDialog& dialog) {
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), &dialog);
         QObject::connect(shortcut, &QShortcut::activated, &dialog, [&dialog] { PressClosing(dialog); });

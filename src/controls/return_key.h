@@ -1,6 +1,8 @@
 // What Return means in a dialog: it takes what was typed, and only Ctrl+Return closes.
 #pragma once
 
+#include "controls/widgets_export.h"
+
 #include <QDialog>
 
 namespace lumoplot {
@@ -13,5 +15,8 @@ enum class TSecondReturn { Nothing, Closes };
 /// reaches the dialog's default button; Ctrl+Return moves the focus to that button and presses it, and where
 /// it Closes a second Return does so, too.
 void KeepOpenOnReturn(QDialog& dialog, TSecondReturn second = TSecondReturn::Nothing);
+
+/// Ctrl+Return alone, where a plain Return does what it does everywhere.
+XYWIDGETS_EXPORT void CloseOnCtrlReturn(QDialog& dialog);
 
 } // namespace lumoplot

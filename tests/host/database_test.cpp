@@ -2,7 +2,9 @@
 #include "data/series/ds_info.h"
 #include "host/window_fixture.h"
 
+#include <QDirIterator>
 #include <QElapsedTimer>
+#include <QInputDialog>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProcess>
@@ -156,6 +158,49 @@ TEST_F(OpenDatabaseTest, AServersAddressIsMadeOfItsParts) {
         });
         Open(File());
     }
+}
+
+TEST_F(OpenDatabaseTest, APasswordIsInNoFileAndInNoMessage) {
+    const QByteArray secret = "hush77word";
+    const QString url = QStringLiteral("postgresql://me:%1@127.0.0.1:1/lab").arg(QString::fromLatin1(secret));
+    Window->StartRecovery(PathOf("state"), 1);
+    InChooser([&](QDialog& dialog) {
+        auto& connection = Control<QComboBox>(dialog, "cbx_Connection");
+        connection.setEditText(url);
+        QTest::keyClick(connection.lineEdit(), Qt::Key_Return);
+        EXPECT_FALSE(Control<QLabel>(dialog, "lblMessage").text().contains(QString::fromLatin1(secret)));
+        WhenModal<QInputDialog>([](QInputDialog& name) {
+            name.setTextValue(QStringLiteral("the lab"));
+            name.accept();
+        });
+        Control<QPushButton>(dialog, "btnSave").click();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    Open(File());
+    Window->Document().Session().Change("source", [&] {
+        TSeries& series = *Graph().FindSeries(Graph().AddSeries());
+        series.DataSourceInfo().SetKind(TSourceKind::Database);
+        TDatabaseWish wish;
+        wish.connection = url.toStdString();
+        series.DataSourceInfo().SetDatabase(wish);
+        series.DataSourceInfo().SetSourceName("runs");
+    });
+    QDir state(PathOf("state"));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        state.refresh();
+        return !state.entryList({QStringLiteral("*.recovery")}).isEmpty();
+    }));
+    Control<QAction>(*Window, "a_LoadEveryRow").trigger();
+    Window->Document().SaveTo(PathOf("saved.ltp"));
+    int files = 0;
+    for (QDirIterator all(Folder.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+         all.hasNext(); ++files) {
+        const QString name = all.next();
+        EXPECT_FALSE(Read(name).contains(secret)) << name.toStdString();
+    }
+    EXPECT_GT(files, 3);
+    for (const std::string& text : Sink.Texts)
+        EXPECT_EQ(text.find(secret.toStdString()), std::string::npos) << text;
 }
 
 TEST_F(OpenDatabaseTest, ErrorsAreChosenToo) {

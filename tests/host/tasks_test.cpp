@@ -3,7 +3,9 @@
 #include "graph/mouse/graph_mouse.h"
 #include "host/window_fixture.h"
 
+#include <QImage>
 #include <QInputDialog>
+#include <QListWidget>
 #include <QMenu>
 #include <QRadioButton>
 
@@ -163,6 +165,86 @@ TEST_F(TTasks, PanelsComeByKeysAndMouse) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return Panel() != nullptr; }));
     EXPECT_NEAR(Panel()->width(), 220, 2);
     ExpectOneStep(before, "add inset");
+}
+
+TEST_F(TTasks, SeveralColumnsOfAFileByThreeClicksOrByKeys) {
+    const QString file = Write("lab.csv", "t;U1;U2;T\n0;1;2;300\n1;2;4;301\n2;3;6;303\n");
+    const auto choose = [&](const std::function<void(QDialog&)>& how) {
+        WhenModal<QFileDialog>([&](QFileDialog& files) {
+            WhenModal<QDialog>(how, "TxyGetDataSource");
+            EnterPath(files, file);
+        });
+        Press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    };
+    choose([](QDialog& dialog) {
+        auto& columns = Control<QListWidget>(dialog, "l_YColumns");
+        const QRect second = columns.visualItemRect(columns.item(1));
+        QTest::mouseClick(columns.viewport(), Qt::LeftButton, {}, {second.left() + 8, second.center().y()});
+        const QAbstractItemModel& preview = *Control<QAbstractItemView>(dialog, "t_Preview").model();
+        for (const int column : {1, 2})
+            EXPECT_TRUE(preview.headerData(column, Qt::Horizontal).toString().startsWith(u'Y')) << column;
+        Click(dialog, "btnOk");
+    });
+    ASSERT_EQ(Graph().Series().size(), 2u);
+    EXPECT_EQ(Graph().FindSeries(2)->SeriesName(), "U2");
+    EXPECT_NE(First().LineColor(), Graph().FindSeries(2)->LineColor());
+    const TBytes byMouse = Content();
+    Press(Qt::Key_Z);
+    choose([](QDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_Y, Qt::AltModifier);
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Space}) QTest::keyClick(dialog.focusWidget(), key);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+    });
+    EXPECT_EQ(Content(), byMouse);
+}
+
+TEST_F(TTasks, DatesMakeADateAxisWithoutAQuestion) {
+    Open(Write("log.csv", "when,level\n2026-03-01 06:00,1\n2026-03-01 18:00,3\n2026-03-03 00:00,2\n"));
+    EXPECT_TRUE(Graph().XAxis()->ShowAsTime());
+    EXPECT_EQ(First().Count(), 3);
+    Press(Qt::Key_Z);
+    Open(Write("run.csv", "t,level\n0,1\n1,3\n"));
+    EXPECT_FALSE(Graph().XAxis()->ShowAsTime());
+}
+
+TEST_F(TTasks, AStyleIsAppliedByTwoKeysOfTheMenu) {
+    Open(Example("enso.csv"));
+    First().SetLineWidth(5);
+    QDir().mkpath(PathOf("templates"));
+    AnswerPath(PathOf("templates/wide.ltp"));
+    Menu(Qt::Key_F, Qt::Key_M);
+    ASSERT_TRUE(QFile::exists(PathOf("templates/wide.ltp")));
+    First().SetLineWidth(1);
+    Press(Qt::Key_E, Qt::AltModifier);
+    auto* edit = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(edit);
+    QTest::keyClick(edit, Qt::Key_T);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activePopupWidget() != edit; }));
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+    EXPECT_EQ(First().LineWidth(), 5);
+    EXPECT_EQ(Window->Document().Session().UndoName(), "apply style wide");
+}
+
+TEST_F(TTasks, APictureForPaperIsRemembered) {
+    Open(Example("enso.csv"));
+    const auto save = [this](const QString& file, std::optional<int> place) {
+        WhenModal<QDialog>(
+            [&](QDialog& dialog) {
+                if (place) Choose(dialog, "cbx_Place", *place);
+                AnswerPath(file);
+                QTest::keyClick(dialog.focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+            },
+            "PictureExportDialog");
+        Press(Qt::Key_E);
+        const QImage picture(file);
+        EXPECT_NEAR(picture.width(), 85 / 25.4 * 600, 1);
+        EXPECT_NEAR(picture.dotsPerMeterX(), 600 / 0.0254, 1);
+    };
+    save(PathOf("one.png"), 1);
+    Window = std::make_unique<TMainWindow>(PathOf("templates"));
+    Window->show();
+    Open(Example("enso.csv"));
+    save(PathOf("two.png"), {});
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "dialog/fit/compare_window.h"
 
+#include "controls/texts.h"
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "support/guard.h"
 #include "support/number_text.h"
@@ -46,8 +48,9 @@ std::string TimeText(double seconds) {
 TCompareWindow::TCompareWindow(const TSeries& series, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TCompareWindow>()), m_fitted(series) {
     m_ui->setupUi(this);
+    OfferManual(*this, [] { return QStringLiteral("curve-fitting.md"); });
     resize(size().boundedTo(RoomOnScreen(*this)));
-    setWindowTitle(QStringLiteral("Compare Procedures for ") + QString::fromStdString(series.SeriesName()));
+    setWindowTitle(TTexts::tr("Compare Procedures for %1").arg(QString::fromStdString(series.SeriesName())));
     connect(m_ui->btnRun, &QPushButton::clicked, this, [this] { Guarded([&] { Run(); }); });
     connect(m_ui->btnTake, &QPushButton::clicked, this, &TCompareWindow::Take);
     connect(m_ui->t_Minima, &QTableWidget::cellActivated, this, &TCompareWindow::Take);
@@ -112,15 +115,17 @@ void TCompareWindow::ShowProcedures() {
                         std::to_string(count([](const TComparedRun& run) { return !run.Trouble.empty(); }))});
     }
     ShowRows(*m_ui->t_Procedures, rows);
-    const char* const hints[] = {"",
-                                 "Runs that have converged",
-                                 "Runs that end in the best minimum",
-                                 "Median of the runs",
-                                 "Median of the runs",
-                                 "Of the equation over all points, median of the runs",
-                                 "Runs that were not possible from their start"};
+    const char* const hints[] = {
+        "",
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Runs that have converged"),
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Runs that end in the best minimum"),
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Median of the runs"),
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Median of the runs"),
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Of the equation over all points, median of the runs"),
+        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Runs that were not possible from their start")};
     for (int column = 0; column < m_ui->t_Procedures->columnCount(); ++column)
-        m_ui->t_Procedures->horizontalHeaderItem(column)->setToolTip(QLatin1String(hints[column]));
+        m_ui->t_Procedures->horizontalHeaderItem(column)->setToolTip(
+            *hints[column] ? TTexts::tr(hints[column]) : QString());
 }
 
 void TCompareWindow::ShowMinima() {
@@ -148,14 +153,14 @@ void TCompareWindow::ShowMinima() {
     m_ui->btnTake->setEnabled(!m_minima.empty());
     const std::size_t starts = m_runs.empty() ? 0 : static_cast<std::size_t>(m_runs.back().Start) + 1;
     QString text =
-        QStringLiteral("All four procedures run from the values as they are and from scattered starts.");
+        TTexts::tr("All four procedures run from the values as they are and from scattered starts.");
     if (!m_runs.empty()) {
         std::vector<bool> reached(starts);
         for (const TComparedRun& run : m_runs)
             if (run.Minimum == 1) reached[static_cast<std::size_t>(run.Start)] = true;
         const auto count = static_cast<std::size_t>(std::ranges::count(reached, true));
         text = m_minima.empty()
-                   ? QStringLiteral("No run has converged.")
+                   ? TTexts::tr("No run has converged.")
                    : QString::fromStdString(Share(count, starts) +
                                             " starts end in the best minimum with at least one procedure.");
     }

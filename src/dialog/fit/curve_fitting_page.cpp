@@ -2,6 +2,7 @@
 
 #include "controls/number_edit.h"
 #include "controls/tab_focus.h"
+#include "controls/texts.h"
 #include "data/series/ds_info.h"
 #include "data/series/plotted_values.h"
 #include "dialog/common/color_button.h"
@@ -99,14 +100,13 @@ void TCurveFittingPage::ShowWeightsText() {
     const TCurFit& fit = series->CurveFit();
     QStringList sentences;
     if (!series->HasYErrors())
-        sentences << QStringLiteral(
-            "The points have no standard errors. A column, a constant, a percentage or "
-            "counting statistics give them some: page General, Errors of Y.");
+        sentences << TTexts::tr("The points have no standard errors. A column, a constant, a percentage or "
+                                "counting statistics give them some: page General, Errors of Y.");
     else if (fit.UsesYErrors())
-        sentences << QStringLiteral("Points without a standard error above 0 are left out and counted.");
+        sentences << TTexts::tr("Points without a standard error above 0 are left out and counted.");
     if (fit.Weighting().Robust != TRobust::None)
-        sentences << QStringLiteral("Points far off the curve lose weight; those that count for little are "
-                                    "ringed in the plot.");
+        sentences << TTexts::tr("Points far off the curve lose weight; those that count for little are "
+                                "ringed in the plot.");
     m_ui->lblWeights->setText(sentences.join(QLatin1Char(' ')));
 }
 
@@ -252,10 +252,10 @@ void TCurveFittingPage::ShowFunction() {
         const TFormulaCheck check = m_formula->Check();
         if (!fit.IsEnabled()) m_ui->m_Equation->Mark({});
         if (series->ExtentsStale()) series->RecalcExtents();
-        const QString note =
-            !fit.IsEnabled()             ? QStringLiteral("Choose a Curve Fitting Status to draw a function")
-            : check.UnknownNames.empty() ? QString()
-                                         : QStringLiteral("The function has names without a value");
+        const QString note = !fit.IsEnabled() ? TTexts::tr("Choose a Curve Fitting Status to draw a function")
+                             : check.UnknownNames.empty()
+                                 ? QString()
+                                 : TTexts::tr("The function has names without a value");
         m_ui->plot->Show(*series, fit.IsEnabled() ? check.Model.get() : nullptr, note);
     });
 }
@@ -304,7 +304,7 @@ void TCurveFittingPage::ShowSettings() {
         std::vector<std::string> lines = fit->SettingsReport();
         std::istringstream result(FitResultText(*fit, kCopiedDigits));
         for (std::string line; std::getline(result, line);) lines.push_back(line);
-        EditScript(window(), &lines, QStringLiteral("LumoPlot Curve Fitting Settings"));
+        EditScript(window(), &lines, TTexts::tr("LumoPlot Curve Fitting Settings"));
     });
 }
 

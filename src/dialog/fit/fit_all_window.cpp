@@ -1,7 +1,9 @@
 #include "dialog/fit/fit_all_window.h"
 
+#include "controls/texts.h"
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "fit/definition/fit_result.h"
 #include "fit/functions/start_values.h"
@@ -40,10 +42,11 @@ private:
 TFitAllWindow::TFitAllWindow(TxyGraph& graph, TSeries& pattern, QWidget* parent)
     : QDialog(parent), m_graph(graph), m_ui(std::make_unique<Ui::TFitAllWindow>()) {
     m_ui->setupUi(this);
+    OfferManual(*this, [] { return QStringLiteral("curve-fitting.md"); });
     resize(size().boundedTo(RoomOnScreen(*this)));
     m_pattern.Assign(&pattern.CurveFit());
     for (TSeries* series : graph.Series()) m_sets.push_back({series, series->Count() > 0});
-    m_ui->lblAbout->setText(QStringLiteral("y = %1, from the start values of %2.")
+    m_ui->lblAbout->setText(TTexts::tr("y = %1, from the start values of %2.")
                                 .arg(QString::fromStdString(m_pattern.Expression()),
                                      QString::fromStdString(pattern.SeriesName())));
     connect(m_ui->btnRun, &QPushButton::clicked, this, [this] { Guarded([&] { Run(); }); });

@@ -1,8 +1,10 @@
 #include "dialog/fit/fit_result_window.h"
 
+#include "controls/texts.h"
 #include "dialog/fit/bar_progress.h"
 #include "dialog/fit/print_whole.h"
 #include "dialog/fit/result_tables.h"
+#include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "graph/drawing/picture/fit_picture.h"
 #include "support/guard.h"
@@ -39,8 +41,9 @@ TFitResultWindow::TFitResultWindow(const TSeries& series, QWidget* parent)
       m_dataName(QString::fromStdString(series.SeriesName())),
       m_picture(FitPictureOf(series, kReportPicture, kReportPixels)) {
     m_ui->setupUi(this);
+    OfferManual(*this, [] { return QStringLiteral("curve-fitting.md"); });
     resize(size().boundedTo(RoomOnScreen(*this)));
-    setWindowTitle(QStringLiteral("Fit Result of ") + m_dataName);
+    setWindowTitle(TTexts::tr("Fit Result of %1").arg(m_dataName));
     m_sections = ReportSections();
     ShowFigures();
     ShowIntervals();
@@ -167,9 +170,9 @@ void TFitResultWindow::CopyTables() {
 }
 
 void TFitResultWindow::SaveReport() {
-    QFileDialog dialog(this, QStringLiteral("Save Report"));
+    QFileDialog dialog(this, TTexts::tr("Save Report"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setNameFilters({QStringLiteral("Page (*.html)"), QStringLiteral("Text (*.txt)")});
+    dialog.setNameFilters({TTexts::tr("Page (*.html)"), TTexts::tr("Text (*.txt)")});
     dialog.setDefaultSuffix(QStringLiteral("html"));
     if (dialog.exec() != QDialog::Accepted) return;
     const QString name = dialog.selectedFiles().value(0);

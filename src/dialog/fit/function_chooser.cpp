@@ -1,5 +1,8 @@
 #include "dialog/fit/function_chooser.h"
 
+#include "controls/return_key.h"
+#include "controls/texts.h"
+#include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "ui_function_chooser.h"
 
@@ -10,7 +13,9 @@
 namespace lumoplot {
 namespace {
 
-const QString kAllGroups = QStringLiteral("All");
+QString AllGroups() {
+    return TTexts::tr("All");
+}
 constexpr int kPlaceRole = Qt::UserRole;
 constexpr double kPictureRoom = 7; // pixels around the course
 
@@ -63,6 +68,8 @@ QPixmap FunctionPicture(const TReadyFunction& function, QSize size, double pixel
 TFunctionChooser::TFunctionChooser(QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TFunctionChooser>()) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("curve-fitting.md"); });
     resize(size().boundedTo(RoomOnScreen(*this)));
     FillGroups();
     FillFunctions();
@@ -79,7 +86,7 @@ TFunctionChooser::TFunctionChooser(QWidget* parent)
 TFunctionChooser::~TFunctionChooser() = default;
 
 void TFunctionChooser::FillGroups() {
-    m_ui->lb_Groups->addItem(kAllGroups);
+    m_ui->lb_Groups->addItem(AllGroups());
     for (const TReadyFunction& function : ReadyFunctions()) {
         const QString group = QString::fromUtf8(function.Group);
         if (m_ui->lb_Groups->findItems(group, Qt::MatchExactly).isEmpty()) m_ui->lb_Groups->addItem(group);
@@ -89,8 +96,8 @@ void TFunctionChooser::FillGroups() {
 
 bool TFunctionChooser::IsSought(const TReadyFunction& function) const {
     const QString group =
-        m_ui->lb_Groups->currentItem() ? m_ui->lb_Groups->currentItem()->text() : kAllGroups;
-    if (group != kAllGroups && group != QString::fromUtf8(function.Group)) return false;
+        m_ui->lb_Groups->currentItem() ? m_ui->lb_Groups->currentItem()->text() : AllGroups();
+    if (group != AllGroups() && group != QString::fromUtf8(function.Group)) return false;
     const QString all = QString::fromUtf8(function.Title) + QLatin1Char(' ') +
                         QString::fromUtf8(function.Group) + QLatin1Char(' ') +
                         QString::fromUtf8(function.Sentence) + QLatin1Char(' ') +
@@ -136,7 +143,7 @@ bool TFunctionChooser::FindsStart() const {
 void TFunctionChooser::ShowAbout() {
     const TReadyFunction* function = Chosen();
     m_ui->btnOk->setEnabled(function);
-    if (!function) return m_ui->lblAbout->setText(QStringLiteral("No function has all of these words."));
+    if (!function) return m_ui->lblAbout->setText(TTexts::tr("No function has all of these words."));
     QStringList parameters;
     for (const TReadyParameter& parameter : function->Parameters)
         parameters << QStringLiteral("<b>%1</b> %2%3")

@@ -1,5 +1,6 @@
 #include "dialog/fit/uncertainty_plot.h"
 
+#include "controls/texts.h"
 #include "support/number_text.h"
 
 #include <QPainter>
@@ -75,10 +76,10 @@ void TUncertaintyPlot::PaintHint(QPainter& painter, const QRectF& room, const QS
 }
 
 void TUncertaintyPlot::PaintProfile(QPainter& painter, const QRectF& room) const {
-    const QString title = QStringLiteral("Profile: deviation by value");
+    const QString title = TTexts::tr("Profile: deviation by value");
     if (!m_profile || m_profile->Points.size() < 2) {
         const QRectF plot = PaintFrame(painter, room, title, NAN, NAN);
-        return PaintHint(painter, plot, QStringLiteral("Press Profiles"));
+        return PaintHint(painter, plot, TTexts::tr("Press Profiles"));
     }
     const double low = m_profile->Points.front().Value;
     const double high = m_profile->Points.back().Value;
@@ -108,11 +109,11 @@ void TUncertaintyPlot::PaintProfile(QPainter& painter, const QRectF& room) const
 
 void TUncertaintyPlot::PaintSample(QPainter& painter, const QRectF& room) const {
     const QString title = m_sample.empty()
-                              ? QStringLiteral("Bootstrap: resamples by value")
-                              : QStringLiteral("Bootstrap: %1 resamples by value").arg(m_sample.size());
+                              ? TTexts::tr("Bootstrap: resamples by value")
+                              : TTexts::tr("Bootstrap: %1 resamples by value").arg(m_sample.size());
     if (m_sample.size() < 2) {
         const QRectF plot = PaintFrame(painter, room, title, NAN, NAN);
-        return PaintHint(painter, plot, QStringLiteral("Press Bootstrap"));
+        return PaintHint(painter, plot, TTexts::tr("Press Bootstrap"));
     }
     const auto last = static_cast<double>(m_sample.size() - 1);
     double low = m_sample[static_cast<std::size_t>(last * kTailShare)];

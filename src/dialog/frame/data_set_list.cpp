@@ -13,12 +13,30 @@
 #include "support/message_text.h"
 #include "ui_data_wizard.h"
 
+#include <QBoxLayout>
 #include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace lumoplot {
 namespace {
+
+// In the narrowest window that the bar has to fit into, the list of data sets gets what the buttons leave.
+constexpr int kNarrowestBar = 730;
+constexpr int kWidestNeed = 200;
+constexpr int kUsualSpacing = 6;
+
+int WidthLeft(const Ui::TxyDataWizard& ui) {
+    const QBoxLayout& bar = *ui.barLayout;
+    int left = kNarrowestBar - (bar.count() - 1) * std::max(bar.spacing(), kUsualSpacing);
+    for (int i = 0; i < bar.count(); ++i) {
+        const QWidget* control = bar.itemAt(i)->widget();
+        if (!control || control == ui.cbx_DataSets) continue;
+        left -= control->minimumWidth() > 0 ? control->minimumWidth() : control->sizeHint().width();
+    }
+    return left;
+}
 
 /// Of columns of numbers; other files hold the whole data set.
 bool IsNameOfText(const QString& file) {
@@ -49,6 +67,9 @@ void TDataSetList::PrepareButtons() {
     Connect(*m_ui.btnMoveFirst, &TDataSetList::MoveToFirst);
     Connect(*m_ui.btnSort, &TDataSetList::Sort);
     Connect(*m_ui.btnReverse, &TDataSetList::Reverse);
+    QComboBox& list = *m_ui.cbx_DataSets;
+    list.setMinimumWidth(std::clamp(WidthLeft(m_ui), list.minimumWidth(), kWidestNeed));
+    connect(&list, &QComboBox::currentTextChanged, &list, &QWidget::setToolTip);
 }
 
 void TDataSetList::Connect(QPushButton& button, void (TDataSetList::*action)()) {
@@ -127,7 +148,7 @@ bool TDataSetList::eventFilter(QObject* watched, QEvent* event) {
 
 void TDataSetList::Import() {
     m_context.CommitPages();
-    const QString filter = ToolkitFilter(QStringLiteral("DataSet Files (*.lds)|*.lds; *.LDS"));
+    const QString filter = ToolkitFilter(TTexts::tr("DataSet Files (*.lds)|*.lds; *.LDS"));
     const QString file =
         QFileDialog::getOpenFileName(&m_window, TTexts::tr("Load DataSet from File"), {}, filter);
     if (file.isEmpty()) return;
@@ -148,7 +169,7 @@ QString TDataSetList::AskExportFile(const TSeries& series) {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked by Export itself
     dialog.setNameFilter(ToolkitFilter(
-        QStringLiteral("LumoPlot DataSet (*.lds)|*.lds;*.LDS|ASCII Data File (*.dat)|*.dat;*.DAT")));
+        TTexts::tr("LumoPlot DataSet (*.lds)|*.lds;*.LDS|ASCII Data File (*.dat)|*.dat;*.DAT")));
     dialog.setDefaultSuffix(QStringLiteral("lds"));
     connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
         dialog.setDefaultSuffix(filter.contains(QStringLiteral(".dat")) ? QStringLiteral("dat")

@@ -1,4 +1,6 @@
 // Undo and redo in the data editor.
+#include "controls/model_texts.h"
+#include "controls/texts.h"
 #include "data/series/ds_info.h"
 #include "dialog/frame/data_set_list.h"
 #include "dialog/frame/data_wizard.h"
@@ -16,7 +18,7 @@ namespace lumoplot {
 namespace {
 
 QString StepTip(const char* verb, const std::string& name) {
-    return QString::fromStdString(verb + (name.empty() ? name : " " + name));
+    return name.empty() ? TTexts::tr(verb) : TTexts::tr(verb) + QLatin1Char(' ') + InLanguage(name);
 }
 
 /// Who has the focus when `focus` has taken its text: the edit of a cell goes then.
@@ -49,8 +51,8 @@ void TxyDataWizard::ShowSteps() {
     if (m_currSeries) m_dataSets->ShowLook(*m_currSeries);
     m_ui->a_Undo->setEnabled(m_session->CanUndo());
     m_ui->a_Redo->setEnabled(m_session->CanRedo());
-    m_ui->a_Undo->setToolTip(StepTip("Undo", m_session->UndoName()));
-    m_ui->a_Redo->setToolTip(StepTip("Redo", m_session->RedoName()));
+    m_ui->a_Undo->setToolTip(StepTip(QT_TRANSLATE_NOOP("lumoplot::TTexts", "Undo"), m_session->UndoName()));
+    m_ui->a_Redo->setToolTip(StepTip(QT_TRANSLATE_NOOP("lumoplot::TTexts", "Redo"), m_session->RedoName()));
     TellStep({});
 }
 
@@ -76,7 +78,7 @@ void TxyDataWizard::GoTo(void (TGraphSession::*way)(), std::string (TGraphSessio
         TakePendingEdits();
         const std::string name = (m_session->*nameOfStep)();
         (m_session->*way)();
-        if (!name.empty()) TellStep(QString::fromStdString(what + name));
+        if (!name.empty()) TellStep(InLanguage(what + name));
     });
 }
 

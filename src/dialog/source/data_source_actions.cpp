@@ -1,4 +1,5 @@
 // What the controls of the Data Source page do to the data set.
+#include "controls/texts.h"
 #include "dialog/manual/manual_commit.h"
 #include "dialog/manual/manual_panel.h"
 #include "dialog/source/data_source_page.h"
@@ -72,7 +73,7 @@ void TDataSourcePage::ChangeKind(TSeries& series, TSourceKind kind) {
 void TDataSourcePage::Browse() {
     TSeries* series = Context().CurrSeries();
     if (!series) return;
-    QFileDialog dialog(this, QStringLiteral("Choose the source file"));
+    QFileDialog dialog(this, TTexts::tr("Choose the source file"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::ReadOnly);
     dialog.setNameFilter(SourceFilter());

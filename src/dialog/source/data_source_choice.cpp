@@ -1,4 +1,5 @@
 // What the Data Source page does with a choice of sources and columns.
+#include "controls/texts.h"
 #include "dialog/source/data_source_page.h"
 #include "dialogs/import/database_chooser.h"
 #include "dialogs/import/get_data_source.h"
@@ -63,16 +64,14 @@ void TDataSourcePage::ChooseLink(TSeries& series) {
 void TDataSourcePage::ShowLink(const TSeries& series) {
     const TDSInfo& info = series.DataSourceInfo();
     const TLinkLimit limit = info.LinkLimit();
-    QStringList lines{QStringLiteral("Follows ") + QString::fromStdString(ShownLine(info.SourceName()))};
-    if (limit.rows > 0) lines += QStringLiteral("Keeps the last %L1 rows").arg(limit.rows);
-    if (limit.seconds > 0)
-        lines += QStringLiteral("Keeps the rows of the last %L1 seconds").arg(limit.seconds);
-    lines +=
-        QStringLiteral("Rows go on to come when the editor has closed. Choose… changes what is followed.");
+    QStringList lines{TTexts::tr("Follows %1").arg(QString::fromStdString(ShownLine(info.SourceName())))};
+    if (limit.rows > 0) lines += TTexts::tr("Keeps the last %L1 rows").arg(limit.rows);
+    if (limit.seconds > 0) lines += TTexts::tr("Keeps the rows of the last %L1 seconds").arg(limit.seconds);
+    lines += TTexts::tr("Rows go on to come when the editor has closed. Choose… changes what is followed.");
     m_ui->lblNotes->setText(lines.join(QLatin1Char('\n')));
     const bool isLoaded = !info.NeedsReload() && series.Count() > 0;
     m_ui->lblNotesResult->setText(
-        isLoaded ? QStringLiteral("%1 points so far.").arg(QLocale().toString(series.Count())) : QString());
+        isLoaded ? TTexts::tr("%1 points so far.").arg(QLocale().toString(series.Count())) : QString());
 }
 
 /// The first Y column goes into the current data set, every other one into a new data set.

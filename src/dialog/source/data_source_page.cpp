@@ -1,5 +1,6 @@
 #include "dialog/source/data_source_page.h"
 
+#include "controls/texts.h"
 #include "dialog/manual/manual_panel.h"
 #include "dialog/source/text_options_panel.h"
 #include "dialogs/import/source_reading.h"
@@ -249,12 +250,12 @@ void TDataSourcePage::ShowNotes(const TSeries& series) {
     const bool isDataFile = series.DataSourceInfo().Kind() == TSourceKind::DataFile;
     m_ui->lblNotes->setText(
         isDataFile
-            ? QStringLiteral("A data-set file (.lds) brings all its points and all settings of its data set: "
-                             "name, style, baseline, regression and fit.")
-            : QStringLiteral("No sheet is offered by the application that has opened this editor."));
+            ? TTexts::tr("A data-set file (.lds) brings all its points and all settings of its data set: "
+                         "name, style, baseline, regression and fit.")
+            : TTexts::tr("No sheet is offered by the application that has opened this editor."));
     const bool isLoaded = isDataFile && !series.DataSourceInfo().NeedsReload() && series.Count() > 0;
     m_ui->lblNotesResult->setText(
-        isLoaded ? QStringLiteral("%1 points loaded.").arg(QLocale().toString(series.Count())) : QString());
+        isLoaded ? TTexts::tr("%1 points loaded.").arg(QLocale().toString(series.Count())) : QString());
 }
 
 /// What is asked of the database, and what came of it.
@@ -263,18 +264,17 @@ void TDataSourcePage::ShowDatabase(const TSeries& series) {
     const auto text = [](const std::string& part) { return QString::fromStdString(ShownLine(part)); };
     const TDatabaseWish& wish = info.Database();
     QStringList lines{text(wish.connection)};
-    lines += wish.query.empty() ? QStringLiteral("Table: ") + text(info.SourceName()) : text(wish.query);
+    lines += wish.query.empty() ? TTexts::tr("Table: %1").arg(text(info.SourceName())) : text(wish.query);
     if (!wish.where.empty()) lines += QStringLiteral("WHERE ") + text(wish.where);
     if (!wish.orderBy.empty()) lines += QStringLiteral("ORDER BY ") + text(wish.orderBy);
     const bool isRow = info.XDataColumn() == "0";
-    lines +=
-        QStringLiteral("X: %1   Y: %2")
-            .arg(isRow ? QStringLiteral("row number") : text(info.XDataColumn()), text(info.YDataColumn()));
-    m_ui->lblNotes->setText(wish.connection.empty() ? QStringLiteral("Choose a table of a database.")
+    lines += QStringLiteral("X: %1   Y: %2")
+                 .arg(isRow ? TTexts::tr("row number") : text(info.XDataColumn()), text(info.YDataColumn()));
+    m_ui->lblNotes->setText(wish.connection.empty() ? TTexts::tr("Choose a table of a database.")
                                                     : lines.join(QLatin1Char('\n')));
     QStringList results;
     if (!info.NeedsReload() && series.Count() > 0)
-        results += QStringLiteral("%1 points loaded.").arg(QLocale().toString(series.Count()));
+        results += TTexts::tr("%1 points loaded.").arg(QLocale().toString(series.Count()));
     if (m_report)
         for (const auto& part : {m_report->notes, m_report->messages})
             for (const std::string& line : part) results += text(line);
@@ -286,8 +286,8 @@ void TDataSourcePage::ShowText(const TSeries& series) {
     if (series.DataSourceInfo().SourceName().empty()) {
         m_options->FillFrom(series, nullptr);
         const bool isSheet = series.DataSourceInfo().Kind() == TSourceKind::LumoSheet;
-        return m_preview->ShowProblem(isSheet ? QStringLiteral("Choose a sheet.")
-                                              : QStringLiteral("Choose a text file, or drop one here."));
+        return m_preview->ShowProblem(isSheet ? TTexts::tr("Choose a sheet.")
+                                              : TTexts::tr("Choose a text file, or drop one here."));
     }
     try {
         TTextPreview preview = PreviewSource(series, kPreviewRows);

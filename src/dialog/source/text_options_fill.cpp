@@ -1,5 +1,6 @@
 // How the options of a text source are shown.
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "dialog/common/x_value_text.h"
 #include "dialog/source/text_options_panel.h"
 #include "dialogs/import/auto_list.h"
@@ -39,10 +40,9 @@ void ShowColumn(QComboBox& box, const TTextFormat* found, const QString& chosen)
 void FillColumnList(QComboBox& box, const TTextFormat* found, int used, bool isX, const QString& chosen) {
     const bool isKnown = found && used != TTextFormat::kNoColumn;
     box.clear();
-    box.addItem(isKnown ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, used))
-                        : QStringLiteral("Auto"),
+    box.addItem(isKnown ? TTexts::tr("Auto (%1)").arg(ColumnItemText(*found, used)) : TTexts::tr("Auto"),
                 QString());
-    if (isX) box.addItem(QStringLiteral("Row number"), QStringLiteral("0"));
+    if (isX) box.addItem(TTexts::tr("Row number"), QStringLiteral("0"));
     for (std::size_t i = 0; found && i < found->columns.size(); ++i)
         box.addItem(ColumnItemText(*found, static_cast<int>(i)), ColumnItemKey(*found, static_cast<int>(i)));
     ShowColumn(box, found, chosen);
@@ -141,14 +141,14 @@ void TTextOptionsPanel::FillYErrors(const TYErrorRule& rule, const TTextFormat* 
     const bool isColumn = rule.Kind == TYErrorKind::Column;
     const bool isRule = rule.Kind != TYErrorKind::None && !isColumn;
     box.clear();
-    box.addItem(isRule ? QStringLiteral("By rule") : QStringLiteral("None"), QString());
+    box.addItem(isRule ? TTexts::tr("By rule") : TTexts::tr("None"), QString());
     for (int i = 0; found && i < static_cast<int>(found->columns.size()); ++i)
         if (found->columns[static_cast<std::size_t>(i)].kind == TCellKind::Number)
             box.addItem(ColumnItemText(*found, i), ColumnItemKey(*found, i));
     ShowColumn(box, found, isColumn ? QString::fromStdString(rule.Column) : QString());
     const int suggested = found ? ErrorColumnOf(*found, found->yColumn) : TTextFormat::kNoColumn;
     const bool isOpen = rule.Kind == TYErrorKind::None && suggested >= 0;
-    m_ui->lblYErrorsHint->setText(isOpen ? QStringLiteral("Suggested: ") + ColumnItemText(*found, suggested)
+    m_ui->lblYErrorsHint->setText(isOpen ? TTexts::tr("Suggested: ") + ColumnItemText(*found, suggested)
                                          : QString());
     m_ui->lblYErrorsHint->setToolTip(m_ui->lblYErrorsHint->text());
 }

@@ -1,5 +1,6 @@
 #include "dialogs/editing/set_values_dialog.h"
 
+#include "controls/model_texts.h"
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
 #include "controls/texts.h"
@@ -195,7 +196,7 @@ void Txy_SetValues::ShowValuesOf(const std::string& formula) {
         m_ui->lblCount->setText(CountText(m_series, values));
         m_ui->btnOk->setEnabled(true);
     } catch (const ELumoError& error) {
-        ShowProblem(QString::fromUtf8(error.what()));
+        ShowProblem(InLanguage(QString::fromUtf8(error.what())));
     }
 }
 

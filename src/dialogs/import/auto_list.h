@@ -1,3 +1,5 @@
+#include "controls/texts.h"
+
 // Lists whose first item leaves a choice to be found from the text.
 #pragma once
 
@@ -25,8 +27,8 @@ template <class TList, class TValue>
 void FillAutoList(QComboBox& box, const TList& list, const std::optional<TValue>& wish,
                   const std::optional<TValue>& found) {
     const int item = found ? AutoListItem(list, *found) : 0;
-    box.setItemText(0, item > 0 ? QStringLiteral("Auto: ") + AsInsideText(box.itemText(item))
-                                : QStringLiteral("Auto"));
+    box.setItemText(0,
+                    item > 0 ? TTexts::tr("Auto: ") + AsInsideText(box.itemText(item)) : TTexts::tr("Auto"));
     box.setCurrentIndex(wish ? AutoListItem(list, *wish) : 0);
 }
 

@@ -1,5 +1,6 @@
 #include "dialogs/import/column_items.h"
 
+#include "controls/texts.h"
 #include "support/number_text.h"
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 namespace lumoplot {
 
 QString ColumnItemText(const TTextFormat& format, int column) {
-    if (column == TTextFormat::kRowNumber) return QStringLiteral("Row number");
+    if (column == TTextFormat::kRowNumber) return TTexts::tr("Row number");
     const QString number = QString::number(column + 1);
     const std::string& name = format.columns[static_cast<std::size_t>(column)].name;
     return name.empty() ? number : number + QStringLiteral(": ") + QString::fromStdString(name).simplified();

@@ -1,6 +1,9 @@
 #include "dialogs/import/database_chooser.h"
 
+#include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialogs/import/server_dialog.h"
+#include "dialogs/manual_window.h"
 #include "sources/database/connection/saved_connections.h"
 #include "sources/database/database_loader.h"
 #include "support/errors.h"
@@ -31,8 +34,13 @@ constexpr int kRowsShown = 100;
 constexpr int kMostColumnWidth = 200; // pixels
 constexpr int kLookMs = 20;           // whether the database has answered
 constexpr auto kUnnoticed = 60ms;     // what is done within needs no telling
-const QString kNoErrorsItem = QStringLiteral("(none)");
-const QString kRowNumberItem = QStringLiteral("(row number)");
+QString NoErrorsItem() {
+    return TTexts::tr("(none)");
+}
+
+QString RowNumberItem() {
+    return TTexts::tr("(row number)");
+}
 
 QString Shown(const std::string& text) {
     return QString::fromStdString(ShownLine(text));
@@ -43,6 +51,8 @@ QString Shown(const std::string& text) {
 TDatabaseChooser::TDatabaseChooser(const TDSInfo& current, const QString& connection, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TDatabaseChooser>()), m_source(current) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("databases.md"); });
     m_ui->splitter->setStretchFactor(1, 1);
     if (current.Kind() != TSourceKind::Database) m_source = TDSInfo();
     ListConnections();
@@ -53,7 +63,7 @@ TDatabaseChooser::TDatabaseChooser(const TDSInfo& current, const QString& connec
     m_ui->m_Select->setPlainText(QString::fromStdString(wish.query));
     m_ui->e_Where->setText(QString::fromStdString(wish.where));
     m_ui->e_Order->setText(QString::fromStdString(wish.orderBy));
-    m_stop = m_ui->buttons->addButton(QStringLiteral("S&top"), QDialogButtonBox::ActionRole);
+    m_stop = m_ui->buttons->addButton(TTexts::tr("S&top"), QDialogButtonBox::ActionRole);
     m_stop->setObjectName(QStringLiteral("btnStop"));
     ConnectControls();
     EnableControls();
@@ -80,7 +90,7 @@ bool TDatabaseChooser::Wait(const std::function<bool()>& isDone) {
     const QPointer<QWidget> focus = focusWidget();
     m_isWaiting = true;
     m_isStopped = false;
-    m_ui->lblMessage->setText(QStringLiteral("Waiting for the database…"));
+    m_ui->lblMessage->setText(TTexts::tr("Waiting for the database…"));
     EnableControls();
     m_stop->setFocus();
     QEventLoop loop;
@@ -112,7 +122,7 @@ std::optional<T> TDatabaseChooser::Await(std::function<T()> work) {
     const auto isDone = [&result] { return result.wait_for(0s) == std::future_status::ready; };
     const bool isQuick = result.wait_for(kUnnoticed) == std::future_status::ready;
     if (!isQuick && !Wait(isDone)) {
-        m_ui->lblMessage->setText(QStringLiteral("Stopped: nothing was read."));
+        m_ui->lblMessage->setText(TTexts::tr("Stopped: nothing was read."));
         return std::nullopt;
     }
     return result.get();
@@ -174,10 +184,10 @@ void TDatabaseChooser::ConnectionPicked() {
 }
 
 void TDatabaseChooser::ChooseFile() {
-    QFileDialog dialog(this, QStringLiteral("Choose a database file"));
+    QFileDialog dialog(this, TTexts::tr("Choose a database file"));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters({QStringLiteral("Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb)"),
-                           QStringLiteral("All files (*)")});
+    dialog.setNameFilters({TTexts::tr("Databases (*.db *.sqlite *.sqlite3 *.db3 *.dbf *.mdb *.accdb)"),
+                           TTexts::tr("All files (*)")});
     const QFileInfo present(Connection());
     if (present.exists()) dialog.setDirectory(present.absolutePath());
     if (dialog.exec() != QDialog::Accepted) return;
@@ -195,8 +205,8 @@ void TDatabaseChooser::ChooseServer() {
 
 void TDatabaseChooser::SaveAs() {
     bool isGiven = false;
-    const QString name = QInputDialog::getText(this, QStringLiteral("Save Connection"),
-                                               QStringLiteral("Name:"), QLineEdit::Normal, {}, &isGiven)
+    const QString name = QInputDialog::getText(this, TTexts::tr("Save Connection"), TTexts::tr("Name:"),
+                                               QLineEdit::Normal, {}, &isGiven)
                              .trimmed();
     if (!isGiven || name.isEmpty()) return;
     SaveConnection(name.toStdString(), Connection().toStdString());
@@ -300,7 +310,7 @@ void TDatabaseChooser::ShowPreview() {
         FillColumns(preview);
         FillRows(preview);
         m_ui->lblMessage->setText(
-            preview.chosen.y >= 0 ? QString() : QStringLiteral("No column of it holds numbers or dates."));
+            preview.chosen.y >= 0 ? QString() : TTexts::tr("No column of it holds numbers or dates."));
     } catch (const ELumoError& error) {
         ShowProblem(Shown(error.what()));
     }
@@ -309,8 +319,8 @@ void TDatabaseChooser::ShowPreview() {
 
 void TDatabaseChooser::FillColumns(const TDatabasePreview& preview) {
     for (QComboBox* box : {m_ui->cbx_X, m_ui->cbx_Y, m_ui->cbx_YError}) box->clear();
-    m_ui->cbx_X->addItem(kRowNumberItem);
-    m_ui->cbx_YError->addItem(kNoErrorsItem);
+    m_ui->cbx_X->addItem(RowNumberItem());
+    m_ui->cbx_YError->addItem(NoErrorsItem());
     int place = 0;
     for (const TTableColumn& column : preview.table.columns) {
         const QString name = QString::fromStdString(column.name);

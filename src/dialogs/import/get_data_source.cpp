@@ -1,10 +1,14 @@
 #include "dialogs/import/get_data_source.h"
 
+#include "controls/model_texts.h"
+#include "controls/return_key.h"
+#include "controls/texts.h"
 #include "dialogs/import/column_items.h"
 #include "dialogs/import/reading_options.h"
 #include "dialogs/import/source_files.h"
 #include "dialogs/import/source_reading.h"
 #include "dialogs/import/text_preview_pane.h"
+#include "dialogs/manual_window.h"
 #include "graph/file/graph_file.h"
 #include "graph/loading/source_loading.h"
 #include "graph/loading/source_rows.h"
@@ -54,6 +58,8 @@ TxyGetDataSource::TxyGetDataSource(const TxyGraph& graph, const TDSInfo& given, 
     : QDialog(parent), m_ui(std::make_unique<Ui::TxyGetDataSource>()), m_graph(std::make_unique<TxyGraph>()),
       m_given(given), m_givenWishes(wishes) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("text-import.md"); });
     m_reading = new TReadingOptions(m_ui->pageText);
     m_preview = new TTextPreviewPane(m_ui->pageText);
     m_ui->textLayout->insertWidget(0, m_reading);
@@ -107,6 +113,7 @@ void TxyGetDataSource::ConnectControls() {
             m_yErrors = m_ui->cbx_YErrors->currentData().toString();
             TakeYErrors();
             ShowPreview();
+            m_preview->ShowMoreY(CheckedColumns());
         });
     });
     connect(m_ui->btnOk, &QPushButton::clicked, this, &QDialog::accept);
@@ -200,6 +207,7 @@ void TxyGetDataSource::ShowText() {
     const TYErrorRule before = Source().YErrorRule();
     TakeYErrors();
     if (Source().YErrorRule() != before) ShowPreview();
+    m_preview->ShowMoreY(CheckedColumns());
 }
 
 /// The format that was found, or nothing when the source can not be read.
@@ -216,7 +224,7 @@ std::optional<TTextFormat> TxyGetDataSource::ShowPreview() {
     } catch (const ELumoError& error) {
         m_found.reset();
         m_reading->Show(*m_series, nullptr);
-        m_preview->ShowProblem(QString::fromUtf8(error.what()));
+        m_preview->ShowProblem(InLanguage(QString::fromUtf8(error.what())));
         return std::nullopt;
     }
 }
@@ -230,8 +238,8 @@ void TxyGetDataSource::ShowDataFile() {
         LoadSeriesFromFile(series, SourceFileOf(*m_series));
         m_canBeRead = true;
         m_ui->lblNotes->setText(
-            QStringLiteral("Data set \"%1\" with %2 points.\n\nIt brings all settings of its data "
-                           "set: name, style, baseline, regression and fit.")
+            TTexts::tr("Data set \"%1\" with %2 points.\n\nIt brings all settings of its data "
+                       "set: name, style, baseline, regression and fit.")
                 .arg(QString::fromStdString(series.SeriesName()), QLocale().toString(series.Count())));
     } catch (const ELumoError& error) {
         m_ui->lblNotes->setText(QString::fromStdString(ShownLine(error.what())));
@@ -248,8 +256,8 @@ void TxyGetDataSource::ShowColumns(const TTextFormat* found) {
     if (found) {
         const QString chosen = QString::fromStdString(Source().XDataColumn());
         const bool isFound = chosen.isEmpty();
-        box.addItem(isFound ? QStringLiteral("Auto (%1)").arg(ColumnItemText(*found, found->xColumn))
-                            : QStringLiteral("Auto"),
+        box.addItem(isFound ? TTexts::tr("Auto (%1)").arg(ColumnItemText(*found, found->xColumn))
+                            : TTexts::tr("Auto"),
                     QString());
         box.addItem(ColumnItemText(*found, TTextFormat::kRowNumber), QStringLiteral("0"));
         for (int i = 0; i < static_cast<int>(found->columns.size()); ++i)
@@ -301,10 +309,9 @@ void TxyGetDataSource::FillYErrors() {
     if (!m_found) return;
     const std::vector<int> columns = CheckedColumns();
     const int first = columns.empty() ? TTextFormat::kNoColumn : ErrorColumnOf(*m_found, columns.front());
-    box.addItem(
-        QStringLiteral("Auto (%1)").arg(first < 0 ? QStringLiteral("none") : ColumnItemText(*m_found, first)),
-        kAutoErrors);
-    box.addItem(QStringLiteral("None"), kNoErrors);
+    box.addItem(TTexts::tr("Auto (%1)").arg(first < 0 ? TTexts::tr("none") : ColumnItemText(*m_found, first)),
+                kAutoErrors);
+    box.addItem(TTexts::tr("None"), kNoErrors);
     for (int i = 0; i < static_cast<int>(m_found->columns.size()); ++i)
         if (m_found->columns[static_cast<std::size_t>(i)].kind == TCellKind::Number && i != m_found->xColumn)
             box.addItem(ColumnItemText(*m_found, i), ColumnItemKey(*m_found, i));
@@ -349,6 +356,7 @@ void TxyGetDataSource::YColumnsPicked() {
     if (!columns.empty()) m_series->DataSourceInfo().SetYDataColumn(columns.front());
     TakeYErrors();
     ShowPreview();
+    m_preview->ShowMoreY(CheckedColumns());
     EnableOk();
 }
 
@@ -374,8 +382,8 @@ void TxyGetDataSource::EnableOk() {
     m_ui->btnOk->setEnabled(m_canBeRead && count > 0);
     const bool isTold = m_canBeRead && count != 1;
     m_ui->lblDataSets->setText(!isTold      ? QString()
-                               : count == 0 ? QStringLiteral("Check the Y columns to read.")
-                                            : QStringLiteral("%1 data sets will be read.").arg(count));
+                               : count == 0 ? TTexts::tr("Check the Y columns to read.")
+                                            : TTexts::tr("%1 data sets will be read.").arg(count));
 }
 
 void TxyGetDataSource::dragEnterEvent(QDragEnterEvent* event) {

@@ -1,4 +1,5 @@
 // Which sources the chooser lists, and how others come into its list.
+#include "controls/texts.h"
 #include "dialogs/import/get_data_source.h"
 #include "dialogs/import/source_files.h"
 #include "dialogs/import/text_preview_pane.h"
@@ -51,17 +52,17 @@ void TxyGetDataSource::ListUsed(const TxyGraph& graph) {
         const QString name = QString::fromStdString(info.SourceName());
         const bool isFile = info.Kind() == TSourceKind::TextFile || info.Kind() == TSourceKind::DataFile;
         if (!isFile || name.isEmpty() || FindSource(info.Kind(), name)) continue;
-        if (std::exchange(isFirst, false)) AddCaption(QStringLiteral("In this graph"));
+        if (std::exchange(isFirst, false)) AddCaption(TTexts::tr("In this graph"));
         AddSource(info.Kind(), name);
     }
 }
 
 void TxyGetDataSource::ListSheets() {
     const TSheetOffer& sheets = m_graph->Holder()->Sheets();
-    if (!sheets) return;
-    AddCaption(QStringLiteral("Sheets"));
-    for (const std::string& name : sheets.Names())
-        AddSource(TSourceKind::LumoSheet, QString::fromStdString(name));
+    const std::vector<std::string> names = sheets ? sheets.Names() : std::vector<std::string>();
+    if (names.empty()) return;
+    AddCaption(TTexts::tr("Sheets"));
+    for (const std::string& name : names) AddSource(TSourceKind::LumoSheet, QString::fromStdString(name));
 }
 
 /// The data files beside the present source, or in the graph's data directory.
@@ -75,7 +76,7 @@ void TxyGetDataSource::ListFiles() {
     if (path.isEmpty() || !directory.exists()) return;
     const QStringList files = directory.entryList(Patterns(), QDir::Files | QDir::Readable, QDir::Name);
     if (files.isEmpty()) return;
-    AddCaption(QStringLiteral("In ") + QDir::toNativeSeparators(directory.absolutePath()));
+    AddCaption(TTexts::tr("In %1").arg(QDir::toNativeSeparators(directory.absolutePath())));
     for (const QString& file : files.mid(0, kMostFiles))
         AddSource(KindOfFile(file), directory.absoluteFilePath(file));
 }
@@ -111,11 +112,11 @@ QListWidgetItem* TxyGetDataSource::FindSource(TSourceKind kind, const QString& n
 }
 
 void TxyGetDataSource::Browse() {
-    QFileDialog dialog(this, QStringLiteral("Choose the source file"));
+    QFileDialog dialog(this, TTexts::tr("Choose the source file"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::ReadOnly);
-    dialog.setNameFilters({QStringLiteral("Data Files (%1)").arg(Patterns().join(QLatin1Char(' '))),
-                           QStringLiteral("All Files (*)")});
+    dialog.setNameFilters(
+        {TTexts::tr("Data Files (%1)").arg(Patterns().join(QLatin1Char(' '))), TTexts::tr("All Files (*)")});
     const QFileInfo present(FileOf(*m_series));
     if (present.exists()) dialog.setDirectory(present.absolutePath());
     if (dialog.exec() != QDialog::Accepted) return;
@@ -131,7 +132,7 @@ void TxyGetDataSource::SelectSource(TSourceKind kind, const QString& name) {
         if (m_ui->l_Sources->item(i)->flags() != Qt::NoItemFlags) item = m_ui->l_Sources->item(i);
     if (item) return m_ui->l_Sources->setCurrentItem(item);
     ShowColumns(nullptr);
-    m_preview->ShowProblem(QStringLiteral("Browse for a file, or drop one here."));
+    m_preview->ShowProblem(TTexts::tr("Browse for a file, or drop one here."));
     EnableOk();
 }
 

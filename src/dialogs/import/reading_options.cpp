@@ -1,5 +1,6 @@
 #include "dialogs/import/reading_options.h"
 
+#include "controls/texts.h"
 #include "data/series/ds_info.h"
 #include "dialogs/import/auto_list.h"
 #include "graph/loading/source_loading.h"
@@ -87,8 +88,8 @@ void TReadingOptions::Show(const TSeries& series, const TTextFormat* found) {
     FillAutoList(*m_ui->cbx_DateOrder, kOrders, wishes.dateOrder, OrderFound(found));
     FillAutoList(*m_ui->cbx_Encoding, kCodings, wishes.encoding, EncodingFound(found));
     const QSignalBlocker quiet(m_ui->se_HeaderRows);
-    m_ui->se_HeaderRows->setSpecialValueText(found ? QStringLiteral("Auto: %1").arg(found->headerRows)
-                                                   : QStringLiteral("Auto"));
+    m_ui->se_HeaderRows->setSpecialValueText(found ? TTexts::tr("Auto: %1").arg(found->headerRows)
+                                                   : TTexts::tr("Auto"));
     m_ui->se_HeaderRows->setValue(info.FileHasHeaders());
 }
 

@@ -1,6 +1,7 @@
 #include "dialogs/import/text_preview_model.h"
 
 #include "controls/mark_color.h"
+#include "controls/texts.h"
 #include "support/number_text.h"
 
 #include <QFont>
@@ -13,15 +14,15 @@ namespace {
 constexpr qsizetype kShownCharacters = 200;
 constexpr int kResultDigits = 10;
 
-const char* KindText(TCellKind kind) {
+QString KindText(TCellKind kind) {
     switch (kind) {
-    case TCellKind::Number: return "number";
-    case TCellKind::Date: return "date";
-    case TCellKind::TimeOfDay: return "time";
-    case TCellKind::Text: return "text";
+    case TCellKind::Number: return TTexts::tr("number");
+    case TCellKind::Date: return TTexts::tr("date");
+    case TCellKind::TimeOfDay: return TTexts::tr("time");
+    case TCellKind::Text: return TTexts::tr("text");
     case TCellKind::Empty: break;
     }
-    return "empty";
+    return TTexts::tr("empty");
 }
 
 const QColor kXTint(64, 128, 255);
@@ -33,6 +34,7 @@ void TTextPreviewModel::Show(TTextPreview preview) {
     beginResetModel();
     m_preview = std::move(preview);
     m_results.clear();
+    m_moreY.clear();
     if (!m_preview.formulas.x.empty()) m_results.push_back(TResult::X);
     if (!m_preview.formulas.y.empty()) m_results.push_back(TResult::Y);
     std::size_t columns = m_preview.rows.empty() ? 0 : Format().columns.size();
@@ -40,6 +42,16 @@ void TTextPreviewModel::Show(TTextPreview preview) {
         if (row.kind == TRowKind::Data) columns = std::max(columns, row.cells.size());
     m_columns = static_cast<int>(columns);
     endResetModel();
+}
+
+void TTextPreviewModel::ShowMoreY(std::vector<int> columns) {
+    beginResetModel();
+    m_moreY = std::move(columns);
+    endResetModel();
+}
+
+bool TTextPreviewModel::IsY(int column) const {
+    return column == Format().yColumn || std::ranges::find(m_moreY, column) != m_moreY.end();
 }
 
 int TTextPreviewModel::IndexOf(std::int64_t row) const {
@@ -74,7 +86,7 @@ QVariant TTextPreviewModel::BackgroundOf(const TPreviewCell* cell, int column) c
     if (!cell || cell->state == TCellState::Skipped) return {};
     const bool isX = column == Format().xColumn || column == Format().timeColumn;
     if (isX && m_preview.formulas.x.empty()) return QBrush(TintedBase(kXTint));
-    const bool isY = column == Format().yColumn && m_preview.formulas.y.empty();
+    const bool isY = IsY(column) && m_preview.formulas.y.empty();
     return isY ? QVariant(QBrush(TintedBase(kYTint))) : QVariant();
 }
 
@@ -132,11 +144,11 @@ QString TTextPreviewModel::ColumnCaption(int section) const {
     }
     const int column = ColumnOf(section);
     const QString equals = QStringLiteral(" = ") + QString::number(column + 1);
-    const QString asRead = QStringLiteral(" as read");
+    const QString asRead = TTexts::tr(" as read");
     const QString x = QStringLiteral("X") + (m_preview.formulas.x.empty() ? QString() : asRead);
     if (column == Format().xColumn) return x + equals;
     if (column == Format().timeColumn) return x + QStringLiteral(" (time)") + equals;
-    if (column != Format().yColumn) return QString::number(column + 1);
+    if (!IsY(column)) return QString::number(column + 1);
     return QStringLiteral("Y") + (m_preview.formulas.y.empty() ? QString() : asRead) + equals;
 }
 
@@ -145,16 +157,16 @@ QString TTextPreviewModel::CaptionWithKind(int section) const {
     const auto column = static_cast<std::size_t>(std::max(ColumnOf(section), 0));
     const QString caption = ColumnCaption(section);
     if (IsResult(section) || column >= Format().columns.size()) return caption;
-    return caption + QLatin1Char('\n') + QLatin1String(KindText(Format().columns[column].kind));
+    return caption + QLatin1Char('\n') + KindText(Format().columns[column].kind);
 }
 
 /// The name and the kind of the column.
 QString TTextPreviewModel::ColumnHint(int section) const {
     if (IsResult(section)) return ColumnCaption(section);
     const auto column = static_cast<std::size_t>(ColumnOf(section));
-    if (column >= Format().columns.size()) return QStringLiteral("beyond the columns of the table");
+    if (column >= Format().columns.size()) return TTexts::tr("beyond the columns of the table");
     const TTextColumn& described = Format().columns[column];
-    const QString kind = QString::fromLatin1(KindText(described.kind));
+    const QString kind = KindText(described.kind);
     const QString name = QString::fromStdString(described.name);
     const QString unit = QString::fromStdString(described.unit);
     QStringList parts;
@@ -171,8 +183,8 @@ QVariant TTextPreviewModel::headerData(int section, Qt::Orientation orientation,
                    : QVariant::fromValue<qlonglong>(m_preview.rows[static_cast<std::size_t>(section)].number);
     if (role == Qt::ToolTipRole && isColumn) return ColumnHint(section);
     const int column = ColumnOf(section);
-    const bool isUsed = IsResult(section) || column == Format().xColumn || column == Format().yColumn ||
-                        column == Format().timeColumn;
+    const bool isUsed =
+        IsResult(section) || column == Format().xColumn || IsY(column) || column == Format().timeColumn;
     if (role != Qt::FontRole || !isColumn || !isUsed) return {};
     QFont font;
     font.setBold(true);

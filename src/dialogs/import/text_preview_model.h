@@ -17,6 +17,9 @@ public:
     /// Shows these rows; an empty preview shows nothing.
     void Show(TTextPreview preview);
 
+    /// Columns that are Y of other data sets, until the next Show.
+    void ShowMoreY(std::vector<int> columns);
+
     /// Where the row with that number in the file is; -1 where it is not shown.
     int IndexOf(std::int64_t row) const;
 
@@ -36,12 +39,14 @@ private:
     QString CaptionWithKind(int section) const;
     QString ColumnHint(int section) const;
     QString ReasonAt(const QModelIndex& index) const;
+    bool IsY(int column) const;
     bool IsResult(int section) const { return section < static_cast<int>(m_results.size()); }
     int ColumnOf(int section) const { return section - static_cast<int>(m_results.size()); }
 
     enum class TResult { X, Y };
 
     TTextPreview m_preview;
+    std::vector<int> m_moreY;
     std::vector<TResult> m_results; ///< what formulas make, in the first columns of the table
     int m_columns = 0;              ///< of the file
 };

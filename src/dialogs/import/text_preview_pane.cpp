@@ -1,5 +1,6 @@
 #include "dialogs/import/text_preview_pane.h"
 
+#include "controls/texts.h"
 #include "dialogs/import/text_preview_model.h"
 #include "graph/loading/rows_text.h"
 #include "sources/report/text_explanation.h"
@@ -16,23 +17,26 @@ namespace {
 constexpr int kWidestColumn = 24;
 constexpr int kLeastRows = 7;
 
-QString Counted(std::int64_t count, const char* one, const char* many) {
-    const QString number = QLocale().toString(static_cast<qlonglong>(count));
-    return number + QLatin1Char(' ') + QLatin1String(count == 1 ? one : many);
+QString NumberOf(std::int64_t count) {
+    return QLocale().toString(static_cast<qlonglong>(count));
+}
+
+QString Rows(std::int64_t count) {
+    return count == 1 ? TTexts::tr("1 row") : TTexts::tr("%1 rows").arg(NumberOf(count));
 }
 
 QString ResultText(const TTextReport& report) {
     const bool hasAll = report.rowsUsed == report.rowsChosen;
-    QStringList parts = {Counted(report.rowsUsed - report.rowsMerged, "point", "points") +
-                         QLatin1String(hasAll ? " from " : " ") +
-                         QString::fromStdString(RowsText({report.rowsUsed, report.rowsChosen}))};
+    const std::int64_t count = report.rowsUsed - report.rowsMerged;
+    const QString points = count == 1 ? TTexts::tr("1 point") : TTexts::tr("%1 points").arg(NumberOf(count));
+    const QString rows = QString::fromStdString(RowsText({report.rowsUsed, report.rowsChosen}));
+    QStringList parts = {hasAll ? TTexts::tr("%1 from %2").arg(points, rows)
+                                : points + QLatin1Char(' ') + rows};
     if (report.samplingFrequency > 1)
-        parts << QStringLiteral("one of every ") + Counted(report.samplingFrequency, "row", "rows");
-    if (report.rowsSkipped > 0)
-        parts << Counted(report.rowsSkipped, "row", "rows") + QStringLiteral(" skipped");
+        parts << TTexts::tr("one of every %1").arg(Rows(report.samplingFrequency));
+    if (report.rowsSkipped > 0) parts << TTexts::tr("%1 skipped").arg(Rows(report.rowsSkipped));
     if (report.rowsMerged > 0)
-        parts << Counted(report.rowsMerged, "row", "rows") +
-                     QStringLiteral(" merged into others with the same X");
+        parts << TTexts::tr("%1 merged into others with the same X").arg(Rows(report.rowsMerged));
     return parts.join(QStringLiteral(", "));
 }
 
@@ -83,6 +87,10 @@ void TTextPreviewPane::ShowPreview(TTextPreview preview, bool isChosen) {
     ShowMessages(m_previewMessages, 0);
 }
 
+void TTextPreviewPane::ShowMoreY(std::vector<int> columns) const {
+    m_model->ShowMoreY(std::move(columns));
+}
+
 /// A comment in front of the data must not push the other columns out of sight.
 void TTextPreviewPane::FitColumns() {
     QTableView& table = *m_ui->t_Preview;
@@ -96,7 +104,7 @@ void TTextPreviewPane::ShowReadings(const TTextReadings& readings, bool isChosen
     const std::string& problem = readings.best.problem;
     const TTextExplanation explanation = Explain(readings);
     const QString found = problem.empty() ? QString::fromStdString(explanation.Found())
-                                          : QStringLiteral("Read as %1. The file %2.")
+                                          : TTexts::tr("Read as %1. The file %2.")
                                                 .arg(QString::fromStdString(explanation.reading),
                                                      QString::fromStdString(problem));
     m_ui->lblFound->setText(found);
@@ -105,9 +113,9 @@ void TTextPreviewPane::ShowReadings(const TTextReadings& readings, bool isChosen
     m_ui->btnRunnerUp->setVisible(readings.runnerUp.has_value());
     if (!readings.runnerUp) return;
     m_runnerUp = readings.runnerUp->format;
-    m_ui->btnRunnerUp->setText(QStringLiteral("Also fits: ") + QString::fromStdString(explanation.other));
-    m_ui->btnRunnerUp->setToolTip(QStringLiteral("Read the file as ") +
-                                  QString::fromStdString(Describe(m_runnerUp)));
+    m_ui->btnRunnerUp->setText(TTexts::tr("Also fits: %1").arg(QString::fromStdString(explanation.other)));
+    m_ui->btnRunnerUp->setToolTip(
+        TTexts::tr("Read the file as %1").arg(QString::fromStdString(Describe(m_runnerUp))));
 }
 
 void TTextPreviewPane::ShowMessages(const std::vector<std::string>& messages, std::int64_t skipped) {
@@ -115,8 +123,7 @@ void TTextPreviewPane::ShowMessages(const std::vector<std::string>& messages, st
     for (const std::string& message : messages)
         m_ui->l_Messages->addItem(QString::fromStdString(ShownLine(message)));
     const auto shown = static_cast<std::int64_t>(messages.size());
-    if (skipped > shown)
-        m_ui->l_Messages->addItem(QStringLiteral("and ") + Counted(skipped - shown, "more", "more"));
+    if (skipped > shown) m_ui->l_Messages->addItem(TTexts::tr("and %1 more").arg(NumberOf(skipped - shown)));
     m_ui->l_Messages->setVisible(shown > 0);
 }
 
@@ -158,8 +165,8 @@ void TTextPreviewPane::ShowReport(const TTextReport& report) {
 
 void TTextPreviewPane::ShowNotLoaded() {
     m_ui->btnKeepAll->hide();
-    ShowResult(QStringLiteral("Changed since the points were loaded: they are loaded again by Reload, "
-                              "Preview and OK."));
+    ShowResult(TTexts::tr("Changed since the points were loaded: they are loaded again by Reload, "
+                          "Preview and OK."));
 }
 
 } // namespace lumoplot

@@ -30,6 +30,8 @@ public:
 
     /// `isChosen`: the user has fixed something of the reading, which "Find Again" takes back.
     void ShowPreview(TTextPreview preview, bool isChosen);
+    /// Marks the Y columns of other data sets in the preview that is shown.
+    void ShowMoreY(std::vector<int> columns) const;
     /// Other rows of the same preview, for a message about one of them, which is selected.
     void ShowRowsAround(TTextPreview preview, std::int64_t row);
     /// What the last loading with the present description came to.

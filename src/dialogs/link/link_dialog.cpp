@@ -1,5 +1,9 @@
 #include "dialogs/link/link_dialog.h"
 
+#include "controls/model_texts.h"
+#include "controls/return_key.h"
+#include "controls/texts.h"
+#include "dialogs/manual_window.h"
 #include "sources/link/link_place.h"
 #include "support/errors.h"
 #include "ui_link_dialog.h"
@@ -21,12 +25,14 @@ struct TKindTexts {
 
 // In the order of TLinkKind.
 constexpr TKindTexts kKinds[] = {
-    {"&File:", "a text file that grows or is written anew"},
-    {"&Pipe:", "/tmp/feed"},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&File:"),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "a text file that grows or is written anew")},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Pipe:"), "/tmp/feed"},
     {"", ""},
-    {"&Server:", "host:5000"},
-    {"&Port:", "5000 for this machine alone, or address:5000"},
-    {"&Line:", "/dev/ttyUSB0@9600, COM3@9600"},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Server:"), "host:5000"},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Port:"),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "5000 for this machine alone, or address:5000")},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Line:"), "/dev/ttyUSB0@9600, COM3@9600"},
 };
 
 constexpr const char* kPrefixes[] = {"", "pipe:", "-", "tcp://", "tcp-listen://", "serial:"};
@@ -40,6 +46,8 @@ QString Column(const QLineEdit& edit) {
 TLinkDialog::TLinkDialog(const TDSInfo& current, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::TLinkDialog>()) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("links.md"); });
     m_ui->buttons->button(QDialogButtonBox::Ok)->setText(tr("F&ollow"));
     connect(m_ui->cbx_Kind, &QComboBox::currentIndexChanged, this, &TLinkDialog::ShowKind);
     connect(m_ui->cbx_Keep, &QComboBox::currentIndexChanged, this, &TLinkDialog::ShowKeep);
@@ -78,8 +86,8 @@ void TLinkDialog::Fill(const TDSInfo& current) {
 void TLinkDialog::ShowKind() {
     const int kind = m_ui->cbx_Kind->currentIndex();
     const bool hasPlace = kind != static_cast<int>(TLinkKind::StandardInput);
-    m_ui->lblPlace->setText(QString::fromUtf8(kKinds[kind].label));
-    m_ui->e_Place->setPlaceholderText(QString::fromUtf8(kKinds[kind].example));
+    m_ui->lblPlace->setText(TTexts::tr(kKinds[kind].label));
+    m_ui->e_Place->setPlaceholderText(TTexts::tr(kKinds[kind].example));
     m_ui->lblPlace->setVisible(hasPlace);
     m_ui->e_Place->setVisible(hasPlace);
     m_ui->btnBrowse->setVisible(kind <= static_cast<int>(TLinkKind::Pipe));
@@ -127,7 +135,7 @@ void TLinkDialog::accept() {
         m_source.SetXDataColumn(Column(*m_ui->e_XColumn).toStdString());
         m_source.SetYDataColumn(Column(*m_ui->e_YColumn).toStdString());
     } catch (const ELumoError& error) {
-        m_ui->lblProblem->setText(QString::fromUtf8(error.what()));
+        m_ui->lblProblem->setText(InLanguage(QString::fromUtf8(error.what())));
         return;
     }
     QDialog::accept();

@@ -1,5 +1,6 @@
 #include "dialogs/messages/message_box_sink.h"
 
+#include "controls/model_texts.h"
 #include "dialogs/messages/window_place.h"
 
 #include <QApplication>
@@ -20,8 +21,8 @@ QMessageBox::Icon IconOf(TMessageKind kind) {
 
 int Run(TMessageKind kind, const std::string& text, QMessageBox::StandardButtons buttons) {
     QWidget* dialog = QApplication::activeModalWidget();
-    QMessageBox box(IconOf(kind), QGuiApplication::applicationDisplayName(), QString::fromStdString(text),
-                    buttons, dialog ? dialog : MainWindow());
+    QMessageBox box(IconOf(kind), QGuiApplication::applicationDisplayName(), InLanguage(text), buttons,
+                    dialog ? dialog : MainWindow());
     // Return alone must not do what is warned of.
     if (kind == TMessageKind::Warning && buttons.testFlag(QMessageBox::No))
         box.setDefaultButton(QMessageBox::No);

@@ -1,5 +1,6 @@
 #include "dialogs/messages/password_question.h"
 
+#include "controls/texts.h"
 #include "support/message_text.h"
 
 #include <QApplication>
@@ -11,10 +12,10 @@ namespace lumoplot {
 std::optional<std::string> AskPassword(const std::string& connection, const std::string& reason) {
     QInputDialog dialog(QApplication::activeWindow());
     dialog.setObjectName(QStringLiteral("TPasswordQuestion"));
-    dialog.setWindowTitle(QStringLiteral("Password"));
+    dialog.setWindowTitle(TTexts::tr("Password"));
     dialog.setTextEchoMode(QLineEdit::Password);
     dialog.setLabelText(Qt::convertFromPlainText(
-        QStringLiteral("%1\n\nThe password of %2 (it is not saved):")
+        TTexts::tr("%1\n\nThe password of %2 (it is not saved):")
             .arg(QString::fromStdString(ShownLine(reason)), QString::fromStdString(ShownLine(connection)))));
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.textValue().toStdString();

@@ -21,7 +21,7 @@ class TLargeProgress : public TProgress {
 public:
     explicit TLargeProgress(const std::string& reason) : m_window(MainWindow()) {
         m_window.SetReason(QString::fromStdString(reason));
-        m_window.StartTimer();
+        m_window.StartTimer(TStepWindow::kLongWorkMs);
     }
     void Begin(const std::string& caption, std::int64_t minimum, std::int64_t maximum) override {
         m_window.ResetProgress(QString::fromStdString(caption), kParts);
@@ -46,7 +46,9 @@ private:
 
 class TBusyProgress : public TProgress {
 public:
-    explicit TBusyProgress(const std::string& reason) : m_window(ShowBusy(QString::fromStdString(reason))) {}
+    explicit TBusyProgress(const std::string& reason) : m_window(ShowBusy(QString::fromStdString(reason))) {
+        m_window->StartTimer(TStepWindow::kLongWorkMs);
+    }
     void Begin(const std::string&, std::int64_t, std::int64_t) override {}
     [[nodiscard]] bool StepTo(std::int64_t) override {
         m_window->StepProgress();
@@ -69,6 +71,7 @@ std::unique_ptr<TProgress> MakeLargeProgress(const std::string& reason) {
 
 TProgressWindow::TProgressWindow()
     : m_window(ShowProgress(QObject::tr("Processing..."), kParts, /*withCancel*/ true, /*showNow*/ true)) {
+    m_window->StartTimer(TStepWindow::kLongWorkMs);
 }
 
 TProgressWindow::~TProgressWindow() = default;

@@ -23,16 +23,16 @@ TStepWindow::TStepWindow(QWidget* owner) : QDialog(owner, Qt::Dialog | Qt::Windo
     connect(&m_timer, &QTimer::timeout, this, &TStepWindow::ShowUnlessAsked);
 }
 
-void TStepWindow::StartTimer() {
+void TStepWindow::StartTimer(int milliseconds) {
     m_over = QApplication::activeModalWidget();
-    m_timer.start(kShowAfterMs);
+    m_timer.start(milliseconds);
 }
 
 void TStepWindow::ShowUnlessAsked() {
     if (m_noAutoShow) return;
     const QWidget* asking = QApplication::activeModalWidget();
     if (asking && asking != m_over)
-        m_timer.start(kShowAfterMs);
+        m_timer.start();
     else
         show();
 }

@@ -17,8 +17,10 @@ class TStepWindow : public QDialog {
     Q_OBJECT
 
 public:
-    /// Between the start of the timer and its showing the window.
+    /// Between the start of the timer and its showing the window, unless it is started with another time.
     static constexpr int kShowAfterMs = 1000;
+    /// Work of the programs waits no longer.
+    static constexpr int kLongWorkMs = 300;
     /// Between two looks at what has come in: steps in a tight loop do little else than counting.
     static constexpr int kEventsEveryMs = 20;
 
@@ -29,9 +31,9 @@ public:
     void SetNoAutoShow(bool value) { m_noAutoShow = value; }
     /// Steps counted while the window was not visible.
     int HiddenSteps() const { return m_hiddenSteps; }
-    /// Lets the timer show the window after kShowAfterMs. While a window that was opened later asks
+    /// Lets the timer show the window after so many milliseconds. While a window that was opened later asks
     /// something, it is waited for: the question must not be covered nor blocked.
-    void StartTimer();
+    void StartTimer(int milliseconds = kShowAfterMs);
 
     /// A bar from 0 to the larger of 1 and `count`, at 0, and a new caption.
     void ResetProgress(const QString& caption, int count);

@@ -1,5 +1,8 @@
 #include "dialogs/recovery/recovery_dialog.h"
 
+#include "controls/model_texts.h"
+#include "controls/return_key.h"
+#include "dialogs/manual_window.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/drawing/picture/drawing.h"
 #include "session/recovery_writer.h"
@@ -77,17 +80,20 @@ QString StepsText(const TRecoveryInfo& info) {
 }
 
 QString DetailsOf(const TRecoveryInfo& info, bool isOfEditor) {
-    using TDialog = TRecoveryDialog;
     const bool hasFile = !info.DocumentName.isEmpty();
-    const QString last = info.LastStep.isEmpty() ? QString() : TDialog::tr(", last: %1").arg(info.LastStep);
+    const QString last = info.LastStep.isEmpty()
+                             ? QString()
+                             : TRecoveryDialog::tr(", last: %1").arg(InLanguage(info.LastStep));
     QStringList lines;
-    const QString file = hasFile ? QDir::toNativeSeparators(info.DocumentName) : TDialog::tr("never saved");
-    lines += isOfEditor ? TDialog::tr("Left in the data editor, which OK had not closed yet")
-                        : TDialog::tr("File: %1").arg(Shown(file));
-    lines += TDialog::tr("Kept: %1 by %2").arg(TimeText(info.Written), Shown(info.Program));
-    lines += TDialog::tr("Changes: ") + StepsText(info) + Shown(last);
-    if (!info.Beside.empty()) lines += TDialog::tr("With rows of the grid that are no points yet");
-    lines += info.DataSets.isEmpty() ? TDialog::tr("No data sets") : TDialog::tr("Data sets:");
+    const QString file =
+        hasFile ? QDir::toNativeSeparators(info.DocumentName) : TRecoveryDialog::tr("never saved");
+    lines += isOfEditor ? TRecoveryDialog::tr("Left in the data editor, which OK had not closed yet")
+                        : TRecoveryDialog::tr("File: %1").arg(Shown(file));
+    lines += TRecoveryDialog::tr("Kept: %1 by %2").arg(TimeText(info.Written), Shown(info.Program));
+    lines += TRecoveryDialog::tr("Changes: ") + StepsText(info) + Shown(last);
+    if (!info.Beside.empty()) lines += TRecoveryDialog::tr("With rows of the grid that are no points yet");
+    lines +=
+        info.DataSets.isEmpty() ? TRecoveryDialog::tr("No data sets") : TRecoveryDialog::tr("Data sets:");
     for (const QString& name : info.DataSets) lines += QStringLiteral("    ") + Shown(name);
     return lines.join(QLatin1Char('\n'));
 }
@@ -108,9 +114,9 @@ struct TRecoveryDialog::TEntry {
             Picture = PictureOfRecovered(*graph, pixelRatio);
             Graph = std::move(graph);
         } catch (const std::exception& error) {
-            Problem =
-                tr("%1\n\nThe file: %2")
-                    .arg(Shown(QString::fromUtf8(error.what())), QDir::toNativeSeparators(File->FileName()));
+            Problem = tr("%1\n\nThe file: %2")
+                          .arg(Shown(InLanguage(QString::fromUtf8(error.what()))),
+                               QDir::toNativeSeparators(File->FileName()));
         }
     }
 
@@ -126,6 +132,8 @@ struct TRecoveryDialog::TEntry {
 TRecoveryDialog::TRecoveryDialog(TLeftSessions sessions, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::RecoveryDialog>()) {
     m_ui->setupUi(this);
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("recovery.md"); });
     AddSessions(std::move(sessions));
     connect(m_ui->lst_Sessions, &QListWidget::currentRowChanged, this, &TRecoveryDialog::Show);
     connect(m_ui->lst_Sessions, &QListWidget::itemActivated, m_ui->btnRecover, &QPushButton::click);

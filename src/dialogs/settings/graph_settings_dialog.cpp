@@ -1,5 +1,7 @@
 #include "dialogs/settings/graph_settings_dialog.h"
 
+#include "controls/return_key.h"
+#include "dialogs/manual_window.h"
 #include "dialogs/messages/window_place.h"
 #include "dialogs/settings/graph_settings.h"
 #include "dialogs/settings/marks_sheet.h"
@@ -33,6 +35,16 @@ std::vector<TBoundSetting> SettingsOfAxis(TAxis& axis) {
                 set(title);
             };
     return settings;
+}
+
+/// The second Y axis is never turned round: there the setting chooses its side.
+std::vector<TSettingWords> WordsOf(const TAxis& axis) {
+    constexpr int kReversed = 14;
+    std::vector<TSettingWords> all(AxisWords().begin(), AxisWords().end());
+    for (TSettingWords& words : all)
+        if (words.Key == kReversed && axis.IsSecondY())
+            words.Label = QT_TRANSLATE_NOOP("lumoplot::TTexts", "On the right side");
+    return all;
 }
 
 /// True when something was different.
@@ -102,10 +114,14 @@ TGraphSettingsDialog::TGraphSettingsDialog(TxyGraph& graph, TGraphPart part, QWi
     : QDialog(parent), m_graph(graph), m_ui(std::make_unique<Ui::GraphSettings>()) {
     m_ui->setupUi(this);
     resize(kWanted.boundedTo(RoomOnScreen(*this)));
+    CloseOnCtrlReturn(*this);
+    OfferManual(*this, [] { return QStringLiteral("drawing.md"); });
     m_copy.resize(graph.size());
     m_copy.CopyFrom(graph);
     m_ui->picture->SetGraph(&m_copy);
     MakeSheets();
+    const int frame = 2 * m_ui->lst_Pages->frameWidth();
+    m_ui->lst_Pages->setFixedWidth(m_ui->lst_Pages->sizeHintForColumn(0) + frame + fontMetrics().height());
     connect(m_ui->lst_Pages, &QListWidget::currentRowChanged, this, &TGraphSettingsDialog::ShowPage);
     connect(m_ui->e_Find, &QLineEdit::textChanged, this, &TGraphSettingsDialog::Find);
     connect(m_ui->b_AllAxes, &QPushButton::clicked, this, &TGraphSettingsDialog::ApplyToAllAxes);
@@ -138,7 +154,7 @@ TSettingsSheet* TGraphSettingsDialog::MakeAxisSheet(TAxis& axis, const QString& 
                                                     const QString& section) {
     auto* sheet = new TSettingsSheet(title, m_ui->sheets);
     sheet->SetObjection([&axis](double from, double to) { return ObjectionTo(axis, from, to); });
-    sheet->Add(SettingsOfAxis(axis), AxisWords(), section);
+    sheet->Add(SettingsOfAxis(axis), WordsOf(axis), section);
     return sheet;
 }
 

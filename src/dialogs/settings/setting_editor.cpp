@@ -1,6 +1,7 @@
 #include "dialogs/settings/setting_editor.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "dialogs/color_choice.h"
 #include "graph/drawing/lines/canvas.h"
 #include "support/number_text.h"
@@ -84,7 +85,7 @@ TSettingEditor WholeNumberEditor(const TMaking& making, int least) {
 
 TSettingEditor ChoiceEditor(const TMaking& making, std::span<const char* const> choices) {
     auto* box = making.Make<QComboBox>("cbx_");
-    for (const char* choice : choices) box->addItem(QString::fromUtf8(choice));
+    for (const char* choice : choices) box->addItem(TTexts::tr(choice));
     QObject::connect(box, &QComboBox::currentIndexChanged, box, [making](int item) { making.Put(item); });
     return {box, [box, making] {
                 const QSignalBlocker quiet(box);

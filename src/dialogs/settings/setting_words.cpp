@@ -1,149 +1,180 @@
 #include "dialogs/settings/setting_words.h"
 
+#include <QCoreApplication>
+
 namespace lumoplot {
 namespace {
 
 using enum TSettingEdit;
 
-constexpr const char* kLineStyles[] = {"Solid", "Dashes", "Dots", "Dashes and dots", "Dashes and two dots"};
-constexpr const char* kLabelFormats[] = {"Fixed decimals", "Exponent", "Automatic"};
-constexpr const char* kDateTicks[] = {"Minutes", "5 minutes", "Half hours", "Hours",    "Days",
-                                      "Weeks",   "Months",    "2 months",   "Quarters", "Years",
-                                      "Decades", "Centuries", "By the step"};
-constexpr const char* kOffsetTypes[] = {"At the minimum", "At the maximum", "At a percentage", "At a value"};
-constexpr const char* kFitBands[] = {"None", "Of the curve (95 %)", "Of new points (95 %)", "Both"};
-constexpr const char* kBorders[] = {"None", "Line"};
-constexpr const char* kLayouts[] = {"Across", "Down"};
-constexpr const char* kMarkTypes[] = {"Vertical line", "Horizontal line", "Point", "Line"};
-constexpr const char* kMarkAxes[] = {"With X and Y", "With X and second Y", "Not drawn"};
+constexpr const char* kLineStyles[] = {
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Solid"), QT_TRANSLATE_NOOP("lumoplot::TTexts", "Dashes"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Dots"), QT_TRANSLATE_NOOP("lumoplot::TTexts", "Dashes and dots"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Dashes and two dots")};
+constexpr const char* kLabelFormats[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Fixed decimals"),
+                                         QT_TRANSLATE_NOOP("lumoplot::TTexts", "Exponent"),
+                                         QT_TRANSLATE_NOOP("lumoplot::TTexts", "Automatic")};
+constexpr const char* kDateTicks[] = {
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Minutes"),    QT_TRANSLATE_NOOP("lumoplot::TTexts", "5 minutes"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Half hours"), QT_TRANSLATE_NOOP("lumoplot::TTexts", "Hours"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Days"),       QT_TRANSLATE_NOOP("lumoplot::TTexts", "Weeks"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Months"),     QT_TRANSLATE_NOOP("lumoplot::TTexts", "2 months"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Quarters"),   QT_TRANSLATE_NOOP("lumoplot::TTexts", "Years"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Decades"),    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Centuries"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "By the step")};
+constexpr const char* kOffsetTypes[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "At the minimum"),
+                                        QT_TRANSLATE_NOOP("lumoplot::TTexts", "At the maximum"),
+                                        QT_TRANSLATE_NOOP("lumoplot::TTexts", "At a percentage"),
+                                        QT_TRANSLATE_NOOP("lumoplot::TTexts", "At a value")};
+constexpr const char* kFitBands[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "None"),
+                                     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Of the curve (95 %)"),
+                                     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Of new points (95 %)"),
+                                     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Both")};
+constexpr const char* kBorders[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "None"),
+                                    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Line")};
+constexpr const char* kLayouts[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Across"),
+                                    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Down")};
+constexpr const char* kMarkTypes[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "Vertical line"),
+                                      QT_TRANSLATE_NOOP("lumoplot::TTexts", "Horizontal line"),
+                                      QT_TRANSLATE_NOOP("lumoplot::TTexts", "Point"),
+                                      QT_TRANSLATE_NOOP("lumoplot::TTexts", "Line")};
+constexpr const char* kMarkAxes[] = {QT_TRANSLATE_NOOP("lumoplot::TTexts", "With X and Y"),
+                                     QT_TRANSLATE_NOOP("lumoplot::TTexts", "With X and second Y"),
+                                     QT_TRANSLATE_NOOP("lumoplot::TTexts", "Not drawn")};
 
 } // namespace
 
 std::span<const TSettingWords> TitleWords() {
     static constexpr TSettingWords kWords[] = {
-        {13, "Title of the graph", Lines}, {17, "Font of the title"},
-        {3, "Colour of the plot", Color},  {4, "Colour of the margins", Color},
-        {38, "Background picture", File},  {39, "Stretch the picture over the graph"},
+        {13, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Title of the graph"), Lines},
+        {17, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Font of the title")},
+        {3, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the plot"), Color},
+        {4, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the margins"), Color},
+        {38, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Background picture"), File},
+        {39, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Stretch the picture over the graph")},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> AxesInCommonWords() {
     static constexpr TSettingWords kWords[] = {
-        {2, "Colour of axes and frame", Color},
-        {60, "Frame on all four sides"},
-        {12, "Show ticks"},
-        {61, "Ticks point inwards"},
-        {9, "Show labels and titles"},
-        {18, "Font of the labels"},
-        {16, "Font of the axis titles"},
-        {7, "Colour of the grid", Color},
-        {8, "Line style of the grid", Choice, kLineStyles},
-        {14, "Fewest steps of an automatic axis"},
-        {15, "Most steps of an automatic axis"},
-        {19, "Cross at zero"},
-        {20, "Colour of the cross", Color},
-        {21, "Length of the cross"},
+        {2, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of axes and frame"), Color},
+        {60, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Frame on all four sides")},
+        {12, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Show ticks")},
+        {61, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Ticks point inwards")},
+        {9, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Show labels and titles")},
+        {18, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Font of the labels")},
+        {16, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Font of the axis titles")},
+        {7, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the grid"), Color},
+        {8, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Line style of the grid"), Choice, kLineStyles},
+        {14, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Fewest steps of an automatic axis")},
+        {15, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Most steps of an automatic axis")},
+        {19, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Cross at zero")},
+        {20, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the cross"), Color},
+        {21, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Length of the cross")},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> DataAndPaperWords() {
     static constexpr TSettingWords kWords[] = {
-        {10, "Draw points beyond the axes, too"}, {1, "Keep points with equal X"},
-        {40, "Folder of the data files", Folder}, {5, "Print the background colours"},
-        {22, "Print lines in their styles"},      {62, "Bands about fitted curves", Choice, kFitBands},
-        {63, "Residuals above the plot"},
+        {10, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Draw points beyond the axes, too")},
+        {1, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Keep points with equal X")},
+        {40, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Folder of the data files"), Folder},
+        {5, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Print the background colours")},
+        {22, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Print lines in their styles")},
+        {62, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Bands about fitted curves"), Choice, kFitBands},
+        {63, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Residuals above the plot")},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> MarksInCommonWords() {
-    static constexpr TSettingWords kWords[] = {{11, "Show marks"}};
+    static constexpr TSettingWords kWords[] = {{11, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Show marks")}};
     return kWords;
 }
 
 std::span<const TSettingWords> AxisWords() {
     static constexpr TSettingWords kWords[] = {
-        {1, "Title", Lines},
-        {20, "Title from the data set's name"},
-        {13, "Show the axis"},
-        {18, "Range follows the data"},
-        {6, "Range, from and to", Range},
-        {60, "Range ends at the data", ByType, {}, true},
-        {19, "Automatic step", ByType, {}, true},
-        {8, "Step"},
-        {9, "Shortest range"},
-        {5, "Logarithmic"},
-        {4, "Divisions of a decade", ByType, {}, true},
-        {17, "Grid lines", ByType, {}, true},
-        {21, "Format of the labels", Choice, kLabelFormats, true},
-        {3, "Decimals follow the step", ByType, {}, true},
-        {2, "Decimals", ByType, {}, true},
-        {10, "Dates and times"},
-        {12, "Ticks of dates", Choice, kDateTicks},
-        {11, "Format of dates"},
-        {14, "Reversed"},
-        {15, "Crosses the other axis", Choice, kOffsetTypes},
-        {16, "Percentage or value of the crossing"},
+        {1, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Title"), Lines},
+        {20, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Title from the data set's name")},
+        {13, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Show the axis")},
+        {18, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Range follows the data")},
+        {6, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Range, from and to"), Range},
+        {60, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Range ends at the data"), ByType, {}, true},
+        {19, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Automatic step"), ByType, {}, true},
+        {8, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Step")},
+        {9, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Shortest range")},
+        {5, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Logarithmic")},
+        {4, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Divisions of a decade"), ByType, {}, true},
+        {17, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Grid lines"), ByType, {}, true},
+        {21, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Format of the labels"), Choice, kLabelFormats, true},
+        {3, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Decimals follow the step"), ByType, {}, true},
+        {2, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Decimals"), ByType, {}, true},
+        {10, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Dates and times")},
+        {12, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Ticks of dates"), Choice, kDateTicks},
+        {11, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Format of dates")},
+        {14, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Reversed")},
+        {15, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Crosses the other axis"), Choice, kOffsetTypes},
+        {16, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Percentage or value of the crossing")},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> LegendWords() {
     static constexpr TSettingWords kWords[] = {
-        {1, "Show the legend"},
-        {60, "In the corner with the fewest points"},
-        {6, "Left", SignedNumber},
-        {5, "Top", SignedNumber},
-        {7, "Width, 0 to fit", SignedNumber},
-        {8, "Height, 0 to fit", SignedNumber},
-        {4, "Order of the entries", Choice, kLayouts},
-        {9, "Font of the names"},
-        {2, "Colour of the background", Color},
-        {3, "Border", Choice, kBorders},
-        {10, "Room for symbols", SignedNumber},
-        {11, "Margin left and right", SignedNumber},
-        {12, "Margin above and below", SignedNumber},
+        {1, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Show the legend")},
+        {60, QT_TRANSLATE_NOOP("lumoplot::TTexts", "In the corner with the fewest points")},
+        {6, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Left"), SignedNumber},
+        {5, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Top"), SignedNumber},
+        {7, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Width, 0 to fit"), SignedNumber},
+        {8, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Height, 0 to fit"), SignedNumber},
+        {4, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Order of the entries"), Choice, kLayouts},
+        {9, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Font of the names")},
+        {2, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the background"), Color},
+        {3, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Border"), Choice, kBorders},
+        {10, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Room for symbols"), SignedNumber},
+        {11, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Margin left and right"), SignedNumber},
+        {12, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Margin above and below"), SignedNumber},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> MarkWords() {
     static constexpr TSettingWords kWords[] = {
-        {7, "Caption", Lines},
-        {8, "Kind of mark", Choice, kMarkTypes},
-        {2, "X"},
-        {3, "Y"},
-        {4, "X of the end, or width of the point"},
-        {5, "Y of the end"},
-        {6, "Colour of the mark", Color},
-        {9, "Drawn", Choice, kMarkAxes},
+        {7, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Caption"), Lines},
+        {8, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Kind of mark"), Choice, kMarkTypes},
+        {2, QT_TRANSLATE_NOOP("lumoplot::TTexts", "X")},
+        {3, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Y")},
+        {4, QT_TRANSLATE_NOOP("lumoplot::TTexts", "X of the end, or width of the point")},
+        {5, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Y of the end")},
+        {6, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Colour of the mark"), Color},
+        {9, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Drawn"), Choice, kMarkAxes},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> MarginWords() {
     static constexpr TSettingWords kWords[] = {
-        {2, "Left margin"},
-        {3, "Right margin"},
-        {4, "Top margin"},
-        {1, "Bottom margin"},
-        {5, "Length of the ticks"},
-        {10, "Distance of the graph's title", SignedNumber},
-        {6, "Distance of the X axis title", SignedNumber},
-        {7, "Distance of the X axis labels", SignedNumber},
-        {8, "Distance of the Y axis titles", SignedNumber},
-        {9, "Distance of the Y axis labels", SignedNumber},
+        {2, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Left margin")},
+        {3, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Right margin")},
+        {4, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Top margin")},
+        {1, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Bottom margin")},
+        {5, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Length of the ticks")},
+        {10, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Distance of the graph's title"), SignedNumber},
+        {6, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Distance of the X axis title"), SignedNumber},
+        {7, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Distance of the X axis labels"), SignedNumber},
+        {8, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Distance of the Y axis titles"), SignedNumber},
+        {9, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Distance of the Y axis labels"), SignedNumber},
     };
     return kWords;
 }
 
 std::span<const TSettingWords> PaperWords() {
     static constexpr TSettingWords kWords[] = {
-        {11, "Place across the page, in percent"},
-        {12, "Place down the page, in percent"},
-        {13, "Width on the page, in percent"},
+        {11, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Place across the page, in percent")},
+        {12, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Place down the page, in percent")},
+        {13, QT_TRANSLATE_NOOP("lumoplot::TTexts", "Width on the page, in percent")},
     };
     return kWords;
 }

@@ -1,5 +1,6 @@
 #include "dialogs/settings/settings_sheet.h"
 
+#include "controls/texts.h"
 #include "dialogs/settings/other_words.h"
 
 #include <QCheckBox>
@@ -47,8 +48,8 @@ void TSettingsSheet::Add(const std::vector<TBoundSetting>& settings, std::span<c
         edited.Objection = m_objection;
         const QString fileName = QString::fromLatin1(edited.Setting.Name).trimmed();
         QStringList found{fileName, section};
-        for (const char* choice : words.Choices) found += QString::fromUtf8(choice);
-        AddRow(QString::fromUtf8(words.Label),
+        for (const char* choice : words.Choices) found += TTexts::tr(choice);
+        AddRow(TTexts::tr(words.Label),
                MakeSettingEditor(edited, section + QLatin1Char('_') + fileName, this,
                                  [this] { Q_EMIT Changed(); }),
                found.join(QLatin1Char(' ')), section);

@@ -1,5 +1,6 @@
 #include "dialogs/transform/baseline_dialog.h"
 
+#include "controls/model_texts.h"
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
 #include "dialogs/hand_edit.h"
@@ -130,7 +131,7 @@ void TBaselineDialog::ShowResult() {
             m_baseline = BaselineAt(Wanted(), m_curve.X);
             state = tr("The baseline goes through %n places.", nullptr, static_cast<int>(m_places.X.size()));
         } catch (const ETransformError& error) {
-            state = QString::fromUtf8(error.what());
+            state = InLanguage(QString::fromUtf8(error.what()));
         }
     m_ui->lblState->setText(state);
     m_ui->btnOk->setEnabled(!m_baseline.empty());
@@ -149,7 +150,7 @@ void TBaselineDialog::TakeCell(const QTableWidgetItem& cell) {
         const double typed = ParseTyped(cell.text().toStdString());
         if (std::isfinite(typed)) value = typed;
     } catch (const EConvertError& error) {
-        m_ui->lblState->setText(QString::fromUtf8(error.what()));
+        m_ui->lblState->setText(InLanguage(QString::fromUtf8(error.what())));
     }
     ShowPlaces(cell.row());
 }

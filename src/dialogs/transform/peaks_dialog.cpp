@@ -207,10 +207,9 @@ void TPeaksDialog::FitPeaks() {
         starts.push_back({peak.Position, peak.Height, peak.Width});
     }
     if (starts.size() > kMostSummedPeaks)
-        return m_state->setText(
-            QStringLiteral("At most %1 peaks can be fitted together: select their rows, or "
-                           "ask for a larger rise.")
-                .arg(kMostSummedPeaks));
+        return m_state->setText(TTexts::tr("At most %1 peaks can be fitted together: select their rows, or "
+                                           "ask for a larger rise.")
+                                    .arg(kMostSummedPeaks));
     Guarded([&] {
         TCurFit& fit = m_series.CurveFit();
         {
@@ -226,10 +225,9 @@ void TPeaksDialog::FitPeaks() {
             return m_state->setText(QString::fromStdString(fit.FitError().empty() ? "The fit was cancelled."
                                                                                   : fit.FitError() + "."));
         m_state->setText(
-            QStringLiteral("%1 fitted: %2, R² = %3.%4 The figures are on the page Curve Fitting of "
-                           "the data editor.")
-                .arg(starts.size() == 1 ? QStringLiteral("1 peak")
-                                        : QStringLiteral("%1 peaks").arg(starts.size()),
+            TTexts::tr("%1 fitted: %2, R² = %3.%4 The figures are on the page Curve Fitting of "
+                       "the data editor.")
+                .arg(starts.size() == 1 ? TTexts::tr("1 peak") : TTexts::tr("%1 peaks").arg(starts.size()),
                      QString::fromStdString(TextOf(result->End)),
                      QString::fromStdString(FormatGeneral(result->RSquared, kPeakDigits)),
                      QString::fromStdString(TrendWords(*result))));

@@ -1,5 +1,6 @@
 #include "dialogs/transform/transform_dialog.h"
 
+#include "controls/model_texts.h"
 #include "controls/number_edit.h"
 #include "controls/return_key.h"
 #include "controls/texts.h"
@@ -198,7 +199,7 @@ void TTransformDialog::ShowResult() {
             state += m_after->YErrors.empty() ? TTexts::tr(" They have no errors of Y any more.")
                                               : TTexts::tr(" Their errors of Y go along.");
     } catch (const ELumoError& error) {
-        state = QString::fromUtf8(error.what());
+        state = InLanguage(QString::fromUtf8(error.what()));
     }
     m_ui->lblState->setText(state);
     m_ui->btnOk->setEnabled(m_after.has_value());

@@ -1,6 +1,7 @@
 #include "fit/equation_editor/fit_settings_group.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "controls/value_edit.h"
 
 #include <QCheckBox>
@@ -9,7 +10,9 @@
 namespace lumoplot {
 namespace {
 
-const QString kNoMargin = QStringLiteral("None");
+QString NoMargin() {
+    return TTexts::tr("None");
+}
 
 } // namespace
 
@@ -84,7 +87,7 @@ void TFitSettingsGroup::TakeMargins() {
 void TFitSettingsGroup::TakeMargin(const TMargin& margin) {
     if (!margin.Edit->isModified()) return;
     m_access.EditFit("margins", [&](TCurFit& fit) {
-        const bool isNone = margin.Edit->text().trimmed().compare(kNoMargin, Qt::CaseInsensitive) == 0;
+        const bool isNone = margin.Edit->text().trimmed().compare(NoMargin(), Qt::CaseInsensitive) == 0;
         const auto value = isNone ? std::nullopt : FiniteNumberIn(*margin.Edit);
         if (!isNone && !value) return; // marked
         (fit.*margin.SetUsed)(!isNone);
@@ -97,7 +100,7 @@ void TFitSettingsGroup::ShowMargin(const TCurFit& fit, const TMargin& margin) {
     if ((fit.*margin.IsUsed)())
         ShowNumber(*margin.Edit, (fit.*margin.Value)(), kFewDigits);
     else
-        ShowNumberText(*margin.Edit, kNoMargin.toStdString());
+        ShowNumberText(*margin.Edit, NoMargin().toStdString());
 }
 
 void TFitSettingsGroup::ShowNothing() {

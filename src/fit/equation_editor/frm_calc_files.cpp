@@ -2,6 +2,7 @@
 #include "fit/equation_editor/frm_calc.h"
 
 #include "controls/file_filter.h"
+#include "controls/texts.h"
 #include "fit/equation_editor/fit_settings_group.h"
 #include "fit/equation_editor/function_files.h"
 #include "ui_frm_calc.h"
@@ -24,10 +25,10 @@ void TfrmCalc::ShowFileName(const QString& name) {
 
 void TfrmCalc::SaveAs() {
     m_settings->TakeMargins();
-    QFileDialog dialog(this, QStringLiteral("Save Current Expression"), m_folder);
+    QFileDialog dialog(this, TTexts::tr("Save Current Expression"), m_folder);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // asked below, for the name with its extension
-    dialog.setNameFilter(ToolkitFilter(QStringLiteral("LumoPlot Function File  (*.lfn)|*.lfn;*.LFN")));
+    dialog.setNameFilter(ToolkitFilter(TTexts::tr("LumoPlot Function File  (*.lfn)|*.lfn;*.LFN")));
     dialog.setDefaultSuffix(QStringLiteral("lfn"));
     dialog.selectFile(m_fileName);
     if (dialog.exec() != QDialog::Accepted) return;
@@ -39,9 +40,9 @@ void TfrmCalc::SaveAs() {
 }
 
 void TfrmCalc::Open() {
-    QFileDialog dialog(this, QStringLiteral("Load Expression"), m_folder);
+    QFileDialog dialog(this, TTexts::tr("Load Expression"), m_folder);
     dialog.setFileMode(QFileDialog::AnyFile); // the name found may be the typed one in lower case
-    dialog.setNameFilter(ToolkitFilter(QStringLiteral("LumoPlot Function Files  (*.lfn)|*.lfn;*.LFN")));
+    dialog.setNameFilter(ToolkitFilter(TTexts::tr("LumoPlot Function Files  (*.lfn)|*.lfn;*.LFN")));
     dialog.setDefaultSuffix(QStringLiteral("lfn"));
     if (dialog.exec() != QDialog::Accepted) return;
     const QString name = FunctionFileToOpen(dialog.selectedFiles().value(0));

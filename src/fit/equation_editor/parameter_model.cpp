@@ -1,6 +1,7 @@
 #include "fit/equation_editor/parameter_model.h"
 
 #include "controls/number_edit.h"
+#include "controls/texts.h"
 #include "fit/definition/fit_result.h"
 #include "fit/equation_editor/formula_check.h"
 #include "support/number_text.h"
@@ -17,15 +18,21 @@ constexpr int kTableDigits = 6;
 constexpr int kTableErrorDigits = 3;
 constexpr double kOpenBound = std::numeric_limits<double>::infinity();
 
-const char* const kTitles[] = {"Name", "Value", "Std. Error", "Vary", "Min", "Max", "Unit", "Tied To"};
-const char* const kHints[] = {"The name of the parameter in the equation",
-                              "Its value: the start of the next fit, the end of the last one",
-                              "The standard error that the last fit found",
-                              "The fit may change the value",
-                              "The fit keeps the value from here on up; empty for no bound",
-                              "The fit keeps the value up to here; empty for no bound",
-                              "A text behind the value",
-                              "A formula of other parameters that gives the value, as 2*b1; empty for none"};
+const char* const kTitles[] = {
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Name"),       QT_TRANSLATE_NOOP("lumoplot::TTexts", "Value"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Std. Error"), QT_TRANSLATE_NOOP("lumoplot::TTexts", "Vary"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Min"),        QT_TRANSLATE_NOOP("lumoplot::TTexts", "Max"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Unit"),       QT_TRANSLATE_NOOP("lumoplot::TTexts", "Tied To")};
+const char* const kHints[] = {
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "The name of the parameter in the equation"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "Its value: the start of the next fit, the end of the last one"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "The standard error that the last fit found"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "The fit may change the value"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "The fit keeps the value from here on up; empty for no bound"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "The fit keeps the value up to here; empty for no bound"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts", "A text behind the value"),
+    QT_TRANSLATE_NOOP("lumoplot::TTexts",
+                      "A formula of other parameters that gives the value, as 2*b1; empty for none")};
 const char* const kSteps[] = {
     "name of a parameter", "value of a parameter",       "",
     "varied parameters",   "lower bound of a parameter", "upper bound of a parameter",
@@ -74,9 +81,9 @@ QString TParameterModel::ErrorText(int number) const {
     const double error = result->StandardError(static_cast<std::size_t>(place - result->Varied.begin()));
     if (std::isfinite(error)) return QString::fromStdString(FormatGeneral(error, kTableErrorDigits));
     const TDBLParameter& parameter = *fit.Parameter(number);
-    return !parameter.IsOnBound()                 ? QStringLiteral("not determined")
-           : parameter.Value() == parameter.Min() ? QStringLiteral("on Min")
-                                                  : QStringLiteral("on Max");
+    return !parameter.IsOnBound()                 ? TTexts::tr("not determined")
+           : parameter.Value() == parameter.Min() ? TTexts::tr("on Min")
+                                                  : TTexts::tr("on Max");
 }
 
 QString TParameterModel::TextOf(const TDBLParameter& parameter, int number, int column, bool isWhole) const {
@@ -103,7 +110,7 @@ QVariant TParameterModel::data(const QModelIndex& index, int role) const {
                                       : TextOf(*parameter, index.row() + 1, index.column(), true);
     case Qt::AccessibleTextRole:
         return QString::fromStdString(parameter->Name()) + QLatin1Char(' ') +
-               QLatin1String(kTitles[index.column()]) + QLatin1Char(' ') +
+               TTexts::tr(kTitles[index.column()]) + QLatin1Char(' ') +
                TextOf(*parameter, index.row() + 1, index.column(), false);
     case Qt::CheckStateRole:
         return index.column() != Vary ? QVariant() : parameter->Vary() ? Qt::Checked : Qt::Unchecked;
@@ -117,8 +124,8 @@ QVariant TParameterModel::data(const QModelIndex& index, int role) const {
 
 QVariant TParameterModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount) return {};
-    if (role == Qt::DisplayRole) return QLatin1String(kTitles[section]);
-    if (role == Qt::ToolTipRole) return QLatin1String(kHints[section]);
+    if (role == Qt::DisplayRole) return TTexts::tr(kTitles[section]);
+    if (role == Qt::ToolTipRole) return TTexts::tr(kHints[section]);
     return {};
 }
 
@@ -139,13 +146,13 @@ QString TParameterModel::FaultOf(const QModelIndex& index, const QString& typed)
             return QString::fromStdString(ParameterNameFault(*m_access.Fit(), text));
         case Value:
             if (std::isfinite(ParseTyped(text))) return {};
-            return QStringLiteral("A value is a number");
+            return TTexts::tr("A value is a number");
         case Min:
             if (BoundIn(text, -kOpenBound) < parameter->Max()) return {};
-            return QStringLiteral("The lower bound is not below the upper one");
+            return TTexts::tr("The lower bound is not below the upper one");
         case Max:
             if (BoundIn(text, kOpenBound) > parameter->Min()) return {};
-            return QStringLiteral("The upper bound is not above the lower one");
+            return TTexts::tr("The upper bound is not above the lower one");
         default: return {};
         }
     } catch (const ELumoError& error) {

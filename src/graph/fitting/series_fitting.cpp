@@ -17,7 +17,7 @@
 namespace lumoplot {
 namespace {
 
-constexpr int kPatienceMs = 200;
+constexpr int kPatienceMs = 50; // a window waits again before it shows itself
 constexpr std::size_t kLongestShownName = 60;
 
 /// Asks for the progress of the windows only when the work takes long, and stops work whose graph has gone.

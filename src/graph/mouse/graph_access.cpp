@@ -1,5 +1,6 @@
 #include "graph/mouse/graph_access.h"
 
+#include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
 #include "graph/mouse/graph_mouse.h"
 #include "graph/plotted/value_text.h"
@@ -17,6 +18,11 @@ constexpr int kSpokenDigits = 6;
 
 QString Spoken(double value) {
     return QString::fromStdString(FormatGeneral(value, kSpokenDigits));
+}
+
+/// Dates as they stand at the axis.
+QString SpokenX(const TxyGraph& graph, double value) {
+    return graph.XAxis()->ShowAsTime() ? ValueText(*graph.XAxis(), value) : Spoken(value);
 }
 
 /// The interfaces of an interface's children, made when somebody asks for them, and gone with it.
@@ -88,7 +94,8 @@ public:
             const TPointSpans block = series->Points().Block(i);
             if (place < block.X.size())
                 return QStringLiteral("X %1, Y %2")
-                    .arg(Spoken(block.X[place]), Spoken(series->CorrectedY(block.X[place], block.Y[place])));
+                    .arg(SpokenX(*m_graph, block.X[place]),
+                         Spoken(series->CorrectedY(block.X[place], block.Y[place])));
             place -= block.X.size();
         }
         return {};
@@ -118,9 +125,10 @@ public:
         if (!series) return {};
         if (kind == QAccessible::Name) return QString::fromStdString(series->SeriesName());
         if (kind != QAccessible::Description && kind != QAccessible::Value) return {};
-        if (series->Count() == 0) return QStringLiteral("no points");
-        return QStringLiteral("%1 points, X from %2 to %3")
-            .arg(QString::number(series->Count()), Spoken(series->MinX()), Spoken(series->MaxX()));
+        if (series->Count() == 0) return QObject::tr("no points");
+        return QObject::tr("%1 points, X from %2 to %3")
+            .arg(QString::number(series->Count()), SpokenX(*m_graph, series->MinX()),
+                 SpokenX(*m_graph, series->MaxX()));
     }
 
 private:
@@ -132,14 +140,22 @@ class TGraphAccess : public QAccessibleWidget {
 public:
     explicit TGraphAccess(TxyGraph& graph) : QAccessibleWidget(&graph, QAccessible::Chart), m_graph(graph) {}
 
-    int childCount() const override { return static_cast<int>(m_graph.Series().size()); }
+    /// The data sets, and the panels behind them.
+    int childCount() const override { return SeriesCount() + static_cast<int>(m_graph.ChildGraphs().size()); }
     QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount()) return nullptr;
+        if (index >= SeriesCount())
+            return QAccessible::queryAccessibleInterface(
+                m_graph.ChildGraphs()[static_cast<std::size_t>(index - SeriesCount())]);
         auto* self = const_cast<TGraphAccess*>(this);
         const int number = m_graph.Series()[static_cast<std::size_t>(index)]->SeriesIndex();
         return m_series.At(number, [&] { return new TSeriesAccess(m_graph, number, self); });
     }
     int indexOfChild(const QAccessibleInterface* child) const override {
+        if (child && child->object())
+            for (int i = SeriesCount(); i < childCount(); ++i)
+                if (m_graph.ChildGraphs()[static_cast<std::size_t>(i - SeriesCount())] == child->object())
+                    return i;
         const int number = m_series.PlaceOf(child);
         for (std::size_t i = 0; i < m_graph.Series().size(); ++i)
             if (m_graph.Series()[i]->SeriesIndex() == number) return static_cast<int>(i);
@@ -151,7 +167,7 @@ public:
         case QAccessible::Name: return title.isEmpty() ? QAccessibleWidget::text(kind) : title;
         case QAccessible::Description: {
             const QString point = NearText();
-            return point.isEmpty() ? QStringLiteral("Graph with %1 data sets").arg(childCount()) : point;
+            return point.isEmpty() ? QObject::tr("Graph with %1 data sets").arg(SeriesCount()) : point;
         }
         case QAccessible::Value: return NearText();
         default: return QAccessibleWidget::text(kind);
@@ -159,6 +175,8 @@ public:
     }
 
 private:
+    int SeriesCount() const { return static_cast<int>(m_graph.Series().size()); }
+
     QString NearText() const {
         const auto& hit = m_graph.Mouse().NearPoint();
         if (!hit) return {};
