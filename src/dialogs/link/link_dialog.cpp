@@ -22,14 +22,21 @@ struct TKindTexts {
 // In the order of TLinkKind.
 constexpr TKindTexts kKinds[] = {
     {"&File:", "a text file that grows or is written anew"},
+#if defined(Q_OS_WIN)
+    {"&Pipe:", R"(\\.\pipe\feed)"},
+#else
     {"&Pipe:", "/tmp/feed"},
+#endif
     {"", ""},
     {"&Server:", "host:5000"},
     {"&Port:", "5000 for this machine alone, or address:5000"},
     {"&Line:", "/dev/ttyUSB0@9600, COM3@9600"},
+    {"&Item:", "SERVICE|TOPIC!ITEM of a Windows program"},
+    {"&Item:", "SERVICE|TOPIC!ITEM of a Windows program"},
 };
 
-constexpr const char* kPrefixes[] = {"", "pipe:", "-", "tcp://", "tcp-listen://", "serial:"};
+constexpr const char* kPrefixes[] = {"",        "pipe:", "-",        "tcp://", "tcp-listen://",
+                                     "serial:", "dde:",  "dde-warm:"};
 
 QString Column(const QLineEdit& edit) {
     return edit.text().trimmed();
