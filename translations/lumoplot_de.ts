@@ -2182,6 +2182,14 @@
         <translation>Serielle Leitung</translation>
     </message>
     <message>
+        <source>DDE, hot: each value is sent</source>
+        <translation>DDE, heiß: jeder Wert wird gesandt</translation>
+    </message>
+    <message>
+        <source>DDE, warm: changes are asked for</source>
+        <translation>DDE, warm: Änderungen werden abgefragt</translation>
+    </message>
+    <message>
         <source>&amp;Browse…</source>
         <translation>&amp;Suchen…</translation>
     </message>

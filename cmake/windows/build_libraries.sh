@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# build_libraries.sh FOLDER: what the project needs beside Qt, for Windows, in FOLDER/usr: the header-only libraries of the
-# system (copied, so that none of its other headers are seen), GoogleTest, zstd and SQLite. What is there is kept; zstd and
-# SQLite are left out where their sources can not be had.
+# build_libraries.sh FOLDER [benchmarks]: what the project needs beside Qt, for Windows, in FOLDER/usr: the header-only libraries of the
+# system (copied, so that none of its other headers are seen), GoogleTest, zstd and SQLite, and Google Benchmark when it is asked
+# for. What is there is kept; zstd and SQLite are left out where their sources can not be had.
 set -euo pipefail
 
 folder=$1
@@ -45,7 +45,13 @@ sqlite() { # the library, and the program for the tests
   cp "$folder/sqlite3-src/sqlite3.h" "$usr/include/"
 }
 
+google_benchmark() {
+  "$here/debian_source.sh" benchmark "$folder/benchmark-src"
+  cross "$folder/benchmark-src" benchmark -DBENCHMARK_ENABLE_TESTING=OFF -DGIT_VERSION=0.0.0
+}
+
 [ -d "$usr/include/xsimd" ] || headers
 [ -e "$usr/lib/libgtest.a" ] || cross /usr/src/googletest gtest -DBUILD_GMOCK=OFF
 [ -e "$usr/lib/libzstd.a" ] || zstd || echo "windows: without zstd, whose sources can not be had" >&2
 [ -e "$usr/lib/libsqlite3.a" ] || sqlite || echo "windows: without SQLite, whose sources can not be had" >&2
+if [ "${2:-}" = benchmarks ] && [ ! -e "$usr/lib/libbenchmark.a" ]; then google_benchmark; fi

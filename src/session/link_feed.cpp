@@ -4,6 +4,7 @@
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
 #include "graph/loading/x_axis_title.h"
+#include "graph/model/holder.h"
 #include "support/update_hold.h"
 
 #include <algorithm>
@@ -20,6 +21,12 @@ TLinkPlace PlaceOf(const TSeries& series) {
     return place;
 }
 
+// Other programs' items are split as the graph exchanges its data, unless the user has said how.
+void SplitAsTheHolder(TFeedReading& reading, const TxyHolder& holder) {
+    if (reading.info.TextSeparators().empty()) reading.info.SetTextSeparators(holder.TextSeparators());
+    if (!reading.wishes.quotes) reading.wishes.quotes = holder.TextMarkers();
+}
+
 // What does not say how rows are read is left out.
 TFeedReading ReadingOf(const TSeries& series) {
     TFeedReading reading{
@@ -28,6 +35,7 @@ TFeedReading ReadingOf(const TSeries& series) {
     reading.info.SetNeedsReload(false);
     reading.info.SetSamplingChosen(false);
     if (reading.info.AutoRowHitFreq()) reading.info.NoteRowSamplingFrequency(1);
+    if (ParseLink(reading.info.SourceName()).IsDde()) SplitAsTheHolder(reading, *series.Graph().Holder());
     return reading;
 }
 

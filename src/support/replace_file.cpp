@@ -180,13 +180,16 @@ bool MayMakeFilesIn(const fs::path& folder) {
 #endif
 }
 
+constexpr std::size_t kLongestName = 255; // not every system says so by itself
+
 /// And what to do about it.
 std::string ReasonNotSaved(const fs::path& target) {
     std::error_code error;
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     if (target.empty()) return "it has no name. Choose one";
     if (fs::is_directory(target, error)) return "it is a folder. Choose another name";
-    if (error == std::errc::filename_too_long) return "its name is too long. Choose a shorter one";
+    if (error == std::errc::filename_too_long || target.filename().native().size() > kLongestName)
+        return "its name is too long. Choose a shorter one";
     if (!fs::is_directory(folder, error)) return "its folder does not exist. Choose another one";
     if (IsHeldByOthers(target)) return "another program has it open. Close it there or choose another name";
     if (fs::exists(target, error) && !MayBeWritten(target))

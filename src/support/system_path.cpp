@@ -38,13 +38,18 @@ bool IsNoFileName(const std::wstring& file) {
     return IsDeviceName(file) || file.find_first_of(L":*?\"<>|") != std::wstring::npos;
 }
 
+// From a drive or a share on, with backslashes; empty for what the system takes for no name.
+std::wstring WholeName(const fs::path& path) {
+    std::wstring text(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    text.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(text.size()), text.data(), nullptr));
+    return text;
+}
+
 // Without the mark names end at 259 characters, and those of folders at 247.
 fs::path MarkedAsLong(const fs::path& path) {
     constexpr std::size_t kLongest = 240;
-    std::error_code error;
-    const fs::path whole = fs::absolute(path, error).lexically_normal().make_preferred();
-    const std::wstring text = whole.wstring();
-    if (error || text.size() < kLongest || text.starts_with(LR"(\\?\)")) return path;
+    const std::wstring text = WholeName(path);
+    if (text.size() < kLongest || text.starts_with(LR"(\\?\)")) return path;
     if (text.starts_with(LR"(\\)")) return fs::path(LR"(\\?\UNC)" + text.substr(1));
     return fs::path(LR"(\\?\)" + text);
 }

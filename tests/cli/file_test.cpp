@@ -305,5 +305,19 @@ TEST_F(Files, OnePictureShowsSeveralFilesAndColumns) {
         EXPECT_EQ(RunProgram({"render", one, NameOf("no.png"), "--axis-range", range}).status, 2) << range;
 }
 
+// On Windows more than its code page holds, too.
+TEST_F(Files, NamesAndTextsOfAnyAlphabetAreTaken) {
+    const std::string data =
+        WithText("Gr\u00F6\u00DFe \u03B1 \u65E5.csv", "t,U \xB5V\n1,2\n2,3\n"); // code page 1252
+    const std::string saved = NameOf("\u4E00 \u20AC.ltp");
+    Convert(data, saved);
+    const TRunResult info = RunProgram({"info", saved});
+    EXPECT_EQ(info.status, 0) << info.error;
+    EXPECT_NE(info.out.find("U \u00B5V"), std::string::npos) << info.out;
+    const std::string missing = NameOf("\u03B1.csv");
+    const TRunResult failed = RunProgram({"info", missing});
+    EXPECT_NE(failed.error.find("\u03B1.csv"), std::string::npos) << failed.error;
+}
+
 } // namespace
 } // namespace lumoplot

@@ -1,9 +1,11 @@
 #include "session/live_links.h"
 
+#include "common/dde_server.h"
 #include "common/recording_sink.h"
 #include "data/series/ds_info.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/graph.h"
+#include "graph/model/holder.h"
 #include "session/graph_session.h"
 #include "session/graph_snapshot.h"
 
@@ -222,6 +224,21 @@ TEST_F(LiveLinksTest, WhatFollowsNothingIsTold) {
     EXPECT_FALSE(m_links.IsFollowing());
     EXPECT_EQ(m_sink.Texts.size(), 1u);
 }
+
+#if defined(_WIN32)
+TEST_F(LiveLinksTest, OtherProgramsRowsAreSplitAsTheHolderSays) {
+    TDdeServer program("LumoHolder");
+    program.SetText("1/2,5/'a/b'\r\n3/4,5/'c/d'\r\n\xB5/x/y\r\n");
+    m_graph.Holder()->SetTextSeparators("/");
+    m_graph.Holder()->SetTextMarkers("'");
+    Series().DataSourceInfo().SetSourceName("dde:LumoHolder|data!table");
+    m_links.Start(Series());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Series().Count() == 2; }));
+    EXPECT_EQ(Xs(), (std::vector{1, 3}));
+    EXPECT_EQ(Series().MaxY(), 4.5);
+    EXPECT_TRUE(m_session.IsClean());
+}
+#endif
 
 } // namespace
 } // namespace lumoplot

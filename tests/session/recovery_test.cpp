@@ -375,5 +375,15 @@ TEST_F(RecoveryWriterTest, AGraphIsKnownByItsNamesNotByItsPoints) {
     EXPECT_NE(RecoveryKind(m_graph, "/a.ltp"), kind);
 }
 
+#if defined(Q_OS_WIN)
+TEST(RecoveryFolderTest, LiesWithTheUsersOwnDataOfThisMachine) {
+    const QByteArray state = qgetenv("XDG_STATE_HOME");
+    qunsetenv("XDG_STATE_HOME");
+    EXPECT_EQ(QDir::toNativeSeparators(RecoveryFolder()),
+              qEnvironmentVariable("LOCALAPPDATA") + QStringLiteral(R"(\lumoplot\recovery)"));
+    qputenv("XDG_STATE_HOME", state);
+}
+#endif
+
 } // namespace
 } // namespace lumoplot

@@ -3,6 +3,7 @@
 #include "common/thrown_text.h"
 #include "support/errors.h"
 #include "support/replace_file.h"
+#include "support/system_path.h"
 
 #include <QDir>
 #include <QFile>
@@ -59,6 +60,16 @@ TEST_F(WindowsFilesTest, NamesMayBeLongerThan260Characters) {
     ASSERT_TRUE(QDir().mkpath(folder));
     ExpectReplaced(folder + QStringLiteral("/plot.ltp"));
     ExpectReplaced(QDir::toNativeSeparators(folder) + QStringLiteral("\\PLOT.ltp"));
+}
+
+TEST_F(WindowsFilesTest, NamesOnSharesAreTakenToo) {
+    const std::string folder(250, 'd');
+    const std::wstring longName = LR"(\\?\UNC\server\share\)" + std::wstring(250, L'd') + LR"(\plot.ltp)";
+    EXPECT_EQ(SystemPath(R"(\\server\share\)" + folder + R"(\plot.ltp)").wstring(), longName);
+    EXPECT_EQ(SystemPath("//server/share/" + folder + "/x/../plot.ltp").wstring(), longName);
+    EXPECT_EQ(SystemPath(R"(\\server\share\plot.ltp)").wstring(), LR"(\\server\share\plot.ltp)");
+    EXPECT_TRUE(SystemPath(R"(\\server\share\nul.ltp)").empty());
+    EXPECT_THROW(ReadWholeFile(R"(\\no-such-server\share\plot.ltp)"), EFileError);
 }
 
 TEST_F(WindowsFilesTest, AFileThatAnotherProgramHoldsOpenStays) {

@@ -27,15 +27,24 @@ struct TKindTexts {
 constexpr TKindTexts kKinds[] = {
     {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&File:"),
      QT_TRANSLATE_NOOP("lumoplot::TTexts", "a text file that grows or is written anew")},
+#if defined(Q_OS_WIN)
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Pipe:"), R"(\\.\pipe\feed)"},
+#else
     {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Pipe:"), "/tmp/feed"},
+#endif
     {"", ""},
     {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Server:"), "host:5000"},
     {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Port:"),
      QT_TRANSLATE_NOOP("lumoplot::TTexts", "5000 for this machine alone, or address:5000")},
     {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Line:"), "/dev/ttyUSB0@9600, COM3@9600"},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Item:"),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "SERVICE|TOPIC!ITEM of a Windows program")},
+    {QT_TRANSLATE_NOOP("lumoplot::TTexts", "&Item:"),
+     QT_TRANSLATE_NOOP("lumoplot::TTexts", "SERVICE|TOPIC!ITEM of a Windows program")},
 };
 
-constexpr const char* kPrefixes[] = {"", "pipe:", "-", "tcp://", "tcp-listen://", "serial:"};
+constexpr const char* kPrefixes[] = {"",        "pipe:", "-",        "tcp://", "tcp-listen://",
+                                     "serial:", "dde:",  "dde-warm:"};
 
 QString Column(const QLineEdit& edit) {
     return edit.text().trimmed();

@@ -124,11 +124,12 @@ void KeepNewest(TSeries& series) {
     series.SwapPoints(std::move(points));
 }
 
-// What a line brought can not be read again: it stays. A link at work reads on by itself.
+// What a line brought can not be read again and what a program offers comes by itself: it stays. A link at
+// work reads on by itself.
 bool LoadLink(TSeries& series, TProgress& progress, const TLoadOptions& options) {
     const TDSInfo& info = series.DataSourceInfo();
     const bool isAtWork = info.FeedId() != 0 && !info.NeedsReload();
-    if (isAtWork || !ParseLink(info.SourceName()).CanBeReadAgain()) return true;
+    if (isAtWork || ParseLink(info.SourceName()).kind != TLinkKind::File) return true;
     const bool isLoaded = LoadTextSource(series, progress, options);
     if (isLoaded) KeepNewest(series);
     return isLoaded;

@@ -2,21 +2,39 @@
 #include "sources/link/byte_pipe.h"
 #include "support/errors.h"
 
-#include <filesystem>
+#include <QDir>
+#include <string_view>
 #include <windows.h>
 
 namespace lumoplot {
 namespace {
 
 [[noreturn]] void ThrowPipeError(const std::string& name, DWORD error) {
+    if (error == ERROR_FILE_NOT_FOUND) throw EFileError("There is no pipe " + name);
+    if (error == ERROR_PIPE_BUSY) throw EFileError("Another program reads pipe " + name);
     throw EFileError("Can not read " + (name.empty() ? "the standard input" : "pipe " + name) + ": error " +
                      std::to_string(error));
+}
+
+// `\\MACHINE\pipe\NAME`; a name by itself is that of a pipe of this machine.
+std::wstring PipePath(const std::string& name) {
+    const QString path = QDir::toNativeSeparators(QString::fromStdString(name));
+    return (path.contains(u'\\') ? path : QStringLiteral(R"(\\.\pipe\)") + path).toStdWString();
+}
+
+bool IsPipePath(const std::wstring& path) {
+    if (!path.starts_with(LR"(\\)")) return false;
+    constexpr std::wstring_view kFolder = LR"(\pipe\)";
+    const std::size_t begin = path.find(L'\\', 2);
+    return begin != std::wstring::npos && path.size() > begin + kFolder.size() &&
+           CompareStringOrdinal(path.c_str() + begin, static_cast<int>(kFolder.size()), kFolder.data(),
+                                static_cast<int>(kFolder.size()), TRUE) == CSTR_EQUAL;
 }
 
 } // namespace
 
 bool IsPipe(const std::string& name) {
-    return name.starts_with(R"(\\.\pipe\)");
+    return name.find_first_of("/\\") != std::string::npos && IsPipePath(PipePath(name));
 }
 
 TBytePipe::TBytePipe(const std::string& name) : m_name(name), m_hadWriter(true) {
@@ -24,9 +42,9 @@ TBytePipe::TBytePipe(const std::string& name) : m_name(name), m_hadWriter(true) 
         m_handle = GetStdHandle(STD_INPUT_HANDLE);
         return;
     }
-    const std::u8string utf8(name.begin(), name.end());
-    m_handle =
-        CreateFileW(std::filesystem::path(utf8).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    const std::wstring path = PipePath(name);
+    if (!IsPipePath(path)) throw EFileError("There is no pipe " + name);
+    m_handle = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     if (m_handle == INVALID_HANDLE_VALUE) ThrowPipeError(name, GetLastError());
     m_isOwn = true;
 }

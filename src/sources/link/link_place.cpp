@@ -1,5 +1,6 @@
 #include "sources/link/link_place.h"
 
+#include "sources/link/dde_setup.h"
 #include "support/errors.h"
 
 #include <charconv>
@@ -13,6 +14,8 @@ constexpr std::string_view kTcp = "tcp://";
 constexpr std::string_view kListen = "tcp-listen://";
 constexpr std::string_view kSerial = "serial:";
 constexpr std::string_view kPipe = "pipe:";
+constexpr std::string_view kDde = "dde:";
+constexpr std::string_view kDdeWarm = "dde-warm:";
 constexpr int kLastPort = 65535;
 
 std::optional<int> NumberUpTo(std::string_view text, int most) {
@@ -47,6 +50,11 @@ TLinkPlace SerialPlace(std::string_view line, std::string_view text) {
     return {TLinkKind::Serial, std::string(line.substr(0, at)), *rate};
 }
 
+TLinkPlace DdePlace(TLinkKind kind, std::string_view address, std::string_view text) {
+    if (!ParseDde(address)) Refuse(text, "item of another program: write dde:SERVICE|TOPIC!ITEM");
+    return {kind, std::string(address), 0};
+}
+
 std::string InBrackets(const std::string& host) {
     return host.find(':') == std::string::npos ? host : "[" + host + "]";
 }
@@ -60,6 +68,8 @@ TLinkPlace ParseLink(const std::string& text) {
     if (view.starts_with(kTcp)) return TcpPlace(TLinkKind::Tcp, view.substr(kTcp.size()), view);
     if (view.starts_with(kListen)) return TcpPlace(TLinkKind::TcpListen, view.substr(kListen.size()), view);
     if (view.starts_with(kSerial)) return SerialPlace(view.substr(kSerial.size()), view);
+    if (view.starts_with(kDde)) return DdePlace(TLinkKind::Dde, view.substr(kDde.size()), view);
+    if (view.starts_with(kDdeWarm)) return DdePlace(TLinkKind::DdeWarm, view.substr(kDdeWarm.size()), view);
     if (!view.starts_with(kPipe)) return {TLinkKind::File, text, 0};
     if (view.size() == kPipe.size()) Refuse(view, "pipe: write pipe:NAME");
     return {TLinkKind::Pipe, text.substr(kPipe.size()), 0};
@@ -67,7 +77,7 @@ TLinkPlace ParseLink(const std::string& text) {
 
 bool IsLine(const std::string& text) {
     return text == "-" || text.starts_with(kTcp) || text.starts_with(kListen) || text.starts_with(kSerial) ||
-           text.starts_with(kPipe);
+           text.starts_with(kPipe) || text.starts_with(kDde) || text.starts_with(kDdeWarm);
 }
 
 std::string LinkText(const TLinkPlace& place) {
@@ -78,6 +88,8 @@ std::string LinkText(const TLinkPlace& place) {
     case TLinkKind::TcpListen: return std::string(kListen) + InBrackets(place.name) + ":" + number;
     case TLinkKind::Serial: return std::string(kSerial) + place.name + "@" + number;
     case TLinkKind::Pipe: return std::string(kPipe) + place.name;
+    case TLinkKind::Dde: return std::string(kDde) + place.name;
+    case TLinkKind::DdeWarm: return std::string(kDdeWarm) + place.name;
     case TLinkKind::File: break;
     }
     return place.name;

@@ -1,5 +1,5 @@
 // What a link follows, as the user writes it in one line: a file, a named pipe, the standard input, a TCP
-// line or a serial line.
+// line, a serial line or what another Windows program offers by DDE.
 #pragma once
 
 #include "support/export.h"
@@ -8,15 +8,16 @@
 
 namespace lumoplot {
 
-enum class TLinkKind { File, Pipe, StandardInput, Tcp, TcpListen, Serial };
+enum class TLinkKind { File, Pipe, StandardInput, Tcp, TcpListen, Serial, Dde, DdeWarm };
 
-/// What it reads from has no file whose rows can be read again.
 struct TLinkPlace {
     TLinkKind kind = TLinkKind::File;
-    std::string name; ///< of the file, the pipe or the serial line, or the host; empty for the standard input
+    std::string name; ///< of a file, pipe, line, host or DDE item; empty for the standard input
     int number = 0;   ///< TCP port, or bits in a second of a serial line
 
-    bool CanBeReadAgain() const { return kind == TLinkKind::File; }
+    bool IsDde() const { return kind == TLinkKind::Dde || kind == TLinkKind::DdeWarm; }
+    /// What has come before can be had once more: a line does not keep it.
+    bool CanBeReadAgain() const { return kind == TLinkKind::File || IsDde(); }
     bool operator==(const TLinkPlace&) const = default;
 };
 
@@ -24,7 +25,9 @@ inline constexpr int kUsualBitRate = 9600;
 
 /// "-" is the standard input, "tcp://HOST:PORT" a server that is called, "tcp-listen://[ADDRESS]:PORT" a line
 /// that others call (from this machine alone while no address is named), "serial:NAME[@RATE]" a serial line,
-/// "pipe:NAME" a named pipe; anything else is a file. An IPv6 address stands in brackets. Throws EFileError
+/// "pipe:NAME" a named pipe, "dde:SERVICE|TOPIC!ITEM" an item whose text another program sends whenever it
+/// changes (a hot link), "dde-warm:SERVICE|TOPIC!ITEM" one that is asked for when the other program says that
+/// it has changed; anything else is a file. An IPv6 address stands in brackets. Throws EFileError
 /// "'TEXT' names no …" for a port or a rate that is none, and for a name that is missing.
 XYGRAPH_EXPORT TLinkPlace ParseLink(const std::string& text);
 

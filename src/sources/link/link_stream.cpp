@@ -9,6 +9,8 @@ std::unique_ptr<TLinkStream> MakeLinkStream(const TLinkPlace& place) {
     case TLinkKind::Tcp:
     case TLinkKind::TcpListen: return MakeTcpStream(place);
     case TLinkKind::Serial: return MakeSerialStream(place);
+    case TLinkKind::Dde:
+    case TLinkKind::DdeWarm: return MakeDdeStream(place);
     case TLinkKind::File: break;
     }
     return MakeFileStream(place);

@@ -38,5 +38,6 @@ std::unique_ptr<TLinkStream> MakeFileStream(const TLinkPlace& place);
 std::unique_ptr<TLinkStream> MakePipeStream(const TLinkPlace& place);
 std::unique_ptr<TLinkStream> MakeTcpStream(const TLinkPlace& place);
 std::unique_ptr<TLinkStream> MakeSerialStream(const TLinkPlace& place);
+std::unique_ptr<TLinkStream> MakeDdeStream(const TLinkPlace& place);
 
 } // namespace lumoplot

@@ -7,10 +7,10 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTcpServer>
 #include <QThread>
 #include <memory>
 #if defined(Q_OS_UNIX)
+#include <QTcpServer>
 #include <unistd.h>
 #endif
 

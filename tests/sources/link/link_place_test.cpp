@@ -23,6 +23,10 @@ const TPlaceCase kPlaces[] = {
     {"tcp-listen://:7", {TLinkKind::TcpListen, "", 7}, "tcp-listen://:7"},
     {"tcp-listen://0.0.0.0:7", {TLinkKind::TcpListen, "0.0.0.0", 7}, "tcp-listen://0.0.0.0:7"},
     {"serial:/dev/ttyUSB0@115200", {TLinkKind::Serial, "/dev/ttyUSB0", 115200}, "serial:/dev/ttyUSB0@115200"},
+    {"dde:Lab|[run 1.xls]A!B!R1C1:R9C2",
+     {TLinkKind::Dde, "Lab|[run 1.xls]A!B!R1C1:R9C2", 0},
+     "dde:Lab|[run 1.xls]A!B!R1C1:R9C2"},
+    {"dde-warm:Lab|data!table", {TLinkKind::DdeWarm, "Lab|data!table", 0}, "dde-warm:Lab|data!table"},
 };
 
 TEST(LinkPlace, TextsAreReadAndWritten) {
@@ -37,7 +41,8 @@ TEST(LinkPlace, TextsAreReadAndWritten) {
 
 TEST(LinkPlace, WhatNamesNothingIsRefused) {
     for (const char* text : {"", "tcp://lab", "tcp://:5000", "tcp://lab:0", "tcp://lab:65536", "tcp://lab:5x",
-                             "tcp-listen://", "serial:", "serial:@9600", "serial:COM3@fast", "pipe:"})
+                             "tcp-listen://", "serial:", "serial:@9600", "serial:COM3@fast",
+                             "pipe:", "dde:Lab", "dde:Lab|data", "dde:Lab|!table", "dde-warm:Lab!data|table"})
         EXPECT_THROW(ParseLink(text), EFileError) << text;
 }
 

@@ -1,17 +1,22 @@
 #include "sources/link/link.h"
 
+#include "common/dde_server.h"
 #include "support/errors.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <thread>
 
-#if !defined(_WIN32)
+#if __has_include(<QTcpServer>)
+#include <QTcpServer>
+#include <QTcpSocket>
+#endif
+#if defined(_WIN32)
+#include <windows.h>
+#else
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -177,8 +182,127 @@ TEST_F(LinkTest, PipeHasOneWriterAfterTheOther) {
     EXPECT_EQ(follower.Y(), Ys({10, 20, 40}));
     EXPECT_FALSE(follower.Link().HasEnded());
 }
+
+TEST_F(LinkTest, ItemsOfWindowsProgramsAreSaidToBeOfWindows) {
+    try {
+        TFollower follower("dde:Lab|data!table");
+        FAIL();
+    } catch (const EFileError& error) {
+        EXPECT_NE(std::string(error.what()).find("Windows"), std::string::npos);
+    }
+}
+#else
+TEST_F(LinkTest, PipeHasOneWriterAfterTheOther) {
+    const std::string name = "lumoplot-test-" + std::to_string(GetCurrentProcessId());
+    const std::string path = R"(\\.\pipe\)" + name;
+    TFollower byName("pipe:" + name);
+    TFollower byPath(path); // a pipe is known as one without being called so
+    byName.Poll();
+    EXPECT_NE(byName.Link().Trouble().find("There is no pipe"), std::string::npos);
+    for (const char* text : {"1 10\n2 20\n3 3", "4 40\n"}) {
+        const HANDLE writer = CreateNamedPipeA(path.c_str(), PIPE_ACCESS_OUTBOUND,
+                                               PIPE_TYPE_BYTE | PIPE_NOWAIT, 1, 4096, 4096, 0, nullptr);
+        ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+        byName.Link().TryNow();
+        byName.Poll();
+        byPath.Link().TryNow();
+        byPath.Poll();
+        EXPECT_NE(byPath.Link().Trouble().find("Another program reads"), std::string::npos);
+        DWORD written = 0;
+        EXPECT_TRUE(WriteFile(writer, text, static_cast<DWORD>(std::strlen(text)), &written, nullptr));
+        byName.Poll();
+        CloseHandle(writer);
+        byName.Poll(); // the line that has not ended will not go on
+    }
+    EXPECT_EQ(byName.Y(), Ys({10, 20, 40}));
+    EXPECT_FALSE(byName.Link().HasEnded());
+    TFollower file("pipe:" + Name()); // is none
+    file.Poll();
+    EXPECT_NE(file.Link().Trouble().find("There is no pipe"), std::string::npos);
+}
+
+class DdeLinkTest : public LinkTest {
+protected:
+    // Until the program has been asked and has told everything.
+    static bool Becomes(TFollower& follower, const std::vector<double>& ys) {
+        QElapsedTimer clock;
+        for (clock.start(); clock.elapsed() < 5000 && follower.Y() != ys;) {
+            QTest::qWait(5);
+            follower.Link().TryNow();
+            follower.Poll();
+        }
+        EXPECT_EQ(follower.Y(), ys);
+        return follower.Y() == ys;
+    }
+    std::string Trouble(TFollower& follower) const {
+        QElapsedTimer clock;
+        for (clock.start(); clock.elapsed() < 5000 && follower.Link().Trouble().empty(); follower.Poll())
+            QTest::qWait(5);
+        return follower.Link().Trouble();
+    }
+    std::string m_service = "LumoTest" + std::to_string(GetCurrentProcessId());
+};
+
+TEST_F(DdeLinkTest, EachValueTakesThePlaceOfTheOneBefore) {
+    for (const char* kind : {"dde:", "dde-warm:"}) {
+        SCOPED_TRACE(kind);
+        TDdeServer program(m_service);
+        program.SetText("t\tU\r\n1\t10\r\n2\t20\r\n");
+        TFollower follower(kind + m_service + "|data!table");
+        ASSERT_TRUE(Becomes(follower, {10, 20}));
+        program.SetText("t\tU\r\n1\t11\r\n2\t21\r\n3\t31"); // the last row has no end
+        ASSERT_TRUE(Becomes(follower, {11, 21, 31}));
+        std::string many;
+        std::vector<double> ys;
+        for (int i = 0; i < 20'000; ++i) {
+            many += std::to_string(i) + "\t" + std::to_string(i % 97) + "\r\n";
+            ys.push_back(i % 97);
+        }
+        program.SetText(many);
+        ASSERT_TRUE(Becomes(follower, ys));
+        program.SetText("");
+        ASSERT_TRUE(Becomes(follower, {}));
+        EXPECT_EQ(follower.Link().Trouble(), "");
+    }
+}
+
+// A hot link has every value sent, a warm one asks for one of them at its next look.
+TEST_F(DdeLinkTest, WarmLinkAsksOnceForSeveralChanges) {
+    for (const bool isWarm : {false, true}) {
+        TDdeServer program(m_service);
+        program.SetText("1 1\n");
+        TFollower follower((isWarm ? "dde-warm:" : "dde:") + m_service + "|data!table");
+        ASSERT_TRUE(Becomes(follower, {1}));
+        const int before = program.TimesAsked();
+        for (const char* text : {"1 2\n", "1 3\n", "1 4\n"}) {
+            program.SetText(text);
+            QTest::qWait(20);
+        }
+        ASSERT_TRUE(Becomes(follower, {4}));
+        EXPECT_EQ(program.TimesAsked() - before, isWarm ? 1 : 0);
+    }
+}
+
+TEST_F(DdeLinkTest, ProgramThatIsMissingIsCalledAgain) {
+    TFollower follower("dde:" + m_service + "|data!table");
+    EXPECT_EQ(Trouble(follower), "No program answers to " + m_service + "|data");
+    {
+        TDdeServer program(m_service);
+        program.SetText("1 10\n2 20\n");
+        ASSERT_TRUE(Becomes(follower, {10, 20}));
+        EXPECT_EQ(follower.Link().Trouble(), "");
+        TFollower other("dde:" + m_service + "|data!other");
+        EXPECT_NE(Trouble(other).find("other"), std::string::npos);
+    }
+    EXPECT_EQ(Trouble(follower), m_service + "|data has ended the conversation");
+    EXPECT_EQ(follower.Y(), Ys({10, 20})); // what was read stays
+    TDdeServer again(m_service);
+    again.SetText("1 30\n");
+    ASSERT_TRUE(Becomes(follower, {30}));
+}
 #endif
 
+#if __has_include(<QTcpServer>)
 TEST_F(LinkTest, ServerThatGoesAwayIsCalledAgain) {
     QTcpServer server;
     ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
@@ -245,6 +369,11 @@ TEST_F(LinkTest, PortThatIsTakenIsSaid) {
     nobody.Poll();
     EXPECT_NE(nobody.Link().Trouble().find("no such address"), std::string::npos);
 }
+#else
+TEST_F(LinkTest, LinesOfTheNetworkAreNotInThisBuild) {
+    EXPECT_THROW(TFollower("tcp://127.0.0.1:5000"), EFileError);
+}
+#endif
 
 TEST_F(LinkTest, SerialLineThatIsMissingIsSaid) {
     try {
