@@ -3,6 +3,7 @@
 #include "controls/texts.h"
 #include "dialog/manual/manual_panel.h"
 #include "dialog/source/text_options_panel.h"
+#include "dialogs/import/sheet_list.h"
 #include "dialogs/import/source_reading.h"
 #include "dialogs/import/text_preview_pane.h"
 #include "graph/loading/source_loading.h"
@@ -173,6 +174,7 @@ void TDataSourcePage::ShowKind(TSeries& series) {
         m_manual->FillFrom(series);
     else
         m_manual->Clear();
+    if (kind != TSourceKind::TextFile) m_listedFile.clear();
     if (kind == TSourceKind::LumoSheet) FillSheets(series);
     if (kind == TSourceKind::TextFile) FillSheetsOfFile(series);
     const bool isText = IsText(series);
@@ -225,12 +227,25 @@ void TDataSourcePage::FillSheets(const TSeries& series) {
 
 /// Of a spreadsheet with several.
 void TDataSourcePage::FillSheetsOfFile(const TSeries& series) {
-    m_ui->cbx_Sheet->clear();
     const TSheetPlace place = SheetPlaceOf(SourceFileOf(series));
-    for (const TBookSheet& sheet : SheetsOf(place.file))
-        m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
-    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(place.sheet)));
-    ShowSheetList(m_ui->cbx_Sheet->count() > 1);
+    m_ui->cbx_Sheet->clear();
+    ShowSheetList(false);
+    m_chosenSheet = place.sheet;
+    if (m_listedFile == place.file) return; // which takes long
+    m_listedFile = place.file;
+    ListSheets(*this, place.file, [this, file = place.file](const std::vector<TBookSheet>& sheets) {
+        if (m_listedFile != file) return;
+        m_listedFile.clear();
+        m_ui->cbx_Sheet->clear();
+        for (const TBookSheet& sheet : sheets) m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
+        ChooseSheet(m_chosenSheet);
+        ShowSheetList(m_ui->cbx_Sheet->count() > 1);
+    });
+}
+
+void TDataSourcePage::ChooseSheet(const std::string& name) {
+    m_chosenSheet = name;
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(name)));
 }
 
 void TDataSourcePage::ShowSheetList(bool isShown) {
@@ -293,8 +308,7 @@ void TDataSourcePage::ShowText(const TSeries& series) {
         TTextPreview preview = PreviewSource(series, kPreviewRows);
         m_options->FillFrom(series, &preview.readings.best.format);
         // Which sheet is read while none is chosen.
-        if (const auto& sheet = preview.readings.best.format.sheet)
-            m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(*sheet)));
+        if (const auto& sheet = preview.readings.best.format.sheet) ChooseSheet(*sheet);
         m_preview->ShowPreview(std::move(preview), HasFixedReading(series));
     } catch (const ELumoError& error) {
         m_options->FillFrom(series, nullptr);

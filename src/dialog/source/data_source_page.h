@@ -74,6 +74,7 @@ private:
     void ShowNotes(const TSeries& series);
     void FillSheets(const TSeries& series);
     void FillSheetsOfFile(const TSeries& series);
+    void ChooseSheet(const std::string& name);
     void ShowSheetList(bool isShown);
     void TakeSheet(TSeries& series);
     static bool IsFile(TSourceKind kind);
@@ -97,6 +98,8 @@ private:
     TTextPreviewPane* m_preview = nullptr;
     const TSeries* m_shown = nullptr;      ///< the data set that the next two are about, only compared
     std::unique_ptr<TTextReport> m_report; ///< of the last loading of a text, null after a failure
+    std::string m_listedFile;              ///< whose sheets are being listed
+    std::string m_chosenSheet;             ///< of that file
     bool m_failureTold = false; ///< the present description could not be loaded, and the user knows
 };
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 
 namespace lumoplot {
 namespace {
@@ -91,6 +92,12 @@ void TTextOptionsPanel::FillText(const TDSInfo& info) {
     m_ui->se_ColumnWidth->setEnabled(byWidth);
     SetUnlessTyped(*m_ui->e_TextMarkers, QString::fromStdString(info.TextMarkers()));
     m_ui->e_TextMarkers->setEnabled(!byWidth);
+    // How a sheet is divided and encoded is known.
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             m_ui->lblSeparators, m_ui->cb_FindSeparators, m_ui->cb_Tab, m_ui->cb_Comma, m_ui->cb_Semicolon,
+             m_ui->cb_Blank, m_ui->cb_Other, m_ui->e_Other, m_ui->lblTextMarkers, m_ui->e_TextMarkers,
+             m_ui->cb_FixedWidth, m_ui->se_ColumnWidth, m_ui->cbx_Encoding})
+        widget->setVisible(!m_found.sheet);
     const bool findsHeaders = info.FileHasHeaders() == TDSInfo::kFindHeaders;
     m_ui->cb_FindHeaders->setChecked(findsHeaders);
     m_ui->se_HeaderRows->setEnabled(!findsHeaders);

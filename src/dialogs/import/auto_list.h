@@ -16,6 +16,9 @@ int AutoListItem(const TList& list, const TValue& value) {
     return found == list.end() ? 0 : static_cast<int>(found - list.begin()) + 1;
 }
 
+/// Of an item: what stands behind "Auto" where the whole text would not fit.
+inline constexpr int kShortCaption = Qt::UserRole;
+
 /// "Decimal comma" inside a text; "UTF-8" stays.
 inline QString AsInsideText(QString caption) {
     if (caption.size() > 1 && caption[1].isLower()) caption[0] = caption[0].toLower();
@@ -27,8 +30,9 @@ template <class TList, class TValue>
 void FillAutoList(QComboBox& box, const TList& list, const std::optional<TValue>& wish,
                   const std::optional<TValue>& found) {
     const int item = found ? AutoListItem(list, *found) : 0;
-    box.setItemText(0,
-                    item > 0 ? TTexts::tr("Auto: ") + AsInsideText(box.itemText(item)) : TTexts::tr("Auto"));
+    const QString given = box.itemData(item, kShortCaption).toString();
+    const QString caption = given.isEmpty() ? AsInsideText(box.itemText(item)) : given;
+    box.setItemText(0, item > 0 ? TTexts::tr("Auto: ") + caption : TTexts::tr("Auto"));
     box.setCurrentIndex(wish ? AutoListItem(list, *wish) : 0);
 }
 

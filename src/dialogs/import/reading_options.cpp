@@ -3,6 +3,7 @@
 #include "controls/texts.h"
 #include "data/series/ds_info.h"
 #include "dialogs/import/auto_list.h"
+#include "dialogs/import/sheet_list.h"
 #include "graph/loading/source_loading.h"
 #include "sources/spreadsheet/sheet_place.h"
 #include "ui_reading_options.h"
@@ -41,6 +42,10 @@ std::optional<TTextEncoding> EncodingFound(const TTextFormat* found) {
 TReadingOptions::TReadingOptions(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::TReadingOptions>()) {
     m_ui->setupUi(this);
+    // What would not fit behind "Auto".
+    m_ui->cbx_Separator->setItemData(2, QStringLiteral(";"), kShortCaption);
+    m_ui->cbx_Separator->setItemData(4, QStringLiteral("|"), kShortCaption);
+    m_ui->cbx_Encoding->setItemData(4, QStringLiteral("1252"), kShortCaption);
     connect(m_ui->cbx_Sheet, &QComboBox::activated, this, &TReadingOptions::SheetPicked);
     for (QComboBox* box :
          {m_ui->cbx_Separator, m_ui->cbx_DecimalSign, m_ui->cbx_DateOrder, m_ui->cbx_Encoding})
@@ -50,21 +55,38 @@ TReadingOptions::TReadingOptions(QWidget* parent)
 
 TReadingOptions::~TReadingOptions() = default;
 
-// The sheets are listed once for a file.
+// The sheets are listed once for a file; the one that is read is known before.
 void TReadingOptions::ShowSheets(const std::string& fileName, const std::string& chosen) {
+    const QString name = QString::fromStdString(chosen);
     if (m_sheetsOf != fileName) {
+        m_sheetsOf = fileName;
         m_ui->cbx_Sheet->clear();
-        for (const TBookSheet& sheet : SheetsOf(fileName))
-            m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
+        ListSheets(*this, fileName, [this, fileName](const std::vector<TBookSheet>& sheets) {
+            if (m_sheetsOf == fileName) FillSheets(sheets);
+        });
     }
-    m_sheetsOf = fileName;
+    if (!chosen.empty() && m_ui->cbx_Sheet->findText(name) < 0) m_ui->cbx_Sheet->addItem(name);
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(name));
+    ShowWhatIsOpen();
+}
+
+void TReadingOptions::FillSheets(const std::vector<TBookSheet>& sheets) {
+    const QString chosen = m_ui->cbx_Sheet->currentText();
+    m_ui->cbx_Sheet->clear();
+    for (const TBookSheet& sheet : sheets) m_ui->cbx_Sheet->addItem(QString::fromStdString(sheet.name));
+    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(chosen));
+    ShowWhatIsOpen();
+}
+
+// How a sheet is divided and encoded is known.
+void TReadingOptions::ShowWhatIsOpen() {
     const bool isBook = m_ui->cbx_Sheet->count() > 0;
-    m_ui->cbx_Sheet->setCurrentIndex(m_ui->cbx_Sheet->findText(QString::fromStdString(chosen)));
     m_ui->lblSheet->setVisible(isBook);
     m_ui->cbx_Sheet->setVisible(isBook);
     m_ui->lblSeparator->setVisible(!isBook);
     m_ui->cbx_Separator->setVisible(!isBook);
-    m_ui->cbx_Encoding->setEnabled(!isBook);
+    m_ui->lblEncoding->setVisible(!isBook);
+    m_ui->cbx_Encoding->setVisible(!isBook);
 }
 
 std::string TReadingOptions::Sheet() const {

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "graph/model/series.h"
+#include "sources/spreadsheet/sheet_place.h"
 #include "sources/text/text_format.h"
 
 #include <QWidget>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Ui {
 class TReadingOptions;
@@ -38,6 +40,8 @@ Q_SIGNALS:
 
 private:
     void ShowSheets(const std::string& fileName, const std::string& chosen);
+    void FillSheets(const std::vector<TBookSheet>& sheets);
+    void ShowWhatIsOpen();
 
     std::unique_ptr<Ui::TReadingOptions> m_ui;
     std::string m_sheetsOf; ///< the file whose sheets are listed

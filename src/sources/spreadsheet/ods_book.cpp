@@ -32,25 +32,35 @@ std::string DurationText(const std::string& text) {
     return whole.ends_with('.') ? whole.substr(0, whole.size() - 1) : whole;
 }
 
+bool IsTable(const TXmlPart& xml) {
+    return xml.Name() == u"table" && xml.Namespace().contains(u":table:");
+}
+
+// Behind the beginning of the table that so many others stand in front of.
+std::unique_ptr<TXmlPart> OpenTable(const TZipArchive& archive, std::size_t table) {
+    auto xml = std::make_unique<TXmlPart>(archive, kContent);
+    for (std::size_t tables = 0; tables <= table;) {
+        if (xml->IsAtEnd()) throw EFileError("is damaged: a sheet is missing");
+        if (xml->Next() != TToken::StartElement || !IsTable(*xml)) continue;
+        if (tables++ < table) xml->SkipElement();
+    }
+    return xml;
+}
+
 class TOdsRows final : public TSheetRows {
 public:
-    TOdsRows(const TZipArchive& archive, std::size_t sheet) : m_xml(archive, kContent) {
-        for (std::size_t tables = 0; tables <= sheet;) {
-            if (m_xml.IsAtEnd()) throw EFileError("is damaged: a sheet is missing");
-            if (m_xml.Next() != TToken::StartElement || !IsTable()) continue;
-            if (tables++ < sheet) m_xml.SkipElement();
-        }
-    }
+    /// From the beginning of a table on.
+    explicit TOdsRows(std::unique_ptr<TXmlPart> table) : m_xml(std::move(table)) {}
 
     bool Next(std::vector<TSheetCell>& cells, std::int64_t& number, std::int64_t& repeats) override {
         cells.clear();
-        while (!m_isAtEnd && !m_xml.IsAtEnd()) {
-            const TToken token = m_xml.Next();
-            if (token == TToken::EndElement && IsTable()) m_isAtEnd = true;
+        while (!m_isAtEnd && !m_xml->IsAtEnd()) {
+            const TToken token = m_xml->Next();
+            if (token == TToken::EndElement && IsTable(*m_xml)) m_isAtEnd = true;
             if (token != TToken::StartElement) continue;
-            if (IsTable() || m_xml.Name() == u"shapes" || m_xml.Name() == u"forms") {
-                m_xml.SkipElement();
-            } else if (m_xml.Name() == u"table-row") {
+            if (IsTable(*m_xml) || m_xml->Name() == u"shapes" || m_xml->Name() == u"forms") {
+                m_xml->SkipElement();
+            } else if (m_xml->Name() == u"table-row") {
                 number = m_row + 1;
                 repeats = Repeats(QLatin1String("number-rows-repeated"));
                 m_row += repeats;
@@ -64,22 +74,20 @@ public:
         return false;
     }
 
-    std::int64_t Unpacked() const override { return m_xml.Unpacked(); }
+    std::int64_t Unpacked() const override { return m_xml->Unpacked(); }
 
 private:
-    bool IsTable() const { return m_xml.Name() == u"table" && m_xml.Namespace().contains(u":table:"); }
-
     std::int64_t Repeats(QLatin1String attribute) const {
-        return std::max<std::int64_t>(1, m_xml.Number(attribute, 1));
+        return std::max<std::int64_t>(1, m_xml->Number(attribute, 1));
     }
 
     void ReadRow(std::vector<TSheetCell>& cells) {
         std::size_t column = 0;
         std::size_t ofText = 0;
-        for (TToken token = m_xml.Next(); token != TToken::EndElement; token = m_xml.Next()) {
+        for (TToken token = m_xml->Next(); token != TToken::EndElement; token = m_xml->Next()) {
             if (token != TToken::StartElement) continue;
-            if (m_xml.Name() != u"table-cell" && m_xml.Name() != u"covered-table-cell") {
-                m_xml.SkipElement();
+            if (m_xml->Name() != u"table-cell" && m_xml->Name() != u"covered-table-cell") {
+                m_xml->SkipElement();
                 continue;
             }
             const auto repeats = static_cast<std::size_t>(Repeats(QLatin1String("number-columns-repeated")));
@@ -97,17 +105,17 @@ private:
     }
 
     TSheetCell ReadCell() {
-        const std::string type = m_xml.Attribute(QLatin1String("value-type"));
-        const std::string formula = m_xml.Attribute(QLatin1String("formula"));
+        const std::string type = m_xml->Attribute(QLatin1String("value-type"));
+        const std::string formula = m_xml->Attribute(QLatin1String("formula"));
         std::string value;
         if (type == "float" || type == "percentage" || type == "currency")
-            value = m_xml.Attribute(QLatin1String("value"));
+            value = m_xml->Attribute(QLatin1String("value"));
         else if (type == "date")
-            value = m_xml.Attribute(QLatin1String("date-value"));
+            value = m_xml->Attribute(QLatin1String("date-value"));
         else if (type == "time")
-            value = DurationText(m_xml.Attribute(QLatin1String("time-value")));
+            value = DurationText(m_xml->Attribute(QLatin1String("time-value")));
         else if (type == "boolean")
-            value = m_xml.Attribute(QLatin1String("boolean-value")) == "true" ? "TRUE" : "FALSE";
+            value = m_xml->Attribute(QLatin1String("boolean-value")) == "true" ? "TRUE" : "FALSE";
         const bool isValue = !value.empty() && type != "boolean";
         const std::string shown = CellText();
         if (value.empty()) value = shown;
@@ -121,19 +129,19 @@ private:
         bool hasParagraph = false;
         int ofParagraph = 0; ///< elements open in the paragraph, itself counted
         for (int depth = 1; depth > 0;) {
-            const TToken token = m_xml.Next();
+            const TToken token = m_xml->Next();
             if (token == TToken::StartElement) {
-                const bool isSkipped = m_xml.Name() == u"annotation" || m_xml.Name() == u"table" ||
-                                       m_xml.Namespace().contains(u":drawing:");
+                const bool isSkipped = m_xml->Name() == u"annotation" || m_xml->Name() == u"table" ||
+                                       m_xml->Namespace().contains(u":drawing:");
                 if (isSkipped) {
-                    m_xml.SkipElement();
+                    m_xml->SkipElement();
                     continue;
                 }
                 ++depth;
                 if (ofParagraph > 0) {
                     ++ofParagraph;
                     TXmlPart::Append(text, Spacing());
-                } else if (m_xml.Name() == u"p") {
+                } else if (m_xml->Name() == u"p") {
                     if (hasParagraph) text += '\n';
                     hasParagraph = true;
                     ofParagraph = 1;
@@ -142,7 +150,7 @@ private:
                 --depth;
                 if (ofParagraph > 0) --ofParagraph;
             } else if (token == TToken::Characters && ofParagraph > 0) {
-                TXmlPart::Append(text, m_xml.Text());
+                TXmlPart::Append(text, m_xml->Text());
             }
         }
         return text;
@@ -150,14 +158,14 @@ private:
 
     std::string Spacing() const {
         constexpr std::int64_t kMost = 1000;
-        if (m_xml.Name() == u"s")
-            return std::string(static_cast<std::size_t>(std::min(kMost, m_xml.Number(QLatin1String("c"), 1))),
-                               ' ');
-        if (m_xml.Name() == u"tab") return "\t";
-        return m_xml.Name() == u"line-break" ? "\n" : "";
+        if (m_xml->Name() == u"s")
+            return std::string(
+                static_cast<std::size_t>(std::min(kMost, m_xml->Number(QLatin1String("c"), 1))), ' ');
+        if (m_xml->Name() == u"tab") return "\t";
+        return m_xml->Name() == u"line-break" ? "\n" : "";
     }
 
-    TXmlPart m_xml;
+    std::unique_ptr<TXmlPart> m_xml;
     std::int64_t m_row = 0;
     bool m_isAtEnd = false;
 };
@@ -171,11 +179,13 @@ public:
     }
 
     const TBookSheet* Sheet(std::size_t index) override {
-        while (index >= m_sheets.size() && m_list) FindSheet();
+        while (index >= m_sheets.size() && !m_isComplete) FindSheet();
         return index < m_sheets.size() ? &m_sheets[index] : nullptr;
     }
     std::unique_ptr<TSheetRows> Rows(std::size_t sheet) override {
-        return std::make_unique<TOdsRows>(*m_archive, sheet);
+        // What is in front of the last sheet that is known has been unpacked.
+        const bool isLast = m_list && sheet + 1 == m_sheets.size();
+        return std::make_unique<TOdsRows>(isLast ? std::move(m_list) : OpenTable(*m_archive, sheet));
     }
     std::int64_t Size(std::size_t) const override { return m_archive->Find(kContent)->size; }
 
@@ -192,25 +202,30 @@ private:
     }
 
     void FindSheet() {
+        m_isComplete = m_sheets.size() >= m_mostSheets;
+        if (m_isComplete) return m_list.reset();
+        if (!m_list) m_list = OpenTable(*m_archive, m_sheets.size() - 1);
         if (!m_sheets.empty()) m_list->SkipElement();
-        while (m_sheets.size() < m_mostSheets && !m_list->IsAtEnd()) {
+        while (!m_list->IsAtEnd()) {
             if (m_list->Next() != TToken::StartElement) continue;
             if (m_list->Name() == u"style") m_style = m_list->Attribute(QLatin1String("name"));
             if (m_list->Name() == u"table-properties" &&
                 m_list->Attribute(QLatin1String("display")) == "false")
                 m_hidden.insert(m_style);
-            if (m_list->Name() != u"table" || !m_list->Namespace().contains(u":table:")) continue;
+            if (!IsTable(*m_list)) continue;
             m_sheets.push_back({m_list->Attribute(QLatin1String("name")),
                                 m_hidden.contains(m_list->Attribute(QLatin1String("style-name")))});
             return;
         }
         m_list.reset();
+        m_isComplete = true;
     }
 
     std::shared_ptr<TZipArchive> m_archive;
     std::size_t m_mostSheets;
-    std::unique_ptr<TXmlPart> m_list; ///< within the last sheet that is known; null when all are
-    std::set<std::string> m_hidden;   ///< styles of hidden sheets
+    std::unique_ptr<TXmlPart> m_list; ///< within the last sheet that is known; null when it reads that
+    bool m_isComplete = false;
+    std::set<std::string> m_hidden; ///< styles of hidden sheets
     std::string m_style;
     std::vector<TBookSheet> m_sheets;
 };

@@ -161,16 +161,26 @@ bool TSpreadsheetText::seek(qint64 position) {
 }
 
 void TSpreadsheetText::Restart() {
+    m_replayed = 0;
+    m_isAtEnd = false;
+    if (m_isFrontAll) return;
+    m_isFrontAll = true;
+    m_front.clear();
     m_rows.reset();
     m_text.clear();
     m_given = 0;
     m_repeats = m_lastRow = m_emptyRows = m_total = 0;
     m_width = 0;
-    m_isAtEnd = false;
     m_problem.clear();
 }
 
 qint64 TSpreadsheetText::readData(char* data, qint64 capacity) {
+    if (m_replayed < m_front.size()) {
+        const std::size_t count = std::min(static_cast<std::size_t>(capacity), m_front.size() - m_replayed);
+        std::copy_n(m_front.data() + m_replayed, count, data);
+        m_replayed += count;
+        return static_cast<qint64>(count);
+    }
     try {
         if (m_given == m_text.size() && m_problem.empty()) Fill();
     } catch (const std::exception& error) { // none may pass through the device
@@ -183,8 +193,19 @@ qint64 TSpreadsheetText::readData(char* data, qint64 capacity) {
     const std::size_t count = std::min(static_cast<std::size_t>(capacity), m_text.size() - m_given);
     std::copy_n(m_text.data() + m_given, count, data);
     m_given += count;
+    KeepFront({data, count});
     m_isAtEnd = count == 0 && capacity > 0;
     return static_cast<qint64>(count);
+}
+
+// What is read again and again until it is known how; some sheets stand behind others that are to be
+// unpacked.
+void TSpreadsheetText::KeepFront(std::string_view text) {
+    constexpr std::size_t kMostFront = std::size_t{1} << 20;
+    m_isFrontAll = m_isFrontAll && m_front.size() + text.size() <= kMostFront;
+    if (!m_isFrontAll) m_front = {};
+    if (m_isFrontAll) m_front += text;
+    m_replayed = m_front.size();
 }
 
 void TSpreadsheetText::Fill() {

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lumoplot {
@@ -32,6 +33,7 @@ protected:
 private:
     TSpreadsheetText(std::unique_ptr<TSpreadsheetBook> book, std::size_t sheet);
     void Restart();
+    void KeepFront(std::string_view text);
     void Fill();
     bool NextRow();
     void AppendRow();
@@ -53,6 +55,9 @@ private:
     bool m_hasPoint = false;
     bool m_isAtEnd = false;
     std::string m_problem;
+    std::string m_front;      ///< all the text that was given, while it is short
+    bool m_isFrontAll = true; ///< it still is
+    std::size_t m_replayed = 0;
 };
 
 } // namespace lumoplot

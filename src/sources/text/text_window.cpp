@@ -10,13 +10,16 @@ namespace lumoplot {
 namespace {
 
 constexpr std::size_t kPieceSize = 262144;
+/// A sheet is read slower, and is to be cancelled as soon.
+constexpr std::size_t kPieceOfSheet = 65536;
 /// Threads that share a piece wait for each other at its end.
 constexpr std::size_t kPieceToShare = 1048576;
 
 } // namespace
 
 TTextWindow::TTextWindow(TTextFile& file, TTextEncoding encoding, std::string quotes)
-    : m_file(&file), m_quotes(std::move(quotes)), m_size(file.AtMost(kPieceSize)) {
+    : m_file(&file), m_quotes(std::move(quotes)),
+      m_size(file.AtMost(file.Sheet() ? kPieceOfSheet : kPieceSize)) {
     file.Restart(encoding);
     m_piece.text.resize(m_begin);
     Slide(Begin(), 1);
@@ -33,7 +36,6 @@ TTextWindow::TTextWindow(std::string_view rows, const std::string& quotes)
 void TTextWindow::ReadAhead() {
     const bool isWhole = m_piece.Size() < m_size / 2;
     if (m_textEnd == TTextEnd::File || isWhole || ProcessorCount() == 1) return;
-    // A sheet is read slower, and is to be cancelled as soon.
     if (!m_file->Sheet()) m_size = m_file->AtMost(kPieceToShare);
     m_ahead = std::make_unique<TReadAhead>(*m_file, m_size, m_quotes);
 }

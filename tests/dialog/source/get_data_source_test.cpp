@@ -92,6 +92,8 @@ TEST_F(TGetDataSourceTest, ASheetOfAFileIsChosen) {
             EXPECT_FALSE(sheets.isVisibleTo(&chooser));
             ClickItem(chooser, "l_Sources", "levels.xlsx");
             EXPECT_EQ(sheets.currentText(), "Days") << "the first one with numbers";
+            for (const char* of : {"cbx_Separator", "cbx_Encoding"})
+                EXPECT_FALSE(Control<QComboBox>(chooser, of).isVisible()) << of << " of no text";
             EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: Level (cm)", "3: Flow"}));
             lumoplot::Choose(chooser, "cbx_Sheet", 2);
             EXPECT_EQ(Texts(chooser, "l_YColumns"), (std::vector<std::string>{"2: Volt"}));
@@ -101,6 +103,9 @@ TEST_F(TGetDataSourceTest, ASheetOfAFileIsChosen) {
     EXPECT_EQ(Current().DataSourceInfo().SourceName(), PathOf("levels.xlsx#Runs").toStdString());
     // The page shows the sheet and chooses among them, too.
     EXPECT_EQ(Find<QComboBox>("cbx_Sheet").currentText(), "Runs");
+    for (const char* of : {"cb_FindSeparators", "e_TextMarkers", "cb_FixedWidth", "cbx_Encoding"})
+        EXPECT_FALSE(Find<QWidget>(of).isVisible()) << of << " of no text";
+    EXPECT_TRUE(Find<QWidget>("cbx_DecimalSign").isVisible());
     lumoplot::Choose(Wizard, "cbx_Sheet", 1);
     EXPECT_EQ(Current().Count(), 8);
 }

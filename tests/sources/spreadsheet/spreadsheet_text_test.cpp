@@ -158,6 +158,13 @@ TEST_F(Spreadsheet, ASheetIsChosenByNameOrIsTheFirstWithNumbers) {
         Zip(OdsParts({{"Old", row + row, "table:style-name=\"ta2\""}, {"New", row + row + row}}, style));
     EXPECT_EQ(TextOf(ods), "1\n1\n1\n");
     EXPECT_EQ(TextOf(ods, "Old"), "1\n1\n");
+    const std::string note =
+        "<table:table-row><table:table-cell><text:p>Notes</text:p></table:table-cell></table:table-row>";
+    const std::string noted = Zip(OdsParts({{"About", note}, {"Runs", row + row}, {"Last", row}}));
+    EXPECT_EQ(TextOf(noted), "1\n1\n");
+    EXPECT_EQ(TextOf(noted, "About"), "Notes\n");
+    EXPECT_EQ(TextOf(noted, "Last"), "1\n");
+    EXPECT_EQ(SheetsOf(Write(noted, "book.ods")).size(), 3u);
 }
 
 TEST_F(Spreadsheet, ItsPlaceIsPartOfTheName) {
