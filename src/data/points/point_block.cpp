@@ -186,7 +186,9 @@ void TPointBlock::Place(std::size_t place, double x, double y) {
 void TPointBlock::Reserve(std::size_t capacity) {
     if (!m_derived.empty()) m_derived.reserve(capacity);
     if (!m_yErrors.empty()) m_yErrors.reserve(capacity);
-    auto arrays = std::make_unique_for_overwrite<std::byte[]>(capacity * kBytesPerPoint);
+    const std::size_t bytes = capacity * kBytesPerPoint;
+    std::unique_ptr<std::byte, TFreePointMemory> arrays(static_cast<std::byte*>(TakePointMemory(bytes)),
+                                                        {bytes});
     auto* x = reinterpret_cast<double*>(arrays.get());
     std::copy_n(XData(), m_count, x);
     std::copy_n(YData(), m_count, x + capacity);

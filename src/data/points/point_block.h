@@ -4,6 +4,8 @@
 // doubles. Owned by its TPointChain, which decides where points go; a block only keeps its arrays in step.
 #pragma once
 
+#include "data/points/point_memory.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -99,6 +101,7 @@ public:
 
 private:
     static constexpr std::size_t kBytesPerPoint = 2 * sizeof(double) + sizeof(std::int32_t);
+    static_assert(kCapacity * kBytesPerPoint == kPooledSizes[0]);
 
     double* XData() const { return reinterpret_cast<double*>(m_arrays.get()); }
     double* YData() const { return XData() + m_capacity; }
@@ -111,7 +114,7 @@ private:
 
     /// The X of all points, then the Y, then the Ids, each with room for m_capacity: together, because a
     /// random access costs a miss for each page of memory that it touches.
-    std::unique_ptr<std::byte[]> m_arrays;
+    std::unique_ptr<std::byte, TFreePointMemory> m_arrays;
     std::uint32_t m_capacity = 0;
     std::uint32_t m_count = 0;
     double m_maxX = -std::numeric_limits<double>::infinity();
@@ -167,9 +170,11 @@ public:
 private:
     static constexpr int kPageBits = 10;
     static constexpr std::int32_t kPageSize = 1 << kPageBits;
+    static_assert(kPageSize * sizeof(TPointBlock*) == kPooledSizes[1] || sizeof(void*) != 8);
 
     struct TPage {
-        std::vector<TPointBlock*> Blocks; ///< by Id; null for one that is gone, empty when all are
+        std::vector<TPointBlock*, TPointAllocator<TPointBlock*>>
+            Blocks; ///< by Id; null for one that is gone, empty when all are
         std::int32_t Live = 0;
     };
 
