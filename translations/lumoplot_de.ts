@@ -1548,6 +1548,14 @@
         <source>E&amp;rrors:</source>
         <translation>&amp;Fehler:</translation>
     </message>
+    <message>
+        <source>Ser&amp;ver...</source>
+        <translation>Ser&amp;ver...</translation>
+    </message>
+    <message>
+        <source>Connect with a database server, by its host and name</source>
+        <translation>Mit einem Datenbankserver verbinden, nach Rechner und Namen</translation>
+    </message>
 </context>
 <context>
     <name>TFilteringPage</name>
@@ -2336,32 +2344,8 @@
         <translation>Das Zeichen vor den Dezimalen</translation>
     </message>
     <message>
-        <source>Decimal point</source>
-        <translation>Dezimalpunkt</translation>
-    </message>
-    <message>
-        <source>Decimal comma</source>
-        <translation>Dezimalkomma</translation>
-    </message>
-    <message>
         <source>D&amp;ates:</source>
         <translation>Date&amp;n:</translation>
-    </message>
-    <message>
-        <source>The order of the parts of dates</source>
-        <translation>Die Reihenfolge in Datumsangaben</translation>
-    </message>
-    <message>
-        <source>Year, month, day</source>
-        <translation>Jahr, Monat, Tag</translation>
-    </message>
-    <message>
-        <source>Day, month, year</source>
-        <translation>Tag, Monat, Jahr</translation>
-    </message>
-    <message>
-        <source>Month, day, year</source>
-        <translation>Monat, Tag, Jahr</translation>
     </message>
     <message>
         <source>&amp;Encoding:</source>
@@ -2402,6 +2386,26 @@
     <message>
         <source>The sheet of the file that is read</source>
         <translation>Die Tabelle der Datei, die gelesen wird</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <translation>Punkt</translation>
+    </message>
+    <message>
+        <source>The order of year, month and day in dates</source>
+        <translation>Die Reihenfolge von Jahr, Monat und Tag in Datumsangaben</translation>
+    </message>
+    <message>
+        <source>Y-M-D</source>
+        <translation>J-M-T</translation>
+    </message>
+    <message>
+        <source>D.M.Y</source>
+        <translation>T.M.J</translation>
+    </message>
+    <message>
+        <source>M/D/Y</source>
+        <translation>M/T/J</translation>
     </message>
 </context>
 <context>
@@ -2533,6 +2537,45 @@
     <message>
         <source>Upper bound</source>
         <translation>Obere Grenze</translation>
+    </message>
+</context>
+<context>
+    <name>TServerDialog</name>
+    <message>
+        <source>Database Server</source>
+        <translation>Datenbankserver</translation>
+    </message>
+    <message>
+        <source>&amp;Kind:</source>
+        <translation>&amp;Art:</translation>
+    </message>
+    <message>
+        <source>&amp;Host:</source>
+        <translation>&amp;Rechner:</translation>
+    </message>
+    <message>
+        <source>this machine</source>
+        <translation>dieser Rechner</translation>
+    </message>
+    <message>
+        <source>P&amp;ort:</source>
+        <translation>P&amp;ort:</translation>
+    </message>
+    <message>
+        <source>&amp;Database:</source>
+        <translation>&amp;Datenbank:</translation>
+    </message>
+    <message>
+        <source>&amp;User:</source>
+        <translation>&amp;Benutzer:</translation>
+    </message>
+    <message>
+        <source>&amp;Password:</source>
+        <translation>&amp;Kennwort:</translation>
+    </message>
+    <message>
+        <source>kept until the program ends, in no file</source>
+        <translation>bleibt bis zum Programmende, in keiner Datei</translation>
     </message>
 </context>
 <context>
@@ -5011,6 +5054,25 @@ Die Datei: %2</translation>
     </message>
 </context>
 <context>
+    <name>lumoplot::TServerDialog</name>
+    <message>
+        <source>Co&amp;nnect</source>
+        <translation>&amp;Verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;Data source:</source>
+        <translation>&amp;Datenquelle:</translation>
+    </message>
+    <message>
+        <source>&amp;Database:</source>
+        <translation>&amp;Datenbank:</translation>
+    </message>
+    <message>
+        <source>its name, or DRIVER=…;…</source>
+        <translation>ihr Name oder DRIVER=…;…</translation>
+    </message>
+</context>
+<context>
     <name>lumoplot::TSheetModel</name>
     <message>
         <source>Title</source>
@@ -6783,6 +6845,14 @@ Das Passwort von %2 (es wird nicht gespeichert):</translation>
     <message>
         <source>On the right side</source>
         <translation>Auf der rechten Seite</translation>
+    </message>
+    <message>
+        <source>&amp;Item:</source>
+        <translation>Elemen&amp;t:</translation>
+    </message>
+    <message>
+        <source>SERVICE|TOPIC!ITEM of a Windows program</source>
+        <translation>SERVICE|TOPIC!ITEM eines Windows-Programms</translation>
     </message>
 </context>
 <context>

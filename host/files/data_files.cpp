@@ -6,7 +6,6 @@
 #include "graph/loading/default_look.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_loading.h"
-#include "graph/loading/x_axis_title.h"
 #include "sources/report/text_explanation.h"
 #include "sources/text/error_columns.h"
 #include "support/errors.h"
@@ -134,13 +133,13 @@ bool TDataFiles::Load(TSeries& series, TProgress& progress) {
     TTextReport report;
     m_explanation.clear();
     const bool isNew = series.Count() == 0;
-    if (!LoadFromSource(series, progress, {.Report = &report})) return false;
+    if (!LoadFromSource(series, progress, {.XTitle = TLoadedXTitle::FromColumn, .Report = &report}))
+        return false;
     m_isReadingOpen = report.readings.runnerUp.has_value();
     if (series.DataSourceInfo().Kind() != TSourceKind::DataFile)
         for (const std::string& line : Explain(report).Lines())
             m_explanation += (m_explanation.isEmpty() ? QString() : QStringLiteral("; ")) +
                              QString::fromStdString(ShownLine(line));
-    TakeXTitle(series, report.readings.best.format);
     if (isNew && series.DataSourceInfo().Kind() != TSourceKind::DataFile) TakeMixedX(series, report);
     if (series.DataSourceInfo().Kind() == TSourceKind::Database)
         TakeDatabaseReport(series, report);

@@ -198,8 +198,4 @@ QString InLanguage(const QString& text) {
     return text;
 }
 
-QString InLanguage(const std::string& text) {
-    return InLanguage(QString::fromStdString(text));
-}
-
 } // namespace lumoplot

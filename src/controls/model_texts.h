@@ -11,6 +11,8 @@ namespace lumoplot {
 /// The text as its pattern is translated, with the names and numbers that it has; one without a known pattern
 /// stays as it is.
 XYWIDGETS_EXPORT QString InLanguage(const QString& text);
-XYWIDGETS_EXPORT QString InLanguage(const std::string& text);
+inline QString InLanguage(const std::string& text) {
+    return InLanguage(QString::fromStdString(text));
+}
 
 } // namespace lumoplot

@@ -170,6 +170,7 @@ TEST_F(EditData, RowsOfTheGridThatACrashLeftComeBack) {
         EXPECT_TRUE(Control<QPlainTextEdit>(offer, "m_Details")
                         .toPlainText()
                         .contains(QStringLiteral("rows of the grid that are no points yet")));
+        EXPECT_LE(offer.minimumSizeHint().height(), 340) << "a small screen has no more";
         WhenModal<QDialog>([&](QDialog& dialog) {
             ASSERT_TRUE(QTest::qWaitFor([&] { return cell(dialog, 2, 1) == "6x"; }));
             EXPECT_EQ(cell(dialog, 2, 0), "5");

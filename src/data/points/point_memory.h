@@ -13,7 +13,7 @@ namespace lumoplot {
 inline constexpr std::size_t kPooledSizes[] = {5120, 8192};
 
 /// Throws std::bad_alloc.
-XYGRAPH_EXPORT void* TakePointMemory(std::size_t bytes);
+void* TakePointMemory(std::size_t bytes);
 /// `bytes` as when it was taken.
 XYGRAPH_EXPORT void FreePointMemory(void* memory, std::size_t bytes) noexcept;
 

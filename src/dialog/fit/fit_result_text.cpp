@@ -23,8 +23,10 @@ std::string Counted(std::size_t count, const std::string& noun) {
 std::string EndText(const TFitResult& result) {
     std::string text = result.End == TFitEnd::Converged ? "The fit has converged"
                                                         : "The fit has not converged: " + TextOf(result.End);
-    text += " (" + Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", " +
-            Counted(result.PointsUsed, "point");
+    text += " (";
+    if (result.Iterations > 0)
+        text += Counted(static_cast<std::size_t>(result.Iterations), "iteration") + ", ";
+    text += Counted(result.PointsUsed, "point");
     if (result.PointsLeftOut > 0) text += ", " + std::to_string(result.PointsLeftOut) + " left out";
     if (result.Outliers > 0) text += ", " + Counted(result.Outliers, "outlier") + " held off";
     return text + ")\n";

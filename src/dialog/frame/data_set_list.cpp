@@ -23,7 +23,7 @@ namespace lumoplot {
 namespace {
 
 // In the narrowest window that the bar has to fit into, the list of data sets gets what the buttons leave.
-constexpr int kNarrowestBar = 730;
+constexpr int kNarrowestBar = 650;
 constexpr int kWidestNeed = 200;
 constexpr int kUsualSpacing = 6;
 

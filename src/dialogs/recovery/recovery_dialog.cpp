@@ -3,6 +3,7 @@
 #include "controls/model_texts.h"
 #include "controls/return_key.h"
 #include "dialogs/manual_window.h"
+#include "dialogs/messages/window_place.h"
 #include "fit/definition/cur_fit.h"
 #include "graph/drawing/picture/drawing.h"
 #include "session/recovery_writer.h"
@@ -12,6 +13,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
 #include <QLocale>
 #include <QPainter>
 
@@ -19,7 +21,7 @@ namespace lumoplot {
 namespace {
 
 constexpr QSize kPictureUnits(640, 400); // in which the graph is drawn
-constexpr QSize kPictureSize(320, 200);  // in which it is shown
+constexpr QSize kWholeSize(560, 440);    // of the window, where the screen has the room
 
 /// Does not run the pending fits of a graph while it lives: nobody waits for a picture.
 class TFitsAsTheyAre {
@@ -45,15 +47,13 @@ private:
 
 QPixmap PictureOfRecovered(TxyGraph& graph, qreal pixelRatio) {
     const TFitsAsTheyAre fits(graph);
-    QPixmap picture(kPictureSize * pixelRatio);
+    QPixmap picture(kPictureUnits * pixelRatio);
     picture.fill(Qt::white);
     picture.setDevicePixelRatio(pixelRatio);
     graph.resize(kPictureUnits);
     PrepareWithChildGraphs(graph);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(kPictureSize.width() / double(kPictureUnits.width()),
-                  kPictureSize.height() / double(kPictureUnits.height()));
     DrawGraph(painter, graph, QRectF(QPointF(), QSizeF(kPictureUnits)));
     return picture;
 }
@@ -143,6 +143,7 @@ TRecoveryDialog::TRecoveryDialog(TLeftSessions sessions, QWidget* parent)
     connect(m_ui->btnSetAside, &QPushButton::clicked, this, &TRecoveryDialog::OnSetAside);
     m_ui->lst_Sessions->setCurrentRow(0);
     m_ui->btnRecover->setFocus();
+    resize(kWholeSize.boundedTo(RoomOnScreen(*this)));
 }
 
 TRecoveryDialog::~TRecoveryDialog() = default;
@@ -166,11 +167,26 @@ void TRecoveryDialog::Show() {
     const TEntry* entry = Current();
     if (!entry) return;
     const bool isGood = entry->Graph != nullptr;
-    m_ui->lblPicture->setPixmap(entry->Picture);
     m_ui->lblPicture->setVisible(isGood);
+    ShowPicture();
     m_ui->m_Details->setPlainText(isGood ? DetailsOf(entry->Info, IsOfEditor(*entry->File)) : entry->Problem);
     m_ui->btnRecover->setEnabled(isGood);
     m_ui->btnSetAside->setVisible(!isGood);
+}
+
+// As large as there is room.
+void TRecoveryDialog::ShowPicture() {
+    const TEntry* entry = Current();
+    if (!entry || !entry->Graph) return;
+    const QSize room = m_ui->lblPicture->size() * devicePixelRatioF();
+    m_ui->lblPicture->setPixmap(entry->Picture.scaled(room.boundedTo(entry->Picture.size()),
+                                                      Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
+
+void TRecoveryDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    layout()->activate();
+    ShowPicture();
 }
 
 void TRecoveryDialog::OnDiscard() {

@@ -34,12 +34,16 @@ public:
     /// The session that the user has chosen; nothing when the dialog was left otherwise.
     std::optional<TRecoveredSession> Take();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     struct TEntry;
 
     void AddSessions(TLeftSessions sessions);
     TEntry* Current() const;
     void Show();
+    void ShowPicture();
     void OnDiscard();
     void OnSetAside();
     void DropCurrent();

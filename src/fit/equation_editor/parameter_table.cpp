@@ -51,7 +51,7 @@ protected:
 
 /// Columns share the room that is more than they need; where it is less the table scrolls.
 void FitColumns(QTableView& table) {
-    static constexpr std::array<int, TParameterModel::ColumnCount> kDigits = {6, 9, 10, 0, 6, 6, 5, 6};
+    static constexpr std::array<int, TParameterModel::ColumnCount> kDigits = {6, 9, 9, 0, 7, 7, 5, 6};
     QHeaderView& header = *table.horizontalHeader();
     const int digit = table.fontMetrics().horizontalAdvance(QLatin1Char('0'));
     std::array<int, TParameterModel::ColumnCount> widths{};

@@ -18,7 +18,9 @@ TFitCopy::TFitCopy(const TFittedData& data)
     if (Points.X.size() <= Varied.size())
         throw EFitError("There are no more points than varied parameters: nothing is known of their errors");
     if (data.Run.Robust == TRobust::None) return;
-    const std::vector<double> weights = RobustWeights(data.Run.Robust, ResidualsOf(Fit, Points));
+    const std::vector<double> residuals = ResidualsOf(Fit, Points);
+    const std::vector<double> weights = RobustWeights(data.Run.Robust, residuals, Varied.size());
+    m_robustDeviation = RobustDeviation(data.Run.Robust, residuals, Varied.size());
     Points.Weights.resize(weights.size(), 1);
     for (std::size_t i = 0; i < weights.size(); ++i) Points.Weights[i] *= std::sqrt(weights[i]);
 }
@@ -38,13 +40,15 @@ std::vector<std::size_t> OutliersOf(const TFittedData& data) {
         if (std::isfinite(residuals[i])) usable.push_back(i);
     std::vector<double> finite;
     for (const std::size_t i : usable) finite.push_back(residuals[i]);
-    const std::vector<double> weights = RobustWeights(data.Run.Robust, finite);
+    const std::vector<double> weights =
+        RobustWeights(data.Run.Robust, finite, data.Fit.Result()->Varied.size());
     for (std::size_t i = 0; i < weights.size(); ++i)
         if (weights[i] < kOutlierWeight) places.push_back(used[usable[i]]);
     return places;
 }
 
 double TFitCopy::DeviationOf(double scaledRss, double scale) const {
+    if (m_robustDeviation && !m_isAbsolute) return *m_robustDeviation * scale;
     return m_isAbsolute ? scale : std::sqrt(scaledRss / static_cast<double>(Points.X.size() - Varied.size()));
 }
 

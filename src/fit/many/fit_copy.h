@@ -4,6 +4,8 @@
 #include "fit/many/uncertainty.h"
 #include "fit/procedures/fit_rows.h"
 
+#include <optional>
+
 namespace lumoplot {
 
 struct TFitCopy {
@@ -23,6 +25,7 @@ struct TFitCopy {
 
 private:
     bool m_isAbsolute;
+    std::optional<double> m_robustDeviation;
     TSilentProgress m_silent;
 };
 

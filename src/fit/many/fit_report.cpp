@@ -79,12 +79,17 @@ TFitReportSection ModelOf(const TCurFit& fit, const std::string& dataName) {
     return section;
 }
 
+// A model that is linear in all that it varies needs no iteration.
+std::string EndSentence(const TFitResult& result) {
+    if (result.End != TFitEnd::Converged) return "The fit has not converged: " + TextOf(result.End) + ".";
+    if (result.Iterations == 0) return "The fit has converged at once.";
+    return "The fit has converged after " + std::to_string(result.Iterations) +
+           (result.Iterations == 1 ? " iteration." : " iterations.");
+}
+
 TFitReportSection EndOf(const TFitResult& result, const TFitWeighting& weighting) {
     TFitReportSection section{"How it ended", {}, {}};
-    section.Sentences.push_back(result.End == TFitEnd::Converged
-                                    ? "The fit has converged after " + std::to_string(result.Iterations) +
-                                          (result.Iterations == 1 ? " iteration." : " iterations.")
-                                    : "The fit has not converged: " + TextOf(result.End) + ".");
+    section.Sentences.push_back(EndSentence(result));
     section.Sentences.insert(section.Sentences.end(), result.Remarks.begin(), result.Remarks.end());
     if (weighting.ByYErrors) section.Sentences.push_back(ErrorSourceText(weighting));
     return section;

@@ -307,11 +307,13 @@ private:
         for (int i = 0; i < kMostReweightings; ++i) {
             const TVector before = m_best->Found.Values;
             SetValues(before);
-            const std::vector<double> weights = RobustWeights(m_run.Robust, ResidualsOf(m_fit, plain));
+            const std::vector<double> residuals = ResidualsOf(m_fit, plain);
+            const std::vector<double> weights = RobustWeights(m_run.Robust, residuals, m_varied.size());
             TFitPoints points = plain;
             points.Weights.resize(weights.size(), 1);
             for (std::size_t k = 0; k < weights.size(); ++k) points.Weights[k] *= std::sqrt(weights[k]);
             m_best = AttemptWith(std::move(points));
+            m_robustDeviation = RobustDeviation(m_run.Robust, residuals, m_varied.size());
             m_result.Outliers = static_cast<std::size_t>(
                 std::ranges::count_if(weights, [](double w) { return w < kOutlierWeight; }));
             if (m_best->Found.End == TFitEnd::Cancelled || !HasChanged(before)) return;
@@ -341,6 +343,7 @@ private:
         m_result.ResidualSD =
             freedom > 0 ? std::sqrt(found.ScaledRss / static_cast<double>(freedom)) / found.ResidualScale
                         : kNotKnown;
+        if (m_robustDeviation) m_result.ResidualSD = *m_robustDeviation;
         const double about = SumAboutLine(m_best->Points, found.ResidualScale);
         m_result.RSquared = about > 0 ? 1 - found.ScaledRss / about : kNotKnown;
         const bool isAbsolute = !m_run.Errors.empty() && m_run.ErrorSource == TErrorSource::Points;
@@ -375,6 +378,7 @@ private:
     std::optional<TAttempt> m_best;
     bool m_isFromElsewhere = false;
     std::size_t m_withoutError = 0;
+    std::optional<double> m_robustDeviation;
     TFitResult m_result;
 };
 

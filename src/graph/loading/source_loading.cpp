@@ -5,6 +5,7 @@
 #include "graph/loading/date_axis.h"
 #include "graph/loading/rows_text.h"
 #include "graph/loading/source_rows.h"
+#include "graph/loading/x_axis_title.h"
 #include "graph/model/child_graph.h"
 #include "graph/model/holder.h"
 #include "sources/database/database_loader.h"
@@ -163,6 +164,8 @@ bool LoadFromSource(TSeries& series, TProgress& progress, const TLoadOptions& op
     const bool isLoaded = LoadPoints(series, progress, options);
     // A cancelled loading touches nothing: the data set may have gone meanwhile.
     if (isLoaded && options.Name == TLoadedName::Kept) series.SetSeriesName(name);
+    if (isLoaded && options.Report && options.XTitle == TLoadedXTitle::FromColumn)
+        TakeXTitle(series, options.Report->readings.best.format);
     return isLoaded;
 }
 

@@ -19,6 +19,9 @@ inline constexpr int kEveryRow = std::numeric_limits<int>::max();
 inline constexpr std::int64_t kMostRowsUnasked = 5'000'000;
 
 enum class TLoadedName { AsSourceSays, Kept };
+/// FromColumn: the X axis of a graph with one data set is called like the column of X, where nobody has
+/// written a title yet.
+enum class TLoadedXTitle { Kept, FromColumn };
 
 struct TLoadOptions {
     /// While the description leaves the row sampling to us, so many points at most are read; without one the
@@ -28,6 +31,7 @@ struct TLoadOptions {
     /// report says so.
     std::int64_t MostRowsUnasked = kMostRowsUnasked;
     TLoadedName Name = TLoadedName::AsSourceSays;
+    TLoadedXTitle XTitle = TLoadedXTitle::Kept; ///< changed with a Report alone
     /// Takes what became of the rows of a text.
     TTextReport* Report = nullptr;
 };

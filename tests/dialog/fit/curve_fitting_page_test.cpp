@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -137,7 +138,10 @@ TEST_F(CurveFittingPage, NothingScrollsInASmallWindow) {
     Type("m_Equation", QStringLiteral("p*x"));
     Click("btnAddUnknown");
     Click("btnFit");
-    EXPECT_TRUE(Find<QWidget>("m_FitResult").isVisible());
+    EXPECT_TRUE(Find<QPlainTextEdit>("m_FitResult").isVisible());
+    EXPECT_TRUE(Find<QPlainTextEdit>("m_FitResult")
+                    .toPlainText()
+                    .startsWith(QStringLiteral("The fit has converged (2 points)")));
     scrolls("a result");
     const auto& list = Find<QComboBox>("cbx_Procedure");
     EXPECT_GE(list.width(), list.fontMetrics().horizontalAdvance(list.itemText(3)) + 24);

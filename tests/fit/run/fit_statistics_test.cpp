@@ -39,13 +39,34 @@ TEST(FitStatistics, ResidualsThatGoTogetherAreSeen) {
 TEST(RobustWeights, FallWithTheResidual) {
     const std::vector<double> residuals = {-1, 1, 1, -1, 0.5, 100};
     for (const TRobust robust : {TRobust::Huber, TRobust::Cauchy, TRobust::Tukey}) {
-        const std::vector<double> weights = RobustWeights(robust, residuals);
+        const std::vector<double> weights = RobustWeights(robust, residuals, 2);
         EXPECT_GE(weights[4], weights[0]);
         EXPECT_EQ(weights[0], weights[1]);
         EXPECT_LT(weights[5], 0.02);
         EXPECT_GT(weights[0], 0.8);
     }
-    EXPECT_EQ(RobustWeights(TRobust::Tukey, std::vector<double>{0, 0, 0, 5})[3], 0);
+    EXPECT_EQ(RobustWeights(TRobust::Tukey, std::vector<double>{0, 0, 0, 0, 5}, 1)[4], 0);
+}
+
+// Of normal residuals the deviation that each kind ends with is that of the asymptotic efficiency of its
+// constant, 95 %, but for what the weights take from the covariance.
+TEST(RobustWeights, TheDeviationMakesUpForTheWeights) {
+    std::vector<double> residuals; // the middles of 2000 equal shares of a normal distribution
+    for (int i = 0; i < 2000; ++i) {
+        double low = -6, high = 6;
+        for (int k = 0; k < 50; ++k) {
+            const double middle = 0.5 * (low + high);
+            (0.5 * std::erfc(-middle / std::sqrt(2)) < (i + 0.5) / 2000 ? low : high) = middle;
+        }
+        residuals.push_back(low);
+    }
+    for (const TRobust robust : {TRobust::Huber, TRobust::Cauchy, TRobust::Tukey}) {
+        const std::vector<double> weights = RobustWeights(robust, residuals, 2);
+        double mean = 0;
+        for (const double weight : weights) mean += weight / 2000;
+        const double deviation = RobustDeviation(robust, residuals, 2);
+        EXPECT_NEAR(mean / (deviation * deviation), 0.95, 0.005);
+    }
 }
 
 } // namespace
