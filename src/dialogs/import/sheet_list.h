@@ -2,8 +2,8 @@
 // whole before the last sheet is known.
 #pragma once
 
+#include "controls/widgets_export.h"
 #include "sources/spreadsheet/sheet_place.h"
-#include "support/export.h"
 
 #include <QObject>
 #include <functional>
