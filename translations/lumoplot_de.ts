@@ -1355,7 +1355,7 @@
         <translation>Die Verfahren von gestreuten Starts aus vergleichen</translation>
     </message>
     <message>
-        <source>Fit A&amp;ll...</source>
+        <source>Fit All...</source>
         <translation>Alle...</translation>
     </message>
     <message>

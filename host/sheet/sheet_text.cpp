@@ -89,6 +89,29 @@ std::string Quoted(const std::string& cell, char separator) {
     return quoted + '"';
 }
 
+// "1.125" may be one thousand one hundred and twenty-five for who does not know that its point is a decimal
+// sign.
+std::string Ungrouped(std::string number) {
+    constexpr std::size_t kGroup = 3;
+    const std::size_t begin = number.find_first_not_of("+-");
+    const std::size_t point = number.find('.');
+    const bool isGroup = begin != std::string::npos && point != std::string::npos && point > begin &&
+                         point - begin <= kGroup && number.size() - point - 1 == kGroup &&
+                         number.find_first_not_of("0123456789", begin) == point &&
+                         number.find_first_not_of("0123456789", point + 1) == std::string::npos;
+    return isGroup ? number + '0' : number;
+}
+
+// A sheet takes point and comma for decimal signs, even in one column. Who reads it finds points alone, and
+// no number that has another value where a comma is the sign.
+std::string ForReaders(const std::string& cell) {
+    if (cell.find_first_of(".,") == std::string::npos) return cell;
+    const double value = SheetNumber(cell);
+    if (std::isnan(value)) return cell;
+    return Ungrouped(cell.find(',') == std::string::npos ? std::string(Trimmed(cell))
+                                                         : FormatShortest(value));
+}
+
 bool IsTitle(const std::string& cell) {
     return !Trimmed(cell).empty() && !TryParseFloat(cell);
 }
@@ -162,12 +185,13 @@ TSheetCells CellsOf(const TSheet& sheet, TSheetTitles titles) {
         for (int i = 0; i < sheet.ColumnCount(); ++i) {
             const auto& result = results[static_cast<std::size_t>(i)];
             if (!result)
-                line.push_back(sheet.Cell(row, i));
+                line.push_back(titles == TSheetTitles::AsTyped ? sheet.Cell(row, i)
+                                                               : ForReaders(sheet.Cell(row, i)));
             else if (!result->problem.empty() ||
                      !std::isfinite(result->values[static_cast<std::size_t>(row)]))
                 line.emplace_back();
             else
-                line.push_back(FormatShortest(result->values[static_cast<std::size_t>(row)]));
+                line.push_back(Ungrouped(FormatShortest(result->values[static_cast<std::size_t>(row)])));
         }
         cells.push_back(std::move(line));
     }

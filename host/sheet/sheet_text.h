@@ -20,7 +20,7 @@ std::string TextOf(const TSheetCells& cells, char separator = '\t');
 
 enum class TSheetTitles {
     AsTyped,  ///< "P = U*I": a sheet that reads it back works it out again
-    NamesOnly ///< for who reads data
+    NamesOnly ///< for who reads data, with numbers that no other decimal sign makes others of
 };
 
 /// The whole sheet. AsTyped has a first row of titles in any case, NamesOnly where there are any. Columns

@@ -108,6 +108,11 @@ TEST(SheetText, SheetsComeBack) {
 TEST(SheetText, ReadersGetNamesAndValues) {
     const TSheet sheet = SheetWith({{"U", "P = 2*U"}, {"1", ""}, {"x", ""}});
     EXPECT_EQ(TextOf(CellsOf(sheet, TSheetTitles::NamesOnly)), "U\tP\n1\t2\nx\t\n");
+    // Whichever decimal sign is taken for the whole, no number gets another value.
+    const TSheet mixed = SheetWith(
+        {{"U", "P = U*1"}, {"1,5", ""}, {"2.125", ""}, {"-3,125", ""}, {"4e0", ""}, {"1.234,5", ""}});
+    EXPECT_EQ(TextOf(CellsOf(mixed, TSheetTitles::NamesOnly)),
+              "U\tP\n1.5\t1.5\n2.1250\t2.1250\n-3.1250\t-3.1250\n4e0\t4\n1.234,5\t\n");
     const TSheet plain = SheetOf("s", {{"1", "2"}, {"3", "4"}}, TSheetTop::Found);
     EXPECT_EQ(TextOf(CellsOf(plain, TSheetTitles::NamesOnly)), "1\t2\n3\t4\n");
     EXPECT_EQ(SheetOf("s", {{"t", "2"}, {"3", "4"}}, TSheetTop::Found).RowCount(), 1);
