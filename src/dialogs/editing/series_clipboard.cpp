@@ -2,6 +2,8 @@
 
 #include "graph/file/graph_file.h"
 #include "graph/loading/default_look.h"
+#include "graph/loading/second_axis.h"
+#include "graph/model/axis.h"
 #include "graph/model/series_palette.h"
 #include "graph/plotted/series_text.h"
 #include "sources/text/error_columns.h"
@@ -140,6 +142,11 @@ int AddSeriesFromMime(TxyGraph& graph, const QMimeData& data) {
         Read(pasted, data);
         TakeOwnName(pasted);
         TakeOwnStyle(pasted);
+        // As the first one on that axis it switches it on.
+        if (pasted.IsOnSecondY() && !graph.YAxis_Second()->ShowAxis()) {
+            PutOnYAxis(pasted, TYAxisChoice::Main);
+            PutOnYAxis(pasted, TYAxisChoice::Second);
+        }
     } catch (...) {
         graph.DeleteSeries(number);
         throw;

@@ -85,8 +85,9 @@ void AddLeftOut(TFitResult& result, const TFitPoints& used, const TFitPoints& po
                              (count == 1 ? "; it was left out." : "; they were left out."));
 }
 
-// Against the line that the curve may become: F of Fisher.
+// Against the line that the curve may become: F of Fisher. What is held off would decide it alone.
 void AddAgainstLine(TFitResult& result, const TFitPoints& used) {
+    if (result.Outliers > 0) return;
     if (std::ranges::all_of(used.Y, [&](double y) { return y == used.Y.front(); }) && used.Y.size() > 1)
         return result.Remarks.push_back("All values of Y are equal: a horizontal line is as good.");
     const auto parameters = static_cast<double>(result.Varied.size());

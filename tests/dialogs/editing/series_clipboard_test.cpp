@@ -3,6 +3,7 @@
 #include "common/values_of.h"
 #include "dialogs/editing/series_clipboard.h"
 #include "graph/file/graph_file.h"
+#include "graph/model/axis.h"
 #include "graph/model/graph.h"
 
 #include <QMimeData>
@@ -33,6 +34,13 @@ protected:
 TEST_F(SeriesClipboardTest, TheWholeFormLosesNothing) {
     const std::unique_ptr<QMimeData> data(SeriesToMime(From));
     EXPECT_EQ(SeriesBytes(Paste(*data)), SeriesBytes(From));
+}
+
+TEST_F(SeriesClipboardTest, TheSecondAxisIsSwitchedOn) {
+    From.SetYAxisOfSeries(From.Graph().YAxis_Second());
+    const std::unique_ptr<QMimeData> data(SeriesToMime(From));
+    EXPECT_TRUE(Paste(*data).IsOnSecondY());
+    EXPECT_TRUE(To.YAxis_Second()->ShowAxis());
 }
 
 TEST_F(SeriesClipboardTest, TextAndTableKeepEveryDigit) {
